@@ -1,0 +1,19 @@
+# Language level, warnings and sanitizers, the same for every target.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+find_program(VORLANT_CCACHE ccache)
+if(VORLANT_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${VORLANT_CCACHE}")
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough
+                    -Werror)
+add_compile_definitions(QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_DEPRECATED_WARNINGS)
+
+if(VORLANT_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Context.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+// The one gateway to INI-syntax files. Set IniPath and IniFileName (or keep the defaults: the program folder and the
+// executable's base name + ".ini"), then read and write; no file is kept open between calls. A read with bReadOnly
+// false writes a missing key back with its default. No failure reaches the caller; each is one line in the error log.
+class clsINI
+{
+public:
+    explicit clsINI(Context& context);
+
+    void setIniPath(const QString& NewValue);     // folder; refused when it names a plain file
+    void setIniFileName(const QString& NewValue); // bare name; refused with any of \ / : * ? " < > |
+    int BufferSize() const { return m_bufferSize; } // bytes of a single read, terminator included
+    void setBufferSize(int size);                   // taken when greater than 0
+
+    // The stored value, or strDefault when the key is missing or empty; cut to BufferSize - 1 bytes.
+    QString GetIniData(const QString& strSection, const QString& strKey, const QString& strDefault,
+                       bool bReadOnly = false);
+    // Null and invalid values are not written. Booleans as "True"/"False", numbers as decimal text.
+    void PutIniData(const QString& strSection, const QString& strKey, const QVariant& vntItem);
+
+    QString GetWindowsPath();
+    QString GetSystemPath();
+    QString GetWinTempPath();
+
+    // Number of lines of the section put into strSectionString; -1 (and the list untouched) when missing or empty.
+    int EnumSectionString(const QString& strSection, QStringList& strSectionString);
+    // Empties the values of all keys of a section; returns how many were emptied.
+    int clearSection(const QString& strSection);
+
+private:
+    QString m_windowsPath;
+    QString m_systemPath;
+    QString m_iniPath;
+    QString m_iniFileName;
+    int m_bufferSize = 512;
+    Context& m_context;
+
+    QString machineFile() const;
+    void logFailure(int number, const QString& description);
+};

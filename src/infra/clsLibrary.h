@@ -1,0 +1,72 @@
+#pragma once
+
+#include "Context.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QVariant>
+
+class clsINI;
+class clsLog;
+
+// The shared helpers under their public names: a thin assembly of Conversions, FileLocations, FilePaths, TextTools and
+// Colours, bound to the process's context. One object serves the process.
+class clsLibrary
+{
+public:
+    explicit clsLibrary(Context& context);
+
+    Context& context() const { return m_context; }
+
+    // Conversions: the default when the value cannot be converted (Conversions.h).
+    bool toBoolean(const QVariant& vVal, bool defVal) const;
+    qint16 toCheckVal(const QVariant& vVal, qint16 defVal) const;
+    qint32 toLong(const QVariant& vVal, qint32 defVal) const;
+    qint16 toInteger(const QVariant& vVal, qint16 defVal) const;
+    double toDouble(const QVariant& vVal, double defVal) const;
+    float toSingle(const QVariant& vVal, float defVal) const;
+    qint16 toModalVal(bool bModal) const;
+
+    // File locations (FileLocations.h).
+    QString getIniFilePath(const QString& kind) const;
+    QString getIniFileName(const QString& kind) const;
+    void saveINIParam(const QString& section, const QString& key, const QVariant& value) const;
+
+    // Files, folders and names (FilePaths.h).
+    bool FileExists(const QString& FileName) const;
+    bool DirExists(const QString& PathName) const;
+    bool MakeDir(const QString& strPathOrg) const;
+    QString GetFileTitle(const QString& path) const;
+    QString GetFileExt(const QString& name) const;
+    QString GetFileTitleEx(const QString& path) const;
+    QString GetDirName(const QString& path) const;
+    bool FileName_Check(const QString& strFileName, int CounterMode) const;
+    bool FileNameWithLen_Check(const QString& FileName, int CounterMode, int LenLimit) const;
+    bool PathName_Check(const QString& strPathName) const;
+    int CheckDriveType(const QString& strDrive) const;
+    bool CheckDrive(const QString& strPathName) const;
+    bool GetDiskFreeSP(const QString& strPathName, double& lngTotal, double& lngFreeSize) const; // 10,000 bytes
+    QString GetSystemPath();
+
+    // Texts (TextTools.h).
+    QString getDataToken(const QString& text, const QString& sTokenCh) const;
+    QString getKeyToken(const QString& text, const QString& sTokenCh) const;
+    QString GetCommand(const QString& strC, const QString& strP, bool UcaseFlag) const;
+    QString HexString(const QByteArray& bytes) const;
+    QString getAdrString(qint32 lAdr) const;
+    QString ExFormat(const QVariant& vExpression, const QString& vFormat, int vFirstDatOfWeek = 1,
+                     int vFirstWeekOfYear = 1) const;
+
+    // Colours (Colours.h).
+    qint32 StrToColor(const QString& sColor, qint32 defaultColor) const;
+    qint32 ToCOLOEREF(qint32 color) const;
+
+    // Logs for the error and trace lines of this class ("[LibraryError]", "[LibraryTrace]").
+    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+
+private:
+    Context& m_context;
+    QString m_systemPath;
+    clsLog* m_errorLog = nullptr;
+    clsLog* m_traceLog = nullptr;
+};

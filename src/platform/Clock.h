@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QDateTime>
+#include <QObject>
+#include <memory>
+
+namespace platform {
+
+// A repeating timer of a Clock. Emits timeout() every intervalMs while active.
+class Timer : public QObject
+{
+    Q_OBJECT
+
+public:
+    virtual void start(int intervalMs) = 0;
+    virtual void stop() = 0;
+    virtual bool isActive() const = 0;
+
+Q_SIGNALS:
+    void timeout();
+};
+
+// Wall clock and timers, so that time-outs and stamps can be tested without waiting.
+class Clock
+{
+public:
+    virtual ~Clock() = default;
+    virtual QDateTime now() const = 0; // local time, milliseconds
+    virtual std::unique_ptr<Timer> makeTimer() = 0;
+};
+
+// The machine's own clock.
+class SystemClock final : public Clock
+{
+public:
+    QDateTime now() const override;
+    std::unique_ptr<Timer> makeTimer() override;
+};
+
+} // namespace platform

@@ -1,0 +1,103 @@
+#include "CodePage.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <iconv.h>
+
+namespace platform {
+
+namespace {
+
+constexpr auto kFallback = "CP932";
+const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1); // as iconv_open reports failure
+
+} // namespace
+
+// A pair of iconv descriptors; UTF-16 in the machine's byte order is Qt's own form.
+class CodePage::Converter
+{
+public:
+    explicit Converter(const QByteArray& name)
+        : m_toText(iconv_open("UTF-16LE", name.constData())), m_fromText(iconv_open(name.constData(), "UTF-16LE"))
+    {}
+    ~Converter()
+    {
+        if (m_toText != kNoConverter)
+            iconv_close(m_toText);
+        if (m_fromText != kNoConverter)
+            iconv_close(m_fromText);
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    bool isUsable() const { return m_toText != kNoConverter && m_fromText != kNoConverter; }
+
+    // Converts piece by piece; what cannot be converted is skipped by skip bytes and replaced.
+    QByteArray toText(const QByteArray& bytes) { return convert(m_toText, bytes, 1, QByteArray("\xFD\xFF", 2)); }
+    QByteArray fromText(const QByteArray& utf16) { return convert(m_fromText, utf16, 2, QByteArray("?")); }
+
+private:
+    static QByteArray convert(iconv_t converter, const QByteArray& source, size_t skip, const QByteArray& replacement);
+
+    iconv_t m_toText;
+    iconv_t m_fromText;
+};
+
+QByteArray CodePage::Converter::convert(iconv_t converter, const QByteArray& source, size_t skip,
+                                        const QByteArray& replacement)
+{
+    iconv(converter, nullptr, nullptr, nullptr, nullptr);
+    QByteArray result;
+    char* in = const_cast<char*>(source.constData());
+    size_t inLeft = static_cast<size_t>(source.size());
+    char buffer[1024];
+    while (inLeft > 0) {
+        char* out = buffer;
+        size_t outLeft = sizeof buffer;
+        const size_t done = iconv(converter, &in, &inLeft, &out, &outLeft);
+        const int error = errno;
+        result.append(buffer, static_cast<qsizetype>(sizeof buffer - outLeft));
+        if (done != static_cast<size_t>(-1) || error == E2BIG)
+            continue;
+        result.append(replacement);
+        // A surrogate pair without a place in the code page is one character: skip both halves.
+        const bool pair = skip == 2 && inLeft >= 4 && (static_cast<quint8>(in[1]) & 0xFC) == 0xD8;
+        const size_t step = std::min(inLeft, pair ? 4 : skip);
+        in += step;
+        inLeft -= step;
+    }
+    return result;
+}
+
+CodePage::CodePage(const QByteArray& iconvName) : m_name(iconvName), m_converter(std::make_shared<Converter>(iconvName))
+{
+    if (m_converter->isUsable())
+        return;
+    m_name = kFallback;
+    m_converter = std::make_shared<Converter>(m_name);
+}
+
+CodePage CodePage::fromEnvironment()
+{
+    const QByteArray name = qgetenv("VORLANT_CODEPAGE");
+    return CodePage(name.isEmpty() ? QByteArray(kFallback) : name);
+}
+
+QByteArray CodePage::name() const
+{
+    return m_name;
+}
+
+QString CodePage::toText(const QByteArray& bytes) const
+{
+    const QByteArray utf16 = m_converter->toText(bytes);
+    return QString(reinterpret_cast<const QChar*>(utf16.constData()), utf16.size() / 2);
+}
+
+QByteArray CodePage::fromText(const QString& text) const
+{
+    const QByteArray utf16(reinterpret_cast<const char*>(text.constData()), text.size() * 2);
+    return m_converter->fromText(utf16);
+}
+
+} // namespace platform

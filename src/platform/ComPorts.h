@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QHash>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QVector>
+#include <functional>
+
+namespace platform {
+
+// A serial port of this machine.
+struct ComPort
+{
+    QString device;      // "/dev/ttyUSB0"; empty: there is no such port
+    QString description; // "FT232R USB UART (FTDI)", may be empty
+};
+
+// Which device COMn is: the environment variable VORLANT_COMn when set; else the key COMn of section "Ports" of the
+// main settings file (asked through settingsLookup, read-only); else the n-th serial port of the machine, USB adapters
+// first, in natural name order.
+class ComPorts
+{
+public:
+    using SettingsLookup = std::function<QString(const QString& key)>; // "" when the key is missing
+    using Enumerate = std::function<QVector<ComPort>()>;
+
+    // enumerate: the machine's ports in any order (default: the system's list).
+    explicit ComPorts(QProcessEnvironment environment, SettingsLookup settingsLookup = {}, Enumerate enumerate = {});
+
+    // number: 1 and up.
+    ComPort resolve(int number) const;
+
+    // The machine's ports, USB adapters first, in natural name order.
+    QVector<ComPort> installed() const;
+
+    // Makes COMn stand for a device, before every other rule (a command line option).
+    void assign(int number, const QString& device);
+
+private:
+    QProcessEnvironment m_environment;
+    SettingsLookup m_settingsLookup;
+    Enumerate m_enumerate;
+    QHash<int, QString> m_assigned;
+};
+
+} // namespace platform

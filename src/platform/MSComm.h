@@ -1,0 +1,94 @@
+#pragma once
+
+#include "ComPorts.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QSerialPort>
+
+namespace platform {
+
+// Event codes of the serial control, with its own numbers.
+enum class CommEvent {
+    None = 0,
+    Send = 1,
+    Receive = 2,
+    CTS = 3,
+    DSR = 4,
+    CD = 5,
+    Ring = 6,
+    Eof = 7,
+    Break = 1001,
+    Frame = 1004,
+    Overrun = 1006,
+    RxOver = 1008,
+    RxParity = 1009,
+    TxFull = 1010,
+    DCB = 1011 // the port can no longer be controlled: the adapter has gone
+};
+
+// The serial control: one port, event-driven, never blocking. Set the properties, open with setPortOpen(true), write
+// with Output(), and read with Input() when OnComm tells so. Properties may be changed while the port is closed; those
+// that the open port understands (settings, lines) take effect at once.
+class MSComm : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit MSComm(const ComPorts& ports, QObject* parent = nullptr);
+    ~MSComm() override;
+
+    int CommPort() const;
+    void setCommPort(int number); // COMn, 1 to 99; other numbers are ignored
+    QString Settings() const;     // "9600,N,8,1": speed, parity (N E O M S), data bits 4 to 8, stop bits 1, 1.5, 2
+    bool setSettings(const QString& settings); // false and unchanged when the text makes no sense
+    int InBufferSize() const;
+    void setInBufferSize(int bytes); // 1 and up
+    bool DTREnable() const;
+    void setDTREnable(bool on);
+    bool RTSEnable() const;
+    void setRTSEnable(bool on);
+    bool NullDiscard() const;
+    void setNullDiscard(bool on); // drop received zero bytes
+    int Handshaking() const;
+    void setHandshaking(int mode); // 0 none, 1 XON/XOFF, 2 RTS/CTS, 3 both
+    int InputMode() const;
+    void setInputMode(int mode); // 0 text, 1 binary; kept, input is always bytes
+    int RThreshold() const;
+    void setRThreshold(int bytes); // bytes in the input buffer that raise OnComm(Receive); 0: never
+
+    bool PortOpen() const;
+    bool setPortOpen(bool open); // false when the port could not be opened: see errorText()
+
+    // Why the last opening failed or the port was lost, with the remedy; empty when all is well.
+    QString errorText() const;
+
+    QByteArray Input();                   // takes everything out of the input buffer
+    bool Output(const QByteArray& bytes); // false when the port is closed
+    CommEvent Event() const;              // what the last OnComm told
+
+Q_SIGNALS:
+    void OnComm();
+
+private:
+    void raise(CommEvent event);
+    void onReadyRead();
+    void onError(QSerialPort::SerialPortError error);
+    bool applySettings();
+
+    const ComPorts& m_ports;
+    QSerialPort m_port;
+    int m_commPort = 1;
+    QString m_settings = QStringLiteral("9600,N,8,1");
+    int m_inBufferSize = 1024;
+    int m_rThreshold = 0;
+    int m_handshaking = 0;
+    int m_inputMode = 0;
+    bool m_dtr = false;
+    bool m_rts = false;
+    bool m_nullDiscard = false;
+    CommEvent m_event = CommEvent::None;
+    QString m_errorText;
+};
+
+} // namespace platform

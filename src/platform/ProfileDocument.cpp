@@ -1,0 +1,204 @@
+#include "ProfileDocument.h"
+
+#include <QStringDecoder>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+const QByteArray kUtf8Mark = "\xEF\xBB\xBF";
+
+bool isAscii(const QByteArray& bytes)
+{
+    return std::all_of(bytes.cbegin(), bytes.cend(), [](char c) { return static_cast<quint8>(c) < 0x80; });
+}
+
+bool isUtf8Text(const QByteArray& bytes)
+{
+    if (isAscii(bytes))
+        return false;
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decoder(bytes);
+    return !decoder.hasError();
+}
+
+QString folded(const QString& name)
+{
+    return name.trimmed().toCaseFolded();
+}
+
+bool hasLineBreak(const QString& text)
+{
+    return text.contains(u'\n') || text.contains(u'\r') || text.contains(QChar(0));
+}
+
+} // namespace
+
+ProfileDocument::ProfileDocument(const QByteArray& bytes, const CodePage& codePage) : m_codePage(codePage)
+{
+    QByteArray rest = bytes;
+    m_hasMark = rest.startsWith(kUtf8Mark);
+    m_isUtf8 = m_hasMark || isUtf8Text(rest);
+    if (m_hasMark)
+        rest.remove(0, kUtf8Mark.size());
+    const auto firstEnd = rest.indexOf('\n');
+    if (firstEnd >= 0)
+        m_lineEnd = firstEnd > 0 && rest[firstEnd - 1] == '\r' ? "\r\n" : "\n";
+    m_endsOpen = !rest.isEmpty() && !rest.endsWith('\n');
+    m_sections.emplace_back();
+    m_index.insert(QString(), 0);
+    for (qsizetype pos = 0; pos < rest.size();) {
+        auto end = rest.indexOf('\n', pos);
+        if (end < 0)
+            end = rest.size();
+        // A line keeps a carriage return of its own when the file's line ends have none, and the other way round.
+        auto length = end - pos;
+        if (m_lineEnd == "\r\n" && length > 0 && end < rest.size() && rest[end - 1] == '\r')
+            --length;
+        addLine(rest.mid(pos, length));
+        pos = end + 1;
+    }
+}
+
+void ProfileDocument::addLine(const QByteArray& bytes)
+{
+    const QString text = decode(bytes).trimmed();
+    const auto close = text.startsWith(u'[') ? text.lastIndexOf(u']') : -1;
+    if (close > 0) {
+        m_sections.emplace_back();
+        m_sections.back().header = bytes;
+        const QString name = folded(text.mid(1, close - 1));
+        if (!m_index.contains(name))
+            m_index.insert(name, m_sections.size() - 1);
+        return;
+    }
+    Section& section = m_sections.back();
+    section.lines.push_back(parseLine(bytes, text));
+    const QString key = folded(section.lines.back().key);
+    if (!section.lines.back().isBlank && !section.keys.contains(key))
+        section.keys.insert(key, section.lines.size() - 1);
+}
+
+ProfileDocument::Line ProfileDocument::parseLine(const QByteArray& bytes, const QString& text) const
+{
+    Line line;
+    line.bytes = bytes;
+    line.isBlank = text.isEmpty();
+    const auto equals = text.indexOf(u'=');
+    line.hasValue = equals >= 0;
+    line.key = equals < 0 ? text : text.left(equals).trimmed();
+    if (line.hasValue)
+        line.value = text.mid(equals + 1).trimmed();
+    return line;
+}
+
+ProfileDocument::Section* ProfileDocument::find(const QString& section)
+{
+    const auto found = m_index.constFind(folded(section));
+    return found == m_index.cend() ? nullptr : &m_sections[*found];
+}
+
+bool ProfileDocument::hasSection(const QString& section) const
+{
+    return find(section) != nullptr;
+}
+
+std::optional<QString> ProfileDocument::value(const QString& section, const QString& key) const
+{
+    const Section* holder = find(section);
+    if (holder == nullptr)
+        return {};
+    const auto found = holder->keys.constFind(folded(key));
+    if (found == holder->keys.cend() || !holder->lines[*found].hasValue)
+        return {};
+    return holder->lines[*found].value;
+}
+
+QStringList ProfileDocument::lines(const QString& section) const
+{
+    QStringList result;
+    const Section* holder = find(section);
+    if (holder == nullptr)
+        return result;
+    for (const Line& line : holder->lines) {
+        if (!line.isBlank && !line.key.startsWith(u';'))
+            result << (line.hasValue ? line.key + u'=' + line.value : line.key);
+    }
+    return result;
+}
+
+QString ProfileDocument::refusal(const QString& section, const QString& key)
+{
+    if (hasLineBreak(section) || section.contains(u']'))
+        return QStringLiteral("the section name \"%1\" cannot be stored").arg(section);
+    if (hasLineBreak(key) || key.contains(u'=') || key.trimmed().isEmpty() || key.trimmed().startsWith(u'['))
+        return QStringLiteral("the key \"%1\" cannot be stored").arg(key);
+    return {};
+}
+
+ProfileDocument::Section& ProfileDocument::findOrAdd(const QString& section)
+{
+    if (Section* holder = find(section))
+        return *holder;
+    m_sections.emplace_back();
+    m_sections.back().header = encode(u'[' + section.trimmed() + u']');
+    m_index.insert(folded(section), m_sections.size() - 1);
+    m_endsOpen = false;
+    return m_sections.back();
+}
+
+bool ProfileDocument::setValue(const QString& section, const QString& key, const QString& value)
+{
+    QString stored = value.trimmed();
+    stored.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
+    stored.remove(QChar(0));
+    Section& holder = findOrAdd(section);
+    const auto found = holder.keys.constFind(folded(key));
+    if (found != holder.keys.cend()) {
+        Line& line = holder.lines[*found];
+        if (line.hasValue && line.value == stored)
+            return false;
+        line = parseLine(encode(line.key + u'=' + stored), line.key + u'=' + stored);
+        return true;
+    }
+    // Behind the last line that says something, so that the blank lines before the next section stay there.
+    auto place = holder.lines.end();
+    while (place != holder.lines.begin() && std::prev(place)->isBlank)
+        --place;
+    const QString text = key.trimmed() + u'=' + stored;
+    const auto index = static_cast<size_t>(place - holder.lines.begin());
+    m_endsOpen = m_endsOpen && (&holder != &m_sections.back() || place != holder.lines.end());
+    holder.lines.insert(place, parseLine(encode(text), text));
+    holder.keys.insert(folded(key), index);
+    return true;
+}
+
+QByteArray ProfileDocument::toBytes() const
+{
+    QByteArray bytes = m_hasMark ? kUtf8Mark : QByteArray();
+    for (size_t i = 0; i < m_sections.size(); ++i) {
+        if (i > 0)
+            bytes += m_sections[i].header + m_lineEnd;
+        for (const Line& line : m_sections[i].lines)
+            bytes += line.bytes + m_lineEnd;
+    }
+    if (m_endsOpen && bytes.endsWith(m_lineEnd))
+        bytes.chop(m_lineEnd.size());
+    return bytes;
+}
+
+QString ProfileDocument::decode(const QByteArray& bytes) const
+{
+    if (isAscii(bytes))
+        return QString::fromLatin1(bytes);
+    return m_isUtf8 ? QString::fromUtf8(bytes) : m_codePage.toText(bytes);
+}
+
+QByteArray ProfileDocument::encode(const QString& text) const
+{
+    return m_isUtf8 ? text.toUtf8() : m_codePage.fromText(text);
+}
+
+} // namespace platform

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "CodePage.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <optional>
+#include <vector>
+
+namespace platform {
+
+// One INI-syntax file in memory. Lines that nobody changes keep their bytes; an index over sections and keys (without
+// difference between upper and lower case) answers look-ups. The first of equal sections and of equal keys counts.
+class ProfileDocument
+{
+public:
+    ProfileDocument(const QByteArray& bytes, const CodePage& codePage);
+
+    // Everything behind "=" with blanks removed at both ends; nothing for a missing key or a line without "=".
+    std::optional<QString> value(const QString& section, const QString& key) const;
+
+    // "key=value" and bare lines in file order, without comments and blank lines.
+    QStringList lines(const QString& section) const;
+    bool hasSection(const QString& section) const;
+
+    // Sets a value, adding section and key as needed. True when the document changed.
+    bool setValue(const QString& section, const QString& key, const QString& value);
+
+    // Why a section, key and value cannot be stored so that they are found again; empty when they can.
+    static QString refusal(const QString& section, const QString& key);
+
+    QByteArray toBytes() const;
+
+private:
+    struct Line
+    {
+        QByteArray bytes; // without line end
+        QString key;
+        QString value;
+        bool hasValue = false;
+        bool isBlank = false;
+    };
+    struct Section
+    {
+        QByteArray header; // bytes of the header line; empty for the lines before the first section
+        std::vector<Line> lines;
+        QHash<QString, size_t> keys; // folded key -> first line that has it
+    };
+
+    void addLine(const QByteArray& bytes);
+    Line parseLine(const QByteArray& bytes, const QString& text) const;
+    Section* find(const QString& section);
+    const Section* find(const QString& section) const { return const_cast<ProfileDocument*>(this)->find(section); }
+    Section& findOrAdd(const QString& section);
+    QString decode(const QByteArray& bytes) const;
+    QByteArray encode(const QString& text) const;
+
+    CodePage m_codePage;
+    bool m_isUtf8 = false;
+    bool m_hasMark = false;
+    QByteArray m_lineEnd = "\r\n";
+    bool m_endsOpen = false; // the last line has no line end
+    std::vector<Section> m_sections;
+    QHash<QString, size_t> m_index;
+};
+
+} // namespace platform

@@ -1,0 +1,317 @@
+#include "ProfileStore.h"
+
+#include "ProfileDocument.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+constexpr int kLockAttempts = 400;
+constexpr timespec kLockPause{0, 5'000'000}; // 5 ms
+constexpr mode_t kNewFileMode = 0644;
+
+// What tells two states of a file apart.
+struct FileState
+{
+    dev_t device = 0;
+    ino_t inode = 0;
+    off_t size = -1; // -1: no file
+    timespec time{};
+
+    bool operator==(const FileState& other) const
+    {
+        return device == other.device && inode == other.inode && size == other.size &&
+               time.tv_sec == other.time.tv_sec && time.tv_nsec == other.time.tv_nsec;
+    }
+};
+
+struct FileCheck
+{
+    FileState state;
+    mode_t mode = 0;
+    bool isFolder = false;
+};
+
+FileCheck checkFile(const QByteArray& path)
+{
+    struct stat info
+    {};
+    if (stat(path.constData(), &info) != 0)
+        return {};
+    return {{info.st_dev, info.st_ino, info.st_size, info.st_mtim}, info.st_mode, S_ISDIR(info.st_mode)};
+}
+
+QString systemError()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+class Descriptor
+{
+public:
+    explicit Descriptor(int fd) : m_fd(fd) {}
+    ~Descriptor()
+    {
+        if (m_fd >= 0)
+            close(m_fd);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int get() const { return m_fd; }
+    bool isOpen() const { return m_fd >= 0; }
+
+private:
+    int m_fd;
+};
+
+// The folder stands for all its files: no lock file is left behind.
+bool lockFolder(int folder)
+{
+    for (int attempt = 0; attempt < kLockAttempts; ++attempt) {
+        if (flock(folder, LOCK_EX | LOCK_NB) == 0)
+            return true;
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return false;
+        nanosleep(&kLockPause, nullptr);
+    }
+    return false;
+}
+
+bool writeAll(int fd, const QByteArray& bytes)
+{
+    for (qsizetype done = 0; done < bytes.size();) {
+        const ssize_t count = write(fd, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        done += count;
+    }
+    return true;
+}
+
+// Temporary file in the same folder, flushed, renamed over the target. The folder is locked by the caller, so the
+// temporary name is free to take; one left by a killed process is overwritten.
+QString replaceFile(const QByteArray& path, int folder, const QByteArray& bytes, mode_t mode)
+{
+    const auto slash = path.lastIndexOf('/');
+    const QByteArray temporary = path.left(slash + 1) + '.' + path.mid(slash + 1) + ".new";
+    const Descriptor file(open(temporary.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode));
+    if (!file.isOpen())
+        return systemError();
+    if (!writeAll(file.get(), bytes) || fchmod(file.get(), mode) != 0 || fsync(file.get()) != 0 ||
+        rename(temporary.constData(), path.constData()) != 0) {
+        const QString error = systemError();
+        unlink(temporary.constData());
+        return error;
+    }
+    fsync(folder);
+    return {};
+}
+
+QString unquoted(const QString& value)
+{
+    const bool quoted = value.size() >= 2 && (value[0] == u'"' || value[0] == u'\'') && value.back() == value[0];
+    return quoted ? value.mid(1, value.size() - 2) : value;
+}
+
+bool isAsciiText(const QString& text)
+{
+    for (const QChar c : text) {
+        if (c.unicode() >= 0x80)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+struct ProfileStore::Entry
+{
+    struct Write
+    {
+        QString section;
+        QString key;
+        QString value;
+    };
+
+    QByteArray path;
+    FileState state;
+    std::unique_ptr<ProfileDocument> document;
+    std::vector<Write> pending;
+
+    void parse(const FileCheck& check, const CodePage& codePage)
+    {
+        QByteArray bytes;
+        QFile file(QFile::decodeName(path));
+        const bool readable = check.state.size >= 0 && check.state.size <= kMaxFileBytes && !check.isFolder;
+        if (readable && file.open(QIODevice::ReadOnly))
+            bytes = file.readAll();
+        document = std::make_unique<ProfileDocument>(bytes, codePage);
+        state = check.state;
+    }
+
+    bool apply()
+    {
+        bool changed = false;
+        for (const Write& write : pending)
+            changed = document->setValue(write.section, write.key, write.value) || changed;
+        return changed;
+    }
+};
+
+ProfileStore::ProfileStore(CodePage codePage) : m_codePage(std::move(codePage)) {}
+
+ProfileStore::~ProfileStore() = default;
+
+ProfileStore::Entry& ProfileStore::fresh(const QString& file)
+{
+    std::shared_ptr<Entry>& entry = m_entries[file];
+    if (!entry) {
+        entry = std::make_shared<Entry>();
+        entry->path = QFile::encodeName(file);
+    }
+    if (!entry->pending.empty())
+        return *entry;
+    const FileCheck check = checkFile(entry->path);
+    if (!entry->document || !(check.state == entry->state))
+        entry->parse(check, m_codePage);
+    return *entry;
+}
+
+ProfileStore::Value ProfileStore::read(const QString& file, const QString& section, const QString& key,
+                                       const QString& defaultText, int bufferSize)
+{
+    const auto stored = fresh(file).document->value(section, key);
+    const QString text = stored ? unquoted(*stored) : defaultText;
+    const int room = std::max(bufferSize - 1, 0);
+    if (isAsciiText(text))
+        return {text.left(room), static_cast<int>(std::min<qsizetype>(text.size(), room))};
+    QString cut = text;
+    QByteArray bytes = m_codePage.fromText(cut);
+    while (bytes.size() > room) {
+        cut.chop(std::max<qsizetype>((bytes.size() - room) / 4, 1));
+        bytes = m_codePage.fromText(cut);
+    }
+    return {cut, static_cast<int>(bytes.size())};
+}
+
+QStringList ProfileStore::readSection(const QString& file, const QString& section, int bufferSize)
+{
+    QStringList kept;
+    qsizetype room = bufferSize - 1;
+    const QStringList lines = fresh(file).document->lines(section);
+    for (const QString& line : lines) {
+        room -= (isAsciiText(line) ? line.size() : m_codePage.fromText(line).size()) + 1;
+        if (room < 0)
+            break;
+        kept << line;
+    }
+    return kept;
+}
+
+bool ProfileStore::hasSection(const QString& file, const QString& section)
+{
+    return fresh(file).document->hasSection(section);
+}
+
+ProfileOutcome ProfileStore::write(const QString& file, const QString& section, const QString& key,
+                                   const QString& value)
+{
+    const QString refusal = ProfileDocument::refusal(section, key);
+    if (!refusal.isEmpty())
+        return {QStringLiteral("%1: %2").arg(file, refusal)};
+    Entry& entry = fresh(file);
+    if (!entry.document->setValue(section, key, value))
+        return {};
+    entry.pending.push_back({section, key, value});
+    return m_batchDepth > 0 ? ProfileOutcome{} : flush(file, entry);
+}
+
+ProfileOutcome ProfileStore::flush(const QString& file, Entry& entry)
+{
+    const auto failed = [&](const QString& why) {
+        entry.pending.clear();
+        entry.document.reset();
+        return ProfileOutcome{QStringLiteral("%1 cannot be written: %2").arg(file, why)};
+    };
+    // A link stays a link: its target is replaced.
+    const QString canonical = QFileInfo(file).canonicalFilePath();
+    const QByteArray path = QFile::encodeName(canonical.isEmpty() ? file : canonical);
+    const QByteArray folderPath = path.left(std::max<qsizetype>(path.lastIndexOf('/'), 1));
+    const Descriptor folder(open(folderPath.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder.isOpen())
+        return failed(systemError());
+    if (!lockFolder(folder.get()))
+        return failed(QStringLiteral("another program keeps its folder locked"));
+    const FileCheck check = checkFile(path);
+    if (check.isFolder)
+        return failed(QStringLiteral("it is a folder"));
+    if (check.state.size > kMaxFileBytes)
+        return failed(QStringLiteral("it is too large for a settings file"));
+    const bool exists = check.state.size >= 0;
+    if (exists && (check.mode & S_IWUSR) == 0)
+        return failed(QStringLiteral("it is read-only"));
+    if (exists && access(path.constData(), R_OK) != 0)
+        return failed(QStringLiteral("it cannot be read: ") + systemError());
+    if (!(check.state == entry.state)) {
+        entry.parse(check, m_codePage);
+        if (!entry.apply()) {
+            entry.pending.clear();
+            return {};
+        }
+    }
+    const QString error =
+        replaceFile(path, folder.get(), entry.document->toBytes(), exists ? check.mode & 07777 : kNewFileMode);
+    if (!error.isEmpty())
+        return failed(error);
+    ++m_replacements;
+    entry.pending.clear();
+    entry.state = checkFile(path).state;
+    return {};
+}
+
+ProfileOutcome ProfileStore::endBatch()
+{
+    ProfileOutcome first;
+    if (--m_batchDepth > 0)
+        return first;
+    for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
+        if (entry.value()->pending.empty())
+            continue;
+        const ProfileOutcome outcome = flush(entry.key(), *entry.value());
+        if (first.ok())
+            first = outcome;
+    }
+    return first;
+}
+
+ProfileStore::Batch::Batch(ProfileStore& store) : m_store(store)
+{
+    ++m_store.m_batchDepth;
+}
+
+ProfileStore::Batch::~Batch()
+{
+    commit();
+}
+
+ProfileOutcome ProfileStore::Batch::commit()
+{
+    if (!m_open)
+        return {};
+    m_open = false;
+    return m_store.endBatch();
+}
+
+} // namespace platform

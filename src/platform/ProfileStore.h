@@ -1,0 +1,95 @@
+#pragma once
+
+#include "CodePage.h"
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+namespace platform {
+
+class ProfileDocument;
+
+// What became of a write: an empty error text means that the file holds the value now. The error text says what failed
+// and where (machine path), ready to be logged or shown.
+struct ProfileOutcome
+{
+    QString error;
+    bool ok() const { return error.isEmpty(); }
+};
+
+// INI-syntax files ("profiles"): single values, whole sections, single writes and batches of writes.
+//
+// Files are named by machine paths. A parsed document is cached per file and used while the file's identity, size and
+// nanosecond time are unchanged, so an outside edit is seen at the next call. Comments, order, unknown lines and line
+// ends survive every write; a write that changes nothing touches no disk; a write replaces the file atomically
+// (temporary file in the same folder, flush, rename) under an advisory lock, so two processes lose nothing to each
+// other. A file whose non-ASCII bytes are valid UTF-8, or that begins with a UTF-8 mark, is read as UTF-8 and stays so.
+//
+// An unreadable file (a folder, no permission, larger than kMaxFileBytes) reads as if it were missing; writing to it
+// fails with an error and leaves it as it is.
+class ProfileStore
+{
+public:
+    static constexpr qint64 kMaxFileBytes = 64 * 1024 * 1024;
+    static constexpr int kSectionBufferBytes = 32767;
+
+    explicit ProfileStore(CodePage codePage);
+    ~ProfileStore();
+    ProfileStore(const ProfileStore&) = delete;
+    ProfileStore& operator=(const ProfileStore&) = delete;
+
+    // One value as a platform read with a buffer of bufferSize bytes (code page bytes, terminator included) gives it:
+    // cut to bufferSize - 1 bytes, never in the middle of a double-byte character. count is the number of bytes copied.
+    struct Value
+    {
+        QString text;
+        int count = 0;
+    };
+    Value read(const QString& file, const QString& section, const QString& key, const QString& defaultText,
+               int bufferSize);
+
+    // The lines of a section in file order (comments and blank lines left out); empty when missing.
+    QStringList readSection(const QString& file, const QString& section, int bufferSize = kSectionBufferBytes);
+
+    bool hasSection(const QString& file, const QString& section);
+
+    // Sets one value, creating file, section and key as needed. Inside a Batch only the cached document changes.
+    ProfileOutcome write(const QString& file, const QString& section, const QString& key, const QString& value);
+
+    // Collects all writes made while it lives into one replacement per file. Batches nest; the outermost one writes.
+    // A batch that is destroyed without commit() commits and drops the outcome.
+    class Batch
+    {
+    public:
+        explicit Batch(ProfileStore& store);
+        ~Batch();
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+
+        // Writes all changed files (outermost batch only). A file that cannot be replaced keeps its old content, its
+        // pending writes are dropped and the first error is returned.
+        ProfileOutcome commit();
+
+    private:
+        ProfileStore& m_store;
+        bool m_open = true;
+    };
+
+    // How many times a file has been replaced since construction (for measures and tests).
+    int replacements() const { return m_replacements; }
+
+private:
+    struct Entry;
+    Entry& fresh(const QString& file);
+    ProfileOutcome endBatch();
+    ProfileOutcome flush(const QString& file, Entry& entry);
+
+    CodePage m_codePage;
+    QHash<QString, std::shared_ptr<Entry>> m_entries;
+    int m_batchDepth = 0;
+    int m_replacements = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,61 @@
+#include "ChoiceTable.h"
+
+#include "Numbers.h"
+#include "clsINI.h"
+#include "clsLibrary.h"
+
+namespace {
+
+constexpr int kDataFields = 27;
+constexpr int kNameFields = 10;
+const QString kSeparator = QStringLiteral("vbTab");
+const QString kEndName = QStringLiteral("Test");
+
+QString repeated(const QString& text, int count, const QString& separator)
+{
+    return QStringList(count, text).join(separator);
+}
+
+QString defaultTags()
+{
+    QStringList tags;
+    for (int i = 1; i <= 12; ++i)
+        tags << QStringLiteral("Tag%1").arg(i);
+    return tags.join(u',');
+}
+
+} // namespace
+
+void ChoiceTable::load(clsINI& ini, const QString& section, const clsLibrary& library)
+{
+    m_entries.clear();
+    if (section.isEmpty())
+        return;
+    const QString tags = defaultTags();
+    const QString data = repeated(QStringLiteral("0"), kDataFields, QStringLiteral(","));
+    const QString names = repeated(kEndName, kNameFields, kSeparator);
+    for (int i = 1; i <= kMaxEntries; ++i) {
+        const QString n = QString::number(i);
+        Entry entry;
+        entry.dataCount = library.toLong(ini.GetIniData(section, QStringLiteral("DataCount") + n, QStringLiteral("50")), 0);
+        entry.tags = ini.GetIniData(section, QStringLiteral("SetTags") + n, tags).split(u',');
+        entry.data = ini.GetIniData(section, QStringLiteral("Data") + n, data).split(u',');
+        entry.names = ini.GetIniData(section, QStringLiteral("Name") + n, names).split(kSeparator);
+        if (entry.names.value(0) == kEndName)
+            return;
+        m_entries.push_back(entry);
+    }
+}
+
+QString ChoiceTable::nameOf(const QString& storedValue) const
+{
+    const auto wanted = platform::parseDouble(storedValue);
+    if (!wanted)
+        return {};
+    for (const Entry& entry : m_entries) {
+        const auto candidate = platform::parseDouble(entry.data.value(1));
+        if (candidate && *candidate == *wanted)
+            return entry.names.value(0);
+    }
+    return {};
+}

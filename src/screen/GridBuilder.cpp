@@ -1,0 +1,238 @@
+#include "GridBuilder.h"
+
+#include "Numbers.h"
+#include "OptionExpression.h"
+#include "clsCfg.h"
+#include "clsKX.h"
+#include "clsLibrary.h"
+
+using platform::Cell;
+using platform::CellRange;
+using platform::CellType;
+using platform::HAlign;
+
+namespace {
+
+HAlign alignOf(int code)
+{
+    return code == 1 ? HAlign::Right : code == 2 ? HAlign::Center : HAlign::Left;
+}
+
+// The number that a cell shows before anything was read: the default stored value, not scaled.
+QString unscaled(const clsLibrary& library, const clsData& item)
+{
+    return library.ExFormat(library.toSingle(item.Data(), 0.0F), item.getFormatStr());
+}
+
+} // namespace
+
+GridBuilder::GridBuilder(clsKX& owner, clsINI& screen)
+    : m_owner(owner), m_screen(screen), m_grid(*owner.m_grid), m_library(*owner.m_library)
+{}
+
+clsINI GridBuilder::screenFile(clsLibrary& library, const ModelEntry& entry)
+{
+    clsINI ini(library.context());
+    ini.setIniPath(library.getIniFilePath(QString()));
+    // Without a screen file the model is an empty definition; the reader's own default name must not be read instead.
+    ini.setIniFileName(entry.screenFile.isEmpty() ? QStringLiteral("NoScreen.ini") : entry.screenFile);
+    return ini;
+}
+
+void GridBuilder::build()
+{
+    const clsCfg* settings = m_library.context().settings;
+    if (settings == nullptr || !settings->m_bLoadView)
+        m_grid.setShown(false);
+    m_grid.beginUpdate();
+    prepareGrid();
+    buildBlocks();
+    buildLabels();
+    buildItems();
+    fitSizes();
+    m_grid.endUpdate();
+    m_grid.setShown(true);
+}
+
+void GridBuilder::prepareGrid()
+{
+    const ScreenSettings& settings = m_owner.settings();
+    m_grid.setMaxRows(settings.maxRow);
+    m_grid.setMaxCols(settings.maxCol);
+    Cell plain;
+    plain.type = CellType::StaticText;
+    plain.backColor = color(settings.backColor, QStringLiteral("vbWindowBackground"));
+    plain.foreColor = color(settings.foreColor, QStringLiteral("vbWindowText"));
+    m_grid.resetCells(plain);
+    m_grid.setBackColor(plain.backColor);
+    for (int col = 1; col <= m_grid.maxCols(); ++col) {
+        const QString current = platform::doubleText(m_grid.colWidth(col));
+        const QString text =
+            m_screen.GetIniData(QStringLiteral("Setting"), QStringLiteral("ColWidth%1").arg(col), current);
+        m_grid.setColWidth(col, m_library.toLong(text, 0));
+    }
+}
+
+void GridBuilder::buildBlocks()
+{
+    const int count = m_owner.settings().blockCount;
+    Q_EMIT m_owner.LoadEvent(0, count, QStringLiteral("loading Block Info."));
+    for (int n = 1; n <= count; ++n) {
+        const QString section = QStringLiteral("BlockInfo%1").arg(n);
+        if (isBuilt(section))
+            buildBlock(n, section);
+        Q_EMIT m_owner.LoadEvent(1, n, QString());
+    }
+    Q_EMIT m_owner.LoadEvent(2, count + 1, QString());
+}
+
+void GridBuilder::buildBlock(int n, const QString& section)
+{
+    auto block = std::make_unique<clsBlock>();
+    block->m_lNo = n;
+    block->m_sName = m_screen.GetIniData(section, QStringLiteral("Name"), QStringLiteral("Name%1").arg(n));
+    block->setRelayBlock(m_screen.GetIniData(section, QStringLiteral("RelayBlockNo"), QString(), true));
+    const QStringList area =
+        m_screen.GetIniData(section, QStringLiteral("CellData"), QStringLiteral("1,1,3,3,True,vbBlack")).split(u',');
+    const CellRange range(number(area, 0), number(area, 1), number(area, 2), number(area, 3));
+    if (m_library.toBoolean(area.value(4), false))
+        m_grid.addFrame({range, color(area.value(5), QStringLiteral("vbBlack"))});
+    int row = range.row;
+    int col = range.col;
+    const QString caption = m_screen.GetIniData(section, QStringLiteral("ButtonCaption"), QString());
+    if (!caption.isEmpty()) {
+        const QString defaultPlace = QStringLiteral("%1,%2,vbRed,vbWindowText").arg(range.row2).arg(range.col2);
+        const QStringList place = m_screen.GetIniData(section, QStringLiteral("ButtonData"), defaultPlace).split(u',');
+        row = number(place, 0);
+        col = number(place, 1);
+        Cell button;
+        button.type = CellType::Button;
+        button.text = caption;
+        button.backColor = color(place.value(2), QStringLiteral("vbButtonFace"));
+        button.foreColor = color(place.value(3), QStringLiteral("vbWindowText"));
+        button.align = HAlign::Center;
+        m_grid.setCell(row, col, button);
+    }
+    m_owner.addBlock(std::move(block), row, col);
+}
+
+void GridBuilder::buildLabels()
+{
+    const int count = m_owner.settings().stringCount;
+    Q_EMIT m_owner.LoadEvent(0, count, QStringLiteral("loading Label Info."));
+    for (int n = 1; n <= count; ++n) {
+        const QString section = QStringLiteral("Strings%1").arg(n);
+        if (isBuilt(section))
+            buildLabel(section);
+        Q_EMIT m_owner.LoadEvent(1, n, QString());
+    }
+    Q_EMIT m_owner.LoadEvent(2, count + 1, QString());
+}
+
+void GridBuilder::buildLabel(const QString& section)
+{
+    const QStringList place =
+        m_screen.GetIniData(section, QStringLiteral("CellData"), QStringLiteral("1,1,vbWindowBackGround,vbWindowText"))
+            .split(u',');
+    const int row = number(place, 0);
+    const int col = number(place, 1);
+    Cell label = m_grid.cell(row, col);
+    label.type = CellType::StaticText;
+    if (place.size() > 2)
+        label.backColor = color(place[2], QStringLiteral("vbWindowBackground"));
+    if (place.size() > 3)
+        label.foreColor = color(place[3], QStringLiteral("vbWindowText"));
+    if (place.size() > 4)
+        label.align = alignOf(number(place, 4));
+    label.text = m_screen.GetIniData(section, QStringLiteral("Caption"), QString());
+    const double defaultSize = m_owner.settings().fontSize;
+    label.font.pointSize = m_library.toDouble(
+        m_screen.GetIniData(section, QStringLiteral("FontSize"), platform::doubleText(defaultSize), true), defaultSize);
+    label.font.bold = m_library.toBoolean(
+        m_screen.GetIniData(section, QStringLiteral("FontBold"), QStringLiteral("False"), true), false);
+    m_grid.setCell(row, col, label);
+}
+
+void GridBuilder::buildItems()
+{
+    const int count = m_owner.settings().dataCount;
+    Q_EMIT m_owner.LoadEvent(0, count, QStringLiteral("loading Data Info."));
+    m_owner.m_tags.assign(static_cast<size_t>(count) + 1, QString());
+    for (int n = 1; n <= count; ++n) {
+        buildItem(n, QStringLiteral("Datas%1").arg(n));
+        Q_EMIT m_owner.LoadEvent(1, n, QString());
+    }
+    Q_EMIT m_owner.LoadEvent(2, count + 1, QString());
+}
+
+void GridBuilder::buildItem(int n, const QString& section)
+{
+    QString option;
+    if (!isBuilt(section, &option))
+        return;
+    auto item = std::make_unique<clsData>();
+    item->Logs(m_owner.m_errorLog, m_owner.m_traceLog);
+    item->load(m_screen, n, &m_owner, &m_library, option.trimmed() != u"USE");
+    const clsData* added = m_owner.addItem(std::move(item), n);
+    if (added->Visible())
+        layItem(*added);
+}
+
+void GridBuilder::layItem(const clsData& item)
+{
+    Cell cell;
+    cell.type = item.CellType();
+    cell.backColor = item.BackColor();
+    cell.foreColor = item.ForeColor();
+    switch (cell.type) {
+    case CellType::Edit:
+        cell.text = unscaled(m_library, item);
+        cell.align = HAlign::Right;
+        break;
+    case CellType::StaticText:
+        cell.text = item.Data();
+        cell.align = item.MType() == ItemType::Multi || item.MType() == ItemType::Input ? HAlign::Center : HAlign::Left;
+        break;
+    case CellType::Button:
+        cell.text = item.ButtonCaption();
+        cell.value = m_library.toLong(item.Data(), 0);
+        cell.align = HAlign::Center;
+        break;
+    case CellType::ComboBox:
+        cell.comboList = item.ComboString().split(u'\t');
+        cell.text = item.Data();
+        break;
+    }
+    m_grid.setCell(item.Row(), item.Col(), cell);
+}
+
+void GridBuilder::fitSizes()
+{
+    const clsCfg* settings = m_library.context().settings;
+    if (settings == nullptr || !settings->m_bAdjustDesign) {
+        for (int col = 0; col <= m_grid.maxCols(); ++col)
+            m_grid.setColWidth(col, m_grid.maxTextColWidth(col));
+    }
+    for (int row = 1; row <= m_grid.maxRows(); ++row)
+        m_grid.setRowHeight(row, m_grid.maxTextRowHeight(row));
+}
+
+bool GridBuilder::isBuilt(const QString& section, QString* option)
+{
+    const QString visible = m_screen.GetIniData(section, QStringLiteral("Visible"), QStringLiteral("True"));
+    const QString expression = m_screen.GetIniData(section, QStringLiteral("Option"), QString());
+    if (option != nullptr)
+        *option = expression;
+    return isOptionOn(expression, m_library.toBoolean(visible, true), m_owner.modelString());
+}
+
+platform::ColorRef GridBuilder::color(const QString& name, const QString& fallbackName) const
+{
+    const qint32 fallback = m_library.StrToColor(fallbackName, 0);
+    return static_cast<platform::ColorRef>(m_library.StrToColor(name, fallback));
+}
+
+int GridBuilder::number(const QStringList& fields, int index) const
+{
+    return m_library.toLong(fields.value(index), 0);
+}

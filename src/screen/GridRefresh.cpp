@@ -1,0 +1,133 @@
+#include "GridRefresh.h"
+
+#include "Numbers.h"
+#include "clsCfg.h"
+#include "clsKX.h"
+#include "clsLibrary.h"
+
+#include <QStringList>
+
+#include <cmath>
+
+namespace {
+
+const QString kUnknownTip = QStringLiteral("Not read from the controller");
+
+// Cells whose text is wider than the values that the definition was laid out for.
+bool growsWithText(const QString& tag)
+{
+    static const QStringList tags{QStringLiteral("PQKAL1"), QStringLiteral("PQKAL2"), QStringLiteral("PQKAL3"),
+                                  QStringLiteral("PQRNO"), QStringLiteral("FQDI")};
+    return tags.contains(tag);
+}
+
+} // namespace
+
+void GridRefresh::takeFromImages(const std::vector<clsBlock*>* blocks)
+{
+    if (blocks == nullptr) {
+        for (const auto& item : m_owner.items())
+            take(*item);
+        return;
+    }
+    for (const clsBlock* block : *blocks) {
+        for (clsData* item : block->Tags())
+            take(*item);
+    }
+}
+
+void GridRefresh::take(clsData& item)
+{
+    clsKXAdr* image = m_owner.ColAdr().find(item.RSection());
+    if (image == nullptr)
+        return;
+    item.setKnown(image->isFilled());
+    item.Edit = image->isFilled() ? EditState::kRead : EditState::kUntouched;
+    if (!image->isFilled())
+        return;
+    if (item.DataLen() == 1)
+        takeByte(item, *image);
+    else if (item.DataLen() == 2)
+        takeInteger(item, *image);
+    else if (item.DataLen() >= 4)
+        takeLong(item, *image);
+}
+
+void GridRefresh::takeByte(clsData& item, clsKXAdr& image)
+{
+    if (item.MType() != ItemType::Bit) {
+        item.setData(QString::number(image.getByte(item.Address())));
+        return;
+    }
+    const int bit = image.getBit(item.Address(), item.BitMask(), 0);
+    item.setData(QString::number(bit));
+    if (item.Key() == u"SWQCF")
+        m_owner.setUnitSwitch(bit);
+}
+
+void GridRefresh::takeInteger(clsData& item, clsKXAdr& image)
+{
+    if (isOffLine())
+        item.setData(item.DefData());
+    else
+        item.setData(QString::number(image.getInteger(item.Address(), 0)));
+}
+
+void GridRefresh::takeLong(clsData& item, clsKXAdr& image)
+{
+    if (item.MType() == ItemType::Data) {
+        const float value = image.getSingle(item.Address(), 0);
+        // Four bytes that are no number have no text that the controller could have meant.
+        item.setKnown(std::isfinite(value));
+        item.setData(std::isfinite(value) ? platform::singleText(value) : QString());
+        return;
+    }
+    item.setData(isOffLine() ? m_owner.modelString() : image.getString(item.Address(), item.DataLen(), QString()));
+}
+
+bool GridRefresh::isOffLine() const
+{
+    const clsCfg* settings = m_owner.library().context().settings;
+    return settings != nullptr && settings->m_bComm;
+}
+
+void GridRefresh::showAll()
+{
+    platform::GridModel* grid = m_owner.spread();
+    if (grid == nullptr)
+        return;
+    grid->beginUpdate();
+    for (const auto& item : m_owner.items()) {
+        if (item->Visible())
+            show(*item);
+    }
+    grid->endUpdate();
+}
+
+void GridRefresh::show(const clsData& item)
+{
+    platform::GridModel* grid = m_owner.spread();
+    if (grid == nullptr)
+        return;
+    const int row = item.Row();
+    const int col = item.Col();
+    grid->setBold(row, col, item.SprFontBold());
+    grid->setForeColor(row, col, item.SprForeColor());
+    grid->setText(row, col, item.isKnown() ? item.VData() : QString());
+    grid->setToolTip(row, col, item.isKnown() ? QString() : kUnknownTip);
+    if (item.MType() == ItemType::Bit)
+        grid->setValue(row, col, m_owner.library().toLong(item.Data(), 0));
+    if (growsWithText(item.Key()))
+        widen(item);
+}
+
+void GridRefresh::widen(const clsData& item)
+{
+    const clsCfg* settings = m_owner.library().context().settings;
+    if (settings != nullptr && settings->m_bAdjustDesign)
+        return;
+    platform::GridModel* grid = m_owner.spread();
+    const double needed = grid->maxTextColWidth(item.Col());
+    if (needed > grid->colWidth(item.Col()))
+        grid->setColWidth(item.Col(), needed);
+}

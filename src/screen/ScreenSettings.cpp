@@ -1,0 +1,70 @@
+#include "ScreenSettings.h"
+
+#include "Numbers.h"
+#include "clsINI.h"
+#include "clsLibrary.h"
+#include "clsLog.h"
+
+#include <algorithm>
+
+namespace {
+
+const QString kSetting = QStringLiteral("Setting");
+
+int presentSections(clsINI& ini, const QString& prefix)
+{
+    QStringList lines;
+    int count = 0;
+    while (count < ScreenSettings::kMaxSections &&
+           ini.EnumSectionString(prefix + QString::number(count + 1), lines) >= 0)
+        ++count;
+    return count;
+}
+
+int readCount(clsINI& ini, const clsLibrary& library, const QString& key, const QString& prefix, clsLog* errorLog)
+{
+    const QString text = ini.GetIniData(kSetting, key, QStringLiteral("0"));
+    const int count = library.toLong(text, 0);
+    if (count >= 0 && count <= ScreenSettings::kMaxSections)
+        return count;
+    const int present = count < 0 ? 0 : presentSections(ini, prefix);
+    if (errorLog != nullptr)
+        errorLog->LogWrite(QStringLiteral("[KXClassError]screen file: %1=%2 is not a count; %3 sections are used")
+                               .arg(key, text)
+                               .arg(present));
+    return present;
+}
+
+} // namespace
+
+QString ScreenSettings::ext() const
+{
+    QString text = extension;
+    return text.remove(u'.');
+}
+
+void ScreenSettings::loadSize(clsINI& ini, const clsLibrary& library)
+{
+    blockCount = readCount(ini, library, QStringLiteral("BlockMaxCount"), QStringLiteral("BlockInfo"), nullptr);
+    stringCount = readCount(ini, library, QStringLiteral("StringMaxCount"), QStringLiteral("Strings"), nullptr);
+    dataCount = readCount(ini, library, QStringLiteral("DataMaxCount"), QStringLiteral("Datas"), nullptr);
+    maxRow = library.toLong(ini.GetIniData(kSetting, QStringLiteral("MaxRow"), QStringLiteral("10")), 0);
+    maxCol = library.toLong(ini.GetIniData(kSetting, QStringLiteral("MaxCol"), QStringLiteral("10")), 0);
+}
+
+void ScreenSettings::load(clsINI& ini, const clsLibrary& library, const QString& modelCode, clsLog* errorLog)
+{
+    extension = ini.GetIniData(kSetting, QStringLiteral("ExtName"), QString());
+    dataPath = ini.GetIniData(kSetting, QStringLiteral("DataPath"), QString());
+    blockCount = readCount(ini, library, QStringLiteral("BlockMaxCount"), QStringLiteral("BlockInfo"), errorLog);
+    stringCount = readCount(ini, library, QStringLiteral("StringMaxCount"), QStringLiteral("Strings"), errorLog);
+    dataCount = readCount(ini, library, QStringLiteral("DataMaxCount"), QStringLiteral("Datas"), errorLog);
+    const QString filter = modelCode + QStringLiteral("パラメータファイル(*.") + ext() + QStringLiteral(")|*.") + ext();
+    dialogFilter = ini.GetIniData(kSetting, QStringLiteral("DialogFilter"), filter);
+    fontName = ini.GetIniData(kSetting, QStringLiteral("DefaultFontName"), QStringLiteral("System"));
+    fontSize = library.toDouble(ini.GetIniData(kSetting, QStringLiteral("DefaultFontSize"), QStringLiteral("11")), 0);
+    backColor = ini.GetIniData(kSetting, QStringLiteral("DefaultBackColor"), QStringLiteral("vbWindowBackground"));
+    foreColor = ini.GetIniData(kSetting, QStringLiteral("DefaultForeColor"), QStringLiteral("vbWindowText"));
+    maxRow = library.toLong(ini.GetIniData(kSetting, QStringLiteral("MaxRow"), QStringLiteral("10")), 0);
+    maxCol = library.toLong(ini.GetIniData(kSetting, QStringLiteral("MaxCol"), QStringLiteral("10")), 0);
+}

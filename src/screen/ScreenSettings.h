@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+
+class clsINI;
+class clsLibrary;
+class clsLog;
+
+// The global keys of a screen file, section "Setting".
+struct ScreenSettings
+{
+    // More sections of a kind than this are taken as a damaged count: then the sections really present count.
+    static constexpr int kMaxSections = 100000;
+
+    QString extension; // "ExtName" as stored
+    QString dataPath;
+    int blockCount = 0;
+    int stringCount = 0;
+    int dataCount = 0;
+    QString dialogFilter;
+    QString fontName;
+    double fontSize = 11;
+    QString backColor;
+    QString foreColor;
+    int maxRow = 10;
+    int maxCol = 10;
+
+    QString ext() const; // the extension with every "." removed
+
+    // Only the counts and the grid size.
+    void loadSize(clsINI& ini, const clsLibrary& library);
+    // All keys, in the order of the file. Damaged counts are noted in errorLog (may be null).
+    void load(clsINI& ini, const clsLibrary& library, const QString& modelCode, clsLog* errorLog);
+};

@@ -1,0 +1,134 @@
+#pragma once
+
+#include "ChoiceTable.h"
+#include "GridModel.h"
+
+#include <QString>
+#include <QStringList>
+
+class clsINI;
+class clsKX;
+class clsLibrary;
+class clsLog;
+
+// Item types (MType).
+enum class ItemType { Bit = 0, Data = 1, Combo = 2, Multi = 3, Input = 4, String = 5 };
+
+// Change state of an item (Edit).
+namespace EditState {
+constexpr int kUntouched = 0;
+constexpr int kRead = 1;    // taken from the controller
+constexpr int kChanged = 2; // changed by an entry or a loaded file
+} // namespace EditState
+
+// One parameter of the controller as the grid shows it. Holds the stored value (Data, as the controller holds it) and
+// turns it into the display value (VData, the text shown) by the item's type and decimal places.
+//
+// load reads the item's section; afterwards only Data and Edit change. The owner (clsKX) outlives the item and answers
+// look-ups of other tags. A reference that leads back to the item itself counts as a missing one.
+class clsData
+{
+public:
+    int Edit = EditState::kUntouched;
+
+    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+
+    // Reads section "Datas"number. bUse false: the item is visible whatever the file says.
+    void load(clsINI& objIni, int number, clsKX* owner, clsLibrary* objLib, bool bUse);
+
+    int number() const { return m_number; }
+    QString Key() const { return m_tag; }
+    QString DataName() const { return m_name; }
+    int BlockNo() const { return m_blockNo; }
+    bool Visible() const { return m_visible; }
+    int Row() const { return m_row; }
+    int Col() const { return m_col; }
+    QString WSection() const { return m_writeSection; }
+    QString RSection() const { return m_readSection; }
+    QString Address() const { return m_address; }
+    int DataLen() const { return m_dataLen; }
+    ItemType MType() const { return m_type; }
+    platform::CellType CellType() const;
+    bool showsStoredText() const; // a cell type name that is none of the known ones
+
+    QString BitOnCap() const { return m_bitOnCaption; }
+    QString BitOffCap() const { return m_bitOffCaption; }
+    int BitOn() const { return m_bitOn; }
+    int BitOff() const { return m_bitOff; }
+    int BitMask() const { return m_bitMask; }
+    QString ComboString() const; // choices separated by tab characters
+    QString Section() const { return m_multiSection; }
+    QString ICSection() const { return m_inputCSection; }
+    QString IKSection() const { return m_inputKSection; }
+    bool checkMulti() const; // chosen from a table
+    bool doMultiSelect() const { return m_typeName == u"Multi"; }
+    bool doInputSelect() const { return m_type == ItemType::Input; }
+    QString DefData() const { return m_defaultData; }
+
+    // Stored value. A value that the controller sent and one that is only the definition's default look the same:
+    // isKnown tells them apart.
+    QString Data() const { return m_data; }
+    void setData(const QString& storedValue) { m_data = storedValue; }
+    bool isKnown() const { return m_known; }
+    void setKnown(bool known) { m_known = known; }
+
+    QString VData() const;
+    int getDecimals() const;
+    QString getFormatStr() const; // "#0", "#0.0", ...
+    int ComboIdx() const;         // of the stored value among the combo data, 0 when none
+    QString ButtonCaption() const;
+
+    platform::ColorRef BackColor() const;
+    platform::ColorRef ForeColor() const { return SprForeColor(); }
+    platform::ColorRef SprForeColor() const; // blue when changed
+    bool SprFontBold() const { return Edit == EditState::kChanged; }
+
+private:
+    void readPlace(clsINI& ini, const QString& section);
+    void readValue(clsINI& ini, const QString& section);
+    void readChoices(clsINI& ini, const QString& section);
+    void readTables();
+    QString scaledDisplay() const;
+    QString comboDisplay() const;
+    int decimalsByTag(bool& decided) const;
+    int decimalsByReference() const;
+
+    int m_number = 0;
+    QString m_tag;
+    QString m_name;
+    int m_blockNo = 0;
+    bool m_visible = true;
+    QString m_enabled;
+    int m_row = 0;
+    int m_col = 0;
+    QString m_backColorName;
+    QString m_foreColorName;
+    QString m_writeSection;
+    QString m_readSection;
+    QString m_typeName;
+    ItemType m_type = ItemType::Data;
+    QString m_address;
+    int m_dataLen = 0;
+    QString m_bitOnCaption;
+    QString m_bitOffCaption;
+    int m_bitOn = 1;
+    int m_bitOff = 0;
+    int m_bitMask = 0;
+    QStringList m_dataInfo; // decimals, limits, signs, two numbers: always seven fields
+    QStringList m_comboStrings;
+    QStringList m_comboDatas;
+    QString m_multiSection;
+    QString m_inputCSection;
+    QString m_inputKSection;
+    QString m_defaultData;
+    QString m_data;
+    bool m_known = true;
+    ChoiceTable m_multiTable;
+    ChoiceTable m_inputCTable;
+    ChoiceTable m_inputKTable;
+    clsKX* m_owner = nullptr;
+    clsLibrary* m_library = nullptr;
+    clsLog* m_errorLog = nullptr;
+    clsLog* m_traceLog = nullptr;
+    mutable bool m_resolving = false; // inside a look-up that may lead back here
+};

@@ -1,0 +1,238 @@
+#include "clsKX.h"
+
+#include "GridBuilder.h"
+#include "GridRefresh.h"
+#include "OptionExpression.h"
+#include "clsINI.h"
+#include "clsLibrary.h"
+#include "clsLog.h"
+
+namespace {
+
+QString cellKey(int row, int col)
+{
+    return QString::number(row) + u'-' + QString::number(col);
+}
+
+} // namespace
+
+clsKXAdr* ImageCollection::find(const QString& section) const
+{
+    return m_byName.value(section, nullptr);
+}
+
+clsKXAdr* ImageCollection::add(const QString& section, std::unique_ptr<clsKXAdr> image)
+{
+    m_images.push_back(std::move(image));
+    m_byName.insert(section, m_images.back().get());
+    return m_images.back().get();
+}
+
+void ImageCollection::clear()
+{
+    m_byName.clear();
+    m_images.clear();
+}
+
+clsKX::clsKX(clsLibrary& library, QObject* parent) : QObject(parent), m_library(&library) {}
+
+clsKX::~clsKX() = default;
+
+void clsKX::setSpread(platform::GridModel* grid)
+{
+    m_grid = grid;
+}
+
+void clsKX::setLib(clsLibrary* library)
+{
+    m_library = library;
+}
+
+void clsKX::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+{
+    m_errorLog = objErrLog;
+    m_traceLog = objTrcLog;
+}
+
+void clsKX::logError(const QString& message) const
+{
+    if (m_errorLog != nullptr)
+        m_errorLog->LogWrite(QStringLiteral("[KXClassError]") + message);
+}
+
+void clsKX::logTrace(const QString& message) const
+{
+    if (m_traceLog != nullptr)
+        m_traceLog->LogWrite(QStringLiteral("[KXClassTrace]") + message);
+}
+
+QString clsKX::getOptStr(int n) const
+{
+    return optionText(m_modelString, n);
+}
+
+void clsKX::setMaxRC(int n)
+{
+    platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+    m_entry = ModelCatalogue(*m_library).entry(n);
+    clsINI screen = GridBuilder::screenFile(*m_library, m_entry);
+    m_settings.loadSize(screen, *m_library);
+    if (m_grid == nullptr)
+        return;
+    m_grid->setMaxRows(m_settings.maxRow);
+    m_grid->setMaxCols(m_settings.maxCol);
+}
+
+int clsKX::load(int n, clsLibrary* objLib, const QString& modelString)
+{
+    m_library = objLib;
+    m_modelString = modelString;
+    // A screen file fills itself in with every key that is missing: all of them in one replacement.
+    platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+    m_entry = ModelCatalogue(*m_library).entry(n);
+    clsINI screen = GridBuilder::screenFile(*m_library, m_entry);
+    m_settings.load(screen, *m_library, m_entry.code, m_errorLog);
+    m_eventDot.load(screen, QStringLiteral("EVDOT"), *m_library);
+    m_eventBandDot.load(screen, QStringLiteral("EVDBDOT"), *m_library);
+    if (m_grid == nullptr)
+        return 1;
+    clear();
+    GridBuilder(*this, screen).build();
+    const platform::ProfileOutcome saved = batch.commit();
+    if (!saved.ok())
+        logError(QStringLiteral("definition file not completed: ") + saved.error);
+    return 0;
+}
+
+void clsKX::clear()
+{
+    for (clsBlock* block : m_blockList)
+        block->removeData();
+    m_blockList.clear();
+    m_blockByNo.clear();
+    m_blockByCell.clear();
+    m_blocks.clear();
+    m_itemByCell.clear();
+    m_itemByTag.clear();
+    m_items.clear();
+    m_duplicates.clear();
+    m_tags.clear();
+    m_images.clear();
+}
+
+void clsKX::addBlock(std::unique_ptr<clsBlock> block, int row, int col)
+{
+    clsBlock* added = block.get();
+    m_blocks.push_back(std::move(block));
+    m_blockList.push_back(added);
+    m_blockByNo.insert(added->m_lNo, added);
+    const QString key = cellKey(row, col);
+    if (!m_blockByCell.contains(key))
+        m_blockByCell.insert(key, added);
+}
+
+clsData* clsKX::addItem(std::unique_ptr<clsData> item, int number)
+{
+    clsData* added = item.get();
+    if (added->Visible()) {
+        const QString key = cellKey(added->Row(), added->Col());
+        if (!m_itemByCell.contains(key))
+            m_itemByCell.insert(key, added);
+        else
+            logError(QStringLiteral("Datas%1: cell %2 is taken by %3").arg(number).arg(key, m_itemByCell[key]->Key()));
+    }
+    const bool isNew = !m_itemByTag.contains(added->Key());
+    if (isNew)
+        m_itemByTag.insert(added->Key(), added);
+    else
+        logError(QStringLiteral("Datas%1: tag %2 exists already").arg(number).arg(added->Key()));
+    (isNew ? m_items : m_duplicates).push_back(std::move(item));
+    m_tags[static_cast<size_t>(number)] = added->Key();
+    if (clsBlock* block = getBlockByNo(added->BlockNo()))
+        block->setData(added);
+    joinImage(*added);
+    return added;
+}
+
+void clsKX::joinImage(const clsData& item)
+{
+    if (item.RSection().isEmpty() || m_images.find(item.RSection()) != nullptr)
+        return;
+    clsKXAdr* image = m_images.add(item.RSection(), std::make_unique<clsKXAdr>());
+    try {
+        image->load(m_library->getIniFilePath(QString()), m_entry.commFile, item.RSection(), m_library);
+    } catch (const std::exception& error) {
+        logError(QStringLiteral("%1 [%2]: %3").arg(m_entry.commFile, item.RSection(), QString::fromUtf8(error.what())));
+    }
+}
+
+void clsKX::refreshSpread(bool bFromComm, const std::vector<clsBlock*>* colRefData)
+{
+    if (bFromComm)
+        GridRefresh(*this).takeFromImages(colRefData);
+    GridRefresh(*this).showAll();
+}
+
+void clsKX::refreshCell(clsData& item)
+{
+    if (!item.Visible())
+        return;
+    item.Edit = EditState::kChanged;
+    item.setKnown(true);
+    GridRefresh(*this).show(item);
+}
+
+void clsKX::setData(const QString& tag, const QString& storedValue, bool sOnlyHide)
+{
+    clsData* item = getDataByTag(tag);
+    if (item != nullptr && (!sOnlyHide || !item->Visible()))
+        item->setData(storedValue);
+}
+
+clsData* clsKX::getDataByTag(const QString& tag) const
+{
+    if (clsData* exact = m_itemByTag.value(tag, nullptr))
+        return exact;
+    for (int n = 1; n <= 9; ++n) {
+        if (clsData* numbered = m_itemByTag.value(tag + QString::number(n), nullptr))
+            return numbered;
+    }
+    return nullptr;
+}
+
+clsData* clsKX::getDataByRC(int row, int col) const
+{
+    return m_itemByCell.value(cellKey(row, col), nullptr);
+}
+
+QString clsKX::getTag(int n) const
+{
+    return n < 0 || static_cast<size_t>(n) >= m_tags.size() ? QString() : m_tags[static_cast<size_t>(n)];
+}
+
+QString clsKX::checkTag(const QString& text) const
+{
+    if (text.size() <= 3 || text.left(3).compare(u"TAG", Qt::CaseInsensitive) != 0)
+        return text;
+    const clsData* item = getDataByTag(text.mid(3));
+    return item == nullptr ? QString() : item->VData();
+}
+
+clsBlock* clsKX::getBlockByNo(int number) const
+{
+    return m_blockByNo.value(number, nullptr);
+}
+
+clsBlock* clsKX::getBlockByRC(int row, int col) const
+{
+    return m_blockByCell.value(cellKey(row, col), nullptr);
+}
+
+int clsKX::alarmDecimals(const DecimalTable& table, int k) const
+{
+    const clsData* kind = getDataByTag(QStringLiteral("PQKAL%1").arg(k));
+    const clsData* point = getDataByTag(QStringLiteral("SVDOT"));
+    const int row = kind == nullptr ? 0 : m_library->toLong(kind->Data(), 0);
+    const int col = point == nullptr ? 0 : m_library->toLong(point->VData(), 0);
+    return table.at(row, col);
+}

@@ -1,0 +1,135 @@
+#pragma once
+
+#include "DecimalTable.h"
+#include "GridModel.h"
+#include "ModelCatalogue.h"
+#include "ScreenSettings.h"
+#include "clsBlock.h"
+#include "clsData.h"
+#include "clsKXAdr.h"
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <memory>
+#include <vector>
+
+class clsLibrary;
+class clsLog;
+
+// The memory images of a model, one for each read section, in the order in which the data items name them.
+class ImageCollection
+{
+public:
+    clsKXAdr* find(const QString& section) const; // null when there is none
+    clsKXAdr* add(const QString& section, std::unique_ptr<clsKXAdr> image);
+    void clear();
+    int count() const { return static_cast<int>(m_images.size()); }
+    clsKXAdr& at(int index) const { return *m_images[static_cast<size_t>(index)]; } // 0-based
+
+private:
+    std::vector<std::unique_ptr<clsKXAdr>> m_images;
+    QHash<QString, clsKXAdr*> m_byName;
+};
+
+// A loaded model: the definition files turned into blocks, labels, data items, memory images and a filled grid.
+//
+// Order of calls: setSpread, Logs, setMaxRC(n) when the model changes, load(n, ...); then lookups and refreshSpread.
+// Owns all blocks, items and images; every load replaces them, so pointers from lookups end at the next load.
+class clsKX : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit clsKX(clsLibrary& library, QObject* parent = nullptr);
+    ~clsKX() override;
+
+    void setSpread(platform::GridModel* grid); // kept, not owned; null: load stops after the global keys
+    platform::GridModel* spread() const { return m_grid; }
+    void setLib(clsLibrary* library);
+    clsLibrary& library() const { return *m_library; }
+    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+    void logError(const QString& message) const;
+    void logTrace(const QString& message) const;
+
+    // The model string of the controller in use: decides which objects are built.
+    void setModel(const QString& modelString) { m_modelString = modelString; }
+    QString modelString() const { return m_modelString; }
+    QString ModelName() const { return m_entry.code; }
+    QString Name() const { return m_entry.name; }
+    QString Ext() const { return m_settings.ext(); }
+    QString DataPath() const { return m_settings.dataPath; }
+    QString DialogFilter() const { return m_settings.dialogFilter; }
+    int getDataMax() const { return m_settings.dataCount; }
+    QString getOptStr(int n) const;
+    const ModelEntry& entry() const { return m_entry; }
+    const ScreenSettings& settings() const { return m_settings; }
+
+    // Reads catalogue entry n and the grid size, and sizes the grid.
+    void setMaxRC(int n);
+    // Reads catalogue entry n and its whole screen file and builds the grid; 1 when no grid is attached, else 0.
+    int load(int n, clsLibrary* objLib, const QString& modelString);
+
+    // Redraws all visible items; with bFromComm first takes stored values from the memory images that hold data from
+    // the controller, for all items or those of the blocks given. Items of an image that holds none are shown empty.
+    void refreshSpread(bool bFromComm, const std::vector<clsBlock*>* colRefData);
+    // Shows one item as changed (blue, bold).
+    void refreshCell(clsData& item);
+
+    // Sets the stored value by tag; with sOnlyHide only when the item has no cell. Does not touch the grid.
+    void setData(const QString& tag, const QString& storedValue, bool sOnlyHide);
+
+    // Null or empty when not found. A tag that does not exist is tried with "1" to "9" behind it.
+    clsData* getDataByTag(const QString& tag) const;
+    clsData* getDataByRC(int row, int col) const;
+    QString getTag(int n) const;
+    QString checkTag(const QString& text) const; // "TAGxxx": that tag's display value; else the text itself
+    clsBlock* getBlockByNo(int number) const;
+    clsBlock* getBlockByRC(int row, int col) const;
+    const std::vector<clsBlock*>& BlockCol() const { return m_blockList; }
+    const ImageCollection& ColAdr() const { return m_images; }
+    const std::vector<std::unique_ptr<clsData>>& items() const { return m_items; } // in item order
+
+    // Decimal places of alarm k (1 to 3), its value and its dead-band.
+    int getEVDot(int k) const { return alarmDecimals(m_eventDot, k); }
+    int getEVDBDot(int k) const { return alarmDecimals(m_eventBandDot, k); }
+
+    // The unit switch: which input table an item uses. 0 Celsius, else Kelvin.
+    int unitSwitch() const { return m_unitSwitch; }
+    void setUnitSwitch(int value) { m_unitSwitch = value; }
+
+Q_SIGNALS:
+    // mode 0: a phase starts, number is its total and text names it; 1: step number done; 2: the phase ended.
+    void LoadEvent(int mode, int number, const QString& text);
+
+private:
+    friend class GridBuilder;
+
+    int alarmDecimals(const DecimalTable& table, int k) const;
+    void clear();
+    void addBlock(std::unique_ptr<clsBlock> block, int row, int col);
+    clsData* addItem(std::unique_ptr<clsData> item, int number);
+    void joinImage(const clsData& item);
+
+    clsLibrary* m_library;
+    clsLog* m_errorLog = nullptr;
+    clsLog* m_traceLog = nullptr;
+    platform::GridModel* m_grid = nullptr;
+    QString m_modelString;
+    ModelEntry m_entry;
+    ScreenSettings m_settings;
+    DecimalTable m_eventDot;
+    DecimalTable m_eventBandDot;
+    int m_unitSwitch = 0;
+
+    std::vector<std::unique_ptr<clsBlock>> m_blocks;
+    std::vector<clsBlock*> m_blockList;
+    QHash<int, clsBlock*> m_blockByNo;
+    QHash<QString, clsBlock*> m_blockByCell;
+    std::vector<std::unique_ptr<clsData>> m_items;
+    std::vector<std::unique_ptr<clsData>> m_duplicates; // items whose tag is taken: cells without a place in lookups
+    QHash<QString, clsData*> m_itemByTag;
+    QHash<QString, clsData*> m_itemByCell;
+    std::vector<QString> m_tags;
+    ImageCollection m_images;
+};

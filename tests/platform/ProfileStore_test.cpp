@@ -1,0 +1,255 @@
+#include "ProfileStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+using platform::CodePage;
+using platform::ProfileStore;
+
+namespace {
+
+// Bytes of a C-escaped text between the quotes, as the recorded file writes them.
+QByteArray unescaped(const QByteArray& text)
+{
+    QByteArray bytes;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\') {
+            bytes += text[i];
+            continue;
+        }
+        const char kind = text[++i];
+        if (kind == 'x') {
+            bytes += QByteArray::fromHex(text.mid(i + 1, 2));
+            i += 2;
+        } else {
+            bytes += kind == 'r' ? '\r' : kind == 'n' ? '\n' : kind == 't' ? '\t' : kind;
+        }
+    }
+    return bytes;
+}
+
+// The quoted texts of a line, in order.
+QList<QByteArray> quotedTexts(const QByteArray& line)
+{
+    QList<QByteArray> texts;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        if (line[i] != '"')
+            continue;
+        const auto start = ++i;
+        for (; line[i] != '"'; ++i) {
+            if (line[i] == '\\')
+                ++i;
+        }
+        texts << unescaped(line.mid(start, i - start));
+    }
+    return texts;
+}
+
+class Profile : public ::testing::Test
+{
+protected:
+    QTemporaryDir dir;
+    CodePage page;
+    ProfileStore store{page};
+    QString file = dir.filePath(QStringLiteral("p.ini"));
+
+    void put(const QByteArray& bytes)
+    {
+        QFile out(file);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(bytes);
+    }
+    QByteArray content()
+    {
+        QFile in(file);
+        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("<none>");
+    }
+    QString get(const char16_t* key)
+    {
+        return store.read(file, QStringLiteral("S"), QString::fromUtf16(key), QStringLiteral("DEF"), 512).text;
+    }
+    platform::ProfileOutcome set(const char16_t* key, const char16_t* value)
+    {
+        return store.write(file, QStringLiteral("S"), QString::fromUtf16(key), QString::fromUtf16(value));
+    }
+};
+
+// Runs the recorded script of reads and writes; every answer must be the recorded one.
+TEST_F(Profile, AnswersAsRecorded)
+{
+    QFile script(QStringLiteral(VORLANT_TEST_DATA "/platform/profile.txt"));
+    ASSERT_TRUE(script.open(QIODevice::ReadOnly));
+    QByteArray name;
+    int answers = 0;
+    while (!script.atEnd()) {
+        const QByteArray line = script.readLine().trimmed();
+        const QList<QByteArray> texts = quotedTexts(line);
+        const auto text = [&](int i) { return page.toText(texts[i]); };
+        if (line.startsWith("case ")) {
+            name = line.mid(5);
+            QFile::remove(file);
+        } else if (line.startsWith("file \"")) {
+            put(texts[0]);
+        } else if (line.startsWith("get ")) {
+            const QList<QByteArray> arrow = line.mid(line.lastIndexOf("\" ", line.indexOf(" -> ")) + 2).split(' ');
+            const auto value = store.read(file, text(0), text(1), text(2), arrow[0].toInt());
+            EXPECT_EQ(value.count, arrow[2].toInt()) << name.constData() << ": " << line.left(80).constData();
+            EXPECT_EQ(page.fromText(value.text), texts[3]) << name.constData() << ": " << line.left(80).constData();
+            ++answers;
+        } else if (line.startsWith("section ")) {
+            QByteArray joined;
+            for (const QString& entry : store.readSection(file, text(0)))
+                joined += page.fromText(entry) + '\0';
+            EXPECT_EQ(joined, texts[1]) << name.constData();
+            ++answers;
+        } else if (line.startsWith("put ")) {
+            EXPECT_TRUE(store.write(file, text(0), text(1), text(2)).ok()) << name.constData();
+        }
+    }
+    EXPECT_GE(answers, 70);
+}
+
+TEST_F(Profile, WritesKeepEverythingElse)
+{
+    put(QByteArray("; top\r\njunk line\r\n[S]\r\n  A = 1\r\n\r\n;note\r\n[T]\r\nX=\x83\x5c\r\n") +
+        QByteArray("raw\0nul\r\n[S]\r\nA=9\r\nopen", 23));
+    const QByteArray old = content();
+    EXPECT_TRUE(set(u"a", u"2").ok());
+    EXPECT_TRUE(set(u"B", u"3").ok());
+    QByteArray expected = old;
+    expected.replace("  A = 1\r\n", "A=2\r\n").replace(";note\r\n", ";note\r\nB=3\r\n");
+    EXPECT_EQ(content(), expected);
+}
+
+struct FormCase
+{
+    const char* name;
+    QByteArray before;
+    QByteArray after;
+};
+
+class Form : public Profile, public ::testing::WithParamInterface<FormCase>
+{};
+
+TEST_P(Form, SurvivesAWrite)
+{
+    put(GetParam().before);
+    EXPECT_TRUE(set(u"名", u"値").ok());
+    EXPECT_EQ(content(), GetParam().after);
+    EXPECT_EQ(get(u"名"), u"値");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, Form,
+    ::testing::Values(FormCase{"CodePage", "[S]\r\nK=\x83\x5b\r\n", "[S]\r\nK=\x83\x5b\r\n\x96\xbc=\x92\x6c\r\n"},
+                      FormCase{"LineFeeds", "[S]\nK=1\n\n[T]\n", "[S]\nK=1\n\x96\xbc=\x92\x6c\n\n[T]\n"},
+                      FormCase{"Utf8", "[S]\r\nK=\xe5\x80\xa4\r\n",
+                               "[S]\r\nK=\xe5\x80\xa4\r\n\xe5\x90\x8d=\xe5\x80\xa4\r\n"},
+                      FormCase{"Utf8Mark", "\xef\xbb\xbf[S]\r\n", "\xef\xbb\xbf[S]\r\n\xe5\x90\x8d=\xe5\x80\xa4\r\n"},
+                      FormCase{"OpenEnd", "[S]\nK=1", "[S]\nK=1\n\x96\xbc=\x92\x6c\n"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Profile, UnchangedWriteTouchesNoDisk)
+{
+    put("[S]\r\nA = 1\r\n");
+    EXPECT_TRUE(set(u"A", u"1").ok());
+    EXPECT_EQ(store.replacements(), 0);
+    EXPECT_EQ(content(), "[S]\r\nA = 1\r\n");
+}
+
+TEST_F(Profile, OutsideEditIsSeenAtTheNextCall)
+{
+    put("[S]\r\nA=1\r\n");
+    EXPECT_EQ(get(u"A"), u"1");
+    put("[S]\r\nA=2\r\n");
+    EXPECT_EQ(get(u"A"), u"2");
+    QFile::remove(file);
+    EXPECT_EQ(get(u"A"), u"DEF");
+}
+
+TEST_F(Profile, BatchReplacesOnceAndMergesOutsideEdits)
+{
+    put("[S]\r\nA=1\r\n");
+    ProfileStore::Batch outer(store);
+    {
+        ProfileStore::Batch inner(store);
+        for (int i = 0; i < 100; ++i)
+            set(u"N", QString::number(i).toStdU16String().c_str());
+        EXPECT_TRUE(inner.commit().ok());
+    }
+    EXPECT_EQ(get(u"N"), u"99") << "readable before it is on disk";
+    EXPECT_EQ(content(), "[S]\r\nA=1\r\n");
+    put("[S]\r\nA=1\r\nOther=5\r\n");
+    EXPECT_TRUE(outer.commit().ok());
+    EXPECT_EQ(content(), "[S]\r\nA=1\r\nOther=5\r\nN=99\r\n");
+    EXPECT_EQ(store.replacements(), 1);
+}
+
+TEST_F(Profile, TwoProcessesLoseNothing)
+{
+    constexpr int kEach = 100;
+    const auto writeMany = [&](const char16_t* prefix) {
+        ProfileStore own{page};
+        bool ok = true;
+        for (int i = 0; i < kEach; ++i)
+            ok = own.write(file, QStringLiteral("S"), QString::fromUtf16(prefix) + QString::number(i),
+                           QStringLiteral("x"))
+                     .ok() &&
+                 ok;
+        return ok;
+    };
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(writeMany(u"child") ? 0 : 1);
+    EXPECT_TRUE(writeMany(u"parent"));
+    int status = 1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(store.readSection(file, QStringLiteral("S")).size(), 2 * kEach);
+}
+
+TEST_F(Profile, FailuresAreToldAndKeepTheOldFile)
+{
+    put("[S]\r\nA=1\r\n");
+    QFile::setPermissions(file, QFile::ReadOwner);
+    const auto readOnly = set(u"A", u"2");
+    EXPECT_TRUE(readOnly.error.contains(file) && readOnly.error.contains(u"read-only")) << qPrintable(readOnly.error);
+    EXPECT_EQ(get(u"A"), u"1") << "what could not be written is not shown as stored";
+    file = dir.filePath(QStringLiteral("folder.ini"));
+    QDir().mkdir(file);
+    EXPECT_EQ(get(u"A"), u"DEF");
+    EXPECT_FALSE(set(u"A", u"2").ok());
+    file = dir.filePath(QStringLiteral("missing/p.ini"));
+    EXPECT_FALSE(set(u"A", u"2").ok());
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("p.ini")})
+        << "no litter";
+}
+
+TEST_F(Profile, KeysThatCouldNotBeFoundAgainAreRefused)
+{
+    for (const char16_t* key : {u"a=b", u"", u" ", u"two\nlines", u"[x]"})
+        EXPECT_FALSE(set(key, u"1").ok());
+    EXPECT_EQ(content(), "<none>");
+    EXPECT_TRUE(set(u"K", u"two\r\nlines").ok());
+    EXPECT_EQ(get(u"K"), u"two lines");
+}
+
+TEST_F(Profile, LinkStaysALink)
+{
+    const QString target = dir.filePath(QStringLiteral("target.ini"));
+    QFile out(target);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.close();
+    ASSERT_TRUE(QFile::link(target, file));
+    EXPECT_TRUE(set(u"A", u"1").ok());
+    EXPECT_TRUE(QFileInfo(file).isSymLink());
+    EXPECT_EQ(content(), "[S]\r\nA=1\r\n");
+}
+
+} // namespace

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "GridModel.h"
+#include "TestMachine.h"
+#include "clsCfg.h"
+#include "clsKX.h"
+#include "clsLibrary.h"
+
+#include <QFile>
+#include <QTextStream>
+#include <gtest/gtest.h>
+
+// A model whose definition files are written by the test: catalogue entry 1, "M.ini" and "MComm.ini".
+class ScreenFixture : public ::testing::Test
+{
+protected:
+    ScreenFixture() : library(box.context), kx(library)
+    {
+        settings.init(&library);
+        box.context.settings = &settings;
+        kx.setSpread(&grid);
+        library.getIniFilePath(QStringLiteral("Main"));
+        put(library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"),
+            "[KXInfos]\nKXMaxCount=1\nKXModel1=KX410\nKXName1=KX410\nKXScreenFile1=M.ini\nKXCommFile1=MComm.ini\n");
+    }
+
+    void put(const QString& desktopPath, const QByteArray& bytes)
+    {
+        QFile file(box.machine.paths.toMachine(desktopPath));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.fileName());
+        file.write(bytes);
+    }
+
+    QByteArray content(const QString& desktopPath)
+    {
+        QFile file(box.machine.paths.toMachine(desktopPath));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QString definition(const QString& name) { return library.getIniFilePath(QString()) + u'\\' + name; }
+
+    void load(const QByteArray& screen, const QByteArray& comm = {},
+              const QString& model = QStringLiteral("KX41000000-10A"))
+    {
+        put(definition(QStringLiteral("M.ini")), screen);
+        put(definition(QStringLiteral("MComm.ini")), comm);
+        kx.load(1, &library, model);
+    }
+
+    TestMachine box;
+    clsLibrary library;
+    clsCfg settings;
+    platform::GridModel grid;
+    clsKX kx;
+};
+
+// One "Datas" section with the keys that matter to the test.
+inline QByteArray dataSection(int n, const char* keys)
+{
+    return "[Datas" + QByteArray::number(n) + "]\n" + keys + "\n";
+}

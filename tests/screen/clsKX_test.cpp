@@ -1,0 +1,182 @@
+#include "ScreenFixture.h"
+
+#include <QSignalSpy>
+
+using platform::CellType;
+
+namespace {
+
+class Model : public ScreenFixture
+{
+protected:
+    // One block with a button, one label, five items in two read sections.
+    void loadSmall()
+    {
+        load(QByteArray("[Setting]\nBlockMaxCount=1\nStringMaxCount=1\nDataMaxCount=6\nMaxRow=8\nMaxCol=4\n"
+                        "[BlockInfo1]\nCellData=1,1,4,3,True,vbBlue\nButtonCaption=Send\nButtonData=1,3,vbRed,vbWhite\n"
+                        "[Strings1]\nCellData=1,1,vbYellow,vbBlack,2\nCaption=Set values\nFontBold=True\n") +
+                 dataSection(1, "Tag=SV\nBlockNo=1\nKXAddress=8002\nDataLen=2\nCellData=2,2,vbWhite,vbBlack\n"
+                                "CommRaedSection=Main\nDataInfo=1,0,1,<=,<=,0,10\nDefaultData=10") +
+                 dataSection(2, "Tag=SWQCF\nBlockNo=1\nCellType=Bit\nKXAddress=8004\nDataLen=1\nBitMask=4\n"
+                                "CellData=3,2,vbWhite,vbBlack\nCommRaedSection=Main\nDefaultData=0") +
+                 dataSection(3, "Tag=GAIN\nKXAddress=8006\nDataLen=4\nCellData=4,2,vbWhite,vbBlack\n"
+                                "CommRaedSection=Main\nDataInfo=2,0,1,<=,<=,0,10\nDefaultData=0") +
+                 dataSection(4, "Tag=PV\nDataLen=2\nCellData=5,2,vbWhite,vbBlack\nCommRaedSection=Reg\nDefaultData=0") +
+                 dataSection(5,
+                             "Tag=HID\nVisible=False\nKXAddress=8000\nDataLen=1\nCommRaedSection=Main\nDefaultData=3") +
+                 dataSection(6, "Tag=NEVER\nOption=1=Z\nCellData=6,2,vbWhite,vbBlack"),
+             "[Main]\nReadCmd1=Direct,8000,12\n[Reg]\nReadCmd1=GetAnalogInput,30001,1,PV\n");
+    }
+
+    QString text(int row, int col) { return grid.cell(row, col).text; }
+};
+
+TEST_F(Model, BuildsGrid)
+{
+    QSignalSpy events(&kx, &clsKX::LoadEvent);
+    loadSmall();
+    EXPECT_EQ(grid.maxRows(), 8);
+    EXPECT_EQ(text(1, 1), u"Set values");
+    EXPECT_TRUE(grid.cell(1, 1).font.bold);
+    EXPECT_EQ(grid.cell(1, 1).backColor, 0x00FFFFU);
+    EXPECT_EQ(grid.cell(1, 3).type, CellType::Button);
+    EXPECT_EQ(text(1, 3), u"Send");
+    ASSERT_EQ(grid.frames().size(), 1);
+    EXPECT_EQ(grid.frames()[0].color, 0xFF0000U);
+    EXPECT_EQ(grid.cell(2, 2).type, CellType::Edit);
+    EXPECT_EQ(text(2, 2), u"10.0") << "the default is shown unscaled until a read";
+    EXPECT_EQ(grid.cell(3, 2).type, CellType::Button);
+    EXPECT_EQ(grid.cell(6, 2).type, CellType::StaticText) << "option not fitted";
+    EXPECT_EQ(kx.getTag(6), QString());
+    EXPECT_EQ(kx.getTag(0), QString());
+    EXPECT_EQ(kx.getTag(1), u"SV");
+    EXPECT_EQ(kx.getBlockByRC(1, 3), kx.getBlockByNo(1));
+    EXPECT_EQ(kx.getBlockByNo(1)->Count(), 2);
+    ASSERT_EQ(kx.ColAdr().count(), 2);
+    EXPECT_TRUE(kx.ColAdr().at(1).m_bModbus);
+    ASSERT_FALSE(events.isEmpty());
+    EXPECT_EQ(events.first().value(2).toString(), u"loading Block Info.");
+    EXPECT_EQ(events.last(), (QList<QVariant>{2, 7, QString()}));
+    EXPECT_TRUE(grid.isShown());
+}
+
+TEST_F(Model, TakesValuesFromImages)
+{
+    loadSmall();
+    IndexedBytes bytes{1, QByteArray::fromHex("07"
+                                              "00"
+                                              "04D2"
+                                              "04"
+                                              "00"
+                                              "3FC00000"
+                                              "0000")};
+    clsKXAdr* main = kx.ColAdr().find(QStringLiteral("Main"));
+    main->setData(bytes);
+    main->markFilled();
+    kx.refreshSpread(true, nullptr);
+    EXPECT_EQ(text(2, 2), u"123.4");
+    EXPECT_EQ(text(3, 2), u"On");
+    EXPECT_EQ(kx.unitSwitch(), 1);
+    EXPECT_EQ(kx.getDataByTag(QStringLiteral("GAIN"))->Data(), u"1.5");
+    EXPECT_EQ(kx.getDataByTag(QStringLiteral("HID"))->Data(), u"7") << "an item without a cell takes part in reads";
+    EXPECT_EQ(text(5, 2), QString()) << "the register image was never answered";
+    EXPECT_FALSE(grid.cell(5, 2).toolTip.isEmpty());
+    EXPECT_EQ(kx.getDataByTag(QStringLiteral("PV"))->Edit, EditState::kUntouched);
+}
+
+TEST_F(Model, RefreshesOnlyTheBlocksGiven)
+{
+    loadSmall();
+    clsKXAdr* main = kx.ColAdr().find(QStringLiteral("Main"));
+    main->setData({1, QByteArray(12, '\x01')});
+    main->markFilled();
+    kx.refreshSpread(true, &kx.BlockCol());
+    EXPECT_EQ(text(2, 2), u"25.7");
+    EXPECT_EQ(kx.getDataByTag(QStringLiteral("HID"))->Data(), u"3") << "belongs to no block";
+}
+
+TEST_F(Model, ChangedCellIsBlueAndBoldUntilRead)
+{
+    loadSmall();
+    clsData* item = kx.getDataByTag(QStringLiteral("SV"));
+    kx.refreshCell(*item);
+    EXPECT_TRUE(grid.cell(2, 2).font.bold);
+    EXPECT_EQ(grid.cell(2, 2).foreColor, 0xFF0000U);
+    kx.ColAdr().find(QStringLiteral("Main"))->markFilled();
+    kx.refreshSpread(true, nullptr);
+    EXPECT_FALSE(grid.cell(2, 2).font.bold);
+    EXPECT_EQ(grid.cell(2, 2).foreColor, 0U);
+}
+
+TEST_F(Model, LooksUpByTag)
+{
+    load(QByteArray("[Setting]\nDataMaxCount=4\n") +
+         dataSection(1, "Tag=VQSV1\nCellData=1,1,vbWhite,vbBlack\nDefaultData=5") +
+         dataSection(2, "Tag=ABC10\nCellData=2,1,vbWhite,vbBlack") +
+         dataSection(3, "Tag=VQSV1\nCellData=1,1,vbWhite,vbBlack") + dataSection(4, "Tag=B"));
+    EXPECT_EQ(kx.getDataByTag(QStringLiteral("VQSV")), kx.getDataByTag(QStringLiteral("VQSV1")));
+    EXPECT_EQ(kx.getDataByTag(QStringLiteral("ABC")), nullptr);
+    EXPECT_EQ(kx.getDataByRC(1, 1), kx.getDataByTag(QStringLiteral("VQSV1"))) << "the first item keeps cell and tag";
+    EXPECT_EQ(kx.getDataByTag(QStringLiteral("VQSV1"))->number(), 1);
+    EXPECT_EQ(kx.checkTag(QStringLiteral("tagVQSV1")), u"5");
+    EXPECT_EQ(kx.checkTag(QStringLiteral("TAGNONE")), QString());
+    EXPECT_EQ(kx.checkTag(QStringLiteral("TAG")), u"TAG");
+    EXPECT_EQ(kx.checkTag(QStringLiteral("12")), u"12");
+}
+
+struct DamagedCase
+{
+    const char* name;
+    const char* screen;
+    int rows;
+    int items;
+};
+
+class DamagedScreen : public ScreenFixture, public ::testing::WithParamInterface<DamagedCase>
+{};
+
+TEST_P(DamagedScreen, LoadsWhatIsThere)
+{
+    put(definition(QStringLiteral("M.ini")), GetParam().screen);
+    EXPECT_EQ(kx.load(1, &library, QStringLiteral("KX41000000-10A")), 0);
+    EXPECT_EQ(grid.maxRows(), GetParam().rows);
+    EXPECT_EQ(static_cast<int>(kx.items().size()), GetParam().items);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, DamagedScreen,
+    ::testing::Values(
+        DamagedCase{"Empty", "", 10, 0}, DamagedCase{"Binary", "\x01\xFF\xFE[\x81=\x9F\n]]\n[Setting", 10, 0},
+        DamagedCase{"NegativeCounts", "[Setting]\nBlockMaxCount=-1\nStringMaxCount=-5\nDataMaxCount=-1\nMaxRow=-1\n", 0,
+                    0},
+        DamagedCase{"TextCounts", "[Setting]\nBlockMaxCount=x\nDataMaxCount=many\nMaxRow=1e\n", 0, 0},
+        DamagedCase{"TooLarge", "[Setting]\nDataMaxCount=2147483648\nMaxRow=3\n[Datas1]\nTag=A\n", 3, 0},
+        DamagedCase{"HugeCount",
+                    "[Setting]\nDataMaxCount=2147483647\nBlockMaxCount=2147483647\nMaxRow=3\n[Datas1]\nTag=A\n"
+                    "[Datas2]\nTag=B\n[Datas4]\nTag=D\n",
+                    3, 2},
+        DamagedCase{"CutInTheMiddle", "[Setting]\nDataMaxCount=2\nMaxRow=3\n[Datas1]\nTag=A\nCellDa", 3, 2}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Model, MissingScreenFileIsAnEmptyGrid)
+{
+    EXPECT_EQ(kx.load(1, &library, QString()), 0);
+    EXPECT_EQ(grid.maxRows(), 10);
+    EXPECT_EQ(grid.maxCols(), 10);
+    EXPECT_TRUE(content(definition(QStringLiteral("M.ini"))).contains("MaxRow=10"));
+}
+
+TEST_F(Model, CatalogueIsWrittenOnce)
+{
+    ModelCatalogue catalogue(library);
+    put(library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"), "[KXInfos]\nKXMaxCount=0\n");
+    catalogue.ensureBuiltIn();
+    EXPECT_EQ(catalogue.all().size(), 7U);
+    EXPECT_EQ(catalogue.entry(3).screenFile, u"KX620Screen.ini");
+    EXPECT_EQ(catalogue.numberOf(QStringLiteral("KX910")), 7);
+    put(library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"), "[KXInfos]\nKXMaxCount=00\n");
+    catalogue.ensureBuiltIn();
+    EXPECT_EQ(catalogue.all().size(), 0U) << "only an exact 0 asks for the built-in models";
+}
+
+} // namespace
