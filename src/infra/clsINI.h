@@ -14,8 +14,8 @@ class clsINI
 public:
     explicit clsINI(Context& context);
 
-    void setIniPath(const QString& NewValue);     // folder; refused when it names a plain file
-    void setIniFileName(const QString& NewValue); // bare name; refused with any of \ / : * ? " < > |
+    void setIniPath(const QString& NewValue);       // folder; refused when it names a plain file
+    void setIniFileName(const QString& NewValue);   // bare name; refused with any of \ / : * ? " < > |
     int BufferSize() const { return m_bufferSize; } // bytes of a single read, terminator included
     void setBufferSize(int size);                   // taken when greater than 0
 
@@ -42,6 +42,9 @@ private:
     int m_bufferSize = 512;
     Context& m_context;
 
-    QString machineFile() const;
-    void logFailure(int number, const QString& description);
+    QString m_machineFile; // of path and name, empty until asked for
+    QString m_lastFailure;
+
+    const QString& machineFile();
+    void noteOutcome(int number, const platform::ProfileOutcome& outcome);
 };

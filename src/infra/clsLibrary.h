@@ -67,6 +67,7 @@ public:
 private:
     Context& m_context;
     QString m_systemPath;
+    QString m_shortDate; // pattern of a date by the user's locale
     clsLog* m_errorLog = nullptr;
     clsLog* m_traceLog = nullptr;
 };

@@ -15,10 +15,10 @@ public:
 
     explicit clsLog(platform::Machine& machine);
 
-    void setLogPath(const QString& folder);     // refused when it names a plain file
-    void setLogFileName(const QString& name);   // bare name; refused with any of \ / : * ? " < > |
-    void setMaxLogCnt(int records);             // taken when greater than 0; default 4095
-    void setLogRecSize(int bytes);              // taken when greater than 27; default 256
+    void setLogPath(const QString& folder);   // refused when it names a plain file
+    void setLogFileName(const QString& name); // bare name; refused with any of \ / : * ? " < > |
+    void setMaxLogCnt(int records);           // taken when greater than 0; default 4095
+    void setLogRecSize(int bytes);            // taken when greater than 27; default 256
     bool LogSwitch() const { return m_logSwitch; }
     void setLogSwitch(bool on) { m_logSwitch = on; }
 

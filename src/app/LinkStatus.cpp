@@ -1,0 +1,25 @@
+#include "LinkStatus.h"
+
+QString linkStatusText(const LinkStatus& link)
+{
+    if (link.offLine)
+        return QStringLiteral("off-line (UseCommunicate=True): nothing is sent");
+    if (!link.open)
+        return QStringLiteral("COM%1 is closed: %2")
+            .arg(link.port)
+            .arg(link.error.isEmpty() ? QStringLiteral("connect the adapter and receive again")
+                                      : link.error.simplified());
+    return QStringLiteral("COM%1 %2 %3,%4 %5 slave %6")
+        .arg(link.port)
+        .arg(link.device, link.speed, link.chara, link.transmissionMode == 1 ? u"ASCII" : u"RTU")
+        .arg(link.slaveAddress);
+}
+
+QString communicationNotice(const QString& settingsFile)
+{
+    return QStringLiteral("The communication settings are in the file\n%1\n\n"
+                          "[Setting] LastModelNo, LastModelString, LastSlaveAdr, LastModebusMode (0 RTU, 1 ASCII)\n"
+                          "[Comm1] CommPortNo, CommSpeed, CommProtocolCharacter\n\n"
+                          "Quit, change them, and start again.")
+        .arg(settingsFile);
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+// The serial link as the status bar tells of it.
+struct LinkStatus
+{
+    bool offLine = false; // the settings switch communication off
+    bool open = false;
+    int port = 1;
+    QString device; // "/dev/ttyUSB0"; empty: COMn stands for nothing
+    QString speed;
+    QString chara;
+    int transmissionMode = 0; // 0 RTU, 1 ASCII
+    int slaveAddress = 1;
+    QString error; // why it is not open, with the remedy
+};
+
+// "COM1 /dev/ttyUSB0 9600,N,8,1 RTU slave 1", or why there is no link and what helps.
+QString linkStatusText(const LinkStatus& link);
+
+// Where the communication settings are and which keys they have, for a person who has to change them.
+QString communicationNotice(const QString& settingsFile);

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "TransferEngine.h"
+
+#include <QDateTime>
+#include <QString>
+
+class clsKX;
+
+// What the grid holds, as the status bar tells of it.
+struct ReadStatus
+{
+    MainState state = MainState::NoConnection;
+    bool busy = false;
+    bool offLine = false;
+    int unread = 0;    // parameters without a value from the controller, after a read
+    QDateTime readAt;  // end of the last complete read
+    ReadReport report; // of the last read
+};
+
+// "not connected", "not read", "reading...", "read at 14:07:09", "3 parameters not read".
+QString readStatusText(const ReadStatus& status);
+
+// The requests without an answer and the last reason; empty when there is nothing to explain.
+QString readStatusToolTip(const ReadStatus& status);
+
+// Parameters of the loaded model that no answer has brought.
+int countUnread(const clsKX& kx);

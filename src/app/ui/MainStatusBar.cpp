@@ -1,0 +1,48 @@
+#include "MainStatusBar.h"
+
+#include <QLabel>
+
+MainStatusBar::MainStatusBar(QWidget* parent)
+    : QStatusBar(parent), m_model(addPanel(QStringLiteral("panelModel"), QStringLiteral("Model"), 0)),
+      m_link(addPanel(QStringLiteral("panelLink"), QStringLiteral("Serial link"), 2)),
+      m_state(addPanel(QStringLiteral("panelState"), QStringLiteral("State of the data"), 1))
+{
+    setObjectName(QStringLiteral("stbMain"));
+    setAccessibleName(QStringLiteral("Status"));
+}
+
+QLabel* MainStatusBar::addPanel(const QString& objectName, const QString& accessibleName, int stretch)
+{
+    auto* panel = new QLabel(this);
+    panel->setObjectName(objectName);
+    panel->setAccessibleName(accessibleName);
+    panel->setTextFormat(Qt::PlainText);
+    // A long reason must not force the window to its own width: it is cut, and whole in the tool tip.
+    panel->setMinimumWidth(1);
+    panel->setSizePolicy(stretch > 0 ? QSizePolicy::Ignored : QSizePolicy::Preferred, QSizePolicy::Preferred);
+    panel->setMargin(3);
+    addWidget(panel, stretch);
+    return panel;
+}
+
+void MainStatusBar::setModelText(const QString& text)
+{
+    m_model->setText(text);
+}
+
+QString MainStatusBar::modelText() const
+{
+    return m_model->text();
+}
+
+void MainStatusBar::setLinkText(const QString& text)
+{
+    m_link->setText(text);
+    m_link->setToolTip(text);
+}
+
+void MainStatusBar::setStateText(const QString& text, const QString& toolTip)
+{
+    m_state->setText(text);
+    m_state->setToolTip(toolTip.isEmpty() ? text : toolTip);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QStatusBar>
+
+class QLabel;
+
+// Status bar of the main window: model string, serial link, state of the grid.
+class MainStatusBar : public QStatusBar
+{
+    Q_OBJECT
+
+public:
+    explicit MainStatusBar(QWidget* parent = nullptr);
+
+    void setModelText(const QString& text);
+    QString modelText() const;
+    void setLinkText(const QString& text);
+    void setStateText(const QString& text, const QString& toolTip);
+
+private:
+    QLabel* addPanel(const QString& objectName, const QString& accessibleName, int stretch);
+
+    QLabel* m_model;
+    QLabel* m_link;
+    QLabel* m_state;
+};

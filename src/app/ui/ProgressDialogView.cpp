@@ -1,0 +1,35 @@
+#include "ProgressDialogView.h"
+
+#include "frmProgbar.h"
+
+ProgressDialogView::ProgressDialogView(QWidget& owner) : m_owner(owner) {}
+
+ProgressDialogView::~ProgressDialogView() = default;
+
+void ProgressDialogView::open(int maximum, const QString& title, const QString& text, bool disableOwner,
+                              bool cancelButton)
+{
+    if (m_dialog == nullptr) {
+        m_dialog = std::make_unique<frmProgbar>();
+        connect(m_dialog.get(), &frmProgbar::ProgCancel, this, &ProgressDialogView::cancelled);
+    }
+    m_dialog->showModeless(&m_owner, maximum, title, text, 0, disableOwner, cancelButton);
+}
+
+void ProgressDialogView::setPosition(int position)
+{
+    if (m_dialog != nullptr)
+        m_dialog->setPos(position);
+}
+
+void ProgressDialogView::setText(const QString& text)
+{
+    if (m_dialog != nullptr)
+        m_dialog->setText(text);
+}
+
+void ProgressDialogView::close()
+{
+    if (m_dialog != nullptr)
+        m_dialog->unloadForm();
+}

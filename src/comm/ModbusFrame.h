@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+
+// The two wire forms of a Modbus serial frame and their check values ("MODBUS over Serial Line", V1.02, 2.5).
+namespace modbusframe {
+
+constexpr int kMaxWireBytes = 513;    // longest frame on the line, ASCII form
+constexpr int kMaxEncodedBytes = 256; // longest binary frame with LRC that has an ASCII form
+constexpr int kMinAsciiBytes = 9;
+constexpr int kMinRtuBytes = 4;
+
+// CRC-16 of the first count bytes (reflected polynomial 0x8005, start 0xFFFF); its low byte goes on the line first.
+quint16 crc16(const QByteArray& bytes, qsizetype count);
+
+// Two's complement of the sum of the first count bytes.
+quint8 lrc(const QByteArray& bytes, qsizetype count);
+
+// ":", two upper-case digits a byte, CR LF. Empty for less than 1 or more than 256 bytes.
+QByteArray toAscii(const QByteArray& binary);
+
+// The bytes of an ASCII frame; empty when it is malformed (even or too long, no colon, other digits than 0-9 A-F).
+QByteArray fromAscii(const QByteArray& ascii);
+
+// The wire form of a binary frame (address, function, data), with its check value.
+QByteArray toWire(const QByteArray& frame, bool ascii);
+
+} // namespace modbusframe

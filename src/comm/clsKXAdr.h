@@ -1,0 +1,96 @@
+#pragma once
+
+#include "IndexedBytes.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <stdexcept>
+#include <vector>
+
+class clsINI;
+class clsLibrary;
+
+// One stretch of the controller's memory: the original image (as last read, or last written), the write image (with the
+// user's pending changes), and the command lists that move it. Addresses are hexadecimal texts without prefix; the
+// start address is element 1 of the images; values of several bytes are big-endian.
+//
+// In register mode (no "Direct" read entry) the image is one 16-bit register. Addresses outside the image read as 0 and
+// write nothing.
+class clsKXAdr
+{
+public:
+    static constexpr int kMaxCommands = 1000;    // entries of a list; a larger count is taken as damaged
+    static constexpr int kMaxImageBytes = 65536; // likewise for the size of an image
+
+    // Reads one section of a comm file. Throws std::invalid_argument when "ReadCmdMax" is not a number.
+    void load(const QString& sPath, const QString& sINIFile, const QString& section, clsLibrary* oLib);
+
+    // Command lists, index from 1; another index throws std::out_of_range.
+    int MsgMax() const { return static_cast<int>(m_reads.size()); }
+    QString Cmd(int i) const { return m_reads.at(slot(i)).command; }
+    QString Adr(int i) const { return m_reads.at(slot(i)).address; }
+    int Cnt(int i) const { return m_reads.at(slot(i)).count; }
+    QString Tag(int i) const { return m_reads.at(slot(i)).tag; }
+    int WMsgMax() const { return static_cast<int>(m_writes.size()); }
+    QString WCmd(int i) const { return m_writes.at(slot(i)).command; }
+    QString WAdr(int i) const { return m_writes.at(slot(i)).address; }
+    int WCnt(int i) const { return m_writes.at(slot(i)).count; }
+    QString WTag(int i) const { return m_writes.at(slot(i)).tag; }
+
+    bool m_bModbus = true; // register mode
+    QString Section() const { return m_section; }
+    QString WSection() const { return {}; }
+    QString StartAddress() const { return m_startAddress; }
+    void setDeviceID(const QVariant& id) { Q_UNUSED(id); }
+
+    // Whether the original image holds what the controller sent in the last read.
+    bool isFilled() const { return m_filled; }
+    void markFilled() { m_filled = true; }
+    void clearFilled() { m_filled = false; }
+
+    void setData(const IndexedBytes& bytData); // both images
+    void setCopy() { m_original = m_write; }
+    QByteArray getOrgData() const;
+    IndexedBytes getWriteData(bool bMaxLen) const;
+
+    void setByte(const QString& sAdr, quint8 value);
+    quint8 getByte(const QString& sAdr) const;
+    void setInteger(const QString& sAdr, qint16 iData);
+    qint16 getInteger(const QString& sAdr, qint16 iDefData) const;
+    QString getString(const QString& sAdr, int iDataCount, const QString& sDefData) const;
+    void setLong(const QString& sAdr, qint32 lData);
+    qint32 getLong(const QString& sAdr, qint32 lDefData) const;
+    void setSingle(const QString& sAdr, float sngData);
+    float getSingle(const QString& sAdr, float sngDefData) const;
+    void setBit(const QString& sAdr, int mask, bool bValue);
+    int getBit(const QString& sAdr, int mask, int lDefBit) const;
+
+private:
+    struct Command
+    {
+        QString command;
+        QString address;
+        int count = 0;
+        QString tag;
+    };
+
+    static size_t slot(int i) { return static_cast<size_t>(i) - 1; }
+    void loadReads(clsINI& ini, int count);
+    void loadWrites(clsINI& ini, int count);
+    qint64 offsetOf(const QString& address) const; // -1: no address
+    quint32 original32(const QString& address) const;
+
+    std::vector<Command> m_reads;
+    std::vector<Command> m_writes;
+    QString m_section;
+    QString m_startAddress;
+    int m_imageSize = 1;
+    int m_writeSize = 0;
+    IndexedBytes m_original;
+    IndexedBytes m_write;
+    qint16 m_originalRegister = 0;
+    qint16 m_writeRegister = 0;
+    bool m_filled = false;
+    clsLibrary* m_library = nullptr;
+};

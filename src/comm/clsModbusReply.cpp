@@ -1,0 +1,136 @@
+#include "clsModbus.h"
+
+#include "ModbusFrame.h"
+
+#include <algorithm>
+#include <bit>
+
+// The receiving half of clsModbus as a master: the check of a frame and the interpretation of a reply.
+
+namespace {
+
+constexpr int kExceptionMark = 129;
+
+quint8 byteAt(const QByteArray& bytes, qsizetype index)
+{
+    return index < bytes.size() ? static_cast<quint8>(bytes[index]) : 0;
+}
+
+} // namespace
+
+bool clsModbus::fail(int code)
+{
+    m_errorCode = code;
+    return false;
+}
+
+bool clsModbus::SetRecvMessage(QByteArray& bytRecv, qint32 lngRecvSize)
+{
+    m_errorCode = kNoError;
+    QByteArray frame;
+    const qsizetype length = std::clamp<qsizetype>(lngRecvSize, 0, bytRecv.size());
+    bool valid = checkFrame(bytRecv, length, frame);
+    if (valid && m_masterMode) {
+        interpretRequest(frame);
+        valid = false;
+    } else if (valid) {
+        valid = interpretReply(frame);
+    }
+    if (!valid)
+        return m_errorCode == kNoError ? fail(kBadReply) : false;
+    m_received = bytRecv.left(m_recvSize);
+    m_received.append(m_recvSize - m_received.size(), '\0');
+    return true;
+}
+
+// frame: address, function code and data, without the check value.
+bool clsModbus::checkFrame(QByteArray& bytes, qsizetype length, QByteArray& frame)
+{
+    if (m_transmissionMode == 1) {
+        const QByteArray decoded =
+            length < modbusframe::kMinAsciiBytes ? QByteArray() : modbusframe::fromAscii(bytes.left(length));
+        if (decoded.size() < 3)
+            return fail(kBadReply);
+        bytes = decoded;
+        frame = decoded.chopped(1);
+        if (modbusframe::lrc(frame, frame.size()) != static_cast<quint8>(decoded.back()))
+            return fail(kLrcError);
+    } else {
+        if (length < modbusframe::kMinRtuBytes || length > modbusframe::kMaxWireBytes)
+            return fail(kBadReply);
+        frame = bytes.left(length - 2);
+        const quint16 crc = modbusframe::crc16(frame, frame.size());
+        if (byteAt(bytes, length - 2) != (crc & 0xFF) || byteAt(bytes, length - 1) != crc >> 8)
+            return fail(kCrcError);
+    }
+    return byteAt(frame, 0) == m_slaveAddress || fail(kBadReply);
+}
+
+bool clsModbus::interpretReply(const QByteArray& frame)
+{
+    const int functionCode = byteAt(frame, 1);
+    if (functionCode >= kExceptionMark)
+        return fail(byteAt(frame, 2));
+    switch (functionCode) {
+    case 1:
+    case 2:
+        return takeBytes(frame, 3, byteAt(frame, 2));
+    case 3:
+    case 4:
+        return takeRegisters(frame);
+    case 5:
+    case 6:
+        return frame == m_request;
+    case 16:
+        return sameAt(frame, 4);
+    case 66:
+        if (byteAt(m_request, 2) != 0)
+            return functionCode == byteAt(m_request, 1);
+        return takeBytes(frame, 4, byteAt(m_request, 7));
+    case 70:
+        return takeFloats(frame);
+    case 71:
+        return sameAt(frame, 5);
+    default:
+        return false;
+    }
+}
+
+bool clsModbus::sameAt(const QByteArray& frame, int offset) const
+{
+    return frame.size() >= offset + 2 && ByteToInt(frame, offset) == ByteToInt(m_request, offset);
+}
+
+// Values that the reply announces but does not hold are a failure: nothing is made up.
+bool clsModbus::takeBytes(const QByteArray& frame, int first, int count)
+{
+    if (count > kValues || frame.size() < first + count)
+        return false;
+    for (int i = 1; i <= count; ++i)
+        setDigitalVal(i, byteAt(frame, first + i - 1));
+    return true;
+}
+
+bool clsModbus::takeRegisters(const QByteArray& frame)
+{
+    const int count = byteAt(frame, 2) / 2;
+    if (count > kValues || frame.size() < 3 + 2 * count)
+        return false;
+    for (int i = 1; i <= count; ++i)
+        setAlalogVal(i, ByteToInt(frame, 2 * i + 1));
+    return true;
+}
+
+bool clsModbus::takeFloats(const QByteArray& frame)
+{
+    const int count = byteAt(frame, 3) / 4;
+    if (count > kValues || frame.size() < 4 + 4 * count)
+        return false;
+    for (int i = 1; i <= count; ++i) {
+        quint32 bits = 0;
+        for (int k = 3; k >= 0; --k)
+            bits = bits << 8U | byteAt(frame, 4 * i + k);
+        setFloatingVal(i, std::bit_cast<float>(bits));
+    }
+    return true;
+}

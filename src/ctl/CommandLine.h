@@ -1,0 +1,36 @@
+#pragma once
+
+#include "OutputFormat.h"
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+enum class Command { Help, Version, Models, Ports, Read };
+
+// What the user asked for. An option that was left out has no value: then the main settings file decides.
+struct CommandLine
+{
+    Command command = Command::Help;
+    QString port; // a device, or COMn
+    QString speed;
+    QString chara;
+    std::optional<int> transmissionMode; // 0 RTU, 1 ASCII
+    std::optional<int> slave;            // 1 to 247
+    QString model;                       // a code of the catalogue, or a whole model string
+    std::optional<int> timeoutSeconds;   // 1 to 3600
+    bool quiet = false;
+    QString outputFile; // empty: standard output
+    OutputFormat format = OutputFormat::Table;
+};
+
+struct ParsedCommandLine
+{
+    CommandLine line;
+    QString error; // one line; empty when the command line makes sense
+};
+
+// arguments: without the program's name.
+ParsedCommandLine parseCommandLine(const QStringList& arguments);
+
+QString helpText();

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// Exit status of vorlantctl.
+enum class ExitStatus {
+    Done = 0,
+    Usage = 2,      // the command line makes no sense
+    NoAnswer = 3,   // no port, or no sound answer from the controller
+    WrongModel = 4, // the controller is another model than the one chosen
+    BadFile = 5     // a file or definition cannot be read or written
+};
+
+// What a command came to: what belongs on standard output, or one line that says what failed, where, and what to do.
+struct CommandResult
+{
+    ExitStatus status = ExitStatus::Done;
+    QByteArray output; // UTF-8; empty after a failure
+    QString failure;   // empty when done
+
+    static CommandResult done(const QByteArray& output) { return {ExitStatus::Done, output, QString()}; }
+    static CommandResult failed(ExitStatus status, const QString& line) { return {status, QByteArray(), line}; }
+    bool ok() const { return status == ExitStatus::Done; }
+};

@@ -1,0 +1,48 @@
+#include "ModelChoice.h"
+
+#include "LastState.h"
+
+namespace {
+
+CommandResult usage(const QString& line)
+{
+    return CommandResult::failed(ExitStatus::Usage, line);
+}
+
+CommandResult chooseLast(ModelCatalogue& catalogue, const LastState& last, ModelChoice& choice)
+{
+    if (last.modelString.isEmpty())
+        return usage(QStringLiteral("no model was used before; name one with --model (vorlantctl models lists them)"));
+    const ModelEntry entry = catalogue.entry(last.modelNo);
+    if (entry.screenFile.isEmpty())
+        return CommandResult::failed(
+            ExitStatus::BadFile,
+            QStringLiteral("LastModelNo=%1 of the settings is not in the model catalogue; name a model with --model")
+                .arg(last.modelNo));
+    choice = {entry, last.modelString};
+    return {};
+}
+
+bool matches(const ModelEntry& entry, const QString& wanted)
+{
+    const bool whole = wanted.size() == kModelStringLength && wanted.startsWith(entry.code);
+    return !entry.code.isEmpty() && (entry.code == wanted || whole);
+}
+
+} // namespace
+
+CommandResult chooseModel(ModelCatalogue& catalogue, const QString& wanted, const LastState& last, ModelChoice& choice)
+{
+    if (wanted.isEmpty())
+        return chooseLast(catalogue, last, choice);
+    for (const ModelEntry& entry : catalogue.all()) {
+        if (!matches(entry, wanted))
+            continue;
+        const bool known = last.modelString.startsWith(entry.code);
+        const QString plain = entry.code + kPlainModelEnding;
+        choice = {entry, wanted != entry.code ? wanted : known ? last.modelString : plain};
+        return {};
+    }
+    return usage(
+        QStringLiteral("--model: \"%1\" is not in the model catalogue; vorlantctl models lists it").arg(wanted));
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "CommandResult.h"
+#include "ModelCatalogue.h"
+
+#include <QString>
+
+struct LastState;
+
+// The model that a command works with.
+struct ModelChoice
+{
+    ModelEntry entry;
+    QString modelString; // whole model string, decides which objects the model has
+};
+
+// What a bare code stands for when the settings know no longer string that begins with it: a controller without
+// options.
+inline const QString kPlainModelEnding = QStringLiteral("00000-10A");
+inline constexpr int kModelStringLength = 14;
+
+// wanted: a code of the catalogue, a whole model string, or empty for the model used last. On failure the result says
+// why and choice is left as it was.
+CommandResult chooseModel(ModelCatalogue& catalogue, const QString& wanted, const LastState& last, ModelChoice& choice);

@@ -1,0 +1,35 @@
+#include "PortsCommand.h"
+
+#include "TextTable.h"
+
+#include <QSet>
+
+namespace {
+
+constexpr int kMaxComNumber = 99;
+
+}
+
+CommandResult listPorts(const platform::ComPorts& ports)
+{
+    TextTable table({QStringLiteral("Port"), QStringLiteral("Device"), QStringLiteral("Description")});
+    QSet<QString> named;
+    for (int n = 1; n <= kMaxComNumber; ++n) {
+        const platform::ComPort port = ports.resolve(n);
+        if (port.device.isEmpty())
+            continue;
+        named.insert(port.device);
+        table.add({QStringLiteral("COM%1").arg(n), port.device, port.description});
+    }
+    bool any = !named.isEmpty();
+    for (const platform::ComPort& port : ports.installed()) {
+        if (!named.contains(port.device))
+            table.add({QStringLiteral("-"), port.device, port.description});
+        any = true;
+    }
+    if (any)
+        return CommandResult::done(table.text().toUtf8());
+    return CommandResult::failed(ExitStatus::NoAnswer,
+                                 QStringLiteral("this machine has no serial port; connect an adapter, or name a device "
+                                                "with the environment variable VORLANT_COM1"));
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "CommandLine.h"
+#include "CommandResult.h"
+#include "ControlShell.h"
+#include "GridModel.h"
+#include "LastState.h"
+#include "ModelChoice.h"
+#include "TransferEngine.h"
+#include "clsKX.h"
+#include "uclComm.h"
+
+#include <QObject>
+#include <memory>
+
+class ProgramContext;
+
+// `read`: all parameters of the controller. One object, one run. Stricter than the window: a request that got no sound
+// answer ends the command, so the output holds either every value or nothing.
+class ReadCommand : public QObject
+{
+    Q_OBJECT
+
+public:
+    // All kept by reference.
+    ReadCommand(ProgramContext& program, const CommandLine& line, ProgressView& progress);
+
+    // Returns when the read has ended, dispatching events while it waits.
+    CommandResult run();
+    // Ends a run that is under way.
+    void interrupt();
+
+private:
+    CommandResult checkDefinition() const;
+    CommandResult checkFile(const QString& name) const;
+    CommandResult openLink();
+    CommandResult assignPort();
+    CommandResult loadModel();
+    void transfer();
+    void onAttemptFailed(const QString& entry, int attempt, int maximum, const QString& reason);
+    CommandResult result() const;
+    CommandResult noAnswer() const;
+    CommandResult wrongModel() const;
+    int slaveAddress() const;
+    int transmissionMode() const;
+    QString lineText() const;
+
+    ProgramContext& m_program;
+    const CommandLine& m_line;
+    ProgressView& m_progress;
+    LastState m_last;
+    ModelChoice m_model;
+    platform::GridModel m_grid;
+    uclComm m_link;
+    clsKX m_kx;
+    std::unique_ptr<TransferEngine> m_engine;
+    bool m_interrupted = false;
+    QString m_lostRequest; // the request that was given up, with the reason
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+// Columns a terminal uses for a text: two for a full-width character, none for a combining mark.
+int displayWidth(const QString& text);
+
+// Rows of text in aligned columns, two blanks apart, with a heading.
+class TextTable
+{
+public:
+    explicit TextTable(const QStringList& heading);
+
+    // A row has as many fields as the heading. Control characters become blanks: a row stays one line.
+    void add(const QStringList& row);
+    QString text() const;
+
+private:
+    QVector<QStringList> m_rows;
+    QVector<int> m_widths;
+};

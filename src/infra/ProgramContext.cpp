@@ -1,0 +1,58 @@
+#include "ProgramContext.h"
+
+#include "clsINI.h"
+
+ProgramContext::ProgramContext(const QString& executableFolder, const QProcessEnvironment& environment,
+                               const platform::SystemColors& colors)
+    : ProgramContext(platform::PathMap(),
+                     platform::Folders::forProcess(platform::PathMap(), executableFolder,
+                                                   QStringLiteral(VORLANT_INSTALLED_DATA), environment),
+                     environment, colors)
+{}
+
+ProgramContext::ProgramContext(const platform::PathMap& paths, const platform::Folders& folders,
+                               const QProcessEnvironment& environment, const platform::SystemColors& colors)
+    : m_machine(platform::CodePage::fromEnvironment(), paths, folders, m_clock, colors), m_errorLog(m_machine),
+      m_traceLog(m_machine),
+      m_eventLog(m_machine), m_context{m_machine, &m_errorLog, &m_eventLog, &m_settings, QString()},
+      m_library(m_context), m_ports(environment, [this](const QString& key) { return portSetting(key); })
+{
+    openLogs();
+    m_library.Logs(&m_errorLog, &m_traceLog);
+    m_settings.init(&m_library);
+    m_settings.load();
+}
+
+void ProgramContext::openLogs()
+{
+    m_machine.paths.makeOneDir(m_machine.folders.program());
+    m_machine.paths.makeOneDir(m_machine.folders.program() + QStringLiteral("\\Log"));
+    openLog(m_traceLog, QStringLiteral("Trc.log"));
+    openLog(m_errorLog, QStringLiteral("Err.log"));
+    openLog(m_eventLog, QStringLiteral(".log"));
+}
+
+void ProgramContext::openLog(clsLog& log, const QString& ending)
+{
+    log.setLogPath(m_machine.folders.program() + QStringLiteral("\\Log"));
+    log.setLogFileName(m_machine.folders.baseName() + ending);
+}
+
+QString ProgramContext::portSetting(const QString& key)
+{
+    clsINI ini(m_context);
+    ini.setIniPath(m_library.getIniFilePath(QStringLiteral("Main")));
+    ini.setIniFileName(m_library.getIniFileName(QString()));
+    return ini.GetIniData(QStringLiteral("Ports"), key, QString(), true);
+}
+
+QString ProgramContext::settingsFile() const
+{
+    return m_machine.paths.toMachine(m_library.getIniFilePath(QStringLiteral("Main")) + u'\\' +
+                                     m_library.getIniFileName(QString()));
+}
+
+QString ProgramContext::definitionFile(const QString& name) const
+{
+    return m_machine.paths.toMachine(m_library.getIniFilePath(QString()) + u'\\' + name);
+}

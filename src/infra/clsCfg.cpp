@@ -1,0 +1,86 @@
+#include "clsCfg.h"
+
+#include "clsINI.h"
+#include "clsLibrary.h"
+
+namespace {
+
+const QString kSection = QStringLiteral("Setting");
+
+struct BooleanKey
+{
+    const char* key;
+    bool clsCfg::*field;
+};
+
+struct TextKey
+{
+    const char* key;
+    QString clsCfg::*field;
+    const char* defaultText;
+};
+
+// In the order in which they are read.
+constexpr BooleanKey kFirstFlags[] = {
+    {"ShowRecieveConfForm", &clsCfg::m_bViewRecvConf},   {"ShowSendConfForm", &clsCfg::m_bViewSendConf},
+    {"ShowProgramEndConfForm", &clsCfg::m_bViewEndConf}, {"ColWidthAdjustDesign", &clsCfg::m_bAdjustDesign},
+    {"ForceAppFontUpdate", &clsCfg::m_bForceFont},       {"UseCommunicate", &clsCfg::m_bComm},
+    {"NotPermitPrevInstance", &clsCfg::m_bPrevInstance},
+};
+constexpr TextKey kTexts[] = {
+    {"ForceFont", &clsCfg::m_sFont, "System"},
+    {"ForceFontSize", &clsCfg::m_sFontSize, "9"},
+    {"ForceFontWidth", &clsCfg::m_sFontWidth, "0"},
+    {"ForceFontHeight", &clsCfg::m_sFontHeight, "0"},
+};
+constexpr BooleanKey kLastFlags[] = {
+    {"ShowLoadingScreen", &clsCfg::m_bLoadView},
+    {"ShowInputSelectConfForm", &clsCfg::m_bViewInputConf},
+    {"ShowUnitSelectConfForm", &clsCfg::m_bViewUnitConf},
+};
+const QString kCharSet = QStringLiteral("ForceFontCharSet");
+
+clsINI settingsFile(const clsLibrary& library)
+{
+    clsINI ini(library.context());
+    ini.setIniPath(library.getIniFilePath(QStringLiteral("Main")));
+    ini.setIniFileName(library.getIniFileName(QString()));
+    return ini;
+}
+
+} // namespace
+
+void clsCfg::init(clsLibrary* objLib)
+{
+    m_library = objLib;
+}
+
+void clsCfg::load()
+{
+    clsINI ini = settingsFile(*m_library);
+    const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+    const auto readFlag = [&](const BooleanKey& flag) {
+        const QString text = ini.GetIniData(kSection, QLatin1String(flag.key), QStringLiteral("False"));
+        this->*flag.field = m_library->toBoolean(text, false);
+    };
+    for (const BooleanKey& flag : kFirstFlags)
+        readFlag(flag);
+    for (const TextKey& text : kTexts)
+        this->*text.field = ini.GetIniData(kSection, QLatin1String(text.key), QLatin1String(text.defaultText));
+    for (const BooleanKey& flag : kLastFlags)
+        readFlag(flag);
+    m_lCharSet = m_library->toLong(ini.GetIniData(kSection, kCharSet, QStringLiteral("0")), 0);
+}
+
+void clsCfg::save()
+{
+    clsINI ini = settingsFile(*m_library);
+    const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+    for (const BooleanKey& flag : kFirstFlags)
+        ini.PutIniData(kSection, QLatin1String(flag.key), this->*flag.field);
+    for (const TextKey& text : kTexts)
+        ini.PutIniData(kSection, QLatin1String(text.key), this->*text.field);
+    for (const BooleanKey& flag : kLastFlags)
+        ini.PutIniData(kSection, QLatin1String(flag.key), this->*flag.field);
+    ini.PutIniData(kSection, kCharSet, m_lCharSet);
+}

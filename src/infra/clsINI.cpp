@@ -1,0 +1,129 @@
+#include "clsINI.h"
+
+#include "FolderName.h"
+#include "Numbers.h"
+#include "clsLog.h"
+
+namespace {
+
+constexpr int kPutFailure = 556;
+
+QString textOf(const QVariant& item)
+{
+    switch (item.typeId()) {
+    case QMetaType::Bool:
+        return item.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+    case QMetaType::Float:
+        return platform::singleText(item.toFloat());
+    case QMetaType::Double:
+        return platform::doubleText(item.toDouble());
+    default:
+        return item.toString();
+    }
+}
+
+} // namespace
+
+clsINI::clsINI(Context& context)
+    : m_iniPath(withBackslash(context.machine.folders.program())),
+      m_iniFileName(context.machine.folders.baseName() + QStringLiteral(".ini")), m_context(context)
+{}
+
+void clsINI::setIniPath(const QString& NewValue)
+{
+    takeFolder(m_context.machine.paths, NewValue, m_iniPath);
+    m_machineFile.clear();
+}
+
+void clsINI::setIniFileName(const QString& NewValue)
+{
+    takeFileName(NewValue, m_iniFileName);
+    m_machineFile.clear();
+}
+
+void clsINI::setBufferSize(int size)
+{
+    if (size > 0)
+        m_bufferSize = size;
+}
+
+const QString& clsINI::machineFile()
+{
+    if (m_machineFile.isEmpty())
+        m_machineFile = m_context.machine.paths.toMachine(m_iniPath + m_iniFileName);
+    return m_machineFile;
+}
+
+QString clsINI::GetIniData(const QString& strSection, const QString& strKey, const QString& strDefault, bool bReadOnly)
+{
+    const auto stored = m_context.machine.profiles.read(machineFile(), strSection, strKey, strDefault, m_bufferSize);
+    const QString value = stored.count >= 1 ? stored.text : strDefault;
+    if (value == strDefault && !bReadOnly)
+        PutIniData(strSection, strKey, strDefault);
+    return value;
+}
+
+void clsINI::PutIniData(const QString& strSection, const QString& strKey, const QVariant& vntItem)
+{
+    if (!vntItem.isValid() || (vntItem.isNull() && vntItem.typeId() != QMetaType::QString))
+        return;
+    noteOutcome(kPutFailure, m_context.machine.profiles.write(machineFile(), strSection, strKey, textOf(vntItem)));
+}
+
+// The same failure again and again (every key of a read-only file) is one line, not thousands.
+void clsINI::noteOutcome(int number, const platform::ProfileOutcome& outcome)
+{
+    if (outcome.ok() || outcome.error == m_lastFailure)
+        return;
+    m_lastFailure = outcome.error;
+    if (m_context.errorLog != nullptr)
+        m_context.errorLog->LogWrite(QStringLiteral("Exception error　%1->").arg(number) + outcome.error);
+}
+
+QString clsINI::GetWindowsPath()
+{
+    if (m_windowsPath.isEmpty() && !m_context.machine.folders.windows().isEmpty())
+        m_windowsPath = withBackslash(m_context.machine.folders.windows());
+    return m_windowsPath;
+}
+
+QString clsINI::GetSystemPath()
+{
+    if (m_systemPath.isEmpty() && !m_context.machine.folders.system().isEmpty())
+        m_systemPath = withBackslash(m_context.machine.folders.system());
+    return m_systemPath;
+}
+
+QString clsINI::GetWinTempPath()
+{
+    const QString folder = m_context.machine.folders.temporary();
+    return folder.isEmpty() ? QString() : withBackslash(folder);
+}
+
+int clsINI::EnumSectionString(const QString& strSection, QStringList& strSectionString)
+{
+    const QStringList lines = m_context.machine.profiles.readSection(machineFile(), strSection);
+    if (lines.isEmpty())
+        return -1;
+    strSectionString = lines;
+    return static_cast<int>(lines.size());
+}
+
+int clsINI::clearSection(const QString& strSection)
+{
+    QStringList lines;
+    EnumSectionString(strSection, lines);
+    platform::ProfileStore::Batch batch(m_context.machine.profiles);
+    int emptied = 0;
+    for (const QString& line : lines) {
+        const auto equals = line.size() > 1 ? line.indexOf(u'=') : -1;
+        const QString key = equals < 0 ? line : line.left(equals);
+        const QString value = equals < 0 ? line : line.mid(equals + 1);
+        if (value.isEmpty())
+            continue;
+        PutIniData(strSection, key, QStringLiteral(""));
+        ++emptied;
+    }
+    noteOutcome(kPutFailure, batch.commit());
+    return emptied;
+}

@@ -1,0 +1,214 @@
+#include "clsLibrary.h"
+
+#include "Colours.h"
+#include "Conversions.h"
+#include "FileLocations.h"
+#include "FilePaths.h"
+#include "FolderName.h"
+#include "TextTools.h"
+#include "clsINI.h"
+#include "clsLog.h"
+
+#include <QLocale>
+
+#include <cmath>
+
+namespace {
+
+// The short date of the user's locale with a four-digit year.
+QString localShortDate()
+{
+    const QString order = QLocale::system().dateFormat(QLocale::ShortFormat).toLower();
+    if (order.startsWith(u'm'))
+        return QStringLiteral("MM/DD/YYYY");
+    return order.startsWith(u'd') ? QStringLiteral("DD/MM/YYYY") : QStringLiteral("YYYY/MM/DD");
+}
+
+constexpr double kDiskUnit = 10000; // bytes
+
+} // namespace
+
+clsLibrary::clsLibrary(Context& context) : m_context(context), m_shortDate(localShortDate()) {}
+
+bool clsLibrary::toBoolean(const QVariant& vVal, bool defVal) const
+{
+    Q_UNUSED(defVal); // every value that is not True reads as False
+    return convert::toBoolean(vVal);
+}
+
+qint16 clsLibrary::toCheckVal(const QVariant& vVal, qint16 defVal) const
+{
+    Q_UNUSED(defVal);
+    return convert::toCheckVal(vVal);
+}
+
+qint32 clsLibrary::toLong(const QVariant& vVal, qint32 defVal) const
+{
+    return convert::toLong(vVal, defVal);
+}
+
+qint16 clsLibrary::toInteger(const QVariant& vVal, qint16 defVal) const
+{
+    return convert::toInteger(vVal, defVal);
+}
+
+double clsLibrary::toDouble(const QVariant& vVal, double defVal) const
+{
+    return convert::toDouble(vVal, defVal);
+}
+
+float clsLibrary::toSingle(const QVariant& vVal, float defVal) const
+{
+    return convert::toSingle(vVal, defVal);
+}
+
+qint16 clsLibrary::toModalVal(bool bModal) const
+{
+    return bModal ? 1 : 0;
+}
+
+QString clsLibrary::getIniFilePath(const QString& kind) const
+{
+    return iniFilePath(m_context.machine, kind);
+}
+
+QString clsLibrary::getIniFileName(const QString& kind) const
+{
+    Q_UNUSED(kind);
+    return iniFileName(m_context.machine);
+}
+
+void clsLibrary::saveINIParam(const QString& section, const QString& key, const QVariant& value) const
+{
+    clsINI ini(m_context);
+    ini.setIniPath(getIniFilePath(QStringLiteral("Main")));
+    ini.setIniFileName(getIniFileName(QString()));
+    ini.PutIniData(section, key, value);
+}
+
+bool clsLibrary::FileExists(const QString& FileName) const
+{
+    return m_context.machine.paths.fileExists(FileName);
+}
+
+bool clsLibrary::DirExists(const QString& PathName) const
+{
+    return m_context.machine.paths.dirExists(PathName);
+}
+
+bool clsLibrary::MakeDir(const QString& strPathOrg) const
+{
+    return filepaths::makeDir(m_context.machine, strPathOrg);
+}
+
+QString clsLibrary::GetFileTitle(const QString& path) const
+{
+    return filepaths::fileTitle(path);
+}
+
+QString clsLibrary::GetFileExt(const QString& name) const
+{
+    return filepaths::fileExtension(name);
+}
+
+QString clsLibrary::GetFileTitleEx(const QString& path) const
+{
+    return filepaths::fileTitleWithoutExt(path);
+}
+
+QString clsLibrary::GetDirName(const QString& path) const
+{
+    return filepaths::dirName(path);
+}
+
+bool clsLibrary::FileName_Check(const QString& strFileName, int CounterMode) const
+{
+    return filepaths::isFileName(strFileName, CounterMode);
+}
+
+bool clsLibrary::FileNameWithLen_Check(const QString& FileName, int CounterMode, int LenLimit) const
+{
+    return filepaths::isFileNameWithin(m_context.machine, FileName, CounterMode, LenLimit);
+}
+
+bool clsLibrary::PathName_Check(const QString& strPathName) const
+{
+    return filepaths::isPathName(m_context.machine, strPathName);
+}
+
+int clsLibrary::CheckDriveType(const QString& strDrive) const
+{
+    return static_cast<int>(m_context.machine.paths.driveType(strDrive));
+}
+
+bool clsLibrary::CheckDrive(const QString& strPathName) const
+{
+    return filepaths::isLocalDrive(m_context.machine, strPathName);
+}
+
+bool clsLibrary::GetDiskFreeSP(const QString& strPathName, double& lngTotal, double& lngFreeSize) const
+{
+    qint64 total = 0;
+    qint64 available = 0;
+    if (!m_context.machine.paths.diskSpace(strPathName, total, available))
+        return false;
+    lngTotal = std::nearbyint(static_cast<double>(total) / kDiskUnit);
+    lngFreeSize = std::nearbyint(static_cast<double>(available) / kDiskUnit);
+    return true;
+}
+
+QString clsLibrary::GetSystemPath()
+{
+    if (m_systemPath.isEmpty() && !m_context.machine.folders.system().isEmpty())
+        m_systemPath = withBackslash(m_context.machine.folders.system());
+    return m_systemPath;
+}
+
+QString clsLibrary::getDataToken(const QString& text, const QString& sTokenCh) const
+{
+    return texttools::dataToken(text, sTokenCh);
+}
+
+QString clsLibrary::getKeyToken(const QString& text, const QString& sTokenCh) const
+{
+    return texttools::keyToken(text, sTokenCh);
+}
+
+QString clsLibrary::GetCommand(const QString& strC, const QString& strP, bool UcaseFlag) const
+{
+    return texttools::commandArgument(strC, strP, UcaseFlag);
+}
+
+QString clsLibrary::HexString(const QByteArray& bytes) const
+{
+    return texttools::hexString(bytes);
+}
+
+QString clsLibrary::getAdrString(qint32 lAdr) const
+{
+    return texttools::addressText(lAdr);
+}
+
+QString clsLibrary::ExFormat(const QVariant& vExpression, const QString& vFormat, int vFirstDatOfWeek,
+                             int vFirstWeekOfYear) const
+{
+    Q_UNUSED(vFirstDatOfWeek); // no pattern of this program counts weeks
+    Q_UNUSED(vFirstWeekOfYear);
+    return texttools::format(vExpression, vFormat, m_shortDate);
+}
+
+qint32 clsLibrary::StrToColor(const QString& sColor, qint32 defaultColor) const
+{
+    return colours::fromText(*m_context.machine.colors, sColor, defaultColor);
+}
+
+qint32 clsLibrary::ToCOLOEREF(qint32 color) const
+{
+    return colours::toColorRef(*m_context.machine.colors, color);
+}
+
+void clsLibrary::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+{
+    m_errorLog = objErrLog;
+    m_traceLog = objTrcLog;
+}

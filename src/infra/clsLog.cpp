@@ -1,0 +1,104 @@
+#include "clsLog.h"
+
+#include "FolderName.h"
+
+#include <QFile>
+#include <QtEndian>
+
+namespace {
+
+struct Header
+{
+    qint32 count = 0;
+    qint32 size = 0;
+    qint32 last = 0; // record written last, from 1; 0: none
+};
+
+bool readHeader(QFile& file, Header& header)
+{
+    const QByteArray bytes = file.read(clsLog::kHeaderBytes);
+    if (bytes.size() < clsLog::kHeaderBytes)
+        return false;
+    header = {qFromLittleEndian<qint32>(bytes.constData()), qFromLittleEndian<qint32>(bytes.constData() + 4),
+              qFromLittleEndian<qint32>(bytes.constData() + 8)};
+    return true;
+}
+
+QByteArray headerBytes(const Header& header)
+{
+    QByteArray bytes(clsLog::kHeaderBytes, '\0');
+    qToLittleEndian(header.count, bytes.data());
+    qToLittleEndian(header.size, bytes.data() + 4);
+    qToLittleEndian(header.last, bytes.data() + 8);
+    bytes[14] = '\r';
+    bytes[15] = '\n';
+    return bytes;
+}
+
+// Takes the next body of width bytes off the message; a double-byte character is never cut in two.
+QByteArray takeBody(const platform::CodePage& codePage, QByteArray& message, qsizetype width)
+{
+    QByteArray body = message.left(width);
+    const QString text = codePage.toText(message);
+    if (message.size() > width && !text.startsWith(codePage.toText(body)))
+        body.chop(1);
+    message.remove(0, body.size());
+    return body.leftJustified(width, ' ');
+}
+
+bool writeAt(QFile& file, qint64 offset, const QByteArray& bytes)
+{
+    return file.seek(offset) && file.write(bytes) == bytes.size();
+}
+
+} // namespace
+
+clsLog::clsLog(platform::Machine& machine) : m_machine(machine), m_logPath(withBackslash(machine.folders.program())) {}
+
+void clsLog::setLogPath(const QString& folder)
+{
+    takeFolder(m_machine.paths, folder, m_logPath);
+}
+
+void clsLog::setLogFileName(const QString& name)
+{
+    takeFileName(name, m_logFileName);
+}
+
+void clsLog::setMaxLogCnt(int records)
+{
+    if (records > 0)
+        m_maxLogCnt = records;
+}
+
+void clsLog::setLogRecSize(int bytes)
+{
+    if (bytes > kFrameBytes)
+        m_logRecSize = bytes;
+}
+
+void clsLog::LogWrite(const QString& Message)
+{
+    if (!m_logSwitch)
+        return;
+    const QByteArray stamp = m_machine.clock.now().toString(QStringLiteral("[yyyy/MM/dd HH:mm:ss:zzz]")).toLatin1();
+    QFile file(m_machine.paths.toMachine(m_logPath + m_logFileName));
+    if (file.fileName().isEmpty() || !file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
+        return;
+    Header header;
+    const bool known = readHeader(file, header) && header.count == m_maxLogCnt && header.size == m_logRecSize &&
+                       header.last >= 0 && header.last <= m_maxLogCnt;
+    if (!known) {
+        header = {m_maxLogCnt, m_logRecSize, 0};
+        if (!file.resize(0) || !writeAt(file, 0, headerBytes(header)))
+            return;
+    }
+    QByteArray rest = m_machine.codePage.fromText(Message);
+    do {
+        const QByteArray body = takeBody(m_machine.codePage, rest, m_logRecSize - kFrameBytes);
+        header.last = header.last >= header.count ? 1 : header.last + 1;
+        const qint64 offset = kHeaderBytes + static_cast<qint64>(header.last - 1) * m_logRecSize;
+        if (!writeAt(file, offset, stamp + body + "\r\n") || !writeAt(file, 0, headerBytes(header)))
+            return;
+    } while (!rest.isEmpty());
+}

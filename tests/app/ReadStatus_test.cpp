@@ -1,0 +1,68 @@
+#include "ReadStatus.h"
+
+#include "GridHint.h"
+#include "LinkStatus.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+ReadStatus filled()
+{
+    ReadStatus status;
+    status.state = MainState::UpToDate;
+    status.readAt = QDateTime(QDate(2007, 3, 5), QTime(14, 7, 9));
+    status.report.requests = 12;
+    return status;
+}
+
+TEST(ReadStatus, TellsWhatTheGridHolds)
+{
+    ReadStatus status;
+    EXPECT_EQ(readStatusText(status), u"not connected");
+    status.state = MainState::Confirmed;
+    EXPECT_EQ(readStatusText(status), u"not read");
+    EXPECT_EQ(readStatusText(filled()), u"read at 14:07:09");
+    status = filled();
+    status.busy = true;
+    EXPECT_EQ(readStatusText(status), u"reading...");
+}
+
+TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
+{
+    ReadStatus status = filled();
+    status.unread = 3;
+    status.report.givenUp << QStringLiteral("Main: Direct 8000");
+    status.report.lastFailure = QStringLiteral("Timeout");
+    EXPECT_EQ(readStatusText(status), u"3 parameters not read (Main: Direct 8000)");
+    EXPECT_TRUE(readStatusToolTip(status).contains(u"Timeout"));
+    status = filled();
+    status.report.requests = 0;
+    EXPECT_TRUE(readStatusText(status).startsWith(u"nothing read"));
+    status.offLine = true;
+    EXPECT_EQ(readStatusText(status), u"default values");
+}
+
+TEST(LinkStatus, SaysHowOrWhyNot)
+{
+    LinkStatus link{
+        false, true, 2,        QStringLiteral("/dev/ttyUSB0"), QStringLiteral("9600"), QStringLiteral("N,8,1"),
+        1,     7,    QString()};
+    EXPECT_EQ(linkStatusText(link), u"COM2 /dev/ttyUSB0 9600,N,8,1 ASCII slave 7");
+    link.open = false;
+    link.error = QStringLiteral("no permission:\njoin the group dialout");
+    EXPECT_EQ(linkStatusText(link), u"COM2 is closed: no permission: join the group dialout");
+    link.offLine = true;
+    EXPECT_TRUE(linkStatusText(link).startsWith(u"off-line"));
+}
+
+TEST(GridHint, NamesTheFileToChange)
+{
+    const QString screen = QStringLiteral("/p/ini/M.ini");
+    const QString settings = QStringLiteral("/c/Vorlant.ini");
+    EXPECT_TRUE(gridHint(QString(), 0, screen, settings).contains(settings));
+    EXPECT_TRUE(gridHint(QStringLiteral("KX41000000-10A"), 0, screen, settings).contains(screen));
+    EXPECT_EQ(gridHint(QStringLiteral("KX41000000-10A"), 3, screen, settings), QString());
+}
+
+} // namespace

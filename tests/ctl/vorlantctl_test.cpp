@@ -1,0 +1,220 @@
+#include "ScriptedController.h"
+#include "SoundController.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <memory>
+
+namespace {
+
+constexpr int kGenerousMs = 60000;
+
+// The program itself, in a scratch program folder, with a scripted controller on a pseudo-terminal.
+class VorlantCtl : public ::testing::Test
+{
+protected:
+    VorlantCtl()
+    {
+        EXPECT_TRUE(soundController::install(path("program"), path("config")));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("VORLANT_PROGRAM_DIR"), path("program"));
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), path("config"));
+        environment.insert(QStringLiteral("HOME"), dir.path());
+        process.setProcessEnvironment(environment);
+    }
+
+    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
+
+    void plug(ScriptedController::Answer answer)
+    {
+        controller = std::make_unique<ScriptedController>(std::move(answer));
+    }
+
+    // Runs to the end; returns the exit status.
+    int run(const QStringList& arguments)
+    {
+        QSignalSpy finished(&process, &QProcess::finished);
+        process.start(QStringLiteral(VORLANT_CTL), arguments);
+        if (finished.isEmpty() && !finished.wait(kGenerousMs))
+            return -1;
+        output = process.readAllStandardOutput();
+        errors = process.readAllStandardError();
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+    }
+
+    int readWith(const QStringList& more = {})
+    {
+        return run(QStringList{QStringLiteral("--port"), controller->device(), QStringLiteral("--model"),
+                               QStringLiteral("KX410"), QStringLiteral("read")} +
+                   more);
+    }
+
+    void expectOneLineAbout(const char* text)
+    {
+        EXPECT_TRUE(errors.contains(text)) << errors.toStdString();
+        EXPECT_EQ(errors.count('\n'), 1) << errors.toStdString();
+        EXPECT_TRUE(output.isEmpty()) << output.toStdString();
+    }
+
+    QTemporaryDir dir;
+    QProcess process;
+    std::unique_ptr<ScriptedController> controller;
+    QByteArray output;
+    QByteArray errors;
+};
+
+TEST_F(VorlantCtl, ReadPrintsTheControllersValues)
+{
+    plug([](const QByteArray& request) { return soundController::reply(request); });
+    ASSERT_EQ(readWith({QStringLiteral("--as"), QStringLiteral("json")}), 0) << errors.toStdString();
+    EXPECT_TRUE(errors.isEmpty()) << "no progress when nobody watches";
+    const QJsonArray items = QJsonDocument::fromJson(output).array();
+    ASSERT_EQ(items.size(), 3);
+    const auto text = [&](int i, const char* key) {
+        return items[i].toObject()[QLatin1String(key)].toString().toStdString();
+    };
+    EXPECT_EQ(text(0, "value"), soundController::kModel.toStdString());
+    EXPECT_EQ(text(1, "tag"), "VQSV1");
+    EXPECT_EQ(text(1, "name"), "設定値");
+    EXPECT_EQ(text(1, "value"), "25.8");
+    EXPECT_EQ(text(1, "data"), "258");
+    EXPECT_EQ(text(2, "value"), "42");
+}
+
+TEST_F(VorlantCtl, ReadWritesTheFileWhole)
+{
+    plug([](const QByteArray& request) { return soundController::reply(request); });
+    ASSERT_EQ(readWith({QStringLiteral("-o"), path("out.csv"), QStringLiteral("--as"), QStringLiteral("csv")}), 0);
+    EXPECT_TRUE(output.isEmpty());
+    QFile file(path("out.csv"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("VQSV1,設定値,,25.8,258\r\n"));
+}
+
+TEST_F(VorlantCtl, OptionsDoNotReachTheSettings)
+{
+    plug([](const QByteArray& request) { return soundController::reply(request.left(8)); });
+    ASSERT_EQ(readWith({QStringLiteral("--speed"), QStringLiteral("19200")}), 0) << errors.toStdString();
+    QFile settings(path("config") + QStringLiteral("/Vorlan/Vorlant.ini"));
+    ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+    const QByteArray text = settings.readAll();
+    EXPECT_TRUE(text.contains("CommSpeed=9600")) << text.toStdString();
+    EXPECT_FALSE(text.contains(controller->device().toUtf8()));
+}
+
+TEST_F(VorlantCtl, OneLostRequestPrintsNothing)
+{
+    plug(soundController::damagedReply);
+    EXPECT_EQ(readWith(), 3);
+    expectOneLineAbout("Main: Direct 8000");
+}
+
+TEST_F(VorlantCtl, OtherModel)
+{
+    plug([](const QByteArray& request) { return soundController::reply(request, "KX41312000-20B"); });
+    EXPECT_EQ(readWith(), 4);
+    expectOneLineAbout("KX41312000-20B");
+}
+
+TEST_F(VorlantCtl, InterruptEndsARead)
+{
+    plug([this](const QByteArray&) {
+        kill(static_cast<pid_t>(process.processId()), SIGINT);
+        return QByteArray();
+    });
+    EXPECT_EQ(readWith(), 3);
+    expectOneLineAbout("interrupted");
+}
+
+TEST_F(VorlantCtl, NoSuchPort)
+{
+    EXPECT_EQ(run({QStringLiteral("--port"), path("nothing"), QStringLiteral("--model"), QStringLiteral("KX410"),
+                   QStringLiteral("read")}),
+              3);
+    expectOneLineAbout("nothing");
+}
+
+TEST_F(VorlantCtl, FileThatCannotBeWritten)
+{
+    plug([](const QByteArray& request) { return soundController::reply(request); });
+    EXPECT_EQ(readWith({QStringLiteral("-o"), path("no/such/folder/out.json")}), 5);
+    expectOneLineAbout("no/such/folder/out.json");
+}
+
+struct BadDefinition
+{
+    const char* name;
+    const char* file;
+    const char* content; // null: the file is missing
+};
+
+class VorlantCtlDefinition : public VorlantCtl, public ::testing::WithParamInterface<BadDefinition>
+{};
+
+TEST_P(VorlantCtlDefinition, IsRefused)
+{
+    plug([](const QByteArray& request) { return soundController::reply(request); });
+    const QString file = path("program/ini/") + QLatin1String(GetParam().file);
+    ASSERT_TRUE(QFile::remove(file));
+    if (GetParam().content != nullptr) {
+        ASSERT_TRUE(soundController::writeFile(file, GetParam().content));
+    }
+    EXPECT_EQ(readWith(), 5);
+    expectOneLineAbout(GetParam().file);
+    EXPECT_EQ(QFile::exists(file), GetParam().content != nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, VorlantCtlDefinition,
+                         ::testing::Values(BadDefinition{"NoScreenFile", "M.ini", nullptr},
+                                           BadDefinition{"NoCommFile", "MComm.ini", nullptr},
+                                           BadDefinition{"EmptyScreenFile", "M.ini", ""},
+                                           BadDefinition{"NoReadCommands", "MComm.ini", "[Id]\n"},
+                                           BadDefinition{"BinaryScreenFile", "M.ini",
+                                                         "\x7F"
+                                                         "ELF\x02\xFF\xFE"}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(VorlantCtl, ModelsListsTheCatalogue)
+{
+    ASSERT_EQ(run({QStringLiteral("models")}), 0);
+    EXPECT_EQ(output.toStdString(),
+              "No  Code   Name   Screen file  Comm file\n1   KX410  KX410  M.ini        MComm.ini\n");
+}
+
+TEST_F(VorlantCtl, PortsShowsWhatAComNameStandsFor)
+{
+    QProcessEnvironment environment = process.processEnvironment();
+    environment.insert(QStringLiteral("VORLANT_COM7"), QStringLiteral("/dev/bench"));
+    process.setProcessEnvironment(environment);
+    ASSERT_EQ(run({QStringLiteral("ports")}), 0) << errors.toStdString();
+    EXPECT_TRUE(output.contains("COM7")) << output.toStdString();
+    EXPECT_TRUE(output.contains("/dev/bench"));
+}
+
+TEST_F(VorlantCtl, UsageIsStatusTwo)
+{
+    EXPECT_EQ(run({QStringLiteral("compare")}), 2);
+    expectOneLineAbout("\"compare\"");
+    EXPECT_EQ(run({QStringLiteral("read")}), 2) << "no model was ever chosen";
+    expectOneLineAbout("--model");
+    EXPECT_EQ(run({QStringLiteral("--model"), QStringLiteral("ZZ999"), QStringLiteral("read")}), 2);
+    expectOneLineAbout("\"ZZ999\"");
+}
+
+TEST_F(VorlantCtl, LastModelOfTheSettingsIsTheDefault)
+{
+    ASSERT_TRUE(soundController::install(path("program"), path("config"),
+                                         "[Setting]\nLastModelNo=1\nLastModelString=KX41099999-99Z\n"));
+    plug([](const QByteArray& request) { return soundController::reply(request, "KX41099999-99Z"); });
+    EXPECT_EQ(run({QStringLiteral("--port"), controller->device(), QStringLiteral("read")}), 0) << errors.toStdString();
+    EXPECT_TRUE(output.contains("KX41099999-99Z"));
+}
+
+} // namespace
