@@ -13,6 +13,7 @@
 namespace {
 
 const QString kDirect = QStringLiteral("Direct");
+constexpr qint64 kNoOffset = INT32_MIN; // far outside every image
 
 // The first length bytes of an image from its first element on, and one element more, which is 0.
 QByteArray padded(const IndexedBytes& image, int length)
@@ -103,7 +104,7 @@ qint64 clsKXAdr::offsetOf(const QString& address) const
     const auto start = platform::parseInt32(QStringLiteral("&h") + m_startAddress);
     const auto place = platform::parseInt32(QStringLiteral("&h") + address);
     if (!start || !place)
-        return -1;
+        return kNoOffset;
     return static_cast<qint64>(*place) - *start + 1;
 }
 

@@ -78,7 +78,7 @@ private:
     static size_t slot(int i) { return static_cast<size_t>(i) - 1; }
     void loadReads(clsINI& ini, int count);
     void loadWrites(clsINI& ini, int count);
-    qint64 offsetOf(const QString& address) const; // -1: no address
+    qint64 offsetOf(const QString& address) const;
     quint32 original32(const QString& address) const;
 
     std::vector<Command> m_reads;

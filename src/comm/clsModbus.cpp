@@ -218,7 +218,7 @@ QString clsModbus::ChangeMsg(const QString& strCommand)
     QString shown;
     for (const QChar c : strCommand) {
         if (c.unicode() > 0xFF)
-            shown += QStringLiteral("<???>");
+            shown += QStringLiteral("<\?\?\?>");
         else if (c.unicode() > 31)
             shown += c;
         else

@@ -136,6 +136,8 @@ private:
     static quint64 keyOf(int row, int col) { return static_cast<quint64>(row) << 32 | static_cast<quint32>(col); }
     bool inside(int row, int col) const { return row >= 1 && row <= m_rows && col >= 1 && col <= m_cols; }
     Cell& own(int row, int col);
+    template <typename Value> void setField(int row, int col, Value Cell::*field, const Value& value);
+    void measure() const;
     void changed(int row, int col);
 
     int m_rows = 0;
@@ -146,6 +148,9 @@ private:
     QHash<int, double> m_colWidths;
     QHash<int, double> m_rowHeights;
     const TextMeasure* m_measure;
+    mutable QHash<int, double> m_textWidths;  // by column, valid while m_measured
+    mutable QHash<int, double> m_textHeights; // by row
+    mutable bool m_measured = false;
     ColorRef m_backColor = 0x80000005;
     ColorRef m_grayColor = 0x808080;
     bool m_shown = true;

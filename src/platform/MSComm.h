@@ -40,7 +40,7 @@ public:
 
     int CommPort() const;
     void setCommPort(int number); // COMn, 1 to 99; other numbers are ignored
-    QString Settings() const;     // "9600,N,8,1": speed, parity (N E O M S), data bits 4 to 8, stop bits 1, 1.5, 2
+    QString Settings() const;     // "9600,N,8,1": speed, parity (N E O M S), data bits 5 to 8, stop bits 1, 1.5, 2
     bool setSettings(const QString& settings); // false and unchanged when the text makes no sense
     int InBufferSize() const;
     void setInBufferSize(int bytes); // 1 and up

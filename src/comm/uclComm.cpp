@@ -1,0 +1,246 @@
+#include "uclComm.h"
+
+#include "EventWait.h"
+#include "clsINI.h"
+#include "clsLibrary.h"
+
+#include <algorithm>
+
+using platform::CommEvent;
+
+namespace {
+
+const QString kNotIdle = QStringLiteral("アイドルではありません。");
+const QString kTimeout = QStringLiteral("Timeout");
+constexpr int kDefaultTimeOut = 5;
+
+// The texts of the serial control's events that are passed on; null for those that mean bytes may have come.
+const char* eventText(CommEvent event)
+{
+    switch (event) {
+    case CommEvent::Send:
+        return "comEvSend";
+    case CommEvent::CTS:
+        return "comEvCTS Clear To Send";
+    case CommEvent::DSR:
+        return "comEvDSR Data Set Ready";
+    case CommEvent::CD:
+        return "comEvCD Carrier Detect";
+    case CommEvent::Ring:
+        return "comEvRing";
+    case CommEvent::Eof:
+        return "comEvEOF EOF (End Of File)";
+    case CommEvent::Break:
+        return "comEventBreak";
+    case CommEvent::Frame:
+        return "comEventFrame";
+    case CommEvent::Overrun:
+        return "comEventOverrun";
+    case CommEvent::RxOver:
+        return "comEventRxOver";
+    case CommEvent::RxParity:
+        return "comEventRxParity";
+    case CommEvent::TxFull:
+        return "comEventTxFull";
+    case CommEvent::DCB:
+        return "comEventDCB";
+    case CommEvent::None:
+    case CommEvent::Receive:
+        break;
+    }
+    return nullptr;
+}
+
+QDateTime wholeSeconds(const QDateTime& when)
+{
+    return when.addMSecs(-when.time().msec());
+}
+
+clsINI settingsFile(const clsLibrary& library)
+{
+    clsINI ini(library.context());
+    ini.setIniPath(library.getIniFilePath(QStringLiteral("Main")));
+    ini.setIniFileName(library.getIniFileName(QString()));
+    return ini;
+}
+
+} // namespace
+
+uclComm::uclComm(const platform::ComPorts& ports, platform::Clock& clock, QObject* parent)
+    : QObject(parent), m_ports(ports), m_clock(clock), m_comm(ports), m_timer(clock.makeTimer())
+{
+    connect(&m_comm, &platform::MSComm::OnComm, this, &uclComm::onCommEvent);
+    connect(m_timer.get(), &platform::Timer::timeout, this, &uclComm::onTick);
+}
+
+uclComm::~uclComm()
+{
+    m_timer->stop();
+}
+
+void uclComm::init(int lNo, clsLibrary* oLib)
+{
+    m_library = oLib;
+    load(lNo);
+}
+
+QString uclComm::section() const
+{
+    return QStringLiteral("Comm%1").arg(m_linkNo);
+}
+
+QString uclComm::device() const
+{
+    return m_ports.resolve(m_port).device;
+}
+
+void uclComm::load(int lNo)
+{
+    m_linkNo = lNo;
+    {
+        const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+        configure(lNo);
+    }
+    openComm();
+}
+
+void uclComm::configure(int lNo)
+{
+    Q_UNUSED(lNo);
+    clsINI ini = settingsFile(*m_library);
+    const auto text = [&](const char* key, const char* defaultText) {
+        return ini.GetIniData(section(), QLatin1String(key), QLatin1String(defaultText));
+    };
+    const clsLibrary& library = *m_library;
+    m_timeOut = library.toLong(text("RecieveTimeOut(s)", "5"), kDefaultTimeOut);
+    termComm();
+    m_speed = text("CommSpeed", "9600");
+    m_chara = text("CommProtocolCharacter", "N,8,1");
+    m_comm.setSettings(m_speed + u',' + m_chara);
+    m_comm.setInBufferSize(library.toLong(text("InBufferSize", "5000"), 0));
+    m_comm.setCommPort(library.toLong(text("CommPortNo", "1"), 1));
+    m_port = m_comm.CommPort();
+    m_comm.setDTREnable(library.toBoolean(text("DTREnable", "False"), false));
+    m_comm.setRTSEnable(library.toBoolean(text("RTSEnable", "False"), false));
+    m_comm.setNullDiscard(library.toBoolean(text("NullDiscard", "False"), false));
+    m_comm.setHandshaking(library.toLong(text("Handshaking", "0"), 0));
+    m_comm.setInputMode(library.toLong(text("InputMode", "1"), 1));
+    m_comm.setRThreshold(library.toLong(text("RecvThreshold", "3"), 0));
+}
+
+bool uclComm::openComm()
+{
+    m_state = LinkState::Closed;
+    m_timer->stop();
+    m_comm.setPortOpen(false);
+    if (!m_comm.setPortOpen(true))
+        return false;
+    m_state = LinkState::Idle;
+    return m_comm.PortOpen();
+}
+
+bool uclComm::termComm()
+{
+    m_state = LinkState::Closed;
+    m_timer->stop();
+    m_comm.setPortOpen(false);
+    return false;
+}
+
+void uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave)
+{
+    termComm();
+    m_speed = sSpeed;
+    m_chara = sChara;
+    m_comm.setSettings(m_speed + u',' + m_chara);
+    m_comm.setCommPort(lComPort);
+    m_port = m_comm.CommPort();
+    if (bSave)
+        save();
+    openComm();
+}
+
+void uclComm::save()
+{
+    clsINI ini = settingsFile(*m_library);
+    const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+    ini.PutIniData(section(), QStringLiteral("CommPortNo"), m_port);
+    ini.PutIniData(section(), QStringLiteral("CommSpeed"), m_speed);
+    ini.PutIniData(section(), QStringLiteral("CommProtocolCharacter"), m_chara);
+}
+
+QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize)
+{
+    if (m_state != LinkState::Idle)
+        return kNotIdle;
+    m_expected = std::clamp(lRecvSize, 0, kMaxReplyBytes);
+    m_comm.setRThreshold(m_expected);
+    m_sent = bBuff;
+    m_timer->start(kTickMs);
+    m_comm.Input();
+    platform::dispatchPendingEvents();
+    if (m_state != LinkState::Idle)
+        return kNotIdle; // the port was lost while events ran
+    m_lastActivity = wholeSeconds(m_clock.now());
+    m_received.clear();
+    if (!m_comm.Output(m_sent)) {
+        endWait(LinkState::Closed);
+        return kNotIdle;
+    }
+    m_state = LinkState::Waiting;
+    return {};
+}
+
+void uclComm::onCommEvent()
+{
+    const CommEvent event = m_comm.Event();
+    const char* text = eventText(event);
+    if (text == nullptr) {
+        checkRecv();
+        return;
+    }
+    const bool wasWaiting = m_state == LinkState::Waiting;
+    // A port that has gone brings no reply any more: the wait ends here, and the link is closed.
+    if (event == CommEvent::DCB)
+        endWait(LinkState::Closed);
+    if (wasWaiting)
+        Q_EMIT RecieveError(m_sent, replyBuffer(), QLatin1String(text));
+}
+
+void uclComm::onTick()
+{
+    checkRecv();
+}
+
+void uclComm::collect()
+{
+    const QByteArray bytes = m_comm.Input();
+    if (bytes.isEmpty())
+        return;
+    m_received += bytes.left(kMaxReplyBytes - m_received.size());
+    m_lastActivity = wholeSeconds(m_clock.now());
+    // What is still missing raises the next event; otherwise the rest would only be seen at the next tick.
+    m_comm.setRThreshold(std::max(m_expected - static_cast<int>(m_received.size()), 1));
+}
+
+void uclComm::checkRecv()
+{
+    if (m_state != LinkState::Waiting)
+        return;
+    collect();
+    if (m_received.size() >= m_expected) {
+        endWait(LinkState::Idle);
+        Q_EMIT RecieveSuccess(m_sent, replyBuffer());
+        return;
+    }
+    if (m_lastActivity.secsTo(wholeSeconds(m_clock.now())) > m_timeOut) {
+        endWait(LinkState::Idle);
+        Q_EMIT RecieveError(m_sent, replyBuffer(), kTimeout);
+    }
+}
+
+void uclComm::endWait(LinkState state)
+{
+    m_timer->stop();
+    m_state = state;
+}

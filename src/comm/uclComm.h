@@ -1,0 +1,87 @@
+#pragma once
+
+#include "Clock.h"
+#include "MSComm.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+class clsLibrary;
+
+// The serial link: sends one request frame at a time and collects the reply until the expected number of bytes has
+// arrived or nothing has come for longer than the time-out. It knows nothing of Modbus.
+//
+// init reads the settings section "Comm" + link number of the main settings file and opens the port. sendMsg returns ""
+// when the frame went out; then exactly one event tells the outcome, RecieveSuccess, or RecieveError with "Timeout" or
+// with the name of the serial control's error. bRBuff has one spare element behind the bytes received.
+class uclComm : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kTickMs = 100;
+    static constexpr int kMaxReplyBytes = 32767;
+
+    enum class LinkState { Closed = 0, Idle = 1, Waiting = 3 };
+
+    // ports and clock must outlive the link.
+    uclComm(const platform::ComPorts& ports, platform::Clock& clock, QObject* parent = nullptr);
+    ~uclComm() override;
+
+    void init(int lNo, clsLibrary* oLib);
+    void load(int lNo);
+    bool openComm(); // false: errorText tells why
+    bool termComm(); // always false
+    void changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave = true);
+    void save();
+
+    int Port() const { return m_port; }
+    QString Speed() const { return m_speed; }
+    QString Chara() const { return m_chara; }
+    bool CommVisible() const { return m_visible; }
+    void setCommVisible(bool visible) { m_visible = visible; }
+
+    // "" when the frame went out; else why not, and nothing was done.
+    QString sendMsg(const QByteArray& bBuff, int lRecvSize);
+
+    int State() const { return static_cast<int>(m_state); } // 0 closed, 1 idle, 3 waiting for a reply
+    QString errorText() const { return m_comm.errorText(); } // why the port is not open, with the remedy
+    QString device() const;                                  // of COMn; empty when there is none
+    int timeOut() const { return m_timeOut; }
+    void setTimeOut(int seconds) { m_timeOut = seconds; } // for this run, not stored
+
+Q_SIGNALS:
+    void RecieveSuccess(const QByteArray& bSBuff, const QByteArray& bRBuff);
+    void RecieveError(const QByteArray& bSBuff, const QByteArray& bRBuff, const QString& sError);
+
+private:
+    QString section() const;
+    void configure(int lNo);
+    void onCommEvent();
+    void onTick();
+    void checkRecv();
+    void collect();
+    QByteArray replyBuffer() const { return m_received + '\0'; }
+    void endWait(LinkState state);
+
+    const platform::ComPorts& m_ports;
+    platform::Clock& m_clock;
+    platform::MSComm m_comm;
+    std::unique_ptr<platform::Timer> m_timer;
+    clsLibrary* m_library = nullptr;
+    int m_linkNo = 0;
+    bool m_visible = false;
+    LinkState m_state = LinkState::Closed;
+    int m_port = 1;
+    QString m_speed;
+    QString m_chara;
+    QDateTime m_lastActivity; // whole seconds
+    int m_timeOut = 5;        // seconds
+    QByteArray m_sent;
+    QByteArray m_received;
+    int m_expected = 0;
+};

@@ -1,0 +1,298 @@
+#include "MSComm.h"
+
+#include "Numbers.h"
+
+#include <QFileInfo>
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace platform {
+
+namespace {
+
+constexpr int kMaxPort = 99;
+
+struct LineSettings
+{
+    qint32 speed = 0;
+    QSerialPort::Parity parity = QSerialPort::NoParity;
+    QSerialPort::DataBits dataBits = QSerialPort::Data8;
+    QSerialPort::StopBits stopBits = QSerialPort::OneStop;
+};
+
+std::optional<QSerialPort::Parity> parityOf(const QString& letter)
+{
+    static const QString kLetters = QStringLiteral("NEOMS");
+    static constexpr QSerialPort::Parity kParities[] = {QSerialPort::NoParity, QSerialPort::EvenParity,
+                                                        QSerialPort::OddParity, QSerialPort::MarkParity,
+                                                        QSerialPort::SpaceParity};
+    const auto index = letter.size() == 1 ? kLetters.indexOf(letter.toUpper()) : -1;
+    return index < 0 ? std::nullopt : std::optional(kParities[index]);
+}
+
+std::optional<QSerialPort::StopBits> stopBitsOf(const QString& text)
+{
+    if (text == u"1")
+        return QSerialPort::OneStop;
+    if (text == u"1.5")
+        return QSerialPort::OneAndHalfStop;
+    return text == u"2" ? std::optional(QSerialPort::TwoStop) : std::nullopt;
+}
+
+std::optional<LineSettings> parseSettings(const QString& text)
+{
+    QStringList fields = text.split(u',');
+    for (QString& field : fields)
+        field = field.trimmed();
+    if (fields.size() != 4)
+        return {};
+    const auto speed = parseInt32(fields[0]);
+    const auto parity = parityOf(fields[1]);
+    const auto bits = parseInt32(fields[2]);
+    const auto stop = stopBitsOf(fields[3]);
+    if (!speed || *speed <= 0 || !parity || !bits || *bits < 5 || *bits > 8 || !stop)
+        return {};
+    return LineSettings{*speed, *parity, static_cast<QSerialPort::DataBits>(*bits), *stop};
+}
+
+QString reasonOf(QSerialPort::SerialPortError error, const QString& device)
+{
+    switch (error) {
+    case QSerialPort::DeviceNotFoundError:
+        return QStringLiteral("there is no such device; plug the adapter in or choose another port");
+    case QSerialPort::PermissionError:
+        if (QFileInfo(device).isReadable() && QFileInfo(device).isWritable())
+            return QStringLiteral("it is in use by another program; close that program");
+        return QStringLiteral("you may not open it; add your user to the group \"dialout\" and log in again");
+    case QSerialPort::OpenError:
+        return QStringLiteral("it is open already");
+    case QSerialPort::UnsupportedOperationError:
+        return QStringLiteral("it does not take these settings");
+    default:
+        return QStringLiteral("it is not a working serial port");
+    }
+}
+
+} // namespace
+
+MSComm::MSComm(const ComPorts& ports, QObject* parent) : QObject(parent), m_ports(ports)
+{
+    connect(&m_port, &QSerialPort::readyRead, this, &MSComm::onReadyRead);
+    connect(&m_port, &QSerialPort::errorOccurred, this, &MSComm::onError);
+}
+
+MSComm::~MSComm()
+{
+    m_port.disconnect(this);
+    m_port.close();
+}
+
+int MSComm::CommPort() const
+{
+    return m_commPort;
+}
+
+void MSComm::setCommPort(int number)
+{
+    if (number >= 1 && number <= kMaxPort)
+        m_commPort = number;
+}
+
+QString MSComm::Settings() const
+{
+    return m_settings;
+}
+
+bool MSComm::setSettings(const QString& settings)
+{
+    if (!parseSettings(settings))
+        return false;
+    m_settings = settings;
+    return !m_port.isOpen() || applySettings();
+}
+
+int MSComm::InBufferSize() const
+{
+    return m_inBufferSize;
+}
+
+void MSComm::setInBufferSize(int bytes)
+{
+    if (bytes >= 1)
+        m_inBufferSize = bytes;
+    m_port.setReadBufferSize(m_inBufferSize);
+}
+
+bool MSComm::DTREnable() const
+{
+    return m_dtr;
+}
+
+void MSComm::setDTREnable(bool on)
+{
+    m_dtr = on;
+    if (m_port.isOpen())
+        m_port.setDataTerminalReady(on);
+}
+
+bool MSComm::RTSEnable() const
+{
+    return m_rts;
+}
+
+void MSComm::setRTSEnable(bool on)
+{
+    m_rts = on;
+    if (m_port.isOpen())
+        m_port.setRequestToSend(on);
+}
+
+bool MSComm::NullDiscard() const
+{
+    return m_nullDiscard;
+}
+
+void MSComm::setNullDiscard(bool on)
+{
+    m_nullDiscard = on;
+}
+
+int MSComm::Handshaking() const
+{
+    return m_handshaking;
+}
+
+void MSComm::setHandshaking(int mode)
+{
+    if (mode < 0 || mode > 3)
+        return;
+    m_handshaking = mode;
+    if (m_port.isOpen())
+        applySettings();
+}
+
+int MSComm::InputMode() const
+{
+    return m_inputMode;
+}
+
+void MSComm::setInputMode(int mode)
+{
+    m_inputMode = mode;
+}
+
+int MSComm::RThreshold() const
+{
+    return m_rThreshold;
+}
+
+void MSComm::setRThreshold(int bytes)
+{
+    m_rThreshold = std::clamp(bytes, 0, 32767);
+}
+
+bool MSComm::PortOpen() const
+{
+    return m_port.isOpen();
+}
+
+bool MSComm::setPortOpen(bool open)
+{
+    if (!open) {
+        if (m_port.isOpen())
+            m_port.close();
+        return true;
+    }
+    const QString device = m_ports.resolve(m_commPort).device;
+    if (device.isEmpty()) {
+        m_errorText =
+            QStringLiteral("COM%1: there is no such port; plug the adapter in or choose another port").arg(m_commPort);
+        return false;
+    }
+    m_port.setPortName(device);
+    m_errorText.clear();
+    const bool opened = m_port.open(QIODevice::ReadWrite);
+    if (opened && applySettings()) {
+        m_port.clear();
+        m_errorText.clear();
+        return true;
+    }
+    const QString reason = reasonOf(m_port.error(), device);
+    m_port.close();
+    m_errorText = QStringLiteral("COM%1 (%2) cannot be opened: %3").arg(m_commPort).arg(device, reason);
+    return false;
+}
+
+bool MSComm::applySettings()
+{
+    const auto line = parseSettings(m_settings);
+    if (!line)
+        return false;
+    // The port does software or hardware handshaking, not both; hardware is the stricter one.
+    const auto flow = m_handshaking >= 2   ? QSerialPort::HardwareControl
+                      : m_handshaking == 1 ? QSerialPort::SoftwareControl
+                                           : QSerialPort::NoFlowControl;
+    const bool applied = m_port.setBaudRate(line->speed) && m_port.setDataBits(line->dataBits) &&
+                         m_port.setParity(line->parity) && m_port.setStopBits(line->stopBits) &&
+                         m_port.setFlowControl(flow);
+    // A pseudo-terminal has no control lines: it refuses them and works all the same.
+    m_port.setDataTerminalReady(m_dtr);
+    if (flow != QSerialPort::HardwareControl)
+        m_port.setRequestToSend(m_rts);
+    m_port.clearError();
+    return applied;
+}
+
+QString MSComm::errorText() const
+{
+    return m_errorText;
+}
+
+QByteArray MSComm::Input()
+{
+    QByteArray bytes = m_port.isOpen() ? m_port.readAll() : QByteArray();
+    if (m_nullDiscard)
+        bytes.replace('\0', "");
+    return bytes;
+}
+
+bool MSComm::Output(const QByteArray& bytes)
+{
+    if (!m_port.isOpen() || m_port.write(bytes) != bytes.size())
+        return false;
+    m_port.flush();
+    return m_port.isOpen();
+}
+
+CommEvent MSComm::Event() const
+{
+    return m_event;
+}
+
+void MSComm::raise(CommEvent event)
+{
+    m_event = event;
+    Q_EMIT OnComm();
+}
+
+void MSComm::onReadyRead()
+{
+    if (m_rThreshold > 0 && m_port.bytesAvailable() >= std::min(m_rThreshold, m_inBufferSize))
+        raise(CommEvent::Receive);
+}
+
+void MSComm::onError(QSerialPort::SerialPortError error)
+{
+    const bool lost =
+        error == QSerialPort::ResourceError || error == QSerialPort::ReadError || error == QSerialPort::WriteError;
+    if (!lost || !m_port.isOpen())
+        return;
+    m_errorText = QStringLiteral("COM%1 (%2) was lost; check cable and adapter").arg(m_commPort).arg(m_port.portName());
+    m_port.close();
+    raise(CommEvent::DCB);
+}
+
+} // namespace platform
