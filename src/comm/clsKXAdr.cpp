@@ -44,11 +44,19 @@ void clsKXAdr::load(const QString& sPath, const QString& sINIFile, const QString
     if (!count)
         throw std::invalid_argument("ReadCmdMax is not a number");
     m_bModbus = true;
+    m_startAddress.clear();
     m_imageSize = 1;
     loadReads(ini, boundedCount(*count));
     const QString writes = ini.GetIniData(section, QStringLiteral("WriteCmdMax"), QStringLiteral("1"));
     loadWrites(ini, boundedCount(oLib->toLong(writes, 0)));
     m_original = m_write = IndexedBytes{0, QByteArray(m_imageSize + 1, '\0')};
+}
+
+// An entry that was filled in with its default names no address: it does not move the image.
+void clsKXAdr::takeStartAddress(const QString& address)
+{
+    if (!address.isEmpty())
+        m_startAddress = address;
 }
 
 void clsKXAdr::loadReads(clsINI& ini, int count)
@@ -57,7 +65,7 @@ void clsKXAdr::loadReads(clsINI& ini, int count)
         const QStringList fields = ini.GetIniData(m_section, QStringLiteral("ReadCmd%1").arg(i), kDirect).split(u',');
         Command entry{fields.value(0), fields.value(1), m_library->toLong(fields.value(2), 0), {}};
         if (entry.command == kDirect) {
-            m_startAddress = entry.address;
+            takeStartAddress(entry.address);
             m_imageSize = std::clamp(entry.count, 0, kMaxImageBytes);
             m_bModbus = false;
         } else {
@@ -74,7 +82,7 @@ void clsKXAdr::loadWrites(clsINI& ini, int count)
         Command entry{fields.value(0), fields.value(1), 0, {}};
         if (entry.command == kDirect) {
             entry.count = m_library->toLong(fields.value(2), 0);
-            m_startAddress = entry.address;
+            takeStartAddress(entry.address);
             m_writeSize = entry.count;
         } else if (entry.command == u"SetAnalog" || entry.command == u"SetDigital") {
             entry.tag = fields.value(2);

@@ -76,6 +76,7 @@ private:
     };
 
     static size_t slot(int i) { return static_cast<size_t>(i) - 1; }
+    void takeStartAddress(const QString& address);
     void loadReads(clsINI& ini, int count);
     void loadWrites(clsINI& ini, int count);
     qint64 offsetOf(const QString& address) const;

@@ -37,7 +37,8 @@ void ChoiceTable::load(clsINI& ini, const QString& section, const clsLibrary& li
     for (int i = 1; i <= kMaxEntries; ++i) {
         const QString n = QString::number(i);
         Entry entry;
-        entry.dataCount = library.toLong(ini.GetIniData(section, QStringLiteral("DataCount") + n, QStringLiteral("50")), 0);
+        entry.dataCount =
+            library.toLong(ini.GetIniData(section, QStringLiteral("DataCount") + n, QStringLiteral("50")), 0);
         entry.tags = ini.GetIniData(section, QStringLiteral("SetTags") + n, tags).split(u',');
         entry.data = ini.GetIniData(section, QStringLiteral("Data") + n, data).split(u',');
         entry.names = ini.GetIniData(section, QStringLiteral("Name") + n, names).split(kSeparator);

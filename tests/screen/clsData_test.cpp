@@ -38,7 +38,7 @@ INSTANTIATE_TEST_SUITE_P(
         DisplayCase{"ByOtherItem", "Tag=A\nDataInfo=DOTSVDOT,0,1,<=,<=,0,10", u"1234", u"12.34"},
         DisplayCase{"ByMissingItem", "Tag=A\nDataInfo=DOTNONE,0,1,<=,<=,0,10", u"1234", u"1234"},
         DisplayCase{"BiasHasOneAtLeast", "Tag=VQBIA\nDataInfo=DOTZERO,0,1,<=,<=,0,10", u"15", u"1.5"},
-        DisplayCase{"ByItself", "Tag=A\nDataInfo=DOTA,0,1,<=,<=,0,10", u"3", u"0.000"},
+        DisplayCase{"ByItself", "Tag=A\nDataInfo=DOTA,0,1,<=,<=,0,10", u"3", u"0.003"},
         DisplayCase{"AlarmByTable", "Tag=VQAL2\nDataInfo=0,0,1,<=,<=,0,10", u"1234", u"123.4"},
         DisplayCase{"FewFields", "Tag=A\nDataInfo=1", u"15", u"1.5"},
         DisplayCase{"BitOn", "Tag=A\nCellType=Bit\nBitCaptionOn=Run\nBitCaptionOff=Stop", u"1", u"Run"},

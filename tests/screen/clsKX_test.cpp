@@ -22,8 +22,8 @@ protected:
                  dataSection(3, "Tag=GAIN\nKXAddress=8006\nDataLen=4\nCellData=4,2,vbWhite,vbBlack\n"
                                 "CommRaedSection=Main\nDataInfo=2,0,1,<=,<=,0,10\nDefaultData=0") +
                  dataSection(4, "Tag=PV\nDataLen=2\nCellData=5,2,vbWhite,vbBlack\nCommRaedSection=Reg\nDefaultData=0") +
-                 dataSection(5,
-                             "Tag=HID\nVisible=False\nKXAddress=8000\nDataLen=1\nCommRaedSection=Main\nDefaultData=3") +
+                 dataSection(5, "Tag=HID\nVisible=False\nOption=1=0\nKXAddress=8000\nDataLen=1\nCommRaedSection="
+                                "Main\nDefaultData=3") +
                  dataSection(6, "Tag=NEVER\nOption=1=Z\nCellData=6,2,vbWhite,vbBlack"),
              "[Main]\nReadCmd1=Direct,8000,12\n[Reg]\nReadCmd1=GetAnalogInput,30001,1,PV\n");
     }
