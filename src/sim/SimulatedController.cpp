@@ -1,0 +1,283 @@
+#include "SimulatedController.h"
+
+#include "ModbusError.h"
+#include "clsINI.h"
+#include "clsLibrary.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace {
+
+constexpr int kCoilBase = 1;
+constexpr int kDiscreteBase = 10001;
+constexpr int kInputBase = 30001;
+constexpr int kHoldingBase = 40001;
+constexpr quint32 kModelAddress = 0xFBC0;
+
+QByteArray bigSingle(float value)
+{
+    const auto bits = std::bit_cast<quint32>(value);
+    return clsModbus::IntToByte(static_cast<qint16>(bits >> 16U)) + clsModbus::IntToByte(static_cast<qint16>(bits));
+}
+
+QByteArray reversed(QByteArray bytes)
+{
+    std::reverse(bytes.begin(), bytes.end());
+    return bytes;
+}
+
+} // namespace
+
+SimulatedController::SimulatedController(clsLibrary& library, int number, const QString& modelString, int slave,
+                                         int mode, QObject* parent)
+    : QObject(parent), m_kx(library)
+{
+    m_kx.setSpread(&m_grid);
+    m_kx.load(number, &library, modelString);
+    layOut(modelString);
+    m_modbus.setMasterMode(true);
+    m_modbus.setSlaveAddress(slave);
+    m_modbus.setTransmissionMode(mode);
+    connectModbus();
+}
+
+void SimulatedController::layOut(const QString& modelString)
+{
+    for (int i = 0; i < m_kx.ColAdr().count(); ++i)
+        layImage(m_kx.ColAdr().at(i));
+    for (const auto& item : m_kx.items())
+        layItem(*item, modelString);
+}
+
+void SimulatedController::layImage(const clsKXAdr& image)
+{
+    const clsLibrary& library = m_kx.library();
+    const auto defaultOf = [&](const QString& tag) {
+        const clsData* item = m_kx.getDataByTag(tag);
+        return item == nullptr ? qint16(0) : library.toInteger(item->DefData(), 0);
+    };
+    for (int i = 1; i <= image.MsgMax(); ++i) {
+        const int reference = library.toLong(image.Adr(i), 0);
+        for (int k = 0; k < image.Cnt(i); ++k) {
+            const qint16 value = k == 0 ? defaultOf(image.Tag(i)) : qint16(0);
+            if (image.Cmd(i) == u"Direct")
+                m_memory[static_cast<quint32>(library.toLong(QStringLiteral("&h") + image.Adr(i), 0)) +
+                         static_cast<quint32>(k)] = 0;
+            else if (image.Cmd(i) == u"GetAnalogInput")
+                m_inputs[reference - kInputBase + k] = value;
+            else if (image.Cmd(i) == u"GetAnalogSet")
+                m_holdings[reference - kHoldingBase + k] = value;
+            else if (image.Cmd(i) == u"GetDigitalInput")
+                m_discretes[reference - kDiscreteBase + k] = value != 0;
+            else if (image.Cmd(i) == u"GetDigitalSet")
+                m_coils[reference - kCoilBase + k] = value != 0;
+        }
+    }
+    for (int i = 1; i <= image.WMsgMax(); ++i) {
+        const int reference = library.toLong(image.WAdr(i), 0);
+        if (image.WCmd(i) == u"SetAnalog")
+            m_holdings.try_emplace(reference - kHoldingBase, defaultOf(image.WTag(i)));
+        else if (image.WCmd(i) == u"SetDigital")
+            m_coils.try_emplace(reference - kCoilBase, defaultOf(image.WTag(i)) != 0);
+    }
+}
+
+void SimulatedController::layItem(const clsData& item, const QString& modelString)
+{
+    const clsKXAdr* image = m_kx.ColAdr().find(item.RSection());
+    if (image == nullptr || image->m_bModbus)
+        return;
+    const clsLibrary& library = m_kx.library();
+    const auto address = static_cast<quint32>(library.toLong(QStringLiteral("&h") + item.Address(), 0));
+    const QString value = item.DefData();
+    if (item.DataLen() == 1 && item.MType() == ItemType::Bit) {
+        const int bit = library.toLong(value, 0) != 0 ? item.BitMask() : 0;
+        store(address, QByteArray(1, static_cast<char>(m_memory[address] | bit)));
+    } else if (item.DataLen() == 1) {
+        store(address, QByteArray(1, static_cast<char>(library.toLong(value, 0))));
+    } else if (item.DataLen() == 2) {
+        store(address, clsModbus::IntToByte(library.toInteger(value, 0)));
+    } else if (item.DataLen() >= 4 && item.MType() == ItemType::Data) {
+        store(address, bigSingle(library.toSingle(value, 0)));
+        m_floatAddress[static_cast<int>(m_floatAddress.size())] = address;
+    } else if (item.DataLen() >= 4) {
+        const QString text = address == kModelAddress ? modelString : value;
+        store(address, library.context().machine.codePage.fromText(text).leftJustified(item.DataLen(), ' ', true));
+    }
+}
+
+void SimulatedController::store(quint32 address, const QByteArray& bytes)
+{
+    for (qsizetype i = 0; i < bytes.size(); ++i)
+        m_memory[address + static_cast<quint32>(i)] = static_cast<quint8>(bytes[i]);
+}
+
+void SimulatedController::connectModbus()
+{
+    connect(&m_modbus, &clsModbus::FunctionCodeSupported, this, [](int code, bool& supported) {
+        supported = (code >= 1 && code <= 6) || code == 16 || code == 66 || code == 70 || code == 71;
+    });
+    connect(&m_modbus, &clsModbus::ReadCoils, this, [this](int s, int n, bool& bad) { readBits(s, n, bad, true); });
+    connect(&m_modbus, &clsModbus::ReadDiscreteInputs, this,
+            [this](int s, int n, bool& bad) { readBits(s, n, bad, false); });
+    connect(&m_modbus, &clsModbus::ReadHoldingRegisters, this,
+            [this](int s, int n, bool& bad) { readRegisters(m_holdings, s, n, bad, true); });
+    connect(&m_modbus, &clsModbus::ReadInputRegisters, this,
+            [this](int s, int n, bool& bad) { readRegisters(m_inputs, s, n, bad, false); });
+    connect(&m_modbus, &clsModbus::WriteSingleCoil, this, [this](int address, int value, bool& bad) {
+        bad = !m_coils.contains(address);
+        if (bad)
+            return;
+        m_coils[address] = value != 0;
+        m_modbus.ResponsWriteSingleCoil(static_cast<qint16>(address), static_cast<qint16>(value));
+    });
+    connect(&m_modbus, &clsModbus::WriteSingleRegister, this, [this](int address, int value, bool& bad) {
+        bad = !m_holdings.contains(address);
+        if (bad)
+            return;
+        m_holdings[address] = static_cast<qint16>(value);
+        m_modbus.ResponsWriteSingleRegister(static_cast<qint16>(address), static_cast<qint16>(value));
+    });
+    connect(&m_modbus, &clsModbus::WriteMultipleRegisters, this,
+            [this](int start, int n, int, const std::vector<qint16>& values, bool& bad) {
+                for (int i = 0; i < n; ++i)
+                    bad = bad || !m_holdings.contains(start + i);
+                for (int i = 0; i < n && !bad; ++i)
+                    m_holdings[start + i] = values.at(static_cast<size_t>(i) + 1);
+                if (!bad)
+                    m_modbus.ResponsWriteMultipleRegisters(static_cast<qint16>(start), static_cast<qint16>(n));
+            });
+    connect(&m_modbus, &clsModbus::UserDefinedFunction, this,
+            [this](int code, const QByteArray& request, int) { userDefined(code, request); });
+}
+
+QByteArray SimulatedController::answer(const QByteArray& request, int forcedException)
+{
+    QByteArray bytes = request;
+    m_modbus.ErrorResponse(0, 0);
+    const QByteArray unanswered = m_modbus.GetSendMessage();
+    m_modbus.SetRecvMessage(bytes, static_cast<qint32>(bytes.size()));
+    if (m_modbus.GetSendMessage() == unanswered)
+        return {}; // for another slave, or not a sound frame: a controller keeps silent
+    if (forcedException != 0)
+        m_modbus.ErrorResponse(static_cast<quint8>(bytes[1]), forcedException);
+    return m_modbus.GetSendMessage();
+}
+
+void SimulatedController::readBits(int start, int quantity, bool& illegal, bool coils)
+{
+    const auto& table = coils ? m_coils : m_discretes;
+    IndexedBytes bits{1, QByteArray((quantity + 7) / 8, '\0')};
+    for (int i = 0; i < quantity; ++i) {
+        const auto found = table.find(start + i);
+        illegal = illegal || found == table.end();
+        if (!illegal && found->second)
+            bits.set(1 + i / 8, static_cast<quint8>(bits.at(1 + i / 8) | 1 << (i % 8)));
+    }
+    if (illegal)
+        return;
+    if (coils)
+        m_modbus.ResponsReadCoils(static_cast<int>(bits.bytes.size()), bits);
+    else
+        m_modbus.ResponsReadDiscreteInputs(static_cast<int>(bits.bytes.size()), bits);
+}
+
+void SimulatedController::readRegisters(const std::map<int, qint16>& table, int start, int quantity, bool& illegal,
+                                        bool holding)
+{
+    std::vector<qint16> values(1, 0);
+    for (int i = 0; i < quantity; ++i) {
+        const auto found = table.find(start + i);
+        illegal = illegal || found == table.end();
+        values.push_back(illegal ? qint16(0) : found->second);
+    }
+    if (illegal)
+        return;
+    if (holding)
+        m_modbus.ResponsReadHoldingRegisters(2 * quantity, values);
+    else
+        m_modbus.ResponsReadInputRegisters(2 * quantity, values);
+}
+
+void SimulatedController::userDefined(int functionCode, const QByteArray& request)
+{
+    constexpr qsizetype kShortest = 7;
+    if (request.size() < kShortest)
+        m_modbus.ErrorResponse(functionCode, 3);
+    else if (functionCode == 66)
+        directMemory(request);
+    else
+        floats(functionCode, request);
+}
+
+// 66: 00 or 01 (read, write), address of four bytes, count, and the bytes of a write.
+void SimulatedController::directMemory(const QByteArray& request)
+{
+    const bool isWrite = request[2] != 0;
+    quint32 address = 0;
+    for (int i = 3; i < 7; ++i)
+        address = address << 8U | static_cast<quint8>(request[i]);
+    const int count = request.size() > 7 ? static_cast<quint8>(request[7]) : 0;
+    if (count < 1 || count > clsModbus::kValues || (isWrite && request.size() != 8 + count)) {
+        m_modbus.ErrorResponse(66, 3);
+        return;
+    }
+    QByteArray bytes;
+    for (int i = 0; i < count; ++i) {
+        const auto found = m_memory.find(address + static_cast<quint32>(i));
+        if (found == m_memory.end()) {
+            m_modbus.ErrorResponse(66, 2);
+            return;
+        }
+        bytes += static_cast<char>(found->second);
+    }
+    if (isWrite) {
+        store(address, request.mid(8));
+        m_modbus.ResponsUserDefined(66, request.mid(2, 6));
+    } else {
+        m_modbus.ResponsUserDefined(66, QByteArray(1, '\0') + static_cast<char>(count) + bytes);
+    }
+}
+
+// 70 reads and 71 writes floating-point values: 00, start, count; least significant byte first on the line.
+void SimulatedController::floats(int functionCode, const QByteArray& request)
+{
+    const int start = clsModbus::ByteToInt(request, 3);
+    const int count = clsModbus::ByteToInt(request, 5);
+    const bool isWrite = functionCode == 71;
+    if (count < 1 || count > 60 || (isWrite && request.size() != 8 + 4 * count)) {
+        m_modbus.ErrorResponse(functionCode, 3);
+        return;
+    }
+    QByteArray bytes;
+    for (int i = 0; i < count; ++i) {
+        const auto found = m_floatAddress.find(start + i);
+        if (found == m_floatAddress.end()) {
+            m_modbus.ErrorResponse(functionCode, 2);
+            return;
+        }
+        if (isWrite)
+            store(found->second, reversed(request.mid(8 + 4 * i, 4)));
+        for (quint32 k = 4; k-- > 0;)
+            bytes += static_cast<char>(m_memory[found->second + k]);
+    }
+    const QByteArray head(1, '\0');
+    m_modbus.ResponsUserDefined(functionCode,
+                                isWrite ? head + request.mid(3, 4) : head + static_cast<char>(4 * count) + bytes);
+}
+
+QByteArray SimulatedController::state() const
+{
+    QByteArray text;
+    for (const auto& [address, value] : m_memory)
+        text += "MEM " + QByteArray::number(address, 16).toUpper() + ' ' +
+                QByteArray(1, static_cast<char>(value)).toHex().toUpper() + '\n';
+    for (const auto& [address, value] : m_inputs)
+        text += "IREG " + QByteArray::number(address + kInputBase) + ' ' + QByteArray::number(value) + '\n';
+    for (const auto& [address, value] : m_holdings)
+        text += "REG " + QByteArray::number(address + kHoldingBase) + ' ' + QByteArray::number(value) + '\n';
+    for (const auto& [address, value] : m_coils)
+        text += "COIL " + QByteArray::number(address + kCoilBase) + ' ' + (value ? "1\n" : "0\n");
+    return text;
+}

@@ -1,0 +1,171 @@
+#include "SimulatorLine.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <pty.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kGapMs = 100;      // a request whose bytes stay away this long is given up
+constexpr int kWireStepMs = 1;   // how often the paced reply moves on
+constexpr int kBitsPerByte = 10; // start, eight data bits, stop
+constexpr qsizetype kMaxRequest = 600;
+
+termios rawLine()
+{
+    termios raw{};
+    cfmakeraw(&raw);
+    raw.c_cflag |= CLOCAL | CREAD;
+    cfsetspeed(&raw, B9600);
+    return raw;
+}
+
+quint8 at(const QByteArray& bytes, qsizetype index)
+{
+    return static_cast<quint8>(bytes[index]);
+}
+
+} // namespace
+
+SimulatorLine::SimulatorLine(SimulatedController& controller, Faults faults, int paceBaud, QObject* parent)
+    : QObject(parent), m_controller(controller), m_faults(std::move(faults)), m_paceBaud(paceBaud)
+{
+    m_gap.setSingleShot(true);
+    connect(&m_gap, &QTimer::timeout, this, [this] { m_buffer.clear(); });
+    m_wire.setTimerType(Qt::PreciseTimer);
+    connect(&m_wire, &QTimer::timeout, this, &SimulatorLine::deliver);
+}
+
+SimulatorLine::~SimulatorLine()
+{
+    m_notifier.reset();
+    for (const int fd : {m_fd, m_clientEnd}) {
+        if (fd >= 0)
+            close(fd);
+    }
+}
+
+bool SimulatorLine::openTerminal()
+{
+    char name[128] = {};
+    const termios raw = rawLine();
+    if (openpty(&m_fd, &m_clientEnd, name, &raw, nullptr) != 0) {
+        m_errorText = QString::fromLocal8Bit(std::strerror(errno));
+        return false;
+    }
+    m_path = QString::fromLocal8Bit(name);
+    return startServing();
+}
+
+bool SimulatorLine::openDevice(const QString& device)
+{
+    m_fd = open(QFile::encodeName(device).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    const termios raw = rawLine();
+    if (m_fd < 0 || tcsetattr(m_fd, TCSANOW, &raw) != 0) {
+        m_errorText = QString::fromLocal8Bit(std::strerror(errno));
+        return false;
+    }
+    m_path = device;
+    return startServing();
+}
+
+bool SimulatorLine::startServing()
+{
+    fcntl(m_fd, F_SETFL, fcntl(m_fd, F_GETFL) | O_NONBLOCK);
+    m_notifier = std::make_unique<QSocketNotifier>(m_fd, QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &SimulatorLine::onReadable);
+    return true;
+}
+
+void SimulatorLine::onReadable()
+{
+    char bytes[1024];
+    const ssize_t count = read(m_fd, bytes, sizeof bytes);
+    if (count <= 0) {
+        if (count == 0 || (errno != EAGAIN && errno != EINTR))
+            m_notifier->setEnabled(false);
+        return;
+    }
+    m_buffer.append(bytes, static_cast<qsizetype>(count));
+    m_gap.start(kGapMs);
+    serveBuffer();
+}
+
+void SimulatorLine::serveBuffer()
+{
+    for (int length = requestLength(); length > 0 && m_buffer.size() >= length; length = requestLength()) {
+        const QByteArray request = m_buffer.left(length);
+        m_buffer.remove(0, length);
+        handle(request);
+    }
+    if (m_buffer.size() > kMaxRequest)
+        m_buffer.clear();
+}
+
+int SimulatorLine::requestLength() const
+{
+    if (m_controller.isAscii())
+        return static_cast<int>(m_buffer.indexOf('\n') + 1);
+    if (m_buffer.size() < 8)
+        return 0;
+    switch (at(m_buffer, 1)) {
+    case 15:
+    case 16:
+        return 9 + at(m_buffer, 6);
+    case 66:
+        return 10 + (m_buffer[2] != 0 ? at(m_buffer, 7) : 0);
+    case 70:
+        return 9;
+    case 71:
+        return 10 + at(m_buffer, 7);
+    default:
+        return 8;
+    }
+}
+
+void SimulatorLine::handle(const QByteArray& request)
+{
+    Q_EMIT traced(QStringLiteral("S:"), request);
+    const Faults::Verdict verdict = m_faults.next();
+    const QByteArray frame =
+        m_controller.isAscii() ? request.mid(std::max<qsizetype>(request.lastIndexOf(':'), 0)) : request;
+    m_reply = m_faults.damaged(m_controller.answer(frame, verdict.exception), verdict);
+    m_delivered = 0;
+    m_requestBytes = request.size();
+    if (m_reply.isEmpty())
+        return;
+    if (m_paceBaud <= 0) {
+        send(m_reply);
+        return;
+    }
+    m_sinceRequest.start();
+    m_wire.start(kWireStepMs);
+}
+
+// Bytes leave on an absolute schedule that starts when the request's own bytes have passed the wire.
+void SimulatorLine::deliver()
+{
+    const double bytesPassed = static_cast<double>(m_sinceRequest.nsecsElapsed()) * 1e-9 * m_paceBaud / kBitsPerByte;
+    const auto due = std::min(static_cast<qsizetype>(bytesPassed) - m_requestBytes, m_reply.size());
+    if (due <= m_delivered)
+        return;
+    const QByteArray piece = m_reply.mid(m_delivered, due - m_delivered);
+    m_delivered = due;
+    if (m_delivered == m_reply.size())
+        m_wire.stop();
+    send(piece);
+}
+
+void SimulatorLine::send(const QByteArray& bytes)
+{
+    Q_EMIT traced(QStringLiteral("R:"), bytes);
+    if (write(m_fd, bytes.constData(), static_cast<size_t>(bytes.size())) < 0)
+        m_errorText = QString::fromLocal8Bit(std::strerror(errno));
+}

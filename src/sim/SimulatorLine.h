@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Faults.h"
+#include "SimulatedController.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <memory>
+
+// The line of a simulated controller: a pseudo-terminal of its own or an open device. Cuts what arrives into requests
+// (RTU by the length that the function code tells, ASCII from ":" to line feed), lets the controller answer, and
+// delivers the reply, with the faults and at the pace of a real wire when one is set.
+class SimulatorLine : public QObject
+{
+    Q_OBJECT
+
+public:
+    // paceBaud 0: no pacing; else every byte of request and reply takes 10 bits of this speed.
+    SimulatorLine(SimulatedController& controller, Faults faults, int paceBaud, QObject* parent = nullptr);
+    ~SimulatorLine() override;
+
+    // Both return false with the reason in errorText.
+    bool openTerminal();
+    bool openDevice(const QString& device);
+
+    QString path() const { return m_path; } // what a client opens
+    QString errorText() const { return m_errorText; }
+
+Q_SIGNALS:
+    void traced(const QString& direction, const QByteArray& bytes);
+
+private:
+    bool startServing();
+    void onReadable();
+    void serveBuffer();
+    int requestLength() const; // bytes of the request at the head of the buffer, 0: not known yet
+    void handle(const QByteArray& request);
+    void deliver();
+    void send(const QByteArray& bytes);
+
+    SimulatedController& m_controller;
+    Faults m_faults;
+    int m_paceBaud;
+    int m_fd = -1;
+    int m_clientEnd = -1; // kept open, so that clients may come and go
+    QString m_path;
+    QString m_errorText;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    QTimer m_gap;  // silence in the middle of a request
+    QTimer m_wire; // the bytes that are on the wire
+    QElapsedTimer m_sinceRequest;
+    QByteArray m_buffer;
+    QByteArray m_reply;
+    qsizetype m_delivered = 0;
+    qsizetype m_requestBytes = 0;
+};

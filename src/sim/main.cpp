@@ -1,0 +1,153 @@
+#include "ModelCatalogue.h"
+#include "ProgramContext.h"
+#include "SimulatedController.h"
+#include "SimulatorLine.h"
+#include "TerminationSignals.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int kUsage = 2;
+constexpr int kNoPort = 3;
+constexpr int kNoDefinition = 5;
+const QString kPlainOptions = QStringLiteral("00000-10A"); // behind the five characters of a model code
+
+int fail(int status, const QString& message)
+{
+    std::fprintf(stderr, "vorlant-sim: %s\n", qPrintable(message));
+    return status;
+}
+
+struct Options
+{
+    QString model;
+    QString modelString;
+    QString link;
+    QString device;
+    QString state;
+    int slave = 1;
+    int mode = 0;
+    int pace = 0;
+    bool trace = false;
+    Faults faults;
+    QString error;
+};
+
+Options parse(const QCoreApplication& application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Plays a KX controller on a pseudo-terminal or a serial device."));
+    parser.addHelpOption();
+    const auto add = [&parser](const char* name, const char* text, const char* value, const char* preset = "") {
+        parser.addOption(QCommandLineOption(QString::fromLatin1(name), QString::fromLatin1(text),
+                                            QString::fromLatin1(value), QString::fromLatin1(preset)));
+    };
+    add("model", "Model code of the catalogue.", "CODE", "KX410");
+    add("model-string", "The 14 characters at FBC0.", "TEXT");
+    add("slave", "Slave address, 1 to 247.", "N", "1");
+    add("mode", "rtu or ascii.", "MODE", "rtu");
+    add("link", "Make a link to the terminal.", "PATH");
+    add("device", "Serve this device.", "DEV");
+    add("pace", "Let every byte take its time at this speed.", "BAUD", "0");
+    add("fault", "silent, corrupt, truncate or exception:CODE, with @PROBABILITY or @everyN.", "KIND");
+    add("seed", "Repeats the faults.", "N", "1");
+    add("state", "Write the memory here at the end.", "FILE");
+    parser.addOption(QCommandLineOption(QStringLiteral("trace"), QStringLiteral("Print the frames.")));
+    parser.process(application);
+    Options options;
+    const auto number = [&](const char* name, int low, int high) {
+        bool ok = false;
+        const int value = parser.value(QLatin1String(name)).toInt(&ok);
+        if (!ok || value < low || value > high)
+            options.error =
+                QStringLiteral("--%1 takes a number from %2 to %3").arg(QLatin1String(name)).arg(low).arg(high);
+        return value;
+    };
+    options.model = parser.value(QStringLiteral("model"));
+    options.modelString = parser.value(QStringLiteral("model-string"));
+    if (options.modelString.isEmpty())
+        options.modelString = options.model + kPlainOptions;
+    options.link = parser.value(QStringLiteral("link"));
+    options.device = parser.value(QStringLiteral("device"));
+    options.state = parser.value(QStringLiteral("state"));
+    options.trace = parser.isSet(QStringLiteral("trace"));
+    options.slave = number("slave", 1, 247);
+    options.pace = number("pace", 0, 4000000);
+    options.faults = Faults(static_cast<unsigned>(number("seed", 0, 1000000000)));
+    const QString mode = parser.value(QStringLiteral("mode"));
+    options.mode = mode == u"ascii" ? 1 : 0;
+    if (mode != u"ascii" && mode != u"rtu")
+        options.error = QStringLiteral("--mode is rtu or ascii");
+    const QStringList faults = parser.values(QStringLiteral("fault"));
+    for (const QString& fault : faults) {
+        if (!fault.isEmpty())
+            options.faults.add(fault, options.error);
+    }
+    return options;
+}
+
+bool saveState(const QString& file, const QByteArray& state)
+{
+    QSaveFile out(file);
+    return out.open(QIODevice::WriteOnly) && out.write(state) == state.size() && out.commit();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    const Options options = parse(application);
+    if (!options.error.isEmpty())
+        return fail(kUsage, options.error + QStringLiteral("; try --help"));
+    const platform::SystemColors colors;
+    ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
+    ModelCatalogue catalogue(program.library());
+    catalogue.ensureBuiltIn();
+    const int number = catalogue.numberOf(options.model);
+    if (number == 0)
+        return fail(kUsage,
+                    QStringLiteral("model %1 is not in the catalogue; see vorlantctl models").arg(options.model));
+    const QString screen = program.definitionFile(catalogue.entry(number).screenFile);
+    if (!QFileInfo(screen).isFile())
+        return fail(kNoDefinition,
+                    QStringLiteral("%1 is missing; set VORLANT_PROGRAM_DIR to the program folder").arg(screen));
+
+    SimulatedController controller(program.library(), number, options.modelString, options.slave, options.mode);
+    if (controller.itemCount() == 0)
+        return fail(kNoDefinition, QStringLiteral("%1 defines no parameters; restore the file").arg(screen));
+    SimulatorLine line(controller, options.faults, options.pace);
+    if (!(options.device.isEmpty() ? line.openTerminal() : line.openDevice(options.device)))
+        return fail(kNoPort, QStringLiteral("%1 cannot be opened: %2; choose another --device")
+                                 .arg(options.device.isEmpty() ? QStringLiteral("a terminal") : options.device,
+                                      line.errorText()));
+    if (!options.link.isEmpty()) {
+        if (QFileInfo(options.link).isSymLink())
+            QFile::remove(options.link);
+        if (!QFile::link(line.path(), options.link))
+            return fail(kNoPort, QStringLiteral("the link %1 cannot be made; remove what is there").arg(options.link));
+    }
+    if (options.trace)
+        QObject::connect(&line, &SimulatorLine::traced, [](const QString& direction, const QByteArray& bytes) {
+            std::fprintf(stderr, "%s%s\n", qPrintable(direction), bytes.toHex().toUpper().constData());
+        });
+    std::printf("ready %s\n", qPrintable(options.link.isEmpty() ? line.path() : options.link));
+    std::fflush(stdout);
+
+    platform::TerminationSignals ending;
+    QObject::connect(&ending, &platform::TerminationSignals::requested, &application, &QCoreApplication::quit);
+    QCoreApplication::exec();
+    if (!options.link.isEmpty())
+        QFile::remove(options.link);
+    if (!options.state.isEmpty() && !saveState(options.state, controller.state()))
+        return fail(kNoDefinition,
+                    QStringLiteral("%1 cannot be written; choose another --state file").arg(options.state));
+    return 0;
+}
