@@ -1,0 +1,142 @@
+#include "SpreadDelegate.h"
+
+#include "PaletteColors.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QLineEdit>
+#include <QPainter>
+#include <QStyleOptionButton>
+
+namespace platform {
+
+namespace {
+
+constexpr int kTextInset = 4;
+constexpr int kComboMarkWidth = 16;
+
+const Cell& cellAt(const QModelIndex& index)
+{
+    return static_cast<const GridModel*>(index.model())->cell(index.row() + 1, index.column() + 1);
+}
+
+} // namespace
+
+QFont cellFont(const CellFont& font)
+{
+    QFont shown = QApplication::font();
+    if (!font.face.isEmpty() && QFontDatabase::hasFamily(font.face))
+        shown.setFamily(font.face);
+    if (font.pointSize > 0)
+        shown.setPointSizeF(font.pointSize);
+    shown.setBold(font.bold);
+    return shown;
+}
+
+double pixelsPerUnit()
+{
+    return QFontMetricsF(QApplication::font()).averageCharWidth();
+}
+
+double pixelsPerPoint()
+{
+    return 96.0 / 72.0; // the desktop scales its own pixels
+}
+
+double WidgetTextMeasure::widthUnits(const QString& text, const CellFont& font) const
+{
+    return QFontMetricsF(cellFont(font)).horizontalAdvance(text) / pixelsPerUnit();
+}
+
+double WidgetTextMeasure::heightPoints(const QString& text, const CellFont& font) const
+{
+    return text.isEmpty() ? 0 : (QFontMetricsF(cellFont(font)).height() + kTextInset) / pixelsPerPoint();
+}
+
+void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const Cell& cell = cellAt(index);
+    painter->save();
+    painter->fillRect(option.rect, paintColor(cell.backColor));
+    painter->setFont(cellFont(cell.font));
+    if (cell.type == CellType::Button)
+        paintButton(painter, option, cell);
+    QRect place = option.rect.adjusted(kTextInset, 0, -kTextInset, 0);
+    if (cell.type == CellType::ComboBox) {
+        paintComboMark(painter, option);
+        place.setRight(place.right() - kComboMarkWidth);
+    }
+    const ColorRef gray = static_cast<const GridModel*>(index.model())->grayColor();
+    painter->setPen(paintColor(cell.locked ? gray : cell.foreColor));
+    painter->drawText(place, index.data(Qt::TextAlignmentRole).toInt(), cell.text);
+    if ((option.state & QStyle::State_Selected) != 0) {
+        QColor veil = option.palette.color(QPalette::Highlight);
+        veil.setAlpha(60);
+        painter->fillRect(option.rect, veil);
+    }
+    if ((option.state & QStyle::State_HasFocus) != 0) {
+        painter->setPen(QPen(option.palette.color(QPalette::Highlight), 2));
+        painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
+    }
+    painter->restore();
+}
+
+void SpreadDelegate::paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const
+{
+    QStyleOptionButton button;
+    button.rect = option.rect.adjusted(1, 1, -1, -1);
+    button.state = QStyle::State_Enabled | (cell.value != 0 ? QStyle::State_On : QStyle::State_Raised);
+    button.palette = option.palette;
+    button.palette.setColor(QPalette::Button, paintColor(cell.backColor));
+    QApplication::style()->drawControl(QStyle::CE_PushButtonBevel, &button, painter);
+}
+
+void SpreadDelegate::paintComboMark(QPainter* painter, const QStyleOptionViewItem& option) const
+{
+    QStyleOption mark;
+    mark.rect = QRect(option.rect.right() - kComboMarkWidth, option.rect.top(), kComboMarkWidth, option.rect.height());
+    mark.rect.adjust(3, 3, -3, -3);
+    mark.palette = option.palette;
+    mark.state = QStyle::State_Enabled;
+    QApplication::style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &mark, painter);
+}
+
+QWidget* SpreadDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                      const QModelIndex& index) const
+{
+    Q_UNUSED(option);
+    const Cell& cell = cellAt(index);
+    if (cell.type == CellType::ComboBox) {
+        auto* combo = new QComboBox(parent);
+        combo->addItems(cell.comboList);
+        return combo;
+    }
+    auto* edit = new QLineEdit(parent);
+    edit->setFont(cellFont(cell.font));
+    edit->setAlignment(static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()));
+    return edit;
+}
+
+void SpreadDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
+{
+    const Cell& cell = cellAt(index);
+    if (auto* combo = qobject_cast<QComboBox*>(editor))
+        combo->setCurrentIndex(combo->findText(cell.text));
+    else if (auto* edit = qobject_cast<QLineEdit*>(editor))
+        edit->setText(cell.text);
+}
+
+// The grid only tells what was entered; whether it is taken is decided by those who know the parameter.
+void SpreadDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
+{
+    Q_UNUSED(model);
+    auto* self = const_cast<SpreadDelegate*>(this);
+    if (auto* combo = qobject_cast<QComboBox*>(editor))
+        Q_EMIT self->choiceMade(index.column() + 1, index.row() + 1, combo->currentIndex());
+    else if (auto* edit = qobject_cast<QLineEdit*>(editor); edit != nullptr && edit->isModified())
+        Q_EMIT self->textEntered(index.column() + 1, index.row() + 1, edit->text());
+}
+
+} // namespace platform

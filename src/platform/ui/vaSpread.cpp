@@ -1,0 +1,110 @@
+#include "vaSpread.h"
+
+#include "PaletteColors.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+constexpr double kFrameWidth = 2;
+
+} // namespace
+
+vaSpread::vaSpread(QWidget* parent) : QTableView(parent)
+{
+    setItemDelegate(&m_delegate);
+    setShowGrid(false);
+    setSelectionMode(QAbstractItemView::ContiguousSelection);
+    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                    QAbstractItemView::AnyKeyPressed);
+    horizontalHeader()->setVisible(false);
+    verticalHeader()->setVisible(false);
+    horizontalHeader()->setMinimumSectionSize(0);
+    verticalHeader()->setMinimumSectionSize(0);
+    setAccessibleName(QStringLiteral("Parameters"));
+    connect(this, &QTableView::clicked, this, &vaSpread::onClicked);
+    connect(this, &QTableView::doubleClicked, this,
+            [this](const QModelIndex& index) { Q_EMIT dblClick(index.column() + 1, index.row() + 1); });
+    connect(&m_delegate, &SpreadDelegate::textEntered, this, &vaSpread::editChanged);
+    connect(&m_delegate, &SpreadDelegate::choiceMade, this, &vaSpread::comboSelChange);
+}
+
+vaSpread::~vaSpread()
+{
+    if (m_grid != nullptr)
+        m_grid->setTextMeasure(nullptr);
+}
+
+void vaSpread::setGrid(GridModel* grid)
+{
+    m_grid = grid;
+    grid->setTextMeasure(&m_measure);
+    setModel(grid);
+    connect(grid, &GridModel::sizesChanged, this, &vaSpread::applySizes);
+    connect(grid, &GridModel::modelReset, this, &vaSpread::applySizes);
+    connect(grid, &GridModel::framesChanged, viewport(), qOverload<>(&QWidget::update));
+    connect(grid, &GridModel::shownChanged, this, [this](bool) { viewport()->update(); });
+    connect(grid, &QObject::destroyed, this, [this] { m_grid = nullptr; });
+    applySizes();
+}
+
+void vaSpread::setSelectionColors(ColorRef back, ColorRef fore)
+{
+    QPalette colors = palette();
+    colors.setColor(QPalette::Highlight, paintColor(back));
+    colors.setColor(QPalette::HighlightedText, paintColor(fore));
+    setPalette(colors);
+}
+
+void vaSpread::applySizes()
+{
+    for (int col = 1; col <= m_grid->maxCols(); ++col)
+        setColumnWidth(col - 1, qRound(m_grid->colWidth(col) * pixelsPerUnit()));
+    for (int row = 1; row <= m_grid->maxRows(); ++row)
+        setRowHeight(row - 1, qRound(m_grid->rowHeight(row) * pixelsPerPoint()));
+    viewport()->update();
+}
+
+void vaSpread::paintEvent(QPaintEvent* event)
+{
+    if (m_grid == nullptr || !m_grid->isShown())
+        return;
+    QTableView::paintEvent(event);
+    QPainter painter(viewport());
+    for (const CellFrame& frame : m_grid->frames()) {
+        const QRect first = visualRect(m_grid->index(frame.range.row - 1, frame.range.col - 1));
+        const QRect last = visualRect(m_grid->index(std::min(frame.range.row2, m_grid->maxRows()) - 1,
+                                                    std::min(frame.range.col2, m_grid->maxCols()) - 1));
+        if (!first.isValid() || !last.isValid())
+            continue;
+        painter.setPen(QPen(paintColor(frame.color), kFrameWidth));
+        painter.drawRect(first.united(last));
+    }
+}
+
+void vaSpread::onClicked(const QModelIndex& index)
+{
+    const Cell& cell = m_grid->cell(index.row() + 1, index.column() + 1);
+    if (cell.type == CellType::Button && !cell.locked)
+        Q_EMIT buttonClicked(index.column() + 1, index.row() + 1);
+}
+
+void vaSpread::keyPressEvent(QKeyEvent* event)
+{
+    const bool opensCombo =
+        event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && (event->modifiers() & Qt::AltModifier) != 0);
+    if (event->key() == Qt::Key_Space && currentIndex().isValid())
+        onClicked(currentIndex());
+    else if (opensCombo && currentIndex().isValid())
+        edit(currentIndex());
+    else
+        QTableView::keyPressEvent(event);
+}
+
+} // namespace platform

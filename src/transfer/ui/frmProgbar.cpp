@@ -1,0 +1,105 @@
+#include "frmProgbar.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kMinimumWidth = 420;
+
+} // namespace
+
+frmProgbar::frmProgbar(QWidget* parent)
+    : QDialog(parent), m_label(new QLabel(this)), m_bar(new QProgressBar(this)),
+      m_cancel(new QPushButton(QStringLiteral("Cancel"), this))
+{
+    setObjectName(QStringLiteral("frmProgbar"));
+    setWindowTitle(QStringLiteral("Sending..."));
+    m_label->setObjectName(QStringLiteral("Label1"));
+    m_label->setText(QStringLiteral("It is forwarding it. Please wait for a while."));
+    m_label->setWordWrap(true);
+    m_bar->setObjectName(QStringLiteral("ProgressBar1"));
+    m_bar->setAccessibleName(QStringLiteral("Progress"));
+    m_cancel->setObjectName(QStringLiteral("cmdCancel"));
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_label);
+    layout->addWidget(m_bar);
+    layout->addWidget(m_cancel, 0, Qt::AlignRight);
+    setMinimumWidth(kMinimumWidth);
+    connect(m_cancel, &QPushButton::clicked, this, [this] { Q_EMIT ProgCancel(m_index); });
+}
+
+frmProgbar::~frmProgbar()
+{
+    if (m_owner)
+        m_owner->setEnabled(true);
+}
+
+void frmProgbar::showModeless(QWidget* Owner, int lMax, const QString& sTitle, const QString& sLabel, int Index,
+                              bool bDisable, bool bCButton)
+{
+    m_owner = Owner;
+    m_index = Index;
+    m_cancel->setVisible(bCButton);
+    if (Owner != nullptr)
+        Owner->setEnabled(!bDisable);
+    setWindowTitle(sTitle);
+    m_label->setText(sLabel);
+    m_bar->setRange(0, std::max(lMax, 1));
+    m_bar->setValue(0);
+    adjustSize();
+    placeOver(Owner);
+    show();
+}
+
+void frmProgbar::placeOver(const QWidget* owner)
+{
+    const QRect frame = owner != nullptr && owner->isVisible() ? owner->window()->frameGeometry()
+                                                               : QGuiApplication::primaryScreen()->availableGeometry();
+    move(frame.left() + (frame.width() - width()) / 2, frame.top() + (frame.height() - height()) / 2);
+}
+
+void frmProgbar::setPos(int lPos)
+{
+    m_bar->setMaximum(std::max(m_bar->maximum(), lPos));
+    m_bar->setValue(lPos);
+    repaint();
+}
+
+void frmProgbar::setText(const QString& text)
+{
+    m_label->setText(text);
+}
+
+void frmProgbar::unloadForm()
+{
+    m_ending = true;
+    close();
+    m_ending = false;
+}
+
+// Escape asks like the Cancel button; without one the dialog cannot be left by hand.
+void frmProgbar::reject()
+{
+    if (!m_cancel->isHidden())
+        Q_EMIT ProgCancel(m_index);
+}
+
+void frmProgbar::closeEvent(QCloseEvent* event)
+{
+    if (!m_ending) {
+        event->ignore();
+        reject();
+        return;
+    }
+    if (m_owner)
+        m_owner->setEnabled(true);
+    event->accept();
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+// The small window shown while the program talks to the controller or loads a model screen. One instance serves the
+// program. It can disable its owner while it is shown; when it closes, for whatever reason, the owner is enabled again.
+// Cancel, Escape and the close button tell the owner by ProgCancel; the dialog stays until unloadForm.
+class frmProgbar : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmProgbar(QWidget* parent = nullptr);
+    ~frmProgbar() override;
+
+    // Index is handed back with ProgCancel.
+    void showModeless(QWidget* Owner, int lMax, const QString& sTitle, const QString& sLabel, int Index, bool bDisable,
+                      bool bCButton);
+    void setPos(int lPos); // raises the maximum when it is passed
+    void setText(const QString& text);
+    void unloadForm();
+
+    void reject() override;
+
+Q_SIGNALS:
+    void ProgCancel(int Index);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void placeOver(const QWidget* owner);
+
+    QPointer<QWidget> m_owner;
+    int m_index = 0;
+    bool m_ending = false;
+    QLabel* m_label;
+    QProgressBar* m_bar;
+    QPushButton* m_cancel;
+};
