@@ -1,0 +1,130 @@
+#include "clsKXAdr.h"
+
+#include "TestMachine.h"
+#include "clsLibrary.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace {
+
+class Image : public ::testing::Test
+{
+protected:
+    void load(const QByteArray& comm)
+    {
+        const QString folder = library.getIniFilePath(QString());
+        QFile file(box.path(folder) + QStringLiteral("/C.ini"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(comm);
+        file.close();
+        image.load(folder, QStringLiteral("C.ini"), QStringLiteral("S"), &library);
+    }
+
+    TestMachine box;
+    clsLibrary library{box.context};
+    clsKXAdr image;
+};
+
+const QString kHigh = QStringLiteral("FBC2");
+
+TEST_F(Image, KeepsCommandLists)
+{
+    load("[S]\nReadCmdMax=2\nReadCmd1=Direct,FBC0,8\nReadCmd2=GetAnalogSet,40001,x,VQSV1\nWriteCmdMax=2\n"
+         "WriteCmd1=SetAnalog,40001,VQSV1\nWriteCmd2=SetDigital,1,&h0001\n");
+    EXPECT_EQ(image.MsgMax(), 2);
+    EXPECT_EQ(image.Adr(1), u"FBC0");
+    EXPECT_EQ(image.Cnt(1), 8);
+    EXPECT_EQ(image.Cnt(2), 0) << "a count that is no number";
+    EXPECT_EQ(image.Tag(2), u"VQSV1");
+    EXPECT_EQ(image.WTag(2), u"&h0001");
+    EXPECT_THROW(image.Cmd(0), std::out_of_range);
+    EXPECT_THROW(image.WAdr(3), std::out_of_range);
+    EXPECT_FALSE(image.m_bModbus);
+}
+
+TEST_F(Image, EmptySectionFillsItself)
+{
+    load("");
+    EXPECT_EQ(image.MsgMax(), 1);
+    EXPECT_EQ(image.Cmd(1), u"Direct");
+    EXPECT_EQ(image.WMsgMax(), 1);
+    EXPECT_FALSE(image.m_bModbus);
+    EXPECT_EQ(image.getOrgData(), QByteArray(1, '\0'));
+}
+
+TEST_F(Image, DamagedCountsAreBounded)
+{
+    EXPECT_THROW(load("[S]\nReadCmdMax=many\n"), std::invalid_argument);
+    load("[S]\nReadCmdMax=2147483647\nWriteCmdMax=-1\n");
+    EXPECT_EQ(image.MsgMax(), 0);
+    EXPECT_EQ(image.WMsgMax(), 0);
+    load("[S]\nReadCmd1=Direct,0,2147483647\n");
+    EXPECT_EQ(image.getOrgData().size(), clsKXAdr::kMaxImageBytes + 1);
+}
+
+TEST_F(Image, WriteImageBecomesOriginalOnlyByCopy)
+{
+    load("[S]\nReadCmd1=Direct,FBC0,8\n");
+    image.setInteger(kHigh, 0x1234);
+    EXPECT_EQ(image.getWriteData(false).at(3), 0x12);
+    EXPECT_EQ(image.getInteger(kHigh, 9), 0);
+    image.setCopy();
+    EXPECT_EQ(image.getInteger(kHigh, 9), 0x1234);
+    EXPECT_EQ(image.getByte(kHigh), 0x12);
+    image.setSingle(QStringLiteral("FBC4"), -1.5F);
+    image.setCopy();
+    EXPECT_EQ(image.getSingle(QStringLiteral("FBC4"), 0), -1.5F);
+    EXPECT_EQ(image.getLong(QStringLiteral("FBC4"), 0), static_cast<qint32>(0xBFC00000));
+}
+
+TEST_F(Image, AddressesOutsideDoNothing)
+{
+    load("[S]\nReadCmd1=Direct,FBC0,4\n");
+    image.setData({1, QByteArray::fromHex("0102030405")});
+    for (const char16_t* address : {u"FBBF", u"FBC5", u"0", u"FFFFFFFF", u"xyz", u""}) {
+        const QString text = QString::fromUtf16(address);
+        image.setInteger(text, -1);
+        image.setSingle(text, 1);
+        image.setBit(text, 1, true);
+        image.setCopy();
+    }
+    EXPECT_EQ(image.getOrgData(), QByteArray::fromHex("0102030400"));
+    EXPECT_EQ(image.getInteger(QStringLiteral("FBC4"), 0), 0x0500) << "a missing byte counts as 0";
+}
+
+TEST_F(Image, BitsByMask)
+{
+    load("[S]\nReadCmd1=Direct,0,1\n");
+    const QString place = QStringLiteral("0");
+    const auto after = [&](quint8 start, int mask, bool on) {
+        image.setByte(place, start);
+        image.setBit(place, mask, on);
+        image.setCopy();
+        return image.getByte(place);
+    };
+    EXPECT_EQ(after(1, 4, true), 5);
+    EXPECT_EQ(after(5, 4, false), 1);
+    EXPECT_EQ(after(4, 6, false), 4) << "only the whole mask is taken away";
+    EXPECT_EQ(image.getBit(place, 4, 0), 1);
+    EXPECT_EQ(image.getBit(place, 0, 0), 0);
+}
+
+TEST_F(Image, TextComesFromTheStart)
+{
+    load("[S]\nReadCmd1=Direct,FBC0,8\n");
+    image.setData({1, QByteArray("KX410\x83\x5c ")});
+    EXPECT_EQ(image.getString(QStringLiteral("nowhere"), 8, QString()), u"KX410ソ ");
+}
+
+TEST_F(Image, RegisterModeHoldsOneValue)
+{
+    load("[S]\nReadCmd1=GetAnalogInput,30001,1,PV\n");
+    EXPECT_TRUE(image.m_bModbus);
+    image.setInteger(QString(), -2);
+    EXPECT_EQ(image.getInteger(QStringLiteral("any"), 0), -2);
+    EXPECT_EQ(image.getByte(QString()), 0xFE);
+    EXPECT_EQ(image.getLong(QString(), 5), 0);
+}
+
+} // namespace

@@ -1,0 +1,98 @@
+#include "clsLog.h"
+
+#include "TestMachine.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace {
+
+class Log : public ::testing::Test
+{
+protected:
+    Log()
+    {
+        log.setLogPath(QStringLiteral("C:\\Vorlant\\Log\\\\"));
+        log.setLogFileName(QStringLiteral("L.log"));
+    }
+    QByteArray content()
+    {
+        QFile file(box.path(QStringLiteral("C:\\Vorlant\\Log\\L.log")));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    int last() { return static_cast<quint8>(content().at(8)); }
+    QByteArray body(int n, int size) { return content().mid(16 + (n - 1) * size + 25, size - 27); }
+
+    TestMachine box;
+    clsLog log{box.machine};
+};
+
+TEST_F(Log, FirstRecordByteByByte)
+{
+    log.LogWrite(QStringLiteral("Hello"));
+    QByteArray expected = QByteArray::fromHex("FF0F0000"
+                                              "00010000"
+                                              "01000000"
+                                              "0000"
+                                              "0D0A");
+    expected += QByteArray("[2007/03/05 14:07:09:042]Hello").leftJustified(254, ' ') + "\r\n";
+    EXPECT_EQ(content(), expected);
+}
+
+TEST_F(Log, RingOverwritesTheOldest)
+{
+    log.setMaxLogCnt(3);
+    log.setLogRecSize(40);
+    for (int i = 1; i <= 4; ++i)
+        log.LogWrite(QString::number(i));
+    EXPECT_EQ(last(), 1);
+    EXPECT_EQ(content().size(), 16 + 3 * 40);
+    EXPECT_EQ(body(1, 40).trimmed(), "4");
+    EXPECT_EQ(body(3, 40).trimmed(), "3");
+}
+
+TEST_F(Log, LongMessagesAreSpread)
+{
+    log.LogWrite(QString(229, u'a'));
+    EXPECT_EQ(last(), 1);
+    log.LogWrite(QString(230, u'b'));
+    EXPECT_EQ(last(), 3);
+    EXPECT_EQ(body(3, 256), QByteArray("b").leftJustified(229, ' '));
+    log.LogWrite(QString(228, u'c') + QStringLiteral("ソ"));
+    EXPECT_EQ(body(4, 256), QByteArray(228, 'c') + ' ') << "a double-byte character is not cut";
+    EXPECT_EQ(body(5, 256), QByteArray("\x83\x5c").leftJustified(229, ' '));
+}
+
+TEST_F(Log, OtherOrDamagedFileIsRestarted)
+{
+    log.LogWrite(QStringLiteral("old"));
+    log.setLogRecSize(64);
+    log.LogWrite(QStringLiteral("new"));
+    EXPECT_EQ(content().size(), 16 + 64);
+    QFile file(box.path(QStringLiteral("C:\\Vorlant\\Log\\L.log")));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.seek(8);
+    file.write("\xFF\xFF\xFF\x7F");
+    file.close();
+    log.LogWrite(QStringLiteral("again"));
+    EXPECT_EQ(last(), 1);
+}
+
+TEST_F(Log, RefusedSettingsAndFailuresAreSilent)
+{
+    log.setLogRecSize(27);
+    log.setMaxLogCnt(0);
+    log.setLogFileName(QStringLiteral("a?b.log"));
+    log.LogWrite(QString());
+    EXPECT_EQ(content().size(), 16 + 256);
+    log.setLogSwitch(false);
+    log.LogWrite(QStringLiteral("x"));
+    EXPECT_EQ(last(), 1);
+    log.setLogSwitch(true);
+    log.setLogPath(QStringLiteral("C:\\Vorlant\\Missing"));
+    log.LogWrite(QStringLiteral("x"));
+    EXPECT_FALSE(box.machine.paths.dirExists(QStringLiteral("C:\\Vorlant\\Missing")));
+}
+
+} // namespace
