@@ -1,0 +1,1 @@
+#include <QWidget> // a core library knows no widgets
