@@ -58,7 +58,9 @@ QString clsINI::GetIniData(const QString& strSection, const QString& strKey, con
 {
     const auto stored = m_context.machine.profiles.read(machineFile(), strSection, strKey, strDefault, m_bufferSize);
     const QString value = stored.count >= 1 ? stored.text : strDefault;
-    if (value == strDefault && !bReadOnly)
+    // A key that holds its default already needs no writing.
+    const bool kept = stored.found && stored.text == strDefault;
+    if (value == strDefault && !bReadOnly && !kept)
         PutIniData(strSection, strKey, strDefault);
     return value;
 }

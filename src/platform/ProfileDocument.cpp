@@ -24,9 +24,9 @@ bool isUtf8Text(const QByteArray& bytes)
     return !decoder.hasError();
 }
 
-QString folded(const QString& name)
+ProfileName folded(const QString& name)
 {
-    return name.trimmed().toCaseFolded();
+    return {name.trimmed()};
 }
 
 bool hasLineBreak(const QString& text)
@@ -35,6 +35,19 @@ bool hasLineBreak(const QString& text)
 }
 
 } // namespace
+
+// FNV-1a over the characters in their lower-case form.
+size_t qHash(const ProfileName& name, size_t seed)
+{
+    size_t hash = seed ^ 0xCBF29CE484222325U;
+    for (const QChar c : name.text) {
+        const char16_t plain = c.unicode();
+        const char16_t lower =
+            plain < 0x80 ? (plain >= u'A' && plain <= u'Z' ? plain + 32 : plain) : c.toCaseFolded().unicode();
+        hash = (hash ^ lower) * 0x100000001B3U;
+    }
+    return hash;
+}
 
 ProfileDocument::ProfileDocument(const QByteArray& bytes, const CodePage& codePage) : m_codePage(codePage)
 {
@@ -48,7 +61,7 @@ ProfileDocument::ProfileDocument(const QByteArray& bytes, const CodePage& codePa
         m_lineEnd = firstEnd > 0 && rest[firstEnd - 1] == '\r' ? "\r\n" : "\n";
     m_endsOpen = !rest.isEmpty() && !rest.endsWith('\n');
     m_sections.emplace_back();
-    m_index.insert(QString(), 0);
+    m_index.insert({}, 0);
     for (qsizetype pos = 0; pos < rest.size();) {
         auto end = rest.indexOf('\n', pos);
         if (end < 0)
@@ -69,14 +82,14 @@ void ProfileDocument::addLine(const QByteArray& bytes)
     if (close > 0) {
         m_sections.emplace_back();
         m_sections.back().header = bytes;
-        const QString name = folded(text.mid(1, close - 1));
+        const ProfileName name = folded(text.mid(1, close - 1));
         if (!m_index.contains(name))
             m_index.insert(name, m_sections.size() - 1);
         return;
     }
     Section& section = m_sections.back();
     section.lines.push_back(parseLine(bytes, text));
-    const QString key = folded(section.lines.back().key);
+    const ProfileName key = folded(section.lines.back().key);
     if (!section.lines.back().isBlank && !section.keys.contains(key))
         section.keys.insert(key, section.lines.size() - 1);
 }
@@ -96,8 +109,14 @@ ProfileDocument::Line ProfileDocument::parseLine(const QByteArray& bytes, const 
 
 ProfileDocument::Section* ProfileDocument::find(const QString& section)
 {
+    if (!section.isEmpty() && section == m_lastName)
+        return &m_sections[m_lastSection];
     const auto found = m_index.constFind(folded(section));
-    return found == m_index.cend() ? nullptr : &m_sections[*found];
+    if (found == m_index.cend())
+        return nullptr;
+    m_lastName = section;
+    m_lastSection = *found;
+    return &m_sections[*found];
 }
 
 bool ProfileDocument::hasSection(const QString& section) const

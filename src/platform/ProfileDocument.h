@@ -11,6 +11,14 @@
 
 namespace platform {
 
+// The name of a section or key as a hash key: without difference between upper and lower case, and without a copy.
+struct ProfileName
+{
+    QString text;
+    bool operator==(const ProfileName& other) const { return text.compare(other.text, Qt::CaseInsensitive) == 0; }
+};
+size_t qHash(const ProfileName& name, size_t seed = 0);
+
 // One INI-syntax file in memory. Lines that nobody changes keep their bytes; an index over sections and keys (without
 // difference between upper and lower case) answers look-ups. The first of equal sections and of equal keys counts.
 class ProfileDocument
@@ -46,7 +54,7 @@ private:
     {
         QByteArray header; // bytes of the header line; empty for the lines before the first section
         std::vector<Line> lines;
-        QHash<QString, size_t> keys; // folded key -> first line that has it
+        QHash<ProfileName, size_t> keys; // -> first line that has it
     };
 
     void addLine(const QByteArray& bytes);
@@ -63,7 +71,9 @@ private:
     QByteArray m_lineEnd = "\r\n";
     bool m_endsOpen = false; // the last line has no line end
     std::vector<Section> m_sections;
-    QHash<QString, size_t> m_index;
+    QHash<ProfileName, size_t> m_index;
+    mutable QString m_lastName; // the section asked for last; callers read section by section
+    mutable size_t m_lastSection = 0;
 };
 
 } // namespace platform

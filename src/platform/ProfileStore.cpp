@@ -149,6 +149,7 @@ struct ProfileStore::Entry
     FileState state;
     std::unique_ptr<ProfileDocument> document;
     std::vector<Write> pending;
+    int checkedInBatch = 0;
 
     void parse(const FileCheck& check, const CodePage& codePage)
     {
@@ -181,8 +182,10 @@ ProfileStore::Entry& ProfileStore::fresh(const QString& file)
         entry = std::make_shared<Entry>();
         entry->path = QFile::encodeName(file);
     }
-    if (!entry->pending.empty())
+    const bool checked = m_batchDepth > 0 && entry->checkedInBatch == m_batchNumber && entry->document;
+    if (checked || !entry->pending.empty())
         return *entry;
+    entry->checkedInBatch = m_batchDepth > 0 ? m_batchNumber : 0;
     const FileCheck check = checkFile(entry->path);
     if (!entry->document || !(check.state == entry->state))
         entry->parse(check, m_codePage);
@@ -196,14 +199,14 @@ ProfileStore::Value ProfileStore::read(const QString& file, const QString& secti
     const QString text = stored ? unquoted(*stored) : defaultText;
     const int room = std::max(bufferSize - 1, 0);
     if (isAsciiText(text))
-        return {text.left(room), static_cast<int>(std::min<qsizetype>(text.size(), room))};
+        return {text.left(room), static_cast<int>(std::min<qsizetype>(text.size(), room)), stored.has_value()};
     QString cut = text;
     QByteArray bytes = m_codePage.fromText(cut);
     while (bytes.size() > room) {
         cut.chop(std::max<qsizetype>((bytes.size() - room) / 4, 1));
         bytes = m_codePage.fromText(cut);
     }
-    return {cut, static_cast<int>(bytes.size())};
+    return {cut, static_cast<int>(bytes.size()), stored.has_value()};
 }
 
 QStringList ProfileStore::readSection(const QString& file, const QString& section, int bufferSize)
@@ -298,7 +301,8 @@ ProfileOutcome ProfileStore::endBatch()
 
 ProfileStore::Batch::Batch(ProfileStore& store) : m_store(store)
 {
-    ++m_store.m_batchDepth;
+    if (m_store.m_batchDepth++ == 0)
+        ++m_store.m_batchNumber;
 }
 
 ProfileStore::Batch::~Batch()

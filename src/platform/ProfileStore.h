@@ -46,6 +46,7 @@ public:
     {
         QString text;
         int count = 0;
+        bool found = false; // the text is the file's, not the default
     };
     Value read(const QString& file, const QString& section, const QString& key, const QString& defaultText,
                int bufferSize);
@@ -59,6 +60,7 @@ public:
     ProfileOutcome write(const QString& file, const QString& section, const QString& key, const QString& value);
 
     // Collects all writes made while it lives into one replacement per file. Batches nest; the outermost one writes.
+    // Within a batch a file is looked at once: an outside edit is merged when the batch is written.
     // A batch that is destroyed without commit() commits and drops the outcome.
     class Batch
     {
@@ -89,6 +91,7 @@ private:
     CodePage m_codePage;
     QHash<QString, std::shared_ptr<Entry>> m_entries;
     int m_batchDepth = 0;
+    int m_batchNumber = 0; // of the outermost batch that is open, or was last
     int m_replacements = 0;
 };
 
