@@ -79,9 +79,9 @@ Cell& GridModel::own(int row, int col)
 
 void GridModel::setCell(int row, int col, const Cell& cell)
 {
-    if (!inside(row, col))
+    if (!inside(row, col) || this->cell(row, col) == cell)
         return;
-    m_cells.insert(keyOf(row, col), cell);
+    own(row, col) = cell;
     changed(row, col);
 }
 

@@ -34,6 +34,7 @@ struct Cell
     HAlign align = HAlign::Left;
     CellFont font;
     bool locked = false;
+    bool operator==(const Cell&) const = default;
 };
 
 // An inclusive rectangle of cells, 1-based.

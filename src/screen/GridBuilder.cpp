@@ -95,6 +95,10 @@ void GridBuilder::buildBlock(int n, const QString& section)
     const QStringList area =
         m_screen.GetIniData(section, QStringLiteral("CellData"), QStringLiteral("1,1,3,3,True,vbBlack")).split(u',');
     const CellRange range(number(area, 0), number(area, 1), number(area, 2), number(area, 3));
+    if (area.size() < 5)
+        m_owner.noteFault(section, QStringLiteral("CellData: %1 of 6 fields").arg(area.size()));
+    if (area.size() > 5)
+        m_owner.checkColor(section, area[5]);
     if (m_library.toBoolean(area.value(4), false))
         m_grid.addFrame({range, color(area.value(5), QStringLiteral("vbBlack"))});
     int row = range.row;
@@ -138,6 +142,10 @@ void GridBuilder::buildLabel(const QString& section)
     const int col = number(place, 1);
     Cell label = m_grid.cell(row, col);
     label.type = CellType::StaticText;
+    if (place.size() < 2)
+        m_owner.noteFault(section, QStringLiteral("CellData: %1 of 4 fields").arg(place.size()));
+    for (int i = 2; i < 4 && i < place.size(); ++i)
+        m_owner.checkColor(section, place[i]);
     if (place.size() > 2)
         label.backColor = color(place[2], QStringLiteral("vbWindowBackground"));
     if (place.size() > 3)

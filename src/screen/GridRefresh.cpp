@@ -1,5 +1,6 @@
 #include "GridRefresh.h"
 
+#include "LockRules.h"
 #include "Numbers.h"
 #include "clsCfg.h"
 #include "clsKX.h"
@@ -11,6 +12,7 @@
 
 namespace {
 
+constexpr platform::ColorRef kGray = 0x808080;
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
 
 // Cells whose text is wider than the values that the definition was laid out for.
@@ -78,8 +80,8 @@ void GridRefresh::takeLong(clsData& item, clsKXAdr& image)
     if (item.MType() == ItemType::Data) {
         const float value = image.getSingle(item.Address(), 0);
         // Four bytes that are no number have no text that the controller could have meant.
-        item.setKnown(std::isfinite(value));
         item.setData(std::isfinite(value) ? platform::singleText(value) : QString());
+        item.setKnown(std::isfinite(value));
         return;
     }
     item.setData(isOffLine() ? m_owner.modelString() : image.getString(item.Address(), item.DataLen(), QString()));
@@ -97,28 +99,38 @@ void GridRefresh::showAll()
     if (grid == nullptr)
         return;
     grid->beginUpdate();
+    const LockRules rules(m_owner);
+    grid->setGrayColor(kGray);
     for (const auto& item : m_owner.items()) {
         if (item->Visible())
-            show(*item);
+            show(*item, rules.lockOf(*item));
     }
     grid->endUpdate();
 }
 
-void GridRefresh::show(const clsData& item)
+void GridRefresh::show(const clsData& item, std::optional<bool> locked)
 {
     platform::GridModel* grid = m_owner.spread();
     if (grid == nullptr)
         return;
-    const int row = item.Row();
-    const int col = item.Col();
-    grid->setBold(row, col, item.SprFontBold());
-    grid->setForeColor(row, col, item.SprForeColor());
-    grid->setText(row, col, item.isKnown() ? item.VData() : QString());
-    grid->setToolTip(row, col, item.isKnown() ? QString() : kUnknownTip);
+    platform::Cell cell = grid->cell(item.Row(), item.Col());
+    cell.font.bold = item.SprFontBold();
+    cell.foreColor = item.SprForeColor();
+    cell.text = item.isKnown() ? textOf(item) : QString();
+    cell.toolTip = item.isKnown() ? QString() : kUnknownTip;
+    cell.locked = locked.value_or(cell.locked);
     if (item.MType() == ItemType::Bit)
-        grid->setValue(row, col, m_owner.library().toLong(item.Data(), 0));
+        cell.value = m_owner.library().toLong(item.Data(), 0);
+    if (cell.locked && cell.type == platform::CellType::Button)
+        cell.foreColor = kGray;
+    grid->setCell(item.Row(), item.Col(), cell);
     if (growsWithText(item.Key()))
         widen(item);
+}
+
+QString GridRefresh::textOf(const clsData& item) const
+{
+    return item.VData();
 }
 
 void GridRefresh::widen(const clsData& item)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <vector>
 
 class clsBlock;
@@ -18,8 +19,10 @@ public:
     // controller becomes unknown and is shown empty.
     void takeFromImages(const std::vector<clsBlock*>* blocks);
 
+    // All visible items, with the lock rules.
     void showAll();
-    void show(const clsData& item);
+    // locked empty: the cell keeps its lock state.
+    void show(const clsData& item, std::optional<bool> locked = {});
 
 private:
     void take(clsData& item);
@@ -27,6 +30,7 @@ private:
     void takeInteger(clsData& item, clsKXAdr& image);
     void takeLong(clsData& item, clsKXAdr& image);
     bool isOffLine() const;
+    QString textOf(const clsData& item) const;
     void widen(const clsData& item);
 
     clsKX& m_owner;

@@ -1,16 +1,19 @@
 #include "clsBlock.h"
 
-#include <algorithm>
+#include "clsData.h"
 
 void clsBlock::setData(clsData* item)
 {
-    if (std::find(m_tags.begin(), m_tags.end(), item) == m_tags.end())
-        m_tags.push_back(item);
+    if (m_keys.contains(item->Key()))
+        return;
+    m_keys.insert(item->Key());
+    m_tags.push_back(item);
 }
 
 void clsBlock::removeData()
 {
     m_tags.clear();
+    m_keys.clear();
 }
 
 void clsBlock::setRelayBlock(const QString& sRelay)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <vector>
@@ -14,7 +15,7 @@ public:
     int m_lNo = 0;
     QString m_sName;
 
-    void setData(clsData* item); // joins the block; an item joins once
+    void setData(clsData* item); // joins the block; a tag joins once
     const std::vector<clsData*>& Tags() const { return m_tags; }
     int Count() const { return static_cast<int>(m_tags.size()); }
     void removeData();
@@ -27,4 +28,5 @@ private:
     QString m_relayText;
     QStringList m_relayList;
     std::vector<clsData*> m_tags;
+    QSet<QString> m_keys;
 };

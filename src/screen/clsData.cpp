@@ -13,9 +13,10 @@
 namespace {
 
 constexpr int kMaxFormatPlaces = 20;                   // more places than any number has digits
+constexpr int kVoltagePlaces = 3;                      // of a voltage input, in volts
+constexpr int kMaxQuoted = 40;                         // characters of a faulty text that are quoted
 constexpr platform::ColorRef kChangedColor = 0xFF0000; // blue
 const QString kSeparator = QStringLiteral("vbTab");
-const QString kVoltageMark = QStringLiteral("5V");
 
 ItemType typeOf(const QString& name)
 {
@@ -25,18 +26,6 @@ ItemType typeOf(const QString& name)
     return index < 0 ? ItemType::Data : static_cast<ItemType>(index);
 }
 
-// The fields of a comma-separated value; fields that are missing or left empty take the default's.
-QStringList fieldsOf(const QString& text, const QString& defaultText)
-{
-    QStringList fields = text.split(u',');
-    const QStringList defaults = defaultText.split(u',');
-    for (qsizetype i = 0; i < defaults.size(); ++i) {
-        if (i >= fields.size())
-            fields << defaults[i];
-    }
-    return fields;
-}
-
 bool sameNumber(const QString& left, const QString& right)
 {
     const auto a = platform::parseDouble(left);
@@ -44,11 +33,23 @@ bool sameNumber(const QString& left, const QString& right)
     return a && b && *a == *b;
 }
 
-// The value divided by 10 to the power of places, in single precision; 0 for other counts than 0 to 5.
+// 10 to the power of places in single precision; 0 for other counts than 0 to 5.
+float powerOfTen(int places)
+{
+    static constexpr float kPowers[] = {1.0F, 10.0F, 100.0F, 1000.0F, 10000.0F, 100000.0F};
+    return places < 0 || places > 5 ? 0.0F : kPowers[places];
+}
+
 float scaledDown(float value, int places)
 {
-    static constexpr float kDivisors[] = {1.0F, 10.0F, 100.0F, 1000.0F, 10000.0F, 100000.0F};
-    return places < 0 || places > 5 ? 0.0F : value / kDivisors[places];
+    const float divisor = powerOfTen(places);
+    return divisor == 0.0F ? 0.0F : value / divisor;
+}
+
+QString formatFor(int places)
+{
+    const int shown = std::min(places, kMaxFormatPlaces);
+    return shown <= 0 ? QStringLiteral("#0") : QStringLiteral("#0.") + QString(shown, u'0');
 }
 
 } // namespace
@@ -66,7 +67,8 @@ void clsData::load(clsINI& objIni, int number, clsKX* owner, clsLibrary* objLib,
     m_library = objLib;
     const QString section = QStringLiteral("Datas%1").arg(number);
     m_tag = objIni.GetIniData(section, QStringLiteral("Tag"), QStringLiteral("T%1").arg(number));
-    m_blockNo = objLib->toLong(objIni.GetIniData(section, QStringLiteral("BlockNo"), QStringLiteral("0")), 0);
+    m_blockNo = this->number(QStringLiteral("BlockNo"),
+                             objIni.GetIniData(section, QStringLiteral("BlockNo"), QStringLiteral("0")));
     m_name = objIni.GetIniData(section, QStringLiteral("Name"), QString(), true);
     m_visible = true;
     if (bUse)
@@ -80,16 +82,39 @@ void clsData::load(clsINI& objIni, int number, clsKX* owner, clsLibrary* objLib,
         readTables();
 }
 
+// A number field of the section; a text that is no number counts as 0 and is noted.
+int clsData::number(const QString& key, const QString& text)
+{
+    if (!platform::parseInt32(text))
+        m_faults << QStringLiteral("%1: \"%2\" is not a whole number").arg(key, text.left(kMaxQuoted));
+    return m_library->toLong(text, 0);
+}
+
+// The fields of a comma-separated value; fields that are missing take the default's and are noted.
+QStringList clsData::fields(const QString& key, const QString& text, const QString& defaultText)
+{
+    QStringList list = text.split(u',');
+    const QStringList defaults = defaultText.split(u',');
+    if (list.size() < defaults.size())
+        m_faults << QStringLiteral("%1: %2 of %3 fields").arg(key).arg(list.size()).arg(defaults.size());
+    for (qsizetype i = list.size(); i < defaults.size(); ++i)
+        list << defaults[i];
+    return list;
+}
+
 void clsData::readPlace(clsINI& ini, const QString& section)
 {
+    const QString lengthKey = QStringLiteral("DataLen");
+    const QString maskKey = QStringLiteral("BitMask");
+    const QString cellKey = QStringLiteral("CellData");
     m_enabled = ini.GetIniData(section, QStringLiteral("Enabled"), QStringLiteral("True"));
     m_address = ini.GetIniData(section, QStringLiteral("KXAddress"), QString());
-    m_dataLen = m_library->toLong(ini.GetIniData(section, QStringLiteral("DataLen"), QStringLiteral("0")), 0);
-    m_bitMask = m_library->toLong(ini.GetIniData(section, QStringLiteral("BitMask"), QStringLiteral("0")), 0);
+    m_dataLen = number(lengthKey, ini.GetIniData(section, lengthKey, QStringLiteral("0")));
+    m_bitMask = number(maskKey, ini.GetIniData(section, maskKey, QStringLiteral("0")));
     const QString cellDefault = QStringLiteral("%1,1,vbWindowBackground,vbWindowText").arg(m_number);
-    const QStringList cell = fieldsOf(ini.GetIniData(section, QStringLiteral("CellData"), cellDefault), cellDefault);
-    m_row = m_library->toLong(cell[0], 0);
-    m_col = m_library->toLong(cell[1], 0);
+    const QStringList cell = fields(cellKey, ini.GetIniData(section, cellKey, cellDefault), cellDefault);
+    m_row = number(cellKey, cell[0]);
+    m_col = number(cellKey, cell[1]);
     m_backColorName = cell[2];
     m_foreColorName = cell[3];
     m_readSection = ini.GetIniData(section, QStringLiteral("CommRaedSection"), QString());
@@ -98,22 +123,32 @@ void clsData::readPlace(clsINI& ini, const QString& section)
 
 void clsData::readValue(clsINI& ini, const QString& section)
 {
+    const QString bitKey = QStringLiteral("BitData");
+    const QString infoKey = QStringLiteral("DataInfo");
     m_typeName = ini.GetIniData(section, QStringLiteral("CellType"), QStringLiteral("Data"));
     m_type = typeOf(m_typeName);
     m_bitOnCaption = ini.GetIniData(section, QStringLiteral("BitCaptionOn"), QStringLiteral("On"));
     m_bitOffCaption = ini.GetIniData(section, QStringLiteral("BitCaptionOff"), QStringLiteral("Off"));
     const QString bitDefault = QStringLiteral("1,0");
-    const QStringList bit = fieldsOf(ini.GetIniData(section, QStringLiteral("BitData"), bitDefault), bitDefault);
-    m_bitOn = m_library->toLong(bit[0], 0);
-    m_bitOff = m_library->toLong(bit[1], 0);
-    const QString infoDefault = QStringLiteral("0,-100,100,<=,<=,0,10");
-    m_dataInfo = fieldsOf(ini.GetIniData(section, QStringLiteral("DataInfo"), infoDefault), infoDefault);
+    const QStringList bit = fields(bitKey, ini.GetIniData(section, bitKey, bitDefault), bitDefault);
+    m_bitOn = number(bitKey, bit[0]);
+    m_bitOff = number(bitKey, bit[1]);
+    // The last two fields are not used; a definition may leave the seventh out.
+    const QString infoDefault = QStringLiteral("0,-100,100,<=,<=,0");
+    const QStringList info =
+        fields(infoKey, ini.GetIniData(section, infoKey, QStringLiteral("0,-100,100,<=,<=,0,10")), infoDefault);
+    m_decimalsText = info[0];
+    m_limits = {info[1], info[2], info[1], info[2], info[3], info[4]};
 }
 
 void clsData::readChoices(clsINI& ini, const QString& section)
 {
     m_comboStrings = ini.GetIniData(section, QStringLiteral("ComboStrings"), QString()).split(kSeparator);
     m_comboDatas = ini.GetIniData(section, QStringLiteral("ComboDatas"), QString()).split(kSeparator);
+    if (m_comboStrings.size() != m_comboDatas.size())
+        m_faults << QStringLiteral("ComboStrings: %1 choices for %2 values")
+                        .arg(m_comboStrings.size())
+                        .arg(m_comboDatas.size());
     m_multiSection = ini.GetIniData(section, QStringLiteral("MultiSelectSection"), QString());
     m_inputCSection = ini.GetIniData(section, QStringLiteral("InputCSelectSection"), QString());
     m_inputKSection = ini.GetIniData(section, QStringLiteral("InputKSelectSection"), QString());
@@ -170,20 +205,63 @@ QString clsData::VData() const
     case ItemType::Multi:
         return m_multiTable.nameOf(m_data);
     case ItemType::Input:
-        return (m_owner->unitSwitch() != 0 ? m_inputKTable : m_inputCTable).nameOf(m_data);
+        return inputTable().nameOf(m_data);
     case ItemType::Data:
     case ItemType::String:
         break;
     }
-    return scaledDisplay();
+    return displayOf(m_data);
 }
 
-QString clsData::scaledDisplay() const
+QString clsData::displayOf(const QString& storedText) const
 {
-    const float stored = m_library->toSingle(m_data, 0.0F);
     const int places = getDecimals();
-    const QString pattern = getFormatStr();
-    return m_library->ExFormat(scaledDown(stored, places), pattern);
+    return m_library->ExFormat(scaledDown(m_library->toSingle(storedText, 0.0F), places), formatFor(places));
+}
+
+void clsData::setVData(const QString& displayValue)
+{
+    Edit = EditState::kChanged;
+    m_known = true;
+    if (m_type != ItemType::Data)
+        return;
+    const float stored = m_library->toSingle(displayValue, 0.0F) * powerOfTen(getDecimals());
+    m_data = platform::singleText(stored);
+}
+
+void clsData::setData(const QString& storedValue)
+{
+    m_data = storedValue;
+    m_known = true;
+    if (m_type == ItemType::Multi)
+        m_owner->multiSet().apply(*this, m_multiTable, storedValue);
+    else if (m_type == ItemType::Input)
+        m_owner->multiSet().apply(*this, inputTable(), storedValue);
+}
+
+const ChoiceTable& clsData::inputTable() const
+{
+    return m_owner->unitSwitch() != 0 ? m_inputKTable : m_inputCTable;
+}
+
+QString clsData::LimitL() const
+{
+    return ItemLimits(*this, *m_owner).lower();
+}
+
+QString clsData::LimitH() const
+{
+    return ItemLimits(*this, *m_owner).upper();
+}
+
+QString clsData::SignL() const
+{
+    return ItemLimits(*this, *m_owner).lowerSign();
+}
+
+QString clsData::SignH() const
+{
+    return ItemLimits(*this, *m_owner).upperSign();
 }
 
 QString clsData::comboDisplay() const
@@ -201,6 +279,12 @@ int clsData::ComboIdx() const
     return static_cast<int>(std::max<qsizetype>(m_comboDatas.indexOf(m_data), 0));
 }
 
+void clsData::setComboIdx(int index)
+{
+    if (index >= 0 && index < m_comboDatas.size())
+        setData(m_comboDatas[index]);
+}
+
 QString clsData::ButtonCaption() const
 {
     return m_library->toLong(m_data, 0) != 0 ? m_bitOnCaption : m_bitOffCaption;
@@ -208,9 +292,13 @@ QString clsData::ButtonCaption() const
 
 int clsData::getDecimals() const
 {
-    // A definition whose places lead back to this item would never end: the circle is cut here.
-    if (m_resolving)
+    // A definition whose places lead back to this item, or through a long chain of others, would never end: it is cut
+    // here.
+    const clsKX::ReferenceStep step(*m_owner);
+    if (m_resolving || step.isTooDeep()) {
+        m_owner->noteCircle(*this);
         return 0;
+    }
     const QScopedValueRollback<bool> guard(m_resolving, true);
     bool decided = false;
     const int byTag = decimalsByTag(decided);
@@ -222,11 +310,9 @@ int clsData::decimalsByTag(bool& decided) const
     decided = true;
     if (m_tag == u"VQ1DB" || m_tag == u"VQ2DB" || m_tag == u"VQ3DB")
         return m_owner->getEVDBDot(m_tag.at(2).digitValue());
-    if (m_tag == u"VQLIZS" || m_tag == u"VQLIZL" || m_tag == u"RANGEL" || m_tag == u"RANGEH") {
-        const clsData* range = m_owner->getDataByTag(QStringLiteral("PQRNO"));
-        if (range != nullptr && range->VData().contains(kVoltageMark))
-            return 3;
-    }
+    const bool isRange = m_tag == u"VQLIZS" || m_tag == u"VQLIZL" || m_tag == u"RANGEL" || m_tag == u"RANGEH";
+    if (isRange && m_owner->hasVoltageRange())
+        return kVoltagePlaces;
     if (m_tag.size() == 5 && m_tag.contains(u"VQAL"))
         return m_owner->getEVDot(m_library->toLong(m_tag.mid(4), 0));
     decided = false;
@@ -236,7 +322,7 @@ int clsData::decimalsByTag(bool& decided) const
 int clsData::decimalsByReference() const
 {
     static const QString kDot = QStringLiteral("DOT");
-    const QString& text = m_dataInfo[0];
+    const QString& text = m_decimalsText;
     if (!text.contains(kDot))
         return m_library->toLong(text, 0);
     const clsData* reference = m_owner->getDataByTag(text.mid(kDot.size()));
@@ -249,8 +335,7 @@ int clsData::decimalsByReference() const
 
 QString clsData::getFormatStr() const
 {
-    const int places = std::min(getDecimals(), kMaxFormatPlaces);
-    return places <= 0 ? QStringLiteral("#0") : QStringLiteral("#0.") + QString(places, u'0');
+    return formatFor(getDecimals());
 }
 
 platform::ColorRef clsData::BackColor() const

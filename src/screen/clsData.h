@@ -2,6 +2,7 @@
 
 #include "ChoiceTable.h"
 #include "GridModel.h"
+#include "ItemLimits.h"
 
 #include <QString>
 #include <QStringList>
@@ -24,8 +25,8 @@ constexpr int kChanged = 2; // changed by an entry or a loaded file
 // One parameter of the controller as the grid shows it. Holds the stored value (Data, as the controller holds it) and
 // turns it into the display value (VData, the text shown) by the item's type and decimal places.
 //
-// load reads the item's section; afterwards only Data and Edit change. The owner (clsKX) outlives the item and answers
-// look-ups of other tags. A reference that leads back to the item itself counts as a missing one.
+// load reads the item's section; afterwards only Data, Edit and the current limits change. The owner (clsKX) outlives
+// the item and answers look-ups of other tags. A reference that leads back to the item itself counts as a missing one.
 class clsData
 {
 public:
@@ -68,16 +69,34 @@ public:
     // Stored value. A value that the controller sent and one that is only the definition's default look the same:
     // isKnown tells them apart.
     QString Data() const { return m_data; }
-    void setData(const QString& storedValue) { m_data = storedValue; }
+    // Also carries the choice of a Multi or Input item over to the items without a cell that belong to it.
+    void setData(const QString& storedValue);
     bool isKnown() const { return m_known; }
     void setKnown(bool known) { m_known = known; }
 
     QString VData() const;
+    void setVData(const QString& displayValue);         // marks the item changed; a number is scaled up and stored
+    QString displayOf(const QString& storedText) const; // a stored number scaled down and formatted as this item's
     int getDecimals() const;
     QString getFormatStr() const; // "#0", "#0.0", ...
     int ComboIdx() const;         // of the stored value among the combo data, 0 when none
+    void setComboIdx(int index);  // 0-based; an index outside the combo data changes nothing
+
+    // Limits in display units and how a value is compared with them ("<=" or "<"), as the other items make them now.
+    QString LimitL() const;
+    QString LimitH() const;
+    QString SignL() const;
+    QString SignH() const;
+    void setLimitL(const QString& limit) { m_limits.currentLower = limit; }
+    void setLimitH(const QString& limit) { m_limits.currentUpper = limit; }
+    const LimitTexts& limitTexts() const { return m_limits; }
     QString ButtonCaption() const;
 
+    // What is wrong with the item's section; the item then uses the nearest sane reading. Empty when all is well.
+    const QStringList& faults() const { return m_faults; }
+
+    QString backColorName() const { return m_backColorName; }
+    QString foreColorName() const { return m_foreColorName; }
     platform::ColorRef BackColor() const;
     platform::ColorRef ForeColor() const { return SprForeColor(); }
     platform::ColorRef SprForeColor() const; // blue when changed
@@ -88,8 +107,10 @@ private:
     void readValue(clsINI& ini, const QString& section);
     void readChoices(clsINI& ini, const QString& section);
     void readTables();
-    QString scaledDisplay() const;
+    QStringList fields(const QString& key, const QString& text, const QString& defaultText);
+    int number(const QString& key, const QString& text);
     QString comboDisplay() const;
+    const ChoiceTable& inputTable() const; // of the unit in use
     int decimalsByTag(bool& decided) const;
     int decimalsByReference() const;
 
@@ -114,7 +135,8 @@ private:
     int m_bitOn = 1;
     int m_bitOff = 0;
     int m_bitMask = 0;
-    QStringList m_dataInfo; // decimals, limits, signs, two numbers: always seven fields
+    QString m_decimalsText; // a number, or "DOT" and the tag that shows it
+    LimitTexts m_limits;
     QStringList m_comboStrings;
     QStringList m_comboDatas;
     QString m_multiSection;
@@ -131,4 +153,5 @@ private:
     clsLog* m_errorLog = nullptr;
     clsLog* m_traceLog = nullptr;
     mutable bool m_resolving = false; // inside a look-up that may lead back here
+    QStringList m_faults;
 };

@@ -2,12 +2,24 @@
 
 #include "GridBuilder.h"
 #include "GridRefresh.h"
+#include "Numbers.h"
 #include "OptionExpression.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
 
 namespace {
+
+const QString kVoltageMark = QStringLiteral("5V"); // in the names of voltage and current inputs
+
+// A name, a number or an "RGB" text; a name or number that cannot be converted gives back whichever default it got.
+bool isColor(const clsLibrary& library, const QString& text)
+{
+    const QString trimmed = text.trimmed();
+    const bool hasForm = trimmed.startsWith(QStringLiteral("vb")) || trimmed.startsWith(QStringLiteral("RGB")) ||
+                         platform::parseDouble(trimmed).has_value();
+    return hasForm && library.StrToColor(trimmed, 1) == library.StrToColor(trimmed, 2);
+}
 
 QString cellKey(int row, int col)
 {
@@ -118,6 +130,60 @@ void clsKX::clear()
     m_duplicates.clear();
     m_tags.clear();
     m_images.clear();
+    m_circles.clear();
+    m_colors.clear();
+    m_faultCount = 0;
+}
+
+void clsKX::noteFault(const QString& where, const QString& fault)
+{
+    if (++m_faultCount < kMaxFaults)
+        logError(QStringLiteral("%1 [%2] %3").arg(m_entry.screenFile, where, fault));
+    else if (m_faultCount == kMaxFaults)
+        logError(QStringLiteral("%1: more faults, which are not listed").arg(m_entry.screenFile));
+}
+
+void clsKX::checkColor(const QString& where, const QString& text)
+{
+    auto known = m_colors.find(text);
+    if (known == m_colors.end())
+        known = m_colors.insert(text, isColor(*m_library, text));
+    if (!*known)
+        noteFault(where, QStringLiteral("\"%1\" is not a colour").arg(text.left(40)));
+}
+
+void clsKX::noteFaults(const clsData& item)
+{
+    const QString section = QStringLiteral("Datas%1").arg(item.number());
+    for (const QString& fault : item.faults())
+        noteFault(section, fault);
+    checkColor(section, item.backColorName());
+    checkColor(section, item.foreColorName());
+    if (m_grid == nullptr || !item.Visible())
+        return;
+    if (item.Row() < 1 || item.Row() > m_grid->maxRows() || item.Col() < 1 || item.Col() > m_grid->maxCols())
+        noteFault(section, QStringLiteral("CellData: row %1, column %2 is outside the grid of %3 rows and %4 columns")
+                               .arg(item.Row())
+                               .arg(item.Col())
+                               .arg(m_grid->maxRows())
+                               .arg(m_grid->maxCols()));
+}
+
+void clsKX::noteCircle(const clsData& item) const
+{
+    if (m_circles.contains(item.number()))
+        return;
+    m_circles.insert(item.number());
+    logError(QStringLiteral("%1 [Datas%2] DataInfo: the decimal places of %3 refer back to themselves")
+                 .arg(m_entry.screenFile)
+                 .arg(item.number())
+                 .arg(item.Key()));
+}
+
+bool clsKX::hasVoltageRange() const
+{
+    const clsData* range = getDataByTag(QStringLiteral("PQRNO"));
+    return range != nullptr && range->VData().contains(kVoltageMark);
 }
 
 void clsKX::addBlock(std::unique_ptr<clsBlock> block, int row, int col)
@@ -139,18 +205,20 @@ clsData* clsKX::addItem(std::unique_ptr<clsData> item, int number)
         if (!m_itemByCell.contains(key))
             m_itemByCell.insert(key, added);
         else
-            logError(QStringLiteral("Datas%1: cell %2 is taken by %3").arg(number).arg(key, m_itemByCell[key]->Key()));
+            noteFault(QStringLiteral("Datas%1").arg(number),
+                      QStringLiteral("CellData: cell %1 is taken by %2").arg(key, m_itemByCell[key]->Key()));
     }
     const bool isNew = !m_itemByTag.contains(added->Key());
     if (isNew)
         m_itemByTag.insert(added->Key(), added);
     else
-        logError(QStringLiteral("Datas%1: tag %2 exists already").arg(number).arg(added->Key()));
+        noteFault(QStringLiteral("Datas%1").arg(number), QStringLiteral("Tag: %1 exists already").arg(added->Key()));
     (isNew ? m_items : m_duplicates).push_back(std::move(item));
     m_tags[static_cast<size_t>(number)] = added->Key();
     if (clsBlock* block = getBlockByNo(added->BlockNo()))
         block->setData(added);
     joinImage(*added);
+    noteFaults(*added);
     return added;
 }
 
@@ -187,6 +255,13 @@ void clsKX::setData(const QString& tag, const QString& storedValue, bool sOnlyHi
     clsData* item = getDataByTag(tag);
     if (item != nullptr && (!sOnlyHide || !item->Visible()))
         item->setData(storedValue);
+}
+
+void clsKX::setVData(const QString& tag, const QString& displayValue, bool sOnlyHide)
+{
+    clsData* item = getDataByTag(tag);
+    if (item != nullptr && (!sOnlyHide || !item->Visible()))
+        item->setVData(displayValue);
 }
 
 clsData* clsKX::getDataByTag(const QString& tag) const

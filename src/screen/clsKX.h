@@ -3,6 +3,7 @@
 #include "DecimalTable.h"
 #include "GridModel.h"
 #include "ModelCatalogue.h"
+#include "MultiSet.h"
 #include "ScreenSettings.h"
 #include "clsBlock.h"
 #include "clsData.h"
@@ -10,6 +11,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <memory>
 #include <vector>
@@ -76,8 +78,11 @@ public:
     // Shows one item as changed (blue, bold).
     void refreshCell(clsData& item);
 
-    // Sets the stored value by tag; with sOnlyHide only when the item has no cell. Does not touch the grid.
+    // Set the stored or the display value by tag; with sOnlyHide only when the item has no cell. A tag that does not
+    // exist changes nothing. The grid is not touched.
     void setData(const QString& tag, const QString& storedValue, bool sOnlyHide);
+    void setVData(const QString& tag, const QString& displayValue, bool sOnlyHide);
+    MultiSet& multiSet() { return m_multiSet; }
 
     // Null or empty when not found. A tag that does not exist is tried with "1" to "9" behind it.
     clsData* getDataByTag(const QString& tag) const;
@@ -94,6 +99,24 @@ public:
     int getEVDot(int k) const { return alarmDecimals(m_eventDot, k); }
     int getEVDBDot(int k) const { return alarmDecimals(m_eventBandDot, k); }
 
+    // The input range (item PQRNO) is a voltage or current input, which is scaled freely.
+    bool hasVoltageRange() const;
+
+    // A step of a look-up that may go on to other items, for as long as it lives.
+    class ReferenceStep
+    {
+    public:
+        explicit ReferenceStep(const clsKX& owner) : m_depth(owner.m_referenceDepth) { ++m_depth; }
+        ~ReferenceStep() { --m_depth; }
+        ReferenceStep(const ReferenceStep&) = delete;
+        ReferenceStep& operator=(const ReferenceStep&) = delete;
+        bool isTooDeep() const { return m_depth > kMaxReferenceDepth; }
+
+    private:
+        int& m_depth;
+    };
+    void noteCircle(const clsData& item) const; // once for each item and load
+
     // The unit switch: which input table an item uses. 0 Celsius, else Kelvin.
     int unitSwitch() const { return m_unitSwitch; }
     void setUnitSwitch(int value) { m_unitSwitch = value; }
@@ -105,11 +128,17 @@ Q_SIGNALS:
 private:
     friend class GridBuilder;
 
+    static constexpr int kMaxReferenceDepth = 20; // decimal places by way of other items
+    static constexpr int kMaxFaults = 200;        // faults of a definition that are noted one by one
+
     int alarmDecimals(const DecimalTable& table, int k) const;
     void clear();
     void addBlock(std::unique_ptr<clsBlock> block, int row, int col);
     clsData* addItem(std::unique_ptr<clsData> item, int number);
     void joinImage(const clsData& item);
+    void noteFaults(const clsData& item);
+    void noteFault(const QString& where, const QString& fault);
+    void checkColor(const QString& where, const QString& text); // notes a colour text of no known form
 
     clsLibrary* m_library;
     clsLog* m_errorLog = nullptr;
@@ -121,6 +150,11 @@ private:
     DecimalTable m_eventDot;
     DecimalTable m_eventBandDot;
     int m_unitSwitch = 0;
+    MultiSet m_multiSet{*this};
+    mutable int m_referenceDepth = 0;
+    mutable QSet<int> m_circles; // numbers of the items whose references run in a circle
+    int m_faultCount = 0;
+    QHash<QString, bool> m_colors; // texts checked during the load: whether they are colours
 
     std::vector<std::unique_ptr<clsBlock>> m_blocks;
     std::vector<clsBlock*> m_blockList;

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+
+class clsData;
+class clsKX;
+
+// The limit texts of an item as its definition gives them; the current ones can be replaced by an entry elsewhere.
+struct LimitTexts
+{
+    QString currentLower;
+    QString currentUpper;
+    QString definedLower;
+    QString definedUpper;
+    QString lowerSign; // "<=" or "<"
+    QString upperSign;
+};
+
+// The limits of one item in display units, as its tag and the values of other items make them: input range, PID,
+// output limits, alarms. A limit text "TAG" + tag stands for that tag's display value.
+class ItemLimits
+{
+public:
+    ItemLimits(const clsData& item, const clsKX& owner) : m_item(item), m_owner(owner) {}
+
+    QString lower() const;
+    QString upper() const;
+    QString lowerSign() const;
+    QString upperSign() const;
+
+private:
+    QString rawLower() const;
+    QString rawUpper() const;
+    QString setValueLimit(bool lower) const;
+    QString scaled(const QString& storedText) const;
+    QString formatted(const QString& displayText) const;
+    float display(const clsData& other) const;
+    float stored(const clsData& other) const;
+
+    const clsData& m_item;
+    const clsKX& m_owner;
+};
