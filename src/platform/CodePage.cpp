@@ -9,7 +9,8 @@ namespace platform {
 namespace {
 
 constexpr auto kFallback = "CP932";
-const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1); // as iconv_open reports failure
+// As iconv_open reports failure.
+const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
 
 } // namespace
 

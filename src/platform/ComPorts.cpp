@@ -35,8 +35,8 @@ QString keyOf(int number)
 
 } // namespace
 
-ComPorts::ComPorts(QProcessEnvironment environment, SettingsLookup settingsLookup, Enumerate enumerate)
-    : m_environment(std::move(environment)), m_settingsLookup(std::move(settingsLookup)),
+ComPorts::ComPorts(const QProcessEnvironment& environment, SettingsLookup settingsLookup, Enumerate enumerate)
+    : m_environment(environment), m_settingsLookup(std::move(settingsLookup)),
       m_enumerate(enumerate ? std::move(enumerate) : machinePorts)
 {}
 

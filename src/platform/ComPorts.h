@@ -25,7 +25,8 @@ public:
     using Enumerate = std::function<QVector<ComPort>()>;
 
     // enumerate: the machine's ports in any order (default: the system's list).
-    explicit ComPorts(QProcessEnvironment environment, SettingsLookup settingsLookup = {}, Enumerate enumerate = {});
+    explicit ComPorts(const QProcessEnvironment& environment, SettingsLookup settingsLookup = {},
+                      Enumerate enumerate = {});
 
     // number: 1 and up.
     ComPort resolve(int number) const;

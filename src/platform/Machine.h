@@ -19,7 +19,7 @@ struct Machine
     Clock& clock;
     const SystemColors* colors; // never null
 
-    Machine(CodePage page, PathMap map, Folders where, Clock& time, const SystemColors& palette)
+    Machine(const CodePage& page, PathMap map, Folders where, Clock& time, const SystemColors& palette)
         : codePage(page), paths(std::move(map)), folders(std::move(where)), profiles(page), clock(time),
           colors(&palette)
     {}

@@ -32,7 +32,7 @@ struct ProfileOutcome
 class ProfileStore
 {
 public:
-    static constexpr qint64 kMaxFileBytes = 64 * 1024 * 1024;
+    static constexpr qint64 kMaxFileBytes = qint64{64} * 1024 * 1024;
     static constexpr int kSectionBufferBytes = 32767;
 
     explicit ProfileStore(CodePage codePage);
