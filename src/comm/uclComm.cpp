@@ -1,6 +1,7 @@
 #include "uclComm.h"
 
 #include "EventWait.h"
+#include "FileLocations.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -56,14 +57,6 @@ QDateTime wholeSeconds(const QDateTime& when)
     return when.addMSecs(-when.time().msec());
 }
 
-clsINI settingsFile(const clsLibrary& library)
-{
-    clsINI ini(library.context());
-    ini.setIniPath(library.getIniFilePath(QStringLiteral("Main")));
-    ini.setIniFileName(library.getIniFileName(QString()));
-    return ini;
-}
-
 } // namespace
 
 uclComm::uclComm(const platform::ComPorts& ports, platform::Clock& clock, QObject* parent)
@@ -107,7 +100,7 @@ void uclComm::load(int lNo)
 void uclComm::configure(int lNo)
 {
     Q_UNUSED(lNo);
-    clsINI ini = settingsFile(*m_library);
+    clsINI ini = mainSettings(m_library->context());
     const auto text = [&](const char* key, const char* defaultText) {
         return ini.GetIniData(section(), QLatin1String(key), QLatin1String(defaultText));
     };
@@ -162,7 +155,7 @@ void uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& sCh
 
 void uclComm::save()
 {
-    clsINI ini = settingsFile(*m_library);
+    clsINI ini = mainSettings(m_library->context());
     const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
     ini.PutIniData(section(), QStringLiteral("CommPortNo"), m_port);
     ini.PutIniData(section(), QStringLiteral("CommSpeed"), m_speed);

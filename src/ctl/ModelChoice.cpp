@@ -1,6 +1,9 @@
 #include "ModelChoice.h"
 
 #include "LastState.h"
+#include "ProgramContext.h"
+
+#include <QFileInfo>
 
 namespace {
 
@@ -30,6 +33,22 @@ bool matches(const ModelEntry& entry, const QString& wanted)
 }
 
 } // namespace
+
+CommandResult openCatalogue(ProgramContext& program, ModelCatalogue& catalogue)
+{
+    const QString path = program.settingsFile();
+    const QFileInfo file(path);
+    if (file.exists() && !(file.isFile() && file.isReadable()))
+        return CommandResult::failed(
+            ExitStatus::BadFile, QStringLiteral("%1 cannot be read as a settings file; mend or remove it").arg(path));
+    catalogue.ensureBuiltIn();
+    if (!catalogue.all().empty())
+        return {};
+    return CommandResult::failed(
+        ExitStatus::BadFile,
+        file.exists() ? QStringLiteral("%1 lists no model; mend KXMaxCount in its section [KXInfos]").arg(path)
+                      : QStringLiteral("%1 cannot be written; make its folder and let it be written to").arg(path));
+}
 
 CommandResult chooseModel(ModelCatalogue& catalogue, const QString& wanted, const LastState& last, ModelChoice& choice)
 {

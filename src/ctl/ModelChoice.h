@@ -5,6 +5,7 @@
 
 #include <QString>
 
+class ProgramContext;
 struct LastState;
 
 // The model that a command works with.
@@ -18,6 +19,9 @@ struct ModelChoice
 // options.
 inline const QString kPlainModelEnding = QStringLiteral("00000-10A");
 inline constexpr int kModelStringLength = 14;
+
+// Fills the model catalogue in when the settings have none. Fails when the settings file cannot be used.
+CommandResult openCatalogue(ProgramContext& program, ModelCatalogue& catalogue);
 
 // wanted: a code of the catalogue, a whole model string, or empty for the model used last. On failure the result says
 // why and choice is left as it was.

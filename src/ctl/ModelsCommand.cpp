@@ -1,12 +1,15 @@
 #include "ModelsCommand.h"
 
-#include "ModelCatalogue.h"
+#include "ModelChoice.h"
+#include "ProgramContext.h"
 #include "TextTable.h"
 
-CommandResult listModels(clsLibrary& library)
+CommandResult listModels(ProgramContext& program)
 {
-    ModelCatalogue catalogue(library);
-    catalogue.ensureBuiltIn();
+    ModelCatalogue catalogue(program.library());
+    const CommandResult opened = openCatalogue(program, catalogue);
+    if (!opened.ok())
+        return opened;
     TextTable table({QStringLiteral("No"), QStringLiteral("Code"), QStringLiteral("Name"),
                      QStringLiteral("Screen file"), QStringLiteral("Comm file")});
     for (const ModelEntry& entry : catalogue.all())

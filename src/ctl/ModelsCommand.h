@@ -2,7 +2,7 @@
 
 #include "CommandResult.h"
 
-class clsLibrary;
+class ProgramContext;
 
 // `models`: the model catalogue as a table.
-CommandResult listModels(clsLibrary& library);
+CommandResult listModels(ProgramContext& program);

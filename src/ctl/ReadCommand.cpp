@@ -1,5 +1,6 @@
 #include "ReadCommand.h"
 
+#include "FileLocations.h"
 #include "ProgramContext.h"
 #include "clsINI.h"
 
@@ -26,9 +27,7 @@ int comNumber(const QString& port)
 // The port that the link opens by its own settings.
 int settingsPortNumber(clsLibrary& library)
 {
-    clsINI ini(library.context());
-    ini.setIniPath(library.getIniFilePath(QStringLiteral("Main")));
-    ini.setIniFileName(library.getIniFileName(QString()));
+    clsINI ini = mainSettings(library.context());
     const int number = library.toLong(
         ini.GetIniData(QStringLiteral("Comm1"), QStringLiteral("CommPortNo"), QStringLiteral("1"), true), 1);
     return number >= 1 && number <= kMaxComNumber ? number : 1;
@@ -44,8 +43,9 @@ ReadCommand::ReadCommand(ProgramContext& program, const CommandLine& line, Progr
 CommandResult ReadCommand::run()
 {
     ModelCatalogue catalogue(m_program.library());
-    catalogue.ensureBuiltIn();
-    CommandResult step = chooseModel(catalogue, m_line.model, m_last, m_model);
+    CommandResult step = openCatalogue(m_program, catalogue);
+    if (step.ok())
+        step = chooseModel(catalogue, m_line.model, m_last, m_model);
     if (step.ok())
         step = checkDefinition();
     if (step.ok())
@@ -164,7 +164,23 @@ CommandResult ReadCommand::result() const
                       QStringLiteral("%1 holds read commands that make no request: %2; mend the file")
                           .arg(m_program.definitionFile(m_model.entry.commFile),
                                report.requests == 0 ? QStringLiteral("all") : report.givenUp.join(u", ")));
+    const QStringList unread = unreadSections();
+    if (!unread.isEmpty())
+        return failed(ExitStatus::BadFile,
+                      QStringLiteral("%1 holds no complete read command for [%2]; mend the file")
+                          .arg(m_program.definitionFile(m_model.entry.commFile), unread.join(u"], [")));
     return CommandResult::done(formatParameters(parameterRows(m_kx), m_line.format));
+}
+
+// Sections that parameters name but that made no request: their values are not the controller's.
+QStringList ReadCommand::unreadSections() const
+{
+    QStringList sections;
+    for (int i = 0; i < m_kx.ColAdr().count(); ++i) {
+        if (!m_kx.ColAdr().at(i).isFilled())
+            sections << m_kx.ColAdr().at(i).Section();
+    }
+    return sections;
 }
 
 CommandResult ReadCommand::noAnswer() const

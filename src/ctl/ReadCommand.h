@@ -39,6 +39,7 @@ private:
     void transfer();
     void onAttemptFailed(const QString& entry, int attempt, int maximum, const QString& reason);
     CommandResult result() const;
+    QStringList unreadSections() const;
     CommandResult noAnswer() const;
     CommandResult wrongModel() const;
     int slaveAddress() const;

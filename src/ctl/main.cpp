@@ -33,7 +33,7 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
     const platform::SystemColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     if (line.command == Command::Models)
-        return listModels(program.library());
+        return listModels(program);
     if (line.command == Command::Ports)
         return listPorts(program.ports());
     return readController(program, line, errors);

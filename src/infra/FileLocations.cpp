@@ -1,6 +1,7 @@
 #include "FileLocations.h"
 
 #include "FilePaths.h"
+#include "clsINI.h"
 
 QString iniFilePath(const platform::Machine& machine, const QString& kind)
 {
@@ -15,4 +16,12 @@ QString iniFilePath(const platform::Machine& machine, const QString& kind)
 QString iniFileName(const platform::Machine& machine)
 {
     return machine.folders.baseName() + QStringLiteral(".ini");
+}
+
+clsINI mainSettings(Context& context)
+{
+    clsINI ini(context);
+    ini.setIniPath(iniFilePath(context.machine, QStringLiteral("Main")));
+    ini.setIniFileName(iniFileName(context.machine));
+    return ini;
 }

@@ -4,9 +4,15 @@
 
 #include <QString>
 
+class clsINI;
+struct Context;
+
 // Where the INI files are: the definition folder "ini" under the program folder for an empty kind, the folder "Vorlan"
 // under the user's application data for any other. The folder is made when it is missing. No trailing backslash.
 QString iniFilePath(const platform::Machine& machine, const QString& kind);
 
 // The main settings file's bare name.
 QString iniFileName(const platform::Machine& machine);
+
+// Access to the main settings file. Needs "clsINI.h".
+clsINI mainSettings(Context& context);

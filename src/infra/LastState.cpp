@@ -1,5 +1,6 @@
 #include "LastState.h"
 
+#include "FileLocations.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -10,21 +11,23 @@ const QString kModelNo = QStringLiteral("LastModelNo");
 const QString kSlave = QStringLiteral("LastSlaveAdr");
 const QString kMode = QStringLiteral("LastModebusMode");
 const QString kModelString = QStringLiteral("LastModelString");
+constexpr int kMaxSlave = 247;
+constexpr int kMaxModelNo = 9999;
 
 } // namespace
 
 LastState LastState::load(clsLibrary& library)
 {
-    clsINI ini(library.context());
-    ini.setIniPath(library.getIniFilePath(QStringLiteral("Main")));
-    ini.setIniFileName(library.getIniFileName(QString()));
-    const auto number = [&](const QString& key, int fallback) {
-        return library.toLong(ini.GetIniData(kSection, key, QString::number(fallback)), fallback);
+    clsINI ini = mainSettings(library.context());
+    // A number that no controller or catalogue can have counts as damaged.
+    const auto number = [&](const QString& key, int fallback, int least, int most) {
+        const int stored = library.toLong(ini.GetIniData(kSection, key, QString::number(fallback)), fallback);
+        return stored >= least && stored <= most ? stored : fallback;
     };
     LastState state;
-    state.modelNo = number(kModelNo, state.modelNo);
-    state.slaveAddress = number(kSlave, state.slaveAddress);
-    state.transmissionMode = number(kMode, state.transmissionMode);
+    state.modelNo = number(kModelNo, state.modelNo, 1, kMaxModelNo);
+    state.slaveAddress = number(kSlave, state.slaveAddress, 1, kMaxSlave);
+    state.transmissionMode = number(kMode, state.transmissionMode, 0, 1);
     state.modelString = ini.GetIniData(kSection, kModelString, QString());
     return state;
 }

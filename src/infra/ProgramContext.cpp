@@ -1,5 +1,6 @@
 #include "ProgramContext.h"
 
+#include "FileLocations.h"
 #include "clsINI.h"
 
 ProgramContext::ProgramContext(const QString& executableFolder, const QProcessEnvironment& environment,
@@ -40,9 +41,7 @@ void ProgramContext::openLog(clsLog& log, const QString& ending)
 
 QString ProgramContext::portSetting(const QString& key)
 {
-    clsINI ini(m_context);
-    ini.setIniPath(m_library.getIniFilePath(QStringLiteral("Main")));
-    ini.setIniFileName(m_library.getIniFileName(QString()));
+    clsINI ini = mainSettings(m_context);
     return ini.GetIniData(QStringLiteral("Ports"), key, QString(), true);
 }
 

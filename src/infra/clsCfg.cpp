@@ -1,5 +1,6 @@
 #include "clsCfg.h"
 
+#include "FileLocations.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -40,14 +41,6 @@ constexpr BooleanKey kLastFlags[] = {
 };
 const QString kCharSet = QStringLiteral("ForceFontCharSet");
 
-clsINI settingsFile(const clsLibrary& library)
-{
-    clsINI ini(library.context());
-    ini.setIniPath(library.getIniFilePath(QStringLiteral("Main")));
-    ini.setIniFileName(library.getIniFileName(QString()));
-    return ini;
-}
-
 } // namespace
 
 void clsCfg::init(clsLibrary* objLib)
@@ -57,7 +50,7 @@ void clsCfg::init(clsLibrary* objLib)
 
 void clsCfg::load()
 {
-    clsINI ini = settingsFile(*m_library);
+    clsINI ini = mainSettings(m_library->context());
     const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
     const auto readFlag = [&](const BooleanKey& flag) {
         const QString text = ini.GetIniData(kSection, QLatin1String(flag.key), QStringLiteral("False"));
@@ -74,7 +67,7 @@ void clsCfg::load()
 
 void clsCfg::save()
 {
-    clsINI ini = settingsFile(*m_library);
+    clsINI ini = mainSettings(m_library->context());
     const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
     for (const BooleanKey& flag : kFirstFlags)
         ini.PutIniData(kSection, QLatin1String(flag.key), this->*flag.field);

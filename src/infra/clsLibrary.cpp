@@ -80,9 +80,7 @@ QString clsLibrary::getIniFileName(const QString& kind) const
 
 void clsLibrary::saveINIParam(const QString& section, const QString& key, const QVariant& value) const
 {
-    clsINI ini(m_context);
-    ini.setIniPath(getIniFilePath(QStringLiteral("Main")));
-    ini.setIniFileName(getIniFileName(QString()));
+    clsINI ini = mainSettings(m_context);
     ini.PutIniData(section, key, value);
 }
 

@@ -67,12 +67,18 @@ QByteArray CodePage::Converter::convert(iconv_t converter, const QByteArray& sou
         in += step;
         inLeft -= step;
     }
+    // Code pages with a shift state end in the initial one, so that texts can be put one behind the other.
+    char* out = buffer;
+    size_t outLeft = sizeof buffer;
+    iconv(converter, nullptr, nullptr, &out, &outLeft);
+    result.append(buffer, static_cast<qsizetype>(sizeof buffer - outLeft));
     return result;
 }
 
 CodePage::CodePage(const QByteArray& iconvName) : m_name(iconvName), m_converter(std::make_shared<Converter>(iconvName))
 {
-    if (m_converter->isUsable())
+    // The empty name would be the one of the user's locale.
+    if (!m_name.isEmpty() && m_converter->isUsable())
         return;
     m_name = kFallback;
     m_converter = std::make_shared<Converter>(m_name);

@@ -29,4 +29,9 @@ void dispatchPendingEvents()
     QCoreApplication::processEvents();
 }
 
+void dispatchWithoutInput()
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 } // namespace platform

@@ -23,4 +23,7 @@ private:
 // Lets events that are already pending run once; returns without waiting.
 void dispatchPendingEvents();
 
+// The same for painting, timers and sockets only: keys, mouse and window closing wait for their turn.
+void dispatchWithoutInput();
+
 } // namespace platform

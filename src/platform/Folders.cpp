@@ -45,8 +45,10 @@ QString programFolder(const QString& executableFolder, const QString& installedD
         return QFileInfo(set).absoluteFilePath();
     if (QFileInfo(executableFolder).isWritable() && QFileInfo(executableFolder + kDefinitions).isDir())
         return executableFolder;
-    const QString own = userFolder(environment, QStringLiteral("XDG_DATA_HOME"), QStringLiteral("/.local/share")) +
-                        QStringLiteral("/vorlant");
+    const QString data = userFolder(environment, QStringLiteral("XDG_DATA_HOME"), QStringLiteral("/.local/share"));
+    if (data.isEmpty())
+        return installedData; // a user without a home has no folder of his own to fill
+    const QString own = data + QStringLiteral("/vorlant");
     fillFolder(installedData, own);
     return own;
 }

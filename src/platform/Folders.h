@@ -16,7 +16,8 @@ public:
 
     // For a running program. Program folder: VORLANT_PROGRAM_DIR when set; else the executable's folder when it is
     // writable and holds the definition folder "ini"; else $XDG_DATA_HOME/vorlant (~/.local/share/vorlant), filled
-    // from installedData at the first start. Application data: $XDG_CONFIG_HOME, else ~/.config.
+    // from installedData at the first start (installedData itself when there is no home either). Application data:
+    // $XDG_CONFIG_HOME, else ~/.config.
     static Folders forProcess(const PathMap& paths, const QString& executableFolder, const QString& installedData,
                               const QProcessEnvironment& environment);
 

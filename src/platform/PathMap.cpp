@@ -49,11 +49,10 @@ QString PathMap::toMachine(const QString& desktopPath) const
     if (drive == m_drives.cend())
         return {};
     QString machine = *drive == u"/" ? QString() : *drive;
-    QString direct = machine + desktopPath.mid(2);
-    direct.replace(u'\\', u'/');
+    const QStringList parts = desktopPath.mid(2).replace(u'/', u'\\').split(u'\\', Qt::SkipEmptyParts);
+    const QString direct = machine + u'/' + parts.join(u'/');
     if (QFileInfo::exists(direct))
         return withoutEndSlash(direct);
-    const QStringList parts = desktopPath.mid(2).split(u'\\', Qt::SkipEmptyParts);
     for (const QString& part : parts)
         machine += u'/' + entryOf(machine.isEmpty() ? QStringLiteral("/") : machine, part);
     return machine.isEmpty() ? QStringLiteral("/") : machine;

@@ -40,6 +40,7 @@ struct FileCheck
     FileState state;
     mode_t mode = 0;
     bool isFolder = false;
+    bool isOddKind = false; // a pipe or a device: opening it could wait for ever
 };
 
 FileCheck checkFile(const QByteArray& path)
@@ -48,7 +49,11 @@ FileCheck checkFile(const QByteArray& path)
     {};
     if (stat(path.constData(), &info) != 0)
         return {};
-    return {{info.st_dev, info.st_ino, info.st_size, info.st_mtim}, info.st_mode, S_ISDIR(info.st_mode)};
+    const bool isFolder = S_ISDIR(info.st_mode);
+    return {{info.st_dev, info.st_ino, info.st_size, info.st_mtim},
+            info.st_mode,
+            isFolder,
+            !isFolder && !S_ISREG(info.st_mode)};
 }
 
 QString systemError()
@@ -155,7 +160,8 @@ struct ProfileStore::Entry
     {
         QByteArray bytes;
         QFile file(QFile::decodeName(path));
-        const bool readable = check.state.size >= 0 && check.state.size <= kMaxFileBytes && !check.isFolder;
+        const bool readable =
+            check.state.size >= 0 && check.state.size <= kMaxFileBytes && !check.isFolder && !check.isOddKind;
         if (readable && file.open(QIODevice::ReadOnly))
             bytes = file.readAll();
         document = std::make_unique<ProfileDocument>(bytes, codePage);
@@ -260,6 +266,8 @@ ProfileOutcome ProfileStore::flush(const QString& file, Entry& entry)
     const FileCheck check = checkFile(path);
     if (check.isFolder)
         return failed(QStringLiteral("it is a folder"));
+    if (check.isOddKind)
+        return failed(QStringLiteral("it is not a regular file"));
     if (check.state.size > kMaxFileBytes)
         return failed(QStringLiteral("it is too large for a settings file"));
     const bool exists = check.state.size >= 0;

@@ -27,8 +27,8 @@ struct ProfileOutcome
 // (temporary file in the same folder, flush, rename) under an advisory lock, so two processes lose nothing to each
 // other. A file whose non-ASCII bytes are valid UTF-8, or that begins with a UTF-8 mark, is read as UTF-8 and stays so.
 //
-// An unreadable file (a folder, no permission, larger than kMaxFileBytes) reads as if it were missing; writing to it
-// fails with an error and leaves it as it is.
+// An unreadable file (a folder, a pipe or device, no permission, larger than kMaxFileBytes) reads as if it were
+// missing; writing to it fails with an error and leaves it as it is.
 class ProfileStore
 {
 public:

@@ -1,5 +1,6 @@
 #include "ModelCatalogue.h"
 
+#include "FileLocations.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -10,21 +11,13 @@ namespace {
 const QString kSection = QStringLiteral("KXInfos");
 const QString kCount = QStringLiteral("KXMaxCount");
 
-clsINI settingsFile(clsLibrary& library)
-{
-    clsINI ini(library.context());
-    ini.setIniPath(library.getIniFilePath(QStringLiteral("Main")));
-    ini.setIniFileName(library.getIniFileName(QString()));
-    return ini;
-}
-
 } // namespace
 
 ModelCatalogue::ModelCatalogue(clsLibrary& library) : m_library(library) {}
 
 void ModelCatalogue::ensureBuiltIn()
 {
-    clsINI ini = settingsFile(m_library);
+    clsINI ini = mainSettings(m_library.context());
     if (ini.GetIniData(kSection, kCount, QStringLiteral("0")) != u"0")
         return;
     platform::ProfileStore::Batch batch(m_library.context().machine.profiles);
@@ -43,7 +36,7 @@ void ModelCatalogue::ensureBuiltIn()
 
 ModelEntry ModelCatalogue::entry(int number)
 {
-    clsINI ini = settingsFile(m_library);
+    clsINI ini = mainSettings(m_library.context());
     const auto text = [&](const char16_t* key) {
         return ini.GetIniData(kSection, QString::fromUtf16(key) + QString::number(number), QString());
     };
@@ -58,9 +51,10 @@ ModelEntry ModelCatalogue::entry(int number)
 
 std::vector<ModelEntry> ModelCatalogue::all()
 {
-    clsINI ini = settingsFile(m_library);
+    clsINI ini = mainSettings(m_library.context());
     const int stored = m_library.toLong(ini.GetIniData(kSection, kCount, QStringLiteral("0")), 0);
     const int count = std::clamp(stored, 0, kMaxModels);
+    const platform::ProfileStore::Batch batch(m_library.context().machine.profiles);
     std::vector<ModelEntry> entries;
     for (int n = 1; n <= count; ++n)
         entries.push_back(entry(n));

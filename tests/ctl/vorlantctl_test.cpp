@@ -1,74 +1,13 @@
-#include "ScriptedController.h"
-#include "SoundController.h"
+#include "VorlantCtlFixture.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <memory>
 
 namespace {
-
-constexpr int kGenerousMs = 60000;
-
-// The program itself, in a scratch program folder, with a scripted controller on a pseudo-terminal.
-class VorlantCtl : public ::testing::Test
-{
-protected:
-    VorlantCtl()
-    {
-        EXPECT_TRUE(soundController::install(path("program"), path("config")));
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("VORLANT_PROGRAM_DIR"), path("program"));
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), path("config"));
-        environment.insert(QStringLiteral("HOME"), dir.path());
-        process.setProcessEnvironment(environment);
-    }
-
-    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
-
-    void plug(ScriptedController::Answer answer)
-    {
-        controller = std::make_unique<ScriptedController>(std::move(answer));
-    }
-
-    // Runs to the end; returns the exit status.
-    int run(const QStringList& arguments)
-    {
-        QSignalSpy finished(&process, &QProcess::finished);
-        process.start(QStringLiteral(VORLANT_CTL), arguments);
-        if (finished.isEmpty() && !finished.wait(kGenerousMs))
-            return -1;
-        output = process.readAllStandardOutput();
-        errors = process.readAllStandardError();
-        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-    }
-
-    int readWith(const QStringList& more = {})
-    {
-        return run(QStringList{QStringLiteral("--port"), controller->device(), QStringLiteral("--model"),
-                               QStringLiteral("KX410"), QStringLiteral("read")} +
-                   more);
-    }
-
-    void expectOneLineAbout(const char* text)
-    {
-        EXPECT_TRUE(errors.contains(text)) << errors.toStdString();
-        EXPECT_EQ(errors.count('\n'), 1) << errors.toStdString();
-        EXPECT_TRUE(output.isEmpty()) << output.toStdString();
-    }
-
-    QTemporaryDir dir;
-    QProcess process;
-    std::unique_ptr<ScriptedController> controller;
-    QByteArray output;
-    QByteArray errors;
-};
 
 TEST_F(VorlantCtl, ReadPrintsTheControllersValues)
 {
@@ -132,54 +71,6 @@ TEST_F(VorlantCtl, InterruptEndsARead)
     EXPECT_EQ(readWith(), 3);
     expectOneLineAbout("interrupted");
 }
-
-TEST_F(VorlantCtl, NoSuchPort)
-{
-    EXPECT_EQ(run({QStringLiteral("--port"), path("nothing"), QStringLiteral("--model"), QStringLiteral("KX410"),
-                   QStringLiteral("read")}),
-              3);
-    expectOneLineAbout("nothing");
-}
-
-TEST_F(VorlantCtl, FileThatCannotBeWritten)
-{
-    plug([](const QByteArray& request) { return soundController::reply(request); });
-    EXPECT_EQ(readWith({QStringLiteral("-o"), path("no/such/folder/out.json")}), 5);
-    expectOneLineAbout("no/such/folder/out.json");
-}
-
-struct BadDefinition
-{
-    const char* name;
-    const char* file;
-    const char* content; // null: the file is missing
-};
-
-class VorlantCtlDefinition : public VorlantCtl, public ::testing::WithParamInterface<BadDefinition>
-{};
-
-TEST_P(VorlantCtlDefinition, IsRefused)
-{
-    plug([](const QByteArray& request) { return soundController::reply(request); });
-    const QString file = path("program/ini/") + QLatin1String(GetParam().file);
-    ASSERT_TRUE(QFile::remove(file));
-    if (GetParam().content != nullptr) {
-        ASSERT_TRUE(soundController::writeFile(file, GetParam().content));
-    }
-    EXPECT_EQ(readWith(), 5);
-    expectOneLineAbout(GetParam().file);
-    EXPECT_EQ(QFile::exists(file), GetParam().content != nullptr);
-}
-
-INSTANTIATE_TEST_SUITE_P(Cases, VorlantCtlDefinition,
-                         ::testing::Values(BadDefinition{"NoScreenFile", "M.ini", nullptr},
-                                           BadDefinition{"NoCommFile", "MComm.ini", nullptr},
-                                           BadDefinition{"EmptyScreenFile", "M.ini", ""},
-                                           BadDefinition{"NoReadCommands", "MComm.ini", "[Id]\n"},
-                                           BadDefinition{"BinaryScreenFile", "M.ini",
-                                                         "\x7F"
-                                                         "ELF\x02\xFF\xFE"}),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(VorlantCtl, ModelsListsTheCatalogue)
 {

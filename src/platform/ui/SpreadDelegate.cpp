@@ -133,7 +133,8 @@ void SpreadDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
 {
     Q_UNUSED(model);
     auto* self = const_cast<SpreadDelegate*>(this);
-    if (auto* combo = qobject_cast<QComboBox*>(editor))
+    auto* combo = qobject_cast<QComboBox*>(editor);
+    if (combo != nullptr && combo->currentIndex() != combo->findText(cellAt(index).text))
         Q_EMIT self->choiceMade(index.column() + 1, index.row() + 1, combo->currentIndex());
     else if (auto* edit = qobject_cast<QLineEdit*>(editor); edit != nullptr && edit->isModified())
         Q_EMIT self->textEntered(index.column() + 1, index.row() + 1, edit->text());

@@ -13,6 +13,12 @@ namespace platform {
 namespace {
 
 constexpr double kFrameWidth = 2;
+constexpr double kMaxCellPixels = 10000; // a damaged width in a definition file stays within reach of the scroll bars
+
+int pixels(double size)
+{
+    return qRound(std::min(size, kMaxCellPixels));
+}
 
 } // namespace
 
@@ -43,12 +49,14 @@ vaSpread::~vaSpread()
 
 void vaSpread::setGrid(GridModel* grid)
 {
+    if (m_grid != nullptr)
+        m_grid->disconnect(this);
     m_grid = grid;
     grid->setTextMeasure(&m_measure);
     setModel(grid);
     connect(grid, &GridModel::sizesChanged, this, &vaSpread::applySizes);
     connect(grid, &GridModel::modelReset, this, &vaSpread::applySizes);
-    connect(grid, &GridModel::framesChanged, viewport(), qOverload<>(&QWidget::update));
+    connect(grid, &GridModel::framesChanged, this, [this] { viewport()->update(); });
     connect(grid, &GridModel::shownChanged, this, [this](bool) { viewport()->update(); });
     connect(grid, &QObject::destroyed, this, [this] { m_grid = nullptr; });
     applySizes();
@@ -65,9 +73,9 @@ void vaSpread::setSelectionColors(ColorRef back, ColorRef fore)
 void vaSpread::applySizes()
 {
     for (int col = 1; col <= m_grid->maxCols(); ++col)
-        setColumnWidth(col - 1, qRound(m_grid->colWidth(col) * pixelsPerUnit()));
+        setColumnWidth(col - 1, pixels(m_grid->colWidth(col) * pixelsPerUnit()));
     for (int row = 1; row <= m_grid->maxRows(); ++row)
-        setRowHeight(row - 1, qRound(m_grid->rowHeight(row) * pixelsPerPoint()));
+        setRowHeight(row - 1, pixels(m_grid->rowHeight(row) * pixelsPerPoint()));
     viewport()->update();
 }
 

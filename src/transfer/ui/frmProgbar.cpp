@@ -1,5 +1,7 @@
 #include "frmProgbar.h"
 
+#include "EventWait.h"
+
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QLabel>
@@ -38,6 +40,11 @@ frmProgbar::frmProgbar(QWidget* parent)
 
 frmProgbar::~frmProgbar()
 {
+    releaseOwner();
+}
+
+void frmProgbar::releaseOwner()
+{
     if (m_owner)
         m_owner->setEnabled(true);
 }
@@ -45,6 +52,8 @@ frmProgbar::~frmProgbar()
 void frmProgbar::showModeless(QWidget* Owner, int lMax, const QString& sTitle, const QString& sLabel, int Index,
                               bool bDisable, bool bCButton)
 {
+    if (m_owner != Owner)
+        releaseOwner();
     m_owner = Owner;
     m_index = Index;
     m_cancel->setVisible(bCButton);
@@ -71,6 +80,10 @@ void frmProgbar::setPos(int lPos)
     m_bar->setMaximum(std::max(m_bar->maximum(), lPos));
     m_bar->setValue(lPos);
     repaint();
+    if (m_owner && !m_owner->isEnabled())
+        platform::dispatchPendingEvents();
+    else
+        platform::dispatchWithoutInput();
 }
 
 void frmProgbar::setText(const QString& text)
@@ -99,7 +112,14 @@ void frmProgbar::closeEvent(QCloseEvent* event)
         reject();
         return;
     }
-    if (m_owner)
-        m_owner->setEnabled(true);
+    releaseOwner();
     event->accept();
+}
+
+// Hidden by whatever way; a minimised dialog is still at work.
+void frmProgbar::hideEvent(QHideEvent* event)
+{
+    if (!event->spontaneous())
+        releaseOwner();
+    QDialog::hideEvent(event);
 }

@@ -21,7 +21,9 @@ public:
     // Index is handed back with ProgCancel.
     void showModeless(QWidget* Owner, int lMax, const QString& sTitle, const QString& sLabel, int Index, bool bDisable,
                       bool bCButton);
-    void setPos(int lPos); // raises the maximum when it is passed
+    // Raises the maximum when it is passed, and lets the window system paint. Keys and mouse are taken only while the
+    // owner is disabled: otherwise a person could reach it in the middle of a load.
+    void setPos(int lPos);
     void setText(const QString& text);
     void unloadForm();
 
@@ -32,8 +34,10 @@ Q_SIGNALS:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
+    void releaseOwner();
     void placeOver(const QWidget* owner);
 
     QPointer<QWidget> m_owner;

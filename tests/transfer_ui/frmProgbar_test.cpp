@@ -1,0 +1,217 @@
+#include "frmProgbar.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+class Progress : public ::testing::Test
+{
+protected:
+    Progress()
+    {
+        owner->resize(800, 600);
+        owner->show();
+    }
+
+    void open(bool disable = true, bool cancelButton = true, int maximum = 5)
+    {
+        dialog->showModeless(owner.get(), maximum, QStringLiteral("Sending..."), QStringLiteral("Wait"), 7, disable,
+                             cancelButton);
+    }
+
+    QProgressBar* bar() { return dialog->findChild<QProgressBar*>(QStringLiteral("ProgressBar1")); }
+    QPushButton* cancel() { return dialog->findChild<QPushButton*>(QStringLiteral("cmdCancel")); }
+
+    std::unique_ptr<QWidget> owner = std::make_unique<QWidget>();
+    std::unique_ptr<frmProgbar> dialog = std::make_unique<frmProgbar>();
+    QSignalSpy asked{dialog.get(), &frmProgbar::ProgCancel};
+};
+
+TEST_F(Progress, ShowsWhatItIsGiven)
+{
+    open();
+    EXPECT_TRUE(dialog->isVisible());
+    EXPECT_FALSE(dialog->isModal());
+    EXPECT_EQ(dialog->windowTitle(), u"Sending...");
+    EXPECT_EQ(dialog->findChild<QLabel*>(QStringLiteral("Label1"))->text(), u"Wait");
+    EXPECT_EQ(bar()->maximum(), 5);
+    EXPECT_FALSE(owner->isEnabled());
+    EXPECT_TRUE(cancel()->isVisible());
+    const QPoint apart = dialog->frameGeometry().center() - owner->frameGeometry().center();
+    EXPECT_LE(apart.manhattanLength(), 8) << "over its owner, but for the window frames";
+}
+
+struct Ending
+{
+    const char* name;
+    std::function<void(std::unique_ptr<frmProgbar>& dialog)> end;
+};
+
+class ProgressEnding : public Progress, public ::testing::WithParamInterface<Ending>
+{};
+
+TEST_P(ProgressEnding, EnablesTheOwner)
+{
+    open();
+    ASSERT_FALSE(owner->isEnabled());
+    GetParam().end(dialog);
+    EXPECT_TRUE(owner->isEnabled());
+    EXPECT_EQ(asked.count(), 0) << "ending is not cancelling";
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, ProgressEnding,
+                         ::testing::Values(Ending{"Unloaded", [](auto& dialog) { dialog->unloadForm(); }},
+                                           Ending{"Destroyed", [](auto& dialog) { dialog.reset(); }},
+                                           Ending{"Hidden", [](auto& dialog) { dialog->hide(); }},
+                                           Ending{"Accepted", [](auto& dialog) { dialog->accept(); }},
+                                           Ending{"Done", [](auto& dialog) { dialog->done(0); }}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Progress, OwnerThatWasNeverDisabledIsEnabledToo)
+{
+    open(false);
+    EXPECT_TRUE(owner->isEnabled());
+    owner->setEnabled(false);
+    dialog->unloadForm();
+    EXPECT_TRUE(owner->isEnabled());
+}
+
+TEST_F(Progress, OwnerMayGoFirst)
+{
+    open();
+    owner.reset();
+    dialog->setPos(3);
+    QTest::keyClick(dialog.get(), Qt::Key_Escape);
+    EXPECT_EQ(asked.count(), 1);
+    dialog->unloadForm();
+    EXPECT_FALSE(dialog->isVisible());
+}
+
+TEST_F(Progress, OwnerMayBeItsParent)
+{
+    dialog->setParent(owner.get(), dialog->windowFlags());
+    open();
+    const QPointer<frmProgbar> watched(dialog.release());
+    owner.reset();
+    EXPECT_TRUE(watched.isNull());
+}
+
+TEST_F(Progress, NextOwnerFreesTheOneBefore)
+{
+    open();
+    QWidget other;
+    dialog->showModeless(&other, 1, QString(), QString(), 0, true, false);
+    EXPECT_TRUE(owner->isEnabled());
+    EXPECT_FALSE(other.isEnabled());
+    dialog->unloadForm();
+    EXPECT_TRUE(other.isEnabled());
+}
+
+TEST_F(Progress, WithoutAnOwnerItWorksToo)
+{
+    dialog->showModeless(nullptr, 2, QString(), QString(), 0, true, true);
+    dialog->setPos(1);
+    EXPECT_EQ(bar()->value(), 1);
+    dialog->unloadForm();
+    EXPECT_FALSE(dialog->isVisible());
+}
+
+struct Asking
+{
+    const char* name;
+    std::function<void(frmProgbar& dialog, QPushButton& cancel)> ask;
+};
+
+class ProgressCancel : public Progress, public ::testing::WithParamInterface<Asking>
+{};
+
+TEST_P(ProgressCancel, AsksOnceAndStays)
+{
+    open();
+    GetParam().ask(*dialog, *cancel());
+    ASSERT_EQ(asked.count(), 1);
+    EXPECT_EQ(asked[0][0].toInt(), 7);
+    EXPECT_TRUE(dialog->isVisible()) << "the owner decides when it ends";
+    EXPECT_FALSE(owner->isEnabled());
+    GetParam().ask(*dialog, *cancel());
+    EXPECT_EQ(asked.count(), 2);
+}
+
+TEST_P(ProgressCancel, IsNotPossibleWithoutTheButton)
+{
+    open(true, false);
+    EXPECT_FALSE(cancel()->isVisible());
+    if (GetParam().name == std::string("Button"))
+        return;
+    GetParam().ask(*dialog, *cancel());
+    EXPECT_EQ(asked.count(), 0);
+    EXPECT_TRUE(dialog->isVisible());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, ProgressCancel,
+    ::testing::Values(Asking{"Button", [](auto&, auto& cancel) { QTest::mouseClick(&cancel, Qt::LeftButton); }},
+                      Asking{"Escape", [](auto& dialog, auto&) { QTest::keyClick(&dialog, Qt::Key_Escape); }},
+                      Asking{"EscapeOnTheButton",
+                             [](auto&, auto& cancel) { QTest::keyClick(&cancel, Qt::Key_Escape); }},
+                      Asking{"CloseButton", [](auto& dialog, auto&) { dialog.close(); }}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Progress, PositionPastTheEndRaisesTheMaximum)
+{
+    open();
+    dialog->setPos(9);
+    EXPECT_EQ(bar()->maximum(), 9);
+    EXPECT_EQ(bar()->value(), 9);
+    dialog->setPos(2);
+    EXPECT_EQ(bar()->maximum(), 9);
+    EXPECT_EQ(bar()->value(), 2);
+    dialog->setPos(0);
+    EXPECT_EQ(bar()->value(), 0);
+}
+
+TEST_F(Progress, NothingToCountIsNoBusyBar)
+{
+    for (const int maximum : {0, -1}) {
+        open(true, true, maximum);
+        EXPECT_GT(bar()->maximum(), bar()->minimum()) << maximum;
+    }
+}
+
+TEST_F(Progress, StartsAgainAtNothing)
+{
+    open();
+    dialog->setPos(9);
+    dialog->unloadForm();
+    open();
+    EXPECT_EQ(bar()->value(), 0);
+    EXPECT_EQ(bar()->maximum(), 5);
+}
+
+TEST_F(Progress, PendingEventsRunAtEachStep)
+{
+    open();
+    bool ran = false;
+    QTimer::singleShot(0, dialog.get(), [&] { ran = true; });
+    dialog->setPos(1);
+    EXPECT_TRUE(ran);
+}
+
+TEST_F(Progress, MayEndWhileItShowsAStep)
+{
+    open();
+    QTimer::singleShot(0, owner.get(), [this] { dialog.reset(); });
+    dialog->setPos(1);
+    EXPECT_TRUE(owner->isEnabled());
+}
+
+} // namespace
