@@ -1,5 +1,7 @@
 #include "SimulatorLine.h"
 
+#include "DeviceSettings.h"
+
 #include <QFile>
 
 #include <algorithm>
@@ -64,10 +66,12 @@ bool SimulatorLine::openTerminal()
     return startServing();
 }
 
-bool SimulatorLine::openDevice(const QString& device)
+bool SimulatorLine::openDevice(const QString& device, int speed, const QString& chara)
 {
+    termios raw = rawLine();
+    if (!setLine(raw, speed, chara, m_errorText))
+        return false;
     m_fd = open(QFile::encodeName(device).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    const termios raw = rawLine();
     if (m_fd < 0 || tcsetattr(m_fd, TCSANOW, &raw) != 0) {
         m_errorText = QString::fromLocal8Bit(std::strerror(errno));
         return false;

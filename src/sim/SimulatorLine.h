@@ -24,7 +24,7 @@ public:
 
     // Both return false with the reason in errorText.
     bool openTerminal();
-    bool openDevice(const QString& device);
+    bool openDevice(const QString& device, int speed, const QString& chara); // chara: "N,8,1"
 
     QString path() const { return m_path; } // what a client opens
     QString errorText() const { return m_errorText; }

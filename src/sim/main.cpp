@@ -31,6 +31,8 @@ struct Options
     QString modelString;
     QString link;
     QString device;
+    int speed = 9600;
+    QString chara;
     QString state;
     int slave = 1;
     int mode = 0;
@@ -55,6 +57,8 @@ Options parse(const QCoreApplication& application)
     add("mode", "rtu or ascii.", "MODE", "rtu");
     add("link", "Make a link to the terminal.", "PATH");
     add("device", "Serve this device.", "DEV");
+    add("speed", "Speed of the device.", "BAUD", "9600");
+    add("chara", "Parity, data and stop bits of the device.", "TEXT", "N,8,1");
     add("pace", "Let every byte take its time at this speed.", "BAUD", "0");
     add("fault", "silent, corrupt, truncate or exception:CODE, with @PROBABILITY or @everyN.", "KIND");
     add("seed", "Repeats the faults.", "N", "1");
@@ -79,6 +83,8 @@ Options parse(const QCoreApplication& application)
     options.state = parser.value(QStringLiteral("state"));
     options.trace = parser.isSet(QStringLiteral("trace"));
     options.slave = number("slave", 1, 247);
+    options.speed = number("speed", 50, 4000000);
+    options.chara = parser.value(QStringLiteral("chara"));
     options.pace = number("pace", 0, 4000000);
     options.faults = Faults(static_cast<unsigned>(number("seed", 0, 1000000000)));
     const QString mode = parser.value(QStringLiteral("mode"));
@@ -124,7 +130,8 @@ int main(int argc, char** argv)
     if (controller.itemCount() == 0)
         return fail(kNoDefinition, QStringLiteral("%1 defines no parameters; restore the file").arg(screen));
     SimulatorLine line(controller, options.faults, options.pace);
-    if (!(options.device.isEmpty() ? line.openTerminal() : line.openDevice(options.device)))
+    if (!(options.device.isEmpty() ? line.openTerminal()
+                                   : line.openDevice(options.device, options.speed, options.chara)))
         return fail(kNoPort, QStringLiteral("%1 cannot be opened: %2; choose another --device")
                                  .arg(options.device.isEmpty() ? QStringLiteral("a terminal") : options.device,
                                       line.errorText()));

@@ -48,6 +48,13 @@ public:
         m_master = -1;
     }
 
+    // Bytes that nobody asked for.
+    void send(const QByteArray& bytes)
+    {
+        if (m_master < 0 || write(m_master, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size())
+            throw std::runtime_error("the line is gone");
+    }
+
 private:
     void serve()
     {
@@ -57,9 +64,8 @@ private:
             return;
         ++m_requests;
         const QByteArray reply = m_answer(QByteArray(buffer, static_cast<int>(count)));
-        if (m_master >= 0 && !reply.isEmpty() &&
-            write(m_master, reply.constData(), static_cast<size_t>(reply.size())) < 0)
-            throw std::runtime_error("the line is gone");
+        if (m_master >= 0 && !reply.isEmpty())
+            send(reply);
     }
 
     Answer m_answer;

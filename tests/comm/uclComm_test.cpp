@@ -1,0 +1,204 @@
+#include "uclComm.h"
+
+#include "ComPorts.h"
+#include "ScriptedController.h"
+#include "TestMachine.h"
+#include "clsLibrary.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+namespace {
+
+const QByteArray kRequest = "request";
+const QByteArray kReply = "0123456789";
+const QString kNotIdle = QStringLiteral("アイドルではありません。");
+
+QByteArray silence(const QByteArray&)
+{
+    return {};
+}
+
+class Link : public ::testing::Test
+{
+protected:
+    Link() : library(box.context), ports{QProcessEnvironment()} {}
+
+    void plug(ScriptedController::Answer answer)
+    {
+        controller = std::make_unique<ScriptedController>(std::move(answer));
+        ports.assign(1, controller->device());
+        link = std::make_unique<uclComm>(ports, box.clock);
+        link->init(1, &library);
+        good = std::make_unique<QSignalSpy>(link.get(), &uclComm::RecieveSuccess);
+        bad = std::make_unique<QSignalSpy>(link.get(), &uclComm::RecieveError);
+    }
+
+    QByteArray settings() const
+    {
+        QFile file(box.path(QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini")));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    void settle()
+    {
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
+    }
+
+    void expectReply(const QByteArray& bytes)
+    {
+        ASSERT_TRUE(good->size() == 1 || good->wait());
+        EXPECT_EQ(good->at(0).at(0).toByteArray(), kRequest);
+        EXPECT_EQ(good->at(0).at(1).toByteArray(), bytes + '\0');
+        EXPECT_EQ(bad->size(), 0);
+        EXPECT_EQ(link->State(), 1);
+    }
+
+    void expectOneError(const char* text)
+    {
+        ASSERT_TRUE(bad->size() == 1 || bad->wait());
+        EXPECT_EQ(bad->at(0).at(2).toString(), QString::fromLatin1(text));
+        box.clock.advance(60000);
+        settle();
+        EXPECT_EQ(bad->size(), 1);
+        EXPECT_EQ(good->size(), 0);
+    }
+
+    TestMachine box;
+    clsLibrary library;
+    platform::ComPorts ports;
+    std::unique_ptr<ScriptedController> controller;
+    std::unique_ptr<uclComm> link;
+    std::unique_ptr<QSignalSpy> good;
+    std::unique_ptr<QSignalSpy> bad;
+};
+
+TEST_F(Link, WritesItsDefaultsIntoTheSettings)
+{
+    plug(silence);
+    const QByteArray file = settings();
+    for (const char* line : {"[Comm1]", "RecieveTimeOut(s)=5", "CommSpeed=9600", "CommProtocolCharacter=N,8,1",
+                             "InBufferSize=5000", "CommPortNo=1", "DTREnable=False", "RTSEnable=False",
+                             "NullDiscard=False", "Handshaking=0", "InputMode=1", "RecvThreshold=3"})
+        EXPECT_TRUE(file.contains(line)) << line;
+    EXPECT_EQ(link->State(), 1);
+}
+
+TEST_F(Link, WholeReply)
+{
+    plug([](const QByteArray&) { return kReply; });
+    EXPECT_EQ(link->sendMsg(kRequest, 10), QString());
+    EXPECT_EQ(link->State(), 3);
+    expectReply(kReply);
+}
+
+TEST_F(Link, ReplyInPieces)
+{
+    plug(silence);
+    link->sendMsg(kRequest, 10);
+    for (const char byte : kReply) {
+        EXPECT_EQ(good->size(), 0);
+        controller->send(QByteArray(1, byte));
+        settle();
+    }
+    expectReply(kReply);
+}
+
+TEST_F(Link, MoreThanExpectedIsHandedOn)
+{
+    plug([](const QByteArray&) { return kReply; });
+    link->sendMsg(kRequest, 4);
+    expectReply(kReply);
+}
+
+TEST_F(Link, LateBytesOfAnEarlierReplyAreDropped)
+{
+    bool late = true;
+    plug([&](const QByteArray&) { return late ? QByteArray() : kReply; });
+    link->sendMsg(kRequest, 10);
+    settle();
+    box.clock.advance(7000);
+    ASSERT_EQ(bad->size(), 1);
+    bad->clear();
+    controller->send("late");
+    settle();
+    late = false;
+    link->sendMsg(kRequest, 10);
+    expectReply(kReply);
+}
+
+TEST_F(Link, TimesOutOnlyAfterMoreThanTheSetSeconds)
+{
+    plug(silence);
+    link->sendMsg(kRequest, 10);
+    settle();
+    box.clock.advance(5900);
+    EXPECT_EQ(bad->size(), 0);
+    EXPECT_EQ(link->State(), 3);
+    box.clock.advance(200);
+    expectOneError("Timeout");
+    EXPECT_EQ(link->State(), 1);
+}
+
+TEST_F(Link, EveryPieceStartsTheTimeAnew)
+{
+    plug(silence);
+    link->sendMsg(kRequest, 10);
+    settle();
+    for (int i = 0; i < 3; ++i) {
+        box.clock.advance(5000);
+        controller->send("x");
+        settle();
+        box.clock.advance(200);
+        EXPECT_EQ(bad->size(), 0);
+    }
+    box.clock.advance(7000);
+    expectOneError("Timeout");
+    EXPECT_EQ(bad->at(0).at(1).toByteArray(), QByteArray("xxx\0", 4)) << "what did come is handed on";
+}
+
+TEST_F(Link, RefusesASecondRequestWhileWaiting)
+{
+    plug(silence);
+    link->sendMsg(kRequest, 10);
+    EXPECT_EQ(link->sendMsg(kRequest, 10), kNotIdle);
+    settle();
+    EXPECT_EQ(controller->requests(), 1);
+}
+
+TEST_F(Link, WithoutPortSaysWhy)
+{
+    ports.assign(1, QStringLiteral("/dev/no-such-adapter"));
+    link = std::make_unique<uclComm>(ports, box.clock);
+    link->init(1, &library);
+    EXPECT_EQ(link->State(), 0);
+    EXPECT_TRUE(link->errorText().contains(QStringLiteral("/dev/no-such-adapter"))) << qPrintable(link->errorText());
+    EXPECT_EQ(link->sendMsg(kRequest, 10), kNotIdle);
+}
+
+TEST_F(Link, UnpluggedWhileWaitingEndsInOneError)
+{
+    plug(silence);
+    link->sendMsg(kRequest, 10);
+    controller->unplug();
+    expectOneError("comEventDCB");
+    EXPECT_EQ(link->State(), 0);
+    EXPECT_EQ(link->sendMsg(kRequest, 10), kNotIdle);
+}
+
+TEST_F(Link, StoresChangedSettingsOnlyWhenTold)
+{
+    plug(silence);
+    link->changeComm(1, QStringLiteral("19200"), QStringLiteral("E,7,2"), false);
+    EXPECT_EQ(link->Speed(), u"19200");
+    EXPECT_EQ(link->State(), 1);
+    EXPECT_TRUE(settings().contains("CommSpeed=9600"));
+    link->changeComm(1, QStringLiteral("38400"), QStringLiteral("N,8,1"), true);
+    EXPECT_TRUE(settings().contains("CommSpeed=38400"));
+    EXPECT_TRUE(settings().contains("CommProtocolCharacter=N,8,1"));
+}
+
+} // namespace

@@ -1,0 +1,179 @@
+#include "ComPorts.h"
+#include "MSComm.h"
+#include "ScriptedController.h"
+
+#include <QCoreApplication>
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+using platform::CommEvent;
+using platform::ComPort;
+using platform::ComPorts;
+using platform::MSComm;
+
+namespace {
+
+const QByteArray kNothing;
+
+QByteArray silence(const QByteArray&)
+{
+    return kNothing;
+}
+
+// Where COM1 to COM4 come from, with the machine's ports in a fixed and unsorted order.
+struct SourceRow
+{
+    const char* name;
+    int number;
+    const char* environment; // VORLANT_COM1
+    const char* settings;    // key COM1
+    const char* assigned;    // COM1
+    const char* device;
+    const char* description;
+};
+
+class PortSource : public ::testing::TestWithParam<SourceRow>
+{};
+
+QVector<ComPort> machine()
+{
+    return {{QStringLiteral("/dev/ttyS0"), QString()},
+            {QStringLiteral("/dev/ttyUSB10"), QStringLiteral("ten")},
+            {QStringLiteral("/dev/ttyUSB2"), QStringLiteral("two")}};
+}
+
+TEST_P(PortSource, GivesDeviceOfCom)
+{
+    const SourceRow& row = GetParam();
+    QProcessEnvironment environment;
+    if (row.environment != nullptr)
+        environment.insert(QStringLiteral("VORLANT_COM1"), QString::fromLatin1(row.environment));
+    ComPorts ports(
+        environment, [&](const QString& key) { return key == u"COM1" ? QString::fromLatin1(row.settings) : QString(); },
+        machine);
+    if (row.assigned != nullptr)
+        ports.assign(1, QString::fromLatin1(row.assigned));
+    EXPECT_EQ(ports.resolve(row.number).device, QString::fromLatin1(row.device));
+    EXPECT_EQ(ports.resolve(row.number).description, QString::fromLatin1(row.description));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Sources, PortSource,
+    ::testing::Values(SourceRow{"UsbFirst", 1, nullptr, "", nullptr, "/dev/ttyUSB2", "two"},
+                      SourceRow{"NaturalOrder", 2, nullptr, "", nullptr, "/dev/ttyUSB10", "ten"},
+                      SourceRow{"OthersAfterUsb", 3, nullptr, "", nullptr, "/dev/ttyS0", ""},
+                      SourceRow{"NoSuchPort", 4, nullptr, "", nullptr, "", ""},
+                      SourceRow{"Zero", 0, nullptr, "", nullptr, "", ""},
+                      SourceRow{"Settings", 1, nullptr, "/dev/ttyS0", nullptr, "/dev/ttyS0", ""},
+                      SourceRow{"SettingsOfOtherPort", 2, nullptr, "/dev/ttyS0", nullptr, "/dev/ttyUSB10", "ten"},
+                      SourceRow{"EnvironmentBeforeSettings", 1, "/dev/pts/9", "/dev/ttyS0", nullptr, "/dev/pts/9", ""},
+                      SourceRow{"AssignedBeforeAll", 1, "/dev/pts/9", "/dev/ttyS0", "/dev/ttyUSB10", "/dev/ttyUSB10",
+                                "ten"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+struct SettingsRow
+{
+    const char* text;
+    bool valid;
+};
+
+class Settings : public ::testing::TestWithParam<SettingsRow>
+{};
+
+TEST_P(Settings, AreTakenOrLeft)
+{
+    const ComPorts ports{QProcessEnvironment()};
+    MSComm comm(ports);
+    const QString text = QString::fromLatin1(GetParam().text);
+    EXPECT_EQ(comm.setSettings(text), GetParam().valid);
+    EXPECT_EQ(comm.Settings(), GetParam().valid ? text : QStringLiteral("9600,N,8,1"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, Settings,
+                         ::testing::Values(SettingsRow{"19200,E,7,2", true}, SettingsRow{"38400,o,8,1.5", true},
+                                           SettingsRow{" 1200 , n , 8 , 1 ", true}, SettingsRow{"9600,N,8", false},
+                                           SettingsRow{"0,N,8,1", false}, SettingsRow{"fast,N,8,1", false},
+                                           SettingsRow{"9600,X,8,1", false}, SettingsRow{"9600,N,9,1", false},
+                                           SettingsRow{"9600,N,8,3", false}, SettingsRow{"", false}));
+
+class SerialControl : public ::testing::Test
+{
+protected:
+    SerialControl() : line(silence), ports{QProcessEnvironment()}, comm(ports), events(&comm, &MSComm::OnComm)
+    {
+        ports.assign(1, line.device());
+        ports.assign(2, QStringLiteral("/dev/no-such-adapter"));
+        ports.assign(3, QStringLiteral("/dev/null"));
+    }
+
+    QString failure(int number)
+    {
+        comm.setCommPort(number);
+        EXPECT_FALSE(comm.setPortOpen(true));
+        EXPECT_FALSE(comm.PortOpen());
+        return comm.errorText();
+    }
+
+    ScriptedController line;
+    ComPorts ports;
+    MSComm comm;
+    QSignalSpy events;
+};
+
+TEST_F(SerialControl, TellsWhyAPortCannotBeOpened)
+{
+    EXPECT_TRUE(failure(2).contains(QStringLiteral("COM2 (/dev/no-such-adapter)"))) << qPrintable(failure(2));
+    EXPECT_TRUE(failure(2).contains(QStringLiteral("plug the adapter in")));
+    EXPECT_TRUE(failure(3).contains(QStringLiteral("COM3 (/dev/null)"))) << qPrintable(failure(3));
+    EXPECT_TRUE(failure(98).contains(QStringLiteral("no such port")));
+    comm.setCommPort(1);
+    EXPECT_TRUE(comm.setPortOpen(true)) << qPrintable(comm.errorText());
+    EXPECT_TRUE(comm.errorText().isEmpty());
+}
+
+TEST_F(SerialControl, RefusesAPortThatIsInUse)
+{
+    MSComm other(ports);
+    ASSERT_TRUE(other.setPortOpen(true));
+    const QString reason = failure(1);
+    EXPECT_TRUE(reason.contains(QStringLiteral("in use"))) << qPrintable(reason);
+    other.setPortOpen(false);
+    EXPECT_TRUE(comm.setPortOpen(true));
+}
+
+TEST_F(SerialControl, TellsBytesFromTheThresholdOn)
+{
+    comm.setRThreshold(3);
+    ASSERT_TRUE(comm.setPortOpen(true));
+    line.send("ab");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(events.size(), 0);
+    line.send("c");
+    ASSERT_TRUE(events.wait());
+    EXPECT_EQ(comm.Event(), CommEvent::Receive);
+    EXPECT_EQ(comm.Input(), "abc");
+    EXPECT_EQ(comm.Input(), kNothing);
+}
+
+TEST_F(SerialControl, DropsZeroBytesWhenTold)
+{
+    comm.setRThreshold(1);
+    comm.setNullDiscard(true);
+    ASSERT_TRUE(comm.setPortOpen(true));
+    line.send(QByteArray("a\0b", 3));
+    ASSERT_TRUE(events.wait());
+    EXPECT_EQ(comm.Input(), "ab");
+}
+
+TEST_F(SerialControl, ClosesAndTellsWhenTheAdapterGoes)
+{
+    ASSERT_TRUE(comm.setPortOpen(true));
+    line.unplug();
+    ASSERT_TRUE(events.wait());
+    EXPECT_EQ(comm.Event(), CommEvent::DCB);
+    EXPECT_FALSE(comm.PortOpen());
+    EXPECT_FALSE(comm.Output("x"));
+    EXPECT_TRUE(comm.errorText().contains(QStringLiteral("was lost"))) << qPrintable(comm.errorText());
+}
+
+} // namespace

@@ -1,0 +1,105 @@
+#include "SimulatedFixture.h"
+#include "SimulatorLine.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QSignalSpy>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+class Line : public SimulatedFixture
+{
+protected:
+    ~Line() override
+    {
+        if (client >= 0)
+            close(client);
+    }
+
+    void serve(int mode, int pace = 0)
+    {
+        controller = makeController(mode);
+        line = std::make_unique<SimulatorLine>(*controller, Faults(1), pace);
+        ASSERT_TRUE(line->openTerminal()) << qPrintable(line->errorText());
+        client = open(qPrintable(line->path()), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        ASSERT_GE(client, 0);
+        notifier = std::make_unique<QSocketNotifier>(client, QSocketNotifier::Read);
+        QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(), [this] {
+            char bytes[256];
+            const ssize_t count = read(client, bytes, sizeof bytes);
+            if (count > 0)
+                received.append(bytes, static_cast<qsizetype>(count));
+            wait.quit();
+        });
+    }
+
+    void send(const QByteArray& bytes)
+    {
+        ASSERT_EQ(write(client, bytes.constData(), static_cast<size_t>(bytes.size())), bytes.size());
+        for (int i = 0; i < 3; ++i)
+            QCoreApplication::processEvents();
+    }
+
+    QByteArray receive(qsizetype count)
+    {
+        while (received.size() < count)
+            wait.exec();
+        return received;
+    }
+
+    std::unique_ptr<SimulatedController> controller;
+    std::unique_ptr<SimulatorLine> line;
+    std::unique_ptr<QSocketNotifier> notifier;
+    QEventLoop wait;
+    QByteArray received;
+    int client = -1;
+};
+
+TEST_F(Line, ARequestMayComeInPieces)
+{
+    serve(0);
+    const QByteArray request = rtu("01 42 00 00008000 02");
+    send(request.left(3));
+    EXPECT_EQ(received.size(), 0);
+    send(request.mid(3));
+    EXPECT_EQ(receive(8).toHex(), rtu("01 42 00 02 0102").toHex());
+}
+
+TEST_F(Line, TwoRequestsAtOnceGetTwoReplies)
+{
+    serve(0);
+    send(rtu("01 06 0000 0102") + rtu("01 03 0000 0001"));
+    EXPECT_EQ(receive(15).toHex(), (rtu("01 06 0000 0102") + rtu("01 03 02 0102")).toHex());
+}
+
+TEST_F(Line, NoiseBeforeAnAsciiRequestIsPassedOver)
+{
+    serve(1);
+    send("\x7f noise :01:010600000005F4\r\n");
+    EXPECT_EQ(receive(17), ":010600000005F4\r\n");
+}
+
+TEST_F(Line, PacedReplyIsWhole)
+{
+    serve(0, 19200);
+    QSignalSpy pieces(line.get(), &SimulatorLine::traced);
+    send(rtu("01 42 00 0000FBC0 0E"));
+    EXPECT_EQ(receive(20).toHex(), rtu("01 42 00 0E 4B5834313030303030302D313041").toHex());
+    EXPECT_GT(pieces.size(), 2) << "the request and more than one piece of the reply";
+}
+
+TEST_F(Line, RefusesSettingsThatADeviceCannotHave)
+{
+    controller = makeController(0);
+    SimulatorLine other(*controller, Faults(1), 0);
+    EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), 12345, QStringLiteral("N,8,1")));
+    EXPECT_TRUE(other.errorText().contains(QStringLiteral("12345"))) << qPrintable(other.errorText());
+    EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), 9600, QStringLiteral("N,9,1")));
+    EXPECT_TRUE(other.errorText().contains(QStringLiteral("N,9,1"))) << qPrintable(other.errorText());
+    EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), 9600, QStringLiteral("E,7,2")));
+    EXPECT_FALSE(other.errorText().isEmpty()) << "not a terminal";
+}
+
+} // namespace
