@@ -223,6 +223,7 @@ void clsData::setVData(const QString& displayValue)
 {
     Edit = EditState::kChanged;
     m_known = true;
+    m_holdsDefault = false;
     if (m_type != ItemType::Data)
         return;
     const float stored = m_library->toSingle(displayValue, 0.0F) * powerOfTen(getDecimals());
@@ -233,6 +234,7 @@ void clsData::setData(const QString& storedValue)
 {
     m_data = storedValue;
     m_known = true;
+    m_holdsDefault = false;
     if (m_type == ItemType::Multi)
         m_owner->multiSet().apply(*this, m_multiTable, storedValue);
     else if (m_type == ItemType::Input)
