@@ -89,6 +89,7 @@ public:
 
     // Cells.
     const Cell& cell(int row, int col) const;
+    CellFont fontOf(const Cell& cell) const; // its font with the base face filled in
     void resetCells(const Cell& prototype); // every cell becomes the prototype; frames go
     void setCell(int row, int col, const Cell& cell);
     void setText(int row, int col, const QString& text);
@@ -116,6 +117,8 @@ public:
     void setBackColor(ColorRef color);
     ColorRef grayColor() const { return m_grayColor; } // text of locked cells
     void setGrayColor(ColorRef color);
+    QString baseFace() const { return m_baseFace; } // face of cells that name none
+    void setBaseFace(const QString& face);
     bool isShown() const { return m_shown; }
     void setShown(bool shown); // hidden while a model is loaded
 
@@ -154,6 +157,7 @@ private:
     mutable bool m_measured = false;
     ColorRef m_backColor = 0x80000005;
     ColorRef m_grayColor = 0x808080;
+    QString m_baseFace;
     bool m_shown = true;
     int m_updateDepth = 0;
     bool m_dirty = false;

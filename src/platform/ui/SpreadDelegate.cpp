@@ -1,10 +1,10 @@
 #include "SpreadDelegate.h"
 
+#include "Fonts.h"
 #include "PaletteColors.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QLineEdit>
 #include <QPainter>
@@ -17,22 +17,21 @@ namespace {
 constexpr int kTextInset = 4;
 constexpr int kComboMarkWidth = 16;
 
+const GridModel& gridOf(const QModelIndex& index)
+{
+    return *static_cast<const GridModel*>(index.model());
+}
+
 const Cell& cellAt(const QModelIndex& index)
 {
-    return static_cast<const GridModel*>(index.model())->cell(index.row() + 1, index.column() + 1);
+    return gridOf(index).cell(index.row() + 1, index.column() + 1);
 }
 
 } // namespace
 
 QFont cellFont(const CellFont& font)
 {
-    QFont shown = QApplication::font();
-    if (!font.face.isEmpty() && QFontDatabase::hasFamily(font.face))
-        shown.setFamily(font.face);
-    if (font.pointSize > 0)
-        shown.setPointSizeF(font.pointSize);
-    shown.setBold(font.bold);
-    return shown;
+    return namedFont(font.face, font.pointSize, font.bold);
 }
 
 double pixelsPerUnit()
@@ -60,7 +59,7 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     const Cell& cell = cellAt(index);
     painter->save();
     painter->fillRect(option.rect, paintColor(cell.backColor));
-    painter->setFont(cellFont(cell.font));
+    painter->setFont(cellFont(gridOf(index).fontOf(cell)));
     if (cell.type == CellType::Button)
         paintButton(painter, option, cell);
     QRect place = option.rect.adjusted(kTextInset, 0, -kTextInset, 0);
@@ -68,7 +67,7 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         paintComboMark(painter, option);
         place.setRight(place.right() - kComboMarkWidth);
     }
-    const ColorRef gray = static_cast<const GridModel*>(index.model())->grayColor();
+    const ColorRef gray = gridOf(index).grayColor();
     painter->setPen(paintColor(cell.locked ? gray : cell.foreColor));
     painter->drawText(place, index.data(Qt::TextAlignmentRole).toInt(), cell.text);
     if ((option.state & QStyle::State_Selected) != 0) {
@@ -114,7 +113,7 @@ QWidget* SpreadDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
         return combo;
     }
     auto* edit = new QLineEdit(parent);
-    edit->setFont(cellFont(cell.font));
+    edit->setFont(cellFont(gridOf(index).fontOf(cell)));
     edit->setAlignment(static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()));
     return edit;
 }

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// The font of a cell on this desktop: a face that the machine lacks becomes the desktop's own, with Japanese glyphs.
+// The font of a cell on this desktop (Fonts.h).
 QFont cellFont(const CellFont& font);
 
 // Real font metrics for the sizes that a model asks for.
