@@ -16,8 +16,8 @@ namespace {
 constexpr platform::ColorRef kGray = 0x808080;
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
 
-// Cells whose text is wider than the values that the definition was laid out for.
-bool growsWithText(const QString& tag)
+// Choices whose names are words: shown in the user's language, in a column that grows with them.
+bool isNamedChoice(const QString& tag)
 {
     static const QStringList tags{QStringLiteral("PQKAL1"), QStringLiteral("PQKAL2"), QStringLiteral("PQKAL3"),
                                   QStringLiteral("PQRNO"), QStringLiteral("FQDI")};
@@ -144,13 +144,14 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
     if (cell.locked && cell.type == platform::CellType::Button)
         cell.foreColor = kGray;
     grid->setCell(item.Row(), item.Col(), cell);
-    if (growsWithText(item.Key()))
+    if (isNamedChoice(item.Key()))
         widen(item);
 }
 
 QString GridRefresh::textOf(const clsData& item) const
 {
-    return item.VData();
+    const bool isTranslated = item.MType() == ItemType::Bit || isNamedChoice(item.Key());
+    return isTranslated ? m_owner.library().tranStr(item.VData()) : item.VData();
 }
 
 void GridRefresh::widen(const clsData& item)
