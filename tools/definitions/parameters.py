@@ -124,7 +124,7 @@ def events():
     result = []
     for n in (1, 2, 3):
         result += [
-            choice(f"EV{n}MOD", f"Alarm {n} side", f"警報{n}方向", (("Upper", "上側"), ("Lower", "下側")), n % 2),
+            choice(f"EV{n}MOD", f"Alarm {n} side", f"警報{n}方向", (("Upper", "上側"), ("Lower", "下側")), int(n == 2)),
             choice(f"EV{n}WAIT", f"Alarm {n} standby", f"警報{n}待機", OFF_ON),
             switch(f"EV{n}INV", f"Alarm {n} relay", f"警報{n}リレー", (("Energized", "励磁"), ("De-energized", "非励磁"))),
         ]

@@ -27,7 +27,7 @@ def screen_text(model, layout):
     for number, label in enumerate(labels, 1):
         parts += [f"[Strings{number}]", *label, ""]
     for number, placed in enumerate(layout.parameters, 1):
-        parts += [f"[Datas{number}]", *_parameter(placed), ""]
+        parts += [f"[Datas{number}]", *_parameter(placed, _item_option(model, placed)), ""]
     return "\n".join(parts)
 
 
@@ -105,12 +105,18 @@ def _labels(layout):
     return labels
 
 
-def _parameter(placed):
+def _item_option(model, placed):
+    """An item without a cell needs an expression that holds: with none, one that is not visible is not built at all."""
+    terms = [f"0={model.code[:4]}"] if placed.parameter.hidden else []
+    return "&".join(terms + [term for term in (placed.block.block.option,) if term])
+
+
+def _parameter(placed, option):
     p = placed.parameter
     off, on = p.captions
     multi, celsius, kelvin = ("", "", "") if not p.tables else (p.tables[0], "", "") if p.kind == "Multi" else (
         "", *p.tables)
-    return [f"Tag={p.tag}", f"BlockNo={placed.block.number}", f"Name={p.name[0]}", f"Option={placed.block.block.option}",
+    return [f"Tag={p.tag}", f"BlockNo={placed.block.number}", f"Name={p.name[0]}", f"Option={option}",
             f"Visible={not p.hidden}", f"Enabled={not p.read_only}", f"KXAddress={placed.address}",
             f"DataLen={p.size}", f"BitMask={placed.mask}", f"CellData={placed.row},{placed.column},{SYSTEM_COLORS}",
             f"CommRaedSection={placed.section}", f"CommWriteSection={placed.section}", f"CellType={p.kind}",
