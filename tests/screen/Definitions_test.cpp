@@ -14,6 +14,7 @@ protected:
         copy(QStringLiteral("Lang"));
         put(library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"),
             "[KXInfos]\nKXMaxCount=0\n");
+        const platform::ProfileStore::Batch once(box.machine.profiles);
         ModelCatalogue(library).ensureBuiltIn();
     }
 

@@ -87,29 +87,33 @@ def quarter_din(code, about, input_range, two_outputs, types, values, defaults):
 def eighth_din(code, about, input_range, heater, types, values, defaults):
     """The KX62x: 1/8 DIN with remote set value."""
     columns = ((MONITOR, STATUS, SET_VALUES, DIGITAL_INPUT_IF_FITTED, COMMUNICATION_IF_FITTED),
-               (INPUT, PID, optional(TRANSMISSION, HAS_TRANSMISSION)),
+               (INPUT, PID, optional(OUTPUT_2, HAS_OUTPUT_2)),
                (alarms(types, values), ACTIONS, *((HEATER,) if heater else (optional(HEATER, HAS_HEATER),))),
-               (REMOTE, OUTPUT, TIMER, SYSTEM, optional(OUTPUT_2, HAS_OUTPUT_2)))
+               (REMOTE, OUTPUT, TIMER, SYSTEM, optional(TRANSMISSION, HAS_TRANSMISSION)))
     return make(code, about, input_range, columns, defaults)
 
 
 def programmer(code, about, input_range, two_outputs, types, values, steps, defaults):
     """The KX64x: four set values, zone PID and a ramp and soak program."""
-    monitor = (MONITOR, STATUS, four_set_values(SET_VALUES), SYSTEM)
-    third = (alarms(types, values), OUTPUT, *((OUTPUT_2,) if two_outputs else (ACTIONS,)))
-    last = (program(steps, 30), *((ACTIONS,) if two_outputs else ()), DIGITAL_INPUT_IF_FITTED, COMMUNICATION_IF_FITTED)
-    option = optional(TRANSMISSION, HAS_TRANSMISSION) if two_outputs else optional(REMOTE, HAS_REMOTE)
-    columns = ((*monitor, option), (with_unit_list(INPUT), PID, ZONES), third, last)
+    first = (MONITOR, STATUS, four_set_values(SET_VALUES), SYSTEM)
+    second = (with_unit_list(INPUT), PID, ZONES)
+    third = (alarms(types, values), OUTPUT)
+    last = (program(steps, 30),)
+    line = (DIGITAL_INPUT_IF_FITTED, COMMUNICATION_IF_FITTED)
+    if two_outputs:
+        columns = ((*first, optional(TRANSMISSION, HAS_TRANSMISSION)), second, (*third, OUTPUT_2),
+                   (*last, ACTIONS, *line))
+    else:
+        columns = (first, second, (*third, ACTIONS), (*last, *line, optional(REMOTE, HAS_REMOTE)))
     return make(code, about, input_range, columns, defaults)
 
 
 def universal(code, about, input_range, types, values, defaults):
     """The KX910: events, zone PID, linearizer."""
-    columns = ((MONITOR, STATUS, four_set_values(SET_VALUES), SYSTEM, optional(REMOTE, HAS_REMOTE)),
+    columns = ((MONITOR, STATUS, four_set_values(SET_VALUES), DIGITAL_INPUT_IF_FITTED, optional(REMOTE, HAS_REMOTE)),
                (with_unit_list(INPUT), PID, ZONES),
                (alarms(types, values, "EventType"), ACTIONS, LINEARIZER),
-               (OUTPUT, TRANSMISSION, DIGITAL_INPUT_IF_FITTED, COMMUNICATION_IF_FITTED,
-                optional(OUTPUT_2, HAS_OUTPUT_2)))
+               (OUTPUT, TRANSMISSION, SYSTEM, COMMUNICATION_IF_FITTED, optional(OUTPUT_2, HAS_OUTPUT_2)))
     return make(code, about, input_range, columns, defaults)
 
 
