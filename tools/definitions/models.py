@@ -142,7 +142,8 @@ MODELS = (
                {"VQPV": 2498, "VQSV1": 2500, "VQSV2": 4000, "VQSV3": -1000, "VQSV4": 0, "VQSVL": -1500, "VQSVH": 4500,
                 "VQSVUP": 50, "VQSVDWN": 50, "ATBIAS": 50, "VQZN1": 0, "VQZN2": 3000, "VQOUT": 0, "VQOUT2": 91,
                 "VQMR1": 0, "VQBIA": 15}),
-    universal("KX910", "universal controller for voltage and current inputs, three events", 22, (1, 2, 3), (900, 50, 80),
+    universal("KX910", "universal controller for voltage and current inputs, three events", 22,
+              (1, 2, 3), (900, 50, 80),
               {"VQPV": 502, "VQSV1": 500, "VQSV2": 650, "VQSV3": 800, "VQSV4": 200, "VQSVL": 0, "VQSVH": 1000,
                "VQZN1": 300, "VQZN2": 700, "VQBIA": 0, "ATBIAS": 10, "VQSVUP": 0, "VQSVDWN": 0}),
 )

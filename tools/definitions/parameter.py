@@ -58,7 +58,8 @@ def number(tag, english, japanese, default, low, high, decimals="0", unit=("", "
 
 
 def choice(tag, english, japanese, choices, default=0, **more):
-    return Parameter(tag, (english, japanese), "Combo", str(default), high=str(len(choices) - 1), choices=choices, **more)
+    return Parameter(tag, (english, japanese), "Combo", str(default), high=str(len(choices) - 1), choices=choices,
+                     **more)
 
 
 def switch(tag, english, japanese, captions=OFF_ON, default=0, **more):

@@ -98,7 +98,8 @@ def _labels(layout):
             labels.append(_label(placed.top, placed.left + offset, TITLE_COLORS, LEFT, caption, TITLE_SIZE, True,
                                  block.option))
         for item in (p for p in layout.parameters if p.block is placed and not p.parameter.hidden):
-            for column, caption in ((item.column - 1, item.parameter.name[0]), (item.column + 1, item.parameter.unit[0])):
+            name, unit = item.parameter.name[0], item.parameter.unit[0]
+            for column, caption in ((item.column - 1, name), (item.column + 1, unit)):
                 if caption:
                     labels.append(_label(item.row, column, SYSTEM_COLORS, LEFT, caption, LABEL_SIZE, False,
                                          block.option))

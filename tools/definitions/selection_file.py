@@ -6,7 +6,8 @@ END = (50, ",".join(f"Tag{i}" for i in range(1, 13)), ",".join(["0"] * 27), "vbT
 
 
 def selection_text():
-    parts = ["; Selection tables. Data element 1 (counted from 0) identifies an entry; the first part of its name is shown.",
+    parts = ["; Selection tables. Data element 1 (counted from 0) identifies an entry.",
+             "; The first part of its name is shown.",
              '; Each table ends with the entry named "Test".', ""]
     for selection in SELECTIONS:
         parts += [f"; {selection.about}", f"[{selection.section}]", *_table(selection), ""]
