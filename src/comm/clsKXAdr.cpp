@@ -116,6 +116,14 @@ qint64 clsKXAdr::offsetOf(const QString& address) const
     return static_cast<qint64>(*place) - *start + 1;
 }
 
+bool clsKXAdr::holds(const QString& address, int length) const
+{
+    if (m_bModbus)
+        return length <= 2;
+    const qint64 offset = offsetOf(address);
+    return offset >= 1 && offset + length - 1 <= m_imageSize;
+}
+
 void clsKXAdr::setByte(const QString& sAdr, quint8 value)
 {
     if (m_bModbus)

@@ -49,6 +49,10 @@ public:
     void markFilled() { m_filled = true; }
     void clearFilled() { m_filled = false; }
 
+    // Whether the whole value lies in what the read commands bring. length: bytes, 1 and up.
+    bool holds(const QString& address, int length) const;
+    int imageSize() const { return m_imageSize; } // bytes; 1 in register mode
+
     void setData(const IndexedBytes& bytData); // both images
     void setCopy() { m_original = m_write; }
     QByteArray getOrgData() const;

@@ -41,13 +41,16 @@ CommandResult openCatalogue(ProgramContext& program, ModelCatalogue& catalogue)
     if (file.exists() && !(file.isFile() && file.isReadable()))
         return CommandResult::failed(
             ExitStatus::BadFile, QStringLiteral("%1 cannot be read as a settings file; mend or remove it").arg(path));
+    const QString noFolder = QStringLiteral("%1 cannot be written; make its folder and let it be written to").arg(path);
+    if (!QFileInfo(file.path()).isDir())
+        return CommandResult::failed(ExitStatus::BadFile, noFolder);
     catalogue.ensureBuiltIn();
     if (!catalogue.all().empty())
         return {};
     return CommandResult::failed(
         ExitStatus::BadFile,
         file.exists() ? QStringLiteral("%1 lists no model; mend KXMaxCount in its section [KXInfos]").arg(path)
-                      : QStringLiteral("%1 cannot be written; make its folder and let it be written to").arg(path));
+                      : noFolder);
 }
 
 CommandResult chooseModel(ModelCatalogue& catalogue, const QString& wanted, const LastState& last, ModelChoice& choice)

@@ -159,6 +159,9 @@ CommandResult ReadCommand::result() const
         return wrongModel();
     if (report.outcome != ReadOutcome::Complete)
         return noAnswer();
+    if (m_kx.ColAdr().count() == 0)
+        return failed(ExitStatus::BadFile, QStringLiteral("%1 names nothing to read; mend the file")
+                                               .arg(m_program.definitionFile(m_model.entry.screenFile)));
     if (report.requests == 0 || !report.givenUp.isEmpty())
         return failed(ExitStatus::BadFile,
                       QStringLiteral("%1 holds read commands that make no request: %2; mend the file")

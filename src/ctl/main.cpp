@@ -32,6 +32,7 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
         return CommandResult::done("vorlantctl " VORLANT_VERSION "\n");
     const platform::SystemColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
+    program.context().translates = false;
     if (line.command == Command::Models)
         return listModels(program);
     if (line.command == Command::Ports)

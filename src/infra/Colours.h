@@ -19,4 +19,13 @@ qint32 fromText(const platform::SystemColors& system, const QString& text, qint3
 // The first name of a plain colour, else "&h" and the value in hexadecimal.
 QString toText(qint32 color);
 
+// The names with an English description each, for choice lists: slots 0 to 43, and an empty last one.
+constexpr int kTableSlots = 45;
+struct TableRow
+{
+    QString name;
+    QString description;
+};
+TableRow tableRow(int slot); // empty outside the table
+
 } // namespace colours

@@ -15,5 +15,6 @@ struct Context
     clsLog* errorLog = nullptr;
     clsLog* eventLog = nullptr;
     clsCfg* settings = nullptr;
-    QString languageFile; // bare name of the language file in use
+    QString languageFile;   // bare name of the language file in use
+    bool translates = true; // false: a program whose texts stay English (for scripts)
 };

@@ -15,7 +15,7 @@ ProgramContext::ProgramContext(const platform::PathMap& paths, const platform::F
                                const QProcessEnvironment& environment, const platform::SystemColors& colors)
     : m_machine(platform::CodePage::fromEnvironment(), paths, folders, m_clock, colors), m_errorLog(m_machine),
       m_traceLog(m_machine),
-      m_eventLog(m_machine), m_context{m_machine, &m_errorLog, &m_eventLog, &m_settings, QString()},
+      m_eventLog(m_machine), m_context{m_machine, &m_errorLog, &m_eventLog, &m_settings, QString(), true},
       m_library(m_context), m_ports(environment, [this](const QString& key) { return portSetting(key); })
 {
     openLogs();

@@ -9,26 +9,15 @@
 #include "clsINI.h"
 #include "clsLog.h"
 
-#include <QLocale>
-
 #include <cmath>
 
 namespace {
-
-// The short date of the user's locale with a four-digit year.
-QString localShortDate()
-{
-    const QString order = QLocale::system().dateFormat(QLocale::ShortFormat).toLower();
-    if (order.startsWith(u'm'))
-        return QStringLiteral("MM/DD/YYYY");
-    return order.startsWith(u'd') ? QStringLiteral("DD/MM/YYYY") : QStringLiteral("YYYY/MM/DD");
-}
 
 constexpr double kDiskUnit = 10000; // bytes
 
 } // namespace
 
-clsLibrary::clsLibrary(Context& context) : m_context(context), m_shortDate(localShortDate()) {}
+clsLibrary::clsLibrary(Context& context) : m_context(context), m_translator(context), m_languages(context) {}
 
 bool clsLibrary::toBoolean(const QVariant& vVal, bool defVal) const
 {
@@ -192,7 +181,7 @@ QString clsLibrary::ExFormat(const QVariant& vExpression, const QString& vFormat
 {
     Q_UNUSED(vFirstDatOfWeek); // no pattern of this program counts weeks
     Q_UNUSED(vFirstWeekOfYear);
-    return texttools::format(vExpression, vFormat, m_shortDate);
+    return texttools::format(vExpression, vFormat, m_locale.shortDate());
 }
 
 qint32 clsLibrary::StrToColor(const QString& sColor, qint32 defaultColor) const
@@ -203,6 +192,48 @@ qint32 clsLibrary::StrToColor(const QString& sColor, qint32 defaultColor) const
 qint32 clsLibrary::ToCOLOEREF(qint32 color) const
 {
     return colours::toColorRef(*m_context.machine.colors, color);
+}
+
+QString clsLibrary::ColorToStr(qint32 lColor) const
+{
+    return colours::toText(lColor);
+}
+
+qint32 clsLibrary::selectVbColor(const QString& sVBColor, qint32 defaultColor) const
+{
+    return colours::selectVbColor(sVBColor, defaultColor);
+}
+
+int clsLibrary::getColorTableUbound() const
+{
+    return colours::kTableSlots - 1;
+}
+
+void clsLibrary::getColorTable(int slot, QString& sName, QString& sColorComment) const
+{
+    const colours::TableRow row = colours::tableRow(slot);
+    sName = row.name;
+    sColorComment = row.description;
+}
+
+QString clsLibrary::tranStr(const QString& strVal) const
+{
+    return m_translator.text(strVal);
+}
+
+void clsLibrary::tranForm(platform::Form& frmVal) const
+{
+    m_translator.form(frmVal);
+}
+
+void clsLibrary::makeLangList()
+{
+    m_languages.rebuild(m_locale.languageCode());
+}
+
+QString clsLibrary::getDefLangFile() const
+{
+    return m_languages.defaultFile();
 }
 
 void clsLibrary::Logs(clsLog* objErrLog, clsLog* objTrcLog)

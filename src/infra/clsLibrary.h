@@ -1,16 +1,18 @@
 #pragma once
 
 #include "Context.h"
+#include "LanguageList.h"
+#include "Translator.h"
+#include "UserLocale.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QVariant>
 
-class clsINI;
 class clsLog;
 
-// The shared helpers under their public names: a thin assembly of Conversions, FileLocations, FilePaths, TextTools and
-// Colours, bound to the process's context. One object serves the process.
+// The shared helpers under their public names: a thin assembly of Conversions, FileLocations, FilePaths, TextTools,
+// Colours and Translator, bound to the process's context. One object serves the process.
 class clsLibrary
 {
 public:
@@ -59,7 +61,17 @@ public:
 
     // Colours (Colours.h).
     qint32 StrToColor(const QString& sColor, qint32 defaultColor) const;
+    QString ColorToStr(qint32 lColor) const;
+    qint32 selectVbColor(const QString& sVBColor, qint32 defaultColor) const;
     qint32 ToCOLOEREF(qint32 color) const;
+    int getColorTableUbound() const;
+    void getColorTable(int slot, QString& sName, QString& sColorComment) const;
+
+    // Languages (Translator.h, LanguageList.h).
+    QString tranStr(const QString& strVal) const;
+    void tranForm(platform::Form& frmVal) const;
+    void makeLangList();
+    QString getDefLangFile() const;
 
     // Logs for the error and trace lines of this class ("[LibraryError]", "[LibraryTrace]").
     void Logs(clsLog* objErrLog, clsLog* objTrcLog);
@@ -67,7 +79,9 @@ public:
 private:
     Context& m_context;
     QString m_systemPath;
-    QString m_shortDate; // pattern of a date by the user's locale
+    platform::UserLocale m_locale;
+    mutable Translator m_translator;
+    LanguageList m_languages;
     clsLog* m_errorLog = nullptr;
     clsLog* m_traceLog = nullptr;
 };

@@ -1,7 +1,5 @@
 #include "ComPorts.h"
 
-#include <QCollator>
-#include <QLocale>
 #include <QSerialPortInfo>
 
 #include <algorithm>
@@ -28,6 +26,28 @@ QVector<ComPort> machinePorts()
     return ports;
 }
 
+// Natural order: "ttyS9" before "ttyS10", whatever the locale.
+bool comesBefore(const QString& a, const QString& b)
+{
+    const auto digitsFrom = [](const QString& text, qsizetype from) {
+        qsizetype end = from;
+        while (end < text.size() && text[end].isDigit())
+            ++end;
+        return text.mid(from, end - from);
+    };
+    for (qsizetype i = 0; i < a.size() && i < b.size(); ++i) {
+        if (a[i].isDigit() && b[i].isDigit()) {
+            const QString left = digitsFrom(a, i);
+            const QString right = digitsFrom(b, i);
+            if (left.size() != right.size())
+                return left.size() < right.size();
+        }
+        if (a[i] != b[i])
+            return a[i] < b[i];
+    }
+    return a.size() < b.size();
+}
+
 QString keyOf(int number)
 {
     return QStringLiteral("COM%1").arg(number);
@@ -48,12 +68,10 @@ void ComPorts::assign(int number, const QString& device)
 QVector<ComPort> ComPorts::installed() const
 {
     QVector<ComPort> ports = m_enumerate();
-    QCollator order(QLocale::c());
-    order.setNumericMode(true);
-    std::sort(ports.begin(), ports.end(), [&order](const ComPort& a, const ComPort& b) {
+    std::sort(ports.begin(), ports.end(), [](const ComPort& a, const ComPort& b) {
         if (isUsb(a.device) != isUsb(b.device))
             return isUsb(a.device);
-        return order.compare(a.device, b.device) < 0;
+        return comesBefore(a.device, b.device);
     });
     return ports;
 }

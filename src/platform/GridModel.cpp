@@ -202,22 +202,22 @@ void GridModel::measure() const
         const Cell& cell = *entry;
         const int row = static_cast<int>(entry.key() >> 32U);
         const int col = static_cast<int>(entry.key() & 0xFFFFFFFFU);
-        double width = cell.text.isEmpty() ? 0 : m_measure->widthUnits(cell.text, cell.font);
+        const CellFont font = fontOf(cell);
+        double width = cell.text.isEmpty() ? 0 : m_measure->widthUnits(cell.text, font);
         for (const QString& choice : cell.comboList)
-            width = std::max(width, m_measure->widthUnits(choice, cell.font));
-        if (width > 0)
-            width += kTextMargin + (cell.type == CellType::ComboBox ? kComboButton : 0);
+            width = std::max(width, m_measure->widthUnits(choice, font));
+        width += kTextMargin + (cell.type == CellType::ComboBox ? kComboButton : 0);
         double& widest = m_textWidths[col];
         widest = std::max(widest, width);
         double& tallest = m_textHeights[row];
-        tallest = std::max(tallest, m_measure->heightPoints(cell.text, cell.font));
+        tallest = std::max(tallest, m_measure->heightPoints(cell.text, font));
     }
 }
 
 double GridModel::maxTextColWidth(int col) const
 {
     measure();
-    return m_textWidths.value(col, 0);
+    return m_textWidths.value(col, kTextMargin);
 }
 
 double GridModel::maxTextRowHeight(int row) const
@@ -240,6 +240,37 @@ void GridModel::setBackColor(ColorRef color)
 void GridModel::setGrayColor(ColorRef color)
 {
     m_grayColor = color;
+}
+
+template <typename Value> void GridModel::setBase(Value& base, const Value& value)
+{
+    if (base == value)
+        return;
+    base = value;
+    m_measured = false;
+    m_dirty = m_dirty || m_updateDepth > 0;
+    if (m_updateDepth == 0)
+        Q_EMIT framesChanged();
+}
+
+void GridModel::setBaseFace(const QString& face)
+{
+    setBase(m_baseFace, face);
+}
+
+void GridModel::setBaseSize(double pointSize)
+{
+    setBase(m_baseSize, pointSize);
+}
+
+CellFont GridModel::fontOf(const Cell& cell) const
+{
+    CellFont font = cell.font;
+    if (font.face.isEmpty())
+        font.face = m_baseFace;
+    if (font.pointSize <= 0)
+        font.pointSize = m_baseSize;
+    return font;
 }
 
 void GridModel::setShown(bool shown)

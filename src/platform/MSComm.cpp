@@ -2,12 +2,16 @@
 
 #include "Numbers.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
+#include <fcntl.h>
 #include <optional>
+#include <unistd.h>
 
 namespace platform {
 
@@ -58,8 +62,26 @@ std::optional<LineSettings> parseSettings(const QString& text)
     return LineSettings{*speed, *parity, static_cast<QSerialPort::DataBits>(*bits), *stop};
 }
 
+// False for a plain file, a folder or another kind of device that exists.
+bool isTerminal(const QString& device)
+{
+    const int fd = ::open(QFile::encodeName(device).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return errno != EISDIR && errno != ENXIO;
+    const bool answer = isatty(fd) != 0;
+    ::close(fd);
+    return answer;
+}
+
+bool isPseudoTerminal(const QString& device)
+{
+    return QFileInfo(device).canonicalFilePath().startsWith(QStringLiteral("/dev/pts/"));
+}
+
 QString reasonOf(QSerialPort::SerialPortError error, const QString& device)
 {
+    if (!isTerminal(device))
+        return QStringLiteral("it is not a working serial port; choose another one");
     switch (error) {
     case QSerialPort::DeviceNotFoundError:
         return QStringLiteral("there is no such device; plug the adapter in or choose another port");
@@ -212,6 +234,7 @@ bool MSComm::setPortOpen(bool open)
             QStringLiteral("COM%1: there is no such port; plug the adapter in or choose another port").arg(m_commPort);
         return false;
     }
+    m_device = device;
     m_port.setPortName(device);
     m_errorText.clear();
     const bool opened = m_port.open(QIODevice::ReadWrite);
@@ -235,10 +258,11 @@ bool MSComm::applySettings()
     const auto flow = m_handshaking >= 2   ? QSerialPort::HardwareControl
                       : m_handshaking == 1 ? QSerialPort::SoftwareControl
                                            : QSerialPort::NoFlowControl;
-    const bool applied = m_port.setBaudRate(line->speed) && m_port.setDataBits(line->dataBits) &&
-                         m_port.setParity(line->parity) && m_port.setStopBits(line->stopBits) &&
-                         m_port.setFlowControl(flow);
-    // A pseudo-terminal has no control lines: it refuses them and works all the same.
+    // A pseudo-terminal has no wire: it refuses formats and control lines and works all the same.
+    const bool wireless = isPseudoTerminal(m_device);
+    const bool applied = m_port.setBaudRate(line->speed) && (m_port.setDataBits(line->dataBits) || wireless) &&
+                         (m_port.setParity(line->parity) || wireless) &&
+                         (m_port.setStopBits(line->stopBits) || wireless) && (m_port.setFlowControl(flow) || wireless);
     m_port.setDataTerminalReady(m_dtr);
     if (flow != QSerialPort::HardwareControl)
         m_port.setRequestToSend(m_rts);
@@ -290,7 +314,7 @@ void MSComm::onError(QSerialPort::SerialPortError error)
         error == QSerialPort::ResourceError || error == QSerialPort::ReadError || error == QSerialPort::WriteError;
     if (!lost || !m_port.isOpen())
         return;
-    m_errorText = QStringLiteral("COM%1 (%2) was lost; check cable and adapter").arg(m_commPort).arg(m_port.portName());
+    m_errorText = QStringLiteral("COM%1 (%2) was lost; check cable and adapter").arg(m_commPort).arg(m_device);
     m_port.close();
     raise(CommEvent::DCB);
 }

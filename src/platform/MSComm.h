@@ -78,6 +78,7 @@ private:
 
     const ComPorts& m_ports;
     QSerialPort m_port;
+    QString m_device; // that the port stands for, since the last opening
     int m_commPort = 1;
     QString m_settings = QStringLiteral("9600,N,8,1");
     int m_inBufferSize = 1024;

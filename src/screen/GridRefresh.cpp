@@ -8,6 +8,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -15,8 +16,8 @@ namespace {
 constexpr platform::ColorRef kGray = 0x808080;
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
 
-// Cells whose text is wider than the values that the definition was laid out for.
-bool growsWithText(const QString& tag)
+// Choices whose names are words: shown in the user's language, in a column that grows with them.
+bool isNamedChoice(const QString& tag)
 {
     static const QStringList tags{QStringLiteral("PQKAL1"), QStringLiteral("PQKAL2"), QStringLiteral("PQKAL3"),
                                   QStringLiteral("PQRNO"), QStringLiteral("FQDI")};
@@ -27,6 +28,11 @@ bool growsWithText(const QString& tag)
 
 void GridRefresh::takeFromImages(const std::vector<clsBlock*>* blocks)
 {
+    // What is only the definition's default was not sent; items that others set take their values below.
+    for (const auto& item : m_owner.items()) {
+        if (item->RSection().isEmpty() && item->holdsDefault())
+            item->setKnown(false);
+    }
     if (blocks == nullptr) {
         for (const auto& item : m_owner.items())
             take(*item);
@@ -43,9 +49,10 @@ void GridRefresh::take(clsData& item)
     clsKXAdr* image = m_owner.ColAdr().find(item.RSection());
     if (image == nullptr)
         return;
-    item.setKnown(image->isFilled());
-    item.Edit = image->isFilled() ? EditState::kRead : EditState::kUntouched;
-    if (!image->isFilled())
+    const bool sent = image->isFilled() && isSent(item, *image);
+    item.setKnown(sent);
+    item.Edit = sent ? EditState::kRead : EditState::kUntouched;
+    if (!sent)
         return;
     if (item.DataLen() == 1)
         takeByte(item, *image);
@@ -53,6 +60,18 @@ void GridRefresh::take(clsData& item)
         takeInteger(item, *image);
     else if (item.DataLen() >= 4)
         takeLong(item, *image);
+}
+
+// Whether the reply holds a value of this item: length 3 has no meaning, a text may be longer than the image, and a
+// register has no single bits.
+bool GridRefresh::isSent(const clsData& item, const clsKXAdr& image) const
+{
+    const bool isText = item.DataLen() >= 4 && item.MType() != ItemType::Data;
+    if (item.DataLen() < 1 || item.DataLen() == 3)
+        return false;
+    if (image.m_bModbus)
+        return item.DataLen() <= 2 && !(item.DataLen() == 1 && item.MType() == ItemType::Bit);
+    return image.holds(item.Address(), isText ? 1 : std::min(item.DataLen(), 4));
 }
 
 void GridRefresh::takeByte(clsData& item, clsKXAdr& image)
@@ -84,7 +103,8 @@ void GridRefresh::takeLong(clsData& item, clsKXAdr& image)
         item.setKnown(std::isfinite(value));
         return;
     }
-    item.setData(isOffLine() ? m_owner.modelString() : image.getString(item.Address(), item.DataLen(), QString()));
+    const int length = std::min(item.DataLen(), image.imageSize());
+    item.setData(isOffLine() ? m_owner.modelString() : image.getString(item.Address(), length, QString()));
 }
 
 bool GridRefresh::isOffLine() const
@@ -124,13 +144,14 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
     if (cell.locked && cell.type == platform::CellType::Button)
         cell.foreColor = kGray;
     grid->setCell(item.Row(), item.Col(), cell);
-    if (growsWithText(item.Key()))
+    if (isNamedChoice(item.Key()))
         widen(item);
 }
 
 QString GridRefresh::textOf(const clsData& item) const
 {
-    return item.VData();
+    const bool isTranslated = item.MType() == ItemType::Bit || isNamedChoice(item.Key());
+    return isTranslated ? m_owner.library().tranStr(item.VData()) : item.VData();
 }
 
 void GridRefresh::widen(const clsData& item)

@@ -26,6 +26,7 @@ public:
 
 private:
     void take(clsData& item);
+    bool isSent(const clsData& item, const clsKXAdr& image) const;
     void takeByte(clsData& item, clsKXAdr& image);
     void takeInteger(clsData& item, clsKXAdr& image);
     void takeLong(clsData& item, clsKXAdr& image);

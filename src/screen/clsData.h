@@ -73,6 +73,7 @@ public:
     void setData(const QString& storedValue);
     bool isKnown() const { return m_known; }
     void setKnown(bool known) { m_known = known; }
+    bool holdsDefault() const { return m_holdsDefault; } // nothing has set a value since the load
 
     QString VData() const;
     void setVData(const QString& displayValue);         // marks the item changed; a number is scaled up and stored
@@ -145,6 +146,7 @@ private:
     QString m_defaultData;
     QString m_data;
     bool m_known = true;
+    bool m_holdsDefault = true;
     ChoiceTable m_multiTable;
     ChoiceTable m_inputCTable;
     ChoiceTable m_inputKTable;

@@ -115,6 +115,7 @@ int main(int argc, char** argv)
         return fail(kUsage, options.error + QStringLiteral("; try --help"));
     const platform::SystemColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
+    program.context().translates = false;
     ModelCatalogue catalogue(program.library());
     catalogue.ensureBuiltIn();
     const int number = catalogue.numberOf(options.model);

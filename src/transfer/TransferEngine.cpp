@@ -15,6 +15,8 @@ const QString kProgressTitle = QStringLiteral("Sending...");
 const QString kProgressText = QStringLiteral("It is forwarding it. Please wait for a while.");
 const QString kModelAddress = QStringLiteral("FBC0");
 constexpr int kModelStringBytes = 14;
+constexpr quint8 kReadCoils = 1;
+constexpr quint8 kReadDiscreteInputs = 2;
 
 // Read commands of a comm file.
 struct ReadCommand
@@ -29,8 +31,8 @@ struct ReadCommand
 constexpr ReadCommand kReadCommands[] = {
     {u"GetAnalogInput", u"(AlIpt)S:", &clsModbus::ReadAnalogInputData, false, 4},
     {u"GetAnalogSet", u"(AlSet)S:", &clsModbus::ReadAnalogSetValue, false, 3},
-    {u"GetDigitalInput", u"(DgIpt)S:", &clsModbus::ReadDigitalInputData, false, 2},
-    {u"GetDigitalSet", u"(DgSet)S:", &clsModbus::ReadDigitalSetValue, false, 1},
+    {u"GetDigitalInput", u"(DgIpt)S:", &clsModbus::ReadDigitalInputData, false, kReadDiscreteInputs},
+    {u"GetDigitalSet", u"(DgSet)S:", &clsModbus::ReadDigitalSetValue, false, kReadCoils},
     {u"Direct", u"(Dirct)S:", &clsModbus::ReadDirectMemory, true, 66},
 };
 
@@ -239,7 +241,9 @@ void TransferEngine::storeReply()
     if (m_objAdr == nullptr)
         return;
     if (m_objAdr->m_bModbus) {
-        m_objAdr->setInteger(QString(), m_clsModbus.AlalogVal(1));
+        // A reply with bits leaves the register values of an earlier read as they are: they are not this entry's.
+        const bool isBits = m_functionCode == kReadCoils || m_functionCode == kReadDiscreteInputs;
+        m_objAdr->setInteger(QString(), isBits ? m_clsModbus.DigitalVal(1) : m_clsModbus.AlalogVal(1));
         return;
     }
     m_objAdr->setData(m_clsModbus.DigitalVals());

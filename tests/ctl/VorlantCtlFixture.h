@@ -3,12 +3,15 @@
 #include "ScriptedController.h"
 #include "SoundController.h"
 
+#include <QDirIterator>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <grp.h>
 #include <memory>
+#include <unistd.h>
 
 // The program itself, in a scratch program folder, with a scripted controller on a pseudo-terminal.
 class VorlantCtl : public ::testing::Test
@@ -31,6 +34,26 @@ protected:
     void plug(ScriptedController::Answer answer)
     {
         controller = std::make_unique<ScriptedController>(std::move(answer));
+    }
+
+    // From here on the program runs as a user without rights over other people's files. False when it cannot.
+    bool becomePlainUser()
+    {
+        if (geteuid() != 0)
+            return true;
+        constexpr uid_t kNobody = 65534;
+        QDirIterator all(dir.path(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories);
+        bool given = chown(qPrintable(dir.path()), kNobody, kNobody) == 0;
+        while (all.hasNext())
+            given = chown(qPrintable(all.next()), kNobody, kNobody) == 0 && given;
+        if (controller)
+            given = chown(qPrintable(controller->device()), kNobody, kNobody) == 0 && given;
+        process.setChildProcessModifier([] {
+            if (setgroups(0, nullptr) != 0 || setgid(kNobody) != 0 || setuid(kNobody) != 0)
+                _exit(126);
+        });
+        return given && run({QStringLiteral("--version")}) == 0;
     }
 
     // Runs to the end; returns the exit status.

@@ -5,6 +5,7 @@
 #include <QSocketNotifier>
 #include <QString>
 
+#include <fcntl.h>
 #include <functional>
 #include <pty.h>
 #include <stdexcept>
@@ -26,6 +27,9 @@ public:
         cfmakeraw(&raw);
         if (openpty(&m_master, &m_slave, name, &raw, nullptr) != 0)
             throw std::runtime_error("no pseudo-terminal");
+        // A program that a test starts must not hold the line: then it could not be unplugged.
+        for (const int fd : {m_master, m_slave})
+            fcntl(fd, F_SETFD, FD_CLOEXEC);
         m_device = QString::fromLocal8Bit(name);
         m_notifier = std::make_unique<QSocketNotifier>(m_master, QSocketNotifier::Read);
         QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { serve(); });

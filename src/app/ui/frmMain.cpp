@@ -25,6 +25,7 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 constexpr int kMaxSpreadSpaceTwips = 3000;
+constexpr double kGridPointSize = 11; // that of the labels in a definition file
 constexpr QSize kFirstSize(1000, 700);
 
 // Margin between the window's edges and the grid.
@@ -80,6 +81,7 @@ void frmMain::setupGrid()
     m_sprMain->setObjectName(QStringLiteral("sprMain"));
     m_sprMain->setAccessibleName(QStringLiteral("Parameters"));
     m_sprMain->setGrid(&m_grid);
+    m_grid.setBaseSize(kGridPointSize);
     m_hint = new QLabel(m_pages);
     m_hint->setObjectName(QStringLiteral("lblHint"));
     m_hint->setAccessibleName(QStringLiteral("What to do"));

@@ -1,10 +1,10 @@
 #include "SpreadDelegate.h"
 
+#include "Fonts.h"
 #include "PaletteColors.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QLineEdit>
 #include <QPainter>
@@ -15,24 +15,31 @@ namespace platform {
 namespace {
 
 constexpr int kTextInset = 4;
+constexpr int kLineInset = 8; // between lines of text
+constexpr int kFieldInset = 2;
+constexpr int kFieldLineAlpha = 60;
 constexpr int kComboMarkWidth = 16;
+
+const GridModel& gridOf(const QModelIndex& index)
+{
+    return *static_cast<const GridModel*>(index.model());
+}
 
 const Cell& cellAt(const QModelIndex& index)
 {
-    return static_cast<const GridModel*>(index.model())->cell(index.row() + 1, index.column() + 1);
+    return gridOf(index).cell(index.row() + 1, index.column() + 1);
+}
+
+bool isEntry(const Cell& cell)
+{
+    return !cell.locked && (cell.type == CellType::Edit || cell.type == CellType::ComboBox);
 }
 
 } // namespace
 
 QFont cellFont(const CellFont& font)
 {
-    QFont shown = QApplication::font();
-    if (!font.face.isEmpty() && QFontDatabase::hasFamily(font.face))
-        shown.setFamily(font.face);
-    if (font.pointSize > 0)
-        shown.setPointSizeF(font.pointSize);
-    shown.setBold(font.bold);
-    return shown;
+    return namedFont(font.face, font.pointSize, font.bold);
 }
 
 double pixelsPerUnit()
@@ -52,7 +59,7 @@ double WidgetTextMeasure::widthUnits(const QString& text, const CellFont& font) 
 
 double WidgetTextMeasure::heightPoints(const QString& text, const CellFont& font) const
 {
-    return text.isEmpty() ? 0 : (QFontMetricsF(cellFont(font)).height() + kTextInset) / pixelsPerPoint();
+    return text.isEmpty() ? 0 : (QFontMetricsF(cellFont(font)).height() + kLineInset) / pixelsPerPoint();
 }
 
 void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
@@ -60,7 +67,7 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     const Cell& cell = cellAt(index);
     painter->save();
     painter->fillRect(option.rect, paintColor(cell.backColor));
-    painter->setFont(cellFont(cell.font));
+    painter->setFont(cellFont(gridOf(index).fontOf(cell)));
     if (cell.type == CellType::Button)
         paintButton(painter, option, cell);
     QRect place = option.rect.adjusted(kTextInset, 0, -kTextInset, 0);
@@ -68,8 +75,10 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         paintComboMark(painter, option);
         place.setRight(place.right() - kComboMarkWidth);
     }
-    const ColorRef gray = static_cast<const GridModel*>(index.model())->grayColor();
-    painter->setPen(paintColor(cell.locked ? gray : cell.foreColor));
+    if (isEntry(cell))
+        paintField(painter, option);
+    const ColorRef gray = gridOf(index).grayColor();
+    painter->setPen(legible(paintColor(cell.locked ? gray : cell.foreColor), paintColor(cell.backColor)));
     painter->drawText(place, index.data(Qt::TextAlignmentRole).toInt(), cell.text);
     if ((option.state & QStyle::State_Selected) != 0) {
         QColor veil = option.palette.color(QPalette::Highlight);
@@ -81,6 +90,16 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
     }
     painter->restore();
+}
+
+// A line below what can be entered, so that it is told from what the controller only shows.
+void SpreadDelegate::paintField(QPainter* painter, const QStyleOptionViewItem& option) const
+{
+    QColor line = option.palette.color(QPalette::Text);
+    line.setAlpha(kFieldLineAlpha);
+    painter->setPen(line);
+    const QRect field = option.rect.adjusted(kFieldInset, 0, -kFieldInset, -1);
+    painter->drawLine(field.bottomLeft(), field.bottomRight());
 }
 
 void SpreadDelegate::paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const
@@ -114,7 +133,7 @@ QWidget* SpreadDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
         return combo;
     }
     auto* edit = new QLineEdit(parent);
-    edit->setFont(cellFont(cell.font));
+    edit->setFont(cellFont(gridOf(index).fontOf(cell)));
     edit->setAlignment(static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()));
     return edit;
 }

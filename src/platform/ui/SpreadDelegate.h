@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// The font of a cell on this desktop: a face that the machine lacks becomes the desktop's own, with Japanese glyphs.
+// The font of a cell on this desktop (Fonts.h).
 QFont cellFont(const CellFont& font);
 
 // Real font metrics for the sizes that a model asks for.
@@ -38,6 +38,7 @@ Q_SIGNALS:
     void choiceMade(int col, int row, int choice);
 
 private:
+    void paintField(QPainter* painter, const QStyleOptionViewItem& option) const;
     void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const;
     void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option) const;
 };

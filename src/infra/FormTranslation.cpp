@@ -1,0 +1,137 @@
+#include "FormTranslation.h"
+
+#include "clsCfg.h"
+#include "clsINI.h"
+
+using platform::ControlKind;
+using platform::FormControl;
+using platform::FormProperty;
+
+namespace {
+
+const QString kControlFace = QStringLiteral("FixedSys");
+const QString kPlainFace = QStringLiteral("System");
+const QString kDocumentMark = QStringLiteral("- ["); // a caption that carries the name of a document
+
+QString keyword(FormProperty which)
+{
+    switch (which) {
+    case FormProperty::Caption:
+        return QStringLiteral("Caption");
+    case FormProperty::Font:
+        return QStringLiteral("Font");
+    case FormProperty::FontSize:
+        return QStringLiteral("FontSize");
+    case FormProperty::FontCharSet:
+        return QStringLiteral("FontCharSet");
+    case FormProperty::ToolTipText:
+        break;
+    }
+    return QStringLiteral("ToolTipText");
+}
+
+} // namespace
+
+FormTranslation::FormTranslation(platform::Form& form, clsINI& language, const clsCfg* settings)
+    : m_form(form), m_language(language), m_forced(settings != nullptr && settings->m_bForceFont ? settings : nullptr)
+{}
+
+void FormTranslation::run()
+{
+    translateFormItself();
+    for (FormControl* control : m_form.controls())
+        translateControl(*control);
+}
+
+QString FormTranslation::lookUp(const QString& section, const QString& key, const QString& current)
+{
+    return m_language.GetIniData(section, key, current);
+}
+
+void FormTranslation::translateFormItself()
+{
+    const QString section = m_form.name();
+    const auto caption = m_form.property(FormProperty::Caption);
+    if (caption && !caption->contains(kDocumentMark))
+        m_form.setProperty(FormProperty::Caption,
+                           lookUp(section, keyword(FormProperty::Caption), m_form.designCaption()));
+    if (m_forced != nullptr) {
+        m_form.setProperty(FormProperty::Font, m_forced->m_sFont);
+        m_form.setProperty(FormProperty::FontSize, m_forced->m_sFontSize);
+        m_form.setProperty(FormProperty::FontCharSet, QString::number(m_forced->m_lCharSet));
+        return;
+    }
+    for (const FormProperty which : {FormProperty::Font, FormProperty::FontSize, FormProperty::FontCharSet}) {
+        if (const auto current = m_form.property(which))
+            m_form.setProperty(which, lookUp(section, keyword(which), *current));
+    }
+}
+
+QString FormTranslation::controlKey(const FormControl& control) const
+{
+    return m_form.name() + u'-' + control.name() + u'-' + QString::number(m_runningIndex);
+}
+
+void FormTranslation::translateControl(FormControl& control)
+{
+    m_runningIndex = control.index().value_or(m_runningIndex);
+    const QString key = controlKey(control);
+    const bool isGrid = control.kind() == ControlKind::Grid;
+    control.setProperty(FormProperty::Font, isGrid ? kPlainFace : kControlFace);
+    setFace(control, isGrid ? m_form.name() + u'-' + control.name() : key);
+    translateTexts(control);
+    if (!isGrid && m_forced != nullptr)
+        control.setProperty(FormProperty::FontSize, m_forced->m_sFontSize);
+    else if (!isGrid)
+        look(control, FormProperty::FontSize, key);
+    look(control, FormProperty::ToolTipText, key);
+}
+
+void FormTranslation::setFace(FormControl& control, const QString& faceKey)
+{
+    if (m_forced != nullptr) {
+        control.setProperty(FormProperty::Font, m_forced->m_sFont);
+        control.setProperty(FormProperty::FontCharSet, QString::number(m_forced->m_lCharSet));
+        return;
+    }
+    look(control, FormProperty::Font, faceKey);
+    look(control, FormProperty::FontCharSet, controlKey(control));
+}
+
+void FormTranslation::look(FormControl& control, FormProperty which, const QString& key)
+{
+    if (const auto current = control.property(which))
+        control.setProperty(which, lookUp(keyword(which), key, *current));
+}
+
+void FormTranslation::translateTexts(FormControl& control)
+{
+    switch (control.kind()) {
+    case ControlKind::Grid:
+        break;
+    case ControlKind::TabStrip:
+    case ControlKind::Toolbar:
+        translateParts(control);
+        break;
+    case ControlKind::StatusBar:
+        control.setProperty(FormProperty::Font, kPlainFace);
+        break;
+    case ControlKind::Plain:
+        look(control, FormProperty::Caption, controlKey(control));
+        break;
+    }
+}
+
+void FormTranslation::translateParts(FormControl& control)
+{
+    const bool isToolbar = control.kind() == ControlKind::Toolbar;
+    const QString stem =
+        isToolbar ? controlKey(control) + QStringLiteral("-Button") : m_form.name() + u'-' + control.name() + u'-';
+    for (const int part : control.parts()) {
+        const QString key = stem + QString::number(part);
+        for (const FormProperty which : {FormProperty::Caption, FormProperty::ToolTipText}) {
+            if (which == FormProperty::Caption || isToolbar)
+                control.setPartProperty(part, which, lookUp(keyword(which), key, control.partProperty(part, which)));
+        }
+    }
+}

@@ -1,0 +1,46 @@
+#include "LanguageList.h"
+
+#include "FileLocations.h"
+#include "Translator.h"
+
+#include <algorithm>
+
+namespace {
+
+const QString kSection = QStringLiteral("Language");
+const QString kInfo = QStringLiteral("Info");
+
+} // namespace
+
+void LanguageList::rebuild(const QString& userLanguageCode)
+{
+    const QString folder = Translator::folder(m_context);
+    clsINI settings = mainSettings(m_context);
+    platform::ProfileStore::Batch batch(m_context.machine.profiles);
+    QString found;
+    int count = 0;
+    const QStringList files = m_context.machine.paths.filesIn(folder);
+    for (const QString& file : files) {
+        clsINI language(m_context);
+        language.setIniPath(folder);
+        language.setIniFileName(file);
+        const auto info = [&language](const char16_t* key) {
+            return language.GetIniData(kInfo, QString::fromUtf16(key), QString(), true);
+        };
+        if (info(u"LocaleID") == userLanguageCode)
+            found = file;
+        const QString name = info(u"Name");
+        if (name.isEmpty())
+            continue;
+        ++count;
+        settings.PutIniData(kSection, QStringLiteral("Language%1").arg(count),
+                            QStringLiteral("%1  [%2  Ver(%3)]").arg(name, file, info(u"Version")));
+        settings.PutIniData(kSection, QStringLiteral("LanguageFile%1").arg(count), file);
+    }
+    m_defaultFile = found.isEmpty() ? QStringLiteral("EN.txt") : found;
+    if (count == 0) {
+        settings.PutIniData(kSection, QStringLiteral("Language1"), QStringLiteral("Japanese"));
+        settings.PutIniData(kSection, QStringLiteral("LanguageFile1"), QStringLiteral("JP.txt"));
+    }
+    settings.PutIniData(kSection, QStringLiteral("LanguageMax"), std::max(count, 1));
+}

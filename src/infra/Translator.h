@@ -1,0 +1,36 @@
+#pragma once
+
+#include "clsINI.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace platform {
+class Form;
+}
+
+// Texts and forms in the language in use. The language file (INI syntax, folder "Lang" under the program folder) is the
+// one that the context names at the moment of each call. The English text is the key; a text that the file lacks is
+// added with itself as the value. Nothing fails: without a usable file the English texts are shown.
+class Translator
+{
+public:
+    explicit Translator(Context& context) : m_context(context) {}
+
+    // The translation of one text, its "vbCrLf" as line breaks. An empty text touches no file.
+    QString text(const QString& english);
+
+    // Captions, fonts and tool tips of a form and its controls, in the form's control order.
+    void form(platform::Form& form);
+
+    // The folder of the language files, made when it is missing.
+    static QString folder(const Context& context);
+
+private:
+    clsINI& file();
+
+    Context& m_context;
+    std::unique_ptr<clsINI> m_file; // kept open on m_fileName
+    QString m_fileName;
+};

@@ -1,0 +1,174 @@
+#include "RegisteredControls.h"
+
+#include "Fonts.h"
+#include "Numbers.h"
+
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QLabel>
+
+namespace platform {
+
+namespace {
+
+std::optional<QString> captionOf(const QWidget& widget)
+{
+    if (const auto* label = qobject_cast<const QLabel*>(&widget))
+        return label->text();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
+        return button->text();
+    if (const auto* box = qobject_cast<const QGroupBox*>(&widget))
+        return box->title();
+    return {};
+}
+
+void setCaption(QWidget& widget, const QString& text)
+{
+    if (auto* label = qobject_cast<QLabel*>(&widget))
+        label->setText(text);
+    else if (auto* button = qobject_cast<QAbstractButton*>(&widget))
+        button->setText(text);
+    else if (auto* box = qobject_cast<QGroupBox*>(&widget))
+        box->setTitle(text);
+}
+
+} // namespace
+
+RegisteredControl::RegisteredControl(const QString& name, std::optional<int> index, ControlKind kind)
+    : m_name(name), m_index(index), m_kind(kind)
+{}
+
+RegisteredWidget::RegisteredWidget(QWidget& widget, const QString& name, std::optional<int> index, ControlKind kind)
+    : RegisteredControl(name, index, kind), m_widget(widget), m_caption(captionOf(widget)), m_toolTip(widget.toolTip())
+{}
+
+std::optional<QString> RegisteredWidget::property(FormProperty which) const
+{
+    switch (which) {
+    case FormProperty::Caption:
+        return m_caption;
+    case FormProperty::Font:
+        return m_face.family;
+    case FormProperty::FontSize:
+        return doubleText(m_face.size);
+    case FormProperty::FontCharSet:
+        return QString::number(m_face.charSet);
+    case FormProperty::ToolTipText:
+        return m_toolTip;
+    }
+    return {};
+}
+
+void RegisteredWidget::setProperty(FormProperty which, const QString& text)
+{
+    switch (which) {
+    case FormProperty::Caption:
+        if (m_caption)
+            setCaption(m_widget, text);
+        return;
+    case FormProperty::ToolTipText:
+        m_widget.setToolTip(text);
+        return;
+    case FormProperty::Font:
+        m_face.family = text;
+        break;
+    case FormProperty::FontSize:
+        m_face.size = parseDouble(text).value_or(m_face.size);
+        break;
+    case FormProperty::FontCharSet:
+        m_face.charSet = parseInt32(text).value_or(m_face.charSet);
+        break;
+    }
+    applyFace();
+}
+
+void RegisteredWidget::applyFace()
+{
+    m_widget.setFont(namedFont(m_face.family, m_face.size, m_widget.font().bold()));
+}
+
+RegisteredItem::RegisteredItem(QAction& action, const QString& name, std::optional<int> index)
+    : RegisteredControl(name, index, ControlKind::Plain), m_action(action), m_caption(action.text())
+{}
+
+std::optional<QString> RegisteredItem::property(FormProperty which) const
+{
+    return which == FormProperty::Caption ? std::optional(m_caption) : std::nullopt;
+}
+
+void RegisteredItem::setProperty(FormProperty which, const QString& text)
+{
+    if (which == FormProperty::Caption)
+        m_action.setText(text);
+}
+
+RegisteredTabs::RegisteredTabs(QTabWidget& tabs, const QString& name, std::optional<int> index)
+    : RegisteredWidget(tabs, name, index, ControlKind::TabStrip), m_tabs(tabs)
+{
+    for (int i = 0; i < tabs.count(); ++i)
+        m_captions << tabs.tabText(i);
+}
+
+std::vector<int> RegisteredTabs::parts() const
+{
+    std::vector<int> numbers;
+    for (int i = 0; i < m_captions.size(); ++i)
+        numbers.push_back(i);
+    return numbers;
+}
+
+QString RegisteredTabs::partProperty(int part, FormProperty which) const
+{
+    return which == FormProperty::Caption ? m_captions.value(part) : QString();
+}
+
+void RegisteredTabs::setPartProperty(int part, FormProperty which, const QString& text)
+{
+    if (which == FormProperty::Caption)
+        m_tabs.setTabText(part, text);
+}
+
+RegisteredToolbar::RegisteredToolbar(QToolBar& bar, const QString& name, std::optional<int> index)
+    : RegisteredWidget(bar, name, index, ControlKind::Toolbar)
+{
+    const auto actions = bar.actions();
+    for (QAction* action : actions) {
+        if (!action->isSeparator())
+            m_buttons.push_back({action, action->text(), action->toolTip()});
+    }
+}
+
+std::vector<int> RegisteredToolbar::parts() const
+{
+    std::vector<int> numbers;
+    for (size_t i = 1; i <= m_buttons.size(); ++i)
+        numbers.push_back(static_cast<int>(i));
+    return numbers;
+}
+
+QString RegisteredToolbar::partProperty(int part, FormProperty which) const
+{
+    const Button& button = m_buttons.at(static_cast<size_t>(part) - 1);
+    return which == FormProperty::Caption ? button.caption : button.toolTip;
+}
+
+void RegisteredToolbar::setPartProperty(int part, FormProperty which, const QString& text)
+{
+    QAction* action = m_buttons.at(static_cast<size_t>(part) - 1).action;
+    if (which == FormProperty::Caption)
+        action->setText(text);
+    else
+        action->setToolTip(text);
+}
+
+RegisteredGrid::RegisteredGrid(vaSpread& grid, const QString& name, std::optional<int> index)
+    : RegisteredWidget(grid, name, index, ControlKind::Grid), m_grid(grid)
+{}
+
+void RegisteredGrid::applyFace()
+{
+    if (m_grid.grid() != nullptr)
+        m_grid.grid()->setBaseFace(face().family);
+}
+
+} // namespace platform
