@@ -137,7 +137,7 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
     cell.font.bold = item.SprFontBold();
     cell.foreColor = item.SprForeColor();
     cell.text = item.isKnown() ? textOf(item) : QString();
-    cell.toolTip = item.isKnown() ? QString() : kUnknownTip;
+    cell.toolTip = item.isKnown() ? QString() : m_owner.library().tranStr(kUnknownTip);
     cell.locked = locked.value_or(cell.locked);
     if (item.MType() == ItemType::Bit)
         cell.value = m_owner.library().toLong(item.Data(), 0);
