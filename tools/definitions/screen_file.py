@@ -9,7 +9,7 @@ SYSTEM_COLORS = "vbWindowBackground,vbWindowText"
 BUTTON_COLORS = "vbButtonFace,vbButtonText"
 SPACER_COLORS = "vbWindowBackground,vbWindowBackground"
 FRAME_COLOR = "vbGray"
-LABEL_SIZE, TITLE_SIZE = 10, 11
+LABEL_SIZE, TITLE_SIZE = 11, 11
 LEFT, RIGHT, CENTER = 0, 1, 2
 GAP_WIDTH, VALUE_MARGIN, TEXT_MARGIN = 2, 4, 2
 
