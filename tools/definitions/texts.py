@@ -3,7 +3,7 @@
 import unicodedata
 
 BUTTON = ("Write", "書込")
-SPACER = "--"  # written in its own background colour
+SPACER = "." * 24  # in a size too small to be seen
 
 
 def width(text):
