@@ -5,7 +5,7 @@ from dataclasses import dataclass
 from models import MODELS
 from program_texts import ENGLISH_WORDING, FORM_TEXTS, PROGRAM_TEXTS
 from selections import SELECTIONS
-from texts import BUTTON, SPACER
+from texts import BUTTON
 
 MAX_VALUE_BYTES = 499  # the program reads a value with its terminator into 512 bytes
 
@@ -56,7 +56,6 @@ def _check(pair):
 def _pairs():
     yield from PROGRAM_TEXTS
     yield BUTTON
-    yield (SPACER, SPACER)
     for model in MODELS:
         for block in model.blocks():
             yield block.title

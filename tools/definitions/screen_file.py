@@ -2,14 +2,13 @@
 
 from layout import GROUP_COLUMNS
 from selections import ALARM_DECIMALS, EVENT_DECIMALS, SELECTIONS
-from texts import BUTTON, SPACER, width
+from texts import BUTTON, width
 
 TITLE_COLORS = "RGB.255.243.200,vbBlack"
 SYSTEM_COLORS = "vbWindowBackground,vbWindowText"
 BUTTON_COLORS = "vbButtonFace,vbButtonText"
-SPACER_COLORS = "vbWindowBackground,vbWindowBackground"
 FRAME_COLOR = "vbGray"
-LABEL_SIZE, TITLE_SIZE, SPACER_SIZE = 11, 11, 1
+LABEL_SIZE, TITLE_SIZE = 11, 11
 LEFT, RIGHT, CENTER = 0, 1, 2
 GAP_WIDTH, VALUE_MARGIN, TEXT_MARGIN = 2, 4, 2
 
@@ -89,8 +88,7 @@ def _label(row, column, colors, align, caption, size, bold, option):
 
 
 def _labels(layout):
-    # A column without any text would get no width at all when the columns are fitted to their texts.
-    labels = [_label(1, gap, SPACER_COLORS, LEFT, SPACER, SPACER_SIZE, False, "") for gap in layout.gaps]
+    labels = []
     for placed in layout.blocks:
         block = placed.block
         for offset in range(GROUP_COLUMNS if block.read_only else GROUP_COLUMNS - 1):

@@ -3,7 +3,6 @@
 import unicodedata
 
 BUTTON = ("Write", "書込")
-SPACER = "." * 24  # in a size too small to be seen
 
 
 def width(text):
