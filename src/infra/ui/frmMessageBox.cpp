@@ -1,6 +1,7 @@
 #include "frmMessageBox.h"
 
 #include "MessageBoxLayout.h"
+#include "MessageIcons.h"
 #include "clsLibrary.h"
 
 #include <QGuiApplication>
@@ -26,39 +27,6 @@ constexpr int kWidestLine = 560; // a longer line is hard to read
 constexpr int kMargins = 40;     // between the largest box and the edges of the screen
 constexpr int kMillisecondsPerSecond = 1000;
 constexpr int kLongestTimer = std::numeric_limits<int>::max() / kMillisecondsPerSecond;
-
-QStyle::StandardPixmap pixmapOf(MessageIcon icon)
-{
-    switch (icon) {
-    case MessageIcon::Stop:
-        return QStyle::SP_MessageBoxCritical;
-    case MessageIcon::Question:
-        return QStyle::SP_MessageBoxQuestion;
-    case MessageIcon::Exclamation:
-        return QStyle::SP_MessageBoxWarning;
-    case MessageIcon::Information:
-    case MessageIcon::None:
-        break;
-    }
-    return QStyle::SP_MessageBoxInformation;
-}
-
-QString iconText(MessageIcon icon)
-{
-    switch (icon) {
-    case MessageIcon::Stop:
-        return QStringLiteral("Error");
-    case MessageIcon::Question:
-        return QStringLiteral("Question");
-    case MessageIcon::Exclamation:
-        return QStringLiteral("Warning");
-    case MessageIcon::Information:
-        return QStringLiteral("Information");
-    case MessageIcon::None:
-        break;
-    }
-    return {};
-}
 
 QRect roomFor(const QWidget* owner)
 {
@@ -152,13 +120,9 @@ void frmMessageBox::setTexts(const QString& prompt, const QString& title)
 
 void frmMessageBox::setIcon()
 {
-    const bool shown = m_plan.icon() != MessageIcon::None;
-    m_icon->setVisible(shown);
-    m_icon->setAccessibleName(iconText(m_plan.icon()));
-    if (shown)
-        m_icon->setPixmap(style()
-                              ->standardIcon(pixmapOf(m_plan.icon()), nullptr, this)
-                              .pixmap(QSize(kIconSide, kIconSide), devicePixelRatio()));
+    m_icon->setVisible(m_plan.icon() != MessageIcon::None);
+    m_icon->setAccessibleName(messageIconName(m_plan.icon()));
+    m_icon->setPixmap(messagePixmap(m_plan.icon(), kIconSide, devicePixelRatio()));
 }
 
 // A short message stands level with the middle of the icon.

@@ -106,6 +106,9 @@ void frmProgbar::setPos(int lPos)
 void frmProgbar::setText(const QString& text)
 {
     m_label->setText(text);
+    const int needed = layout()->totalHeightForWidth(width());
+    if (needed > height())
+        resize(width(), needed);
 }
 
 void frmProgbar::unloadForm()

@@ -32,7 +32,7 @@ public:
     // Raises the maximum when it is passed, and lets the window system paint. Keys and mouse are taken only while the
     // owner is disabled: otherwise a person could reach it in the middle of a load.
     void setPos(int lPos);
-    void setText(const QString& text); // shown as it is
+    void setText(const QString& text); // shown as it is; the dialog grows for it
     void unloadForm();
 
     void reject() override;
