@@ -24,13 +24,13 @@ namespace {
 constexpr double kBitsPerByte = 10;
 const QString kModelString = QStringLiteral("KX41000000-10A");
 
-class Shell : public UserQuestions, public ProgressView, public TransferShell
+class Shell : public MessagePresenter, public ProgressView, public TransferShell
 {
 public:
     explicit Shell(int mode) : m_mode(mode) {}
-    int showMessage(const QString& text, int, const QString&) override
+    int present(const Message& message) override
     {
-        std::fprintf(stderr, "%s\n", qPrintable(text));
+        std::fprintf(stderr, "%s\n", qPrintable(message.prompt));
         return MessageResult::kOk;
     }
     void open(int, const QString&, const QString&, bool, bool) override {}

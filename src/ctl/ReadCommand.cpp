@@ -38,7 +38,14 @@ int settingsPortNumber(clsLibrary& library)
 ReadCommand::ReadCommand(ProgramContext& program, const CommandLine& line, ProgressView& progress)
     : m_program(program), m_line(line), m_progress(progress), m_last(LastState::load(program.library())),
       m_link(program.ports(), program.clock()), m_kx(program.library())
-{}
+{
+    m_program.context().messages = &m_messages;
+}
+
+ReadCommand::~ReadCommand()
+{
+    m_program.context().messages = nullptr;
+}
 
 CommandResult ReadCommand::run()
 {
@@ -137,7 +144,7 @@ void ReadCommand::transfer()
 {
     ControlShell shell(m_model.modelString, slaveAddress(), transmissionMode());
     m_engine = std::make_unique<TransferEngine>(
-        TransferEngine::Parts{m_kx, m_link, m_program.settings(), m_program.traceLog(), shell, m_progress, shell});
+        TransferEngine::Parts{m_kx, m_link, m_program.settings(), m_program.traceLog(), m_messages, m_progress, shell});
     connect(m_engine.get(), &TransferEngine::attemptFailed, this, &ReadCommand::onAttemptFailed);
     m_engine->getDataFromKX(nullptr);
 }

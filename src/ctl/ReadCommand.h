@@ -4,6 +4,7 @@
 #include "CommandResult.h"
 #include "ControlShell.h"
 #include "GridModel.h"
+#include "HeadlessMessages.h"
 #include "LastState.h"
 #include "ModelChoice.h"
 #include "TransferEngine.h"
@@ -24,6 +25,7 @@ class ReadCommand : public QObject
 public:
     // All kept by reference.
     ReadCommand(ProgramContext& program, const CommandLine& line, ProgressView& progress);
+    ~ReadCommand() override;
 
     // Returns when the read has ended, dispatching events while it waits.
     CommandResult run();
@@ -54,6 +56,7 @@ private:
     platform::GridModel m_grid;
     uclComm m_link;
     clsKX m_kx;
+    HeadlessMessages m_messages;
     std::unique_ptr<TransferEngine> m_engine;
     bool m_interrupted = false;
     QString m_lostRequest; // the request that was given up, with the reason

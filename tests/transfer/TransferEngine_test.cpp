@@ -37,13 +37,13 @@ QByteArray soundReply(const QByteArray& request)
     return rtu(head + QByteArray(1, '\0') + QByteArray(1, static_cast<char>(count)) + data.left(count));
 }
 
-class Recorder : public UserQuestions, public ProgressView, public TransferShell
+class Recorder : public MessagePresenter, public ProgressView, public TransferShell
 {
 public:
-    int showMessage(const QString& text, int style, const QString&) override
+    int present(const Message& message) override
     {
-        messages << text;
-        styles << style;
+        messages << message.prompt;
+        styles << message.style;
         return answer;
     }
     void open(int maximum, const QString&, const QString&, bool disableOwner, bool cancelButton) override
