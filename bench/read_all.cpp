@@ -24,7 +24,7 @@ namespace {
 constexpr double kBitsPerByte = 10;
 const QString kModelString = QStringLiteral("KX41000000-10A");
 
-class Shell : public UserQuestions, public ProgressView, public TransferShell
+class Shell : public MessagePresenter, public ProgressView, public TransferShell
 {
 public:
     explicit Shell(int mode) : m_mode(mode) {}

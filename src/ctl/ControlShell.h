@@ -6,7 +6,7 @@
 
 // The surroundings of a transfer without a window. The command given is the consent, so questions are answered yes; a
 // notice is kept for the one line that the command ends with.
-class ControlShell : public TransferShell, public UserQuestions
+class ControlShell : public TransferShell, public MessagePresenter
 {
 public:
     ControlShell(const QString& modelString, int slaveAddress, int transmissionMode)

@@ -53,7 +53,7 @@ public:
         uclComm& link;
         clsCfg& settings;
         clsLog& traceLog;
-        UserQuestions& questions;
+        MessagePresenter& questions;
         ProgressView& progress;
         TransferShell& shell;
     };

@@ -16,7 +16,7 @@
 
 namespace {
 
-struct Asked : UserQuestions
+struct Asked : MessagePresenter
 {
     explicit Asked(QStringList& all, int& reply) : texts(all), answer(reply) {}
     int showMessage(const QString& text, int, const QString&) override

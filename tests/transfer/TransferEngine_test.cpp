@@ -37,7 +37,7 @@ QByteArray soundReply(const QByteArray& request)
     return rtu(head + QByteArray(1, '\0') + QByteArray(1, static_cast<char>(count)) + data.left(count));
 }
 
-class Recorder : public UserQuestions, public ProgressView, public TransferShell
+class Recorder : public MessagePresenter, public ProgressView, public TransferShell
 {
 public:
     int showMessage(const QString& text, int style, const QString&) override

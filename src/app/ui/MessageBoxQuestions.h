@@ -5,7 +5,7 @@
 class QWidget;
 
 // Questions and notices in message boxes over the window given (kept, not owned).
-class MessageBoxQuestions : public UserQuestions
+class MessageBoxQuestions : public MessagePresenter
 {
 public:
     explicit MessageBoxQuestions(QWidget* owner) : m_owner(owner) {}

@@ -40,7 +40,7 @@ int spreadSpacePixels(clsLibrary& library)
 
 } // namespace
 
-frmMain::frmMain(ProgramContext& program, std::unique_ptr<UserQuestions> questions)
+frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> questions)
     : m_program(program), m_questions(std::move(questions)), m_clsKX(program.library()),
       m_uclComm1(program.ports(), program.clock()), m_progress(std::make_unique<ProgressDialogView>(*this))
 {

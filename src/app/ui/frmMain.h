@@ -29,7 +29,7 @@ class frmMain : public QMainWindow, public TransferShell
 
 public:
     // questions: how the user is asked; null for message boxes.
-    explicit frmMain(ProgramContext& program, std::unique_ptr<UserQuestions> questions = {});
+    explicit frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> questions = {});
     ~frmMain() override;
 
     void setModel(const QString& modelString); // the model string, shown in status bar panel 1
@@ -73,7 +73,7 @@ private:
     void saveLastSetting();
 
     ProgramContext& m_program;
-    std::unique_ptr<UserQuestions> m_questions;
+    std::unique_ptr<MessagePresenter> m_questions;
     platform::GridModel m_grid;
     clsKX m_clsKX;
     uclComm m_uclComm1;
