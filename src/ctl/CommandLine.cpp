@@ -14,6 +14,7 @@ const char* const kHelp = R"(Usage: vorlantctl [OPTION]... COMMAND
 Commands:
   models    list the model catalogue
   ports     list the serial ports and their COM names
+  detect    ask the controller for its model; print the model string and its code
   read      read all parameters of the controller and print them
 
 Options (those left out come from the main settings file):
@@ -29,7 +30,8 @@ Options (those left out come from the main settings file):
   --as table|csv|json    form of the result (default: table)
   --help, --version
 
-Exit status: 0 done, 2 usage, 3 no port or no answer, 4 wrong model, 5 unreadable file or definition.
+Exit status: 0 done, 2 usage, 3 no port or no answer, 4 wrong or unknown model,
+5 unreadable file or definition.
 )";
 
 std::optional<int> numberWithin(const QString& text, int least, int most)
@@ -45,6 +47,8 @@ std::optional<Command> commandNamed(const QString& name)
         return Command::Models;
     if (name == u"ports")
         return Command::Ports;
+    if (name == u"detect")
+        return Command::Detect;
     if (name == u"read")
         return Command::Read;
     return std::nullopt;

@@ -6,7 +6,7 @@
 #include <QStringList>
 #include <optional>
 
-enum class Command { Help, Version, Models, Ports, Read };
+enum class Command { Help, Version, Models, Ports, Detect, Read };
 
 // What the user asked for. An option that was left out has no value: then the main settings file decides.
 struct CommandLine

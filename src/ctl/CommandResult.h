@@ -8,7 +8,7 @@ enum class ExitStatus {
     Done = 0,
     Usage = 2,      // the command line makes no sense
     NoAnswer = 3,   // no port, or no sound answer from the controller
-    WrongModel = 4, // the controller is another model than the one chosen
+    WrongModel = 4, // the controller is another model than the one chosen, or one that the catalogue lacks
     BadFile = 5     // a file or definition cannot be read or written
 };
 
@@ -16,7 +16,7 @@ enum class ExitStatus {
 struct CommandResult
 {
     ExitStatus status = ExitStatus::Done;
-    QByteArray output; // UTF-8; empty after a failure
+    QByteArray output; // UTF-8; after a failure only what is true all the same
     QString failure;   // empty when done
 
     static CommandResult done(const QByteArray& output) { return {ExitStatus::Done, output, QString()}; }

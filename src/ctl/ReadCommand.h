@@ -1,15 +1,13 @@
 #pragma once
 
-#include "CommandLine.h"
 #include "CommandResult.h"
+#include "ControlLink.h"
 #include "ControlShell.h"
 #include "GridModel.h"
 #include "HeadlessMessages.h"
-#include "LastState.h"
 #include "ModelChoice.h"
 #include "TransferEngine.h"
 #include "clsKX.h"
-#include "uclComm.h"
 
 #include <QObject>
 #include <memory>
@@ -35,8 +33,6 @@ public:
 private:
     CommandResult checkDefinition() const;
     CommandResult checkFile(const QString& name) const;
-    CommandResult openLink();
-    CommandResult assignPort();
     CommandResult loadModel();
     void transfer();
     void onAttemptFailed(const QString& entry, int attempt, int maximum, const QString& reason);
@@ -44,17 +40,13 @@ private:
     QStringList unreadSections() const;
     CommandResult noAnswer() const;
     CommandResult wrongModel() const;
-    int slaveAddress() const;
-    int transmissionMode() const;
-    QString lineText() const;
 
     ProgramContext& m_program;
     const CommandLine& m_line;
     ProgressView& m_progress;
-    LastState m_last;
+    ControlLink m_controlLink;
     ModelChoice m_model;
     platform::GridModel m_grid;
-    uclComm m_link;
     clsKX m_kx;
     HeadlessMessages m_messages;
     std::unique_ptr<TransferEngine> m_engine;

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "ConsoleProgress.h"
+#include "DetectCommand.h"
 #include "ModelsCommand.h"
 #include "OutputTarget.h"
 #include "PortsCommand.h"
@@ -24,6 +25,14 @@ CommandResult readController(ProgramContext& program, const CommandLine& line, Q
     return command.run();
 }
 
+CommandResult detectModel(ProgramContext& program, const CommandLine& line)
+{
+    platform::TerminationSignals endRequest;
+    DetectCommand command(program, line);
+    QObject::connect(&endRequest, &platform::TerminationSignals::requested, &command, &DetectCommand::interrupt);
+    return command.run();
+}
+
 CommandResult perform(const CommandLine& line, QTextStream& errors)
 {
     if (line.command == Command::Help)
@@ -37,6 +46,8 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
         return listModels(program);
     if (line.command == Command::Ports)
         return listPorts(program.ports());
+    if (line.command == Command::Detect)
+        return detectModel(program, line);
     return readController(program, line, errors);
 }
 
@@ -46,7 +57,7 @@ CommandResult run(const QStringList& arguments, QTextStream& errors)
     if (!parsed.error.isEmpty())
         return CommandResult::failed(ExitStatus::Usage, parsed.error);
     CommandResult result = perform(parsed.line, errors);
-    if (!result.ok())
+    if (!result.ok() && result.output.isEmpty())
         return result;
     const QString trouble = writeOutput(result.output, parsed.line.outputFile);
     return trouble.isEmpty() ? result : CommandResult::failed(ExitStatus::BadFile, trouble);

@@ -1,0 +1,197 @@
+#include "ComSetSession.h"
+
+#include "ComPorts.h"
+#include "ComSetOwner.h"
+#include "MessagePresenter.h"
+#include "ModelCodes.h"
+#include "clsCfg.h"
+#include "clsLibrary.h"
+
+namespace {
+
+const QString kUnit = QStringLiteral("bps");
+const QString kSevenBits = QStringLiteral("E,7,1");
+const QString kEightBits = QStringLiteral("N,8,1");
+constexpr int kLinkNumber = 1;
+
+} // namespace
+
+ComSetSession::ComSetSession(const Parts& parts, QObject* parent)
+    : QObject(parent), m_parts(parts), m_uclComm1(parts.ports, parts.clock),
+      m_detection(m_uclComm1, parts.library, parts.commandLine)
+{
+    connect(&m_detection, &ModelDetection::asking, this, &ComSetSession::asking);
+}
+
+ComSetSession::~ComSetSession()
+{
+    close();
+}
+
+ComSetFields ComSetSession::open()
+{
+    uclComm& mainLink = m_parts.owner.mainLink();
+    m_speeds = {QStringLiteral("9600") + kUnit, QStringLiteral("19200") + kUnit};
+    m_codes = modelcodes::installed(m_parts.library);
+    ComSetFields fields;
+    fields.portPosition = mainLink.Port() <= kPorts ? mainLink.Port() - 1 : -1;
+    fields.speedText = selectSpeed(mainLink.Speed());
+    fields.sevenBits = mainLink.Chara() == kSevenBits;
+    fields.ascii = m_parts.owner.transmissionMode() == 1;
+    fields.slaveText = QString::number(m_parts.owner.slaveAddress());
+    const int position = m_parts.owner.modelNumber() - 1;
+    fields.modelPosition = position < m_codes.size() ? position : -1;
+    fields.modelString = m_parts.owner.currentModel();
+    if (fields.modelString.isEmpty())
+        fields.modelString = pickModel(fields.modelPosition);
+    mainLink.termComm();
+    m_holdsPort = true;
+    m_uclComm1.init(kLinkNumber, &m_parts.library);
+    m_triedPort = m_uclComm1.Port();
+    return fields;
+}
+
+// A speed that the settings hold but the list does not is offered too: it may be the one that works.
+QString ComSetSession::selectSpeed(const QString& speed)
+{
+    if (speed.isEmpty())
+        return m_speeds.first();
+    QString text = speed;
+    text = text.remove(kUnit) + kUnit;
+    if (!m_speeds.contains(text))
+        m_speeds << text;
+    return text;
+}
+
+void ComSetSession::close()
+{
+    stop();
+    m_uclComm1.termComm();
+    if (m_holdsPort)
+        m_parts.owner.mainLink().openComm();
+    m_holdsPort = false;
+}
+
+QStringList ComSetSession::portTexts() const
+{
+    QStringList texts;
+    for (int n = 1; n <= kPorts; ++n) {
+        const platform::ComPort port = m_parts.ports.resolve(n);
+        QStringList parts{QStringLiteral("COM%1").arg(n), port.device, port.description};
+        parts.removeAll(QString());
+        texts << parts.join(QStringLiteral("  "));
+    }
+    return texts;
+}
+
+QString ComSetSession::portTrouble(int portPosition) const
+{
+    const int number = portPosition + 1;
+    if (number == m_triedPort && m_uclComm1.State() == 0)
+        return m_uclComm1.errorText();
+    if (number >= 1 && m_parts.ports.resolve(number).device.isEmpty())
+        return QStringLiteral("COM%1: there is no such port; plug the adapter in or choose another port").arg(number);
+    return {};
+}
+
+QString ComSetSession::pickModel(int modelPosition) const
+{
+    const QString code = m_codes.value(modelPosition);
+    return code.isEmpty() ? QString() : modelcodes::handPicked(code);
+}
+
+QString ComSetSession::speed(const ComSetFields& fields)
+{
+    QString text = fields.speedText;
+    return text.remove(kUnit);
+}
+
+QString ComSetSession::chara(const ComSetFields& fields)
+{
+    return fields.sevenBits ? kSevenBits : kEightBits;
+}
+
+std::optional<int> ComSetSession::slaveNumber(const ComSetFields& fields) const
+{
+    const int number = m_parts.library.toLong(fields.slaveText, 0);
+    return number >= kMinSlave && number <= kMaxSlave ? std::optional(number) : std::nullopt;
+}
+
+bool ComSetSession::isInRange(const ComSetFields& fields)
+{
+    if (slaveNumber(fields))
+        return true;
+    tell(m_parts.library.tranStr(QStringLiteral("It is outside the setting range.")) +
+         QStringLiteral("[ 1 <= X <= 99 ]"));
+    return false;
+}
+
+DetectionResult ComSetSession::detect(ComSetFields& fields)
+{
+    if (!isInRange(fields))
+        return DetectionResult::Stopped;
+    m_uclComm1.changeComm(portNumber(fields), speed(fields), chara(fields), false);
+    m_triedPort = m_uclComm1.Port();
+    m_detection.setModelString(fields.modelString);
+    const Detection detection = m_detection.detect(*slaveNumber(fields), fields.ascii ? 1 : 0, m_codes);
+    Q_EMIT asked();
+    if (detection.result == DetectionResult::Stopped)
+        return detection.result;
+    fields.modelString = m_detection.modelString();
+    if (detection.result == DetectionResult::Found)
+        fields.modelPosition = detection.position;
+    else if (detection.result == DetectionResult::NoAnswer)
+        tell(m_parts.library.tranStr(QStringLiteral("There was no response.")));
+    else
+        tell(m_parts.library.tranStr(QStringLiteral("It does not correspond to this model.")));
+    return detection.result;
+}
+
+bool ComSetSession::confirm(ComSetFields& fields)
+{
+    const bool valid = isModelKnown(fields) && isInRange(fields);
+    m_parts.owner.setConfirmed(valid);
+    return valid;
+}
+
+// Off-line the model string is taken as it is; on-line only the controller's own word counts.
+bool ComSetSession::isModelKnown(ComSetFields& fields)
+{
+    if (!m_parts.settings.m_bComm) {
+        const QString before = fields.modelString;
+        fields.modelString.clear();
+        const DetectionResult result = detect(fields);
+        if (result == DetectionResult::Stopped)
+            fields.modelString = before;
+        return result == DetectionResult::Found;
+    }
+    const modelcodes::Selection selection = modelcodes::select(fields.modelString, m_codes);
+    if (selection.match == modelcodes::Match::Found) {
+        fields.modelPosition = selection.position;
+        return true;
+    }
+    tell(m_parts.library.tranStr(QStringLiteral("It does not correspond to this model.")));
+    return false;
+}
+
+void ComSetSession::apply(const ComSetFields& fields)
+{
+    ComSetOwner& owner = m_parts.owner;
+    m_uclComm1.termComm(); // first: the port has room for one
+    owner.mainLink().changeComm(portNumber(fields), speed(fields), chara(fields));
+    owner.takeOver(slaveNumber(fields).value_or(kMinSlave), fields.ascii ? 1 : 0, fields.modelPosition,
+                   fields.modelString);
+    close();
+    owner.startRead();
+}
+
+void ComSetSession::dismiss()
+{
+    m_parts.owner.setConfirmed(false);
+    close();
+}
+
+void ComSetSession::tell(const QString& text)
+{
+    m_parts.messages.showMessage(text, MessageStyle::kExclamation, QString());
+}

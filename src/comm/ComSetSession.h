@@ -1,0 +1,113 @@
+#pragma once
+
+#include "ModelDetection.h"
+#include "uclComm.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+class ComSetOwner;
+class MessagePresenter;
+class clsCfg;
+class clsLibrary;
+
+namespace platform {
+class Clock;
+class ComPorts;
+} // namespace platform
+
+// What the fields of the communication settings hold.
+struct ComSetFields
+{
+    int portPosition = 0;   // COMn at position n - 1; -1: the port of the settings is not in the list
+    QString speedText;      // "9600bps"
+    bool sevenBits = false; // "E,7,1" instead of "N,8,1"
+    bool ascii = false;
+    QString slaveText;
+    int modelPosition = -1; // in the catalogue, from 0
+    QString modelString;
+};
+
+// The rules of the communication settings, without a window: what the fields offer and mean, the detection of the
+// model, the check on OK and what OK applies. It has a link of its own, which holds the port while the settings are
+// open, and closes the main window's meanwhile.
+//
+// Order of calls: open; any of detect, pickModel and confirm; after a successful confirm apply; close (also done when
+// the session ends). All parts are kept by reference and must outlive the session.
+class ComSetSession : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kPorts = 9;
+    static constexpr int kMinSlave = 1;
+    static constexpr int kMaxSlave = 99;
+
+    struct Parts
+    {
+        ComSetOwner& owner;
+        const platform::ComPorts& ports;
+        platform::Clock& clock;
+        clsLibrary& library;
+        const clsCfg& settings;
+        MessagePresenter& messages;
+        QString commandLine; // see ModelDetection
+    };
+
+    explicit ComSetSession(const Parts& parts, QObject* parent = nullptr);
+    ~ComSetSession() override;
+
+    void Logs(clsLog* objErrLog, clsLog* objTrcLog) { m_detection.Logs(objErrLog, objTrcLog); }
+
+    ComSetFields open();
+    void close();
+
+    // What the lists offer, after open.
+    QStringList portTexts() const; // "COM1", with the device and its description when there is one
+    QStringList speedTexts() const { return m_speeds; }
+    QStringList modelCodes() const { return m_codes; }
+    // Why the port at this position cannot be used and what to do; empty when nothing speaks against it.
+    QString portTrouble(int portPosition) const;
+
+    // The model string for a model that is chosen by hand; empty when there is no such entry.
+    QString pickModel(int modelPosition) const;
+    // Asks the controller with the fields as they are and puts the answer into them. A failure is told to the user.
+    DetectionResult detect(ComSetFields& fields);
+    // Ends a detection that is under way.
+    void stop() { m_detection.stop(); }
+    bool isDetecting() const { return m_detection.isBusy(); }
+
+    // OK: whether the fields may be applied. Sets the owner's state; a failure is told to the user.
+    bool confirm(ComSetFields& fields);
+    // Hands everything to the owner and starts its read; returns when the read has ended.
+    void apply(const ComSetFields& fields);
+    // Cancel.
+    void dismiss();
+
+    // "COM3" has number 3; 0 when nothing is selected, which leaves the port as it is.
+    static int portNumber(const ComSetFields& fields) { return fields.portPosition + 1; }
+    static QString speed(const ComSetFields& fields); // "9600"
+    static QString chara(const ComSetFields& fields);
+    std::optional<int> slaveNumber(const ComSetFields& fields) const; // nothing outside 1 to 99
+
+Q_SIGNALS:
+    void asking(const QString& address); // the controller is being asked
+    void asked();                        // a detection has ended
+
+private:
+    QString selectSpeed(const QString& speed);
+    bool isInRange(const ComSetFields& fields);
+    bool isModelKnown(ComSetFields& fields);
+    void tell(const QString& text);
+
+    Parts m_parts;
+    uclComm m_uclComm1;
+    ModelDetection m_detection;
+    QStringList m_speeds;
+    QStringList m_codes;
+    int m_triedPort = 0; // that the own link was set to last
+    bool m_holdsPort = false;
+};

@@ -1,0 +1,335 @@
+#include "frmComSet.h"
+
+#include "AccessibleNames.h"
+#include "ControlRegistry.h"
+#include "clsLibrary.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int kWidthInCharacters = 64;
+
+template <class Control> Control* named(Control* control, const char* name)
+{
+    control->setObjectName(QLatin1String(name));
+    return control;
+}
+
+QLabel* labelFor(QWidget* field, const char* name, const QString& caption, QWidget* parent)
+{
+    auto* label = named(new QLabel(caption, parent), name);
+    label->setBuddy(field);
+    return label;
+}
+
+QHBoxLayout* sideBySide(QWidget* first, QWidget* second)
+{
+    auto* row = new QHBoxLayout;
+    row->addWidget(first);
+    row->addWidget(second);
+    row->addStretch();
+    return row;
+}
+
+} // namespace
+
+frmComSet::frmComSet(const ComSetSession::Parts& parts, QWidget* parent)
+    : QDialog(parent), m_library(parts.library), m_session(parts)
+{
+    setupForm();
+    setupTabOrder();
+    registerControls();
+    m_library.tranForm(*m_registry);
+    nameFields();
+    fill(m_session.open());
+    connectControls();
+    m_port->setFocus();
+}
+
+frmComSet::~frmComSet() = default;
+
+void frmComSet::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+{
+    m_session.Logs(objErrLog, objTrcLog);
+}
+
+void frmComSet::setupForm()
+{
+    setObjectName(QStringLiteral("frmComSet"));
+    setWindowTitle(QStringLiteral("Communication settings"));
+    setModal(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(setupPortFrame());
+    layout->addWidget(setupModeFrame());
+    layout->addWidget(setupControllerFrame());
+    layout->addWidget(setupProgress());
+    layout->addStretch();
+    layout->addWidget(setupButtons());
+    setMinimumWidth(fontMetrics().averageCharWidth() * kWidthInCharacters);
+}
+
+QGroupBox* frmComSet::setupPortFrame()
+{
+    auto* frame = m_frames[0] = named(new QGroupBox(QStringLiteral("Serial line"), this), "Frame1");
+    m_port = named(new QComboBox(frame), "Combo1");
+    // A long description of an adapter must not widen the dialog.
+    m_port->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_port->setMinimumContentsLength(24);
+    m_trouble = named(new QLabel(frame), "lblTrouble");
+    m_trouble->setTextFormat(Qt::PlainText);
+    m_trouble->setWordWrap(true);
+    m_trouble->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_speed = named(new QComboBox(frame), "Combo2");
+    m_eightBits = named(new QRadioButton(QStringLiteral("&8 bits, no parity"), frame), "Option7");
+    m_sevenBits = named(new QRadioButton(QStringLiteral("&7 bits, even parity"), frame), "Option6");
+    m_labels[0] = labelFor(m_port, "Label1", QStringLiteral("&Port:"), frame);
+    m_labels[1] = labelFor(m_speed, "Label2", QStringLiteral("&Speed:"), frame);
+    auto* layout = new QFormLayout(frame);
+    layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    layout->addRow(m_labels[0], m_port);
+    layout->addRow(m_trouble);
+    layout->addRow(m_labels[1], m_speed);
+    layout->addRow(QString(), sideBySide(m_eightBits, m_sevenBits));
+    return frame;
+}
+
+QGroupBox* frmComSet::setupModeFrame()
+{
+    auto* frame = m_frames[1] = named(new QGroupBox(QStringLiteral("Transmission mode"), this), "Frame2");
+    m_rtu = named(new QRadioButton(QStringLiteral("&RTU"), frame), "Option4");
+    m_ascii = named(new QRadioButton(QStringLiteral("&ASCII"), frame), "Option5");
+    frame->setLayout(sideBySide(m_rtu, m_ascii));
+    return frame;
+}
+
+QGroupBox* frmComSet::setupControllerFrame()
+{
+    auto* frame = m_frames[2] = named(new QGroupBox(QStringLiteral("Controller"), this), "Frame3");
+    m_slave = named(new QLineEdit(frame), "Text1");
+    m_slave->setInputMethodHints(Qt::ImhDigitsOnly);
+    m_model = named(new QComboBox(frame), "Combo3");
+    m_modelString = named(new QLineEdit(frame), "Text2");
+    m_detect = named(new QPushButton(QStringLiteral("&Detect"), frame), "Command2");
+    m_detect->setToolTip(QStringLiteral("Asks the controller on the line for its model"));
+    m_labels[2] = labelFor(m_slave, "Label3", QStringLiteral("Slave &number (1 to 99):"), frame);
+    m_labels[3] = labelFor(m_model, "Label4", QStringLiteral("&Model:"), frame);
+    m_labels[4] = labelFor(m_modelString, "Label5", QStringLiteral("Model s&tring:"), frame);
+    auto* modelRow = new QHBoxLayout;
+    modelRow->addWidget(m_model, 1);
+    modelRow->addWidget(m_detect);
+    auto* layout = new QFormLayout(frame);
+    layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    layout->addRow(m_labels[2], m_slave);
+    layout->addRow(m_labels[3], modelRow);
+    layout->addRow(m_labels[4], m_modelString);
+    return frame;
+}
+
+QWidget* frmComSet::setupProgress()
+{
+    m_progress = named(new QWidget(this), "progress");
+    m_progressText = named(new QLabel(m_progress), "lblProgress");
+    auto* bar = named(new QProgressBar(m_progress), "ProgressBar1");
+    bar->setRange(0, 0);
+    bar->setTextVisible(false);
+    m_stop = named(new QPushButton(QStringLiteral("&Stop"), m_progress), "cmdStop");
+    m_stop->setAutoDefault(false);
+    auto* layout = new QHBoxLayout(m_progress);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_progressText);
+    layout->addWidget(bar, 1);
+    layout->addWidget(m_stop);
+    QSizePolicy policy = m_progress->sizePolicy();
+    policy.setRetainSizeWhenHidden(true); // or the dialog would jump at every detection
+    m_progress->setSizePolicy(policy);
+    m_progress->hide();
+    return m_progress;
+}
+
+QWidget* frmComSet::setupButtons()
+{
+    auto* row = new QWidget(this);
+    m_ok = named(new QPushButton(QStringLiteral("&OK"), row), "Command1_0");
+    m_cancel = named(new QPushButton(QStringLiteral("&Cancel"), row), "Command1_1");
+    m_ok->setDefault(true);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addStretch();
+    layout->addWidget(m_ok);
+    layout->addWidget(m_cancel);
+    return row;
+}
+
+void frmComSet::setupTabOrder()
+{
+    QWidget* const order[] = {m_port,  m_speed,  m_eightBits,   m_sevenBits, m_rtu, m_ascii, m_slave,
+                              m_model, m_detect, m_modelString, m_stop,      m_ok,  m_cancel};
+    for (size_t i = 1; i < std::size(order); ++i)
+        setTabOrder(order[i - 1], order[i]);
+}
+
+// The array comes last: its index would count for the single controls behind it.
+void frmComSet::registerControls()
+{
+    m_registry = std::make_unique<platform::ControlRegistry>(*this, QStringLiteral("frmComSet"));
+    for (QGroupBox* frame : m_frames)
+        m_registry->add(frame, frame->objectName());
+    for (QLabel* label : m_labels)
+        m_registry->add(label, label->objectName());
+    QWidget* const single[] = {m_port,  m_speed, m_eightBits,   m_sevenBits, m_rtu, m_ascii,
+                               m_slave, m_model, m_modelString, m_detect,    m_stop};
+    for (QWidget* control : single)
+        m_registry->add(control, control->objectName());
+    m_registry->add(m_ok, QStringLiteral("Command1"), 0);
+    m_registry->add(m_cancel, QStringLiteral("Command1"), 1);
+}
+
+void frmComSet::nameFields()
+{
+    for (const QLabel* label : m_labels)
+        platform::nameField(*label->buddy(), label->text());
+    platform::nameField(*m_trouble, m_labels[0]->text());
+}
+
+void frmComSet::connectControls()
+{
+    connect(m_port, &QComboBox::currentIndexChanged, this, &frmComSet::showPortTrouble);
+    // Both: a hand may also pick the entry that is selected already.
+    connect(m_model, &QComboBox::currentIndexChanged, this, &frmComSet::onModelPicked);
+    connect(m_model, &QComboBox::activated, this, &frmComSet::onModelPicked);
+    connect(m_detect, &QPushButton::clicked, this, &frmComSet::onDetect);
+    connect(m_stop, &QPushButton::clicked, &m_session, &ComSetSession::stop);
+    connect(m_ok, &QPushButton::clicked, this, &frmComSet::onOk);
+    connect(m_cancel, &QPushButton::clicked, this, &frmComSet::leave);
+    connect(&m_session, &ComSetSession::asking, this, &frmComSet::showProgress);
+    connect(&m_session, &ComSetSession::asked, this, &frmComSet::hideProgress);
+}
+
+void frmComSet::fill(const ComSetFields& fields)
+{
+    m_port->addItems(m_session.portTexts());
+    m_port->setPlaceholderText(QStringLiteral("COM..."));
+    m_speed->addItems(m_session.speedTexts());
+    m_model->addItems(m_session.modelCodes());
+    m_port->setCurrentIndex(fields.portPosition);
+    m_speed->setCurrentIndex(m_speed->findText(fields.speedText));
+    (fields.sevenBits ? m_sevenBits : m_eightBits)->setChecked(true);
+    (fields.ascii ? m_ascii : m_rtu)->setChecked(true);
+    m_slave->setText(fields.slaveText);
+    showFields(fields);
+    showPortTrouble();
+}
+
+ComSetFields frmComSet::readFields() const
+{
+    ComSetFields fields;
+    fields.portPosition = m_port->currentIndex();
+    fields.speedText = m_speed->currentText();
+    fields.sevenBits = !m_eightBits->isChecked();
+    fields.ascii = m_ascii->isChecked();
+    fields.slaveText = m_slave->text();
+    fields.modelPosition = m_model->currentIndex();
+    fields.modelString = m_modelString->text();
+    return fields;
+}
+
+// The model only: a detection changes nothing else. It keeps the controller's own string, whatever the list says.
+void frmComSet::showFields(const ComSetFields& fields)
+{
+    const QSignalBlocker blocker(m_model);
+    m_model->setCurrentIndex(fields.modelPosition);
+    m_modelString->setText(fields.modelString);
+}
+
+void frmComSet::showPortTrouble()
+{
+    const QString trouble = m_session.portTrouble(m_port->currentIndex());
+    m_trouble->setText(trouble);
+    m_trouble->setVisible(!trouble.isEmpty());
+}
+
+void frmComSet::showProgress(const QString& address)
+{
+    m_progressText->setText(m_library.tranStr(QStringLiteral("Asking the controller...")) + u' ' + address);
+    enableControls(false);
+    m_progress->show();
+    m_stop->setFocus();
+}
+
+void frmComSet::hideProgress()
+{
+    m_progress->hide();
+    enableControls(true);
+    showPortTrouble();
+}
+
+void frmComSet::enableControls(bool enabled)
+{
+    for (QGroupBox* frame : m_frames)
+        frame->setEnabled(enabled);
+    for (QPushButton* button : {m_detect, m_ok, m_cancel})
+        button->setEnabled(enabled);
+}
+
+void frmComSet::onModelPicked(int position)
+{
+    const QString text = m_session.pickModel(position);
+    if (!text.isEmpty())
+        m_modelString->setText(text);
+}
+
+void frmComSet::onDetect()
+{
+    ComSetFields fields = readFields();
+    m_session.detect(fields);
+    showFields(fields);
+    (m_session.slaveNumber(fields) ? static_cast<QWidget*>(m_ok) : m_slave)->setFocus();
+}
+
+void frmComSet::onOk()
+{
+    ComSetFields fields = readFields();
+    const bool confirmed = m_session.confirm(fields);
+    showFields(fields);
+    if (!confirmed) {
+        (m_session.slaveNumber(fields) ? static_cast<QWidget*>(m_port) : m_slave)->setFocus();
+        return;
+    }
+    hide();
+    m_session.apply(fields);
+    done(Accepted);
+}
+
+void frmComSet::leave()
+{
+    m_session.dismiss();
+    done(Rejected);
+}
+
+void frmComSet::reject()
+{
+    if (m_session.isDetecting())
+        m_session.stop();
+    else
+        leave();
+}
+
+void frmComSet::closeEvent(QCloseEvent* event)
+{
+    event->accept();
+    if (!isVisible())
+        return; // hidden: OK is at work, or all is done
+    m_session.stop();
+    leave();
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "ComSetSession.h"
+
+#include <QDialog>
+
+#include <memory>
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+class QPushButton;
+class QRadioButton;
+class QVBoxLayout;
+class clsLog;
+
+namespace platform {
+class ControlRegistry;
+}
+
+// The communication settings: port, line format, transmission mode, slave number and model of the controller, and the
+// question to the controller which model it is. Shows a ComSetSession and decides nothing itself.
+//
+// One object, one showing: constructing it takes the port from the main window's link, destroying it gives the port
+// back. Call Logs, then exec. When OK succeeded the dialog hides, and exec returns when the read that follows has
+// ended. close() is safe at any moment, also while the controller is being asked.
+class frmComSet : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmComSet(const ComSetSession::Parts& parts, QWidget* parent = nullptr);
+    ~frmComSet() override;
+
+    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+
+    // Escape: gives a detection up, else leaves like Cancel.
+    void reject() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void setupForm();
+    QGroupBox* setupPortFrame();
+    QGroupBox* setupModeFrame();
+    QGroupBox* setupControllerFrame();
+    QWidget* setupProgress();
+    QWidget* setupButtons();
+    void setupTabOrder();
+    void connectControls();
+    void registerControls();
+    void nameFields();
+    void fill(const ComSetFields& fields);
+
+    ComSetFields readFields() const;
+    void showFields(const ComSetFields& fields);
+    void showPortTrouble();
+    void showProgress(const QString& address);
+    void hideProgress();
+    void enableControls(bool enabled);
+    void onModelPicked(int position);
+    void onDetect();
+    void onOk();
+    void leave();
+
+    clsLibrary& m_library;
+    ComSetSession m_session;
+    std::unique_ptr<platform::ControlRegistry> m_registry;
+
+    QGroupBox* m_frames[3] = {};
+    QLabel* m_labels[5] = {};
+    QComboBox* m_port = nullptr;         // Combo1
+    QComboBox* m_speed = nullptr;        // Combo2
+    QRadioButton* m_eightBits = nullptr; // Option7
+    QRadioButton* m_sevenBits = nullptr; // Option6
+    QRadioButton* m_rtu = nullptr;       // Option4
+    QRadioButton* m_ascii = nullptr;     // Option5
+    QLineEdit* m_slave = nullptr;        // Text1
+    QComboBox* m_model = nullptr;        // Combo3
+    QLineEdit* m_modelString = nullptr;  // Text2
+    QPushButton* m_detect = nullptr;     // Command2
+    QPushButton* m_ok = nullptr;         // Command1(0)
+    QPushButton* m_cancel = nullptr;     // Command1(1)
+    QLabel* m_trouble = nullptr;
+    QWidget* m_progress = nullptr;
+    QLabel* m_progressText = nullptr;
+    QPushButton* m_stop = nullptr;
+};

@@ -1,0 +1,68 @@
+#include "DetectCommand.h"
+
+#include "ModelChoice.h"
+#include "ModelCodes.h"
+#include "ProgramContext.h"
+
+namespace {
+
+// What a controller sends may be anything; a terminal gets only what can be printed.
+QString printable(const QString& text)
+{
+    QString shown = text.simplified();
+    for (QChar& c : shown) {
+        if (!c.isPrint())
+            c = u'?';
+    }
+    return shown;
+}
+
+} // namespace
+
+DetectCommand::DetectCommand(ProgramContext& program, const CommandLine& line)
+    : m_program(program), m_line(program, line), m_detection(m_line.link(), program.library(), QString())
+{
+    m_detection.Logs(&program.errorLog(), &program.traceLog());
+}
+
+CommandResult DetectCommand::run()
+{
+    ModelCatalogue catalogue(m_program.library());
+    CommandResult step = openCatalogue(m_program, catalogue);
+    if (step.ok())
+        step = m_line.open();
+    if (!step.ok())
+        return step;
+    const QStringList codes = modelcodes::installed(m_program.library());
+    return result(m_detection.detect(m_line.slaveAddress(), m_line.transmissionMode(), codes), codes);
+}
+
+void DetectCommand::interrupt()
+{
+    m_detection.stop();
+}
+
+CommandResult DetectCommand::result(const Detection& detection, const QStringList& codes) const
+{
+    const QString model = printable(m_detection.modelString());
+    switch (detection.result) {
+    case DetectionResult::Found:
+        return CommandResult::done((model + u' ' + codes.value(detection.position) + u'\n').toUtf8());
+    case DetectionResult::NotFound: {
+        CommandResult unknown = CommandResult::failed(
+            ExitStatus::WrongModel, QStringLiteral("%1: the model catalogue lacks \"%2\"; vorlantctl models lists it")
+                                        .arg(m_line.text(), model));
+        unknown.output = model.toUtf8() + '\n';
+        return unknown;
+    }
+    case DetectionResult::NoAnswer:
+        return CommandResult::failed(ExitStatus::NoAnswer,
+                                     QStringLiteral("%1: no sound answer to the question for the model: %2; check "
+                                                    "cable, speed, mode and slave")
+                                         .arg(m_line.text(), m_detection.failure())
+                                         .simplified());
+    case DetectionResult::Stopped:
+        break;
+    }
+    return CommandResult::failed(ExitStatus::NoAnswer, QStringLiteral("interrupted; no model was detected"));
+}

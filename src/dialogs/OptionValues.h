@@ -1,0 +1,65 @@
+#pragma once
+
+#include "LanguageChoice.h"
+
+#include <QString>
+
+#include <array>
+
+class clsCfg;
+class clsLibrary;
+
+// The forced font as the font dialog takes and gives it.
+struct FontRecord
+{
+    QString face;
+    int tenthsOfPoint = 0;
+    int charSet = 0; // 0 to 255
+    int height = 0;  // pixels at 96 dpi, negative for the height of the characters; 0: by the size
+    int width = 0;   // 0: the face's own
+
+    bool operator==(const FontRecord&) const = default;
+};
+
+// The options as the dialog edits them: load, change, store. Nothing reaches the settings before store.
+// Library and settings are kept by reference.
+class OptionValues
+{
+public:
+    static constexpr int kChecks = 10;
+
+    OptionValues(clsLibrary& library, clsCfg& settings) : m_library(library), m_settings(settings) {}
+
+    void load();
+
+    // The check boxes by their index, 0 to 9.
+    bool isChecked(int index) const { return m_checks.at(static_cast<size_t>(index)); }
+    void setChecked(int index, bool on) { m_checks.at(static_cast<size_t>(index)) = on; }
+
+    QStringList languages() const { return m_languages.texts(); }
+    int language() const { return m_language; } // list position; -1: none selected
+    void setLanguage(int position) { m_language = position; }
+
+    const FontRecord& font() const { return m_font; }
+    void setFont(const FontRecord& font) { m_font = font; }
+    QString fontText() const; // "System:9pt"
+
+    // Writes everything into the settings and their file. True when the window has to be translated anew.
+    bool store();
+
+    // Returns the new text; sets changed when it differs from the old one, and never resets it.
+    static QString chkData(bool& changed, const QString& oldText, const QString& newText);
+
+private:
+    void storeLanguage(bool& changed);
+    void storeChecks(bool& changed);
+    void storeFont(bool& changed);
+
+    clsLibrary& m_library;
+    clsCfg& m_settings;
+    LanguageChoice m_languages;
+    int m_language = -1;
+    std::array<bool, kChecks> m_checks{};
+    FontRecord m_font;
+    FontRecord m_loadedFont;
+};

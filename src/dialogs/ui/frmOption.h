@@ -1,0 +1,72 @@
+#pragma once
+
+#include "FontChooser.h"
+#include "ModelessOwner.h"
+#include "OptionValues.h"
+
+#include <QDialog>
+
+#include <memory>
+
+class OptionOwner;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QPushButton;
+class QTabWidget;
+class clsLog;
+
+namespace platform {
+class ControlRegistry;
+}
+
+// The options: language, questions, display and font. OK stores them and lets the owner act on them; Cancel, Escape and
+// the close button leave everything as it was. showModeless opens it, as often as wanted; the owner outlives it.
+class frmOption : public QDialog
+{
+    Q_OBJECT
+
+public:
+    frmOption(clsLibrary& library, clsCfg& settings, OptionOwner& owner, FontChooser chooser = chooseFont);
+    ~frmOption() override;
+
+    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+
+    // bDisable: the owner is disabled while the dialog is open, and the dialog is modal.
+    void showModeless(QWidget* frmOwner, bool bDisable);
+
+protected:
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void setupForm();
+    QWidget* setupGeneralPage();
+    QWidget* setupQuestionPage();
+    QWidget* setupDisplayPage();
+    QCheckBox* addCheck(int index, const QString& caption);
+    QWidget* setupButtons();
+    void registerControls();
+    void fill();
+    void onFont();
+    void onOk();
+    void trace(const QString& message);
+
+    clsLibrary& m_library;
+    OptionOwner& m_operations;
+    FontChooser m_chooser;
+    OptionValues m_values;
+    ModelessOwner m_owner;
+    std::unique_ptr<platform::ControlRegistry> m_registry;
+    clsLog* m_errorLog = nullptr;
+    clsLog* m_traceLog = nullptr;
+
+    QTabWidget* m_tabs = nullptr;                    // SSTab1
+    QComboBox* m_languages = nullptr;                // Combo1
+    QCheckBox* m_checks[OptionValues::kChecks] = {}; // Check1
+    QLabel* m_font = nullptr;                        // Label1
+    QPushButton* m_chooseFont = nullptr;             // Command2
+    QPushButton* m_ok = nullptr;                     // Command1(0)
+    QPushButton* m_cancel = nullptr;                 // Command1(1)
+    QGroupBox* m_frames[3] = {};                     // Frame1 to Frame3
+};

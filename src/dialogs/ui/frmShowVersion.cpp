@@ -1,0 +1,89 @@
+#include "frmShowVersion.h"
+
+#include "ControlRegistry.h"
+#include "clsLibrary.h"
+
+#include <QGuiApplication>
+#include <QHideEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+frmShowVersion::frmShowVersion(const clsLibrary& library, const ProgramVersion& version, Layout layout)
+    : m_library(library), m_version(version), m_layout(std::move(layout))
+{
+    setupForm();
+    m_registry = std::make_unique<platform::ControlRegistry>(*this, QStringLiteral("frmShowVersion"));
+    m_registry->add(m_title, QStringLiteral("lblTitle"));
+    m_registry->add(m_text, QStringLiteral("lblVersion"));
+    m_registry->add(m_exit, QStringLiteral("cmdExit"));
+    connect(m_exit, &QPushButton::clicked, this, &frmShowVersion::reject);
+}
+
+frmShowVersion::~frmShowVersion() = default;
+
+void frmShowVersion::setupForm()
+{
+    setObjectName(QStringLiteral("frmShowVersion"));
+    setWindowTitle(QStringLiteral("Version"));
+    m_title = new QLabel(this);
+    m_title->setObjectName(QStringLiteral("lblTitle"));
+    QFont bold = m_title->font();
+    bold.setBold(true);
+    m_title->setFont(bold);
+    m_text = new QLabel(this);
+    m_text->setObjectName(QStringLiteral("lblVersion"));
+    m_exit = new QPushButton(QStringLiteral("&Close"), this);
+    m_exit->setObjectName(QStringLiteral("cmdExit"));
+    m_exit->setDefault(true);
+    for (QLabel* label : {m_title, m_text}) {
+        label->setAlignment(Qt::AlignCenter);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    }
+    auto* layout = new QVBoxLayout(this);
+    layout->addStretch();
+    layout->addWidget(m_title);
+    layout->addWidget(m_text);
+    layout->addStretch();
+    layout->addWidget(m_exit, 0, Qt::AlignHCenter);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 40);
+}
+
+void frmShowVersion::showModeless(QWidget* frmOwner, bool bModal)
+{
+    m_owner.take(*this, frmOwner, bModal);
+    setModal(m_library.toModalVal(bModal) != 0);
+    loadForm();
+    show();
+    m_exit->setFocus();
+}
+
+void frmShowVersion::loadForm()
+{
+    m_library.tranForm(*m_registry);
+    adjustSize();
+    centre();
+    setWindowTitle(m_library.tranStr(QStringLiteral("VersionInfo")));
+    m_title->setText(m_library.tranStr(m_library.context().machine.folders.baseName()));
+    m_text->setText(m_version.text(m_library));
+    if (m_layout.load)
+        m_layout.load(*this);
+}
+
+void frmShowVersion::centre()
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    move(screen.left() + (screen.width() - width()) / 2, screen.top() + (screen.height() - height()) / 2);
+}
+
+// Hidden by whatever way; a minimised dialog is still open.
+void frmShowVersion::hideEvent(QHideEvent* event)
+{
+    if (!event->spontaneous()) {
+        m_owner.release();
+        if (m_layout.save)
+            m_layout.save(*this);
+    }
+    QDialog::hideEvent(event);
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "ModelessOwner.h"
+#include "ProgramVersion.h"
+
+#include <QDialog>
+
+#include <functional>
+#include <memory>
+
+class QLabel;
+class QPushButton;
+class clsLibrary;
+
+namespace platform {
+class ControlRegistry;
+}
+
+// The program's title and version. showModeless opens it, as often as wanted.
+class frmShowVersion : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // How the place of the form is restored when it opens and kept when it closes; either may be missing.
+    struct Layout
+    {
+        std::function<void(QWidget& form)> load;
+        std::function<void(QWidget& form)> save;
+    };
+
+    frmShowVersion(const clsLibrary& library, const ProgramVersion& version, Layout layout = {});
+    ~frmShowVersion() override;
+
+    // bModal: the owner is disabled while the dialog is open.
+    void showModeless(QWidget* frmOwner, bool bModal);
+
+protected:
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void setupForm();
+    void loadForm();
+    void centre();
+
+    const clsLibrary& m_library;
+    const ProgramVersion m_version;
+    const Layout m_layout;
+    ModelessOwner m_owner;
+    std::unique_ptr<platform::ControlRegistry> m_registry;
+    QLabel* m_title = nullptr;     // lblTitle
+    QLabel* m_text = nullptr;      // lblVersion
+    QPushButton* m_exit = nullptr; // cmdExit
+};
