@@ -14,12 +14,3 @@ QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
         .arg(link.device, link.speed, link.chara, link.transmissionMode == 1 ? u"ASCII" : u"RTU")
         .arg(link.slaveAddress);
 }
-
-QString communicationNotice(const QString& settingsFile)
-{
-    return QStringLiteral("The communication settings are in the file\n%1\n\n"
-                          "[Setting] LastModelNo, LastModelString, LastSlaveAdr, LastModebusMode (0 RTU, 1 ASCII)\n"
-                          "[Comm1] CommPortNo, CommSpeed, CommProtocolCharacter\n\n"
-                          "Quit, change them, and start again.")
-        .arg(settingsFile);
-}

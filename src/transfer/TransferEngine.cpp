@@ -89,6 +89,9 @@ void TransferEngine::getDataFromKX(const std::vector<clsBlock*>* colRefData)
         finishStopped();
     m_objAdr = nullptr;
     m_bBusy = false;
+    // The settings may end in a read of their own: this one is over by then.
+    if (m_report.outcome == ReadOutcome::WrongModel)
+        m_parts.shell.showCommSetting();
 }
 
 bool TransferEngine::confirmed()
@@ -305,7 +308,6 @@ void TransferEngine::finishStopped()
     case Result::WrongModel:
         m_report.outcome = ReadOutcome::WrongModel;
         m_parts.questions.showMessage(tran("Model number is different."), MessageStyle::kCritical, QString());
-        m_parts.shell.showCommSetting();
         break;
     case Result::Success:
         m_report.outcome = ReadOutcome::Cancelled;

@@ -4,20 +4,44 @@
 #include "RecordingMessages.h"
 #include "ScriptedController.h"
 #include "SoundController.h"
+#include "frmComSet.h"
 #include "vaSpread.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 
 namespace {
 
 const QByteArray kLastModel = "[Setting]\nLastModelNo=1\nLastModelString=KX41000000-10A\n";
+
+class SettingsWatch : public QObject
+{
+public:
+    explicit SettingsWatch(std::function<void(frmComSet&)> act) : m_act(std::move(act)) {}
+
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        auto* dialog = qobject_cast<frmComSet*>(object);
+        if (dialog != nullptr && event->type() == QEvent::Show)
+            QTimer::singleShot(0, dialog, [this, dialog] { m_act(*dialog); });
+        return false;
+    }
+
+private:
+    std::function<void(frmComSet&)> m_act;
+};
 
 // The window in a scratch program folder, COM1 on a scripted controller.
 class MainWindow : public ::testing::Test
@@ -44,6 +68,13 @@ protected:
         open(controller->device(), settings);
     }
 
+    // The communication settings are handed to the function as soon as they are shown.
+    void onSettings(const std::function<void(frmComSet&)>& act)
+    {
+        watch = std::make_unique<SettingsWatch>(act);
+        qApp->installEventFilter(watch.get());
+    }
+
     QAction* recv() { return window->findChild<QAction*>(QStringLiteral("mnuKX_1")); }
     QString panel(const char* name) { return window->findChild<QLabel*>(QLatin1String(name))->text(); }
     QString cell(int row)
@@ -62,13 +93,14 @@ protected:
     std::unique_ptr<ScriptedController> controller;
     std::unique_ptr<ProgramContext> program;
     RecordingMessages::Record asked;
+    std::unique_ptr<SettingsWatch> watch;
     std::unique_ptr<frmMain> window;
 };
 
 TEST_F(MainWindow, RecvFillsTheGrid)
 {
     openWith([](const QByteArray& request) { return soundController::reply(request); });
-    EXPECT_EQ(panel("panelState"), u"not read");
+    EXPECT_EQ(panel("panelState"), u"not connected");
     recv()->trigger();
     EXPECT_EQ(cell(1), QString::fromLatin1(soundController::kModel));
     EXPECT_EQ(cell(2), u"25.8");
@@ -89,15 +121,114 @@ TEST_F(MainWindow, LostRequestLeavesItsCellEmpty)
     EXPECT_EQ(panel("panelState"), u"1 parameters not read (Main: Direct 8000)");
 }
 
-TEST_F(MainWindow, OtherModelNamesTheSettings)
+TEST_F(MainWindow, OtherModelOpensTheSettings)
 {
     openWith([](const QByteArray& request) { return soundController::reply(request, "KX62000000-10A"); });
+    int opened = 0;
+    onSettings([&](frmComSet& dialog) {
+        ++opened;
+        dialog.reject();
+    });
     recv()->trigger();
-    ASSERT_EQ(asked.texts.size(), 2);
-    EXPECT_EQ(asked.texts[0], u"Model number is different.");
-    EXPECT_TRUE(asked.texts[1].contains(program->settingsFile()));
+    EXPECT_EQ(opened, 1);
+    EXPECT_EQ(asked.texts, QStringList{QStringLiteral("Model number is different.")});
     window->close();
     EXPECT_TRUE(settingsFile().contains("LastModelString=KX41000000-10A")) << "the grid is still that model's";
+}
+
+struct StartRow
+{
+    const char* name;
+    QByteArray settings;
+    bool opens;
+};
+
+void PrintTo(const StartRow& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
+class Start : public MainWindow, public ::testing::WithParamInterface<StartRow>
+{};
+
+TEST_P(Start, OpensTheSettingsUnlessOffLineWithAModel)
+{
+    openWith([](const QByteArray& request) { return soundController::reply(request); }, GetParam().settings);
+    int opened = 0;
+    onSettings([&](frmComSet& dialog) {
+        ++opened;
+        dialog.reject();
+    });
+    window->start();
+    QTest::qWait(0);
+    EXPECT_EQ(opened, GetParam().opens ? 1 : 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Settings, Start,
+                         ::testing::Values(StartRow{"Fresh", "", true}, StartRow{"OnLine", kLastModel, true},
+                                           StartRow{"OffLine", kLastModel + "UseCommunicate=True\n", false},
+                                           StartRow{"OffLineWithoutModel", "[Setting]\nUseCommunicate=True\n", true}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(MainWindow, DetectedModelIsReadAtOnce)
+{
+    openWith([](const QByteArray& request) { return soundController::reply(request); }, QByteArray());
+    onSettings([](frmComSet& dialog) {
+        dialog.findChild<QPushButton*>(QStringLiteral("Command2"))->click();
+        EXPECT_EQ(dialog.findChild<QLineEdit*>(QStringLiteral("Text2"))->text(),
+                  QString::fromLatin1(soundController::kModel));
+        dialog.findChild<QPushButton*>(QStringLiteral("Command1_0"))->click();
+    });
+    window->showCommSetting();
+    EXPECT_EQ(cell(2), u"25.8");
+    EXPECT_EQ(panel("panelModel"), QString::fromLatin1(soundController::kModel));
+    EXPECT_EQ(window->state(), MainState::UpToDate);
+    EXPECT_TRUE(asked.texts.isEmpty()) << qPrintable(asked.texts.join(u'|'));
+    window->close();
+    EXPECT_TRUE(settingsFile().contains("LastModelString=KX41000000-10A"));
+}
+
+TEST_F(MainWindow, ClosingTakesAnOpenDialogAlong)
+{
+    openWith([](const QByteArray& request) { return soundController::reply(request); });
+    const QSignalSpy closed(window.get(), &frmMain::closed);
+    onSettings([this](frmComSet&) { window->closeWithoutQuestion(); });
+    window->showCommSetting();
+    EXPECT_EQ(closed.count(), 1);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(MainWindow, SpeaksTheChosenLanguage)
+{
+    openWith([](const QByteArray& request) { return soundController::reply(request); });
+    QDir().mkpath(programFolder() + QStringLiteral("/Lang"));
+    ASSERT_TRUE(soundController::writeFile(programFolder() + QStringLiteral("/Lang/T.txt"),
+                                           "[frmMain]\nCaption=Fenster\n[Caption]\nfrmMain-mnuKX-1=Empfangen\n"
+                                           "frmMain-KXMenu-0=Regler\n[Language]\nnot connected=getrennt\n"));
+    program->context().languageFile = QStringLiteral("T.txt");
+    window->tranForm();
+    EXPECT_EQ(window->windowTitle(), u"Fenster");
+    EXPECT_EQ(recv()->text(), u"Empfangen");
+    EXPECT_EQ(window->findChild<QMenu*>(QStringLiteral("KXMenu"))->title(), u"Regler");
+    EXPECT_EQ(panel("panelState"), u"getrennt");
+    EXPECT_TRUE(window->helpFile().endsWith(u"\\Vorlant.chm"));
+    program->context().languageFile = QStringLiteral("JP.txt");
+    window->tranForm();
+    EXPECT_EQ(recv()->text(), u"Recv") << "the designed text, not the translation before";
+    EXPECT_TRUE(window->helpFile().endsWith(u"\\VorlantJ.chm"));
+}
+
+TEST_F(MainWindow, ComesUpWhereItWas)
+{
+    openWith([](const QByteArray& request) { return soundController::reply(request); });
+    window->setGeometry(40, 50, 555, 444);
+    const QPoint place = window->pos();
+    window->close();
+    window.reset();
+    program.reset();
+    open(controller->device());
+    EXPECT_EQ(window->size(), QSize(555, 444));
+    EXPECT_EQ(window->pos(), place);
 }
 
 TEST_F(MainWindow, MissingPortSaysSo)

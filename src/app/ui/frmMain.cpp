@@ -1,19 +1,26 @@
 #include "frmMain.h"
 
+#include "ControlRegistry.h"
 #include "GridHint.h"
 #include "LastState.h"
 #include "LinkStatus.h"
+#include "MainMenus.h"
 #include "MainStatusBar.h"
 #include "MessageBoxPresenter.h"
 #include "ModelCatalogue.h"
 #include "ProgramContext.h"
 #include "ProgressDialogView.h"
 #include "ReadStatus.h"
+#include "WidgetPlacement.h"
 #include "clsINI.h"
+#include "frmComSet.h"
+#include "frmOption.h"
+#include "frmShowVersion.h"
 #include "vaSpread.h"
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLayout>
 #include <QMenuBar>
@@ -23,10 +30,11 @@
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr int kMaxSpreadSpaceTwips = 3000;
+constexpr int kCommCheckMs = 100;
 constexpr double kGridPointSize = 11; // that of the labels in a definition file
-constexpr QSize kFirstSize(1000, 700);
+constexpr QSize kDesignedSize(1280, 860);
+const QString kFormName = QStringLiteral("frmMain");
 
 // Margin between the window's edges and the grid.
 int spreadSpacePixels(clsLibrary& library)
@@ -36,7 +44,12 @@ int spreadSpacePixels(clsLibrary& library)
     ini.setIniFileName(library.getIniFileName(QString()));
     const QString text =
         ini.GetIniData(QStringLiteral("Setting"), QStringLiteral("FormToSpreadSpace"), QStringLiteral("100"));
-    return std::clamp(library.toLong(text, 100), 0, kMaxSpreadSpaceTwips) / kTwipsPerPixel;
+    return platform::pixels(std::clamp(library.toLong(text, 100), 0, kMaxSpreadSpaceTwips));
+}
+
+platform::ColorRef namedColor(const clsLibrary& library, const char* name)
+{
+    return static_cast<platform::ColorRef>(library.StrToColor(QLatin1String(name), 0));
 }
 
 } // namespace
@@ -54,12 +67,18 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
     connect(&m_clsKX, &clsKX::LoadEvent, this, &frmMain::onLoadEvent);
     setupWindow();
+    program.library().makeLangList();
+    platform::WidgetPlacement placement(*this, kFormName);
+    program.library().loadFormSize(placement);
+    program.loadLanguageFile();
     const LastState last = LastState::load(program.library());
     initForm(last);
     m_sModel.clear();
     loadKXInfo(last.modelNo, last.modelString);
+    if (last.modelString.isEmpty())
+        program.library().tranForm(*m_controls);
     showGridOrHint();
-    startLink();
+    showLinkStatus();
 }
 
 frmMain::~frmMain()
@@ -67,15 +86,29 @@ frmMain::~frmMain()
     m_program.context().messages = nullptr;
 }
 
+void frmMain::start()
+{
+    if (!m_program.settings().m_bComm || modelPanel().isEmpty())
+        QTimer::singleShot(0, this, &frmMain::showCommSetting);
+}
+
 void frmMain::setupWindow()
 {
-    setObjectName(QStringLiteral("frmMain"));
+    setObjectName(kFormName);
     setWindowTitle(m_program.machine().folders.baseName());
-    resize(kFirstSize);
+    resize(kDesignedSize);
     setupGrid();
-    setupMenus();
+    m_menus = std::make_unique<MainMenus>(*menuBar());
     m_stbMain = new MainStatusBar(this);
     setStatusBar(m_stbMain);
+    connectMenus();
+    m_timer1.setSingleShot(true);
+    m_timer1.setInterval(kCommCheckMs);
+    connect(&m_timer1, &QTimer::timeout, this, [this] {
+        if (!m_program.settings().m_bComm)
+            showCommSetting();
+    });
+    registerControls();
 }
 
 void frmMain::setupGrid()
@@ -99,26 +132,21 @@ void frmMain::setupGrid()
     setCentralWidget(m_pages);
 }
 
-void frmMain::setupMenus()
+void frmMain::connectMenus()
 {
-    QAction* quit = addAction(QStringLiteral("mnuFile"), QStringLiteral("&File"), QStringLiteral("mnuFile_2"),
-                              QStringLiteral("E&xit"));
-    quit->setShortcut(QKeySequence::Quit);
-    connect(quit, &QAction::triggered, this, &frmMain::exitApp);
-    m_recv =
-        addAction(QStringLiteral("mnuKX"), QStringLiteral("&KX"), QStringLiteral("mnuKX_1"), QStringLiteral("&Recv"));
-    m_recv->setShortcut(Qt::Key_F5);
-    connect(m_recv, &QAction::triggered, this, [this] { getDataFromKX(); });
+    connect(m_menus->exit, &QAction::triggered, this, &frmMain::exitApp);
+    connect(m_menus->comm, &QAction::triggered, this, &frmMain::showCommSetting);
+    connect(m_menus->recv, &QAction::triggered, this, [this] { getDataFromKX(); });
+    connect(m_menus->option, &QAction::triggered, this, &frmMain::showOption);
+    connect(m_menus->version, &QAction::triggered, this, &frmMain::showVersion);
 }
 
-QAction* frmMain::addAction(const QString& menuName, const QString& menuTitle, const QString& name,
-                            const QString& title)
+void frmMain::registerControls()
 {
-    QMenu* menu = menuBar()->addMenu(menuTitle);
-    menu->setObjectName(menuName);
-    QAction* action = menu->addAction(title);
-    action->setObjectName(name);
-    return action;
+    m_controls = std::make_unique<platform::ControlRegistry>(*this, kFormName);
+    m_menus->registerAt(*m_controls);
+    m_controls->add(m_sprMain, m_sprMain->objectName());
+    m_controls->add(static_cast<QStatusBar*>(m_stbMain), m_stbMain->objectName());
 }
 
 void frmMain::initForm(const LastState& last)
@@ -129,19 +157,13 @@ void frmMain::initForm(const LastState& last)
     m_lDevNo = last.slaveAddress;
     m_MDBSTMode = last.transmissionMode;
     setModel(last.modelString);
+    m_sprMain->setSelectionColors(namedColor(m_program.library(), "vbHighlight"),
+                                  namedColor(m_program.library(), "vbHighlightText"));
     ModelCatalogue(m_program.library()).ensureBuiltIn();
     m_clsKX.setSpread(&m_grid);
     m_clsKX.Logs(&m_program.errorLog(), &m_program.traceLog());
     m_clsKX.setLib(&m_program.library());
     m_uclComm1.init(1, &m_program.library());
-}
-
-// The model and port of the settings count as confirmed when the port could be opened.
-void frmMain::startLink()
-{
-    const bool usable = !m_sModel.isEmpty() && m_uclComm1.State() != 0;
-    setState(usable ? MainState::Confirmed : MainState::NoConnection);
-    showLinkStatus();
 }
 
 void frmMain::setModel(const QString& modelString)
@@ -165,9 +187,15 @@ void frmMain::loadKXInfo(int lModelNo, const QString& sModel)
 
 void frmMain::tranForm()
 {
+    const bool isJapanese = m_program.context().languageFile == u"JP.txt";
+    m_helpFile = m_program.machine().folders.program() +
+                 (isJapanese ? QStringLiteral("\\VorlantJ.chm") : QStringLiteral("\\Vorlant.chm"));
+    m_program.library().tranForm(*m_controls);
     setState(MainState::NoConnection);
-    m_clsKX.load(m_lModelNo, &m_program.library(), m_sModel);
+    m_clsKX.load(m_lModelNo, &m_program.library(), modelPanel());
     showGridOrHint();
+    showLinkStatus();
+    showReadStatus();
 }
 
 void frmMain::getDataFromKX(const std::vector<clsBlock*>* colRefData)
@@ -183,6 +211,56 @@ void frmMain::getDataFromKX(const std::vector<clsBlock*>* colRefData)
     showReadStatus();
 }
 
+void frmMain::showCommSetting()
+{
+    if (m_comSet != nullptr || m_engine->isBusy())
+        return;
+    frmComSet dialog({*this, m_program.ports(), m_program.clock(), m_program.library(), m_program.settings(),
+                      *m_questions, QCoreApplication::arguments().mid(1).join(u' ')},
+                     this);
+    m_comSet = &dialog;
+    dialog.Logs(&m_program.errorLog(), &m_program.traceLog());
+    dialog.exec();
+    m_comSet = nullptr;
+    showLinkStatus();
+}
+
+void frmMain::setConfirmed(bool confirmed)
+{
+    setState(confirmed ? MainState::Confirmed : MainState::NoConnection);
+}
+
+void frmMain::takeOver(int slaveNo, int mode, int modelPosition, const QString& modelString)
+{
+    m_lDevNo = slaveNo;
+    m_MDBSTMode = mode;
+    loadKXInfo(modelPosition < 0 ? m_lModelNo : modelPosition + 1, modelString);
+    showLinkStatus();
+}
+
+void frmMain::showOption()
+{
+    if (m_option == nullptr)
+        m_option = std::make_unique<frmOption>(m_program.library(), m_program.settings(), *this);
+    m_option->Logs(&m_program.errorLog(), &m_program.traceLog());
+    m_option->showModeless(this, true);
+}
+
+void frmMain::showVersion()
+{
+    clsLibrary& library = m_program.library();
+    const auto place = [](QWidget& form) { return platform::WidgetPlacement(form, QStringLiteral("frmShowVersion")); };
+    if (m_version == nullptr)
+        m_version = std::make_unique<frmShowVersion>(
+            library, ProgramVersion::current(),
+            frmShowVersion::Layout{[&library, place](QWidget& form) {
+                                       platform::WidgetPlacement placement = place(form);
+                                       library.loadFormSize(placement);
+                                   },
+                                   [&library, place](QWidget& form) { library.saveFormSize(place(form)); }});
+    m_version->showModeless(this, true);
+}
+
 void frmMain::setState(MainState state)
 {
     m_eState = state;
@@ -192,11 +270,6 @@ void frmMain::setState(MainState state)
 QString frmMain::modelPanel() const
 {
     return m_stbMain->modelText();
-}
-
-void frmMain::showCommSetting()
-{
-    m_questions->showMessage(communicationNotice(m_program.settingsFile()), MessageStyle::kInformation, QString());
 }
 
 void frmMain::showLinkStatus()
@@ -222,11 +295,13 @@ void frmMain::showGridOrHint()
                                   m_program.library().translation());
     m_hint->setText(hint);
     m_pages->setCurrentWidget(hint.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
-    m_recv->setEnabled(hint.isEmpty());
+    m_menus->recv->setEnabled(hint.isEmpty());
 }
 
 void frmMain::onLoadEvent(int code, int number, const QString& text)
 {
+    if (!m_program.settings().m_bLoadView)
+        return;
     if (code == 0)
         m_progress->open(number, QStringLiteral("Initialize..."), text, false, false);
     else if (code == 1)
@@ -248,7 +323,10 @@ void frmMain::closeEvent(QCloseEvent* event)
         return;
     }
     m_engine->abort();
+    if (m_comSet != nullptr)
+        m_comSet->close();
     saveLastSetting();
+    m_program.library().saveFormSize(platform::WidgetPlacement(*this, kFormName));
     event->accept();
     Q_EMIT closed();
 }
@@ -257,8 +335,8 @@ bool frmMain::mayClose()
 {
     if (!m_askBeforeClosing || !m_program.settings().m_bViewEndConf)
         return true;
-    const int answer = m_questions->showMessage(QStringLiteral("Quit?"), MessageStyle::kYesNoExclamation, QString());
-    return answer != MessageResult::kNo;
+    const QString question = m_program.library().tranStr(QStringLiteral("Quit?"));
+    return m_questions->showMessage(question, MessageStyle::kYesNoExclamation) != MessageResult::kNo;
 }
 
 // The model that was selected, even when the last read found another controller: the grid belongs to it.

@@ -1,29 +1,41 @@
 #pragma once
 
+#include "ComSetOwner.h"
 #include "GridModel.h"
+#include "OptionOwner.h"
 #include "TransferEngine.h"
 #include "clsKX.h"
 #include "uclComm.h"
 
 #include <QDateTime>
 #include <QMainWindow>
+#include <QPointer>
+#include <QTimer>
 #include <memory>
 
+class MainMenus;
 class MainStatusBar;
+class MessagePresenter;
 class ProgramContext;
 class ProgressDialogView;
-class QAction;
 class QLabel;
 class QStackedWidget;
+class frmComSet;
+class frmOption;
+class frmShowVersion;
 struct LastState;
 
 namespace platform {
+class ControlRegistry;
 class vaSpread;
-}
+} // namespace platform
 
 // The main window: owns the grid, the loaded model, the serial link and the transfer engine, wires them and passes the
 // user's commands on. The program context is kept and outlives the window.
-class frmMain : public QMainWindow, public TransferShell
+//
+// Constructing it restores the last model's grid; start(), once the window is shown, asks for the communication
+// settings where they are needed.
+class frmMain : public QMainWindow, public TransferShell, public ComSetOwner, public OptionOwner
 {
     Q_OBJECT
 
@@ -32,17 +44,24 @@ public:
     explicit frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> questions = {});
     ~frmMain() override;
 
+    void start();
+
     void setModel(const QString& modelString); // the model string, shown in status bar panel 1
     // Switches the grid to another model; nothing happens when it is the current one.
     void loadKXInfo(int lModelNo, const QString& sModel);
-    // Rebuilds the grid for the current model.
-    void tranForm();
+    // The window in the language in use; rebuilds the grid for the current model.
+    void tranForm() override;
     void exitApp() { close(); }
     QString getOptStr(int lIndex) const { return m_clsKX.getOptStr(lIndex); }
     void getDataFromKX(const std::vector<clsBlock*>* colRefData = nullptr);
     void ProgCancel(int Index) { m_engine->ProgCancel(Index); }
+    // Opens the communication settings once the event at hand has ended, unless the program works off-line.
+    void doCommCheck() override { m_timer1.start(); }
+    void showOption();
+    void showVersion();
     // For a process that is asked to end: a running transfer is given up and nobody is asked.
     void closeWithoutQuestion();
+    QString helpFile() const { return m_helpFile; } // of the language in use, desktop path
 
     MainState state() const override { return m_eState; }
     void setState(MainState state) override;
@@ -51,6 +70,13 @@ public:
     QString modelPanel() const override;
     void setConnectedModel(const QString& modelString) override { m_sModel = modelString; }
     void showCommSetting() override;
+
+    uclComm& mainLink() override { return m_uclComm1; }
+    int modelNumber() const override { return m_lModelNo; }
+    QString currentModel() const override { return modelPanel(); }
+    void setConfirmed(bool confirmed) override;
+    void takeOver(int slaveNo, int mode, int modelPosition, const QString& modelString) override;
+    void startRead() override { getDataFromKX(); }
 
 Q_SIGNALS:
     void closed();
@@ -61,10 +87,9 @@ protected:
 private:
     void setupWindow();
     void setupGrid();
-    void setupMenus();
-    QAction* addAction(const QString& menuName, const QString& menuTitle, const QString& name, const QString& title);
+    void connectMenus();
+    void registerControls();
     void initForm(const LastState& last);
-    void startLink();
     void showLinkStatus();
     void showReadStatus();
     void showGridOrHint();
@@ -79,12 +104,17 @@ private:
     uclComm m_uclComm1;
     std::unique_ptr<ProgressDialogView> m_progress;
     std::unique_ptr<TransferEngine> m_engine;
+    std::unique_ptr<MainMenus> m_menus;
+    std::unique_ptr<platform::ControlRegistry> m_controls;
+    std::unique_ptr<frmOption> m_option;
+    std::unique_ptr<frmShowVersion> m_version;
+    QPointer<frmComSet> m_comSet; // while it is open
+    QTimer m_timer1;
 
     QStackedWidget* m_pages = nullptr;
     platform::vaSpread* m_sprMain = nullptr;
     QLabel* m_hint = nullptr;
     MainStatusBar* m_stbMain = nullptr;
-    QAction* m_recv = nullptr;
 
     int m_lModelNo = 1;
     QString m_sModel;
@@ -92,5 +122,6 @@ private:
     int m_MDBSTMode = 0;
     MainState m_eState = MainState::NoConnection;
     QDateTime m_readAt;
+    QString m_helpFile;
     bool m_askBeforeClosing = true;
 };

@@ -2,22 +2,49 @@
 
 #include "PaletteColors.h"
 #include "ProgramContext.h"
+#include "SingleInstance.h"
 #include "TerminationSignals.h"
 #include "frmMain.h"
 
 #include <QApplication>
+#include <QMessageBox>
+#include <QSessionManager>
+
+namespace {
+
+void tellStartedAlready(const clsLibrary& library)
+{
+    QMessageBox::critical(nullptr, QApplication::applicationName(),
+                          library.tranStr(QStringLiteral("It is started already.")));
+}
+
+// The window closes with its last state stored when the process is asked to end, or the user logs out.
+void endWith(QApplication& application, const platform::TerminationSignals& endRequest, frmMain& window)
+{
+    QObject::connect(&endRequest, &platform::TerminationSignals::requested, &window, &frmMain::closeWithoutQuestion);
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &window,
+                     [&window](QSessionManager&) { window.closeWithoutQuestion(); });
+    QObject::connect(&window, &frmMain::closed, &application, &QApplication::quit, Qt::QueuedConnection);
+}
+
+} // namespace
 
 int Main(int& argc, char* argv[])
 {
-    const QApplication application(argc, argv);
+    QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Vorlant"));
     QApplication::setQuitOnLastWindowClosed(false);
     const platform::PaletteColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
+    const platform::SingleInstance instance(QCoreApplication::applicationFilePath());
+    if (program.settings().m_bPrevInstance && !instance.isFirst()) {
+        tellStartedAlready(program.library());
+        return 0;
+    }
     frmMain window(program);
-    platform::TerminationSignals endRequest;
-    QObject::connect(&endRequest, &platform::TerminationSignals::requested, &window, &frmMain::closeWithoutQuestion);
-    QObject::connect(&window, &frmMain::closed, &application, &QApplication::quit, Qt::QueuedConnection);
+    const platform::TerminationSignals endRequest;
+    endWith(application, endRequest, window);
     window.show();
+    window.start();
     return QApplication::exec();
 }
