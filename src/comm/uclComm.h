@@ -48,9 +48,9 @@ public:
     // "" when the frame went out; else why not, and nothing was done.
     QString sendMsg(const QByteArray& bBuff, int lRecvSize);
 
-    int State() const { return static_cast<int>(m_state); }  // 0 closed, 1 idle, 3 waiting for a reply
+    int State() const { return static_cast<int>(m_state); } // 0 closed, 1 idle, 3 waiting for a reply
     QString errorText() const; // why the port is not open, with the remedy, in the user's language
-    QString device() const;                                  // of COMn; empty when there is none
+    QString device() const;    // of COMn; empty when there is none
     int timeOut() const { return m_timeOut; }
     void setTimeOut(int seconds) { m_timeOut = seconds; } // for this run, not stored
 

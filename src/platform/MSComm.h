@@ -30,8 +30,9 @@ enum class CommEvent {
 // The serial control: one port, event-driven, never blocking. Set the properties, open with setPortOpen(true), write
 // with Output(), and read with Input() when OnComm tells so. Properties may be changed while the port is closed; those
 // that the open port understands (settings, lines) take effect at once.
-// Why a port could not be opened or was lost. pattern names the port by %1 (its number) and %2 (its device, may be empty);
-// reason says why, with the remedy. Both are whole sentences or phrases of their own, so that they can be translated.
+// Why a port could not be opened or was lost. pattern names the port by %1 (its number) and %2 (its device, may be
+// empty); reason says why, with the remedy. Both are whole sentences or phrases of their own, so that they can be
+// translated.
 struct PortTrouble
 {
     QString pattern; // empty: all is well

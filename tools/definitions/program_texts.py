@@ -108,4 +108,22 @@ ENGLISH_WORDING = {
 }
 
 # Captions, fonts and tool tips by form: {section: [(key, English, Japanese), ...]}
-FORM_TEXTS = {}
+FORM_TEXTS = {
+    "frmMain": [("Caption", "Vorlant", "Vorlant")],
+    "frmProgbar": [("Caption", "Sending...", "転送中...")],
+    "frmMessageBox": [("Caption", "Vorlant", "Vorlant")],
+    "Caption": [
+        ("frmMain-FileMenu-0", "&File", "ファイル(&F)"),
+        ("frmMain-KXMenu-0", "&KX", "KX(&K)"),
+        ("frmMain-OptionMenu-0", "&Option", "オプション(&O)"),
+        ("frmMain-HelpMenu-0", "&Help", "ヘルプ(&H)"),
+        ("frmMain-mnuFile-2", "E&xit", "終了(&X)"),
+        ("frmMain-mnuKX-0", "&Communication settings...", "通信設定(&C)..."),
+        ("frmMain-mnuKX-1", "&Receive", "受信(&R)"),
+        ("frmMain-mnuOption-0", "&Options...", "オプション(&O)..."),
+        ("frmMain-mnuHelp-1", "&Version...", "バージョン情報(&V)..."),
+        ("frmProgbar-Label1-0", "It is forwarding it. Please wait for a while.",
+         "転送しています。しばらくお待ちください。"),
+        ("frmProgbar-cmdCancel-0", "Cancel", "キャンセル"),
+    ],
+}

@@ -284,6 +284,8 @@ void frmMain::showReadStatus()
 {
     const ReadStatus status{m_eState, m_engine->isBusy(),  m_program.settings().m_bComm, countUnread(m_clsKX),
                             m_readAt, m_engine->lastRead()};
+    // Before a read the cells hold the definition's defaults, which must not be taken for the controller's values.
+    m_sprMain->setPale(m_eState != MainState::UpToDate && !m_program.settings().m_bComm);
     const TranslateText tran = m_program.library().translation();
     m_stbMain->setStateText(readStatusText(status, tran), readStatusToolTip(status, tran));
 }

@@ -13,6 +13,7 @@ namespace platform {
 namespace {
 
 constexpr double kFrameWidth = 2;
+constexpr int kPaleAlpha = 150;
 constexpr double kMaxCellPixels = 10000; // a damaged width in a definition file stays within reach of the scroll bars
 
 int pixels(double size)
@@ -85,6 +86,22 @@ void vaSpread::paintEvent(QPaintEvent* event)
         return;
     QTableView::paintEvent(event);
     QPainter painter(viewport());
+    paintFrames(painter);
+    if (m_pale) {
+        QColor veil = palette().color(QPalette::Base);
+        veil.setAlpha(kPaleAlpha);
+        painter.fillRect(viewport()->rect(), veil);
+    }
+}
+
+void vaSpread::setPale(bool pale)
+{
+    m_pale = pale;
+    viewport()->update();
+}
+
+void vaSpread::paintFrames(QPainter& painter) const
+{
     for (const CellFrame& frame : m_grid->frames()) {
         const QRect first = visualRect(m_grid->index(frame.range.row - 1, frame.range.col - 1));
         const QRect last = visualRect(m_grid->index(std::min(frame.range.row2, m_grid->maxRows()) - 1,

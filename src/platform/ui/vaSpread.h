@@ -19,6 +19,8 @@ public:
     void setGrid(GridModel* grid); // kept, not owned
     GridModel* grid() const { return m_grid; }
     void setSelectionColors(ColorRef back, ColorRef fore);
+    // Pale while the cells hold something else than what they are there for.
+    void setPale(bool pale);
 
 Q_SIGNALS:
     void editChanged(int col, int row, const QString& text);
@@ -32,9 +34,11 @@ protected:
 
 private:
     void applySizes();
+    void paintFrames(QPainter& painter) const;
     void onClicked(const QModelIndex& index);
 
     GridModel* m_grid = nullptr;
+    bool m_pale = false;
     SpreadDelegate m_delegate;
     WidgetTextMeasure m_measure;
 };
