@@ -28,9 +28,9 @@ class Shell : public MessagePresenter, public ProgressView, public TransferShell
 {
 public:
     explicit Shell(int mode) : m_mode(mode) {}
-    int showMessage(const QString& text, int, const QString&) override
+    int present(const Message& message) override
     {
-        std::fprintf(stderr, "%s\n", qPrintable(text));
+        std::fprintf(stderr, "%s\n", qPrintable(message.prompt));
         return MessageResult::kOk;
     }
     void open(int, const QString&, const QString&, bool, bool) override {}

@@ -2,7 +2,7 @@
 
 #include "ComPorts.h"
 #include "ComSetOwner.h"
-#include "MessagePresenter.h"
+#include "Messages.h"
 #include "ModelCodes.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
@@ -17,7 +17,7 @@ constexpr int kLinkNumber = 1;
 } // namespace
 
 ComSetSession::ComSetSession(const Parts& parts, QObject* parent)
-    : QObject(parent), m_parts(parts), m_uclComm1(parts.ports, parts.clock),
+    : QObject(parent), m_parts(parts), m_uclComm1(parts.ports, parts.library.context().machine.clock),
       m_detection(m_uclComm1, parts.library, parts.commandLine)
 {
     connect(&m_detection, &ModelDetection::asking, this, &ComSetSession::asking);
@@ -157,7 +157,8 @@ bool ComSetSession::confirm(ComSetFields& fields)
 // Off-line the model string is taken as it is; on-line only the controller's own word counts.
 bool ComSetSession::isModelKnown(ComSetFields& fields)
 {
-    if (!m_parts.settings.m_bComm) {
+    const clsCfg* settings = m_parts.library.context().settings;
+    if (settings == nullptr || !settings->m_bComm) {
         const QString before = fields.modelString;
         fields.modelString.clear();
         const DetectionResult result = detect(fields);
@@ -193,5 +194,5 @@ void ComSetSession::dismiss()
 
 void ComSetSession::tell(const QString& text)
 {
-    m_parts.messages.showMessage(text, MessageStyle::kExclamation, QString());
+    m_parts.library.showMessage(text, MessageStyle::kExclamation);
 }

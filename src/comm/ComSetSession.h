@@ -10,12 +10,9 @@
 #include <optional>
 
 class ComSetOwner;
-class MessagePresenter;
-class clsCfg;
 class clsLibrary;
 
 namespace platform {
-class Clock;
 class ComPorts;
 } // namespace platform
 
@@ -50,10 +47,7 @@ public:
     {
         ComSetOwner& owner;
         const platform::ComPorts& ports;
-        platform::Clock& clock;
-        clsLibrary& library;
-        const clsCfg& settings;
-        MessagePresenter& messages;
+        clsLibrary& library; // with the settings and the presenter of its context
         QString commandLine; // see ModelDetection
     };
 

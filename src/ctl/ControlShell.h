@@ -4,9 +4,8 @@
 
 #include <QString>
 
-// The surroundings of a transfer without a window. The command given is the consent, so questions are answered yes; a
-// notice is kept for the one line that the command ends with.
-class ControlShell : public TransferShell, public MessagePresenter
+// The surroundings of a transfer without a window.
+class ControlShell : public TransferShell
 {
 public:
     ControlShell(const QString& modelString, int slaveAddress, int transmissionMode)
@@ -21,13 +20,9 @@ public:
     void setConnectedModel(const QString&) override {}
     void showCommSetting() override {}
 
-    int showMessage(const QString& text, int style, const QString& title) override;
-    QString lastNotice() const { return m_lastNotice; }
-
 private:
     QString m_modelString;
     int m_slaveAddress;
     int m_transmissionMode;
     MainState m_state = MainState::Confirmed;
-    QString m_lastNotice;
 };

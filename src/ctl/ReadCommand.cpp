@@ -15,7 +15,14 @@ CommandResult failed(ExitStatus status, const QString& line)
 
 ReadCommand::ReadCommand(ProgramContext& program, const CommandLine& line, ProgressView& progress)
     : m_program(program), m_line(line), m_progress(progress), m_controlLink(program, line), m_kx(program.library())
-{}
+{
+    m_program.context().messages = &m_messages;
+}
+
+ReadCommand::~ReadCommand()
+{
+    m_program.context().messages = nullptr;
+}
 
 CommandResult ReadCommand::run()
 {
@@ -77,8 +84,8 @@ CommandResult ReadCommand::loadModel()
 void ReadCommand::transfer()
 {
     ControlShell shell(m_model.modelString, m_controlLink.slaveAddress(), m_controlLink.transmissionMode());
-    m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{m_kx, m_controlLink.link(), m_program.settings(),
-                                                                      m_program.traceLog(), shell, m_progress, shell});
+    m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
+        m_kx, m_controlLink.link(), m_program.settings(), m_program.traceLog(), m_messages, m_progress, shell});
     connect(m_engine.get(), &TransferEngine::attemptFailed, this, &ReadCommand::onAttemptFailed);
     m_engine->getDataFromKX(nullptr);
 }

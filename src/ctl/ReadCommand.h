@@ -4,6 +4,7 @@
 #include "ControlLink.h"
 #include "ControlShell.h"
 #include "GridModel.h"
+#include "HeadlessMessages.h"
 #include "ModelChoice.h"
 #include "TransferEngine.h"
 #include "clsKX.h"
@@ -22,6 +23,7 @@ class ReadCommand : public QObject
 public:
     // All kept by reference.
     ReadCommand(ProgramContext& program, const CommandLine& line, ProgressView& progress);
+    ~ReadCommand() override;
 
     // Returns when the read has ended, dispatching events while it waits.
     CommandResult run();
@@ -46,6 +48,7 @@ private:
     ModelChoice m_model;
     platform::GridModel m_grid;
     clsKX m_kx;
+    HeadlessMessages m_messages;
     std::unique_ptr<TransferEngine> m_engine;
     bool m_interrupted = false;
     QString m_lostRequest; // the request that was given up, with the reason

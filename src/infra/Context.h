@@ -6,8 +6,9 @@
 
 class clsCfg;
 class clsLog;
+class MessagePresenter;
 
-// The process-wide values, owned by the entry procedure of each program and handed down by reference. The three
+// The process-wide values, owned by the entry procedure of each program and handed down by reference. The
 // pointers may be null until start-up has made the objects (or in a program that does without them).
 struct Context
 {
@@ -15,6 +16,7 @@ struct Context
     clsLog* errorLog = nullptr;
     clsLog* eventLog = nullptr;
     clsCfg* settings = nullptr;
-    QString languageFile;   // bare name of the language file in use
-    bool translates = true; // false: a program whose texts stay English (for scripts)
+    QString languageFile;                 // bare name of the language file in use
+    bool translates = true;               // false: a program whose texts stay English (for scripts)
+    MessagePresenter* messages = nullptr; // null: nobody is there to be asked
 };

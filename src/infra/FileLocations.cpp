@@ -25,3 +25,10 @@ clsINI mainSettings(Context& context)
     ini.setIniFileName(iniFileName(context.machine));
     return ini;
 }
+
+clsINI layoutFile(Context& context, const QString& name)
+{
+    clsINI ini = mainSettings(context);
+    ini.setIniFileName(name.isEmpty() ? context.machine.folders.baseName() + QStringLiteral("Pos.ini") : name);
+    return ini;
+}

@@ -16,3 +16,6 @@ QString iniFileName(const platform::Machine& machine);
 
 // Access to the main settings file. Needs "clsINI.h".
 clsINI mainSettings(Context& context);
+
+// Access to the layout file beside it, or to the file of that folder that is named. Needs "clsINI.h".
+clsINI layoutFile(Context& context, const QString& name = {});

@@ -1,11 +1,14 @@
 #include "clsLibrary.h"
 
 #include "Colours.h"
+#include "ColumnLayout.h"
 #include "Conversions.h"
 #include "FileLocations.h"
 #include "FilePaths.h"
 #include "FolderName.h"
+#include "MessageBoxPlan.h"
 #include "TextTools.h"
+#include "WindowLayout.h"
 #include "clsINI.h"
 #include "clsLog.h"
 
@@ -234,6 +237,35 @@ void clsLibrary::makeLangList()
 QString clsLibrary::getDefLangFile() const
 {
     return m_languages.defaultFile();
+}
+
+void clsLibrary::loadFormSize(platform::FormPlacement& oForm) const
+{
+    windowlayout::load(m_context, oForm);
+}
+
+void clsLibrary::saveFormSize(const platform::FormPlacement& oForm) const
+{
+    windowlayout::save(m_context, oForm);
+}
+
+void clsLibrary::loadColSize(platform::GridModel& oSpread, const QString& sName, const QString& sFileName) const
+{
+    columnlayout::load(m_context, oSpread, sName, sFileName);
+}
+
+void clsLibrary::saveColSize(const platform::GridModel& oSpread, const QString& sName, const QString& sFileName) const
+{
+    columnlayout::save(m_context, oSpread, sName, sFileName);
+}
+
+qint32 clsLibrary::showMessage(const QString& Prompt, qint32 Buttons, const QString& Title, qint32 lTimer) const
+{
+    if (m_context.messages != nullptr)
+        return m_context.messages->showMessage(Prompt, Buttons, Title, lTimer);
+    if (m_context.errorLog != nullptr)
+        m_context.errorLog->LogWrite(QStringLiteral("[LibraryError]showMessage: ") + Prompt);
+    return MessageBoxPlan(Buttons).defaultResult();
 }
 
 void clsLibrary::Logs(clsLog* objErrLog, clsLog* objTrcLog)

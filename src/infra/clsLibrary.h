@@ -11,8 +11,13 @@
 
 class clsLog;
 
+namespace platform {
+class FormPlacement;
+class GridModel;
+} // namespace platform
+
 // The shared helpers under their public names: a thin assembly of Conversions, FileLocations, FilePaths, TextTools,
-// Colours and Translator, bound to the process's context. One object serves the process.
+// Colours, Translator, WindowLayout and ColumnLayout, bound to the process's context. One object serves the process.
 class clsLibrary
 {
 public:
@@ -72,6 +77,16 @@ public:
     void tranForm(platform::Form& frmVal) const;
     void makeLangList();
     QString getDefLangFile() const;
+
+    // Layout of windows and grids (WindowLayout.h, ColumnLayout.h); an empty file name is the layout file's.
+    void loadFormSize(platform::FormPlacement& oForm) const;
+    void saveFormSize(const platform::FormPlacement& oForm) const;
+    void loadColSize(platform::GridModel& oSpread, const QString& sName, const QString& sFileName) const;
+    void saveColSize(const platform::GridModel& oSpread, const QString& sName, const QString& sFileName) const;
+
+    // A question or notice by the context's presenter (Messages.h), which knows the window that it belongs to; lTimer
+    // in seconds. Without a presenter it is a line of the error log and counts as answered by its default button.
+    qint32 showMessage(const QString& Prompt, qint32 Buttons, const QString& Title = {}, qint32 lTimer = 0) const;
 
     // Logs for the error and trace lines of this class ("[LibraryError]", "[LibraryTrace]").
     void Logs(clsLog* objErrLog, clsLog* objTrcLog);

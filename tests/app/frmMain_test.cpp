@@ -1,6 +1,7 @@
 #include "frmMain.h"
 
 #include "ProgramContext.h"
+#include "RecordingMessages.h"
 #include "ScriptedController.h"
 #include "SoundController.h"
 #include "vaSpread.h"
@@ -15,18 +16,6 @@
 #include <memory>
 
 namespace {
-
-struct Asked : MessagePresenter
-{
-    explicit Asked(QStringList& all, int& reply) : texts(all), answer(reply) {}
-    int showMessage(const QString& text, int, const QString&) override
-    {
-        texts << text;
-        return answer;
-    }
-    QStringList& texts;
-    int& answer;
-};
 
 const QByteArray kLastModel = "[Setting]\nLastModelNo=1\nLastModelString=KX41000000-10A\n";
 
@@ -45,7 +34,7 @@ protected:
         program = std::make_unique<ProgramContext>(paths, platform::Folders(paths, programFolder(), applicationData()),
                                                    QProcessEnvironment(), colors);
         program->ports().assign(1, device);
-        window = std::make_unique<frmMain>(*program, std::make_unique<Asked>(asked, answer));
+        window = std::make_unique<frmMain>(*program, std::make_unique<RecordingMessages>(asked));
         window->show();
     }
 
@@ -72,8 +61,7 @@ protected:
     platform::SystemColors colors;
     std::unique_ptr<ScriptedController> controller;
     std::unique_ptr<ProgramContext> program;
-    QStringList asked;
-    int answer = MessageResult::kYes;
+    RecordingMessages::Record asked;
     std::unique_ptr<frmMain> window;
 };
 
@@ -89,7 +77,7 @@ TEST_F(MainWindow, RecvFillsTheGrid)
     EXPECT_TRUE(panel("panelState").startsWith(u"read at ")) << qPrintable(panel("panelState"));
     EXPECT_EQ(panel("panelLink"), QStringLiteral("COM1 %1 9600,N,8,1 RTU slave 1").arg(controller->device()));
     EXPECT_TRUE(window->isEnabled());
-    EXPECT_TRUE(asked.isEmpty());
+    EXPECT_TRUE(asked.texts.isEmpty());
 }
 
 TEST_F(MainWindow, LostRequestLeavesItsCellEmpty)
@@ -105,9 +93,9 @@ TEST_F(MainWindow, OtherModelNamesTheSettings)
 {
     openWith([](const QByteArray& request) { return soundController::reply(request, "KX62000000-10A"); });
     recv()->trigger();
-    ASSERT_EQ(asked.size(), 2);
-    EXPECT_EQ(asked[0], u"Model number is different.");
-    EXPECT_TRUE(asked[1].contains(program->settingsFile()));
+    ASSERT_EQ(asked.texts.size(), 2);
+    EXPECT_EQ(asked.texts[0], u"Model number is different.");
+    EXPECT_TRUE(asked.texts[1].contains(program->settingsFile()));
     window->close();
     EXPECT_TRUE(settingsFile().contains("LastModelString=KX41000000-10A")) << "the grid is still that model's";
 }
@@ -118,7 +106,7 @@ TEST_F(MainWindow, MissingPortSaysSo)
     EXPECT_EQ(panel("panelState"), u"not connected");
     EXPECT_TRUE(panel("panelLink").startsWith(u"COM1 is closed: ")) << qPrintable(panel("panelLink"));
     recv()->trigger();
-    EXPECT_EQ(asked, QStringList{QStringLiteral("Reception error occurred.[-1]")});
+    EXPECT_EQ(asked.texts, QStringList{QStringLiteral("Reception error occurred.[-1]")});
 }
 
 TEST_F(MainWindow, RecvOpensAPortThatHasComeBack)
@@ -151,21 +139,21 @@ TEST_F(MainWindow, ClosingDuringAReadEndsIt)
     EXPECT_EQ(closed.count(), 1);
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(controller->requests(), 1);
-    EXPECT_TRUE(asked.isEmpty());
+    EXPECT_TRUE(asked.texts.isEmpty());
 }
 
 TEST_F(MainWindow, NoToQuitKeepsTheWindow)
 {
     openWith([](const QByteArray& request) { return soundController::reply(request); },
              kLastModel + "ShowProgramEndConfForm=True\n");
-    answer = MessageResult::kNo;
+    asked.answer = MessageResult::kNo;
     const QByteArray before = settingsFile();
     EXPECT_FALSE(window->close());
-    EXPECT_EQ(asked, QStringList{QStringLiteral("Quit?")});
+    EXPECT_EQ(asked.texts, QStringList{QStringLiteral("Quit?")});
     EXPECT_EQ(settingsFile(), before);
     window->closeWithoutQuestion();
     EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked.texts.size(), 1);
 }
 
 TEST_F(MainWindow, ClosingKeepsTheLastState)

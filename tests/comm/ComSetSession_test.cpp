@@ -2,7 +2,7 @@
 
 #include "ComSetOwner.h"
 #include "DetectionFixture.h"
-#include "MessagePresenter.h"
+#include "RecordingMessages.h"
 #include "clsCfg.h"
 
 namespace {
@@ -40,38 +40,32 @@ private:
     uclComm& m_link;
 };
 
-class Told : public MessagePresenter
-{
-public:
-    int showMessage(const QString& text, int style, const QString&) override
-    {
-        EXPECT_EQ(style, MessageStyle::kExclamation);
-        texts << text;
-        return MessageResult::kOk;
-    }
-    QStringList texts;
-};
-
 class Session : public DetectionFixture
 {
 protected:
-    // settings: lines of section "Comm1".
-    ComSetFields open(const QByteArray& settings = {})
+    Session()
     {
-        writeSettings(kCatalogue + "[Comm1]\n" + settings);
+        box.context.settings = &settings;
+        box.context.messages = &messages;
+    }
+
+    // lines: of section "Comm1".
+    ComSetFields open(const QByteArray& lines = {})
+    {
+        writeSettings(kCatalogue + "[Comm1]\n" + lines);
         mainLink = std::make_unique<uclComm>(ports, box.clock);
         mainLink->init(1, &library);
         if (!owner)
             owner = std::make_unique<Owner>(*mainLink);
-        session = std::make_unique<ComSetSession>(
-            ComSetSession::Parts{*owner, ports, box.clock, library, settings_, told, QString()});
+        session = std::make_unique<ComSetSession>(ComSetSession::Parts{*owner, ports, library, QString()});
         return session->open();
     }
 
     std::unique_ptr<uclComm> mainLink;
     std::unique_ptr<Owner> owner;
-    clsCfg settings_;
-    Told told;
+    clsCfg settings;
+    RecordingMessages::Record told;
+    RecordingMessages messages{told};
     std::unique_ptr<ComSetSession> session;
 };
 
@@ -231,7 +225,7 @@ TEST_P(SessionCheck, OnOk)
     const Check& row = GetParam();
     plug(row.answer, row.answer);
     ComSetFields fields = open();
-    settings_.m_bComm = row.offLine;
+    settings.m_bComm = row.offLine;
     fields.modelString = QString::fromLatin1(row.modelString);
     EXPECT_EQ(session->confirm(fields), row.valid);
     EXPECT_EQ(owner->states, QList<int>{row.valid ? 1 : 0});
@@ -259,7 +253,7 @@ TEST_F(Session, OffLineTheSlaveNumberIsCheckedToo)
 {
     plug(kSilent);
     ComSetFields fields = open();
-    settings_.m_bComm = true;
+    settings.m_bComm = true;
     fields.slaveText = QStringLiteral("100");
     EXPECT_FALSE(session->confirm(fields));
     EXPECT_EQ(told.texts, QStringList{QString::fromLatin1(kRange)});

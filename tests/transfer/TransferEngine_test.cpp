@@ -40,10 +40,10 @@ QByteArray soundReply(const QByteArray& request)
 class Recorder : public MessagePresenter, public ProgressView, public TransferShell
 {
 public:
-    int showMessage(const QString& text, int style, const QString&) override
+    int present(const Message& message) override
     {
-        messages << text;
-        styles << style;
+        messages << message.prompt;
+        styles << message.style;
         return answer;
     }
     void open(int maximum, const QString&, const QString&, bool disableOwner, bool cancelButton) override

@@ -1,5 +1,9 @@
 #include "frmProgbar.h"
 
+#include "TestMachine.h"
+#include "clsLibrary.h"
+
+#include <QFile>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -195,6 +199,34 @@ TEST_F(Progress, StartsAgainAtNothing)
     open();
     EXPECT_EQ(bar()->value(), 0);
     EXPECT_EQ(bar()->maximum(), 5);
+}
+
+TEST_F(Progress, GrowsForALongText)
+{
+    open();
+    dialog->setText(QStringLiteral("no sound answer to Main: Direct 8000, attempt 3 of 6; ").repeated(8));
+    QCoreApplication::processEvents();
+    const auto* label = dialog->findChild<QLabel*>(QStringLiteral("Label1"));
+    EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+}
+
+TEST_F(Progress, SpeaksTheLanguageInUse)
+{
+    TestMachine box;
+    box.context.languageFile = QStringLiteral("XX.txt");
+    clsLibrary library(box.context);
+    QFile file(box.path(QStringLiteral("C:\\Vorlant\\Lang\\XX.txt")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[Language]\r\nSending...=送信中...\r\nWait=お待ちください。\r\n"
+               "[Caption]\r\nfrmProgbar-cmdCancel-0=キャンセル\r\n");
+    file.close();
+    dialog->setLib(&library);
+    open();
+    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("送信中..."));
+    EXPECT_EQ(dialog->findChild<QLabel*>(QStringLiteral("Label1"))->text(), QStringLiteral("お待ちください。"));
+    EXPECT_EQ(cancel()->text(), QStringLiteral("キャンセル"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("frmProgbar-Label1-0=It is forwarding it. Please wait for a while."));
 }
 
 TEST_F(Progress, PendingEventsRunAtEachStep)

@@ -2,7 +2,7 @@
 
 #include "frmProgbar.h"
 
-ProgressDialogView::ProgressDialogView(QWidget& owner) : m_owner(owner) {}
+ProgressDialogView::ProgressDialogView(QWidget& owner, clsLibrary& library) : m_owner(owner), m_library(library) {}
 
 ProgressDialogView::~ProgressDialogView() = default;
 
@@ -11,6 +11,7 @@ void ProgressDialogView::open(int maximum, const QString& title, const QString& 
 {
     if (m_dialog == nullptr) {
         m_dialog = std::make_unique<frmProgbar>();
+        m_dialog->setLib(&m_library);
         connect(m_dialog.get(), &frmProgbar::ProgCancel, this, &ProgressDialogView::cancelled);
     }
     m_dialog->showModeless(&m_owner, maximum, title, text, 0, disableOwner, cancelButton);

@@ -6,15 +6,17 @@
 #include <memory>
 
 class QWidget;
+class clsLibrary;
 class frmProgbar;
 
-// The progress dialog over the window given, made at its first use. The owner is kept, not owned.
+// The progress dialog over the window given, made at its first use. Owner and library are
+// kept, not owned.
 class ProgressDialogView : public QObject, public ProgressView
 {
     Q_OBJECT
 
 public:
-    explicit ProgressDialogView(QWidget& owner);
+    ProgressDialogView(QWidget& owner, clsLibrary& library);
     ~ProgressDialogView() override;
 
     void open(int maximum, const QString& title, const QString& text, bool disableOwner, bool cancelButton) override;
@@ -27,5 +29,6 @@ Q_SIGNALS:
 
 private:
     QWidget& m_owner;
+    clsLibrary& m_library;
     std::unique_ptr<frmProgbar> m_dialog;
 };

@@ -4,7 +4,7 @@
 #include "LastState.h"
 #include "LinkStatus.h"
 #include "MainStatusBar.h"
-#include "MessageBoxQuestions.h"
+#include "MessageBoxPresenter.h"
 #include "ModelCatalogue.h"
 #include "ProgramContext.h"
 #include "ProgressDialogView.h"
@@ -42,10 +42,12 @@ int spreadSpacePixels(clsLibrary& library)
 
 frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> questions)
     : m_program(program), m_questions(std::move(questions)), m_clsKX(program.library()),
-      m_uclComm1(program.ports(), program.clock()), m_progress(std::make_unique<ProgressDialogView>(*this))
+      m_uclComm1(program.ports(), program.clock()),
+      m_progress(std::make_unique<ProgressDialogView>(*this, program.library()))
 {
     if (m_questions == nullptr)
-        m_questions = std::make_unique<MessageBoxQuestions>(this);
+        m_questions = std::make_unique<MessageBoxPresenter>(program.library(), this);
+    program.context().messages = m_questions.get();
     m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
         m_clsKX, m_uclComm1, program.settings(), program.traceLog(), *m_questions, *m_progress, *this});
     connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
@@ -59,7 +61,10 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     startLink();
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain()
+{
+    m_program.context().messages = nullptr;
+}
 
 void frmMain::setupWindow()
 {

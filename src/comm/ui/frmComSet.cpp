@@ -45,7 +45,7 @@ QHBoxLayout* sideBySide(QWidget* first, QWidget* second)
 } // namespace
 
 frmComSet::frmComSet(const ComSetSession::Parts& parts, QWidget* parent)
-    : QDialog(parent), m_library(parts.library), m_session(parts)
+    : QDialog(parent), m_library(parts.library), m_session(parts), m_placement(*this, QStringLiteral("frmComSet"))
 {
     setupForm();
     setupTabOrder();
@@ -54,6 +54,7 @@ frmComSet::frmComSet(const ComSetSession::Parts& parts, QWidget* parent)
     nameFields();
     fill(m_session.open());
     connectControls();
+    m_library.loadFormSize(m_placement);
     m_port->setFocus();
 }
 
@@ -332,4 +333,12 @@ void frmComSet::closeEvent(QCloseEvent* event)
         return; // hidden: OK is at work, or all is done
     m_session.stop();
     leave();
+}
+
+// Hidden by whatever way; a minimised dialog is still open.
+void frmComSet::hideEvent(QHideEvent* event)
+{
+    if (!event->spontaneous())
+        m_library.saveFormSize(m_placement);
+    QDialog::hideEvent(event);
 }

@@ -10,8 +10,8 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-frmShowVersion::frmShowVersion(const clsLibrary& library, const ProgramVersion& version, Layout layout)
-    : m_library(library), m_version(version), m_layout(std::move(layout))
+frmShowVersion::frmShowVersion(const clsLibrary& library, const ProgramVersion& version)
+    : m_library(library), m_version(version), m_placement(*this, QStringLiteral("frmShowVersion"))
 {
     setupForm();
     m_registry = std::make_unique<platform::ControlRegistry>(*this, QStringLiteral("frmShowVersion"));
@@ -67,8 +67,7 @@ void frmShowVersion::loadForm()
     setWindowTitle(m_library.tranStr(QStringLiteral("VersionInfo")));
     m_title->setText(m_library.tranStr(m_library.context().machine.folders.baseName()));
     m_text->setText(m_version.text(m_library));
-    if (m_layout.load)
-        m_layout.load(*this);
+    m_library.loadFormSize(m_placement); // a stored place goes before the middle of the screen
 }
 
 void frmShowVersion::centre()
@@ -82,8 +81,7 @@ void frmShowVersion::hideEvent(QHideEvent* event)
 {
     if (!event->spontaneous()) {
         m_owner.release();
-        if (m_layout.save)
-            m_layout.save(*this);
+        m_library.saveFormSize(m_placement);
     }
     QDialog::hideEvent(event);
 }

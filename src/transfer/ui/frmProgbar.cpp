@@ -1,6 +1,7 @@
 #include "frmProgbar.h"
 
 #include "EventWait.h"
+#include "clsLibrary.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -22,6 +23,12 @@ frmProgbar::frmProgbar(QWidget* parent)
     : QDialog(parent), m_label(new QLabel(this)), m_bar(new QProgressBar(this)),
       m_cancel(new QPushButton(QStringLiteral("Cancel"), this))
 {
+    setupControls();
+    connect(m_cancel, &QPushButton::clicked, this, [this] { Q_EMIT ProgCancel(m_index); });
+}
+
+void frmProgbar::setupControls()
+{
     setObjectName(QStringLiteral("frmProgbar"));
     setWindowTitle(QStringLiteral("Sending..."));
     m_label->setObjectName(QStringLiteral("Label1"));
@@ -35,7 +42,10 @@ frmProgbar::frmProgbar(QWidget* parent)
     layout->addWidget(m_bar);
     layout->addWidget(m_cancel, 0, Qt::AlignRight);
     setMinimumWidth(kMinimumWidth);
-    connect(m_cancel, &QPushButton::clicked, this, [this] { Q_EMIT ProgCancel(m_index); });
+    m_controls = std::make_unique<platform::ControlRegistry>(*this, objectName());
+    for (QWidget* control :
+         {static_cast<QWidget*>(m_label), static_cast<QWidget*>(m_bar), static_cast<QWidget*>(m_cancel)})
+        m_controls->add(control, control->objectName());
 }
 
 frmProgbar::~frmProgbar()
@@ -59,13 +69,20 @@ void frmProgbar::showModeless(QWidget* Owner, int lMax, const QString& sTitle, c
     m_cancel->setVisible(bCButton);
     if (Owner != nullptr)
         Owner->setEnabled(!bDisable);
-    setWindowTitle(sTitle);
-    m_label->setText(sLabel);
+    translate(sTitle, sLabel);
     m_bar->setRange(0, std::max(lMax, 1));
     m_bar->setValue(0);
     adjustSize();
     placeOver(Owner);
     show();
+}
+
+void frmProgbar::translate(const QString& title, const QString& label)
+{
+    if (m_library != nullptr)
+        m_library->tranForm(*m_controls);
+    setWindowTitle(m_library != nullptr ? m_library->tranStr(title) : title);
+    m_label->setText(m_library != nullptr ? m_library->tranStr(label) : label);
 }
 
 void frmProgbar::placeOver(const QWidget* owner)
@@ -89,6 +106,9 @@ void frmProgbar::setPos(int lPos)
 void frmProgbar::setText(const QString& text)
 {
     m_label->setText(text);
+    const int needed = layout()->totalHeightForWidth(width());
+    if (needed > height())
+        resize(width(), needed);
 }
 
 void frmProgbar::unloadForm()

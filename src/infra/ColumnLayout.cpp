@@ -1,0 +1,41 @@
+#include "ColumnLayout.h"
+
+#include "Conversions.h"
+#include "FileLocations.h"
+#include "GridModel.h"
+#include "Numbers.h"
+#include "clsINI.h"
+
+namespace {
+
+constexpr double kWidest = 500; // average characters
+
+QString keyOf(int column)
+{
+    return QStringLiteral("SPCOLWIDTH") + QString::number(column);
+}
+
+} // namespace
+
+void columnlayout::load(Context& context, platform::GridModel& grid, const QString& section, const QString& fileName)
+{
+    platform::ProfileStore::Batch batch(context.machine.profiles);
+    clsINI ini = layoutFile(context, fileName);
+    grid.beginUpdate();
+    for (int column = 0; column <= grid.maxCols(); ++column) {
+        const double current = grid.colWidth(column);
+        const QString text = ini.GetIniData(section, keyOf(column), platform::doubleText(current));
+        const double stored = convert::toDouble(text, current);
+        grid.setColWidth(column, stored >= 0 && stored <= kWidest ? stored : current);
+    }
+    grid.endUpdate();
+}
+
+void columnlayout::save(Context& context, const platform::GridModel& grid, const QString& section,
+                        const QString& fileName)
+{
+    platform::ProfileStore::Batch batch(context.machine.profiles);
+    clsINI ini = layoutFile(context, fileName);
+    for (int column = 0; column <= grid.maxCols(); ++column)
+        ini.PutIniData(section, keyOf(column), grid.colWidth(column));
+}

@@ -1,0 +1,249 @@
+#include "frmMessageBox.h"
+
+#include "MessageBoxPresenter.h"
+#include "TestMachine.h"
+#include "clsLibrary.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+class MessageBox : public ::testing::Test
+{
+protected:
+    MessageBox()
+    {
+        box.context.languageFile = QStringLiteral("XX.txt");
+        owner.setGeometry(100, 100, 600, 400);
+        owner.show();
+    }
+
+    // What the user does when the box has come up; returns the box's answer.
+    int ask(const QString& prompt, int style, const std::function<void()>& user, int seconds = 0)
+    {
+        QTimer::singleShot(0, &form, [&] {
+            user();
+            if (form.isVisible()) {
+                ADD_FAILURE() << "the box did not close";
+                form.accept();
+            }
+        });
+        return form.MsgBox(prompt, style, QString(), &owner, seconds);
+    }
+    int ask(int style, const std::function<void()>& user, int seconds = 0)
+    {
+        return ask(QStringLiteral("It reads out from the KX?"), style, user, seconds);
+    }
+
+    QPushButton* button(int index) { return form.findChild<QPushButton*>(QStringLiteral("cmdCommand_%1").arg(index)); }
+    QLabel* label() { return form.findChild<QLabel*>(QStringLiteral("lblMessage")); }
+    QString file(const char* name) const { return box.path(QLatin1String(name)); }
+    void write(const QString& path, const QByteArray& bytes)
+    {
+        QFile out(path);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size());
+    }
+    QByteArray content(const QString& path) const
+    {
+        QFile in(path);
+        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+    }
+
+    TestMachine box;
+    clsLibrary library{box.context};
+    QWidget owner;
+    frmMessageBox form{library};
+};
+
+struct Answer
+{
+    const char* name;
+    int style;
+    std::function<void(QWidget& form, QPushButton* focused)> user;
+    int result;
+};
+
+class MessageAnswer : public MessageBox, public ::testing::WithParamInterface<Answer>
+{};
+
+TEST_P(MessageAnswer, IsTheButtonsCode)
+{
+    const int result =
+        ask(GetParam().style, [this] { GetParam().user(form, qobject_cast<QPushButton*>(form.focusWidget())); });
+    EXPECT_EQ(result, GetParam().result);
+}
+
+const auto kEscape = [](QWidget& form, QPushButton*) { QTest::keyClick(&form, Qt::Key_Escape); };
+const auto kClose = [](QWidget& form, QPushButton*) { form.close(); };
+const auto kEnter = [](QWidget& form, QPushButton*) { QTest::keyClick(&form, Qt::Key_Return); };
+const auto kFocused = [](QWidget&, QPushButton* focused) {
+    if (focused != nullptr)
+        QTest::keyClick(focused, Qt::Key_Space);
+};
+
+std::function<void(QWidget& form, QPushButton*)> click(int index)
+{
+    return [index](QWidget& form, QPushButton*) {
+        auto* button = form.findChild<QPushButton*>(QStringLiteral("cmdCommand_%1").arg(index));
+        QTest::mouseClick(button, Qt::LeftButton);
+    };
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, MessageAnswer,
+    ::testing::Values(Answer{"Yes", 4 + 32 + 256, click(0), 6}, Answer{"No", 4, click(1), 7},
+                      Answer{"Third", 2, click(2), 5}, Answer{"EnterTakesTheFirst", 4, kEnter, 6},
+                      Answer{"EnterTakesTheDefault", 4 + 256, kEnter, 7},
+                      Answer{"SpaceTakesTheDefault", 3 + 512, kFocused, 2}, Answer{"EscapeCancels", 3, kEscape, 2},
+                      Answer{"EscapeSaysNo", 4, kEscape, 7}, Answer{"EscapeFromANotice", 16, kEscape, 1},
+                      Answer{"EscapeStops", 2, kEscape, 3}, Answer{"CloseButtonSaysNo", 4 + 48, kClose, 7}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(MessageBox, TextsComeFromTheLanguageFile)
+{
+    write(file("C:\\Vorlant\\Lang\\XX.txt"), "[Language]\r\nYes=はい(&Y)\r\nNo=いいえ(&N)\r\n");
+    ask(QStringLiteral("Weiter?vbCrLf<b>"), 4, [this] {
+        EXPECT_EQ(button(0)->text(), QStringLiteral("はい(&Y)"));
+        EXPECT_EQ(button(1)->text(), QStringLiteral("いいえ(&N)"));
+        EXPECT_EQ(label()->text(), QStringLiteral("Weiter?\n<b>")) << "the caller translates the prompt";
+        EXPECT_EQ(form.windowTitle(), u"Vorlant");
+        form.reject();
+    });
+    EXPECT_TRUE(content(file("C:\\Vorlant\\Lang\\XX.txt")).contains("frmMessageBox-cmdCommand-2="));
+}
+
+TEST_F(MessageBox, IsSetUpAnewForEachMessage)
+{
+    ask(2, [this] {
+        EXPECT_TRUE(button(2)->isVisible());
+        EXPECT_NEAR(button(1)->x() - button(0)->x(), 1600 / 15, 1);
+        EXPECT_NEAR(button(2)->x() - button(0)->x(), 3200 / 15, 1);
+        QTest::mouseClick(button(2), Qt::LeftButton);
+    });
+    const int result = ask(QString(20, u'\n'), 64, [this] {
+        EXPECT_TRUE(button(0)->isVisible());
+        EXPECT_FALSE(button(1)->isVisible());
+        EXPECT_FALSE(button(2)->isVisible());
+        EXPECT_GT(button(0)->y(), 300);
+        form.close();
+    });
+    EXPECT_EQ(result, 1) << "not the button of the message before";
+    ask(0, [this] {
+        EXPECT_EQ(button(0)->y(), 72) << "low again";
+        form.accept();
+    });
+}
+
+TEST_F(MessageBox, ClosesItselfWithItsDefaultButton)
+{
+    bool early = false;
+    const int result = ask(
+        4 + 256,
+        [&] {
+            box.clock.advance(4999);
+            early = !form.isVisible();
+            box.clock.advance(1);
+        },
+        5);
+    EXPECT_FALSE(early);
+    EXPECT_EQ(result, 7);
+}
+
+TEST_F(MessageBox, WithoutATimeLimitItStays)
+{
+    for (const int seconds : {0, -1}) {
+        ask(
+            0,
+            [this, seconds] {
+                box.clock.advance(1000 * 3600);
+                EXPECT_TRUE(form.isVisible()) << seconds;
+                form.close();
+            },
+            seconds);
+    }
+}
+
+TEST_F(MessageBox, KeepsItsPlaceInTheLayoutFile)
+{
+    QPoint at;
+    ask(0, [&] {
+        at = form.pos();
+        form.close();
+    });
+    const QByteArray saved = content(file("C:\\Users\\AppData\\Vorlan\\VorlantPos.ini"));
+    EXPECT_TRUE(saved.contains("[frmMessageBox]\r\nLEFT=" + QByteArray::number(at.x() * 15))) << saved.toStdString();
+}
+
+struct Prompt
+{
+    const char* name;
+    QString text;
+};
+
+class MessageRoom : public MessageBox, public ::testing::WithParamInterface<Prompt>
+{};
+
+TEST_P(MessageRoom, NothingIsCut)
+{
+    write(file("C:\\Vorlant\\Lang\\XX.txt"),
+          "[Language]\r\nStop=処理を途中で中止します(&S)\r\nDisregard=Ignorieren\r\n");
+    ask(GetParam().text, 2, [this] {
+        const QRect room = form.screen()->availableGeometry();
+        EXPECT_TRUE(room.contains(form.geometry())) << form.width() << "x" << form.height();
+        EXPECT_GE(label()->height(), label()->heightForWidth(label()->width()));
+        const QRect area = label()->parentWidget()->parentWidget()->geometry();
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_TRUE(form.rect().contains(button(i)->geometry())) << i;
+            EXPECT_GE(button(i)->width(), button(i)->sizeHint().width()) << i;
+            EXPECT_LE(area.bottom(), button(i)->y()) << i;
+            EXPECT_TRUE(i == 0 || button(i)->x() > button(i - 1)->geometry().right()) << i;
+        }
+        form.reject();
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, MessageRoom,
+    ::testing::Values(Prompt{"Empty", QString()}, Prompt{"Short", QStringLiteral("OK?")},
+                      Prompt{"OneLongLine", QStringLiteral("Please acquire the up-to-date data. ").repeated(30)},
+                      Prompt{"Japanese", QStringLiteral("最新のデータを機器から取得してください。").repeated(30)},
+                      Prompt{"OneLongWord", QString(400, u'W')},
+                      Prompt{"ManyLines", QStringLiteral("x\n").repeated(200)}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(MessageBox, AWiderPromptMakesAWiderBox)
+{
+    ask(QStringLiteral("Please acquire the up-to-date data from the equipment."), 0, [this] {
+        EXPECT_NEAR(form.width(), label()->width() + 2420 / 15, 1);
+        form.close();
+    });
+}
+
+TEST_F(MessageBox, PresenterAsksOverItsWindowAndWhileABoxIsOpen)
+{
+    MessageBoxPresenter presenter(library, &owner);
+    int inner = 0;
+    QTimer::singleShot(0, &owner, [&] {
+        QWidget* outer = QApplication::activeModalWidget();
+        ASSERT_NE(outer, nullptr);
+        EXPECT_EQ(outer->x() - owner.x(), (owner.width() - outer->width()) / 2);
+        EXPECT_EQ(outer->y() - owner.y(), (owner.height() - outer->height()) / 3);
+        QTimer::singleShot(0, &owner, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+        inner = presenter.showMessage(QStringLiteral("Quit?"), MessageStyle::kYesNo);
+        EXPECT_TRUE(outer->isVisible());
+        QTest::keyClick(outer, Qt::Key_Return);
+    });
+    EXPECT_EQ(presenter.showMessage(QStringLiteral("Failed."), MessageStyle::kCritical), MessageResult::kOk);
+    EXPECT_EQ(inner, MessageResult::kNo);
+}
+
+} // namespace
