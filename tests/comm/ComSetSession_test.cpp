@@ -1,8 +1,8 @@
 #include "ComSetSession.h"
 
-#include "ComSetOwner.h"
 #include "DetectionFixture.h"
 #include "RecordingMessages.h"
+#include "RecordingOwner.h"
 #include "clsCfg.h"
 
 namespace {
@@ -12,33 +12,6 @@ const char* const kKX620 = "KX62000000-10A";
 const char* const kRange = "It is outside the setting range.[ 1 <= X <= 99 ]";
 const char* const kNoResponse = "There was no response.";
 const char* const kOtherModel = "It does not correspond to this model.";
-
-class Owner : public ComSetOwner
-{
-public:
-    explicit Owner(uclComm& link) : m_link(link) {}
-    uclComm& mainLink() override { return m_link; }
-    int slaveAddress() const override { return slave; }
-    int transmissionMode() const override { return mode; }
-    int modelNumber() const override { return number; }
-    QString currentModel() const override { return model; }
-    void setConfirmed(bool confirmed) override { states << (confirmed ? 1 : 0); }
-    void takeOver(int slaveNo, int newMode, int modelPosition, const QString& modelString) override
-    {
-        calls << QStringLiteral("take %1,%2,%3,%4").arg(slaveNo).arg(newMode).arg(modelPosition).arg(modelString);
-    }
-    void startRead() override { calls << QStringLiteral("read, link %1").arg(m_link.State()); }
-
-    int slave = 7;
-    int mode = 0;
-    int number = 2;
-    QString model = QStringLiteral("KX41300000-10A");
-    QList<int> states;
-    QStringList calls;
-
-private:
-    uclComm& m_link;
-};
 
 class Session : public DetectionFixture
 {
@@ -56,13 +29,13 @@ protected:
         mainLink = std::make_unique<uclComm>(ports, box.clock);
         mainLink->init(1, &library);
         if (!owner)
-            owner = std::make_unique<Owner>(*mainLink);
+            owner = std::make_unique<RecordingOwner>(*mainLink);
         session = std::make_unique<ComSetSession>(ComSetSession::Parts{*owner, ports, library, QString()});
         return session->open();
     }
 
     std::unique_ptr<uclComm> mainLink;
-    std::unique_ptr<Owner> owner;
+    std::unique_ptr<RecordingOwner> owner;
     clsCfg settings;
     RecordingMessages::Record told;
     RecordingMessages messages{told};

@@ -43,7 +43,7 @@ TEST(CommandLine, HelpListsEveryOptionAndCommand)
 {
     EXPECT_EQ(parseCommandLine(words("--help")).line.command, Command::Help);
     EXPECT_EQ(parseCommandLine(words("--version read")).line.command, Command::Version);
-    for (const char* word : {"models", "ports", "read", "--port", "--speed", "--chara", "--mode", "--slave", "--model",
+    for (const char* word : {"models", "ports", "detect", "read", "--port", "--speed", "--chara", "--mode", "--slave", "--model",
                              "--timeout", "--quiet", "-o FILE", "--as"})
         EXPECT_TRUE(helpText().contains(QString::fromLatin1(word))) << word;
 }
