@@ -268,6 +268,30 @@ TEST_F(ComSet, OkAsksTheControllerAndReads)
     EXPECT_EQ(owner->states.size(), 1);
 }
 
+TEST_F(ComSet, ExecEndsAfterTheRead)
+{
+    open({});
+    dialog->hide();
+    QTimer::singleShot(0, dialog.get(), [this] { click("Command1_0"); });
+    EXPECT_EQ(dialog->exec(), QDialog::Accepted);
+    EXPECT_EQ(owner->calls.size(), 2);
+    EXPECT_EQ(mainLink->State(), 1);
+}
+
+TEST_F(ComSet, TroubleMakesRoomForItself)
+{
+    open({});
+    const int before = dialog->height();
+    ports.assign(2, QStringLiteral("/dev/serial/by-id/") + QString(60, u'x'));
+    find<QComboBox>("Combo1")->setCurrentIndex(1);
+    EXPECT_FALSE(find<QLabel>("lblTrouble")->isVisible()) << "not tried yet";
+    click("Command2");
+    auto* trouble = find<QLabel>("lblTrouble");
+    EXPECT_TRUE(trouble->isVisible());
+    EXPECT_GT(dialog->height(), before);
+    EXPECT_GE(trouble->height(), trouble->heightForWidth(trouble->width()));
+}
+
 TEST_F(ComSet, OkWithoutAnAnswerKeepsTheDialog)
 {
     open({kKX620, 2});

@@ -60,6 +60,7 @@ private:
     ComSetFields readFields() const;
     void showFields(const ComSetFields& fields);
     void showPortTrouble();
+    void growForTrouble();
     void showProgress(const QString& address);
     void hideProgress();
     void enableControls(bool enabled);

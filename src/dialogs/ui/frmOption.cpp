@@ -172,6 +172,7 @@ void frmOption::showModeless(QWidget* frmOwner, bool bDisable)
     platform::nameField(*m_languages, m_frames[0]->title());
     platform::nameField(*m_tabs, windowTitle());
     fill();
+    adjustSize();
     m_library.loadFormSize(m_placement);
     show();
     m_languages->setFocus();

@@ -42,12 +42,16 @@ void frmShowVersion::setupForm()
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
     auto* layout = new QVBoxLayout(this);
+    // Room around the few words, whatever their font.
+    const int space = fontMetrics().height();
+    layout->setContentsMargins(4 * space, space, 4 * space, space);
+    layout->setSpacing(space / 2);
     layout->addStretch();
     layout->addWidget(m_title);
     layout->addWidget(m_text);
+    layout->addSpacing(space / 2);
     layout->addStretch();
     layout->addWidget(m_exit, 0, Qt::AlignHCenter);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 40);
 }
 
 void frmShowVersion::showModeless(QWidget* frmOwner, bool bModal)
@@ -62,11 +66,11 @@ void frmShowVersion::showModeless(QWidget* frmOwner, bool bModal)
 void frmShowVersion::loadForm()
 {
     m_library.tranForm(*m_registry);
-    adjustSize();
-    centre();
     setWindowTitle(m_library.tranStr(QStringLiteral("VersionInfo")));
     m_title->setText(m_library.tranStr(m_library.context().machine.folders.baseName()));
     m_text->setText(m_version.text(m_library));
+    adjustSize();
+    centre();
     m_library.loadFormSize(m_placement); // a stored place goes before the middle of the screen
 }
 
