@@ -75,21 +75,25 @@ void ComSetSession::close()
 QStringList ComSetSession::portTexts() const
 {
     QStringList texts;
-    for (int n = 1; n <= kPorts; ++n) {
-        const platform::ComPort port = m_parts.ports.resolve(n);
-        QStringList parts{QStringLiteral("COM%1").arg(n), port.device, port.description};
-        parts.removeAll(QString());
-        texts << parts.join(QStringLiteral("  "));
-    }
+    for (int n = 1; n <= kPorts; ++n)
+        texts << portText(n);
     return texts;
+}
+
+QString ComSetSession::portText(int number) const
+{
+    const platform::ComPort port = m_parts.ports.resolve(number);
+    QStringList parts{QStringLiteral("COM%1").arg(number), port.device, port.description};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral("  "));
 }
 
 QString ComSetSession::portTrouble(int portPosition) const
 {
-    const int number = portPosition + 1;
+    const int number = portPosition >= 0 ? portPosition + 1 : m_triedPort;
     if (number == m_triedPort && m_uclComm1.State() == 0)
         return m_uclComm1.errorText();
-    if (number >= 1 && m_parts.ports.resolve(number).device.isEmpty())
+    if (m_parts.ports.resolve(number).device.isEmpty())
         return QStringLiteral("COM%1: there is no such port; plug the adapter in or choose another port").arg(number);
     return {};
 }

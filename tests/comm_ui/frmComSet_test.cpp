@@ -336,6 +336,14 @@ TEST_F(ComSet, APortThatCannotBeOpenedSaysWhy)
     EXPECT_TRUE(trouble->isVisible());
 }
 
+TEST_F(ComSet, APortOutsideTheListIsShownAndKept)
+{
+    open({kKX620, 1, 0, "CommPortNo=12\n"});
+    EXPECT_EQ(find<QComboBox>("Combo1")->currentIndex(), -1);
+    EXPECT_EQ(find<QComboBox>("Combo1")->placeholderText(), u"COM12");
+    EXPECT_TRUE(find<QLabel>("lblTrouble")->text().startsWith(u"COM12: ")) << "why it is closed";
+}
+
 TEST_F(ComSet, IsReadyForTheKeyboard)
 {
     open({});

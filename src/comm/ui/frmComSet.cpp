@@ -221,7 +221,7 @@ void frmComSet::connectControls()
 void frmComSet::fill(const ComSetFields& fields)
 {
     m_port->addItems(m_session.portTexts());
-    m_port->setPlaceholderText(QStringLiteral("COM..."));
+    m_port->setPlaceholderText(m_session.triedPortText());
     m_speed->addItems(m_session.speedTexts());
     m_model->addItems(m_session.modelCodes());
     m_port->setCurrentIndex(fields.portPosition);
