@@ -1,14 +1,12 @@
 #include "GridHint.h"
 
-QString gridHint(const QString& modelString, int itemCount, const QString& screenFile, const QString& settingsFile)
+QString gridHint(const QString& modelString, int itemCount, const QString& screenFile, const TranslateText& tran)
 {
     if (modelString.isEmpty())
-        return QStringLiteral("No model has been chosen yet: set LastModelNo and LastModelString (such as 1 and "
-                              "KX41000000-10A) in section [Setting] of %1 and start again.")
-            .arg(settingsFile);
+        return tran(QStringLiteral("No model has been chosen yet: choose one in the communication settings."));
     if (itemCount == 0)
-        return QStringLiteral("The screen file %1 describes no parameters: put the definition of %2 there and start "
-                              "again.")
+        return tran(QStringLiteral("The screen file %1 describes no parameters: put the definition of %2 there and "
+                                   "choose the model again."))
             .arg(screenFile, modelString);
     return QString();
 }

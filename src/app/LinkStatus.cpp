@@ -1,15 +1,15 @@
 #include "LinkStatus.h"
 
-QString linkStatusText(const LinkStatus& link)
+QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
 {
     if (link.offLine)
-        return QStringLiteral("off-line (UseCommunicate=True): nothing is sent");
+        return tran(QStringLiteral("off-line: nothing is sent"));
     if (!link.open)
-        return QStringLiteral("COM%1 is closed: %2")
+        return tran(QStringLiteral("COM%1 is closed: %2"))
             .arg(link.port)
-            .arg(link.error.isEmpty() ? QStringLiteral("connect the adapter and receive again")
+            .arg(link.error.isEmpty() ? tran(QStringLiteral("connect the adapter and receive again"))
                                       : link.error.simplified());
-    return QStringLiteral("COM%1 %2 %3,%4 %5 slave %6")
+    return tran(QStringLiteral("COM%1 %2 %3,%4 %5 slave %6"))
         .arg(link.port)
         .arg(link.device, link.speed, link.chara, link.transmissionMode == 1 ? u"ASCII" : u"RTU")
         .arg(link.slaveAddress);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Translator.h"
+
 #include <QString>
 
 // The serial link as the status bar tells of it.
@@ -17,7 +19,7 @@ struct LinkStatus
 };
 
 // "COM1 /dev/ttyUSB0 9600,N,8,1 RTU slave 1", or why there is no link and what helps.
-QString linkStatusText(const LinkStatus& link);
+QString linkStatusText(const LinkStatus& link, const TranslateText& tran);
 
 // Where the communication settings are and which keys they have, for a person who has to change them.
 QString communicationNotice(const QString& settingsFile);

@@ -6,41 +6,43 @@
 
 namespace {
 
-QString filledText(const ReadStatus& status)
+QString filledText(const ReadStatus& status, const TranslateText& tran)
 {
     if (status.offLine)
-        return QStringLiteral("default values");
+        return tran(QStringLiteral("default values"));
     if (status.report.requests == 0)
-        return QStringLiteral("nothing read: the comm file holds no read commands");
+        return tran(QStringLiteral("nothing read: the comm file holds no read commands"));
     if (status.unread > 0)
-        return QStringLiteral("%1 parameters not read (%2)").arg(status.unread).arg(status.report.givenUp.join(u", "));
-    return QStringLiteral("read at %1").arg(status.readAt.toString(QStringLiteral("HH:mm:ss")));
+        return tran(QStringLiteral("%1 parameters not read (%2)"))
+            .arg(status.unread)
+            .arg(status.report.givenUp.join(u", "));
+    return tran(QStringLiteral("read at %1")).arg(status.readAt.toString(QStringLiteral("HH:mm:ss")));
 }
 
 } // namespace
 
-QString readStatusText(const ReadStatus& status)
+QString readStatusText(const ReadStatus& status, const TranslateText& tran)
 {
     if (status.busy)
-        return QStringLiteral("reading...");
+        return tran(QStringLiteral("reading..."));
     switch (status.state) {
     case MainState::UpToDate:
-        return filledText(status);
+        return filledText(status, tran);
     case MainState::Confirmed:
-        return QStringLiteral("not read");
+        return tran(QStringLiteral("not read"));
     case MainState::NoConnection:
         break;
     }
-    return QStringLiteral("not connected");
+    return tran(QStringLiteral("not connected"));
 }
 
-QString readStatusToolTip(const ReadStatus& status)
+QString readStatusToolTip(const ReadStatus& status, const TranslateText& tran)
 {
     if (status.busy || status.report.lastFailure.isEmpty())
         return QString();
     if (status.report.givenUp.isEmpty())
         return status.report.lastFailure;
-    return QStringLiteral("No sound answer to:\n%1\nLast reason: %2")
+    return tran(QStringLiteral("No sound answer to:vbCrLf%1vbCrLfLast reason: %2"))
         .arg(status.report.givenUp.join(u'\n'), status.report.lastFailure);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TransferEngine.h"
+#include "Translator.h"
 
 #include <QDateTime>
 #include <QString>
@@ -19,10 +20,10 @@ struct ReadStatus
 };
 
 // "not connected", "not read", "reading...", "read at 14:07:09", "3 parameters not read".
-QString readStatusText(const ReadStatus& status);
+QString readStatusText(const ReadStatus& status, const TranslateText& tran);
 
 // The requests without an answer and the last reason; empty when there is nothing to explain.
-QString readStatusToolTip(const ReadStatus& status);
+QString readStatusToolTip(const ReadStatus& status, const TranslateText& tran);
 
 // Parameters of the loaded model that no answer has brought.
 int countUnread(const clsKX& kx);

@@ -2,7 +2,7 @@
 
 #include "ComPorts.h"
 #include "ComSetOwner.h"
-#include "Messages.h"
+#include "MessagePresenter.h"
 #include "ModelCodes.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
@@ -91,11 +91,11 @@ QString ComSetSession::portText(int number) const
 QString ComSetSession::portTrouble(int portPosition) const
 {
     const int number = portPosition >= 0 ? portPosition + 1 : m_triedPort;
-    if (number == m_triedPort && m_uclComm1.State() == 0)
-        return m_uclComm1.errorText();
     if (m_parts.ports.resolve(number).device.isEmpty())
-        return QStringLiteral("COM%1: there is no such port; plug the adapter in or choose another port").arg(number);
-    return {};
+        return QStringLiteral("COM%1: ").arg(number) +
+               m_parts.library.tranStr(
+                   QStringLiteral("there is no such port; plug the adapter in or choose another port"));
+    return number == m_triedPort && m_uclComm1.State() == 0 ? m_uclComm1.errorText() : QString();
 }
 
 QString ComSetSession::pickModel(int modelPosition) const

@@ -87,6 +87,15 @@ QString uclComm::device() const
     return m_ports.resolve(m_port).device;
 }
 
+QString uclComm::errorText() const
+{
+    const platform::PortTrouble& trouble = m_comm.trouble();
+    if (trouble.pattern.isEmpty() || m_library == nullptr)
+        return m_comm.errorText();
+    return m_library->tranStr(trouble.pattern).arg(m_comm.CommPort()).arg(m_comm.device()) + QStringLiteral(": ") +
+           m_library->tranStr(trouble.reason);
+}
+
 void uclComm::load(int lNo)
 {
     m_linkNo = lNo;

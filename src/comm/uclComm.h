@@ -49,7 +49,7 @@ public:
     QString sendMsg(const QByteArray& bBuff, int lRecvSize);
 
     int State() const { return static_cast<int>(m_state); }  // 0 closed, 1 idle, 3 waiting for a reply
-    QString errorText() const { return m_comm.errorText(); } // why the port is not open, with the remedy
+    QString errorText() const; // why the port is not open, with the remedy, in the user's language
     QString device() const;                                  // of COMn; empty when there is none
     int timeOut() const { return m_timeOut; }
     void setTimeOut(int seconds) { m_timeOut = seconds; } // for this run, not stored

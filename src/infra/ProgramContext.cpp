@@ -20,8 +20,16 @@ ProgramContext::ProgramContext(const platform::PathMap& paths, const platform::F
 {
     openLogs();
     m_library.Logs(&m_errorLog, &m_traceLog);
+    loadLanguageFile();
     m_settings.init(&m_library);
     m_settings.load();
+}
+
+void ProgramContext::loadLanguageFile()
+{
+    clsINI ini = mainSettings(m_context);
+    m_context.languageFile =
+        ini.GetIniData(QStringLiteral("Setting"), QStringLiteral("LanguageFile"), m_library.getDefLangFile());
 }
 
 void ProgramContext::openLogs()

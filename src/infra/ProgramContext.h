@@ -35,6 +35,9 @@ public:
     clsLog& traceLog() { return m_traceLog; }
     clsLog& eventLog() { return m_eventLog; }
 
+    // Reads again which language file is in use; the default is known once the installed ones have been listed.
+    void loadLanguageFile();
+
     // Where a person finds them, as machine paths.
     QString settingsFile() const;
     QString definitionFile(const QString& name) const;

@@ -30,9 +30,9 @@ clsINI& Translator::file()
 
 QString Translator::text(const QString& english)
 {
-    if (english.isEmpty() || !m_context.translates)
+    if (english.isEmpty())
         return english;
-    QString value = file().GetIniData(kSection, english, english);
+    QString value = m_context.translates ? file().GetIniData(kSection, english, english) : english;
     return value.replace(kLineBreak, QStringLiteral("\r\n"));
 }
 

@@ -4,11 +4,15 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace platform {
 class Form;
 }
+
+// The translation of one English text, for code that needs no more of the library than this.
+using TranslateText = std::function<QString(const QString&)>;
 
 // Texts and forms in the language in use. The language file (INI syntax, folder "Lang" under the program folder) is the
 // one that the context names at the moment of each call. The English text is the key; a text that the file lacks is

@@ -224,6 +224,11 @@ QString clsLibrary::tranStr(const QString& strVal) const
     return m_translator.text(strVal);
 }
 
+TranslateText clsLibrary::translation() const
+{
+    return [this](const QString& text) { return tranStr(text); };
+}
+
 void clsLibrary::tranForm(platform::Form& frmVal) const
 {
     m_translator.form(frmVal);

@@ -74,6 +74,7 @@ public:
 
     // Languages (Translator.h, LanguageList.h).
     QString tranStr(const QString& strVal) const;
+    TranslateText translation() const; // tranStr, for code below or beside the library; not beyond the library's life
     void tranForm(platform::Form& frmVal) const;
     void makeLangList();
     QString getDefLangFile() const;
@@ -84,8 +85,9 @@ public:
     void loadColSize(platform::GridModel& oSpread, const QString& sName, const QString& sFileName) const;
     void saveColSize(const platform::GridModel& oSpread, const QString& sName, const QString& sFileName) const;
 
-    // A question or notice by the context's presenter (Messages.h), which knows the window that it belongs to; lTimer
-    // in seconds. Without a presenter it is a line of the error log and counts as answered by its default button.
+    // A question or notice by the context's presenter (MessagePresenter.h), which knows the window that it belongs to;
+    // lTimer in seconds. Without a presenter it is a line of the error log and counts as answered by its default
+    // button.
     qint32 showMessage(const QString& Prompt, qint32 Buttons, const QString& Title = {}, qint32 lTimer = 0) const;
 
     // Logs for the error and trace lines of this class ("[LibraryError]", "[LibraryTrace]").

@@ -10,11 +10,18 @@ const TextMeasure kEstimate;
 constexpr double kTextMargin = 1.5; // average characters beside the widest text
 constexpr double kDefaultPointSize = 11;
 constexpr double kLineFactor = 1.4; // height of a line over the point size
+constexpr double kEmptyColumn = 2;  // average characters between the groups of a screen
 constexpr double kComboButton = 3;  // average characters of a combo box's arrow
+constexpr double kButtonEdges = 1;  // average characters of a button's edges
 
 bool isWide(QChar c)
 {
     return c.unicode() >= 0x1100 && !(c.unicode() >= 0xFF61 && c.unicode() <= 0xFF9F); // half-width kana are narrow
+}
+
+double extraWidth(CellType type)
+{
+    return type == CellType::ComboBox ? kComboButton : type == CellType::Button ? kButtonEdges : 0;
 }
 
 } // namespace
@@ -206,8 +213,7 @@ void GridModel::measure() const
         double width = cell.text.isEmpty() ? 0 : m_measure->widthUnits(cell.text, font);
         for (const QString& choice : cell.comboList)
             width = std::max(width, m_measure->widthUnits(choice, font));
-        if (width > 0)
-            width += kTextMargin + (cell.type == CellType::ComboBox ? kComboButton : 0);
+        width += kTextMargin + extraWidth(cell.type);
         double& widest = m_textWidths[col];
         widest = std::max(widest, width);
         double& tallest = m_textHeights[row];
@@ -218,7 +224,7 @@ void GridModel::measure() const
 double GridModel::maxTextColWidth(int col) const
 {
     measure();
-    return m_textWidths.value(col, 0);
+    return m_textWidths.value(col, kEmptyColumn);
 }
 
 double GridModel::maxTextRowHeight(int row) const
@@ -243,15 +249,25 @@ void GridModel::setGrayColor(ColorRef color)
     m_grayColor = color;
 }
 
-void GridModel::setBaseFace(const QString& face)
+template <typename Value> void GridModel::setBase(Value& base, const Value& value)
 {
-    if (m_baseFace == face)
+    if (base == value)
         return;
-    m_baseFace = face;
+    base = value;
     m_measured = false;
     m_dirty = m_dirty || m_updateDepth > 0;
     if (m_updateDepth == 0)
         Q_EMIT framesChanged();
+}
+
+void GridModel::setBaseFace(const QString& face)
+{
+    setBase(m_baseFace, face);
+}
+
+void GridModel::setBaseSize(double pointSize)
+{
+    setBase(m_baseSize, pointSize);
 }
 
 CellFont GridModel::fontOf(const Cell& cell) const
@@ -259,6 +275,8 @@ CellFont GridModel::fontOf(const Cell& cell) const
     CellFont font = cell.font;
     if (font.face.isEmpty())
         font.face = m_baseFace;
+    if (font.pointSize <= 0)
+        font.pointSize = m_baseSize;
     return font;
 }
 

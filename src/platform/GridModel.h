@@ -89,8 +89,8 @@ public:
 
     // Cells.
     const Cell& cell(int row, int col) const;
-    CellFont fontOf(const Cell& cell) const; // its font with the base face filled in
-    void resetCells(const Cell& prototype); // every cell becomes the prototype; frames go
+    CellFont fontOf(const Cell& cell) const; // its font with the base face and size filled in
+    void resetCells(const Cell& prototype);  // every cell becomes the prototype; frames go
     void setCell(int row, int col, const Cell& cell);
     void setText(int row, int col, const QString& text);
     void setValue(int row, int col, int value);
@@ -108,7 +108,7 @@ public:
     void setColWidth(int col, double width);
     double rowHeight(int row) const;
     void setRowHeight(int row, double height);
-    double maxTextColWidth(int col) const;  // what the widest text of the column needs; 0 for an empty column
+    double maxTextColWidth(int col) const;  // what the widest text of the column needs; its margins for an empty column
     double maxTextRowHeight(int row) const; // what the tallest text of the row needs; the default for an empty row
     void setTextMeasure(const TextMeasure* measure); // null: the estimate
 
@@ -117,8 +117,8 @@ public:
     void setBackColor(ColorRef color);
     ColorRef grayColor() const { return m_grayColor; } // text of locked cells
     void setGrayColor(ColorRef color);
-    QString baseFace() const { return m_baseFace; } // face of cells that name none
-    void setBaseFace(const QString& face);
+    void setBaseFace(const QString& face); // of cells that name none
+    void setBaseSize(double pointSize);    // of cells without a size; 0: the desktop's
     bool isShown() const { return m_shown; }
     void setShown(bool shown); // hidden while a model is loaded
 
@@ -143,6 +143,7 @@ private:
     template <typename Value> void setField(int row, int col, Value Cell::*field, const Value& value);
     void measure() const;
     void changed(int row, int col);
+    template <typename Value> void setBase(Value& base, const Value& value);
 
     int m_rows = 0;
     int m_cols = 0;
@@ -158,6 +159,7 @@ private:
     ColorRef m_backColor = 0x80000005;
     ColorRef m_grayColor = 0x808080;
     QString m_baseFace;
+    double m_baseSize = 0;
     bool m_shown = true;
     int m_updateDepth = 0;
     bool m_dirty = false;

@@ -18,6 +18,8 @@ namespace platform {
 namespace {
 
 constexpr int kMaxPort = 99;
+const QString kNotOpened = QStringLiteral("COM%1 (%2) cannot be opened");
+const QString kLost = QStringLiteral("COM%1 (%2) was lost");
 
 struct LineSettings
 {
@@ -230,22 +232,21 @@ bool MSComm::setPortOpen(bool open)
     }
     const QString device = m_ports.resolve(m_commPort).device;
     if (device.isEmpty()) {
-        m_errorText =
-            QStringLiteral("COM%1: there is no such port; plug the adapter in or choose another port").arg(m_commPort);
+        m_device.clear();
+        m_trouble = {kNotOpened, QStringLiteral("there is no such port; plug the adapter in or choose another port")};
         return false;
     }
     m_device = device;
     m_port.setPortName(device);
-    m_errorText.clear();
+    m_trouble = {};
     const bool opened = m_port.open(QIODevice::ReadWrite);
     if (opened && applySettings()) {
         m_port.clear();
-        m_errorText.clear();
         return true;
     }
     const QString reason = reasonOf(m_port.error(), device);
     m_port.close();
-    m_errorText = QStringLiteral("COM%1 (%2) cannot be opened: %3").arg(m_commPort).arg(device, reason);
+    m_trouble = {kNotOpened, reason};
     return false;
 }
 
@@ -272,7 +273,9 @@ bool MSComm::applySettings()
 
 QString MSComm::errorText() const
 {
-    return m_errorText;
+    if (m_trouble.pattern.isEmpty())
+        return {};
+    return m_trouble.pattern.arg(m_commPort).arg(m_device) + QStringLiteral(": ") + m_trouble.reason;
 }
 
 QByteArray MSComm::Input()
@@ -314,7 +317,7 @@ void MSComm::onError(QSerialPort::SerialPortError error)
         error == QSerialPort::ResourceError || error == QSerialPort::ReadError || error == QSerialPort::WriteError;
     if (!lost || !m_port.isOpen())
         return;
-    m_errorText = QStringLiteral("COM%1 (%2) was lost; check cable and adapter").arg(m_commPort).arg(m_device);
+    m_trouble = {kLost, QStringLiteral("check cable and adapter")};
     m_port.close();
     raise(CommEvent::DCB);
 }

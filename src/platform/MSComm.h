@@ -30,6 +30,14 @@ enum class CommEvent {
 // The serial control: one port, event-driven, never blocking. Set the properties, open with setPortOpen(true), write
 // with Output(), and read with Input() when OnComm tells so. Properties may be changed while the port is closed; those
 // that the open port understands (settings, lines) take effect at once.
+// Why a port could not be opened or was lost. pattern names the port by %1 (its number) and %2 (its device, may be empty);
+// reason says why, with the remedy. Both are whole sentences or phrases of their own, so that they can be translated.
+struct PortTrouble
+{
+    QString pattern; // empty: all is well
+    QString reason;
+};
+
 class MSComm : public QObject
 {
     Q_OBJECT
@@ -60,8 +68,10 @@ public:
     bool PortOpen() const;
     bool setPortOpen(bool open); // false when the port could not be opened: see errorText()
 
-    // Why the last opening failed or the port was lost, with the remedy; empty when all is well.
+    // Of the last opening or of an open port; the text is its English form, empty when all is well.
+    const PortTrouble& trouble() const { return m_trouble; }
     QString errorText() const;
+    QString device() const { return m_device; } // that the port stood for at the last opening
 
     QByteArray Input();                   // takes everything out of the input buffer
     bool Output(const QByteArray& bytes); // false when the port is closed
@@ -89,7 +99,7 @@ private:
     bool m_rts = false;
     bool m_nullDiscard = false;
     CommEvent m_event = CommEvent::None;
-    QString m_errorText;
+    PortTrouble m_trouble;
 };
 
 } // namespace platform

@@ -111,7 +111,7 @@ void GridBuilder::buildBlock(int n, const QString& section)
         col = number(place, 1);
         Cell button;
         button.type = CellType::Button;
-        button.text = caption;
+        button.text = m_library.tranStr(caption);
         button.backColor = color(place.value(2), QStringLiteral("vbButtonFace"));
         button.foreColor = color(place.value(3), QStringLiteral("vbWindowText"));
         button.align = HAlign::Center;
@@ -152,7 +152,7 @@ void GridBuilder::buildLabel(const QString& section)
         label.foreColor = color(place[3], QStringLiteral("vbWindowText"));
     if (place.size() > 4)
         label.align = alignOf(number(place, 4));
-    label.text = m_screen.GetIniData(section, QStringLiteral("Caption"), QString());
+    label.text = m_library.tranStr(m_screen.GetIniData(section, QStringLiteral("Caption"), QString()));
     const double defaultSize = m_owner.settings().fontSize;
     label.font.pointSize = m_library.toDouble(
         m_screen.GetIniData(section, QStringLiteral("FontSize"), platform::doubleText(defaultSize), true), defaultSize);
@@ -202,7 +202,7 @@ void GridBuilder::layItem(const clsData& item)
         cell.align = item.MType() == ItemType::Multi || item.MType() == ItemType::Input ? HAlign::Center : HAlign::Left;
         break;
     case CellType::Button:
-        cell.text = item.ButtonCaption();
+        cell.text = m_library.tranStr(item.ButtonCaption());
         cell.value = m_library.toLong(item.Data(), 0);
         cell.align = HAlign::Center;
         break;

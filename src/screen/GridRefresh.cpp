@@ -14,10 +14,11 @@
 namespace {
 
 constexpr platform::ColorRef kGray = 0x808080;
+const QString kUnitTag = QStringLiteral("SWQCF");
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
 
-// Cells whose text is wider than the values that the definition was laid out for.
-bool growsWithText(const QString& tag)
+// Choices whose names are words: shown in the user's language, in a column that grows with them.
+bool isNamedChoice(const QString& tag)
 {
     static const QStringList tags{QStringLiteral("PQKAL1"), QStringLiteral("PQKAL2"), QStringLiteral("PQKAL3"),
                                   QStringLiteral("PQRNO"), QStringLiteral("FQDI")};
@@ -33,15 +34,18 @@ void GridRefresh::takeFromImages(const std::vector<clsBlock*>* blocks)
         if (item->RSection().isEmpty() && item->holdsDefault())
             item->setKnown(false);
     }
+    std::vector<clsData*> items;
     if (blocks == nullptr) {
         for (const auto& item : m_owner.items())
-            take(*item);
-        return;
+            items.push_back(item.get());
+    } else {
+        for (const clsBlock* block : *blocks)
+            items.insert(items.end(), block->Tags().begin(), block->Tags().end());
     }
-    for (const clsBlock* block : *blocks) {
-        for (clsData* item : block->Tags())
-            take(*item);
-    }
+    // Which input table an input range is looked up in depends on the unit: the unit comes first.
+    std::stable_partition(items.begin(), items.end(), [](const clsData* item) { return item->Key() == kUnitTag; });
+    for (clsData* item : items)
+        take(*item);
 }
 
 void GridRefresh::take(clsData& item)
@@ -60,6 +64,8 @@ void GridRefresh::take(clsData& item)
         takeInteger(item, *image);
     else if (item.DataLen() >= 4)
         takeLong(item, *image);
+    if (item.Key() == kUnitTag)
+        m_owner.setUnitSwitch(m_owner.library().toLong(item.Data(), 0));
 }
 
 // Whether the reply holds a value of this item: length 3 has no meaning, a text may be longer than the image, and a
@@ -80,10 +86,7 @@ void GridRefresh::takeByte(clsData& item, clsKXAdr& image)
         item.setData(QString::number(image.getByte(item.Address())));
         return;
     }
-    const int bit = image.getBit(item.Address(), item.BitMask(), 0);
-    item.setData(QString::number(bit));
-    if (item.Key() == u"SWQCF")
-        m_owner.setUnitSwitch(bit);
+    item.setData(QString::number(image.getBit(item.Address(), item.BitMask(), 0)));
 }
 
 void GridRefresh::takeInteger(clsData& item, clsKXAdr& image)
@@ -137,20 +140,21 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
     cell.font.bold = item.SprFontBold();
     cell.foreColor = item.SprForeColor();
     cell.text = item.isKnown() ? textOf(item) : QString();
-    cell.toolTip = item.isKnown() ? QString() : kUnknownTip;
+    cell.toolTip = item.isKnown() ? QString() : m_owner.library().tranStr(kUnknownTip);
     cell.locked = locked.value_or(cell.locked);
     if (item.MType() == ItemType::Bit)
         cell.value = m_owner.library().toLong(item.Data(), 0);
     if (cell.locked && cell.type == platform::CellType::Button)
         cell.foreColor = kGray;
     grid->setCell(item.Row(), item.Col(), cell);
-    if (growsWithText(item.Key()))
+    if (isNamedChoice(item.Key()))
         widen(item);
 }
 
 QString GridRefresh::textOf(const clsData& item) const
 {
-    return item.VData();
+    const bool isTranslated = item.MType() == ItemType::Bit || isNamedChoice(item.Key());
+    return isTranslated ? m_owner.library().tranStr(item.VData()) : item.VData();
 }
 
 void GridRefresh::widen(const clsData& item)

@@ -143,7 +143,11 @@ void clsData::readValue(clsINI& ini, const QString& section)
 
 void clsData::readChoices(clsINI& ini, const QString& section)
 {
-    m_comboStrings = ini.GetIniData(section, QStringLiteral("ComboStrings"), QString()).split(kSeparator);
+    const QString choices = ini.GetIniData(section, QStringLiteral("ComboStrings"), QString());
+    m_comboStrings = m_library->tranStr(choices).split(kSeparator);
+    // A translation with another number of choices would show wrong ones.
+    if (m_comboStrings.size() != choices.split(kSeparator).size())
+        m_comboStrings = choices.split(kSeparator);
     m_comboDatas = ini.GetIniData(section, QStringLiteral("ComboDatas"), QString()).split(kSeparator);
     if (m_comboStrings.size() != m_comboDatas.size())
         m_faults << QStringLiteral("ComboStrings: %1 choices for %2 values")

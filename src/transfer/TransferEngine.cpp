@@ -95,8 +95,8 @@ bool TransferEngine::confirmed()
 {
     if (!m_parts.settings.m_bViewRecvConf)
         return true;
-    const int answer = m_parts.questions.showMessage(QStringLiteral("It reads out from the KX?"),
-                                                     MessageStyle::kYesNoExclamation, QString());
+    const int answer =
+        m_parts.questions.showMessage(tran("It reads out from the KX?"), MessageStyle::kYesNoExclamation, QString());
     return answer != MessageResult::kNo;
 }
 
@@ -193,8 +193,10 @@ void TransferEngine::noteFailure(const QString& entry, int attempt)
     ++m_report.failures;
     m_report.lastFailure = m_reason;
     if (attempt <= kRetries)
-        m_parts.progress.setText(
-            QStringLiteral("%1\n%2: %3 (%4/%5)").arg(kProgressText, entry, m_reason).arg(attempt).arg(kRetries + 1));
+        m_parts.progress.setText(QStringLiteral("%1\n%2: %3 (%4/%5)")
+                                     .arg(tran(kProgressText), entry, m_reason)
+                                     .arg(attempt)
+                                     .arg(kRetries + 1));
     Q_EMIT attemptFailed(entry, attempt, kRetries + 1, m_reason);
 }
 
@@ -223,14 +225,14 @@ bool TransferEngine::acceptReply(const QByteArray& received)
 {
     QByteArray bytes = received;
     if (!m_clsModbus.SetRecvMessage(bytes, static_cast<qint32>(received.size()))) {
-        m_reason = QStringLiteral("bad reply (error %1)").arg(m_clsModbus.ErrorCode());
+        m_reason = tran("bad reply (error %1)").arg(m_clsModbus.ErrorCode());
         return false;
     }
     // A sound frame that answers another request (a late reply, say) brings no values for this one. The check leaves
     // the binary frame in bytes, in both modes.
     const bool sameFunction = bytes.size() > 1 && static_cast<quint8>(bytes[1]) == m_functionCode;
     if (!sameFunction || received.size() != m_clsModbus.RecvSize()) {
-        m_reason = QStringLiteral("the reply belongs to another request");
+        m_reason = tran("the reply belongs to another request");
         return false;
     }
     return true;
@@ -265,7 +267,7 @@ void TransferEngine::onError(const QByteArray& sent, const QByteArray& received,
     const auto count = static_cast<qint32>(bytes.size());
     m_clsModbus.SetRecvMessage(bytes, count);
     const int code = m_clsModbus.ErrorCode();
-    m_reason = code >= 1 && code <= 255 ? QStringLiteral("the controller refused (exception %1)").arg(code) : text;
+    m_reason = code >= 1 && code <= 255 ? tran("the controller refused (exception %1)").arg(code) : tran(text);
     m_lResult = Result::Failed;
     m_bWait = false;
     m_wait.finish();
@@ -302,20 +304,31 @@ void TransferEngine::finishStopped()
     switch (m_lResult) {
     case Result::WrongModel:
         m_report.outcome = ReadOutcome::WrongModel;
-        m_parts.questions.showMessage(QStringLiteral("Model number is different."), MessageStyle::kCritical, QString());
+        m_parts.questions.showMessage(tran("Model number is different."), MessageStyle::kCritical, QString());
         m_parts.shell.showCommSetting();
         break;
     case Result::Success:
         m_report.outcome = ReadOutcome::Cancelled;
-        m_parts.questions.showMessage(QStringLiteral("It was cancelled."), MessageStyle::kExclamation, QString());
+        m_parts.questions.showMessage(tran("It was cancelled."), MessageStyle::kExclamation, QString());
         break;
     case Result::Refused:
     case Result::Failed:
         m_report.outcome = ReadOutcome::LinkRefused;
-        m_parts.questions.showMessage(QStringLiteral("Reception error occurred.[%1]").arg(static_cast<int>(m_lResult)),
+        m_parts.questions.showMessage(tran("Reception error occurred.") +
+                                          QStringLiteral("[%1]").arg(static_cast<int>(m_lResult)),
                                       MessageStyle::kExclamation, QString());
         break;
     }
+}
+
+QString TransferEngine::tran(const QString& english) const
+{
+    return m_parts.kx.library().tranStr(english);
+}
+
+QString TransferEngine::tran(const char* english) const
+{
+    return tran(QString::fromLatin1(english));
 }
 
 void TransferEngine::trace(const QString& tag, const QByteArray& bytes)

@@ -88,6 +88,8 @@ private:
     void storeReply();
     void finishNormally(const std::vector<clsBlock*>* colRefData);
     void finishStopped();
+    QString tran(const QString& english) const;
+    QString tran(const char* english) const;
     void trace(const QString& tag, const QByteArray& bytes);
 
     Parts m_parts;

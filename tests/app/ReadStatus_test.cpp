@@ -7,6 +7,11 @@
 
 namespace {
 
+QString english(const QString& text)
+{
+    return text;
+}
+
 ReadStatus filled()
 {
     ReadStatus status;
@@ -19,13 +24,13 @@ ReadStatus filled()
 TEST(ReadStatus, TellsWhatTheGridHolds)
 {
     ReadStatus status;
-    EXPECT_EQ(readStatusText(status), u"not connected");
+    EXPECT_EQ(readStatusText(status, english), u"not connected");
     status.state = MainState::Confirmed;
-    EXPECT_EQ(readStatusText(status), u"not read");
-    EXPECT_EQ(readStatusText(filled()), u"read at 14:07:09");
+    EXPECT_EQ(readStatusText(status, english), u"not read");
+    EXPECT_EQ(readStatusText(filled(), english), u"read at 14:07:09");
     status = filled();
     status.busy = true;
-    EXPECT_EQ(readStatusText(status), u"reading...");
+    EXPECT_EQ(readStatusText(status, english), u"reading...");
 }
 
 TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
@@ -34,13 +39,13 @@ TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
     status.unread = 3;
     status.report.givenUp << QStringLiteral("Main: Direct 8000");
     status.report.lastFailure = QStringLiteral("Timeout");
-    EXPECT_EQ(readStatusText(status), u"3 parameters not read (Main: Direct 8000)");
-    EXPECT_TRUE(readStatusToolTip(status).contains(u"Timeout"));
+    EXPECT_EQ(readStatusText(status, english), u"3 parameters not read (Main: Direct 8000)");
+    EXPECT_TRUE(readStatusToolTip(status, english).contains(u"Timeout"));
     status = filled();
     status.report.requests = 0;
-    EXPECT_TRUE(readStatusText(status).startsWith(u"nothing read"));
+    EXPECT_TRUE(readStatusText(status, english).startsWith(u"nothing read"));
     status.offLine = true;
-    EXPECT_EQ(readStatusText(status), u"default values");
+    EXPECT_EQ(readStatusText(status, english), u"default values");
 }
 
 TEST(LinkStatus, SaysHowOrWhyNot)
@@ -48,21 +53,20 @@ TEST(LinkStatus, SaysHowOrWhyNot)
     LinkStatus link{
         false, true, 2,        QStringLiteral("/dev/ttyUSB0"), QStringLiteral("9600"), QStringLiteral("N,8,1"),
         1,     7,    QString()};
-    EXPECT_EQ(linkStatusText(link), u"COM2 /dev/ttyUSB0 9600,N,8,1 ASCII slave 7");
+    EXPECT_EQ(linkStatusText(link, english), u"COM2 /dev/ttyUSB0 9600,N,8,1 ASCII slave 7");
     link.open = false;
     link.error = QStringLiteral("no permission:\njoin the group dialout");
-    EXPECT_EQ(linkStatusText(link), u"COM2 is closed: no permission: join the group dialout");
+    EXPECT_EQ(linkStatusText(link, english), u"COM2 is closed: no permission: join the group dialout");
     link.offLine = true;
-    EXPECT_TRUE(linkStatusText(link).startsWith(u"off-line"));
+    EXPECT_TRUE(linkStatusText(link, english).startsWith(u"off-line"));
 }
 
 TEST(GridHint, NamesTheFileToChange)
 {
     const QString screen = QStringLiteral("/p/ini/M.ini");
-    const QString settings = QStringLiteral("/c/Vorlant.ini");
-    EXPECT_TRUE(gridHint(QString(), 0, screen, settings).contains(settings));
-    EXPECT_TRUE(gridHint(QStringLiteral("KX41000000-10A"), 0, screen, settings).contains(screen));
-    EXPECT_EQ(gridHint(QStringLiteral("KX41000000-10A"), 3, screen, settings), QString());
+    EXPECT_TRUE(gridHint(QString(), 0, screen, english).contains(u"communication settings"));
+    EXPECT_TRUE(gridHint(QStringLiteral("KX41000000-10A"), 0, screen, english).contains(screen));
+    EXPECT_EQ(gridHint(QStringLiteral("KX41000000-10A"), 3, screen, english), QString());
 }
 
 } // namespace

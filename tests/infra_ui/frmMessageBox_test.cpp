@@ -160,6 +160,8 @@ TEST_F(MessageBox, ClosesItselfWithItsDefaultButton)
 
 TEST_F(MessageBox, WithoutATimeLimitItStays)
 {
+    ask(
+        0, [this] { form.close(); }, 5); // its limit is not the next one's
     for (const int seconds : {0, -1}) {
         ask(
             0,

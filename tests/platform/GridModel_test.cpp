@@ -91,7 +91,7 @@ TEST_P(GridSize, IsKeptWithinBounds)
     grid.endUpdate();
     const bool any = GetParam().rows > 0;
     EXPECT_EQ(grid.cell(grid.maxRows(), grid.maxCols()).text, any ? QStringLiteral("last") : QString());
-    EXPECT_EQ(grid.maxTextColWidth(grid.maxCols()) > 0, any);
+    EXPECT_EQ(grid.maxTextColWidth(grid.maxCols()) > 4, any) << "four letters, or the margins only";
     EXPECT_EQ(grid.headerData(grid.maxCols() - 1, Qt::Horizontal, Qt::DisplayRole).toString().isEmpty(), !any);
 }
 
@@ -181,7 +181,7 @@ TEST_F(Grid, SizesKeepWithinTheGridAndAboveNothing)
 
 TEST_F(Grid, WidestTextDecidesTheColumn)
 {
-    EXPECT_EQ(grid.maxTextColWidth(1), 0);
+    EXPECT_LE(grid.maxTextColWidth(1), 2) << "the margins of an empty column";
     grid.setText(1, 1, QStringLiteral("12345"));
     const double narrow = grid.maxTextColWidth(1);
     EXPECT_GT(narrow, 5);

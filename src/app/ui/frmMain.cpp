@@ -25,6 +25,7 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 constexpr int kMaxSpreadSpaceTwips = 3000;
+constexpr double kGridPointSize = 11; // that of the labels in a definition file
 constexpr QSize kFirstSize(1000, 700);
 
 // Margin between the window's edges and the grid.
@@ -85,6 +86,7 @@ void frmMain::setupGrid()
     m_sprMain->setObjectName(QStringLiteral("sprMain"));
     m_sprMain->setAccessibleName(QStringLiteral("Parameters"));
     m_sprMain->setGrid(&m_grid);
+    m_grid.setBaseSize(kGridPointSize);
     m_hint = new QLabel(m_pages);
     m_hint->setObjectName(QStringLiteral("lblHint"));
     m_hint->setAccessibleName(QStringLiteral("What to do"));
@@ -201,21 +203,23 @@ void frmMain::showLinkStatus()
 {
     m_stbMain->setLinkText(
         linkStatusText({m_program.settings().m_bComm, m_uclComm1.State() != 0, m_uclComm1.Port(), m_uclComm1.device(),
-                        m_uclComm1.Speed(), m_uclComm1.Chara(), m_MDBSTMode, m_lDevNo, m_uclComm1.errorText()}));
+                        m_uclComm1.Speed(), m_uclComm1.Chara(), m_MDBSTMode, m_lDevNo, m_uclComm1.errorText()},
+                       m_program.library().translation()));
 }
 
 void frmMain::showReadStatus()
 {
     const ReadStatus status{m_eState, m_engine->isBusy(),  m_program.settings().m_bComm, countUnread(m_clsKX),
                             m_readAt, m_engine->lastRead()};
-    m_stbMain->setStateText(readStatusText(status), readStatusToolTip(status));
+    const TranslateText tran = m_program.library().translation();
+    m_stbMain->setStateText(readStatusText(status, tran), readStatusToolTip(status, tran));
 }
 
 void frmMain::showGridOrHint()
 {
     const int items = static_cast<int>(m_clsKX.items().size());
-    const QString hint =
-        gridHint(modelPanel(), items, m_program.definitionFile(m_clsKX.entry().screenFile), m_program.settingsFile());
+    const QString hint = gridHint(modelPanel(), items, m_program.definitionFile(m_clsKX.entry().screenFile),
+                                  m_program.library().translation());
     m_hint->setText(hint);
     m_pages->setCurrentWidget(hint.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
     m_recv->setEnabled(hint.isEmpty());

@@ -76,12 +76,12 @@ void frmMessageBox::connectControls()
 {
     for (int i = 0; i < static_cast<int>(m_cmdCommand.size()); ++i) {
         connect(m_cmdCommand.at(static_cast<size_t>(i)), &QPushButton::clicked, this, [this, i] {
-            m_pressed = i;
+            m_answer = i;
             accept();
         });
     }
     connect(m_Timer1.get(), &platform::Timer::timeout, this, [this] {
-        m_timedOut = true;
+        m_answer = m_plan.defaultIndex();
         accept();
     });
 }
@@ -89,8 +89,7 @@ void frmMessageBox::connectControls()
 int frmMessageBox::MsgBox(const QString& Prompt, int Buttons, const QString& Title, QWidget* frmOwner, int lTimer)
 {
     m_plan = MessageBoxPlan(Buttons);
-    m_pressed.reset();
-    m_timedOut = false;
+    m_answer = m_plan.escapeIndex();
     m_library.tranForm(m_controls);
     setTexts(Prompt, Title);
     setIcon();
@@ -100,9 +99,7 @@ int frmMessageBox::MsgBox(const QString& Prompt, int Buttons, const QString& Tit
     startTimer(lTimer);
     exec();
     m_Timer1->stop();
-    if (m_timedOut)
-        return m_plan.defaultResult();
-    return m_plan.buttons().at(m_pressed.value_or(m_plan.escapeIndex())).result;
+    return m_plan.buttons().at(m_answer).result;
 }
 
 void frmMessageBox::setTexts(const QString& prompt, const QString& title)
@@ -185,8 +182,6 @@ void frmMessageBox::startTimer(int seconds)
 {
     if (seconds > 0)
         m_Timer1->start(std::min(seconds, kLongestTimer) * kMillisecondsPerSecond);
-    else
-        m_Timer1->stop();
 }
 
 void frmMessageBox::showEvent(QShowEvent* event)
@@ -194,12 +189,6 @@ void frmMessageBox::showEvent(QShowEvent* event)
     QDialog::showEvent(event);
     m_cmdCommand.at(static_cast<size_t>(m_plan.defaultIndex()))->setFocus();
     activateWindow();
-}
-
-void frmMessageBox::reject()
-{
-    m_pressed = m_plan.escapeIndex();
-    done(Rejected);
 }
 
 void frmMessageBox::done(int result)

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <memory>
-#include <optional>
 
 class QLabel;
 class QPushButton;
@@ -34,7 +33,6 @@ public:
     // have passed; returns the code of the button pressed, after the time limit that of the default button.
     int MsgBox(const QString& Prompt, int Buttons, const QString& Title, QWidget* frmOwner, int lTimer);
 
-    void reject() override;
     void done(int result) override;
 
 protected:
@@ -55,8 +53,7 @@ private:
     platform::ControlRegistry m_controls;
     platform::WidgetPlacement m_placement;
     MessageBoxPlan m_plan;
-    std::optional<int> m_pressed; // index of the button
-    bool m_timedOut = false;
+    int m_answer = 0; // index of the button that counts when the box has closed
 
     QLabel* m_icon;
     QScrollArea* m_messageArea; // for a message that is larger than the screen

@@ -16,4 +16,8 @@ public:
 // The colour to paint with; a system colour is looked up in the palette.
 QColor paintColor(ColorRef color);
 
+// The colour, or a lighter or darker one of the same hue that can be read on the background: definition files name
+// colours for a light desktop and must stay legible on a dark one.
+QColor legible(const QColor& text, const QColor& background);
+
 } // namespace platform

@@ -15,6 +15,9 @@ namespace platform {
 namespace {
 
 constexpr int kTextInset = 4;
+constexpr int kLineInset = 8; // between lines of text
+constexpr int kFieldInset = 2;
+constexpr int kFieldLineAlpha = 60;
 constexpr int kComboMarkWidth = 16;
 
 const GridModel& gridOf(const QModelIndex& index)
@@ -25,6 +28,11 @@ const GridModel& gridOf(const QModelIndex& index)
 const Cell& cellAt(const QModelIndex& index)
 {
     return gridOf(index).cell(index.row() + 1, index.column() + 1);
+}
+
+bool isEntry(const Cell& cell)
+{
+    return !cell.locked && (cell.type == CellType::Edit || cell.type == CellType::ComboBox);
 }
 
 } // namespace
@@ -51,7 +59,7 @@ double WidgetTextMeasure::widthUnits(const QString& text, const CellFont& font) 
 
 double WidgetTextMeasure::heightPoints(const QString& text, const CellFont& font) const
 {
-    return text.isEmpty() ? 0 : (QFontMetricsF(cellFont(font)).height() + kTextInset) / pixelsPerPoint();
+    return text.isEmpty() ? 0 : (QFontMetricsF(cellFont(font)).height() + kLineInset) / pixelsPerPoint();
 }
 
 void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
@@ -67,8 +75,10 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         paintComboMark(painter, option);
         place.setRight(place.right() - kComboMarkWidth);
     }
+    if (isEntry(cell))
+        paintField(painter, option);
     const ColorRef gray = gridOf(index).grayColor();
-    painter->setPen(paintColor(cell.locked ? gray : cell.foreColor));
+    painter->setPen(legible(paintColor(cell.locked ? gray : cell.foreColor), paintColor(cell.backColor)));
     painter->drawText(place, index.data(Qt::TextAlignmentRole).toInt(), cell.text);
     if ((option.state & QStyle::State_Selected) != 0) {
         QColor veil = option.palette.color(QPalette::Highlight);
@@ -80,6 +90,16 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
     }
     painter->restore();
+}
+
+// A line below what can be entered, so that it is told from what the controller only shows.
+void SpreadDelegate::paintField(QPainter* painter, const QStyleOptionViewItem& option) const
+{
+    QColor line = option.palette.color(QPalette::Text);
+    line.setAlpha(kFieldLineAlpha);
+    painter->setPen(line);
+    const QRect field = option.rect.adjusted(kFieldInset, 0, -kFieldInset, -1);
+    painter->drawLine(field.bottomLeft(), field.bottomRight());
 }
 
 void SpreadDelegate::paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const

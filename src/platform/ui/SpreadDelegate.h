@@ -38,6 +38,7 @@ Q_SIGNALS:
     void choiceMade(int col, int row, int choice);
 
 private:
+    void paintField(QPainter* painter, const QStyleOptionViewItem& option) const;
     void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const;
     void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option) const;
 };

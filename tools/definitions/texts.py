@@ -1,0 +1,10 @@
+"""Texts of the screen files beside the parameters' own, and how wide a text is."""
+
+import unicodedata
+
+BUTTON = ("Write", "書込")
+
+
+def width(text):
+    """In half-width characters."""
+    return sum(2 if unicodedata.east_asian_width(c) in "FWA" else 1 for c in text)
