@@ -17,7 +17,7 @@ constexpr int kLinkNumber = 1;
 } // namespace
 
 ComSetSession::ComSetSession(const Parts& parts, QObject* parent)
-    : QObject(parent), m_parts(parts), m_uclComm1(parts.ports, parts.clock),
+    : QObject(parent), m_parts(parts), m_uclComm1(parts.ports, parts.library.context().machine.clock),
       m_detection(m_uclComm1, parts.library, parts.commandLine)
 {
     connect(&m_detection, &ModelDetection::asking, this, &ComSetSession::asking);
@@ -75,23 +75,27 @@ void ComSetSession::close()
 QStringList ComSetSession::portTexts() const
 {
     QStringList texts;
-    for (int n = 1; n <= kPorts; ++n) {
-        const platform::ComPort port = m_parts.ports.resolve(n);
-        QStringList parts{QStringLiteral("COM%1").arg(n), port.device, port.description};
-        parts.removeAll(QString());
-        texts << parts.join(QStringLiteral("  "));
-    }
+    for (int n = 1; n <= kPorts; ++n)
+        texts << portText(n);
     return texts;
+}
+
+QString ComSetSession::portText(int number) const
+{
+    const platform::ComPort port = m_parts.ports.resolve(number);
+    QStringList parts{QStringLiteral("COM%1").arg(number), port.device, port.description};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral("  "));
 }
 
 QString ComSetSession::portTrouble(int portPosition) const
 {
-    const int number = portPosition + 1;
-    if (number == m_triedPort && m_uclComm1.State() == 0)
-        return m_uclComm1.errorText();
-    if (number >= 1 && m_parts.ports.resolve(number).device.isEmpty())
-        return QStringLiteral("COM%1: there is no such port; plug the adapter in or choose another port").arg(number);
-    return {};
+    const int number = portPosition >= 0 ? portPosition + 1 : m_triedPort;
+    if (m_parts.ports.resolve(number).device.isEmpty())
+        return QStringLiteral("COM%1: ").arg(number) +
+               m_parts.library.tranStr(
+                   QStringLiteral("there is no such port; plug the adapter in or choose another port"));
+    return number == m_triedPort && m_uclComm1.State() == 0 ? m_uclComm1.errorText() : QString();
 }
 
 QString ComSetSession::pickModel(int modelPosition) const
@@ -157,7 +161,8 @@ bool ComSetSession::confirm(ComSetFields& fields)
 // Off-line the model string is taken as it is; on-line only the controller's own word counts.
 bool ComSetSession::isModelKnown(ComSetFields& fields)
 {
-    if (!m_parts.settings.m_bComm) {
+    const clsCfg* settings = m_parts.library.context().settings;
+    if (settings == nullptr || !settings->m_bComm) {
         const QString before = fields.modelString;
         fields.modelString.clear();
         const DetectionResult result = detect(fields);
@@ -193,5 +198,5 @@ void ComSetSession::dismiss()
 
 void ComSetSession::tell(const QString& text)
 {
-    m_parts.messages.showMessage(text, MessageStyle::kExclamation, QString());
+    m_parts.library.showMessage(text, MessageStyle::kExclamation);
 }

@@ -10,12 +10,9 @@
 #include <optional>
 
 class ComSetOwner;
-class MessagePresenter;
-class clsCfg;
 class clsLibrary;
 
 namespace platform {
-class Clock;
 class ComPorts;
 } // namespace platform
 
@@ -50,10 +47,7 @@ public:
     {
         ComSetOwner& owner;
         const platform::ComPorts& ports;
-        platform::Clock& clock;
-        clsLibrary& library;
-        const clsCfg& settings;
-        MessagePresenter& messages;
+        clsLibrary& library; // with the settings and the presenter of its context
         QString commandLine; // see ModelDetection
     };
 
@@ -67,9 +61,11 @@ public:
 
     // What the lists offer, after open.
     QStringList portTexts() const; // "COM1", with the device and its description when there is one
+    QString triedPortText() const { return portText(m_triedPort); } // the same for the port that is held now
     QStringList speedTexts() const { return m_speeds; }
     QStringList modelCodes() const { return m_codes; }
-    // Why the port at this position cannot be used and what to do; empty when nothing speaks against it.
+    // Why the port at this position (-1: the one that is held now) cannot be used and what to do; empty when nothing
+    // speaks against it.
     QString portTrouble(int portPosition) const;
 
     // The model string for a model that is chosen by hand; empty when there is no such entry.
@@ -98,6 +94,7 @@ Q_SIGNALS:
     void asked();                        // a detection has ended
 
 private:
+    QString portText(int number) const;
     QString selectSpeed(const QString& speed);
     bool isInRange(const ComSetFields& fields);
     bool isModelKnown(ComSetFields& fields);

@@ -30,7 +30,7 @@ QStringList installed(const clsLibrary& library);
 // The first code that begins as the model string does. A text shorter than a model string finds none.
 Selection select(const QString& modelString, const QStringList& codes);
 
-// The model string of a controller without options, for a model that is chosen by hand.
+// The model string of a controller without options: what a bare code stands for, and a model that is chosen by hand.
 QString handPicked(const QString& code);
 
 } // namespace modelcodes

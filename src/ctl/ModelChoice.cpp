@@ -1,6 +1,7 @@
 #include "ModelChoice.h"
 
 #include "LastState.h"
+#include "ModelCodes.h"
 #include "ProgramContext.h"
 
 #include <QFileInfo>
@@ -28,7 +29,7 @@ CommandResult chooseLast(ModelCatalogue& catalogue, const LastState& last, Model
 
 bool matches(const ModelEntry& entry, const QString& wanted)
 {
-    const bool whole = wanted.size() == kModelStringLength && wanted.startsWith(entry.code);
+    const bool whole = wanted.size() == modelcodes::kModelStringLength && wanted.startsWith(entry.code);
     return !entry.code.isEmpty() && (entry.code == wanted || whole);
 }
 
@@ -61,7 +62,7 @@ CommandResult chooseModel(ModelCatalogue& catalogue, const QString& wanted, cons
         if (!matches(entry, wanted))
             continue;
         const bool known = last.modelString.startsWith(entry.code);
-        const QString plain = entry.code + kPlainModelEnding;
+        const QString plain = modelcodes::handPicked(entry.code);
         choice = {entry, wanted != entry.code ? wanted : known ? last.modelString : plain};
         return {};
     }

@@ -15,11 +15,6 @@ struct ModelChoice
     QString modelString; // whole model string, decides which objects the model has
 };
 
-// What a bare code stands for when the settings know no longer string that begins with it: a controller without
-// options.
-inline const QString kPlainModelEnding = QStringLiteral("00000-10A");
-inline constexpr int kModelStringLength = 14;
-
 // Fills the model catalogue in when the settings have none. Fails when the settings file cannot be used.
 CommandResult openCatalogue(ProgramContext& program, ModelCatalogue& catalogue);
 

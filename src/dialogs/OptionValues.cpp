@@ -4,6 +4,8 @@
 #include "clsCfg.h"
 #include "clsLibrary.h"
 
+#include <cmath>
+
 namespace {
 
 struct Check
@@ -42,7 +44,7 @@ FontRecord recordOf(const clsLibrary& library, const clsCfg& settings)
     double size = library.toDouble(settings.m_sFontSize, kPlainSize);
     if (size <= 0 || size > kMaxSize)
         size = kPlainSize;
-    font.tenthsOfPoint = static_cast<int>(size * kTenths + 0.5);
+    font.tenthsOfPoint = static_cast<int>(std::lround(size * kTenths));
     font.charSet = settings.m_lCharSet & kByte;
     font.height = library.toLong(settings.m_sFontHeight, 0);
     font.width = library.toLong(settings.m_sFontWidth, 0);

@@ -1,4 +1,5 @@
 #include "ModelCatalogue.h"
+#include "ModelCodes.h"
 #include "ProgramContext.h"
 #include "SimulatedController.h"
 #include "SimulatorLine.h"
@@ -17,7 +18,6 @@ namespace {
 constexpr int kUsage = 2;
 constexpr int kNoPort = 3;
 constexpr int kNoDefinition = 5;
-const QString kPlainOptions = QStringLiteral("00000-10A"); // behind the five characters of a model code
 
 int fail(int status, const QString& message)
 {
@@ -77,7 +77,7 @@ Options parse(const QCoreApplication& application)
     options.model = parser.value(QStringLiteral("model"));
     options.modelString = parser.value(QStringLiteral("model-string"));
     if (options.modelString.isEmpty())
-        options.modelString = options.model + kPlainOptions;
+        options.modelString = modelcodes::handPicked(options.model);
     options.link = parser.value(QStringLiteral("link"));
     options.device = parser.value(QStringLiteral("device"));
     options.state = parser.value(QStringLiteral("state"));

@@ -1,8 +1,8 @@
 #include "ComSetSession.h"
 
-#include "ComSetOwner.h"
 #include "DetectionFixture.h"
-#include "MessagePresenter.h"
+#include "RecordingMessages.h"
+#include "RecordingOwner.h"
 #include "clsCfg.h"
 
 namespace {
@@ -13,67 +13,32 @@ const char* const kRange = "It is outside the setting range.[ 1 <= X <= 99 ]";
 const char* const kNoResponse = "There was no response.";
 const char* const kOtherModel = "It does not correspond to this model.";
 
-class Owner : public ComSetOwner
-{
-public:
-    explicit Owner(uclComm& link) : m_link(link) {}
-    uclComm& mainLink() override { return m_link; }
-    int slaveAddress() const override { return slave; }
-    int transmissionMode() const override { return mode; }
-    int modelNumber() const override { return number; }
-    QString currentModel() const override { return model; }
-    void setConfirmed(bool confirmed) override { states << (confirmed ? 1 : 0); }
-    void takeOver(int slaveNo, int newMode, int modelPosition, const QString& modelString) override
-    {
-        calls << QStringLiteral("take %1,%2,%3,%4").arg(slaveNo).arg(newMode).arg(modelPosition).arg(modelString);
-    }
-    void startRead() override { calls << QStringLiteral("read, link %1").arg(m_link.State()); }
-
-    int slave = 7;
-    int mode = 0;
-    int number = 2;
-    QString model = QStringLiteral("KX41300000-10A");
-    QList<int> states;
-    QStringList calls;
-
-private:
-    uclComm& m_link;
-};
-
-class Told : public MessagePresenter
-{
-public:
-    QStringList texts;
-
-protected:
-    int present(const Message& message) override
-    {
-        EXPECT_EQ(message.style, MessageStyle::kExclamation);
-        texts << message.prompt;
-        return MessageResult::kOk;
-    }
-};
-
 class Session : public DetectionFixture
 {
 protected:
-    // settings: lines of section "Comm1".
-    ComSetFields open(const QByteArray& settings = {})
+    Session()
     {
-        writeSettings(kCatalogue + "[Comm1]\n" + settings);
+        box.context.settings = &settings;
+        box.context.messages = &messages;
+    }
+
+    // lines: of section "Comm1".
+    ComSetFields open(const QByteArray& lines = {})
+    {
+        writeSettings(kCatalogue + "[Comm1]\n" + lines);
         mainLink = std::make_unique<uclComm>(ports, box.clock);
         mainLink->init(1, &library);
         if (!owner)
-            owner = std::make_unique<Owner>(*mainLink);
-        session = std::make_unique<ComSetSession>(
-            ComSetSession::Parts{*owner, ports, box.clock, library, settings_, told, QString()});
+            owner = std::make_unique<RecordingOwner>(*mainLink);
+        session = std::make_unique<ComSetSession>(ComSetSession::Parts{*owner, ports, library, QString()});
         return session->open();
     }
 
     std::unique_ptr<uclComm> mainLink;
-    std::unique_ptr<Owner> owner;
-    clsCfg settings_;
-    Told told;
+    std::unique_ptr<RecordingOwner> owner;
+    clsCfg settings;
+    RecordingMessages::Record told;
+    RecordingMessages messages{told};
     std::unique_ptr<ComSetSession> session;
 };
 
@@ -233,7 +198,7 @@ TEST_P(SessionCheck, OnOk)
     const Check& row = GetParam();
     plug(row.answer, row.answer);
     ComSetFields fields = open();
-    settings_.m_bComm = row.offLine;
+    settings.m_bComm = row.offLine;
     fields.modelString = QString::fromLatin1(row.modelString);
     EXPECT_EQ(session->confirm(fields), row.valid);
     EXPECT_EQ(owner->states, QList<int>{row.valid ? 1 : 0});
@@ -261,7 +226,7 @@ TEST_F(Session, OffLineTheSlaveNumberIsCheckedToo)
 {
     plug(kSilent);
     ComSetFields fields = open();
-    settings_.m_bComm = true;
+    settings.m_bComm = true;
     fields.slaveText = QStringLiteral("100");
     EXPECT_FALSE(session->confirm(fields));
     EXPECT_EQ(told.texts, QStringList{QString::fromLatin1(kRange)});

@@ -189,6 +189,19 @@ TEST_F(Detecting, StopEndsTheWaitAtOnceAndALateReplyIsDropped)
     EXPECT_EQ(detection->modelString().toStdString(), kOld);
 }
 
+TEST_F(Detecting, TheEndOfTheProgramEndsTheWait)
+{
+    plug([](const QByteArray&) {
+        QCoreApplication::quit();
+        return QByteArray();
+    });
+    start();
+    Detection ended{DetectionResult::Found, 0};
+    QTimer::singleShot(0, &pulse, [&] { ended = detection->detect(1, 0, kCodes); });
+    QCoreApplication::exec();
+    EXPECT_EQ(ended.result, DetectionResult::Stopped);
+}
+
 TEST_F(Detecting, StoppedBetweenTheQuestionsAsksNoMore)
 {
     plug(kOther, kKX620);

@@ -43,8 +43,8 @@ TEST(CommandLine, HelpListsEveryOptionAndCommand)
 {
     EXPECT_EQ(parseCommandLine(words("--help")).line.command, Command::Help);
     EXPECT_EQ(parseCommandLine(words("--version read")).line.command, Command::Version);
-    for (const char* word : {"models", "ports", "read", "--port", "--speed", "--chara", "--mode", "--slave", "--model",
-                             "--timeout", "--quiet", "-o FILE", "--as"})
+    for (const char* word : {"models", "ports", "detect", "read", "--port", "--speed", "--chara", "--mode", "--slave",
+                             "--model", "--timeout", "--quiet", "-o FILE", "--as"})
         EXPECT_TRUE(helpText().contains(QString::fromLatin1(word))) << word;
 }
 
@@ -68,7 +68,7 @@ TEST_P(RefusedCommandLine, SaysWhyInOneLine)
 INSTANTIATE_TEST_SUITE_P(
     Cases, RefusedCommandLine,
     ::testing::Values(
-        Refused{"NoCommand", "--quiet", "no command"}, Refused{"UnknownCommand", "detect", "\"detect\""},
+        Refused{"NoCommand", "--quiet", "no command"}, Refused{"UnknownCommand", "explode", "\"explode\""},
         Refused{"TooManyWords", "read VQSV1", "\"VQSV1\""}, Refused{"UnknownOption", "--prot x read", "prot"},
         Refused{"OptionWithoutValue", "read --port", "port"}, Refused{"SlaveZero", "--slave 0 read", "--slave"},
         Refused{"SlaveAbove", "--slave 248 read", "247"}, Refused{"SlaveText", "--slave one read", "\"one\""},

@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr int kWidthInCharacters = 64;
+constexpr int kPortCharacters = 40; // a device and the beginning of its description
 
 template <class Control> Control* named(Control* control, const char* name)
 {
@@ -45,7 +45,7 @@ QHBoxLayout* sideBySide(QWidget* first, QWidget* second)
 } // namespace
 
 frmComSet::frmComSet(const ComSetSession::Parts& parts, QWidget* parent)
-    : QDialog(parent), m_library(parts.library), m_session(parts)
+    : QDialog(parent), m_library(parts.library), m_session(parts), m_placement(*this, QStringLiteral("frmComSet"))
 {
     setupForm();
     setupTabOrder();
@@ -54,6 +54,9 @@ frmComSet::frmComSet(const ComSetSession::Parts& parts, QWidget* parent)
     nameFields();
     fill(m_session.open());
     connectControls();
+    adjustSize();
+    m_library.loadFormSize(m_placement);
+    growForTrouble();
     m_port->setFocus();
 }
 
@@ -76,7 +79,6 @@ void frmComSet::setupForm()
     layout->addWidget(setupProgress());
     layout->addStretch();
     layout->addWidget(setupButtons());
-    setMinimumWidth(fontMetrics().averageCharWidth() * kWidthInCharacters);
 }
 
 QGroupBox* frmComSet::setupPortFrame()
@@ -85,7 +87,7 @@ QGroupBox* frmComSet::setupPortFrame()
     m_port = named(new QComboBox(frame), "Combo1");
     // A long description of an adapter must not widen the dialog.
     m_port->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_port->setMinimumContentsLength(24);
+    m_port->setMinimumContentsLength(kPortCharacters);
     m_trouble = named(new QLabel(frame), "lblTrouble");
     m_trouble->setTextFormat(Qt::PlainText);
     m_trouble->setWordWrap(true);
@@ -96,7 +98,7 @@ QGroupBox* frmComSet::setupPortFrame()
     m_labels[0] = labelFor(m_port, "Label1", QStringLiteral("&Port:"), frame);
     m_labels[1] = labelFor(m_speed, "Label2", QStringLiteral("&Speed:"), frame);
     auto* layout = new QFormLayout(frame);
-    layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     layout->addRow(m_labels[0], m_port);
     layout->addRow(m_trouble);
     layout->addRow(m_labels[1], m_speed);
@@ -129,7 +131,7 @@ QGroupBox* frmComSet::setupControllerFrame()
     modelRow->addWidget(m_model, 1);
     modelRow->addWidget(m_detect);
     auto* layout = new QFormLayout(frame);
-    layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     layout->addRow(m_labels[2], m_slave);
     layout->addRow(m_labels[3], modelRow);
     layout->addRow(m_labels[4], m_modelString);
@@ -219,7 +221,7 @@ void frmComSet::connectControls()
 void frmComSet::fill(const ComSetFields& fields)
 {
     m_port->addItems(m_session.portTexts());
-    m_port->setPlaceholderText(QStringLiteral("COM..."));
+    m_port->setPlaceholderText(m_session.triedPortText());
     m_speed->addItems(m_session.speedTexts());
     m_model->addItems(m_session.modelCodes());
     m_port->setCurrentIndex(fields.portPosition);
@@ -257,6 +259,16 @@ void frmComSet::showPortTrouble()
     const QString trouble = m_session.portTrouble(m_port->currentIndex());
     m_trouble->setText(trouble);
     m_trouble->setVisible(!trouble.isEmpty());
+    growForTrouble();
+}
+
+// A window does not grow by itself for a text that wraps.
+void frmComSet::growForTrouble()
+{
+    layout()->activate();
+    const int needed = layout()->totalHeightForWidth(width());
+    if (needed > height())
+        resize(width(), needed);
 }
 
 void frmComSet::showProgress(const QString& address)
@@ -332,4 +344,12 @@ void frmComSet::closeEvent(QCloseEvent* event)
         return; // hidden: OK is at work, or all is done
     m_session.stop();
     leave();
+}
+
+// Hidden by whatever way; a minimised dialog is still open.
+void frmComSet::hideEvent(QHideEvent* event)
+{
+    if (!event->spontaneous())
+        m_library.saveFormSize(m_placement);
+    QDialog::hideEvent(event);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ComSetSession.h"
+#include "WidgetPlacement.h"
 
 #include <QDialog>
 
@@ -41,6 +42,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     void setupForm();
@@ -58,6 +60,7 @@ private:
     ComSetFields readFields() const;
     void showFields(const ComSetFields& fields);
     void showPortTrouble();
+    void growForTrouble();
     void showProgress(const QString& address);
     void hideProgress();
     void enableControls(bool enabled);
@@ -69,6 +72,7 @@ private:
     clsLibrary& m_library;
     ComSetSession m_session;
     std::unique_ptr<platform::ControlRegistry> m_registry;
+    platform::WidgetPlacement m_placement;
 
     QGroupBox* m_frames[3] = {};
     QLabel* m_labels[5] = {};

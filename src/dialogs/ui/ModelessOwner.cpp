@@ -14,6 +14,7 @@ void ModelessOwner::take(QWidget& dialog, QWidget* owner, bool disable)
     m_disabled = disable;
     if (owner != nullptr)
         owner->setEnabled(!disable);
+    dialog.setEnabled(true); // it is a child of the owner, and would be disabled with it
 }
 
 void ModelessOwner::release()

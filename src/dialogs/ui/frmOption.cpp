@@ -40,7 +40,8 @@ QVBoxLayout* columnOn(QWidget* page)
 } // namespace
 
 frmOption::frmOption(clsLibrary& library, clsCfg& settings, OptionOwner& owner, FontChooser chooser)
-    : m_library(library), m_operations(owner), m_chooser(std::move(chooser)), m_values(library, settings)
+    : m_library(library), m_operations(owner), m_chooser(std::move(chooser)), m_values(library, settings),
+      m_placement(*this, QStringLiteral("frmOption"))
 {
     setupForm();
     registerControls();
@@ -171,6 +172,8 @@ void frmOption::showModeless(QWidget* frmOwner, bool bDisable)
     platform::nameField(*m_languages, m_frames[0]->title());
     platform::nameField(*m_tabs, windowTitle());
     fill();
+    adjustSize();
+    m_library.loadFormSize(m_placement);
     show();
     m_languages->setFocus();
 }
@@ -220,7 +223,9 @@ void frmOption::trace(const QString& message)
 // Hidden by whatever way; a minimised dialog is still open.
 void frmOption::hideEvent(QHideEvent* event)
 {
-    if (!event->spontaneous())
+    if (!event->spontaneous()) {
         m_owner.release();
+        m_library.saveFormSize(m_placement);
+    }
     QDialog::hideEvent(event);
 }

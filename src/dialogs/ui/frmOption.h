@@ -3,6 +3,7 @@
 #include "FontChooser.h"
 #include "ModelessOwner.h"
 #include "OptionValues.h"
+#include "WidgetPlacement.h"
 
 #include <QDialog>
 
@@ -57,6 +58,7 @@ private:
     FontChooser m_chooser;
     OptionValues m_values;
     ModelessOwner m_owner;
+    platform::WidgetPlacement m_placement;
     std::unique_ptr<platform::ControlRegistry> m_registry;
     clsLog* m_errorLog = nullptr;
     clsLog* m_traceLog = nullptr;

@@ -10,8 +10,8 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-frmShowVersion::frmShowVersion(const clsLibrary& library, const ProgramVersion& version, Layout layout)
-    : m_library(library), m_version(version), m_layout(std::move(layout))
+frmShowVersion::frmShowVersion(const clsLibrary& library, const ProgramVersion& version)
+    : m_library(library), m_version(version), m_placement(*this, QStringLiteral("frmShowVersion"))
 {
     setupForm();
     m_registry = std::make_unique<platform::ControlRegistry>(*this, QStringLiteral("frmShowVersion"));
@@ -42,12 +42,16 @@ void frmShowVersion::setupForm()
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
     auto* layout = new QVBoxLayout(this);
+    // Room around the few words, whatever their font.
+    const int space = fontMetrics().height();
+    layout->setContentsMargins(4 * space, space, 4 * space, space);
+    layout->setSpacing(space / 2);
     layout->addStretch();
     layout->addWidget(m_title);
     layout->addWidget(m_text);
+    layout->addSpacing(space / 2);
     layout->addStretch();
     layout->addWidget(m_exit, 0, Qt::AlignHCenter);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 40);
 }
 
 void frmShowVersion::showModeless(QWidget* frmOwner, bool bModal)
@@ -62,13 +66,12 @@ void frmShowVersion::showModeless(QWidget* frmOwner, bool bModal)
 void frmShowVersion::loadForm()
 {
     m_library.tranForm(*m_registry);
-    adjustSize();
-    centre();
     setWindowTitle(m_library.tranStr(QStringLiteral("VersionInfo")));
     m_title->setText(m_library.tranStr(m_library.context().machine.folders.baseName()));
     m_text->setText(m_version.text(m_library));
-    if (m_layout.load)
-        m_layout.load(*this);
+    adjustSize();
+    centre();
+    m_library.loadFormSize(m_placement); // a stored place goes before the middle of the screen
 }
 
 void frmShowVersion::centre()
@@ -82,8 +85,7 @@ void frmShowVersion::hideEvent(QHideEvent* event)
 {
     if (!event->spontaneous()) {
         m_owner.release();
-        if (m_layout.save)
-            m_layout.save(*this);
+        m_library.saveFormSize(m_placement);
     }
     QDialog::hideEvent(event);
 }

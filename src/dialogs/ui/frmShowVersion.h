@@ -2,10 +2,10 @@
 
 #include "ModelessOwner.h"
 #include "ProgramVersion.h"
+#include "WidgetPlacement.h"
 
 #include <QDialog>
 
-#include <functional>
 #include <memory>
 
 class QLabel;
@@ -22,14 +22,7 @@ class frmShowVersion : public QDialog
     Q_OBJECT
 
 public:
-    // How the place of the form is restored when it opens and kept when it closes; either may be missing.
-    struct Layout
-    {
-        std::function<void(QWidget& form)> load;
-        std::function<void(QWidget& form)> save;
-    };
-
-    frmShowVersion(const clsLibrary& library, const ProgramVersion& version, Layout layout = {});
+    frmShowVersion(const clsLibrary& library, const ProgramVersion& version);
     ~frmShowVersion() override;
 
     // bModal: the owner is disabled while the dialog is open.
@@ -45,7 +38,7 @@ private:
 
     const clsLibrary& m_library;
     const ProgramVersion m_version;
-    const Layout m_layout;
+    platform::WidgetPlacement m_placement;
     ModelessOwner m_owner;
     std::unique_ptr<platform::ControlRegistry> m_registry;
     QLabel* m_title = nullptr;     // lblTitle

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "OptionOwner.h"
+#include "OptionValues.h"
+#include "SoundController.h"
+#include "TestMachine.h"
+#include "clsCfg.h"
+#include "clsLibrary.h"
+
+#include <gtest/gtest.h>
+
+// Settings with two languages, the second one in use.
+class OptionsFixture : public ::testing::Test
+{
+protected:
+    OptionsFixture() : library(box.context)
+    {
+        settings.init(&library);
+        box.context.settings = &settings;
+    }
+
+    void load(const QByteArray& setting = {}, const QByteArray& languages = kTwoLanguages)
+    {
+        library.getIniFilePath(QStringLiteral("Main"));
+        ASSERT_TRUE(soundController::writeFile(settingsPath(), languages + "[Setting]\n" + setting));
+        box.context.languageFile = QStringLiteral("JP.txt");
+        settings.load();
+    }
+
+    QString settingsPath() const { return box.path(QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini")); }
+    QByteArray settingsFile() const
+    {
+        QFile file(settingsPath());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    inline static const QByteArray kTwoLanguages =
+        "[Language]\nLanguageMax=2\nLanguage1=English  [EN.txt  Ver(1.0)]\nLanguageFile1=EN.txt\n"
+        "Language2=Japanese  [JP.txt  Ver(1.0)]\nLanguageFile2=JP.txt\n";
+
+    TestMachine box;
+    clsLibrary library;
+    clsCfg settings;
+};

@@ -1,0 +1,209 @@
+#include "frmOption.h"
+
+#include "../dialogs/OptionsFixture.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+class OptionDialog : public OptionsFixture, public OptionOwner
+{
+protected:
+    void tranForm() override { calls << QStringLiteral("tranForm"); }
+    void doCommCheck() override { calls << QStringLiteral("doCommCheck"); }
+
+    void open(bool disable = true)
+    {
+        if (!dialog)
+            dialog = std::make_unique<frmOption>(library, settings, *this, [this](QWidget*, const FontRecord& current) {
+                offered = current;
+                return chosen;
+            });
+        owner.show();
+        dialog->showModeless(&owner, disable);
+    }
+
+    template <class Widget> Widget* find(const char* name) { return dialog->findChild<Widget*>(QLatin1String(name)); }
+    QCheckBox* check(int index) { return dialog->findChild<QCheckBox*>(QStringLiteral("Check1_%1").arg(index)); }
+    void click(const char* name) { find<QPushButton>(name)->click(); }
+
+    QStringList calls;
+    FontRecord offered;
+    std::optional<FontRecord> chosen;
+    QWidget owner;
+    std::unique_ptr<frmOption> dialog;
+};
+
+struct Change
+{
+    const char* name;
+    std::function<void(OptionDialog& test, frmOption& dialog)> make;
+    const char* calls;
+};
+
+void PrintTo(const Change& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
+class OptionChange : public OptionDialog, public ::testing::WithParamInterface<Change>
+{
+public:
+    using OptionDialog::chosen;
+};
+
+void toggle(frmOption& dialog, int index)
+{
+    dialog.findChild<QCheckBox*>(QStringLiteral("Check1_%1").arg(index))->toggle();
+}
+
+void chooseFontIn(frmOption& dialog)
+{
+    dialog.findChild<QPushButton*>(QStringLiteral("Command2"))->click();
+}
+
+TEST_P(OptionChange, TellsTheOwnerWhatConcernsIt)
+{
+    load();
+    open();
+    GetParam().make(*this, *dialog);
+    click("Command1_0");
+    EXPECT_EQ(calls.join(u' ').toStdString(), GetParam().calls);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_TRUE(owner.isEnabled());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, OptionChange,
+    ::testing::Values(
+        Change{"Nothing", [](auto&, frmOption&) {}, "doCommCheck"},
+        Change{"LoadingScreen", [](auto&, frmOption& d) { toggle(d, 5); }, "doCommCheck"},
+        Change{"OffLine", [](auto&, frmOption& d) { toggle(d, 6); }, "doCommCheck"},
+        Change{"ColumnWidths", [](auto&, frmOption& d) { toggle(d, 3); }, "tranForm doCommCheck"},
+        Change{"ForcedFont", [](auto&, frmOption& d) { toggle(d, 4); }, "tranForm doCommCheck"},
+        Change{"ForcedFontAndBack", [](auto&, frmOption& d) { toggle(d, 4), toggle(d, 4); }, "doCommCheck"},
+        Change{"Language",
+               [](auto&, frmOption& d) { d.findChild<QComboBox*>(QStringLiteral("Combo1"))->setCurrentIndex(0); },
+               "tranForm doCommCheck"},
+        Change{"FontCancelled", [](auto&, frmOption& d) { chooseFontIn(d); }, "doCommCheck"},
+        Change{"FontChosen",
+               [](OptionDialog& test, frmOption& d) {
+                   static_cast<OptionChange&>(test).chosen = FontRecord{QStringLiteral("Mono"), 120, 0, -16, 0};
+                   chooseFontIn(d);
+               },
+               "tranForm doCommCheck"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(OptionDialog, ShowsTheSettings)
+{
+    load("ForceFont=Mono\nForceFontSize=10.5\nUseCommunicate=True\n");
+    open();
+    EXPECT_EQ(find<QTabWidget>("SSTab1")->currentIndex(), 0);
+    EXPECT_EQ(find<QComboBox>("Combo1")->currentText(), u"Japanese  [JP.txt  Ver(1.0)]");
+    EXPECT_EQ(find<QLabel>("Label1")->text(), u"Mono:10.5pt");
+    for (int i = 0; i < OptionValues::kChecks; ++i)
+        EXPECT_EQ(check(i)->isChecked(), i == 6) << i;
+    click("Command2");
+    EXPECT_EQ(offered, (FontRecord{QStringLiteral("Mono"), 105, 0, 0, 0}));
+    EXPECT_EQ(find<QLabel>("Label1")->text(), u"Mono:10.5pt") << "cancelled";
+}
+
+TEST_F(OptionDialog, LanguageOutsideTheListStaysInUse)
+{
+    load("", "[Language]\nLanguageMax=1\nLanguage1=English\nLanguageFile1=EN.txt\n");
+    open();
+    EXPECT_EQ(find<QComboBox>("Combo1")->currentIndex(), -1);
+    click("Command1_0");
+    EXPECT_EQ(box.context.languageFile, u"JP.txt");
+    EXPECT_EQ(calls, QStringList{QStringLiteral("doCommCheck")});
+}
+
+struct Leaving
+{
+    const char* name;
+    std::function<void(frmOption& dialog)> leave;
+};
+
+void PrintTo(const Leaving& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
+class OptionLeaving : public OptionDialog, public ::testing::WithParamInterface<Leaving>
+{};
+
+TEST_P(OptionLeaving, StoresNothingAndFreesTheOwner)
+{
+    load();
+    open();
+    EXPECT_FALSE(owner.isEnabled());
+    EXPECT_TRUE(dialog->isModal());
+    const QByteArray before = settingsFile();
+    check(4)->toggle();
+    find<QComboBox>("Combo1")->setCurrentIndex(0);
+    GetParam().leave(*dialog);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_TRUE(owner.isEnabled());
+    EXPECT_TRUE(calls.isEmpty());
+    EXPECT_EQ(settingsFile(), before);
+    open();
+    EXPECT_FALSE(check(4)->isChecked()) << "filled anew";
+    EXPECT_EQ(find<QComboBox>("Combo1")->count(), 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, OptionLeaving,
+                         ::testing::Values(Leaving{"Cancel",
+                                                   [](frmOption& d) {
+                                                       d.findChild<QPushButton*>(QStringLiteral("Command1_1"))->click();
+                                                   }},
+                                           Leaving{"Escape", [](frmOption& d) { QTest::keyClick(&d, Qt::Key_Escape); }},
+                                           Leaving{"Closed", [](frmOption& d) { d.close(); }}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(OptionDialog, AnOwnerThatIsNotToBeDisabledStaysAsItIs)
+{
+    load();
+    open(false);
+    EXPECT_TRUE(owner.isEnabled());
+    EXPECT_FALSE(dialog->isModal());
+    owner.setEnabled(false);
+    dialog->close();
+    EXPECT_FALSE(owner.isEnabled()) << "somebody else's";
+}
+
+TEST_F(OptionDialog, TheOwnerIsFreeWhenTheDialogGoes)
+{
+    load();
+    open();
+    dialog.reset();
+    EXPECT_TRUE(owner.isEnabled());
+}
+
+TEST_F(OptionDialog, SpeaksTheLanguageInUseEachTimeItOpens)
+{
+    load();
+    ASSERT_TRUE(soundController::writeFile(box.path(QStringLiteral("C:\\Vorlant\\Lang\\XX.txt")),
+                                           "[frmOption]\nCaption=Wahl\n[Caption]\nfrmOption-SSTab1-1=Fragen\n"
+                                           "frmOption-Check1-6=Ohne Leitung\nfrmOption-Label1-0=Schrift\n"
+                                           "frmOption-Frame1-0=Sprache\n"));
+    open();
+    EXPECT_EQ(find<QTabWidget>("SSTab1")->tabText(1), u"Questions");
+    dialog->close();
+    box.context.languageFile = QStringLiteral("XX.txt");
+    open();
+    EXPECT_EQ(dialog->windowTitle(), u"Wahl");
+    EXPECT_EQ(find<QTabWidget>("SSTab1")->tabText(1), u"Fragen");
+    EXPECT_EQ(check(6)->text(), u"Ohne Leitung");
+    EXPECT_EQ(find<QLabel>("Label1")->text(), u"System:9pt") << "the font, not a caption";
+    EXPECT_EQ(find<QComboBox>("Combo1")->accessibleName(), u"Sprache");
+}
+
+} // namespace
