@@ -215,8 +215,7 @@ void frmMain::showCommSetting()
 {
     if (m_comSet != nullptr || m_engine->isBusy())
         return;
-    frmComSet dialog({*this, m_program.ports(), m_program.clock(), m_program.library(), m_program.settings(),
-                      *m_questions, QCoreApplication::arguments().mid(1).join(u' ')},
+    frmComSet dialog({*this, m_program.ports(), m_program.library(), QCoreApplication::arguments().mid(1).join(u' ')},
                      this);
     m_comSet = &dialog;
     dialog.Logs(&m_program.errorLog(), &m_program.traceLog());
@@ -248,16 +247,8 @@ void frmMain::showOption()
 
 void frmMain::showVersion()
 {
-    clsLibrary& library = m_program.library();
-    const auto place = [](QWidget& form) { return platform::WidgetPlacement(form, QStringLiteral("frmShowVersion")); };
     if (m_version == nullptr)
-        m_version = std::make_unique<frmShowVersion>(
-            library, ProgramVersion::current(),
-            frmShowVersion::Layout{[&library, place](QWidget& form) {
-                                       platform::WidgetPlacement placement = place(form);
-                                       library.loadFormSize(placement);
-                                   },
-                                   [&library, place](QWidget& form) { library.saveFormSize(place(form)); }});
+        m_version = std::make_unique<frmShowVersion>(m_program.library(), ProgramVersion::current());
     m_version->showModeless(this, true);
 }
 
