@@ -17,6 +17,7 @@ constexpr int kVoltagePlaces = 3;                      // of a voltage input, in
 constexpr int kMaxQuoted = 40;                         // characters of a faulty text that are quoted
 constexpr platform::ColorRef kChangedColor = 0xFF0000; // blue
 const QString kSeparator = QStringLiteral("vbTab");
+const QString kTablesFile = QStringLiteral("MultiSelect.ini");
 
 ItemType typeOf(const QString& name)
 {
@@ -163,9 +164,14 @@ void clsData::readTables()
 {
     if (m_library->context().eventLog != nullptr)
         m_library->context().eventLog->LogWrite(QStringLiteral("ReadMulti   :") + m_tag);
+    const QString folder = m_library->getIniFilePath(QString());
+    if (!m_library->FileExists(folder + u'\\' + kTablesFile)) {
+        m_owner->noteMissingTables();
+        return;
+    }
     clsINI tables(m_library->context());
-    tables.setIniPath(m_library->getIniFilePath(QString()));
-    tables.setIniFileName(QStringLiteral("MultiSelect.ini"));
+    tables.setIniPath(folder);
+    tables.setIniFileName(kTablesFile);
     m_multiTable.load(tables, m_multiSection, *m_library);
     m_inputCTable.load(tables, m_inputCSection, *m_library);
     m_inputKTable.load(tables, m_inputKSection, *m_library);

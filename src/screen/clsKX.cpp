@@ -2,6 +2,7 @@
 
 #include "GridBuilder.h"
 #include "GridRefresh.h"
+#include "MessagePresenter.h"
 #include "Numbers.h"
 #include "OptionExpression.h"
 #include "clsINI.h"
@@ -133,6 +134,16 @@ void clsKX::clear()
     m_circles.clear();
     m_colors.clear();
     m_faultCount = 0;
+    m_tablesMissing = false;
+}
+
+void clsKX::noteMissingTables()
+{
+    if (m_tablesMissing)
+        return;
+    m_tablesMissing = true;
+    logError(QStringLiteral("MultiSelect.ini is missing: choices from tables stay empty"));
+    m_library->showMessage(m_library->tranStr(QStringLiteral("Not Found MultiSelect.ini")), MessageStyle::kExclamation);
 }
 
 void clsKX::noteFault(const QString& where, const QString& fault)

@@ -116,6 +116,7 @@ public:
         int& m_depth;
     };
     void noteCircle(const clsData& item) const; // once for each item and load
+    void noteMissingTables();                   // told to the user once for each load
 
     // The unit switch: which input table an item uses. 0 Celsius, else Kelvin.
     int unitSwitch() const { return m_unitSwitch; }
@@ -154,6 +155,7 @@ private:
     mutable int m_referenceDepth = 0;
     mutable QSet<int> m_circles; // numbers of the items whose references run in a circle
     int m_faultCount = 0;
+    bool m_tablesMissing = false;
     QHash<QString, bool> m_colors; // texts checked during the load: whether they are colours
 
     std::vector<std::unique_ptr<clsBlock>> m_blocks;

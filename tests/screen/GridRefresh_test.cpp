@@ -1,3 +1,4 @@
+#include "RecordingMessages.h"
 #include "ScreenFixture.h"
 
 namespace {
@@ -82,6 +83,19 @@ TEST_P(UnitSwitch, IsReadBeforeTheRange)
 
 INSTANTIATE_TEST_SUITE_P(Types, UnitSwitch, ::testing::Values("Bit", "Combo"),
                          [](const auto& type) { return std::string(type.param); });
+
+TEST_F(Refresh, MissingTablesAreToldOnce)
+{
+    RecordingMessages::Record told;
+    RecordingMessages presenter(told);
+    box.context.messages = &presenter;
+    load("[Setting]\nDataMaxCount=2\nMaxRow=5\nMaxCol=1\n" +
+         dataSection(1, "Tag=A\nCellType=Multi\nMultiSelectSection=AL\nDataLen=1") +
+         dataSection(2, "Tag=B\nCellType=Input\nInputCSelectSection=C\nDataLen=1"));
+    EXPECT_EQ(told.texts, QStringList{QStringLiteral("Not Found MultiSelect.ini")});
+    EXPECT_EQ(kx.items().size(), 2U);
+    EXPECT_FALSE(QFile::exists(box.path(definition(QStringLiteral("MultiSelect.ini"))))) << "none is invented";
+}
 
 TEST_F(Refresh, WordsAreShownInTheUsersLanguage)
 {
