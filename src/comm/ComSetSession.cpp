@@ -75,14 +75,18 @@ void ComSetSession::close()
 QStringList ComSetSession::portTexts() const
 {
     QStringList texts;
-    for (int n = 1; n <= kPorts; ++n)
-        texts << portText(n);
+    for (const platform::ComPort& port : m_parts.ports.first(kPorts))
+        texts << portText(static_cast<int>(texts.size()) + 1, port);
     return texts;
 }
 
-QString ComSetSession::portText(int number) const
+QString ComSetSession::triedPortText() const
 {
-    const platform::ComPort port = m_parts.ports.resolve(number);
+    return portText(m_triedPort, m_parts.ports.resolve(m_triedPort));
+}
+
+QString ComSetSession::portText(int number, const platform::ComPort& port)
+{
     QStringList parts{QStringLiteral("COM%1").arg(number), port.device, port.description};
     parts.removeAll(QString());
     return parts.join(QStringLiteral("  "));
@@ -91,7 +95,7 @@ QString ComSetSession::portText(int number) const
 QString ComSetSession::portTrouble(int portPosition) const
 {
     const int number = portPosition >= 0 ? portPosition + 1 : m_triedPort;
-    if (m_parts.ports.resolve(number).device.isEmpty())
+    if (m_parts.ports.device(number).isEmpty())
         return QStringLiteral("COM%1: ").arg(number) +
                m_parts.library.tranStr(
                    QStringLiteral("there is no such port; plug the adapter in or choose another port"));

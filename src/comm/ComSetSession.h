@@ -14,6 +14,7 @@ class clsLibrary;
 
 namespace platform {
 class ComPorts;
+struct ComPort;
 } // namespace platform
 
 // What the fields of the communication settings hold.
@@ -61,7 +62,7 @@ public:
 
     // What the lists offer, after open.
     QStringList portTexts() const; // "COM1", with the device and its description when there is one
-    QString triedPortText() const { return portText(m_triedPort); } // the same for the port that is held now
+    QString triedPortText() const; // the same for the port that is held now
     QStringList speedTexts() const { return m_speeds; }
     QStringList modelCodes() const { return m_codes; }
     // Why the port at this position (-1: the one that is held now) cannot be used and what to do; empty when nothing
@@ -94,7 +95,7 @@ Q_SIGNALS:
     void asked();                        // a detection has ended
 
 private:
-    QString portText(int number) const;
+    static QString portText(int number, const platform::ComPort& port);
     QString selectSpeed(const QString& speed);
     bool isInRange(const ComSetFields& fields);
     bool isModelKnown(ComSetFields& fields);

@@ -84,7 +84,7 @@ QString uclComm::section() const
 
 QString uclComm::device() const
 {
-    return m_ports.resolve(m_port).device;
+    return m_comm.device().isEmpty() ? m_ports.device(m_port) : m_comm.device();
 }
 
 QString uclComm::errorText() const

@@ -65,7 +65,7 @@ CommandResult ControlLink::assignPort()
     if (m_line.port.isEmpty())
         return {};
     const int number = comNumber(m_line.port);
-    const QString device = number == 0 ? m_line.port : m_program.ports().resolve(number).device;
+    const QString device = number == 0 ? m_line.port : m_program.ports().device(number);
     if (device.isEmpty())
         return noPort(QStringLiteral("%1: there is no such port; vorlantctl ports lists them").arg(m_line.port));
     m_program.ports().assign(settingsPortNumber(m_program.library()), device);

@@ -14,12 +14,13 @@ CommandResult listPorts(const platform::ComPorts& ports)
 {
     TextTable table({QStringLiteral("Port"), QStringLiteral("Device"), QStringLiteral("Description")});
     QSet<QString> named;
-    for (int n = 1; n <= kMaxComNumber; ++n) {
-        const platform::ComPort port = ports.resolve(n);
+    int number = 0;
+    for (const platform::ComPort& port : ports.first(kMaxComNumber)) {
+        ++number;
         if (port.device.isEmpty())
             continue;
         named.insert(port.device);
-        table.add({QStringLiteral("COM%1").arg(n), port.device, port.description});
+        table.add({QStringLiteral("COM%1").arg(number), port.device, port.description});
     }
     bool any = !named.isEmpty();
     for (const platform::ComPort& port : ports.installed()) {

@@ -76,14 +76,42 @@ QVector<ComPort> ComPorts::installed() const
     return ports;
 }
 
-ComPort ComPorts::resolve(int number) const
+QString ComPorts::namedDevice(int number) const
 {
     QString device = m_assigned.value(number);
     if (device.isEmpty())
         device = m_environment.value(QStringLiteral("VORLANT_") + keyOf(number));
     if (device.isEmpty() && m_settingsLookup)
         device = m_settingsLookup(keyOf(number));
+    return device;
+}
+
+QString ComPorts::device(int number) const
+{
+    const QString named = namedDevice(number);
+    if (!named.isEmpty())
+        return named;
     const QVector<ComPort> ports = installed();
+    return number >= 1 && number <= ports.size() ? ports[number - 1].device : QString();
+}
+
+ComPort ComPorts::resolve(int number) const
+{
+    return resolveAmong(installed(), number);
+}
+
+QVector<ComPort> ComPorts::first(int count) const
+{
+    const QVector<ComPort> ports = installed();
+    QVector<ComPort> named;
+    for (int number = 1; number <= count; ++number)
+        named << resolveAmong(ports, number);
+    return named;
+}
+
+ComPort ComPorts::resolveAmong(const QVector<ComPort>& ports, int number) const
+{
+    const QString device = namedDevice(number);
     if (device.isEmpty())
         return number >= 1 && number <= ports.size() ? ports[number - 1] : ComPort{};
     const auto known = std::find_if(ports.cbegin(), ports.cend(), [&](const ComPort& p) { return p.device == device; });

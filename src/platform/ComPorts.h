@@ -28,8 +28,10 @@ public:
     explicit ComPorts(const QProcessEnvironment& environment, SettingsLookup settingsLookup = {},
                       Enumerate enumerate = {});
 
-    // number: 1 and up.
+    // number: 1 and up. The device alone is cheap when it is named; the description needs a look at all ports.
+    QString device(int number) const;
     ComPort resolve(int number) const;
+    QVector<ComPort> first(int count) const; // COM1 to COMcount, with one look at the machine
 
     // The machine's ports, USB adapters first, in natural name order.
     QVector<ComPort> installed() const;
@@ -38,6 +40,9 @@ public:
     void assign(int number, const QString& device);
 
 private:
+    QString namedDevice(int number) const;
+    ComPort resolveAmong(const QVector<ComPort>& ports, int number) const;
+
     QProcessEnvironment m_environment;
     SettingsLookup m_settingsLookup;
     Enumerate m_enumerate;

@@ -230,7 +230,7 @@ bool MSComm::setPortOpen(bool open)
             m_port.close();
         return true;
     }
-    const QString device = m_ports.resolve(m_commPort).device;
+    const QString device = m_ports.device(m_commPort);
     if (device.isEmpty()) {
         m_device.clear();
         m_trouble = {kNotOpened, QStringLiteral("there is no such port; plug the adapter in or choose another port")};

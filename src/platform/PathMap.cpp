@@ -1,8 +1,10 @@
 #include "PathMap.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
-#include <QStorageInfo>
+
+#include <sys/statvfs.h>
 
 namespace platform {
 
@@ -111,11 +113,11 @@ PathMap::DriveType PathMap::driveType(const QString& root) const
 bool PathMap::diskSpace(const QString& desktopPath, qint64& totalBytes, qint64& freeBytes) const
 {
     const QString machine = toMachine(desktopPath);
-    const QStorageInfo storage(machine);
-    if (machine.isEmpty() || !storage.isValid())
+    struct statvfs disk = {};
+    if (machine.isEmpty() || statvfs(QFile::encodeName(machine).constData(), &disk) != 0)
         return false;
-    totalBytes = storage.bytesTotal();
-    freeBytes = storage.bytesAvailable();
+    totalBytes = static_cast<qint64>(disk.f_blocks) * static_cast<qint64>(disk.f_frsize);
+    freeBytes = static_cast<qint64>(disk.f_bavail) * static_cast<qint64>(disk.f_frsize);
     return true;
 }
 

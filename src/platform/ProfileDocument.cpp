@@ -8,6 +8,7 @@ namespace platform {
 
 namespace {
 
+constexpr qsizetype kUsualKeys = 30; // of a section that describes a parameter
 const QByteArray kUtf8Mark = "\xEF\xBB\xBF";
 
 bool isAscii(const QByteArray& bytes)
@@ -77,33 +78,46 @@ ProfileDocument::ProfileDocument(const QByteArray& bytes, const CodePage& codePa
 
 void ProfileDocument::addLine(const QByteArray& bytes)
 {
-    const QString text = decode(bytes).trimmed();
+    // A double-byte character may hold the bytes of a bracket: only plain lines are taken apart as they are.
+    if (isAscii(bytes))
+        addText(bytes, QLatin1String(bytes).trimmed());
+    else
+        addText(bytes, QStringView(decode(bytes)).trimmed());
+}
+
+template <typename View> void ProfileDocument::addText(const QByteArray& bytes, View text)
+{
     const auto close = text.startsWith(u'[') ? text.lastIndexOf(u']') : -1;
     if (close > 0) {
         m_sections.emplace_back();
         m_sections.back().header = bytes;
-        const ProfileName name = folded(text.mid(1, close - 1));
+        const ProfileName name = folded(text.sliced(1, close - 1).toString());
         if (!m_index.contains(name))
             m_index.insert(name, m_sections.size() - 1);
         return;
     }
     Section& section = m_sections.back();
     section.lines.push_back(parseLine(bytes, text));
-    const ProfileName key = folded(section.lines.back().key);
-    if (!section.lines.back().isBlank && !section.keys.contains(key))
-        section.keys.insert(key, section.lines.size() - 1);
+    if (section.lines.back().isBlank)
+        return;
+    const auto known = section.keys.size();
+    if (known == 0)
+        section.keys.reserve(kUsualKeys);
+    size_t& place = section.keys[ProfileName{section.lines.back().key}];
+    if (section.keys.size() > known)
+        place = section.lines.size() - 1;
 }
 
-ProfileDocument::Line ProfileDocument::parseLine(const QByteArray& bytes, const QString& text) const
+template <typename View> ProfileDocument::Line ProfileDocument::parseLine(const QByteArray& bytes, View text)
 {
     Line line;
     line.bytes = bytes;
     line.isBlank = text.isEmpty();
     const auto equals = text.indexOf(u'=');
     line.hasValue = equals >= 0;
-    line.key = equals < 0 ? text : text.left(equals).trimmed();
+    line.key = (equals < 0 ? text : text.first(equals).trimmed()).toString();
     if (line.hasValue)
-        line.value = text.mid(equals + 1).trimmed();
+        line.value = text.sliced(equals + 1).trimmed().toString();
     return line;
 }
 
@@ -179,7 +193,8 @@ bool ProfileDocument::setValue(const QString& section, const QString& key, const
         Line& line = holder.lines[*found];
         if (line.hasValue && line.value == stored)
             return false;
-        line = parseLine(encode(line.key + u'=' + stored), line.key + u'=' + stored);
+        const QString changed = line.key + u'=' + stored;
+        line = parseLine(encode(changed), QStringView(changed));
         return true;
     }
     // Behind the last line that says something, so that the blank lines before the next section stay there.
@@ -189,7 +204,7 @@ bool ProfileDocument::setValue(const QString& section, const QString& key, const
     const QString text = key.trimmed() + u'=' + stored;
     const auto index = static_cast<size_t>(place - holder.lines.begin());
     m_endsOpen = m_endsOpen && (&holder != &m_sections.back() || place != holder.lines.end());
-    holder.lines.insert(place, parseLine(encode(text), text));
+    holder.lines.insert(place, parseLine(encode(text), QStringView(text)));
     holder.keys.insert(folded(key), index);
     return true;
 }

@@ -58,7 +58,9 @@ private:
     };
 
     void addLine(const QByteArray& bytes);
-    Line parseLine(const QByteArray& bytes, const QString& text) const;
+    // text: the line without the blanks around it, as a view of 8-bit or wide characters.
+    template <typename View> void addText(const QByteArray& bytes, View text);
+    template <typename View> static Line parseLine(const QByteArray& bytes, View text);
     Section* find(const QString& section);
     const Section* find(const QString& section) const { return const_cast<ProfileDocument*>(this)->find(section); }
     Section& findOrAdd(const QString& section);

@@ -1,3 +1,4 @@
+#include "Fonts.h"
 #include "vaSpread.h"
 
 #include <QApplication>
@@ -230,7 +231,7 @@ TEST_F(Spread, EditorHasTheCellsFont)
 
 TEST_F(Spread, FaceThatTheMachineLacksBecomesTheDesktops)
 {
-    const QFont shown = platform::cellFont(CellFont{QStringLiteral("No Such Face"), 0, false});
+    const QFont shown = platform::namedFont(QStringLiteral("No Such Face"));
     EXPECT_EQ(shown.family(), QApplication::font().family());
     EXPECT_EQ(shown.pointSizeF(), QApplication::font().pointSizeF());
 }

@@ -1,11 +1,9 @@
 #include "SpreadDelegate.h"
 
-#include "Fonts.h"
 #include "PaletteColors.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QFontMetricsF>
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyleOptionButton>
@@ -17,7 +15,7 @@ namespace {
 constexpr int kTextInset = 4;
 constexpr int kLineInset = 8; // between lines of text
 constexpr int kFieldInset = 2;
-constexpr int kFieldLineAlpha = 60;
+constexpr int kFieldLineShare = 24; // percent of the text colour
 constexpr int kComboMarkWidth = 16;
 
 const GridModel& gridOf(const QModelIndex& index)
@@ -37,29 +35,16 @@ bool isEntry(const Cell& cell)
 
 } // namespace
 
-QFont cellFont(const CellFont& font)
-{
-    return namedFont(font.face, font.pointSize, font.bold);
-}
-
-double pixelsPerUnit()
-{
-    return QFontMetricsF(QApplication::font()).averageCharWidth();
-}
-
-double pixelsPerPoint()
-{
-    return 96.0 / 72.0; // the desktop scales its own pixels
-}
+SpreadDelegate::SpreadDelegate(GridFonts& fonts, QObject* parent) : QStyledItemDelegate(parent), m_fonts(fonts) {}
 
 double WidgetTextMeasure::widthUnits(const QString& text, const CellFont& font) const
 {
-    return QFontMetricsF(cellFont(font)).horizontalAdvance(text) / pixelsPerUnit();
+    return m_fonts.face(font).width(text) / m_fonts.pixelsPerUnit();
 }
 
 double WidgetTextMeasure::heightPoints(const QString& text, const CellFont& font) const
 {
-    return text.isEmpty() ? 0 : (QFontMetricsF(cellFont(font)).height() + kLineInset) / pixelsPerPoint();
+    return text.isEmpty() ? 0 : (m_fonts.face(font).metrics.height() + kLineInset) / pixelsPerPoint();
 }
 
 void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
@@ -67,7 +52,8 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     const Cell& cell = cellAt(index);
     painter->save();
     painter->fillRect(option.rect, paintColor(cell.backColor));
-    painter->setFont(cellFont(gridOf(index).fontOf(cell)));
+    const GridFonts::Face& face = m_fonts.face(gridOf(index).fontOf(cell));
+    painter->setFont(face.font);
     if (cell.type == CellType::Button)
         paintButton(painter, option, cell);
     QRect place = option.rect.adjusted(kTextInset, 0, -kTextInset, 0);
@@ -76,10 +62,10 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         place.setRight(place.right() - kComboMarkWidth);
     }
     if (isEntry(cell))
-        paintField(painter, option);
+        paintField(painter, option, paintColor(cell.backColor));
     const ColorRef gray = gridOf(index).grayColor();
     painter->setPen(legible(paintColor(cell.locked ? gray : cell.foreColor), paintColor(cell.backColor)));
-    painter->drawText(place, index.data(Qt::TextAlignmentRole).toInt(), cell.text);
+    paintText(painter, place, static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()), cell, face);
     if ((option.state & QStyle::State_Selected) != 0) {
         QColor veil = option.palette.color(QPalette::Highlight);
         veil.setAlpha(60);
@@ -92,14 +78,33 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     painter->restore();
 }
 
-// A line below what can be entered, so that it is told from what the controller only shows.
-void SpreadDelegate::paintField(QPainter* painter, const QStyleOptionViewItem& option) const
+// One line that fits its cell, which nearly every text does, needs no layout.
+void SpreadDelegate::paintText(QPainter* painter, const QRect& place, Qt::Alignment align, const Cell& cell,
+                               const GridFonts::Face& face) const
 {
-    QColor line = option.palette.color(QPalette::Text);
-    line.setAlpha(kFieldLineAlpha);
-    painter->setPen(line);
+    if (cell.text.isEmpty())
+        return;
+    const double room = place.width() - face.width(cell.text);
+    if (room < 0 || cell.text.contains(u'\n')) {
+        painter->drawText(place, static_cast<int>(align), cell.text);
+        return;
+    }
+    const double left = align.testFlag(Qt::AlignRight) ? room : align.testFlag(Qt::AlignHCenter) ? room / 2 : 0;
+    const double base = (place.height() + face.metrics.ascent() - face.metrics.descent()) / 2;
+    painter->drawText(QPointF(place.left() + left, place.top() + base), cell.text);
+}
+
+// A line below what can be entered, so that it is told from what the controller only shows.
+void SpreadDelegate::paintField(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const
+{
+    // Mixed here: painting one with transparency is shared out among threads, which takes longer than the line.
+    const QColor text = option.palette.color(QPalette::Text);
+    const auto mix = [](int strong, int weak) {
+        return (strong * kFieldLineShare + weak * (100 - kFieldLineShare)) / 100;
+    };
+    const QColor line(mix(text.red(), back.red()), mix(text.green(), back.green()), mix(text.blue(), back.blue()));
     const QRect field = option.rect.adjusted(kFieldInset, 0, -kFieldInset, -1);
-    painter->drawLine(field.bottomLeft(), field.bottomRight());
+    painter->fillRect(QRect(field.left(), field.bottom(), field.width(), 1), line);
 }
 
 void SpreadDelegate::paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const
@@ -133,7 +138,7 @@ QWidget* SpreadDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
         return combo;
     }
     auto* edit = new QLineEdit(parent);
-    edit->setFont(cellFont(gridOf(index).fontOf(cell)));
+    edit->setFont(m_fonts.face(gridOf(index).fontOf(cell)).font);
     edit->setAlignment(static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()));
     return edit;
 }

@@ -1,24 +1,24 @@
 #pragma once
 
+#include "GridFonts.h"
 #include "GridModel.h"
 
 #include <QStyledItemDelegate>
 
 namespace platform {
 
-// The font of a cell on this desktop (Fonts.h).
-QFont cellFont(const CellFont& font);
-
-// Real font metrics for the sizes that a model asks for.
+// Real font metrics for the sizes that a model asks for. The fonts are kept, not owned.
 class WidgetTextMeasure final : public TextMeasure
 {
 public:
+    explicit WidgetTextMeasure(GridFonts& fonts) : m_fonts(fonts) {}
+
     double widthUnits(const QString& text, const CellFont& font) const override;
     double heightPoints(const QString& text, const CellFont& font) const override;
-};
 
-double pixelsPerUnit();  // an average character
-double pixelsPerPoint(); // 1/72 inch
+private:
+    GridFonts& m_fonts;
+};
 
 // Paints and edits the cells of a GridModel: edit, static text, button, combo box.
 class SpreadDelegate : public QStyledItemDelegate
@@ -26,7 +26,7 @@ class SpreadDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit SpreadDelegate(GridFonts& fonts, QObject* parent = nullptr);
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -38,9 +38,13 @@ Q_SIGNALS:
     void choiceMade(int col, int row, int choice);
 
 private:
-    void paintField(QPainter* painter, const QStyleOptionViewItem& option) const;
+    void paintText(QPainter* painter, const QRect& place, Qt::Alignment align, const Cell& cell,
+                   const GridFonts::Face& face) const;
+    void paintField(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
     void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const;
     void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option) const;
+
+    GridFonts& m_fonts;
 };
 
 } // namespace platform

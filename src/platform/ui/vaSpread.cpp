@@ -74,7 +74,7 @@ void vaSpread::setSelectionColors(ColorRef back, ColorRef fore)
 void vaSpread::applySizes()
 {
     for (int col = 1; col <= m_grid->maxCols(); ++col)
-        setColumnWidth(col - 1, pixels(m_grid->colWidth(col) * pixelsPerUnit()));
+        setColumnWidth(col - 1, pixels(m_grid->colWidth(col) * m_fonts.pixelsPerUnit()));
     for (int row = 1; row <= m_grid->maxRows(); ++row)
         setRowHeight(row - 1, pixels(m_grid->rowHeight(row) * pixelsPerPoint()));
     viewport()->update();

@@ -39,8 +39,9 @@ private:
 
     GridModel* m_grid = nullptr;
     bool m_pale = false;
-    SpreadDelegate m_delegate;
-    WidgetTextMeasure m_measure;
+    GridFonts m_fonts;
+    SpreadDelegate m_delegate{m_fonts};
+    WidgetTextMeasure m_measure{m_fonts};
 };
 
 } // namespace platform

@@ -1,0 +1,51 @@
+#include "GridFonts.h"
+
+#include "Fonts.h"
+
+#include <QApplication>
+
+namespace platform {
+
+double pixelsPerPoint()
+{
+    return 96.0 / 72.0; // the desktop scales its own pixels
+}
+
+GridFonts::Face::Face(const QFont& theFont) : font(theFont), metrics(theFont)
+{
+    m_advances.fill(-1);
+}
+
+double GridFonts::Face::width(const QString& text) const
+{
+    double sum = 0;
+    for (const QChar c : text) {
+        if (c.unicode() >= kNarrow)
+            return metrics.horizontalAdvance(text);
+        float& advance = m_advances[c.unicode()];
+        if (advance < 0)
+            advance = static_cast<float>(metrics.horizontalAdvance(c));
+        sum += static_cast<double>(advance);
+    }
+    return sum;
+}
+
+const GridFonts::Face& GridFonts::face(const CellFont& font)
+{
+    if (m_base != QApplication::font()) {
+        m_base = QApplication::font();
+        m_faces.clear();
+    }
+    const QString key = font.face + (font.bold ? u'b' : u' ') + QString::number(font.pointSize);
+    const auto found = m_faces.constFind(key);
+    if (found != m_faces.cend())
+        return **found;
+    return **m_faces.insert(key, std::make_shared<Face>(namedFont(font.face, font.pointSize, font.bold)));
+}
+
+double GridFonts::pixelsPerUnit()
+{
+    return face({}).metrics.averageCharWidth();
+}
+
+} // namespace platform

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "GridModel.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QHash>
+
+#include <array>
+#include <memory>
+
+namespace platform {
+
+// The fonts of a grid and the sizes of its texts: fonts are few and texts many, so each font is looked up once.
+// Everything is forgotten when the application's font changes.
+class GridFonts
+{
+public:
+    struct Face
+    {
+        explicit Face(const QFont& theFont);
+        double width(const QString& text) const; // pixels; narrow texts without a look at the font for each
+
+        QFont font;
+        QFontMetricsF metrics;
+
+    private:
+        static constexpr int kNarrow = 128;
+        mutable std::array<float, kNarrow> m_advances; // of ASCII characters; negative: not asked yet
+    };
+
+    const Face& face(const CellFont& font);
+    double pixelsPerUnit(); // an average character of the desktop's font
+
+private:
+    QHash<QString, std::shared_ptr<const Face>> m_faces;
+    QFont m_base;
+};
+
+double pixelsPerPoint(); // 1/72 inch
+
+} // namespace platform
