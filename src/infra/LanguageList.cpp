@@ -21,6 +21,8 @@ void LanguageList::rebuild(const QString& userLanguageCode)
     int count = 0;
     const QStringList files = m_context.machine.paths.filesIn(folder);
     for (const QString& file : files) {
+        if (!Translator::isUsable(m_context, file))
+            continue;
         clsINI language(m_context);
         language.setIniPath(folder);
         language.setIniFileName(file);

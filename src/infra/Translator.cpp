@@ -2,6 +2,7 @@
 
 #include "FilePaths.h"
 #include "FormTranslation.h"
+#include "clsLog.h"
 
 namespace {
 
@@ -17,29 +18,45 @@ QString Translator::folder(const Context& context)
     return folder;
 }
 
-clsINI& Translator::file()
+bool Translator::isUsable(const Context& context, const QString& fileName)
 {
-    if (m_file == nullptr || m_fileName != m_context.languageFile) {
-        m_file = std::make_unique<clsINI>(m_context);
-        m_file->setIniPath(folder(m_context));
-        m_file->setIniFileName(m_context.languageFile);
-        m_fileName = m_context.languageFile;
+    return context.machine.paths.fileSize(folder(context) + u'\\' + fileName) <= kMaxFileBytes;
+}
+
+clsINI* Translator::file()
+{
+    if (m_isOpen && m_fileName == m_context.languageFile)
+        return m_file.get();
+    m_isOpen = true;
+    m_fileName = m_context.languageFile;
+    m_file.reset();
+    if (!isUsable(m_context, m_fileName)) {
+        if (m_context.errorLog != nullptr)
+            m_context.errorLog->LogWrite(
+                QStringLiteral("[LibraryError]%1 is too large for a language file: the texts stay English")
+                    .arg(m_fileName));
+        return nullptr;
     }
-    return *m_file;
+    m_file = std::make_unique<clsINI>(m_context);
+    m_file->setIniPath(folder(m_context));
+    m_file->setIniFileName(m_fileName);
+    return m_file.get();
 }
 
 QString Translator::text(const QString& english)
 {
     if (english.isEmpty())
         return english;
-    QString value = m_context.translates ? file().GetIniData(kSection, english, english) : english;
+    clsINI* language = m_context.translates ? file() : nullptr;
+    QString value = language != nullptr ? language->GetIniData(kSection, english, english) : english;
     return value.replace(kLineBreak, QStringLiteral("\r\n"));
 }
 
 void Translator::form(platform::Form& form)
 {
-    if (!m_context.translates)
+    clsINI* language = m_context.translates ? file() : nullptr;
+    if (language == nullptr)
         return;
     platform::ProfileStore::Batch batch(m_context.machine.profiles);
-    FormTranslation(form, file(), m_context.settings).run();
+    FormTranslation(form, *language, m_context.settings).run();
 }

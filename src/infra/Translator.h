@@ -30,11 +30,15 @@ public:
 
     // The folder of the language files, made when it is missing.
     static QString folder(const Context& context);
+    // No language needs more: a larger file of that name is something else, and is left alone.
+    static constexpr qint64 kMaxFileBytes = 4 * 1024 * 1024;
+    static bool isUsable(const Context& context, const QString& fileName);
 
 private:
-    clsINI& file();
+    clsINI* file(); // null: the texts stay English
 
     Context& m_context;
     std::unique_ptr<clsINI> m_file; // kept open on m_fileName
     QString m_fileName;
+    bool m_isOpen = false;
 };

@@ -86,6 +86,11 @@ bool PathMap::fileExists(const QString& desktopPath) const
     return !machine.isEmpty() && info.exists() && !info.isDir();
 }
 
+qint64 PathMap::fileSize(const QString& desktopPath) const
+{
+    return fileExists(desktopPath) ? QFileInfo(toMachine(desktopPath)).size() : 0;
+}
+
 bool PathMap::dirExists(const QString& desktopPath) const
 {
     const QString machine = toMachine(desktopPath);

@@ -5,10 +5,13 @@
 #include "ScriptedController.h"
 #include "SoundController.h"
 #include "frmComSet.h"
+#include "frmOption.h"
 #include "vaSpread.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -216,6 +219,42 @@ TEST_F(MainWindow, SpeaksTheChosenLanguage)
     window->tranForm();
     EXPECT_EQ(recv()->text(), u"Recv") << "the designed text, not the translation before";
     EXPECT_TRUE(window->helpFile().endsWith(u"\\VorlantJ.chm"));
+}
+
+// Menu, choice, OK: the open window changes at once, and the communication settings follow.
+TEST_F(MainWindow, LanguageAndFontAreChangedByTheOptions)
+{
+    QDir().mkpath(programFolder() + QStringLiteral("/Lang"));
+    const QString lang = programFolder() + QStringLiteral("/Lang/");
+    ASSERT_TRUE(soundController::writeFile(lang + QStringLiteral("EN.txt"), "[Info]\nName=English\n"));
+    ASSERT_TRUE(soundController::writeFile(lang + QStringLiteral("JP.txt"),
+                                           "[Info]\nName=Japanese\n[Caption]\nfrmMain-mnuKX-1=\x8e\xf3\x90\x4d\n"));
+    openWith([](const QByteArray& request) { return soundController::reply(request); },
+             kLastModel + "LanguageFile=EN.txt\nForceFontSize=17\n");
+    int settingsOpened = 0;
+    onSettings([&](frmComSet& dialog) {
+        ++settingsOpened;
+        dialog.reject();
+    });
+    const auto choose = [&](int language, bool forceFont) {
+        window->findChild<QAction*>(QStringLiteral("mnuOption_0"))->trigger();
+        auto* options = window->findChild<frmOption*>();
+        ASSERT_NE(options, nullptr);
+        EXPECT_FALSE(window->isEnabled());
+        options->findChild<QComboBox*>(QStringLiteral("Combo1"))->setCurrentIndex(language);
+        options->findChild<QCheckBox*>(QStringLiteral("Check1_4"))->setChecked(forceFont);
+        const int before = settingsOpened;
+        options->findChild<QPushButton*>(QStringLiteral("Command1_0"))->click();
+        EXPECT_TRUE(window->isEnabled());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return settingsOpened > before; }));
+    };
+    choose(1, true);
+    EXPECT_EQ(recv()->text(), u"受信");
+    EXPECT_EQ(window->font().pointSize(), 17);
+    EXPECT_TRUE(settingsFile().contains("LanguageFile=JP.txt"));
+    choose(0, false);
+    EXPECT_EQ(recv()->text(), u"Recv");
+    EXPECT_NE(window->font().pointSize(), 17);
 }
 
 TEST_F(MainWindow, ComesUpWhereItWas)

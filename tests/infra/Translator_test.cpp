@@ -152,6 +152,38 @@ TEST_F(Translation, WithoutALanguageTheTextsGoToTheDefaultFile)
     EXPECT_FALSE(content(QStringLiteral("Vorlant.ini")).contains("Other"));
 }
 
+// Each gives the English text, and a file that is no language file is not touched.
+TEST_F(Translation, UnusableFilesGiveEnglishTexts)
+{
+    const QByteArray binary("\x7F"
+                            "ELF\x02\x00\xFF\xFE[Id]\x00=\r\r\n\x83",
+                            19);
+    struct
+    {
+        const char* name;
+        QByteArray bytes;
+        bool completed;
+    } const rows[] = {{"Empty.txt", "", true},
+                      {"Binary.txt", binary, true},
+                      {"Half.txt", "[Language]\r\nQuit?=\x8fI\x97\xb9?\r\nOt", true},
+                      {"Large.txt", QByteArray(Translator::kMaxFileBytes + 1, 'x'), false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const QString name = QLatin1String(row.name);
+        put(name, row.bytes);
+        box.context.languageFile = name;
+        EXPECT_EQ(library.tranStr(QStringLiteral("Other")), u"Other");
+        FakeForm form;
+        library.tranForm(form);
+        EXPECT_EQ(form.values[FormProperty::Caption], u"Design");
+        EXPECT_TRUE(content(name).startsWith(row.bytes)) << "what was there stays";
+        EXPECT_EQ(content(name).size() > row.bytes.size(), row.completed);
+    }
+    ASSERT_TRUE(QDir().mkdir(file(QStringLiteral("Folder.txt"))));
+    box.context.languageFile = QStringLiteral("Folder.txt");
+    EXPECT_EQ(library.tranStr(QStringLiteral("Other")), u"Other");
+}
+
 TEST_F(Translation, ControlsAreNamedByFormNameAndRunningIndex)
 {
     put(QStringLiteral("T.txt"), "[frmX]\nCaption=Fenster\n[Caption]\nfrmX-first-0=eins\nfrmX-array-3=zwei\n"
