@@ -79,6 +79,7 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
         program.library().tranForm(*m_controls);
     showGridOrHint();
     showLinkStatus();
+    showReadStatus();
 }
 
 frmMain::~frmMain()
