@@ -90,7 +90,7 @@ frmMain::~frmMain()
 void frmMain::start()
 {
     if (!m_program.settings().m_bComm || modelPanel().isEmpty())
-        QTimer::singleShot(0, this, &frmMain::showCommSetting);
+        QMetaObject::invokeMethod(this, &frmMain::showCommSetting, Qt::QueuedConnection);
 }
 
 void frmMain::setupWindow()
