@@ -1,4 +1,5 @@
 #include "../screen/ScreenFixture.h"
+#include "BackupStore.h"
 #include "ComPorts.h"
 #include "RecordingMessages.h"
 #include "ScriptedController.h"
@@ -214,17 +215,41 @@ TEST_F(Write, WholeSetIsWrittenAndReadBack)
 {
     edit("A", "300");
     edit("D", "9");
-    int announced = 0;
-    QObject::connect(engine.get(), &TransferEngine::writingAll, engine.get(), [&] {
-        ++announced;
-        EXPECT_EQ(engine->lastSet().values.at(1), qMakePair(QStringLiteral("A"), QStringLiteral("100")));
-    });
     engine->setDataToKXAll();
-    EXPECT_EQ(announced, 1);
     EXPECT_EQ(controller.low.toHex(), "012c000501020304");
     EXPECT_EQ(controller.high.toHex(), "00c8000900000000");
     EXPECT_EQ(around.current, MainState::UpToDate);
     EXPECT_EQ(item("D").Edit, EditState::kRead);
+}
+
+TEST_F(Write, SetLastReadIsKeptAndOldOnesGo)
+{
+    const QString folder = BackupStore(library).folder();
+    const auto kept = [&] { return box.machine.paths.filesIn(folder); };
+    edit("A", "300");
+    for (int n = 0; n < BackupStore::kKeptPerModel + 3; ++n) {
+        box.clock.advance(1000);
+        engine->setDataToKXAll();
+    }
+    const QStringList files = kept();
+    ASSERT_EQ(files.size(), BackupStore::kKeptPerModel);
+    EXPECT_TRUE(files.first().startsWith(u"KX41000000-10A_")) << qPrintable(files.first());
+    EXPECT_TRUE(content(folder + u'\\' + files.last()).contains("\r\nA=300\r\n"));
+    EXPECT_TRUE(content(folder + u'\\' + files.last()).contains("MODEL=KX41000000-10A"));
+}
+
+TEST_F(Write, WithoutABackupTheUserIsAsked)
+{
+    put(BackupStore(library).folder(), "in the way");
+    told.answer = MessageResult::kNo;
+    edit("A", "300");
+    engine->setDataToKXAll();
+    EXPECT_TRUE(controller.log.isEmpty());
+    ASSERT_EQ(told.texts.size(), 1);
+    EXPECT_TRUE(told.texts.first().contains(u"Backup"));
+    told.answer = MessageResult::kYes;
+    engine->setDataToKXAll();
+    EXPECT_EQ(controller.low.left(2).toHex(), "012c");
 }
 
 TEST_F(Write, WhatTheControllerDoesNotTakeIsListed)
