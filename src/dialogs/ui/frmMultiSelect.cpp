@@ -172,8 +172,9 @@ void frmMultiSelect::layOut()
     int height = frame + m_sprMulti->horizontalHeader()->sizeHint().height();
     for (int row = 0; row < shown; ++row)
         height += rows->sectionSize(row);
-    const int width =
-        frame + m_sprMulti->horizontalHeader()->length() + m_sprMulti->verticalScrollBar()->sizeHint().width();
+    int width = frame + m_sprMulti->horizontalHeader()->length();
+    if (shown < rows->count())
+        width += m_sprMulti->verticalScrollBar()->sizeHint().width();
     layout()->activate();
     const QSize others = layout()->totalSizeHint() - m_sprMulti->sizeHint();
     const QMargins margins = layout()->contentsMargins();

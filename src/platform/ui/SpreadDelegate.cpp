@@ -60,7 +60,7 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         paintButton(painter, option, cell);
     QRect place = option.rect.adjusted(kTextInset, 0, -kTextInset, 0);
     if (cell.type == CellType::ComboBox) {
-        paintComboMark(painter, option);
+        paintComboMark(painter, option, paintColor(cell.backColor));
         place.setRight(place.right() - kComboMarkWidth);
     }
     if (isEntry(cell))
@@ -124,11 +124,13 @@ void SpreadDelegate::paintButton(QPainter* painter, const QStyleOptionViewItem& 
     QApplication::style()->drawControl(QStyle::CE_PushButtonBevel, &button, painter);
 }
 
-void SpreadDelegate::paintComboMark(QPainter* painter, const QStyleOptionViewItem& option) const
+void SpreadDelegate::paintComboMark(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const
 {
     QStyleOption mark;
     mark.rect = comboArrow(option.rect).adjusted(3, 3, -3, -3);
     mark.palette = option.palette;
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        mark.palette.setColor(role, legible(option.palette.color(role), back));
     mark.state = QStyle::State_Enabled;
     QApplication::style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &mark, painter);
 }

@@ -62,7 +62,7 @@ private:
                    const GridFonts::Face& face) const;
     void paintField(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
     void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const;
-    void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option) const;
+    void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
 
     GridFonts& m_fonts;
     mutable std::optional<Entry> m_entry; // Qt asks for an editor's content by const functions
