@@ -166,6 +166,20 @@ TEST_F(SpreadList, OpensAndTellsItsChoiceOnce)
     }
 }
 
+TEST_F(SpreadList, TypingLooksForAChoice)
+{
+    for (const Qt::Key end : {Qt::Key_Escape, Qt::Key_Return}) {
+        press(Qt::Key_T);
+        settle();
+        ASSERT_TRUE(isListOpen());
+        EXPECT_EQ(combo()->currentText(), u"T");
+        EXPECT_EQ(chosen.count(), 0) << "found, not chosen";
+        inList(end);
+        EXPECT_EQ(chosen.count(), end == Qt::Key_Return ? 1 : 0);
+    }
+    EXPECT_EQ(chosen[0], (QList<QVariant>{2, 2, 2}));
+}
+
 TEST_F(SpreadList, AChoiceByTheMouseIsToldOnce)
 {
     const int interval = QApplication::doubleClickInterval();
