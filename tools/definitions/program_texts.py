@@ -32,6 +32,10 @@ PROGRAM_TEXTS = (
     ("It cannot set equivalent.", "同じ値は設定できません。"),
     ("This Parameter change sure?", "このパラメータを変更しますか？"),
     ("Please acquire the up-to-date data from the equipment.", "機器から最新データを受信してください。"),
+    # Selection from a table
+    ("The selection table %1 is missing from MultiSelect.ini or has no entries.",
+     "選択表 %1 がMultiSelect.iniにないか、項目がありません。"),
+    ("No entry of the selection table %1 has a value.", "選択表 %1 に設定値のある項目がありません。"),
     # Communication settings
     ("Asking the controller...", "機器に問い合わせ中..."),
     ("There was no response.", "応答がありません。"),
@@ -133,6 +137,7 @@ FORM_TEXTS = {
     "frmProgbar": [("Caption", "Sending...", "転送中...")],
     "frmMessageBox": [("Caption", "Vorlant", "Vorlant")],
     "frmComSet": [("Caption", "Communication settings", "通信設定")],
+    "frmMultiSelect": [("Caption", "Selection", "選択")],
     "frmOption": [("Caption", "Options", "オプション")],
     "frmShowVersion": [("Caption", "Version", "バージョン情報")],
     "Caption": [
@@ -167,6 +172,9 @@ FORM_TEXTS = {
         ("frmComSet-cmdStop-0", "&Stop", "中止(&S)"),
         ("frmComSet-Command1-0", "&OK", "&OK"),
         ("frmComSet-Command1-1", "&Cancel", "キャンセル(&C)"),
+        ("frmMultiSelect-Label1-0", "&Search:", "検索(&S):"),
+        ("frmMultiSelect-Command1-0", "OK", "OK"),
+        ("frmMultiSelect-Command1-1", "Cancel", "キャンセル"),
         ("frmOption-SSTab1-0", "General", "全般"),
         ("frmOption-SSTab1-1", "Questions", "確認"),
         ("frmOption-SSTab1-2", "Display", "表示"),
