@@ -116,7 +116,7 @@ void vaSpread::paintFrames(QPainter& painter) const
 void vaSpread::onClicked(const QModelIndex& index)
 {
     const Cell& cell = m_grid->cell(index.row() + 1, index.column() + 1);
-    if (cell.type == CellType::Button && !cell.locked)
+    if (cell.takesClick())
         Q_EMIT buttonClicked(index.column() + 1, index.row() + 1);
 }
 
