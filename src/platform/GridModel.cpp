@@ -359,8 +359,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 Qt::ItemFlags GridModel::flags(const QModelIndex& index) const
 {
     const Cell& shown = cell(index.row() + 1, index.column() + 1);
-    const bool editable = !shown.locked && (shown.type == CellType::Edit || shown.type == CellType::ComboBox);
-    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | (editable ? Qt::ItemIsEditable : Qt::NoItemFlags);
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | (shown.takesEntry() ? Qt::ItemIsEditable : Qt::NoItemFlags);
 }
 
 } // namespace platform

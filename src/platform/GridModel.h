@@ -34,7 +34,11 @@ struct Cell
     HAlign align = HAlign::Left;
     CellFont font;
     bool locked = false;
+    bool readOnly = false; // shown like any other, takes no entry
     bool operator==(const Cell&) const = default;
+
+    bool takesEntry() const { return !locked && !readOnly && (type == CellType::Edit || type == CellType::ComboBox); }
+    bool takesClick() const { return !locked && !readOnly && type == CellType::Button; }
 };
 
 // A cell's place, 1-based.

@@ -30,11 +30,6 @@ const Cell& cellAt(const QModelIndex& index)
     return gridOf(index).cell(index.row() + 1, index.column() + 1);
 }
 
-bool isEntry(const Cell& cell)
-{
-    return !cell.locked && (cell.type == CellType::Edit || cell.type == CellType::ComboBox);
-}
-
 } // namespace
 
 SpreadDelegate::SpreadDelegate(GridFonts& fonts, QObject* parent) : QStyledItemDelegate(parent), m_fonts(fonts) {}
@@ -63,7 +58,7 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         paintComboMark(painter, option, paintColor(cell.backColor));
         place.setRight(place.right() - kComboMarkWidth);
     }
-    if (isEntry(cell))
+    if (cell.takesEntry())
         paintField(painter, option, paintColor(cell.backColor));
     const ColorRef gray = gridOf(index).grayColor();
     painter->setPen(legible(paintColor(cell.locked ? gray : cell.foreColor), paintColor(cell.backColor)));

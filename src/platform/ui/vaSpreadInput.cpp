@@ -180,7 +180,7 @@ void vaSpread::onClicked(const QModelIndex& index)
 bool vaSpread::pressButton(const QModelIndex& index)
 {
     const Cell& cell = m_grid->cell(index.row() + 1, index.column() + 1);
-    if (cell.type != CellType::Button || cell.locked)
+    if (!cell.takesClick())
         return false;
     Q_EMIT buttonClicked(index.column() + 1, index.row() + 1);
     return true;
