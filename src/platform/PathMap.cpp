@@ -91,6 +91,11 @@ qint64 PathMap::fileSize(const QString& desktopPath) const
     return fileExists(desktopPath) ? QFileInfo(toMachine(desktopPath)).size() : 0;
 }
 
+bool PathMap::isReadable(const QString& desktopPath) const
+{
+    return fileExists(desktopPath) && QFileInfo(toMachine(desktopPath)).isReadable();
+}
+
 bool PathMap::dirExists(const QString& desktopPath) const
 {
     const QString machine = toMachine(desktopPath);

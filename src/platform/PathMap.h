@@ -29,6 +29,7 @@ public:
 
     bool fileExists(const QString& desktopPath) const; // exists and is not a folder
     qint64 fileSize(const QString& desktopPath) const; // bytes; 0 for what is no file
+    bool isReadable(const QString& desktopPath) const;
     bool dirExists(const QString& desktopPath) const;
     bool makeOneDir(const QString& desktopPath) const;       // creates one level; true when it exists afterwards
     QStringList filesIn(const QString& desktopFolder) const; // names of plain files, in name order

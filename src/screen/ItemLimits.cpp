@@ -1,5 +1,6 @@
 #include "ItemLimits.h"
 
+#include "Numbers.h"
 #include "clsData.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
@@ -36,6 +37,33 @@ bool isScaledLimit(const QString& tag)
 }
 
 } // namespace
+
+bool compareNumbers(const QString& left, const QString& sign, const QString& right)
+{
+    const auto a = platform::parseSingle(left);
+    const auto b = platform::parseSingle(right);
+    if (!a || !b)
+        return false;
+    if (sign == u"=")
+        return *a == *b;
+    if (sign == u"<>")
+        return *a != *b;
+    if (sign == u"<")
+        return *a < *b;
+    if (sign == u"<=" || sign == u"=<")
+        return *a <= *b;
+    if (sign == u">")
+        return *a > *b;
+    return (sign == u">=" || sign == u"=>") && *a >= *b;
+}
+
+bool isWithinLimits(const clsData& item)
+{
+    const clsKX& owner = item.owner();
+    const QString value = item.VData();
+    return compareNumbers(owner.checkTag(item.LimitL()), item.SignL(), value) &&
+           compareNumbers(value, item.SignH(), owner.checkTag(item.LimitH()));
+}
 
 QString ItemLimits::rawLower() const
 {

@@ -16,6 +16,13 @@ struct LimitTexts
     QString upperSign;
 };
 
+class clsData;
+
+// Whether the displayed value of a numeric item lies within its limits; a limit that is no number lets nothing pass.
+bool isWithinLimits(const clsData& item);
+// left, operator ("=", "<>", "<", "<=", "=<", ">", ">=", "=>"), right, as single-precision numbers.
+bool compareNumbers(const QString& left, const QString& sign, const QString& right);
+
 // The limits of one item in display units, as its tag and the values of other items make them: input range, PID,
 // output limits, alarms. A limit text "TAG" + tag stands for that tag's display value.
 class ItemLimits

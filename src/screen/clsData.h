@@ -37,6 +37,7 @@ public:
     // Reads section "Datas"number. bUse false: the item is visible whatever the file says.
     void load(clsINI& objIni, int number, clsKX* owner, clsLibrary* objLib, bool bUse);
 
+    const clsKX& owner() const { return *m_owner; }
     int number() const { return m_number; }
     QString Key() const { return m_tag; }
     QString DataName() const { return m_name; }

@@ -275,6 +275,52 @@ void clsKX::setVData(const QString& tag, const QString& displayValue, bool sOnly
         item->setVData(displayValue);
 }
 
+ParameterSet clsKX::currentSet() const
+{
+    ParameterSet set{m_modelString, {}};
+    for (const auto& item : m_items)
+        set.values.append({item->Key(), item->Data()});
+    return set;
+}
+
+ParameterSet clsKX::knownSet() const
+{
+    ParameterSet set{m_modelString, {}};
+    for (const auto& item : m_items) {
+        if (item->isKnown())
+            set.values.append({item->Key(), item->Data()});
+    }
+    return set;
+}
+
+QString clsKX::saveData(const QString& fileName) const
+{
+    return ParameterFile(*m_library, fileName).save(currentSet());
+}
+
+bool clsKX::loadData(const QString& fileName)
+{
+    ParameterSet set;
+    m_lastLoad = ParameterFile(*m_library, fileName).read(*this, set);
+    if (m_lastLoad.outcome != ParameterLoad::Outcome::Loaded)
+        return true;
+    for (const auto& [tag, value] : set.values) {
+        clsData* item = getDataByTag(tag);
+        if (item->Data() != value) {
+            item->Edit = EditState::kChanged;
+            m_lastLoad.changed << tag;
+        }
+        item->setData(value);
+        item->setKnown(!value.isEmpty());
+    }
+    for (const auto& item : m_items) {
+        if (item->MType() == ItemType::Data && item->isKnown() && !item->showsStoredText() && !isWithinLimits(*item))
+            m_lastLoad.outsideLimits << item->Key();
+    }
+    refreshSpread(false, nullptr);
+    return false;
+}
+
 clsData* clsKX::getDataByTag(const QString& tag) const
 {
     if (clsData* exact = m_itemByTag.value(tag, nullptr))

@@ -4,6 +4,7 @@
 #include "GridModel.h"
 #include "ModelCatalogue.h"
 #include "MultiSet.h"
+#include "ParameterFile.h"
 #include "ScreenSettings.h"
 #include "clsBlock.h"
 #include "clsData.h"
@@ -95,6 +96,14 @@ public:
     const ImageCollection& ColAdr() const { return m_images; }
     const std::vector<std::unique_ptr<clsData>>& items() const { return m_items; } // in item order
 
+    // Parameter data files. Saving returns why the file was not written, empty when it was. Loading returns True when
+    // the file was not taken; lastLoad tells why, and what it changed.
+    QString saveData(const QString& fileName) const;
+    bool loadData(const QString& fileName);
+    const ParameterLoad& lastLoad() const { return m_lastLoad; }
+    ParameterSet currentSet() const; // all items
+    ParameterSet knownSet() const;   // those whose value the controller sent or the user set
+
     // Decimal places of alarm k (1 to 3), its value and its dead-band.
     int getEVDot(int k) const { return alarmDecimals(m_eventDot, k); }
     int getEVDBDot(int k) const { return alarmDecimals(m_eventBandDot, k); }
@@ -156,6 +165,7 @@ private:
     mutable QSet<int> m_circles; // numbers of the items whose references run in a circle
     int m_faultCount = 0;
     bool m_tablesMissing = false;
+    ParameterLoad m_lastLoad;
     QHash<QString, bool> m_colors; // texts checked during the load: whether they are colours
 
     std::vector<std::unique_ptr<clsBlock>> m_blocks;

@@ -1,52 +1,27 @@
 #pragma once
 
-#include "EventWait.h"
+#include "ReadTransfer.h"
+#include "RequestChannel.h"
 #include "TransferPorts.h"
+#include "TransferReports.h"
+#include "WriteTransfer.h"
 #include "clsKX.h"
-#include "clsModbus.h"
 
-#include <QByteArray>
 #include <QObject>
-#include <QStringList>
 
 class clsCfg;
 class clsLog;
 class uclComm;
 
-// How the last read ended.
-enum class ReadOutcome {
-    None,        // no read yet, or the user declined
-    Complete,    // walked to its end; see ReadReport::givenUp
-    LinkRefused, // the port is closed or busy
-    WrongModel,  // the controller's model string differs from the selected one
-    Cancelled,
-    Aborted // the program is closing
-};
-
-struct ReadReport
-{
-    ReadOutcome outcome = ReadOutcome::None;
-    int requests = 0;      // frames sent, repetitions included
-    int failures = 0;      // frames without a valid reply
-    QStringList givenUp;   // entries that got no valid reply, as "section: command address"
-    QString lastFailure;   // what went wrong last, for a person
-    QString answeredModel; // the model string at FBC0, when it was read
-    qint64 wireBytes = 0;  // bytes sent and bytes of the replies expected, for measures
-};
-
-// Moves parameters between the controller and the memory images, without a window. One transfer at a time.
-//
-// getDataFromKX walks the read command list of every memory image; each entry is one request, sent up to six times. It
-// returns when the read has ended, dispatching events while it waits. ProgCancel asks it to stop after the next failed
-// attempt; abort ends it at once and quietly, for a program that is closing.
+// Moves parameters between the controller and the memory images, without a window. One transfer at a time; each returns
+// when it has ended, dispatching events while it waits. ProgCancel asks a transfer to stop (a read after the next
+// failed attempt, a write after the entry at hand); abort ends it at once and quietly, for a program that is closing.
 // All parts are kept by reference and must outlive the engine.
 class TransferEngine : public QObject
 {
     Q_OBJECT
 
 public:
-    static constexpr int kRetries = 5; // repetitions of a request after the first sending
-
     struct Parts
     {
         clsKX& kx;
@@ -60,50 +35,40 @@ public:
 
     explicit TransferEngine(const Parts& parts, QObject* parent = nullptr);
 
-    // colRefData: the blocks to refresh at the end; null for all items.
+    // Reads everything. colRefData: the blocks to refresh at the end; null for all items.
     void getDataFromKX(const std::vector<clsBlock*>* colRefData);
+
+    // Writes one parameter at once; its type, 0 when nothing was written.
+    int setDataToKXOne(const QString& sTag);
+    // Writes all blocks and reads everything back.
+    void setDataToKXAll();
+    // Writes a block with its relay blocks; with readBack the written blocks are read back and shown.
+    void writeBlock(const clsBlock& block, bool readBack);
+
     void ProgCancel(int Index);
     void abort();
     bool isBusy() const { return m_bBusy; }
-    const ReadReport& lastRead() const { return m_report; }
+    const ReadReport& lastRead() const { return m_read.report(); }
+    const WriteReport& lastWrite() const { return m_write.report(); }
+
+    // What the controller held at the last complete read, for a copy that a wrong write can be undone with.
+    const ParameterSet& lastSet() const { return m_lastSet; }
 
 Q_SIGNALS:
     // A request got no valid reply; attempt counts from 1, maximum is the number of attempts.
     void attemptFailed(const QString& entry, int attempt, int maximum, const QString& reason);
+    // All parameters are about to be written over those of lastSet.
+    void writingAll();
+    // A write and the read-back that belongs to it have ended.
+    void written();
 
 private:
-    // Outcome of the last request.
-    enum class Result { WrongModel = -2, Refused = -1, Success = 0, Failed = 1 };
-    enum class Step { Next, Stop };
-
-    bool confirmed();
-    Step readImage(clsKXAdr& image);
-    Step readEntry(clsKXAdr& image, int i);
-    bool buildRequest(const QString& command, const QString& address, int count);
-    Step sendWithRetries(const QString& entry);
-    void noteFailure(const QString& entry, int attempt);
-    void onSuccess(const QByteArray& sent, const QByteArray& received);
-    void onError(const QByteArray& sent, const QByteArray& received, const QString& text);
-    bool acceptReply(const QByteArray& received);
-    void storeReply();
-    void finishNormally(const std::vector<clsBlock*>* colRefData);
-    void finishStopped();
-    QString tran(const QString& english) const;
-    QString tran(const char* english) const;
-    void trace(const QString& tag, const QByteArray& bytes);
+    void readBackAfterWrite(const std::vector<clsBlock*>* blocks);
 
     Parts m_parts;
-    clsModbus m_clsModbus;
-    platform::EventWait m_wait;
-    clsKXAdr* m_objAdr = nullptr;
-    bool m_bCancel = false;
-    bool m_bWait = false;
-    bool m_bReading = false;
+    RequestChannel m_channel;
+    ReadTransfer m_read;
+    WriteTransfer m_write;
+    ParameterSet m_lastSet;
     bool m_bBusy = false;
-    bool m_abort = false;
-    bool m_imageComplete = true;
-    quint8 m_functionCode = 0; // of the request that is out
-    Result m_lResult = Result::Success;
-    QString m_reason;
-    ReadReport m_report;
 };

@@ -7,6 +7,11 @@ ProgramVersion ProgramVersion::current()
     return {VORLANT_VERSION_MAJOR, VORLANT_VERSION_MINOR, VORLANT_VERSION_REVISION};
 }
 
+QString ProgramVersion::plain() const
+{
+    return QStringLiteral("%1.%2.%3").arg(major).arg(minor).arg(revision);
+}
+
 QString ProgramVersion::text(const clsLibrary& library) const
 {
     const QString twoDigits = QStringLiteral("00");

@@ -1,0 +1,101 @@
+#include "ParameterFile.h"
+
+#include "Numbers.h"
+#include "ProgramVersion.h"
+#include "clsCfg.h"
+#include "clsINI.h"
+#include "clsKX.h"
+#include "clsLibrary.h"
+
+namespace {
+
+const QString kInfo = QStringLiteral("Info");
+const QString kData = QStringLiteral("Data");
+const QString kModel = QStringLiteral("MODEL");
+
+// Whether a text can be the stored value of the item. A text item takes any; an empty one means "no value".
+bool isValueOf(const clsData& item, const QString& text)
+{
+    return item.MType() == ItemType::String || text.isEmpty() || platform::parseSingle(text).has_value();
+}
+
+} // namespace
+
+ParameterFile::ParameterFile(clsLibrary& library, const QString& fileName) : m_library(library), m_fileName(fileName) {}
+
+QString ParameterFile::save(const ParameterSet& set) const
+{
+    platform::Machine& machine = m_library.context().machine;
+    const QString file = machine.paths.toMachine(m_fileName);
+    const clsCfg* settings = m_library.context().settings;
+    platform::ProfileStore::Batch batch(machine.profiles);
+    platform::ProfileOutcome first;
+    const auto put = [&](const QString& section, const QString& key, const QString& value) {
+        const platform::ProfileOutcome outcome = machine.profiles.write(file, section, key, value);
+        if (first.ok())
+            first = outcome;
+    };
+    put(kInfo, kModel, set.modelString);
+    put(kInfo, QStringLiteral("OffLine"),
+        settings != nullptr && settings->m_bComm ? QStringLiteral("True") : QStringLiteral("False"));
+    put(kInfo, QStringLiteral("SaveDate"), machine.clock.now().toString(QStringLiteral("yyyy/MM/dd HH:mm:ss")));
+    put(kInfo, QStringLiteral("SoftwareVersion"), ProgramVersion::current().plain());
+    put(kInfo, QStringLiteral("LangugeFile"), m_library.context().languageFile);
+    for (const auto& [tag, value] : set.values)
+        put(kData, tag, value);
+    const platform::ProfileOutcome written = batch.commit();
+    return first.ok() ? written.error : first.error;
+}
+
+QString ParameterFile::trouble() const
+{
+    const platform::PathMap& paths = m_library.context().machine.paths;
+    if (!paths.fileExists(m_fileName))
+        return m_library.tranStr(QStringLiteral("%1 is no file.")).arg(paths.toMachine(m_fileName));
+    if (paths.fileSize(m_fileName) > platform::ProfileStore::kMaxFileBytes)
+        return m_library.tranStr(QStringLiteral("%1 is too large for a parameter file."))
+            .arg(paths.toMachine(m_fileName));
+    if (!paths.isReadable(m_fileName))
+        return m_library.tranStr(QStringLiteral("%1 may not be read by you.")).arg(paths.toMachine(m_fileName));
+    return {};
+}
+
+QString ParameterFile::modelString() const
+{
+    clsINI ini(m_library.context());
+    ini.setIniPath(m_library.GetDirName(m_fileName));
+    ini.setIniFileName(m_library.GetFileTitle(m_fileName));
+    return ini.GetIniData(kInfo, kModel, QString(), true);
+}
+
+ParameterLoad ParameterFile::read(const clsKX& kx, ParameterSet& set) const
+{
+    ParameterLoad load;
+    load.detail = trouble();
+    if (!load.detail.isEmpty()) {
+        load.outcome = ParameterLoad::Outcome::Unreadable;
+        return load;
+    }
+    clsINI ini(m_library.context());
+    ini.setIniPath(m_library.GetDirName(m_fileName));
+    ini.setIniFileName(m_library.GetFileTitle(m_fileName));
+    set.modelString = modelString();
+    if (set.modelString != kx.modelString()) {
+        load.outcome = ParameterLoad::Outcome::OtherModel;
+        load.detail = m_library.tranStr(QStringLiteral("Model number is different."));
+        return load;
+    }
+    for (const auto& item : kx.items()) {
+        const QString value = ini.GetIniData(kData, item->Key(), QString(), true);
+        if (!isValueOf(*item, value)) {
+            load.outcome = ParameterLoad::Outcome::BadValue;
+            load.detail = m_library.tranStr(QStringLiteral("%1 holds no value for %2 (\"%3\"): nothing was loaded."))
+                              .arg(m_library.context().machine.paths.toMachine(m_fileName), item->Key(), value);
+            return load;
+        }
+        if (value.isEmpty())
+            load.missing << item->Key();
+        set.values.append({item->Key(), value});
+    }
+    return load;
+}

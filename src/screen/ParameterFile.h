@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QPair>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+class clsKX;
+class clsLibrary;
+
+// One complete parameter set of one controller: stored values by tag, in item order.
+struct ParameterSet
+{
+    QString modelString;
+    QVector<QPair<QString, QString>> values;
+};
+
+// What became of the loading of a parameter file. Anything but Loaded has changed nothing.
+struct ParameterLoad
+{
+    enum class Outcome {
+        Loaded,
+        OtherModel, // the file belongs to another model, or names none
+        Unreadable, // it is no file that can be read
+        BadValue    // a value that its parameter can never have
+    };
+    Outcome outcome = Outcome::Loaded;
+    QString detail;            // for a person, in the user's language; empty when loaded
+    QStringList changed;       // tags whose value differs from before
+    QStringList missing;       // tags that the file lacks: they have no value now
+    QStringList outsideLimits; // tags whose value is taken, although it is outside its limits
+};
+
+// A parameter data file, in INI syntax: section "Info" tells what it belongs to, section "Data" holds the stored value
+// of each tag. Saving replaces the file as a whole or leaves it as it was; keys that are not this program's survive.
+class ParameterFile
+{
+public:
+    // fileName: desktop path.
+    ParameterFile(clsLibrary& library, const QString& fileName);
+
+    // Empty, or why the file was not written (machine path included).
+    QString save(const ParameterSet& set) const;
+
+    // The values of the file for the items of a model; the outcome tells whether they may be used.
+    ParameterLoad read(const clsKX& kx, ParameterSet& set) const;
+    // The same without a model: what the file says of itself.
+    QString modelString() const;
+
+private:
+    QString trouble() const; // why the file cannot be read; empty when it can
+
+    clsLibrary& m_library;
+    QString m_fileName;
+};

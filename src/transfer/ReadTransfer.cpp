@@ -1,0 +1,231 @@
+#include "ReadTransfer.h"
+
+#include "ModbusError.h"
+#include "clsCfg.h"
+#include "clsLibrary.h"
+
+namespace {
+
+const char* const kProgressTitle = "Sending...";
+const char* const kProgressText = "It is forwarding it. Please wait for a while.";
+const QString kModelAddress = QStringLiteral("FBC0");
+constexpr int kModelStringBytes = 14;
+constexpr quint8 kReadCoils = 1;
+constexpr quint8 kReadDiscreteInputs = 2;
+
+// Read commands of a comm file.
+struct ReadCommand
+{
+    const char16_t* name;
+    const char16_t* traceTag;
+    bool (clsModbus::*build)(qint32, qint32);
+    bool hexAddress;
+    quint8 functionCode;
+};
+
+constexpr ReadCommand kReadCommands[] = {
+    {u"GetAnalogInput", u"(AlIpt)S:", &clsModbus::ReadAnalogInputData, false, 4},
+    {u"GetAnalogSet", u"(AlSet)S:", &clsModbus::ReadAnalogSetValue, false, 3},
+    {u"GetDigitalInput", u"(DgIpt)S:", &clsModbus::ReadDigitalInputData, false, kReadDiscreteInputs},
+    {u"GetDigitalSet", u"(DgSet)S:", &clsModbus::ReadDigitalSetValue, false, kReadCoils},
+    {u"Direct", u"(Dirct)S:", &clsModbus::ReadDirectMemory, true, 66},
+};
+
+const ReadCommand* findReadCommand(const QString& name)
+{
+    for (const ReadCommand& command : kReadCommands) {
+        if (name == QStringView(command.name))
+            return &command;
+    }
+    return nullptr;
+}
+
+QString entryName(const clsKXAdr& image, int i)
+{
+    return QStringLiteral("%1: %2 %3").arg(image.Section(), image.Cmd(i), image.Adr(i));
+}
+
+} // namespace
+
+ReadTransfer::ReadTransfer(const Parts& parts, AttemptFailed attemptFailed)
+    : m_parts(parts), m_attemptFailed(std::move(attemptFailed))
+{}
+
+void ReadTransfer::run(const std::vector<clsBlock*>* colRefData)
+{
+    m_report = {};
+    m_parts.shell.setState(MainState::NoConnection);
+    if (!confirmed())
+        return;
+    m_parts.channel.begin();
+    m_bCancel = false;
+    m_lResult = Result::Success;
+    m_parts.progress.open(m_parts.kx.ColAdr().count(), QString::fromLatin1(kProgressTitle),
+                          QString::fromLatin1(kProgressText), true, true);
+    const Step end = readImages();
+    m_report.requests = m_parts.channel.requests();
+    m_report.wireBytes = m_parts.channel.wireBytes();
+    if (end == Step::Next)
+        finishNormally(colRefData);
+    else
+        finishStopped();
+}
+
+bool ReadTransfer::confirmed()
+{
+    if (!m_parts.settings.m_bViewRecvConf)
+        return true;
+    const int answer =
+        m_parts.questions.showMessage(tran("It reads out from the KX?"), MessageStyle::kYesNoExclamation);
+    return answer != MessageResult::kNo;
+}
+
+ReadTransfer::Step ReadTransfer::readImages()
+{
+    const ImageCollection& images = m_parts.kx.ColAdr();
+    for (int k = 1; k <= images.count(); ++k) {
+        m_parts.progress.setPosition(k);
+        if (readImage(images.at(k - 1)) == Step::Stop)
+            return Step::Stop;
+    }
+    return Step::Next;
+}
+
+ReadTransfer::Step ReadTransfer::readImage(clsKXAdr& image)
+{
+    m_imageComplete = true;
+    bool sentAny = false;
+    image.clearFilled();
+    for (int i = 1; i <= image.MsgMax(); ++i) {
+        if (!buildRequest(image, i))
+            continue;
+        sentAny = true;
+        if (m_parts.settings.m_bComm) {
+            image.setCopy();
+            continue;
+        }
+        if (sendWithRetries(image, entryName(image, i)) == Step::Stop)
+            return Step::Stop;
+    }
+    // Only an image whose every entry was answered holds what the controller has.
+    if (sentAny && m_imageComplete)
+        image.markFilled();
+    return Step::Next;
+}
+
+bool ReadTransfer::buildRequest(const clsKXAdr& image, int i)
+{
+    const QString address = image.Adr(i);
+    const ReadCommand* known = findReadCommand(image.Cmd(i));
+    if (address.isEmpty() || image.Cnt(i) == 0 || known == nullptr)
+        return false;
+    const clsLibrary& library = m_parts.kx.library();
+    const qint32 number = library.toLong(known->hexAddress ? QStringLiteral("&h") + address : address, 0);
+    try {
+        if (!(m_parts.channel.modbus().*known->build)(number, image.Cnt(i)))
+            return false;
+    } catch (const ModbusError& error) {
+        m_parts.kx.logError(entryName(image, i) + QStringLiteral(": ") + error.description());
+        m_imageComplete = false;
+        m_report.givenUp << entryName(image, i);
+        m_report.lastFailure = error.description();
+        return false;
+    }
+    m_functionCode = known->functionCode;
+    m_parts.channel.traceRequest(QString::fromUtf16(known->traceTag));
+    return true;
+}
+
+ReadTransfer::Step ReadTransfer::sendWithRetries(clsKXAdr& image, const QString& entry)
+{
+    for (int attempt = 1; attempt <= kRetries + 1; ++attempt) {
+        m_lResult = m_parts.channel.exchange(m_functionCode, [&] { return storeReply(image); });
+        if (m_lResult == Result::Refused)
+            m_report.lastFailure = m_parts.channel.reason();
+        if (m_parts.channel.isAborted() || m_lResult == Result::WrongModel || m_lResult == Result::Refused)
+            return Step::Stop;
+        if (m_lResult == Result::Success)
+            return Step::Next;
+        noteFailure(entry, attempt);
+        if (m_parts.channel.isAborted())
+            return Step::Stop;
+        if (m_bCancel) {
+            m_lResult = Result::Success;
+            return Step::Stop;
+        }
+    }
+    m_imageComplete = false;
+    m_report.givenUp << entry;
+    return Step::Next;
+}
+
+void ReadTransfer::noteFailure(const QString& entry, int attempt)
+{
+    const QString reason = m_parts.channel.reason();
+    ++m_report.failures;
+    m_report.lastFailure = reason;
+    if (attempt <= kRetries)
+        m_parts.progress.setText(QStringLiteral("%1\n%2: %3 (%4/%5)")
+                                     .arg(tran(kProgressText), entry, reason)
+                                     .arg(attempt)
+                                     .arg(kRetries + 1));
+    m_attemptFailed(entry, attempt, kRetries + 1, reason);
+}
+
+RequestChannel::Result ReadTransfer::storeReply(clsKXAdr& image)
+{
+    clsModbus& modbus = m_parts.channel.modbus();
+    if (image.m_bModbus) {
+        // A reply with bits leaves the register values of an earlier read as they are: they are not this entry's.
+        const bool isBits = m_functionCode == kReadCoils || m_functionCode == kReadDiscreteInputs;
+        image.setInteger(QString(), isBits ? modbus.DigitalVal(1) : modbus.AlalogVal(1));
+        return Result::Success;
+    }
+    image.setData(modbus.DigitalVals());
+    if (image.StartAddress() != kModelAddress)
+        return Result::Success;
+    m_report.answeredModel = image.getString(kModelAddress, kModelStringBytes, QString());
+    m_parts.shell.setConnectedModel(m_report.answeredModel);
+    const bool isOther = m_parts.shell.modelPanel() != m_report.answeredModel && !m_parts.settings.m_bComm;
+    return isOther ? Result::WrongModel : Result::Success;
+}
+
+void ReadTransfer::finishNormally(const std::vector<clsBlock*>* colRefData)
+{
+    m_parts.kx.refreshSpread(true, colRefData);
+    m_parts.progress.close();
+    m_report.outcome = ReadOutcome::Complete;
+    m_parts.shell.setState(MainState::UpToDate);
+}
+
+void ReadTransfer::finishStopped()
+{
+    m_parts.shell.setState(MainState::Confirmed);
+    m_parts.progress.close();
+    if (m_parts.channel.isAborted()) {
+        m_report.outcome = ReadOutcome::Aborted;
+        return;
+    }
+    switch (m_lResult) {
+    case Result::WrongModel:
+        m_report.outcome = ReadOutcome::WrongModel;
+        m_parts.questions.showMessage(tran("Model number is different."), MessageStyle::kCritical);
+        break;
+    case Result::Success:
+        m_report.outcome = ReadOutcome::Cancelled;
+        m_parts.questions.showMessage(tran("It was cancelled."), MessageStyle::kExclamation);
+        break;
+    case Result::Refused:
+    case Result::Failed:
+        m_report.outcome = ReadOutcome::LinkRefused;
+        m_parts.questions.showMessage(tran("Reception error occurred.") +
+                                          QStringLiteral("[%1]").arg(static_cast<int>(m_lResult)),
+                                      MessageStyle::kExclamation);
+        break;
+    }
+}
+
+QString ReadTransfer::tran(const char* english) const
+{
+    return m_parts.kx.library().tranStr(QString::fromLatin1(english));
+}

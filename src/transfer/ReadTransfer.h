@@ -1,0 +1,57 @@
+#pragma once
+
+#include "RequestChannel.h"
+#include "TransferReports.h"
+#include "clsKX.h"
+
+#include <functional>
+
+class clsCfg;
+
+// Reading all parameters: walks the read command list of every memory image, each entry one request, sent up to six
+// times, and shows the grid. Part of the transfer engine, which owns it and the channel.
+class ReadTransfer
+{
+public:
+    static constexpr int kRetries = 5; // repetitions of a request after the first sending
+
+    struct Parts
+    {
+        clsKX& kx;
+        clsCfg& settings;
+        MessagePresenter& questions;
+        ProgressView& progress;
+        TransferShell& shell;
+        RequestChannel& channel;
+    };
+    using AttemptFailed = std::function<void(const QString& entry, int attempt, int maximum, const QString& reason)>;
+
+    ReadTransfer(const Parts& parts, AttemptFailed attemptFailed);
+
+    void run(const std::vector<clsBlock*>* colRefData);
+    void cancel() { m_bCancel = true; }
+    const ReadReport& report() const { return m_report; }
+
+private:
+    using Result = RequestChannel::Result;
+    enum class Step { Next, Stop };
+
+    bool confirmed();
+    Step readImages();
+    Step readImage(clsKXAdr& image);
+    bool buildRequest(const clsKXAdr& image, int i);
+    Step sendWithRetries(clsKXAdr& image, const QString& entry);
+    void noteFailure(const QString& entry, int attempt);
+    Result storeReply(clsKXAdr& image);
+    void finishNormally(const std::vector<clsBlock*>* colRefData);
+    void finishStopped();
+    QString tran(const char* english) const;
+
+    Parts m_parts;
+    AttemptFailed m_attemptFailed;
+    ReadReport m_report;
+    bool m_bCancel = false;
+    bool m_imageComplete = true;
+    quint8 m_functionCode = 0; // of the request that was built
+    Result m_lResult = Result::Success;
+};

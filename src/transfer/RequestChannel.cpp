@@ -1,0 +1,153 @@
+#include "RequestChannel.h"
+
+#include "clsLibrary.h"
+#include "clsLog.h"
+#include "uclComm.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kMaxException = 255;
+
+// Without the spare element that the link puts behind the bytes received.
+QByteArray receivedPart(const QByteArray& linkBuffer)
+{
+    return linkBuffer.left(std::max<qsizetype>(linkBuffer.size() - 1, 0));
+}
+
+} // namespace
+
+RequestChannel::RequestChannel(const Parts& parts, QObject* parent)
+    : QObject(parent), m_parts(parts), m_pause(parts.library.context().machine.clock.makeTimer())
+{
+    connect(&m_parts.link, &uclComm::RecieveSuccess, this, &RequestChannel::onSuccess);
+    connect(&m_parts.link, &uclComm::RecieveError, this, &RequestChannel::onError);
+    connect(m_pause.get(), &platform::Timer::timeout, this, [this] { m_waiting.finish(); });
+}
+
+RequestChannel::~RequestChannel() = default;
+
+void RequestChannel::begin()
+{
+    m_abort = false;
+    m_requests = 0;
+    m_wireBytes = 0;
+    m_reason.clear();
+    useShellSettings();
+}
+
+void RequestChannel::useShellSettings()
+{
+    m_clsModbus.setSlaveAddress(m_parts.shell.slaveAddress());
+    m_clsModbus.setTransmissionMode(m_parts.shell.transmissionMode());
+}
+
+void RequestChannel::traceRequest(const QString& tag)
+{
+    trace(tag, m_clsModbus.GetSendMessage());
+}
+
+void RequestChannel::trace(const QString& tag, const QByteArray& bytes)
+{
+    m_parts.traceLog.LogWrite(tag + m_parts.library.HexString(bytes));
+}
+
+RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::function<Result()>& accepted)
+{
+    m_functionCode = functionCode;
+    m_accepted = accepted;
+    m_bWait = true;
+    m_lResult = Result::Success;
+    m_waiting.arm();
+    const QString refusal = m_parts.link.sendMsg(m_clsModbus.GetSendMessage(), m_clsModbus.RecvSize());
+    if (!refusal.isEmpty()) {
+        m_bWait = false;
+        m_reason = m_parts.link.errorText().isEmpty() ? refusal : m_parts.link.errorText();
+        return Result::Refused;
+    }
+    ++m_requests;
+    m_wireBytes += m_clsModbus.SendSize() + m_clsModbus.RecvSize();
+    if (m_bWait)
+        m_waiting.run();
+    // The wait can end without an event only when the program is being closed.
+    m_abort = m_abort || m_bWait;
+    m_bWait = false;
+    return m_lResult;
+}
+
+void RequestChannel::pause(int milliseconds)
+{
+    if (m_abort)
+        return;
+    m_waiting.arm();
+    m_pause->start(milliseconds);
+    m_waiting.run();
+    m_pause->stop();
+}
+
+void RequestChannel::abort()
+{
+    m_abort = true;
+    m_waiting.finish();
+}
+
+void RequestChannel::onSuccess(const QByteArray& sent, const QByteArray& received)
+{
+    Q_UNUSED(sent);
+    if (!m_bWait)
+        return;
+    const QByteArray bytes = receivedPart(received);
+    useShellSettings();
+    trace(QStringLiteral("(Scces)R:"), bytes);
+    if (isSound(bytes)) {
+        finish(m_accepted ? m_accepted() : Result::Success);
+        return;
+    }
+    trace(QStringLiteral("(Error)R:"), bytes);
+    finish(Result::Failed);
+}
+
+bool RequestChannel::isSound(const QByteArray& received)
+{
+    QByteArray bytes = received;
+    if (!m_clsModbus.SetRecvMessage(bytes, static_cast<qint32>(received.size()))) {
+        m_reason = tran("bad reply (error %1)").arg(m_clsModbus.ErrorCode());
+        return false;
+    }
+    // A sound frame that answers another request (a late reply, say) brings no values for this one. The check leaves
+    // the binary frame in bytes, in both modes.
+    const bool sameFunction = bytes.size() > 1 && static_cast<quint8>(bytes[1]) == m_functionCode;
+    if (!sameFunction || received.size() != m_clsModbus.RecvSize()) {
+        m_reason = tran("the reply belongs to another request");
+        return false;
+    }
+    return true;
+}
+
+void RequestChannel::onError(const QByteArray& sent, const QByteArray& received, const QString& text)
+{
+    Q_UNUSED(sent);
+    if (!m_bWait)
+        return;
+    QByteArray bytes = receivedPart(received);
+    trace(QStringLiteral("(Error)R:"), bytes);
+    const auto count = static_cast<qint32>(bytes.size());
+    m_clsModbus.SetRecvMessage(bytes, count);
+    const int code = m_clsModbus.ErrorCode();
+    m_reason = code >= 1 && code <= kMaxException ? tran("the controller refused (exception %1)").arg(code)
+                                                  : m_parts.library.tranStr(text);
+    finish(Result::Failed);
+}
+
+void RequestChannel::finish(Result result)
+{
+    m_lResult = result;
+    m_bWait = false;
+    m_waiting.finish();
+}
+
+QString RequestChannel::tran(const char* english) const
+{
+    return m_parts.library.tranStr(QString::fromLatin1(english));
+}

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "EventWait.h"
+#include "TransferPorts.h"
+#include "clsModbus.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+class clsLibrary;
+class clsLog;
+class uclComm;
+
+namespace platform {
+class Timer;
+}
+
+// One request at a time: sends what the Modbus master holds over the serial link and waits, dispatching events, until
+// the link tells how it ended. Every frame is a line of the trace log.
+//
+// Order of calls: begin at the start of a transfer; then for each request a request operation of modbus(), traceRequest
+// and exchange. All parts are kept by reference and must outlive the channel.
+class RequestChannel : public QObject
+{
+    Q_OBJECT
+
+public:
+    // How a request ended.
+    enum class Result { WrongModel = -2, Refused = -1, Success = 0, Failed = 1 };
+
+    struct Parts
+    {
+        uclComm& link;
+        clsLog& traceLog;
+        const clsLibrary& library;
+        const TransferShell& shell; // names slave address and transmission mode
+    };
+
+    explicit RequestChannel(const Parts& parts, QObject* parent = nullptr);
+    ~RequestChannel() override;
+
+    clsModbus& modbus() { return m_clsModbus; }
+    void begin();
+    void traceRequest(const QString& tag);
+    void trace(const QString& tag, const QByteArray& bytes);
+
+    // functionCode: of the request, which its reply must repeat. accepted is called with a sound reply and gives the
+    // result then; without it a sound reply is a success.
+    Result exchange(quint8 functionCode, const std::function<Result()>& accepted = {});
+    // Lets events run for a time.
+    void pause(int milliseconds);
+
+    // Ends a wait at once, for a program that is closing; stays so until the next begin.
+    void abort();
+    bool isAborted() const { return m_abort; }
+
+    QString reason() const { return m_reason; }      // why the last request did not succeed, in the user's language
+    int requests() const { return m_requests; }      // sent since begin
+    qint64 wireBytes() const { return m_wireBytes; } // sent, and announced for replies, since begin
+
+private:
+    void useShellSettings();
+    void onSuccess(const QByteArray& sent, const QByteArray& received);
+    void onError(const QByteArray& sent, const QByteArray& received, const QString& text);
+    bool isSound(const QByteArray& received);
+    void finish(Result result);
+    QString tran(const char* english) const;
+
+    Parts m_parts;
+    clsModbus m_clsModbus;
+    platform::EventWait m_waiting;
+    std::unique_ptr<platform::Timer> m_pause;
+    std::function<Result()> m_accepted;
+    bool m_bWait = false;
+    bool m_abort = false;
+    quint8 m_functionCode = 0;
+    Result m_lResult = Result::Success;
+    QString m_reason;
+    int m_requests = 0;
+    qint64 m_wireBytes = 0;
+};

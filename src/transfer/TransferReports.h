@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+// How the last read ended.
+enum class ReadOutcome {
+    None,        // no read yet, or the user declined
+    Complete,    // walked to its end; see ReadReport::givenUp
+    LinkRefused, // the port is closed or busy
+    WrongModel,  // the controller's model string differs from the selected one
+    Cancelled,
+    Aborted // the program is closing
+};
+
+struct ReadReport
+{
+    ReadOutcome outcome = ReadOutcome::None;
+    int requests = 0;      // frames sent, repetitions included
+    int failures = 0;      // frames without a valid reply
+    QStringList givenUp;   // entries that got no valid reply, as "section: command address"
+    QString lastFailure;   // what went wrong last, for a person
+    QString answeredModel; // the model string at FBC0, when it was read
+    qint64 wireBytes = 0;  // bytes sent and bytes of the replies expected, for measures
+};
+
+// How the last write ended.
+enum class WriteOutcome {
+    None,        // no write yet
+    Complete,    // walked to its end; see WriteReport::failed
+    NotRead,     // nothing to write before the parameters were read
+    NothingToDo, // no such parameter or block
+    WrongModel,
+    Declined,
+    Cancelled, // some entries may have been sent
+    Aborted
+};
+
+// A parameter that did not take its value: what was sent, and what was read back (stored values).
+struct NotAccepted
+{
+    QString tag;
+    QString sent;
+    QString kept;
+};
+
+struct WriteReport
+{
+    WriteOutcome outcome = WriteOutcome::None;
+    int requests = 0;
+    QStringList failed;  // entries without a sound reply, as "section: command address: reason"
+    QStringList skipped; // tags whose value is none that the controller could hold; the controller keeps its own
+    QVector<NotAccepted> notAccepted; // after the read-back that follows
+    qint64 wireBytes = 0;             // as in ReadReport
+    int pausesMs = 0;                 // prescribed pauses
+};
