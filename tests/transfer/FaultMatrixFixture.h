@@ -125,20 +125,47 @@ protected:
         return image.getOrgData().left(image.imageSize()).toHex().toUpper() == bytes;
     }
 
-    // all, partly or none: the images that were filled by the last read. A filled one that differs from the controller
-    // is "wrong".
+    // How many images were filled by the last read and hold what the controller holds now: all, partly or none.
     QString images()
     {
-        int filled = 0;
+        int agreeing = 0;
+        for (int i = 0; i < kx.ColAdr().count(); ++i)
+            agreeing += kx.ColAdr().at(i).isFilled() && agrees(kx.ColAdr().at(i)) ? 1 : 0;
+        if (agreeing == 0)
+            return QStringLiteral("none");
+        return agreeing == kx.ColAdr().count() ? QStringLiteral("all") : QStringLiteral("partly");
+    }
+
+    // Images that count as read and hold something else than the controller.
+    QStringList wrongImages()
+    {
+        QStringList sections;
         for (int i = 0; i < kx.ColAdr().count(); ++i) {
             const clsKXAdr& image = kx.ColAdr().at(i);
             if (image.isFilled() && !agrees(image))
-                return QStringLiteral("wrong");
-            filled += image.isFilled() ? 1 : 0;
+                sections << image.Section();
         }
-        if (filled == 0)
-            return QStringLiteral("none");
-        return filled == kx.ColAdr().count() ? QStringLiteral("all") : QStringLiteral("partly");
+        return sections;
+    }
+
+    // A value that the user enters, and where it goes at the controller.
+    struct Entry
+    {
+        const char* tag;
+        const char* data;
+        int block;
+        QHash<QString, QString> stored;
+    };
+
+    static const std::vector<Entry>& entries()
+    {
+        static const std::vector<Entry> kEntries{
+            {"VQSV1", "123", 1, {{"MEM 8000", "00"}, {"MEM 8001", "7B"}}},
+            {"VQF1", "2.5", 1, {{"MEM 8004", "40"}, {"MEM 8005", "20"}, {"MEM 8006", "00"}, {"MEM 8007", "00"}}},
+            {"SWB1", "0", 1, {{"MEM 8100", "00"}}},
+            {"PQREG", "88", 2, {{"REG 40001", "88"}}},
+            {"PQRUN", "0", 2, {{"COIL 1", "0"}}}};
+        return kEntries;
     }
 
     int traceLines(const char* tag)
@@ -165,7 +192,8 @@ private:
             return dataSection(number, keys) + "CellData=" + QByteArray::number(number) + ",1,vbWhite,vbBlack\n";
         };
         put(definition(QStringLiteral("M.ini")),
-            QByteArray("[Setting]\nDataMaxCount=7\nBlockMaxCount=1\nMaxRow=9\n[BlockInfo1]\nBlockNo=1\nName=SV\n") +
+            QByteArray("[Setting]\nDataMaxCount=7\nBlockMaxCount=2\nMaxRow=9\n[BlockInfo1]\nBlockNo=1\nName=SV\n"
+                       "[BlockInfo2]\nBlockNo=2\nName=Operation\n") +
                 item(1, "Tag=MQCODE\nCellType=String\nDataLen=14\nKXAddress=FBC0\nCommRaedSection=Id\n") +
                 item(2, "Tag=VQSV1\nBlockNo=1\nDataLen=2\nKXAddress=8000\nCommRaedSection=Set\nCommWriteSection=Set\n"
                         "DefaultData=100\n") +
@@ -174,9 +202,9 @@ private:
                 item(4, "Tag=SWB1\nBlockNo=1\nCellType=Bit\nDataLen=1\nBitMask=4\nKXAddress=8100\nCommRaedSection=Pid\n"
                         "CommWriteSection=Pid\nDefaultData=1\n") +
                 item(5, "Tag=VQPV\nDataLen=2\nCommRaedSection=Pv\nDefaultData=-2\n") +
-                item(6, "Tag=PQREG\nBlockNo=1\nDataLen=2\nCommRaedSection=Reg\nCommWriteSection=Reg\nDefaultData=7\n") +
+                item(6, "Tag=PQREG\nBlockNo=2\nDataLen=2\nCommRaedSection=Reg\nCommWriteSection=Reg\nDefaultData=7\n") +
                 item(7,
-                     "Tag=PQRUN\nBlockNo=1\nDataLen=2\nCommRaedSection=Coil\nCommWriteSection=Coil\nDefaultData=0\n"));
+                     "Tag=PQRUN\nBlockNo=2\nDataLen=2\nCommRaedSection=Coil\nCommWriteSection=Coil\nDefaultData=0\n"));
         put(definition(QStringLiteral("MComm.ini")),
             "[Id]\nReadCmd1=Direct,FBC0,14\nWriteCmdMax=0\n"
             "[Set]\nReadCmd1=Direct,8000,8\nWriteCmd1=Direct,8000,8\n"
