@@ -21,7 +21,7 @@ public:
 
 private:
     static constexpr int kQuietRounds = 10; // a request and its reply need four
-    static constexpr int kStepMs = 500;
+    static constexpr int kStepMs = 100;
 
     void round()
     {

@@ -1,7 +1,10 @@
 #include "FaultMatrixFixture.h"
 
 #include <QFile>
+#include <QSet>
 
+#include <cctype>
+#include <string>
 #include <vector>
 
 namespace {
@@ -151,6 +154,31 @@ TEST_P(FaultMatrix, EndsAsTheTableSays)
     EXPECT_TRUE(engine->lastWrite().failed.isEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Cells, FaultMatrix, ::testing::ValuesIn(readTable()));
+std::string nameOf(const ::testing::TestParamInfo<Cell>& cell)
+{
+    std::string name = ::testing::PrintToString(cell.param);
+    for (char& c : name)
+        c = std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cells, FaultMatrix, ::testing::ValuesIn(readTable()), nameOf);
+
+TEST(FaultMatrixTable, HasEveryFaultForEveryTransferInBothModes)
+{
+    QSet<QString> present;
+    for (const Cell& cell : readTable())
+        present << QStringLiteral("%1 %2 %3").arg(cell.transfer).arg(cell.mode).arg(cell.fault.section(u':', 0, 0));
+    const QStringList faults = QStringList(QStringLiteral("none")) + Faults::kinds().split(QStringLiteral(", "));
+    for (const QString& fault : faults) {
+        for (const char* transfer : {"detect", "read", "one", "block", "all"}) {
+            for (const int mode : {0, 1}) {
+                const QString cell =
+                    QStringLiteral("%1 %2 %3").arg(QLatin1String(transfer)).arg(mode).arg(fault.section(u':', 0, 0));
+                EXPECT_TRUE(present.contains(cell)) << qPrintable(cell);
+            }
+        }
+    }
+}
 
 } // namespace
