@@ -139,13 +139,14 @@ class Damages : public ::testing::TestWithParam<std::tuple<Damage, bool>>
 
 TEST_P(Damages, AreOfTheirKindWithEverySeed)
 {
-    const auto& [row, ascii] = GetParam();
+    const Damage& row = std::get<0>(GetParam());
+    const bool ascii = std::get<1>(GetParam());
     const QByteArray sound = ascii ? QByteArray(":010600000005F4\r\n") : QByteArray::fromHex("01060000000549C9");
     ASSERT_EQ(checkedBy(1, sound, ascii), clsModbus::kNoError);
-    const auto damagedBy = [&, fault = row.fault](unsigned seed) {
+    const auto damagedBy = [&](unsigned seed) {
         Faults faults(seed);
         QString error;
-        faults.add(QString::fromLatin1(fault), error);
+        faults.add(QString::fromLatin1(row.fault), error);
         const Faults::Verdict verdict = faults.next();
         return faults.damaged(sound, verdict, ascii);
     };
