@@ -31,7 +31,7 @@ public:
     // The folder of the language files, made when it is missing.
     static QString folder(const Context& context);
     // No language needs more: a larger file of that name is something else, and is left alone.
-    static constexpr qint64 kMaxFileBytes = 4 * 1024 * 1024;
+    static constexpr qint64 kMaxFileBytes = qint64{4} * 1024 * 1024;
     static bool isUsable(const Context& context, const QString& fileName);
 
 private:

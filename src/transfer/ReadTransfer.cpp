@@ -178,7 +178,7 @@ RequestChannel::Result ReadTransfer::storeReply(clsKXAdr& image)
     if (image.m_bModbus) {
         // A reply with bits leaves the register values of an earlier read as they are: they are not this entry's.
         const bool isBits = m_functionCode == kReadCoils || m_functionCode == kReadDiscreteInputs;
-        image.setInteger(QString(), isBits ? modbus.DigitalVal(1) : modbus.AlalogVal(1));
+        image.setInteger(QString(), static_cast<qint16>(isBits ? modbus.DigitalVal(1) : modbus.AlalogVal(1)));
         return Result::Success;
     }
     image.setData(modbus.DigitalVals());

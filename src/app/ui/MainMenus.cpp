@@ -9,6 +9,10 @@
 MainMenus::MainMenus(QMenuBar& bar)
 {
     QMenu* file = addMenu(bar, QStringLiteral("FileMenu"));
+    open = addItem(file, QStringLiteral("mnuFile"), 0, QStringLiteral("Open"));
+    open->setShortcut(QKeySequence::Open);
+    save = addItem(file, QStringLiteral("mnuFile"), 1, QStringLiteral("Save"));
+    save->setShortcut(QKeySequence::Save);
     exit = addItem(file, QStringLiteral("mnuFile"), 2, QStringLiteral("Exit"));
     exit->setShortcut(QKeySequence::Quit);
     exit->setMenuRole(QAction::QuitRole);
@@ -16,6 +20,8 @@ MainMenus::MainMenus(QMenuBar& bar)
     comm = addItem(kx, QStringLiteral("mnuKX"), 0, QStringLiteral("Comm"));
     recv = addItem(kx, QStringLiteral("mnuKX"), 1, QStringLiteral("Recv"));
     recv->setShortcut(Qt::Key_F5);
+    send = addItem(kx, QStringLiteral("mnuKX"), 2, QStringLiteral("Send"));
+    send->setShortcut(Qt::Key_F6);
     QMenu* settings = addMenu(bar, QStringLiteral("OptionMenu"));
     option = addItem(settings, QStringLiteral("mnuOption"), 0, QStringLiteral("Option"));
     QMenu* help = addMenu(bar, QStringLiteral("HelpMenu"));

@@ -18,9 +18,12 @@ class MainMenus
 public:
     explicit MainMenus(QMenuBar& bar);
 
+    QAction* open = nullptr;
+    QAction* save = nullptr;
     QAction* exit = nullptr;
     QAction* comm = nullptr;
     QAction* recv = nullptr;
+    QAction* send = nullptr;
     QAction* option = nullptr;
     QAction* version = nullptr;
 

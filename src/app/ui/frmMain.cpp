@@ -12,6 +12,7 @@
 #include "ProgressDialogView.h"
 #include "ReadStatus.h"
 #include "WidgetPlacement.h"
+#include "WriteStatus.h"
 #include "clsINI.h"
 #include "frmComSet.h"
 #include "frmOption.h"
@@ -65,6 +66,7 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
         m_clsKX, m_uclComm1, program.settings(), program.traceLog(), *m_questions, *m_progress, *this});
     connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
+    connect(m_engine.get(), &TransferEngine::written, this, &frmMain::showWriteStatus);
     connect(&m_clsKX, &clsKX::LoadEvent, this, &frmMain::onLoadEvent);
     setupWindow();
     program.library().makeLangList();
@@ -90,7 +92,7 @@ frmMain::~frmMain()
 void frmMain::start()
 {
     if (!m_program.settings().m_bComm || modelPanel().isEmpty())
-        QTimer::singleShot(0, this, &frmMain::showCommSetting);
+        QMetaObject::invokeMethod(this, &frmMain::showCommSetting, Qt::QueuedConnection);
 }
 
 void frmMain::setupWindow()
@@ -135,6 +137,11 @@ void frmMain::setupGrid()
 
 void frmMain::connectMenus()
 {
+    connect(m_menus->open, &QAction::triggered, this, &frmMain::openDataFile);
+    connect(m_menus->save, &QAction::triggered, this, &frmMain::saveDataFile);
+    connect(m_menus->send, &QAction::triggered, this, &frmMain::setDataToKXAll);
+    connect(m_stbMain, &MainStatusBar::writeClicked, this, &frmMain::tellWriteDetails);
+    connect(m_sprMain, &platform::vaSpread::buttonClicked, this, &frmMain::onGridButton);
     connect(m_menus->exit, &QAction::triggered, this, &frmMain::exitApp);
     connect(m_menus->comm, &QAction::triggered, this, &frmMain::showCommSetting);
     connect(m_menus->recv, &QAction::triggered, this, [this] { getDataFromKX(); });
@@ -212,6 +219,77 @@ void frmMain::getDataFromKX(const std::vector<clsBlock*>* colRefData)
     showReadStatus();
 }
 
+void frmMain::setDataToKXAll()
+{
+    if (m_engine->isBusy())
+        return;
+    m_questions->showMessage(m_program.library().tranStr(QStringLiteral("Transfer All Data.")),
+                             MessageStyle::kInformation, QStringLiteral("KX"));
+    m_engine->setDataToKXAll();
+    m_readAt = m_program.clock().now();
+    showReadStatus();
+}
+
+void frmMain::onGridButton(int col, int row)
+{
+    const clsBlock* block = m_clsKX.getBlockByRC(row, col);
+    if (block == nullptr || m_clsKX.getDataByRC(row, col) != nullptr || m_engine->isBusy())
+        return;
+    m_program.eventLog().LogWrite(QStringLiteral("B%1[%2-%3]=BlockClick").arg(block->m_lNo).arg(col).arg(row));
+    m_grid.setValue(row, col, 0);
+    m_engine->writeBlock(*block, true);
+    showReadStatus();
+}
+
+void frmMain::openDataFile()
+{
+    const clsLibrary& library = m_program.library();
+    if (!m_program.settings().m_bComm && m_eState != MainState::UpToDate) {
+        m_questions->showMessage(
+            library.tranStr(QStringLiteral("Please acquire the up-to-date data from the equipment.")),
+            MessageStyle::kCritical);
+        return;
+    }
+    const platform::PathMap& paths = m_program.machine().paths;
+    const QString file =
+        m_chooseFile(this, {false, m_clsKX.Ext(), paths.toMachine(m_clsKX.DataPath()), m_clsKX.DialogFilter()});
+    if (file.isEmpty())
+        return;
+    m_program.eventLog().LogWrite(QStringLiteral("showOpenFile-") + file);
+    if (m_clsKX.loadData(paths.toDesktop(file)))
+        m_questions->showMessage(m_clsKX.lastLoad().detail, MessageStyle::kCritical);
+    else
+        tellLoad();
+}
+
+// A set that was taken may still hold what a person should look at before it is sent.
+void frmMain::tellLoad()
+{
+    const clsLibrary& library = m_program.library();
+    const ParameterLoad& load = m_clsKX.lastLoad();
+    QStringList lines;
+    if (!load.outsideLimits.isEmpty())
+        lines << library.tranStr(QStringLiteral("Outside their limits: %1")).arg(load.outsideLimits.join(u", "));
+    if (!load.missing.isEmpty())
+        lines << library.tranStr(QStringLiteral("Not in the file: %1")).arg(load.missing.join(u", "));
+    if (!lines.isEmpty())
+        m_questions->showMessage(lines.join(u'\n'), MessageStyle::kExclamation);
+}
+
+void frmMain::saveDataFile()
+{
+    const platform::PathMap& paths = m_program.machine().paths;
+    const QString file =
+        m_chooseFile(this, {true, m_clsKX.Ext(), paths.toMachine(m_clsKX.DataPath()), m_clsKX.DialogFilter()});
+    if (file.isEmpty())
+        return;
+    m_program.eventLog().LogWrite(QStringLiteral("showSaveFile-") + file);
+    const QString error = m_clsKX.saveData(paths.toDesktop(file));
+    if (!error.isEmpty())
+        m_questions->showMessage(m_program.library().tranStr(QStringLiteral("The file was not saved: %1")).arg(error),
+                                 MessageStyle::kCritical);
+}
+
 void frmMain::showCommSetting()
 {
     if (m_comSet != nullptr || m_engine->isBusy())
@@ -282,6 +360,19 @@ void frmMain::showReadStatus()
     m_stbMain->setStateText(readStatusText(status, tran), readStatusToolTip(status, tran));
 }
 
+void frmMain::showWriteStatus()
+{
+    const TranslateText tran = m_program.library().translation();
+    m_stbMain->setWriteText(writeStatusText(m_engine->lastWrite(), tran),
+                            writeStatusDetails(m_engine->lastWrite(), tran));
+}
+
+void frmMain::tellWriteDetails()
+{
+    m_questions->showMessage(writeStatusDetails(m_engine->lastWrite(), m_program.library().translation()),
+                             MessageStyle::kExclamation);
+}
+
 void frmMain::showGridOrHint()
 {
     const int items = static_cast<int>(m_clsKX.items().size());
@@ -289,7 +380,8 @@ void frmMain::showGridOrHint()
                                   m_program.library().translation());
     m_hint->setText(hint);
     m_pages->setCurrentWidget(hint.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
-    m_menus->recv->setEnabled(hint.isEmpty());
+    for (QAction* action : {m_menus->recv, m_menus->send, m_menus->open, m_menus->save})
+        action->setEnabled(hint.isEmpty());
 }
 
 void frmMain::onLoadEvent(int code, int number, const QString& text)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ComSetOwner.h"
+#include "FileChooser.h"
 #include "GridModel.h"
 #include "OptionOwner.h"
 #include "TransferEngine.h"
@@ -54,7 +55,11 @@ public:
     void exitApp() { close(); }
     QString getOptStr(int lIndex) const { return m_clsKX.getOptStr(lIndex); }
     void getDataFromKX(const std::vector<clsBlock*>* colRefData = nullptr);
+    void setDataToKXAll();
     void ProgCancel(int Index) { m_engine->ProgCancel(Index); }
+    void openDataFile();
+    void saveDataFile();
+    void setFileChooser(const FileChooser& chooser) { m_chooseFile = chooser; }
     // Opens the communication settings once the event at hand has ended, unless the program works off-line.
     void doCommCheck() override { m_timer1.start(); }
     void showOption();
@@ -93,6 +98,10 @@ private:
     void showLinkStatus();
     void showReadStatus();
     void showGridOrHint();
+    void showWriteStatus();
+    void tellWriteDetails();
+    void tellLoad();
+    void onGridButton(int col, int row);
     void onLoadEvent(int code, int number, const QString& text);
     bool mayClose();
     void saveLastSetting();
@@ -123,5 +132,6 @@ private:
     MainState m_eState = MainState::NoConnection;
     QDateTime m_readAt;
     QString m_helpFile;
+    FileChooser m_chooseFile = chooseFile;
     bool m_askBeforeClosing = true;
 };

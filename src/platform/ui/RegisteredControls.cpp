@@ -7,6 +7,8 @@
 #include <QGroupBox>
 #include <QLabel>
 
+#include <numeric>
+
 namespace platform {
 
 namespace {
@@ -111,9 +113,8 @@ RegisteredTabs::RegisteredTabs(QTabWidget& tabs, const QString& name, std::optio
 
 std::vector<int> RegisteredTabs::parts() const
 {
-    std::vector<int> numbers;
-    for (int i = 0; i < m_captions.size(); ++i)
-        numbers.push_back(i);
+    std::vector<int> numbers(static_cast<size_t>(m_captions.size()));
+    std::iota(numbers.begin(), numbers.end(), 0);
     return numbers;
 }
 
@@ -140,9 +141,8 @@ RegisteredToolbar::RegisteredToolbar(QToolBar& bar, const QString& name, std::op
 
 std::vector<int> RegisteredToolbar::parts() const
 {
-    std::vector<int> numbers;
-    for (size_t i = 1; i <= m_buttons.size(); ++i)
-        numbers.push_back(static_cast<int>(i));
+    std::vector<int> numbers(m_buttons.size());
+    std::iota(numbers.begin(), numbers.end(), 1);
     return numbers;
 }
 
