@@ -77,7 +77,7 @@ protected:
         ProgramContext program(platform::PathMap(), scratchFolders(m_root), QProcessEnvironment(), colors);
         ModelCatalogue(program.library()).ensureBuiltIn();
         SimulatedController controller(program.library(), 1, kModelString, 1, m_mode);
-        SimulatorLine line(controller, Faults(), m_pace);
+        SimulatorLine line(controller, Faults(), m_pace, program.clock());
         line.openTerminal();
         m_device = line.path();
         m_ready.release();
