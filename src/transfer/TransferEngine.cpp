@@ -26,6 +26,7 @@ void TransferEngine::getDataFromKX(const std::vector<clsBlock*>* colRefData)
     const ReadOutcome outcome = lastRead().outcome;
     if (outcome == ReadOutcome::Complete)
         m_lastSet = m_parts.kx.knownSet();
+    Q_EMIT readEnded();
     // The settings may end in a read of their own: this one is over by then.
     if (outcome == ReadOutcome::WrongModel)
         m_parts.shell.showCommSetting();

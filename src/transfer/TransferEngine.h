@@ -57,6 +57,8 @@ public:
 Q_SIGNALS:
     // A request got no valid reply; attempt counts from 1, maximum is the number of attempts.
     void attemptFailed(const QString& entry, int attempt, int maximum, const QString& reason);
+    // A read has ended, whatever way.
+    void readEnded();
     // A write and the read-back that belongs to it have ended.
     void written();
 

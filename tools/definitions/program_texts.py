@@ -150,6 +150,11 @@ FORM_TEXTS = {
     "frmShowVersion": [("Caption", "Version", "バージョン情報")],
     "Caption": [
         ("frmMain-FileMenu-0", "&File", "ファイル(&F)"),
+        ("frmMain-EditMenu-0", "&Edit", "編集(&E)"),
+        ("frmMain-mnuEdit-0", "&Copy", "コピー(&C)"),
+        ("frmMain-mnuEdit-1", "&Paste", "貼り付け(&P)"),
+        ("frmMain-mnuEdit-2", "&Undo", "元に戻す(&U)"),
+        ("frmMain-mnuEdit-3", "&Redo", "やり直し(&R)"),
         ("frmMain-KXMenu-0", "&KX", "KX(&K)"),
         ("frmMain-OptionMenu-0", "&Option", "オプション(&O)"),
         ("frmMain-HelpMenu-0", "&Help", "ヘルプ(&H)"),

@@ -21,6 +21,10 @@ public:
     QAction* open = nullptr;
     QAction* save = nullptr;
     QAction* exit = nullptr;
+    QAction* copy = nullptr;
+    QAction* paste = nullptr;
+    QAction* undo = nullptr;
+    QAction* redo = nullptr;
     QAction* comm = nullptr;
     QAction* recv = nullptr;
     QAction* send = nullptr;

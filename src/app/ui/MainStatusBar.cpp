@@ -8,6 +8,7 @@ MainStatusBar::MainStatusBar(QWidget* parent)
     : QStatusBar(parent), m_model(addPanel(QStringLiteral("panelModel"), QStringLiteral("Model"), 0)),
       m_link(addPanel(QStringLiteral("panelLink"), QStringLiteral("Serial link"), 2)),
       m_state(addPanel(QStringLiteral("panelState"), QStringLiteral("State of the data"), 1)),
+      m_hint(addPanel(QStringLiteral("panelHint"), QStringLiteral("Current parameter"), 3)),
       m_write(new QToolButton(this))
 {
     setObjectName(QStringLiteral("stbMain"));
@@ -55,6 +56,12 @@ void MainStatusBar::setStateText(const QString& text, const QString& toolTip)
 {
     m_state->setText(text);
     m_state->setToolTip(toolTip.isEmpty() ? text : toolTip);
+}
+
+void MainStatusBar::setHintText(const QString& text)
+{
+    m_hint->setText(text);
+    m_hint->setToolTip(text);
 }
 
 void MainStatusBar::setWriteText(const QString& text, const QString& details)

@@ -17,6 +17,7 @@ public:
     QString modelText() const;
     void setLinkText(const QString& text);
     void setStateText(const QString& text, const QString& toolTip);
+    void setHintText(const QString& text); // about the current cell
     // What went wrong in the last write; without a text the panel is not there.
     void setWriteText(const QString& text, const QString& details);
 
@@ -29,5 +30,6 @@ private:
     QLabel* m_model;
     QLabel* m_link;
     QLabel* m_state;
+    QLabel* m_hint;
     QToolButton* m_write;
 };

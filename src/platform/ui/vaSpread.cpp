@@ -34,6 +34,10 @@ vaSpread::vaSpread(QWidget* parent) : QTableView(parent)
     horizontalHeader()->setMinimumSectionSize(0);
     verticalHeader()->setMinimumSectionSize(0);
     setAccessibleName(QStringLiteral("Parameters"));
+    // A window that waits for a dialog keeps its grid as it is.
+    QPalette colors = palette();
+    colors.setBrush(QPalette::Disabled, QPalette::Base, colors.brush(QPalette::Active, QPalette::Base));
+    setPalette(colors);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this,
             [this](int section, int, int size) { onSectionResized(section, size); });
     connect(this, &QTableView::clicked, this, &vaSpread::onClicked);
