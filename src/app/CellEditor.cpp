@@ -1,8 +1,6 @@
 #include "CellEditor.h"
 
-#include "Comparison.h"
 #include "GridRefresh.h"
-#include "LimitCheck.h"
 #include "MessagePresenter.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
@@ -26,7 +24,7 @@ bool isSetting(const QString& tag)
 
 CellEditor::CellEditor(clsKX& kx, MessagePresenter& messages, CellEditorShell& shell, QObject* parent)
     : QObject(parent), m_kx(kx), m_messages(messages), m_shell(shell), m_interlocks(kx, *this),
-      m_clicks(*this, m_interlocks, shell), m_history(kx)
+      m_check(*this, m_interlocks), m_clicks(*this, m_interlocks, shell), m_history(kx)
 {
     // The steps refer to items that a load replaces.
     connect(&kx, &clsKX::LoadEvent, this, [this](int mode) {
@@ -56,7 +54,7 @@ void CellEditor::endAction()
     m_depth = 0;
     m_redraw = false;
     m_sent = false;
-    m_limitsGiven.clear();
+    m_check.start();
     Q_EMIT edited();
     Q_EMIT historyChanged();
 }
@@ -85,7 +83,7 @@ bool CellEditor::isOpen(const clsData& item) const
 bool CellEditor::checkCell(int col, int row, bool bCascade)
 {
     const clsData* item = m_kx.getDataByRC(row, col);
-    return item != nullptr && checkCell(col, row, bCascade, shownText(*item));
+    return item != nullptr && checkCell(col, row, bCascade, m_check.shownText(*item));
 }
 
 bool CellEditor::checkCell(int col, int row, bool bCascade, const QString& entered)
@@ -94,95 +92,25 @@ bool CellEditor::checkCell(int col, int row, bool bCascade, const QString& enter
     if (item == nullptr || !isOpen(*item))
         return false;
     const Action action(*this);
-    m_limitsGiven.clear();
-    return check(*item, bCascade, entered);
-}
-
-// The check of an item that is being checked already would never end: two items share a cell, or one sets the other.
-bool CellEditor::check(clsData& item, bool bCascade, const QString& entered)
-{
-    if (m_checking.contains(&item)) {
-        m_kx.logError(QStringLiteral("%1 [Datas%2]: an entry of %3 leads back to it; the interlocks end there")
-                          .arg(m_kx.entry().screenFile)
-                          .arg(item.number())
-                          .arg(item.Key()));
-        return true;
-    }
-    m_checking.append(&item);
-    const bool taken = checkOnce(item, bCascade, entered);
-    m_checking.removeLast();
-    return taken;
-}
-
-bool CellEditor::checkOnce(clsData& item, bool bCascade, const QString& entered)
-{
-    logItem(item, QStringLiteral("Change"));
-    if (item.MType() == ItemType::Data)
-        return checkNumber(item, bCascade, entered);
-    if (item.MType() == ItemType::Combo && !m_dropped)
-        choose(item, shownChoice(item));
-    return true;
-}
-
-bool CellEditor::checkNumber(clsData& item, bool bCascade, const QString& entered)
-{
-    const TranslateText tran = m_kx.library().translation();
-    const LimitCheck limits = LimitCheck::of(item, m_kx, m_limitsGiven.contains(&item));
-    const bool inside = limits.allows(entered);
-    if (!inside || isEquivalent(item, entered)) {
-        tell(inside ? tran(QStringLiteral("It cannot set equivalent.")) : limits.refusal(item, tran),
-             MessageStyle::kInformation);
-        GridRefresh(m_kx).show(item);
-        return false;
-    }
-    item.setVData(entered);
-    m_kx.refreshCell(item);
-    m_interlocks.afterNumber(item, bCascade);
-    return true;
-}
-
-// A voltage or current input without a span could not be scaled.
-bool CellEditor::isEquivalent(const clsData& item, const QString& entered) const
-{
-    const bool isLower = item.Key() == u"VQLIL";
-    if ((!isLower && item.Key() != u"VQLIH") || !m_kx.hasVoltageRange())
-        return false;
-    const clsData* other = m_kx.getDataByTag(isLower ? QStringLiteral("VQLIH") : QStringLiteral("VQLIL"));
-    return other != nullptr && holds(entered, QStringLiteral("="), other->VData());
-}
-
-// The choice that the cell shows; the item's own where the cell shows what the item says, or nothing of the list.
-int CellEditor::shownChoice(const clsData& item) const
-{
-    const QString shown = shownText(item);
-    const auto found = shown == item.VData() ? -1 : item.ComboString().split(u'\t').indexOf(shown);
-    return found < 0 ? item.ComboIdx() : static_cast<int>(found);
+    m_check.start();
+    return m_check.check(*item, bCascade, entered);
 }
 
 bool CellEditor::changeCombo(int col, int row)
 {
     const clsData* item = m_kx.getDataByRC(row, col);
-    return item != nullptr && changeCombo(col, row, shownChoice(*item));
+    return item != nullptr && changeCombo(col, row, m_check.shownChoice(*item));
 }
 
 bool CellEditor::changeCombo(int col, int row, int choice)
 {
     clsData* item = m_kx.getDataByRC(row, col);
-    if (m_dropped || item == nullptr || item->MType() != ItemType::Combo || !isOpen(*item))
+    if (m_check.isComboDropped() || item == nullptr || item->MType() != ItemType::Combo || !isOpen(*item))
         return false;
     const Action action(*this);
-    m_limitsGiven.clear();
-    choose(*item, choice);
+    m_check.start();
+    m_check.choose(*item, choice);
     return true;
-}
-
-void CellEditor::choose(clsData& item, int choice)
-{
-    logItem(item, QStringLiteral("Change"));
-    item.setComboIdx(choice);
-    m_kx.refreshCell(item);
-    m_interlocks.afterChoice(item);
-    logItem(item, QStringLiteral("Changed"));
 }
 
 void CellEditor::setVData(const QString& sTag, const QString& VData, bool bCheck)
@@ -220,7 +148,7 @@ void CellEditor::setData(const QString& sTag, const QString& sData, bool bCheck)
 bool CellEditor::checkAsSet(const clsData& item)
 {
     clsData* shown = item.Visible() ? m_kx.getDataByRC(item.Row(), item.Col()) : nullptr;
-    return shown == nullptr || check(*shown, true, shownText(*shown));
+    return shown == nullptr || m_check.check(*shown, true, m_check.shownText(*shown));
 }
 
 void CellEditor::putBack(clsData& item, const ItemState& before)
@@ -236,12 +164,7 @@ void CellEditor::setLimits(const QString& tag, const QString& lower, const QStri
         return;
     item->setLimitL(lower);
     item->setLimitH(upper);
-    m_limitsGiven.insert(item);
-}
-
-QString CellEditor::shownText(const clsData& item) const
-{
-    return m_kx.spread() == nullptr ? item.VData() : m_kx.spread()->cell(item.Row(), item.Col()).text;
+    m_check.noteLimits(*item);
 }
 
 int CellEditor::getDataTempMax() const
@@ -291,7 +214,7 @@ void CellEditor::redo()
 void CellEditor::clear()
 {
     m_history.clear();
-    m_limitsGiven.clear();
+    m_check.start();
     m_decimalsSources.clear();
     m_sourcesKnown = false;
     Q_EMIT historyChanged();

@@ -3,15 +3,14 @@
 #include "CellClicks.h"
 #include "CellEditorShell.h"
 #include "EditHistory.h"
+#include "EntryCheck.h"
 #include "Interlocks.h"
 
 #include <QObject>
 #include <QSet>
 #include <QString>
-#include <QVector>
 
 class MessagePresenter;
-struct LimitCheck;
 
 // The editing of the parameter grid: what a person or the program enters is held against the parameter's limits, taken,
 // marked, and followed by the interlocks; what cannot be taken is told and put back. Values are not sent from here, but
@@ -28,10 +27,11 @@ public:
 
     // What happens in the grid. True: the entry was taken. Cells that are locked or cannot be written take none.
     bool checkCell(int col, int row, bool bCascade, const QString& entered);
-    bool checkCell(int col, int row, bool bCascade = true);     // the cell's own text
-    bool changeCombo(int col, int row, int choice);             // 0-based
-    bool changeCombo(int col, int row);                         // the choice that the cell shows
-    void setComboDropped(bool dropped) { m_dropped = dropped; } // an open list is still being looked through
+    bool checkCell(int col, int row, bool bCascade = true); // the cell's own text
+    bool changeCombo(int col, int row, int choice);         // 0-based
+    bool changeCombo(int col, int row);                     // the choice that the cell shows
+    // While a list is open a choice is only looked at.
+    void setComboDropped(bool dropped) { m_check.setComboDropped(dropped); }
     void clickCell(int col, int row) { m_clicks.clickCell(col, row); }
     void openSelect(int col, int row) { m_clicks.openSelect(col, row); } // double click or Enter
 
@@ -95,15 +95,8 @@ private:
     void beginAction();
     void endAction();
     bool changesDisplay(const clsData& changed);
-    bool check(clsData& item, bool bCascade, const QString& entered);
-    bool checkOnce(clsData& item, bool bCascade, const QString& entered);
-    bool checkNumber(clsData& item, bool bCascade, const QString& entered);
-    bool isEquivalent(const clsData& item, const QString& entered) const;
     bool checkAsSet(const clsData& item);
-    int shownChoice(const clsData& item) const;
-    void choose(clsData& item, int choice);
     void putBack(clsData& item, const ItemState& before);
-    QString shownText(const clsData& item) const;
 
     void setLimits(const QString& tag, const QString& lower, const QString& upper) override;
     void redrawAll() override { m_redraw = true; }
@@ -112,17 +105,15 @@ private:
     MessagePresenter& m_messages;
     CellEditorShell& m_shell;
     Interlocks m_interlocks;
+    EntryCheck m_check;
     CellClicks m_clicks;
     EditHistory m_history;
-    bool m_dropped = false;
     int m_silence = 0;
 
     // The user action that runs.
     int m_depth = 0;
     bool m_redraw = false;
     bool m_sent = false;
-    QVector<const clsData*> m_checking;     // the cascade, outermost first
-    QSet<const clsData*> m_limitsGiven;     // items that were given limits by the entry
     QSet<const clsData*> m_decimalsSources; // items that others take their decimal places from
     bool m_sourcesKnown = false;
 };

@@ -111,18 +111,24 @@ TEST_F(Spread, OnlyButtonsAreButtons)
     EXPECT_EQ(pressed.count(), 0);
 }
 
-TEST_F(Spread, LockedCellsRefuse)
+TEST_F(Spread, LockedAndReadOnlyCellsRefuse)
 {
-    for (const int row : {1, 2, 3})
-        grid.setLocked(row, 2, true);
-    EXPECT_EQ(edit<QLineEdit>(1), nullptr);
-    EXPECT_EQ(edit<QComboBox>(2), nullptr);
-    doubleClick(1);
-    EXPECT_EQ(spread.viewport()->findChild<QLineEdit*>(), nullptr);
-    click(3);
-    select(3);
-    key(Qt::Key_Space);
-    EXPECT_EQ(pressed.count(), 0);
+    for (const bool isLocked : {true, false}) {
+        for (const int row : {1, 2, 3}) {
+            Cell cell = grid.cell(row, 2);
+            cell.locked = isLocked;
+            cell.readOnly = !isLocked;
+            grid.setCell(row, 2, cell);
+        }
+        EXPECT_EQ(edit<QLineEdit>(1), nullptr) << isLocked;
+        EXPECT_EQ(edit<QComboBox>(2), nullptr) << isLocked;
+        doubleClick(1);
+        EXPECT_EQ(spread.viewport()->findChild<QLineEdit*>(), nullptr) << isLocked;
+        click(3);
+        select(3);
+        key(Qt::Key_Space);
+        EXPECT_EQ(pressed.count(), 0) << isLocked;
+    }
 }
 
 TEST_F(Spread, StaticTextIsNotEditable)
