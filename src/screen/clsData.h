@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <vector>
 
 class clsINI;
 class clsKX;
@@ -21,6 +22,13 @@ constexpr int kUntouched = 0;
 constexpr int kRead = 1;    // taken from the controller
 constexpr int kChanged = 2; // changed by an entry or a loaded file
 } // namespace EditState
+
+// One of the values that an item can be chosen from.
+struct ItemChoice
+{
+    QString stored;
+    QString text; // as shown
+};
 
 // One parameter of the controller as the grid shows it. Holds the stored value (Data, as the controller holds it) and
 // turns it into the display value (VData, the text shown) by the item's type and decimal places.
@@ -65,6 +73,7 @@ public:
     bool checkMulti() const; // chosen from a table
     bool doMultiSelect() const { return m_typeName == u"Multi"; }
     bool doInputSelect() const { return m_type == ItemType::Input; }
+    std::vector<ItemChoice> choices() const; // of a Bit, Combo, Multi or Input item, in the definition's order
     QString DefData() const { return m_defaultData; }
 
     // Stored value. A value that the controller sent and one that is only the definition's default look the same:
