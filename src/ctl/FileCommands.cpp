@@ -30,11 +30,6 @@ CommandResult notAccepted(ControllerSession& session)
         if (item != nullptr && isWritten(session.kx(), *item))
             tags << QStringLiteral("%1 (sent %2, kept %3)").arg(parameter.tag, parameter.sent, parameter.kept);
     }
-    for (const QString& tag : session.lastWrite().skipped) {
-        const clsData* item = session.kx().getDataByTag(tag);
-        if (item != nullptr && item->isKnown() && isWritten(session.kx(), *item))
-            tags << QStringLiteral("%1 (a value that it cannot hold)").arg(tag);
-    }
     if (tags.isEmpty())
         return {};
     return CommandResult::failed(

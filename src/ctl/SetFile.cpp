@@ -1,5 +1,6 @@
 #include "SetFile.h"
 
+#include "ItemStore.h"
 #include "ProgramContext.h"
 #include "WrittenItems.h"
 #include "clsKX.h"
@@ -9,12 +10,17 @@
 
 namespace {
 
-constexpr int kListedTags = 10;
+constexpr int kListed = 10;
 const QString kUnit = QStringLiteral("SWQCF");
 
 bool setsOthers(const clsData& item)
 {
     return item.MType() == ItemType::Multi || item.MType() == ItemType::Input;
+}
+
+QString listed(const QStringList& texts)
+{
+    return texts.mid(0, kListed).join(u", ") + (texts.size() > kListed ? QStringLiteral(", ...") : QString());
 }
 
 } // namespace
@@ -62,7 +68,7 @@ CommandResult SetFile::values(const clsKX& kx, Values& values) const
                                      QStringLiteral("%1: the file is of model %2, not %3; choose a file of that model")
                                          .arg(m_name, set.modelString, kx.modelString()));
     if (load.outcome != ParameterLoad::Outcome::Loaded)
-        return badFile(load.detail + QStringLiteral(" Mend the file."));
+        return CommandResult::failed(ExitStatus::BadFile, load.detail + QStringLiteral(" Mend the file."));
     if (load.missing.size() == set.values.size())
         return badFile(QStringLiteral("it holds no values in its section [Data]; name a parameter file"));
     for (const auto& [tag, value] : set.values)
@@ -86,6 +92,8 @@ void SetFile::apply(clsKX& kx, const Values& values)
             item->setKnown(!value.isEmpty());
         }
     }
+    for (const auto& item : kx.items())
+        item->Edit = EditState::kUntouched;
 }
 
 CommandResult SetFile::show(clsKX& kx) const
@@ -120,11 +128,19 @@ CommandResult SetFile::replaceWritten(clsKX& kx) const
             missing << item->Key();
     }
     if (!missing.isEmpty())
-        return badFile(QStringLiteral("it holds no value for %1%2; nothing was written: read and save the set anew")
-                           .arg(missing.mid(0, kListedTags).join(u", "),
-                                missing.size() > kListedTags ? QStringLiteral(", ...") : QString()));
+        return badFile(QStringLiteral("it holds no value for %1; nothing was written: read and save the set anew")
+                           .arg(listed(missing)));
     apply(kx, written);
-    return {};
+    QStringList unfit;
+    for (const auto& [item, value] : written) {
+        if (!storeInImage(*item, *kx.ColAdr().find(item->WSection())))
+            unfit << QStringLiteral("%1=%2").arg(item->Key(), value);
+    }
+    if (unfit.isEmpty())
+        return {};
+    return CommandResult::failed(
+        ExitStatus::Refused,
+        QStringLiteral("%1: no controller can hold %2; nothing was written: mend the file").arg(m_name, listed(unfit)));
 }
 
 CommandResult SetFile::save(const clsKX& kx) const
@@ -133,5 +149,7 @@ CommandResult SetFile::save(const clsKX& kx) const
     if (file.exists() && !file.isFile())
         return badFile(QStringLiteral("it is no plain file; choose another place with -o"));
     const QString trouble = ParameterFile(m_program.library(), m_desktopPath).save(kx.knownSet());
-    return trouble.isEmpty() ? CommandResult() : badFile(trouble + QStringLiteral("; choose another place with -o"));
+    if (trouble.isEmpty())
+        return {};
+    return CommandResult::failed(ExitStatus::BadFile, trouble + QStringLiteral("; choose another place with -o"));
 }
