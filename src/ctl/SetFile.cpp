@@ -13,6 +13,16 @@ namespace {
 constexpr int kListed = 10;
 const QString kUnit = QStringLiteral("SWQCF");
 
+const QString kUnusableName =
+    QStringLiteral("a parameter file cannot have a name with one of \\ : * ? \" < > |; choose another name");
+
+// Whether the program's own path text can say it.
+bool hasUsableName(const QFileInfo& file)
+{
+    static const QRegularExpression unusable(QStringLiteral("[:*?\"<>|]"));
+    return !file.fileName().contains(unusable) && !file.absoluteFilePath().contains(u'\\');
+}
+
 bool setsOthers(const clsData& item)
 {
     return item.MType() == ItemType::Multi || item.MType() == ItemType::Input;
@@ -41,9 +51,8 @@ CommandResult SetFile::open(const QString& wantedModel)
         return badFile(QStringLiteral("it may not be read by you; change its rights"));
     if (file.size() > platform::ProfileStore::kMaxFileBytes)
         return badFile(QStringLiteral("it is too large for a parameter file"));
-    static const QRegularExpression unusable(QStringLiteral("[\\\\:*?\"<>|]"));
-    if (file.absoluteFilePath().contains(unusable))
-        return badFile(QStringLiteral("a parameter file cannot have a name with one of \\ : * ? \" < > |; rename it"));
+    if (!hasUsableName(file))
+        return badFile(kUnusableName);
     m_modelString = ParameterFile(m_program.library(), m_desktopPath).modelString();
     if (m_modelString.isEmpty())
         return badFile(QStringLiteral("it names no model in its section [Info]; name a parameter file"));
@@ -146,6 +155,8 @@ CommandResult SetFile::replaceWritten(clsKX& kx) const
 CommandResult SetFile::save(const clsKX& kx) const
 {
     const QFileInfo file(m_name);
+    if (!hasUsableName(file))
+        return badFile(kUnusableName);
     if (file.exists() && !file.isFile())
         return badFile(QStringLiteral("it is no plain file; choose another place with -o"));
     const QString trouble = ParameterFile(m_program.library(), m_desktopPath).save(kx.knownSet());

@@ -174,7 +174,7 @@ TEST_F(SimulatedCtl, FileThatIsNoFile)
                       {path("folder"), "no plain file"},
                       {path("pipe"), "no plain file"},
                       {QStringLiteral("/dev/null"), "no plain file"},
-                      {path("a:b.kx"), "rename it"},
+                      {path("a:b.kx"), "choose another name"},
                       {path("secret.kx"), "may not be read by you"}};
     for (const auto& row : rows) {
         SCOPED_TRACE(qPrintable(row.file));
@@ -210,7 +210,7 @@ TEST_F(SimulatedCtl, FileOfAnotherModelThanTheOption)
 TEST_F(SimulatedCtl, SetThatCannotBeSaved)
 {
     plugModel(QStringLiteral("KX410"));
-    for (const QString& target : {path("program"), path("no/such/a.kx"), QStringLiteral("/dev/full")}) {
+    for (const QString& target : {path("program"), path("a:b.kx"), path("no/such/a.kx"), QStringLiteral("/dev/full")}) {
         EXPECT_EQ(runWith({QStringLiteral("read"), QStringLiteral("--as"), QStringLiteral("set"), QStringLiteral("-o"),
                            target}),
                   BadFile);
