@@ -3,6 +3,8 @@
 #include <QCommandLineParser>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kMaxSlave = 247;
@@ -12,10 +14,19 @@ constexpr int kMaxSpeed = 4000000;
 const char* const kHelp = R"(Usage: vorlantctl [OPTION]... COMMAND
 
 Commands:
-  models    list the model catalogue
-  ports     list the serial ports and their COM names
-  detect    ask the controller for its model; print the model string and its code
-  read      read all parameters of the controller and print them
+  models                list the model catalogue
+  ports                 list the serial ports and their COM names
+  detect                ask the controller for its model; print the model string and its code
+  read                  read all parameters of the controller and print them
+  get TAG...            read the controller; print TAG=value of these parameters
+  set TAG=VALUE...      read the controller, check all values, write them, read back and print TAG=value
+  show FILE             print a parameter file; needs no controller
+  write FILE            write a parameter file to the controller and read back
+  compare FILE          print what differs between a parameter file and the controller
+  compare FILE FILE2    the same for two parameter files; needs no controller
+
+A VALUE is what the grid shows: a number in its limits, a choice by its text or its stored value, a switch by its
+caption or 0 or 1. Nothing is written when one of the values is refused. compare leaves out what is only measured.
 
 Options (those left out come from the main settings file):
   --port DEVICE|COMn     serial port
@@ -23,15 +34,16 @@ Options (those left out come from the main settings file):
   --chara P,D,S          parity (N, E, O, M, S), data bits, stop bits, such as N,8,1
   --mode rtu|ascii       transmission mode
   --slave N              slave address, 1 to 247
-  --model CODE           model code, such as KX410, or the whole model string
+  --model CODE           model code, such as KX410, or the whole model string; a parameter file names its own
   --timeout S            seconds of silence after which a request counts as lost, 1 to 3600
   --quiet                show no progress
   -o FILE                write the result to FILE, whole or not at all
   --as table|csv|json    form of the result (default: table)
+  --as set               of read, with -o: write a parameter file
   --help, --version
 
-Exit status: 0 done, 2 usage, 3 no port or no answer, 4 wrong or unknown model,
-5 unreadable file or definition.
+Exit status: 0 done, 1 the sets differ, 2 usage, 3 no port or no answer, 4 wrong or unknown model, 5 unreadable file
+or definition, 6 a value was refused or did not read back.
 )";
 
 std::optional<int> numberWithin(const QString& text, int least, int most)
@@ -41,17 +53,34 @@ std::optional<int> numberWithin(const QString& text, int least, int most)
     return ok && number >= least && number <= most ? std::optional<int>(number) : std::nullopt;
 }
 
-std::optional<Command> commandNamed(const QString& name)
+struct CommandForm
 {
-    if (name == u"models")
-        return Command::Models;
-    if (name == u"ports")
-        return Command::Ports;
-    if (name == u"detect")
-        return Command::Detect;
-    if (name == u"read")
-        return Command::Read;
-    return std::nullopt;
+    const char16_t* name;
+    Command command;
+    int least; // words behind the command
+    int most;
+    const char16_t* words;
+};
+
+constexpr int kAnyNumber = 1000000;
+
+constexpr CommandForm kCommands[] = {
+    {u"models", Command::Models, 0, 0, u"options only"},
+    {u"ports", Command::Ports, 0, 0, u"options only"},
+    {u"detect", Command::Detect, 0, 0, u"options only"},
+    {u"read", Command::Read, 0, 0, u"options only"},
+    {u"show", Command::Show, 1, 1, u"one parameter file"},
+    {u"get", Command::Get, 1, kAnyNumber, u"one TAG or more"},
+    {u"set", Command::Set, 1, kAnyNumber, u"one TAG=VALUE or more"},
+    {u"write", Command::Write, 1, 1, u"one parameter file"},
+    {u"compare", Command::Compare, 1, 2, u"one or two parameter files"},
+};
+
+const CommandForm* commandNamed(const QString& name)
+{
+    const auto* form = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                    [&name](const CommandForm& known) { return name == QStringView(known.name); });
+    return form == std::end(kCommands) ? nullptr : form;
 }
 
 // Takes the values out of the parsed options; the first one that makes no sense is the error.
@@ -122,9 +151,12 @@ private:
     {
         if (!m_parser.isSet(QStringLiteral("as")))
             return;
+        line.asParameterFile = m_parser.value(QStringLiteral("as")) == u"set";
+        if (line.asParameterFile)
+            return;
         const std::optional<OutputFormat> format = outputFormatNamed(m_parser.value(QStringLiteral("as")));
         if (!format)
-            refuse(QStringLiteral("as"), QStringLiteral("table, csv or json"));
+            refuse(QStringLiteral("as"), QStringLiteral("table, csv, json or (of read) set"));
         line.format = format.value_or(OutputFormat::Table);
     }
 
@@ -148,19 +180,52 @@ void addOptions(QCommandLineParser& parser)
         parser.addOption(QCommandLineOption(QString::fromLatin1(name)));
 }
 
+// The first pair that cannot be meant, with the reason; empty when all can.
+QString troubleOfPairs(const QStringList& pairs)
+{
+    QStringList tags;
+    for (const QString& pair : pairs) {
+        const QString tag = pair.section(u'=', 0, 0);
+        if (tag.isEmpty() || !pair.contains(u'='))
+            return QStringLiteral("set: \"%1\" is not TAG=VALUE").arg(pair);
+        if (tags.contains(tag))
+            return QStringLiteral("set: %1 is there twice; leave one of them out").arg(tag);
+        tags << tag;
+    }
+    return {};
+}
+
+QString troubleOfWords(const CommandForm& form, const QStringList& words)
+{
+    const QString name = QString::fromUtf16(form.name);
+    const QString takes = QString::fromUtf16(form.words);
+    if (words.size() < form.least)
+        return QStringLiteral("%1: the command takes %2").arg(name, takes);
+    if (words.size() > form.most)
+        return QStringLiteral("%1: \"%2\" is too much; the command takes %3").arg(name, words.at(form.most), takes);
+    if (words.contains(QString()))
+        return QStringLiteral("%1: a word is empty; the command takes %2").arg(name, takes);
+    return form.command == Command::Set ? troubleOfPairs(words) : QString();
+}
+
 void readCommand(const QStringList& words, ParsedCommandLine& result)
 {
-    const std::optional<Command> command = words.isEmpty() ? std::nullopt : commandNamed(words.first());
-    if (words.isEmpty())
+    const CommandForm* form = words.isEmpty() ? nullptr : commandNamed(words.first());
+    if (words.isEmpty()) {
         result.error = QStringLiteral("no command; vorlantctl --help lists them");
-    else if (!command)
+        return;
+    }
+    if (form == nullptr) {
         result.error =
             QStringLiteral("unknown command \"%1\"; vorlantctl --help lists the commands").arg(words.first());
-    else if (words.size() > 1)
-        result.error =
-            QStringLiteral("%1: \"%2\" is too much; the command takes options only").arg(words.first(), words.at(1));
-    else
-        result.line.command = *command;
+        return;
+    }
+    result.line.command = form->command;
+    result.line.words = words.mid(1);
+    result.error = troubleOfWords(*form, result.line.words);
+    const bool isFileOfRead = form->command == Command::Read && !result.line.outputFile.isEmpty();
+    if (result.error.isEmpty() && result.line.asParameterFile && !isFileOfRead)
+        result.error = QStringLiteral("option --as: \"set\" is for read with -o FILE");
 }
 
 } // namespace

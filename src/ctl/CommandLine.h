@@ -6,13 +6,14 @@
 #include <QStringList>
 #include <optional>
 
-enum class Command { Help, Version, Models, Ports, Detect, Read };
+enum class Command { Help, Version, Models, Ports, Detect, Read, Show, Get, Set, Write, Compare };
 
 // What the user asked for. An option that was left out has no value: then the main settings file decides.
 struct CommandLine
 {
     Command command = Command::Help;
-    QString port; // a device, or COMn
+    QStringList words; // what stands behind the command: files, tags, or TAG=VALUE
+    QString port;      // a device, or COMn
     QString speed;
     QString chara;
     std::optional<int> transmissionMode; // 0 RTU, 1 ASCII
@@ -22,6 +23,7 @@ struct CommandLine
     bool quiet = false;
     QString outputFile; // empty: standard output
     OutputFormat format = OutputFormat::Table;
+    bool asParameterFile = false; // `read` writes a parameter file; outputFile is its name then
 };
 
 struct ParsedCommandLine

@@ -6,10 +6,12 @@
 // Exit status of vorlantctl.
 enum class ExitStatus {
     Done = 0,
+    Differ = 1,     // the parameter sets that were compared differ
     Usage = 2,      // the command line makes no sense
     NoAnswer = 3,   // no port, or no sound answer from the controller
     WrongModel = 4, // the controller is another model than the one chosen, or one that the catalogue lacks
-    BadFile = 5     // a file or definition cannot be read or written
+    BadFile = 5,    // a file or definition cannot be read or written
+    Refused = 6     // a value was refused, or the controller holds another one after the write
 };
 
 // What a command came to: what belongs on standard output, or one line that says what failed, where, and what to do.
@@ -17,9 +19,12 @@ struct CommandResult
 {
     ExitStatus status = ExitStatus::Done;
     QByteArray output; // UTF-8; after a failure only what is true all the same
-    QString failure;   // empty when done
+    QString failure;   // empty when done, and when sets differ
 
     static CommandResult done(const QByteArray& output) { return {ExitStatus::Done, output, QString()}; }
-    static CommandResult failed(ExitStatus status, const QString& line) { return {status, QByteArray(), line}; }
+    static CommandResult failed(ExitStatus status, const QString& line)
+    {
+        return {status, QByteArray(), line.simplified()};
+    }
     bool ok() const { return status == ExitStatus::Done; }
 };

@@ -5,7 +5,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QStringList>
 
 namespace {
 
@@ -17,12 +16,14 @@ QString blockText(const clsKX& kx, const clsData& item)
     return block->m_sName.isEmpty() ? QString::number(block->m_lNo) : block->m_sName;
 }
 
-QByteArray asTable(const std::vector<ParameterRow>& rows)
+QByteArray asTable(const PrintedRows& printed)
 {
-    TextTable table({QStringLiteral("Tag"), QStringLiteral("Name"), QStringLiteral("Block"), QStringLiteral("Value"),
-                     QStringLiteral("Data")});
-    for (const ParameterRow& row : rows)
-        table.add({row.tag, row.name, row.block, row.value, row.data});
+    QStringList headings = printed.columns;
+    for (QString& heading : headings)
+        heading[0] = heading[0].toUpper();
+    TextTable table(headings);
+    for (const QStringList& row : printed.rows)
+        table.add(row);
     return table.text().toUtf8();
 }
 
@@ -32,11 +33,10 @@ QString csvField(QString text)
     return quoted ? u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"' : text;
 }
 
-QByteArray asCsv(const std::vector<ParameterRow>& rows)
+QByteArray asCsv(const PrintedRows& printed)
 {
-    QString text = QStringLiteral("tag,name,block,value,data\r\n");
-    for (const ParameterRow& row : rows) {
-        QStringList fields{row.tag, row.name, row.block, row.value, row.data};
+    QString text = printed.columns.join(u',') + QStringLiteral("\r\n");
+    for (QStringList fields : printed.rows) {
         for (QString& field : fields)
             field = csvField(field);
         text += fields.join(u',') + QStringLiteral("\r\n");
@@ -51,18 +51,21 @@ QByteArray quoted(const QString& text)
 }
 
 // Written by hand because the library's objects put their keys into alphabetical order.
-QByteArray jsonObject(const ParameterRow& row)
+QByteArray jsonObject(const QStringList& columns, const QStringList& row, bool changed)
 {
-    const QByteArray changed = row.changed ? QByteArray(",\"changed\":true") : QByteArray();
-    return "{\"tag\":" + quoted(row.tag) + ",\"name\":" + quoted(row.name) + ",\"block\":" + quoted(row.block) +
-           ",\"value\":" + quoted(row.value) + ",\"data\":" + quoted(row.data) + changed + '}';
+    QByteArrayList members;
+    for (qsizetype i = 0; i < columns.size(); ++i)
+        members << quoted(columns[i]) + ':' + quoted(row[i]);
+    if (changed)
+        members << "\"changed\":true";
+    return '{' + members.join(',') + '}';
 }
 
-QByteArray asJson(const std::vector<ParameterRow>& rows)
+QByteArray asJson(const PrintedRows& printed)
 {
     QByteArrayList objects;
-    for (const ParameterRow& row : rows)
-        objects << "  " + jsonObject(row);
+    for (qsizetype i = 0; i < printed.rows.size(); ++i)
+        objects << "  " + jsonObject(printed.columns, printed.rows[i], printed.changed.value(i));
     return objects.isEmpty() ? QByteArray("[]\n") : "[\n" + objects.join(",\n") + "\n]\n";
 }
 
@@ -79,22 +82,39 @@ std::optional<OutputFormat> outputFormatNamed(const QString& name)
     return std::nullopt;
 }
 
+ParameterRow parameterRow(const clsKX& kx, const clsData& item)
+{
+    ParameterRow row{item.Key(), item.DataName(), blockText(kx, item), QString(), QString(), false};
+    row.changed = item.Edit == EditState::kChanged;
+    if (item.isKnown()) {
+        row.value = item.VData();
+        row.data = item.Data();
+    }
+    return row;
+}
+
 std::vector<ParameterRow> parameterRows(const clsKX& kx)
 {
     std::vector<ParameterRow> rows;
-    for (const auto& item : kx.items()) {
-        ParameterRow row{item->Key(), item->DataName(), blockText(kx, *item), QString(), QString(), false};
-        row.changed = item->Edit == EditState::kChanged;
-        if (item->isKnown()) {
-            row.value = item->VData();
-            row.data = item->Data();
-        }
-        rows.push_back(row);
-    }
+    for (const auto& item : kx.items())
+        rows.push_back(parameterRow(kx, *item));
     return rows;
 }
 
 QByteArray formatParameters(const std::vector<ParameterRow>& rows, OutputFormat format)
+{
+    PrintedRows printed{{QStringLiteral("tag"), QStringLiteral("name"), QStringLiteral("block"),
+                         QStringLiteral("value"), QStringLiteral("data")},
+                        {},
+                        {}};
+    for (const ParameterRow& row : rows) {
+        printed.rows.append({row.tag, row.name, row.block, row.value, row.data});
+        printed.changed.append(row.changed);
+    }
+    return formatRows(printed, format);
+}
+
+QByteArray formatRows(const PrintedRows& rows, OutputFormat format)
 {
     switch (format) {
     case OutputFormat::Csv:

@@ -2,9 +2,12 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
+#include <QVector>
 #include <optional>
 #include <vector>
 
+class clsData;
 class clsKX;
 
 enum class OutputFormat { Table, Csv, Json };
@@ -23,8 +26,19 @@ struct ParameterRow
     bool changed = false;
 };
 
+// Texts by column. The table heads the columns with their names, the first letter a capital.
+struct PrintedRows
+{
+    QStringList columns;
+    QVector<QStringList> rows; // each with as many fields as there are columns
+    QVector<bool> changed;     // by row, for Json only; may be empty
+};
+
+ParameterRow parameterRow(const clsKX& kx, const clsData& item);
 // All items of the loaded model, in item order.
 std::vector<ParameterRow> parameterRows(const clsKX& kx);
 
-// UTF-8. Table: aligned columns with a heading. Csv: RFC 4180 with a heading. Json: an array with one object a line.
 QByteArray formatParameters(const std::vector<ParameterRow>& rows, OutputFormat format);
+
+// UTF-8. Table: aligned columns with a heading. Csv: RFC 4180 with a heading. Json: an array with one object a line.
+QByteArray formatRows(const PrintedRows& rows, OutputFormat format);

@@ -27,13 +27,6 @@ int characterWidth(char32_t code)
     return full ? 2 : 1;
 }
 
-QString oneLine(QString text)
-{
-    std::replace_if(
-        text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; }, u' ');
-    return text;
-}
-
 } // namespace
 
 int displayWidth(const QString& text)
@@ -42,6 +35,13 @@ int displayWidth(const QString& text)
     for (const uint code : text.toUcs4())
         width += characterWidth(code);
     return width;
+}
+
+QString oneLine(QString text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; }, u' ');
+    return text;
 }
 
 TextTable::TextTable(const QStringList& heading) : m_widths(heading.size(), 0)

@@ -1,11 +1,14 @@
 #include "CommandLine.h"
 #include "ConsoleProgress.h"
+#include "ControllerSession.h"
 #include "DetectCommand.h"
+#include "FileCommands.h"
 #include "ModelsCommand.h"
 #include "OutputTarget.h"
 #include "PortsCommand.h"
 #include "ProgramContext.h"
 #include "ReadCommand.h"
+#include "SetCommand.h"
 #include "Terminal.h"
 #include "TerminationSignals.h"
 
@@ -16,13 +19,24 @@
 
 namespace {
 
-CommandResult readController(ProgramContext& program, const CommandLine& line, QTextStream& errors)
+CommandResult withController(ProgramContext& program, const CommandLine& line, QTextStream& errors)
 {
     ConsoleProgress progress(errors, !line.quiet && platform::standardErrorIsTerminal());
     platform::TerminationSignals endRequest;
-    ReadCommand command(program, line, progress);
-    QObject::connect(&endRequest, &platform::TerminationSignals::requested, &command, &ReadCommand::interrupt);
-    return command.run();
+    ControllerSession session(program, line, progress);
+    QObject::connect(&endRequest, &platform::TerminationSignals::requested, &session, &ControllerSession::interrupt);
+    switch (line.command) {
+    case Command::Get:
+        return getParameters(session, line);
+    case Command::Set:
+        return setParameters(session, line);
+    case Command::Write:
+        return writeFile(program, session, line);
+    case Command::Compare:
+        return compareWithController(program, session, line);
+    default:
+        return readParameters(program, session, line);
+    }
 }
 
 CommandResult detectModel(ProgramContext& program, const CommandLine& line)
@@ -48,7 +62,11 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
         return listPorts(program.ports());
     if (line.command == Command::Detect)
         return detectModel(program, line);
-    return readController(program, line, errors);
+    if (line.command == Command::Show)
+        return showFile(program, line);
+    if (line.command == Command::Compare && line.words.size() > 1)
+        return compareFiles(program, line);
+    return withController(program, line, errors);
 }
 
 CommandResult run(const QStringList& arguments, QTextStream& errors)
@@ -57,7 +75,7 @@ CommandResult run(const QStringList& arguments, QTextStream& errors)
     if (!parsed.error.isEmpty())
         return CommandResult::failed(ExitStatus::Usage, parsed.error);
     CommandResult result = perform(parsed.line, errors);
-    if (!result.ok() && result.output.isEmpty())
+    if ((!result.failure.isEmpty() && result.output.isEmpty()) || parsed.line.asParameterFile)
         return result;
     const QString trouble = writeOutput(result.output, parsed.line.outputFile);
     return trouble.isEmpty() ? result : CommandResult::failed(ExitStatus::BadFile, trouble);
@@ -70,7 +88,7 @@ int main(int argc, char* argv[])
     const QCoreApplication application(argc, argv);
     QTextStream errors(stderr);
     const CommandResult result = run(QCoreApplication::arguments().mid(1), errors);
-    if (!result.ok())
+    if (!result.failure.isEmpty())
         errors << "vorlantctl: " << result.failure << Qt::endl;
     return static_cast<int>(result.status);
 }

@@ -312,6 +312,21 @@ void clsData::setComboIdx(int index)
         setData(m_comboDatas[index]);
 }
 
+std::vector<ItemChoice> clsData::choices() const
+{
+    std::vector<ItemChoice> choices;
+    if (m_type == ItemType::Bit)
+        choices = {{QString::number(m_bitOn), m_bitOnCaption}, {QString::number(m_bitOff), m_bitOffCaption}};
+    for (qsizetype i = 0; m_type == ItemType::Combo && i < m_comboDatas.size(); ++i)
+        choices.push_back({m_comboDatas[i], m_comboStrings.value(i)});
+    if (m_type != ItemType::Multi && m_type != ItemType::Input)
+        return choices;
+    const ChoiceTable& table = m_type == ItemType::Multi ? m_multiTable : inputTable();
+    for (const ChoiceTable::Entry& entry : table.entries())
+        choices.push_back({entry.data.value(1), entry.names.value(0)});
+    return choices;
+}
+
 QString clsData::ButtonCaption() const
 {
     return m_library->toLong(m_data, 0) != 0 ? m_bitOnCaption : m_bitOffCaption;

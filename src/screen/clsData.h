@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <vector>
 
 class clsINI;
 class clsKX;
@@ -32,6 +33,13 @@ struct ItemState
     QString currentLower; // limit texts
     QString currentUpper;
     bool operator==(const ItemState&) const = default;
+};
+
+// One of the values that an item can be chosen from.
+struct ItemChoice
+{
+    QString stored;
+    QString text; // as shown
 };
 
 // One parameter of the controller as the grid shows it. Holds the stored value (Data, as the controller holds it) and
@@ -77,6 +85,7 @@ public:
     bool checkMulti() const; // chosen from a table
     bool doMultiSelect() const { return m_typeName == u"Multi"; }
     bool doInputSelect() const { return m_type == ItemType::Input; }
+    std::vector<ItemChoice> choices() const; // of a Bit, Combo, Multi or Input item, in the definition's order
     QString DefData() const { return m_defaultData; }
 
     // Stored value. A value that the controller sent and one that is only the definition's default look the same:

@@ -39,12 +39,23 @@ TEST(CommandLine, LeavesTheRestToTheSettings)
     EXPECT_EQ(parsed.line.format, OutputFormat::Table);
 }
 
+TEST(CommandLine, KeepsTheWordsAsTheyAre)
+{
+    const CommandLine line = parseCommandLine({QStringLiteral("set"), QStringLiteral("A=x=y z"), QStringLiteral("B="),
+                                               QStringLiteral("--as"), QStringLiteral("csv")})
+                                 .line;
+    EXPECT_EQ(line.command, Command::Set);
+    EXPECT_EQ(line.words, (QStringList{QStringLiteral("A=x=y z"), QStringLiteral("B=")}));
+    EXPECT_EQ(line.format, OutputFormat::Csv);
+}
+
 TEST(CommandLine, HelpListsEveryOptionAndCommand)
 {
     EXPECT_EQ(parseCommandLine(words("--help")).line.command, Command::Help);
     EXPECT_EQ(parseCommandLine(words("--version read")).line.command, Command::Version);
-    for (const char* word : {"models", "ports", "detect", "read", "--port", "--speed", "--chara", "--mode", "--slave",
-                             "--model", "--timeout", "--quiet", "-o FILE", "--as"})
+    for (const char* word :
+         {"models", "ports", "detect", "read", "show FILE", "get TAG", "set TAG=VALUE", "write FILE", "compare FILE",
+          "--port", "--speed", "--chara", "--mode", "--slave", "--model", "--timeout", "--quiet", "-o FILE", "--as"})
         EXPECT_TRUE(helpText().contains(QString::fromLatin1(word))) << word;
 }
 
@@ -69,7 +80,13 @@ INSTANTIATE_TEST_SUITE_P(
     Cases, RefusedCommandLine,
     ::testing::Values(
         Refused{"NoCommand", "--quiet", "no command"}, Refused{"UnknownCommand", "explode", "\"explode\""},
-        Refused{"TooManyWords", "read VQSV1", "\"VQSV1\""}, Refused{"UnknownOption", "--prot x read", "prot"},
+        Refused{"TooManyWords", "read VQSV1", "\"VQSV1\""}, Refused{"ShowNothing", "show", "one parameter file"},
+        Refused{"ShowTwo", "show a.kx b.kx", "\"b.kx\""}, Refused{"GetNothing", "get --quiet", "one TAG"},
+        Refused{"SetNothing", "set", "TAG=VALUE"}, Refused{"SetWithoutValue", "set A=1 B", "\"B\""},
+        Refused{"SetWithoutTag", "set =1", "\"=1\""}, Refused{"SetTwice", "set A=1 A=2", "A is there twice"},
+        Refused{"WriteTwo", "write a.kx b.kx", "\"b.kx\""}, Refused{"CompareThree", "compare a b c", "\"c\""},
+        Refused{"SetFormElsewhere", "show a.kx --as set -o b.kx", "read with -o"},
+        Refused{"SetFormPrinted", "read --as set", "read with -o"}, Refused{"UnknownOption", "--prot x read", "prot"},
         Refused{"OptionWithoutValue", "read --port", "port"}, Refused{"SlaveZero", "--slave 0 read", "--slave"},
         Refused{"SlaveAbove", "--slave 248 read", "247"}, Refused{"SlaveText", "--slave one read", "\"one\""},
         Refused{"Mode", "--mode tcp read", "rtu or ascii"}, Refused{"Speed", "--speed -9600 read", "--speed"},

@@ -91,8 +91,8 @@ TEST_F(VorlantCtl, PortsShowsWhatAComNameStandsFor)
 
 TEST_F(VorlantCtl, UsageIsStatusTwo)
 {
-    EXPECT_EQ(run({QStringLiteral("compare")}), 2);
-    expectOneLineAbout("\"compare\"");
+    EXPECT_EQ(run({QStringLiteral("explode")}), 2);
+    expectOneLineAbout("\"explode\"");
     EXPECT_EQ(run({QStringLiteral("read")}), 2) << "no model was ever chosen";
     expectOneLineAbout("--model");
     EXPECT_EQ(run({QStringLiteral("--model"), QStringLiteral("ZZ999"), QStringLiteral("read")}), 2);

@@ -1,0 +1,165 @@
+#include "ControllerSession.h"
+
+#include "ProgramContext.h"
+
+namespace {
+
+CommandResult failed(ExitStatus status, const QString& line)
+{
+    return CommandResult::failed(status, line);
+}
+
+} // namespace
+
+ControllerSession::ControllerSession(ProgramContext& program, const CommandLine& line, ProgressView& progress)
+    : m_program(program), m_progress(progress), m_controlLink(program, line), m_model(program)
+{
+    m_program.context().messages = &m_messages;
+}
+
+ControllerSession::~ControllerSession()
+{
+    m_program.context().messages = nullptr;
+}
+
+CommandResult ControllerSession::load(const QString& wanted)
+{
+    return m_model.load(wanted);
+}
+
+CommandResult ControllerSession::open()
+{
+    const CommandResult opened = m_controlLink.open();
+    if (!opened.ok())
+        return opened;
+    m_shell = std::make_unique<ControlShell>(m_model.modelString(), m_controlLink.slaveAddress(),
+                                             m_controlLink.transmissionMode());
+    m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
+        kx(), m_controlLink.link(), m_program.settings(), m_program.traceLog(), m_messages, m_progress, *m_shell});
+    connect(m_engine.get(), &TransferEngine::attemptFailed, this, &ControllerSession::onAttemptFailed);
+    return {};
+}
+
+CommandResult ControllerSession::read()
+{
+    if (!m_interrupted)
+        m_engine->getDataFromKX(nullptr);
+    return readResult();
+}
+
+CommandResult ControllerSession::writeOne(const QString& tag)
+{
+    if (!m_interrupted) {
+        m_wrote = true;
+        m_engine->setDataToKXOne(tag);
+    }
+    return writeResult();
+}
+
+CommandResult ControllerSession::writeAll()
+{
+    if (!m_interrupted) {
+        m_wrote = true;
+        m_engine->setDataToKXAll();
+    }
+    const CommandResult written = writeResult();
+    // Whether a request was refused or the line is gone shows in the read-back.
+    if (lastWrite().outcome != WriteOutcome::Complete)
+        return written;
+    const CommandResult readBack = readResult();
+    return readBack.ok() ? written : readBack;
+}
+
+void ControllerSession::interrupt()
+{
+    m_interrupted = true;
+    if (m_engine != nullptr)
+        m_engine->abort();
+}
+
+void ControllerSession::onAttemptFailed(const QString& entry, int attempt, int maximum, const QString& reason)
+{
+    if (attempt < maximum)
+        return;
+    m_lostRequest = QStringLiteral("%1: %2, %3 times").arg(entry, reason).arg(maximum);
+    m_engine->abort();
+}
+
+CommandResult ControllerSession::readResult() const
+{
+    const ReadReport& report = m_engine->lastRead();
+    if (m_interrupted)
+        return failed(ExitStatus::NoAnswer,
+                      m_wrote ? QStringLiteral("interrupted; some parameters may have been written: read them")
+                              : QStringLiteral("interrupted; nothing was read"));
+    if (report.outcome == ReadOutcome::WrongModel)
+        return wrongModel();
+    return report.outcome == ReadOutcome::Complete ? definitionResult() : noAnswer();
+}
+
+// A read that was walked to its end brings everything only when the definition asks for everything.
+CommandResult ControllerSession::definitionResult() const
+{
+    const ReadReport& report = m_engine->lastRead();
+    if (m_model.kx().ColAdr().count() == 0)
+        return failed(ExitStatus::BadFile,
+                      QStringLiteral("%1 names nothing to read; mend the file").arg(m_model.screenFile()));
+    if (report.requests == 0 || !report.givenUp.isEmpty())
+        return failed(
+            ExitStatus::BadFile,
+            QStringLiteral("%1 holds read commands that make no request: %2; mend the file")
+                .arg(m_model.commFile(), report.requests == 0 ? QStringLiteral("all") : report.givenUp.join(u", ")));
+    const QStringList unread = unreadSections();
+    if (!unread.isEmpty())
+        return failed(ExitStatus::BadFile, QStringLiteral("%1 holds no complete read command for [%2]; mend the file")
+                                               .arg(m_model.commFile(), unread.join(u"], [")));
+    return {};
+}
+
+CommandResult ControllerSession::writeResult() const
+{
+    const WriteReport& report = lastWrite();
+    if (m_interrupted)
+        return failed(ExitStatus::NoAnswer,
+                      QStringLiteral("interrupted; some parameters may have been written: read them"));
+    if (report.outcome == WriteOutcome::WrongModel)
+        return wrongModel();
+    if (report.outcome != WriteOutcome::Complete)
+        return failed(ExitStatus::NoAnswer, QStringLiteral("%1: the write did not come to its end; %2")
+                                                .arg(m_controlLink.text(), m_messages.lastNotice()));
+    if (report.failed.isEmpty())
+        return {};
+    return failed(ExitStatus::Refused, QStringLiteral("%1: not written: %2; read the controller before going on")
+                                           .arg(m_controlLink.text(), report.failed.join(u", ")));
+}
+
+// Sections that parameters name but that made no request: their values are not the controller's.
+QStringList ControllerSession::unreadSections() const
+{
+    QStringList sections;
+    const ImageCollection& images = m_model.kx().ColAdr();
+    for (int i = 0; i < images.count(); ++i) {
+        if (!images.at(i).isFilled())
+            sections << images.at(i).Section();
+    }
+    return sections;
+}
+
+CommandResult ControllerSession::noAnswer() const
+{
+    const QString remedy =
+        m_wrote ? QStringLiteral("; some parameters may have been written: mend the line and read them") : QString();
+    if (!m_lostRequest.isEmpty())
+        return failed(ExitStatus::NoAnswer,
+                      QStringLiteral("%1: no sound answer to %2; check cable, speed, mode and slave%3")
+                          .arg(m_controlLink.text(), m_lostRequest, remedy));
+    return failed(ExitStatus::NoAnswer, QStringLiteral("%1: %2; check the adapter and try again%3")
+                                            .arg(m_controlLink.text(), m_engine->lastRead().lastFailure, remedy));
+}
+
+CommandResult ControllerSession::wrongModel() const
+{
+    const QString answered = m_engine->lastRead().answeredModel.trimmed();
+    return failed(ExitStatus::WrongModel, QStringLiteral("%1: the controller is %2, not %3; repeat with --model %2")
+                                              .arg(m_controlLink.text(), answered, m_model.modelString()));
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "CommandResult.h"
+#include "ControlLink.h"
+#include "ControlShell.h"
+#include "HeadlessMessages.h"
+#include "LoadedModel.h"
+#include "TransferEngine.h"
+
+#include <QObject>
+#include <memory>
+
+class ProgramContext;
+
+// A command's dealings with one controller: load, open, read, and then any number of writes, each followed by a read.
+// Stricter than the window: a request that gets no sound answer ends a read, so that either every value is the
+// controller's or none is shown. The transfers return when they have ended, dispatching events while they wait.
+class ControllerSession : public QObject
+{
+    Q_OBJECT
+
+public:
+    // All kept by reference.
+    ControllerSession(ProgramContext& program, const CommandLine& line, ProgressView& progress);
+    ~ControllerSession() override;
+
+    // wanted: as for chooseModel.
+    CommandResult load(const QString& wanted);
+    CommandResult open();
+    CommandResult read();
+    // The stored values that the parameters have now. writeAll also reads back; what was not accepted is in lastWrite.
+    CommandResult writeOne(const QString& tag);
+    CommandResult writeAll();
+    const WriteReport& lastWrite() const { return m_engine->lastWrite(); }
+
+    // Ends a transfer that is under way, and with it the command.
+    void interrupt();
+
+    clsKX& kx() { return m_model.kx(); }
+    QString lineText() const { return m_controlLink.text(); }
+
+private:
+    void onAttemptFailed(const QString& entry, int attempt, int maximum, const QString& reason);
+    CommandResult readResult() const;
+    CommandResult definitionResult() const;
+    CommandResult writeResult() const;
+    QStringList unreadSections() const;
+    CommandResult noAnswer() const;
+    CommandResult wrongModel() const;
+
+    ProgramContext& m_program;
+    ProgressView& m_progress;
+    ControlLink m_controlLink;
+    LoadedModel m_model;
+    HeadlessMessages m_messages;
+    std::unique_ptr<ControlShell> m_shell;
+    std::unique_ptr<TransferEngine> m_engine;
+    bool m_interrupted = false;
+    bool m_wrote = false;  // something was sent that may have changed the controller
+    QString m_lostRequest; // the request that was given up, with the reason
+};

@@ -1,0 +1,136 @@
+#include "SetCommand.h"
+
+#include "ControllerSession.h"
+#include "ItemLimits.h"
+#include "ItemStore.h"
+#include "NamedItems.h"
+#include "ValueEntry.h"
+#include "WrittenItems.h"
+
+#include <QHash>
+
+#include <algorithm>
+
+namespace {
+
+using Items = std::vector<clsData*>;
+
+QStringList tagsOf(const QStringList& pairs)
+{
+    QStringList tags;
+    for (const QString& pair : pairs)
+        tags << pair.section(u'=', 0, 0);
+    return tags;
+}
+
+QHash<const clsData*, QString> storedValues(const clsKX& kx)
+{
+    QHash<const clsData*, QString> values;
+    for (const auto& item : kx.items())
+        values.insert(item.get(), item->Data());
+    return values;
+}
+
+// What the selection tables have set besides, to be written with the rest. Nothing else changes a value here.
+QStringList takeAlong(clsKX& kx, const QHash<const clsData*, QString>& before, Items& items)
+{
+    QStringList refused;
+    for (const auto& item : kx.items()) {
+        const bool isNamed = std::find(items.begin(), items.end(), item.get()) != items.end();
+        if (isNamed || item->Data() == before.value(item.get()) || !isWritten(kx, *item))
+            continue;
+        items.push_back(item.get());
+        if (!storeInImage(*item, *kx.ColAdr().find(item->WSection())))
+            refused << QStringLiteral("%1=%2: the selection table sets a value that the controller cannot hold")
+                           .arg(item->Key(), item->Data());
+    }
+    return refused;
+}
+
+CommandResult enterAll(clsKX& kx, Items& items, const QStringList& pairs)
+{
+    const QHash<const clsData*, QString> before = storedValues(kx);
+    QStringList refused;
+    for (size_t i = 0; i < items.size(); ++i) {
+        const QString& pair = pairs[static_cast<qsizetype>(i)];
+        const QString trouble = enterValue(kx, *items[i], pair.section(u'=', 1));
+        if (!trouble.isEmpty())
+            refused << QStringLiteral("%1: %2").arg(pair, trouble);
+    }
+    if (refused.isEmpty())
+        refused = takeAlong(kx, before, items);
+    if (refused.isEmpty())
+        return {};
+    return CommandResult::failed(ExitStatus::Refused,
+                                 QStringLiteral("%1; nothing was written").arg(refused.join(u"; ")));
+}
+
+// What the items are meant to hold, as stored and as shown.
+QVector<QPair<QString, QString>> valuesOf(const Items& items)
+{
+    QVector<QPair<QString, QString>> values;
+    for (const clsData* item : items)
+        values.append({item->Data(), item->VData()});
+    return values;
+}
+
+CommandResult compareWithReadBack(const ControllerSession& session, const Items& items,
+                                  const QVector<QPair<QString, QString>>& sent)
+{
+    QStringList notAccepted;
+    for (size_t i = 0; i < items.size(); ++i) {
+        const clsData& item = *items[i];
+        const auto& [stored, shown] = sent[static_cast<qsizetype>(i)];
+        const bool same = item.Data() == stored || compareNumbers(item.Data(), QStringLiteral("="), stored);
+        if (!item.isKnown() || !same)
+            notAccepted << QStringLiteral("%1 (sent %2, kept %3)").arg(item.Key(), shown, item.VData());
+    }
+    if (notAccepted.isEmpty())
+        return {};
+    return CommandResult::failed(
+        ExitStatus::Refused, QStringLiteral("%1: the controller did not accept %2; see what its manual asks for first")
+                                 .arg(session.lineText(), notAccepted.join(u", ")));
+}
+
+// All values lie in the memory images by now, so one write for each of these carries them. Stops at the first one that
+// gets no sound answer; the read-back tells whether it was refused or the line is gone.
+CommandResult writeAndReadBack(ControllerSession& session, const Items& items)
+{
+    const QVector<QPair<QString, QString>> sent = valuesOf(items);
+    QStringList sections;
+    CommandResult written;
+    for (size_t i = 0; i < items.size() && written.ok(); ++i) {
+        if (sections.contains(items[i]->WSection()))
+            continue;
+        sections << items[i]->WSection();
+        written = session.writeOne(items[i]->Key());
+    }
+    if (written.status != ExitStatus::Done && written.status != ExitStatus::Refused)
+        return written;
+    const CommandResult readBack = session.read();
+    if (!readBack.ok())
+        return readBack;
+    return written.ok() ? compareWithReadBack(session, items, sent) : written;
+}
+
+} // namespace
+
+CommandResult setParameters(ControllerSession& session, const CommandLine& line)
+{
+    Items items; // those that are named, then those that the selection tables set besides
+    CommandResult step = session.load(line.model);
+    if (step.ok())
+        step = findItems(session.kx(), tagsOf(line.words), items);
+    if (step.ok())
+        step = session.open();
+    if (step.ok())
+        step = session.read();
+    if (step.ok())
+        step = enterAll(session.kx(), items, line.words);
+    if (step.ok())
+        step = writeAndReadBack(session, items);
+    if (!step.ok())
+        return step;
+    items.resize(static_cast<size_t>(line.words.size()));
+    return CommandResult::done(formatItems(session.kx(), items, line.format));
+}

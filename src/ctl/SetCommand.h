@@ -1,0 +1,10 @@
+#pragma once
+
+#include "CommandLine.h"
+#include "CommandResult.h"
+
+class ControllerSession;
+
+// `set`: reads the controller, checks every value as the grid would, one after the other, and only then writes them and
+// reads back.
+CommandResult setParameters(ControllerSession& session, const CommandLine& line);

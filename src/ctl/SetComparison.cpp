@@ -1,0 +1,32 @@
+#include "SetComparison.h"
+
+#include "ItemLimits.h"
+#include "WrittenItems.h"
+#include "clsKX.h"
+
+std::vector<ParameterRow> comparedRows(const clsKX& kx)
+{
+    std::vector<ParameterRow> rows;
+    for (const auto& item : kx.items()) {
+        if (isWritten(kx, *item))
+            rows.push_back(parameterRow(kx, *item));
+    }
+    return rows;
+}
+
+CommandResult compareRows(const std::vector<ParameterRow>& first, const std::vector<ParameterRow>& second,
+                          OutputFormat format)
+{
+    PrintedRows differences{
+        {QStringLiteral("tag"), QStringLiteral("name"), QStringLiteral("first"), QStringLiteral("second")}, {}, {}};
+    for (size_t i = 0; i < first.size() && i < second.size(); ++i) {
+        const ParameterRow& left = first[i];
+        const ParameterRow& right = second[i];
+        if (left.data != right.data && !compareNumbers(left.data, QStringLiteral("="), right.data))
+            differences.rows.append({left.tag, left.name, left.value, right.value});
+    }
+    const bool differ = !differences.rows.isEmpty();
+    const bool isPrinted = differ || format != OutputFormat::Table;
+    return {differ ? ExitStatus::Differ : ExitStatus::Done, isPrinted ? formatRows(differences, format) : QByteArray(),
+            QString()};
+}

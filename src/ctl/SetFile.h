@@ -1,0 +1,43 @@
+#pragma once
+
+#include "CommandResult.h"
+#include "ParameterFile.h"
+
+#include <QString>
+
+class ProgramContext;
+class clsData;
+class clsKX;
+
+// A parameter file that the command line names. The program is kept by reference.
+class SetFile
+{
+public:
+    SetFile(ProgramContext& program, const QString& fileName); // a path of this machine
+
+    // Whether it is a parameter file, and of a model that the option --model (may be empty) does not contradict.
+    CommandResult open(const QString& wantedModel);
+    QString modelString() const { return m_modelString; }
+    QString name() const { return m_name; }
+
+    // Gives every item that is read from the controller the value of the file, or none.
+    CommandResult show(clsKX& kx) const;
+    // Gives every item that is written to the controller the value of the file, and its memory image too. Fails when the
+    // file lacks one, or has one that no controller can hold. To be called after a read.
+    CommandResult replaceWritten(clsKX& kx) const;
+
+    // Writes the values that the controller sent.
+    CommandResult save(const clsKX& kx) const;
+
+private:
+    using Values = QVector<QPair<clsData*, QString>>;
+
+    CommandResult badFile(const QString& trouble) const;
+    CommandResult values(const clsKX& kx, Values& values) const;
+    static void apply(clsKX& kx, const Values& values);
+
+    ProgramContext& m_program;
+    QString m_name;        // as given
+    QString m_desktopPath; // the same as the program's own path text
+    QString m_modelString;
+};

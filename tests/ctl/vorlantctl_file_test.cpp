@@ -1,0 +1,221 @@
+#include "SimulatedCtlFixture.h"
+
+#include <sys/stat.h>
+
+namespace {
+
+enum Status { Done = 0, Differ = 1, Usage = 2, NoAnswer = 3, WrongModel = 4, BadFile = 5, Refused = 6 };
+
+TEST_F(SimulatedCtl, WriteChangesExactlyTheBytesOfTheValue)
+{
+    plugModel(QStringLiteral("KX410"));
+    const QString file = savedSet("a.kx");
+    const QByteArray before = simulated->state();
+    EXPECT_EQ(runWith({QStringLiteral("write"), file}), Done) << errors.toStdString();
+    EXPECT_EQ(changedMemory(before), QByteArrayList()) << "the controller's own set";
+    changeValue(file, "VQI1", "270");
+    changeValue(file, "EV3INV", "1");
+    changeValue(file, "VQPV", "9");
+    EXPECT_EQ(runWith({QStringLiteral("write"), file}), Done) << errors.toStdString();
+    EXPECT_EQ(changedMemory(before).join('|').toStdString(), "MEM 8102 01|MEM 8103 0E|MEM 8406 04");
+    EXPECT_TRUE(errors.isEmpty() && output.isEmpty()) << errors.toStdString() << output.toStdString();
+}
+
+TEST_F(SimulatedCtl, CompareListsWhatDiffers)
+{
+    plugModel(QStringLiteral("KX410"));
+    const QString same = savedSet("same.kx");
+    const QString other = savedSet("other.kx");
+    changeValue(other, "VQSV1", "258");
+    changeValue(other, "SVSEL", "1");
+    changeValue(other, "VQP1", "30.0"); // 30 in the controller: the same number
+    changeValue(other, "VQPV", "9");    // measured
+    const QString blank = savedSet("blank.kx");
+    changeValue(blank, "VQI1", "");
+    const char* table = "Tag    Name              First  Second\n"
+                        "VQSV1  Set value 1       25.8   120.0\n"
+                        "SVSEL  Active set value  SV2    SV1\n";
+    struct
+    {
+        const char* name;
+        QStringList words;
+        int status;
+        const char* printed;
+    } const rows[] = {
+        {"file and controller, equal", {same}, Done, ""},
+        {"file and controller", {other}, Differ, table},
+        {"two files, equal", {other, other}, Done, ""},
+        {"two files", {other, same}, Differ, table},
+        {"csv",
+         {other, same, QStringLiteral("--as"), QStringLiteral("csv")},
+         Differ,
+         "tag,name,first,second\r\nVQSV1,Set value 1,25.8,120.0\r\nSVSEL,Active set value,SV2,SV1\r\n"},
+        {"json, equal", {same, QStringLiteral("--as"), QStringLiteral("json")}, Done, "[]\n"},
+        {"no value",
+         {blank, QStringLiteral("--as"), QStringLiteral("json")},
+         Differ,
+         "[\n  {\"tag\":\"VQI1\",\"name\":\"Integral time\",\"first\":\"\",\"second\":\"120\"}\n]\n"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(runWith(QStringList{QStringLiteral("compare")} + row.words), row.status) << errors.toStdString();
+        EXPECT_EQ(output.toStdString(), row.printed);
+        EXPECT_TRUE(errors.isEmpty()) << errors.toStdString();
+    }
+}
+
+TEST_F(SimulatedCtl, ShowPrintsWhatAReadPrints)
+{
+    plugModel(QStringLiteral("KX910"));
+    const QString file = savedSet("a.kx");
+    for (const char* form : {"table", "csv", "json"}) {
+        ASSERT_EQ(runWith({QStringLiteral("read"), QStringLiteral("--as"), QString::fromLatin1(form)}), Done);
+        const QByteArray read = output;
+        EXPECT_EQ(run({QStringLiteral("show"), file, QStringLiteral("--as"), QString::fromLatin1(form)}), Done)
+            << errors.toStdString();
+        EXPECT_EQ(output.toStdString(), read.toStdString());
+    }
+    controller->unplug();
+    EXPECT_EQ(run({QStringLiteral("compare"), file, file}), Done) << "two files need no controller";
+}
+
+// A unit chooses between two tables of input ranges, wherever in the file it stands.
+TEST_F(SimulatedCtl, ShowNamesTheRangeOfTheUnit)
+{
+    plugModel(QStringLiteral("KX410"));
+    const QString file = savedSet("a.kx");
+    changeValue(file, "SWQCF", "1");
+    ASSERT_EQ(run({QStringLiteral("show"), file, QStringLiteral("--as"), QStringLiteral("csv")}), Done);
+    EXPECT_TRUE(output.contains("PQRNO,Input range,Input,K 73.2 to 773.1 K,2\r\n")) << output.toStdString();
+}
+
+// FILES that are none, or not of this controller. Nothing reaches the controller.
+
+struct FileRow
+{
+    const char* name;
+    std::function<void(QByteArray& content)> damage;
+    int show;
+    int write;
+    int compare;
+    const char* message; // of the commands that fail
+};
+
+TEST_F(SimulatedCtl, BadFileWritesNothing)
+{
+    plugModel(QStringLiteral("KX410"));
+    QFile saved(savedSet("a.kx"));
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    const QByteArray sound = saved.readAll();
+    const QByteArray before = simulated->state();
+    const auto replaced = [](const char* old, const char* now) {
+        return [old, now](QByteArray& all) {
+            ASSERT_TRUE(all.contains(old)) << old;
+            all.replace(old, now);
+        };
+    };
+    const FileRow rows[] = {
+        {"other model", replaced("KX41000000", "KX41300000"), Done, WrongModel, WrongModel,
+         "is KX41000000-10A, not KX41300000-10A"},
+        {"other options", replaced("KX41000000", "KX41099999"), Done, WrongModel, WrongModel,
+         "is KX41000000-10A, not KX41099999-10A"},
+        {"other case", replaced("MODEL=KX41", "MODEL=kx41"), WrongModel, WrongModel, WrongModel, "kx41000000-10A"},
+        {"unknown model", replaced("MODEL=KX41", "MODEL=ZZ41"), WrongModel, WrongModel, WrongModel, "ZZ41000000-10A"},
+        {"no model", replaced("MODEL=", "NOMODEL="), BadFile, BadFile, BadFile, "names no model"},
+        {"empty", [](QByteArray& all) { all.clear(); }, BadFile, BadFile, BadFile, "names no model"},
+        {"binary",
+         [](QByteArray& all) {
+             all = QByteArray("\x7F"
+                              "ELF\0\xFF[Info]\0\r\r=\n",
+                              18);
+         },
+         BadFile, BadFile, BadFile, "names no model"},
+        {"cut before the values", [](QByteArray& all) { all.truncate(all.indexOf("[Data]") + 6); }, BadFile, BadFile,
+         BadFile, "holds no values"},
+        {"cut among the values", [](QByteArray& all) { all.truncate(all.indexOf("VQP1=")); }, Done, BadFile, Differ,
+         "holds no value for VQP1"},
+        {"text for a number", replaced("VQI1=120", "VQI1=soon"), BadFile, BadFile, BadFile, "VQI1 (\"soon\")"},
+        {"too large for a word", replaced("VQI1=120", "VQI1=99999"), Done, Refused, Differ, "VQI1=99999"},
+        {"negative byte", replaced("LEDBRT=3", "LEDBRT=-1"), Done, Refused, Differ, "LEDBRT=-1"},
+    };
+    for (const FileRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        QByteArray content = sound;
+        row.damage(content);
+        ASSERT_TRUE(soundController::writeFile(path("bad.kx"), content));
+        const std::pair<const char*, int> runs[] = {{"show", row.show}, {"write", row.write}, {"compare", row.compare}};
+        for (const auto& [command, status] : runs) {
+            SCOPED_TRACE(command);
+            // Without --model: the file's own.
+            const int ended =
+                run({QStringLiteral("--port"), controller->device(), QString::fromLatin1(command), path("bad.kx")});
+            EXPECT_EQ(ended, status) << errors.toStdString();
+            if (status > Differ)
+                expectOneLineAbout(row.message);
+        }
+    }
+    EXPECT_EQ(simulated->state(), before);
+}
+
+TEST_F(SimulatedCtl, FileThatIsNoFile)
+{
+    plugModel(QStringLiteral("KX410"));
+    const QString sound = savedSet("a.kx");
+    ASSERT_TRUE(QDir().mkdir(path("folder")));
+    ASSERT_EQ(mkfifo(qPrintable(path("pipe")), 0600), 0);
+    ASSERT_TRUE(QFile::copy(sound, path("secret.kx")) && QFile::copy(sound, path("a:b.kx")));
+    const bool plain = becomePlainUser();
+    ASSERT_EQ(chmod(qPrintable(path("secret.kx")), 0), 0);
+    struct
+    {
+        QString file;
+        const char* message;
+    } const rows[] = {{path("none.kx"), "there is no such file"},
+                      {path("folder"), "no plain file"},
+                      {path("pipe"), "no plain file"},
+                      {QStringLiteral("/dev/null"), "no plain file"},
+                      {path("a:b.kx"), "choose another name"},
+                      {path("secret.kx"), "may not be read by you"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(qPrintable(row.file));
+        if (!plain && row.file == path("secret.kx"))
+            continue;
+        for (const char* command : {"show", "write", "compare"}) {
+            EXPECT_EQ(runWith({QString::fromLatin1(command), row.file}), BadFile);
+            expectOneLineAbout(row.message);
+        }
+        EXPECT_EQ(runWith({QStringLiteral("compare"), sound, row.file}), BadFile);
+        expectOneLineAbout(row.message);
+    }
+}
+
+TEST_F(SimulatedCtl, FileOfAnotherModelThanTheOption)
+{
+    plugModel(QStringLiteral("KX413"));
+    const QString of413 = savedSet("413.kx");
+    plugModel(QStringLiteral("KX410"));
+    const QString of410 = savedSet("410.kx");
+    for (const QStringList& words : {QStringList{QStringLiteral("show"), of413},
+                                     {QStringLiteral("write"), of413},
+                                     {QStringLiteral("compare"), of413},
+                                     {QStringLiteral("compare"), of410, of413}}) {
+        EXPECT_EQ(runWith(words), WrongModel) << qPrintable(words.join(u' '));
+        expectOneLineAbout("KX41300000-10A, not KX410");
+    }
+    // And the controller that is another one than the file's.
+    EXPECT_EQ(run({QStringLiteral("--port"), controller->device(), QStringLiteral("write"), of413}), WrongModel);
+    expectOneLineAbout("the controller is KX41000000-10A, not KX41300000-10A");
+}
+
+TEST_F(SimulatedCtl, SetThatCannotBeSaved)
+{
+    plugModel(QStringLiteral("KX410"));
+    for (const QString& target : {path("program"), path("a:b.kx"), path("no/such/a.kx"), QStringLiteral("/dev/full")}) {
+        EXPECT_EQ(runWith({QStringLiteral("read"), QStringLiteral("--as"), QStringLiteral("set"), QStringLiteral("-o"),
+                           target}),
+                  BadFile);
+        expectOneLineAbout(qPrintable(target));
+    }
+}
+
+} // namespace
