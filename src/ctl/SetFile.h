@@ -22,8 +22,8 @@ public:
 
     // Gives every item that is read from the controller the value of the file, or none.
     CommandResult show(clsKX& kx) const;
-    // Gives every item that is written to the controller the value of the file, and its memory image too. Fails when the
-    // file lacks one, or has one that no controller can hold. To be called after a read.
+    // Gives every item that is written to the controller the value of the file, and its memory image too. Fails when
+    // the file lacks one, or has one that no controller can hold. To be called after a read.
     CommandResult replaceWritten(clsKX& kx) const;
 
     // Writes the values that the controller sent.
