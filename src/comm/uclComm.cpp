@@ -183,6 +183,7 @@ QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize)
     platform::dispatchPendingEvents();
     if (m_state != LinkState::Idle)
         return kNotIdle; // the port was lost while events ran
+    m_comm.Input();      // what the machine still held has come in with the events
     m_lastActivity = wholeSeconds(m_clock.now());
     m_received.clear();
     if (!m_comm.Output(m_sent)) {

@@ -19,6 +19,13 @@ bool isWide(QChar c)
     return c.unicode() >= 0x1100 && !(c.unicode() >= 0xFF61 && c.unicode() <= 0xFF9F); // half-width kana are narrow
 }
 
+Qt::Alignment alignmentOf(HAlign align)
+{
+    return Qt::AlignVCenter | (align == HAlign::Right    ? Qt::AlignRight
+                               : align == HAlign::Center ? Qt::AlignHCenter
+                                                         : Qt::AlignLeft);
+}
+
 double extraWidth(CellType type)
 {
     return type == CellType::ComboBox ? kComboButton : type == CellType::Button ? kButtonEdges : 0;
@@ -57,6 +64,7 @@ void GridModel::setMaxCols(int cols)
     m_cols = std::clamp(cols, 0, kMaxCols);
     m_cells.removeIf([this](const auto& entry) { return static_cast<int>(entry.key() & 0xFFFFFFFFU) > m_cols; });
     m_frames.removeIf([this](const CellFrame& frame) { return frame.range.col > m_cols; });
+    m_colHeaders.removeIf([this](const auto& entry) { return entry.key() > m_cols; });
     m_colWidths.removeIf([this](const auto& entry) { return entry.key() > m_cols; });
     endResetModel();
 }
@@ -65,6 +73,15 @@ const Cell& GridModel::cell(int row, int col) const
 {
     const auto found = m_cells.constFind(keyOf(row, col));
     return found == m_cells.cend() ? m_prototype : *found;
+}
+
+QVector<CellPlace> GridModel::ownCells() const
+{
+    QVector<CellPlace> places;
+    places.reserve(m_cells.size());
+    for (auto entry = m_cells.keyBegin(); entry != m_cells.keyEnd(); ++entry)
+        places.append({static_cast<int>(*entry >> 32U), static_cast<int>(*entry & 0xFFFFFFFFU)});
+    return places;
 }
 
 void GridModel::resetCells(const Cell& prototype)
@@ -165,6 +182,14 @@ void GridModel::addFrame(const CellFrame& frame)
     m_dirty = m_dirty || m_updateDepth > 0;
     if (m_updateDepth == 0)
         Q_EMIT framesChanged();
+}
+
+void GridModel::setColHeader(int col, const QString& text, HAlign align)
+{
+    if (col < 1 || col > m_cols)
+        return;
+    m_colHeaders.insert(col, {text, align});
+    Q_EMIT headerDataChanged(Qt::Horizontal, col - 1, col - 1);
 }
 
 double GridModel::colWidth(int col) const
@@ -308,9 +333,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
         return shown.toolTip.isEmpty() ? QVariant() : shown.toolTip;
     case Qt::TextAlignmentRole:
-        return static_cast<int>(Qt::AlignVCenter | (shown.align == HAlign::Right    ? Qt::AlignRight
-                                                    : shown.align == HAlign::Center ? Qt::AlignHCenter
-                                                                                    : Qt::AlignLeft));
+        return static_cast<int>(alignmentOf(shown.align));
     default:
         return {};
     }
@@ -318,10 +341,15 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    const auto named = orientation == Qt::Horizontal ? m_colHeaders.constFind(section + 1) : m_colHeaders.cend();
+    if (named != m_colHeaders.cend() && role == Qt::TextAlignmentRole)
+        return static_cast<int>(alignmentOf(named->align));
     if (role != Qt::DisplayRole)
         return {};
     if (orientation == Qt::Vertical)
         return section + 1;
+    if (named != m_colHeaders.cend())
+        return named->text;
     QString letters;
     for (int rest = section + 1; rest > 0; rest = (rest - 1) / 26)
         letters.prepend(QChar(u'A' + (rest - 1) % 26));
@@ -331,8 +359,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 Qt::ItemFlags GridModel::flags(const QModelIndex& index) const
 {
     const Cell& shown = cell(index.row() + 1, index.column() + 1);
-    const bool editable = !shown.locked && (shown.type == CellType::Edit || shown.type == CellType::ComboBox);
-    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | (editable ? Qt::ItemIsEditable : Qt::NoItemFlags);
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | (shown.takesEntry() ? Qt::ItemIsEditable : Qt::NoItemFlags);
 }
 
 } // namespace platform

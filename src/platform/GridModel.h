@@ -34,7 +34,19 @@ struct Cell
     HAlign align = HAlign::Left;
     CellFont font;
     bool locked = false;
+    bool readOnly = false; // shown like any other, takes no entry
     bool operator==(const Cell&) const = default;
+
+    bool takesEntry() const { return !locked && !readOnly && (type == CellType::Edit || type == CellType::ComboBox); }
+    bool takesClick() const { return !locked && !readOnly && type == CellType::Button; }
+};
+
+// A cell's place, 1-based.
+struct CellPlace
+{
+    int row = 0;
+    int col = 0;
+    bool operator==(const CellPlace&) const = default;
 };
 
 // An inclusive rectangle of cells, 1-based.
@@ -89,6 +101,7 @@ public:
 
     // Cells.
     const Cell& cell(int row, int col) const;
+    QVector<CellPlace> ownCells() const;     // those that were set one by one, in no order
     CellFont fontOf(const Cell& cell) const; // its font with the base face and size filled in
     void resetCells(const Cell& prototype);  // every cell becomes the prototype; frames go
     void setCell(int row, int col, const Cell& cell);
@@ -98,6 +111,9 @@ public:
     void setForeColor(int row, int col, ColorRef color);
     void setBold(int row, int col, bool bold);
     void setLocked(int row, int col, bool locked);
+
+    // Column headers: a letter for a column that was given no other.
+    void setColHeader(int col, const QString& text, HAlign align);
 
     // Frames around areas, in the order in which they were added.
     void addFrame(const CellFrame& frame);
@@ -150,6 +166,12 @@ private:
     Cell m_prototype;
     QHash<quint64, Cell> m_cells;
     QVector<CellFrame> m_frames;
+    struct Header
+    {
+        QString text;
+        HAlign align = HAlign::Center;
+    };
+    QHash<int, Header> m_colHeaders;
     QHash<int, double> m_colWidths;
     QHash<int, double> m_rowHeights;
     const TextMeasure* m_measure;

@@ -108,6 +108,11 @@ bool PathMap::makeOneDir(const QString& desktopPath) const
     return !machine.isEmpty() && (QFileInfo(machine).isDir() || QDir().mkdir(machine));
 }
 
+bool PathMap::removeFile(const QString& desktopPath) const
+{
+    return fileExists(desktopPath) && QFile::remove(toMachine(desktopPath));
+}
+
 QStringList PathMap::filesIn(const QString& desktopFolder) const
 {
     const QString machine = toMachine(desktopFolder);

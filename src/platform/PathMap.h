@@ -31,7 +31,8 @@ public:
     qint64 fileSize(const QString& desktopPath) const; // bytes; 0 for what is no file
     bool isReadable(const QString& desktopPath) const;
     bool dirExists(const QString& desktopPath) const;
-    bool makeOneDir(const QString& desktopPath) const;       // creates one level; true when it exists afterwards
+    bool makeOneDir(const QString& desktopPath) const; // creates one level; true when it exists afterwards
+    bool removeFile(const QString& desktopPath) const;
     QStringList filesIn(const QString& desktopFolder) const; // names of plain files, in name order
 
     // root: a letter and a colon, with or without a backslash.

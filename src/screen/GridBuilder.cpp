@@ -170,7 +170,21 @@ void GridBuilder::buildItems()
         buildItem(n, QStringLiteral("Datas%1").arg(n));
         Q_EMIT m_owner.LoadEvent(1, n, QString());
     }
+    // The image that an item is written through may belong to an item further down.
+    for (const auto* items : {&m_owner.items(), &m_owner.duplicates()}) {
+        for (const auto& item : *items)
+            markReadOnly(*item);
+    }
     Q_EMIT m_owner.LoadEvent(2, count + 1, QString());
+}
+
+void GridBuilder::markReadOnly(const clsData& item)
+{
+    if (!item.Visible() || m_owner.getDataByRC(item.Row(), item.Col()) != &item)
+        return;
+    Cell cell = m_grid.cell(item.Row(), item.Col());
+    cell.readOnly = !m_owner.isWritable(item);
+    m_grid.setCell(item.Row(), item.Col(), cell);
 }
 
 void GridBuilder::buildItem(int n, const QString& section)

@@ -33,6 +33,7 @@ private:
     void buildItems();
     void buildItem(int n, const QString& section);
     void layItem(const clsData& item);
+    void markReadOnly(const clsData& item);
     void fitSizes();
     bool isBuilt(const QString& section, QString* option = nullptr);
     platform::ColorRef color(const QString& name, const QString& fallbackName) const;

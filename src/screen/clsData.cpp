@@ -251,6 +251,21 @@ void clsData::setData(const QString& storedValue)
         m_owner->multiSet().apply(*this, inputTable(), storedValue);
 }
 
+ItemState clsData::state() const
+{
+    return {m_data, m_known, m_holdsDefault, Edit, m_limits.currentLower, m_limits.currentUpper};
+}
+
+void clsData::restore(const ItemState& state)
+{
+    m_data = state.data;
+    m_known = state.known;
+    m_holdsDefault = state.holdsDefault;
+    Edit = state.edit;
+    m_limits.currentLower = state.currentLower;
+    m_limits.currentUpper = state.currentUpper;
+}
+
 const ChoiceTable& clsData::inputTable() const
 {
     return m_owner->unitSwitch() != 0 ? m_inputKTable : m_inputCTable;
@@ -346,13 +361,18 @@ int clsData::decimalsByTag(bool& decided) const
     return 0;
 }
 
-int clsData::decimalsByReference() const
+QString clsData::decimalsReference() const
 {
     static const QString kDot = QStringLiteral("DOT");
-    const QString& text = m_decimalsText;
-    if (!text.contains(kDot))
-        return m_library->toLong(text, 0);
-    const clsData* reference = m_owner->getDataByTag(text.mid(kDot.size()));
+    return m_decimalsText.contains(kDot) ? m_decimalsText.mid(kDot.size()) : QString();
+}
+
+int clsData::decimalsByReference() const
+{
+    const QString tag = decimalsReference();
+    if (tag.isEmpty())
+        return m_library->toLong(m_decimalsText, 0);
+    const clsData* reference = m_owner->getDataByTag(tag);
     if (reference == nullptr)
         return 0;
     const int places = m_library->toLong(reference->VData(), 0);

@@ -30,6 +30,18 @@ struct ItemChoice
     QString text; // as shown
 };
 
+// What edits change of an item.
+struct ItemState
+{
+    QString data;
+    bool known = true;
+    bool holdsDefault = true;
+    int edit = EditState::kUntouched;
+    QString currentLower; // limit texts
+    QString currentUpper;
+    bool operator==(const ItemState&) const = default;
+};
+
 // One parameter of the controller as the grid shows it. Holds the stored value (Data, as the controller holds it) and
 // turns it into the display value (VData, the text shown) by the item's type and decimal places.
 //
@@ -85,13 +97,18 @@ public:
     void setKnown(bool known) { m_known = known; }
     bool holdsDefault() const { return m_holdsDefault; } // nothing has set a value since the load
 
+    // Taken before an edit, given back by its undo; carries nothing over to other items.
+    ItemState state() const;
+    void restore(const ItemState& state);
+
     QString VData() const;
     void setVData(const QString& displayValue);         // marks the item changed; a number is scaled up and stored
     QString displayOf(const QString& storedText) const; // a stored number scaled down and formatted as this item's
     int getDecimals() const;
-    QString getFormatStr() const; // "#0", "#0.0", ...
-    int ComboIdx() const;         // of the stored value among the combo data, 0 when none
-    void setComboIdx(int index);  // 0-based; an index outside the combo data changes nothing
+    QString decimalsReference() const; // the tag that shows the decimal places; empty for a plain number
+    QString getFormatStr() const;      // "#0", "#0.0", ...
+    int ComboIdx() const;              // of the stored value among the combo data, 0 when none
+    void setComboIdx(int index);       // 0-based; an index outside the combo data changes nothing
 
     // Limits in display units and how a value is compared with them ("<=" or "<"), as the other items make them now.
     QString LimitL() const;

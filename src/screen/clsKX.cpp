@@ -360,6 +360,12 @@ clsBlock* clsKX::getBlockByRC(int row, int col) const
     return m_blockByCell.value(cellKey(row, col), nullptr);
 }
 
+bool clsKX::isWritable(const clsData& item) const
+{
+    const clsKXAdr* image = m_images.find(item.WSection());
+    return image != nullptr && image->WMsgMax() > 0;
+}
+
 int clsKX::alarmDecimals(const DecimalTable& table, int k) const
 {
     const clsData* kind = getDataByTag(QStringLiteral("PQKAL%1").arg(k));

@@ -108,6 +108,11 @@ public:
     int getEVDot(int k) const { return alarmDecimals(m_eventDot, k); }
     int getEVDBDot(int k) const { return alarmDecimals(m_eventBandDot, k); }
 
+    // Whether the comm file says how the item's value reaches the controller.
+    bool isWritable(const clsData& item) const;
+    // Items whose tag an earlier one bears: they have cells, but look-ups by tag do not find them.
+    const std::vector<std::unique_ptr<clsData>>& duplicates() const { return m_duplicates; }
+
     // The input range (item PQRNO) is a voltage or current input, which is scaled freely.
     bool hasVoltageRange() const;
 

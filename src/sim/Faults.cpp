@@ -1,42 +1,97 @@
 #include "Faults.h"
 
+#include "ModbusFrame.h"
+
 #include <QStringList>
+
+namespace {
+
+constexpr int kMaxDelayMs = 3600000;
+constexpr int kMaxExtraBytes = 4;
+constexpr int kLastSlave = 247;
+
+struct KindRow
+{
+    const char* name;
+    const char* argument; // what stands for it in texts; null: takes none
+    int highest;          // of the argument, which counts from 1
+};
+
+// In the order of Faults::Kind.
+constexpr KindRow kKinds[] = {{"silent", nullptr, 0},     {"drop", nullptr, 0},        {"corrupt", nullptr, 0},
+                              {"truncate", nullptr, 0},   {"extra", nullptr, 0},       {"delay", "MS", kMaxDelayMs},
+                              {"exception", "CODE", 255}, {"wrong-slave", nullptr, 0}, {"noise", nullptr, 0},
+                              {"reset", nullptr, 0}};
+
+const KindRow* findKind(const QString& name)
+{
+    for (const KindRow& row : kKinds) {
+        if (name == QLatin1String(row.name))
+            return &row;
+    }
+    return nullptr;
+}
+
+// what: the fault without its WHEN.
+bool parseArgument(const QString& what, const KindRow& row, int& argument)
+{
+    if (row.argument == nullptr)
+        return !what.contains(u':');
+    bool ok = false;
+    argument = what.section(u':', 1).toInt(&ok);
+    return ok && argument >= 1 && argument <= row.highest;
+}
+
+// The same reply from the next slave.
+QByteArray fromOtherSlave(const QByteArray& reply, bool ascii)
+{
+    QByteArray frame = ascii ? modbusframe::fromAscii(reply).chopped(1) : reply.chopped(2);
+    frame[0] = static_cast<char>(static_cast<quint8>(frame[0]) % kLastSlave + 1);
+    return modbusframe::toWire(frame, ascii);
+}
+
+} // namespace
+
+QString Faults::kinds()
+{
+    QStringList texts;
+    for (const KindRow& row : kKinds)
+        texts << QLatin1String(row.name) +
+                     (row.argument == nullptr ? QString() : QLatin1Char(':') + QLatin1String(row.argument));
+    return texts.join(QStringLiteral(", "));
+}
 
 bool Faults::add(const QString& text, QString& error)
 {
-    static const QStringList kKinds{QStringLiteral("silent"), QStringLiteral("corrupt"), QStringLiteral("truncate"),
-                                    QStringLiteral("exception")};
-    const QString when = text.section(u'@', 1);
     const QString what = text.section(u'@', 0, 0);
-    const auto index = kKinds.indexOf(what.section(u':', 0, 0));
-    if (index < 0) {
-        error = QStringLiteral("unknown fault \"%1\"; known: %2").arg(text, kKinds.join(QStringLiteral(", ")));
+    const KindRow* row = findKind(what.section(u':', 0, 0));
+    if (row == nullptr) {
+        error = QStringLiteral("unknown fault \"%1\"; known: %2").arg(text, kinds());
         return false;
     }
     Fault fault;
-    fault.kind = static_cast<Kind>(index);
-    bool ok = true;
-    if (fault.kind == Kind::Exception) {
-        fault.code = what.section(u':', 1).toInt(&ok);
-        ok = ok && fault.code >= 1 && fault.code <= 255;
-    } else {
-        ok = !what.contains(u':');
-    }
-    bool whenOk = true;
-    if (when.startsWith(QStringLiteral("every"))) {
-        fault.every = when.mid(5).toInt(&whenOk);
-        whenOk = whenOk && fault.every >= 1;
-    } else if (text.contains(u'@')) {
-        fault.probability = when.toDouble(&whenOk);
-        whenOk = whenOk && fault.probability >= 0 && fault.probability <= 1;
-    }
-    if (!ok || !whenOk) {
+    fault.kind = static_cast<Kind>(row - kKinds);
+    if (!parseArgument(what, *row, fault.argument) || !parseWhen(text, fault)) {
         error = QStringLiteral("fault \"%1\" makes no sense; write e.g. exception:2, silent@0.3 or corrupt@every3")
                     .arg(text);
         return false;
     }
     m_faults.push_back(fault);
     return true;
+}
+
+bool Faults::parseWhen(const QString& text, Fault& fault)
+{
+    if (!text.contains(u'@'))
+        return true;
+    const QString when = text.section(u'@', 1);
+    bool ok = false;
+    if (when.startsWith(QStringLiteral("every"))) {
+        fault.every = when.mid(5).toInt(&ok);
+        return ok && fault.every >= 1;
+    }
+    fault.probability = when.toDouble(&ok);
+    return ok && fault.probability >= 0 && fault.probability <= 1;
 }
 
 bool Faults::strikes(Fault& fault)
@@ -50,25 +105,77 @@ Faults::Verdict Faults::next()
 {
     Verdict verdict;
     for (Fault& fault : m_faults) {
-        if (!strikes(fault))
-            continue;
-        verdict.silent = verdict.silent || fault.kind == Kind::Silent;
-        verdict.corrupt = verdict.corrupt || fault.kind == Kind::Corrupt;
-        verdict.truncate = verdict.truncate || fault.kind == Kind::Truncate;
-        if (fault.kind == Kind::Exception)
-            verdict.exception = fault.code;
+        if (strikes(fault))
+            apply(fault, verdict);
     }
     return verdict;
 }
 
-QByteArray Faults::damaged(const QByteArray& reply, const Verdict& verdict)
+void Faults::apply(const Fault& fault, Verdict& verdict)
 {
-    if (verdict.silent || reply.isEmpty())
+    switch (fault.kind) {
+    case Kind::Silent:
+        verdict.silent = true;
+        break;
+    case Kind::Drop:
+        verdict.drop = true;
+        break;
+    case Kind::Corrupt:
+        verdict.corrupt = true;
+        break;
+    case Kind::Truncate:
+        verdict.truncate = true;
+        break;
+    case Kind::Extra:
+        verdict.extra = true;
+        break;
+    case Kind::Delay:
+        verdict.delayMs = fault.argument;
+        break;
+    case Kind::Exception:
+        verdict.exception = fault.argument;
+        break;
+    case Kind::WrongSlave:
+        verdict.wrongSlave = true;
+        break;
+    case Kind::Noise:
+        verdict.noise = true;
+        break;
+    case Kind::Reset:
+        verdict.reset = true;
+        break;
+    }
+}
+
+qsizetype Faults::pick(qsizetype first, qsizetype last)
+{
+    return std::uniform_int_distribution<qsizetype>(first, last)(m_random);
+}
+
+QByteArray Faults::randomBytes(qsizetype count)
+{
+    QByteArray bytes(count, '\0');
+    for (char& byte : bytes)
+        byte = static_cast<char>(pick(0, 255));
+    return bytes;
+}
+
+QByteArray Faults::damaged(const QByteArray& reply, const Verdict& verdict, bool ascii)
+{
+    if (verdict.silent || verdict.reset || reply.isEmpty())
         return {};
-    QByteArray bytes = reply;
+    QByteArray bytes = verdict.wrongSlave ? fromOtherSlave(reply, ascii) : reply;
     if (verdict.corrupt) {
-        const auto place = std::uniform_int_distribution<qsizetype>(0, bytes.size() - 1)(m_random);
+        const qsizetype place = pick(0, bytes.size() - 1);
         bytes[place] = static_cast<char>(bytes[place] ^ 0x10);
     }
-    return verdict.truncate ? bytes.left(bytes.size() / 2) : bytes;
+    if (verdict.drop)
+        bytes.remove(pick(0, bytes.size() - 1), 1);
+    if (verdict.truncate)
+        bytes.truncate(bytes.size() / 2);
+    if (verdict.noise)
+        bytes = randomBytes(bytes.size());
+    if (verdict.extra)
+        bytes += randomBytes(pick(1, kMaxExtraBytes));
+    return bytes;
 }

@@ -36,6 +36,7 @@ SimulatedController::SimulatedController(clsLibrary& library, int number, const 
     m_kx.setSpread(&m_grid);
     m_kx.load(number, &library, modelString);
     layOut(modelString);
+    m_atStart = m_values;
     m_modbus.setMasterMode(true);
     m_modbus.setSlaveAddress(slave);
     m_modbus.setTransmissionMode(mode);
@@ -62,24 +63,24 @@ void SimulatedController::layImage(const clsKXAdr& image)
         for (int k = 0; k < image.Cnt(i); ++k) {
             const qint16 value = k == 0 ? defaultOf(image.Tag(i)) : qint16(0);
             if (image.Cmd(i) == u"Direct")
-                m_memory[static_cast<quint32>(library.toLong(QStringLiteral("&h") + image.Adr(i), 0)) +
-                         static_cast<quint32>(k)] = 0;
+                m_values.memory[static_cast<quint32>(library.toLong(QStringLiteral("&h") + image.Adr(i), 0)) +
+                                static_cast<quint32>(k)] = 0;
             else if (image.Cmd(i) == u"GetAnalogInput")
-                m_inputs[reference - kInputBase + k] = value;
+                m_values.inputs[reference - kInputBase + k] = value;
             else if (image.Cmd(i) == u"GetAnalogSet")
-                m_holdings[reference - kHoldingBase + k] = value;
+                m_values.holdings[reference - kHoldingBase + k] = value;
             else if (image.Cmd(i) == u"GetDigitalInput")
-                m_discretes[reference - kDiscreteBase + k] = value != 0;
+                m_values.discretes[reference - kDiscreteBase + k] = value != 0;
             else if (image.Cmd(i) == u"GetDigitalSet")
-                m_coils[reference - kCoilBase + k] = value != 0;
+                m_values.coils[reference - kCoilBase + k] = value != 0;
         }
     }
     for (int i = 1; i <= image.WMsgMax(); ++i) {
         const int reference = library.toLong(image.WAdr(i), 0);
         if (image.WCmd(i) == u"SetAnalog")
-            m_holdings.try_emplace(reference - kHoldingBase, defaultOf(image.WTag(i)));
+            m_values.holdings.try_emplace(reference - kHoldingBase, defaultOf(image.WTag(i)));
         else if (image.WCmd(i) == u"SetDigital")
-            m_coils.try_emplace(reference - kCoilBase, defaultOf(image.WTag(i)) != 0);
+            m_values.coils.try_emplace(reference - kCoilBase, defaultOf(image.WTag(i)) != 0);
     }
 }
 
@@ -93,7 +94,7 @@ void SimulatedController::layItem(const clsData& item, const QString& modelStrin
     const QString value = item.DefData();
     if (item.DataLen() == 1 && item.MType() == ItemType::Bit) {
         const int bit = library.toLong(value, 0) != 0 ? item.BitMask() : 0;
-        store(address, QByteArray(1, static_cast<char>(m_memory[address] | bit)));
+        store(address, QByteArray(1, static_cast<char>(m_values.memory[address] | bit)));
     } else if (item.DataLen() == 1) {
         store(address, QByteArray(1, static_cast<char>(library.toLong(value, 0))));
     } else if (item.DataLen() == 2) {
@@ -110,41 +111,41 @@ void SimulatedController::layItem(const clsData& item, const QString& modelStrin
 void SimulatedController::store(quint32 address, const QByteArray& bytes)
 {
     for (qsizetype i = 0; i < bytes.size(); ++i)
-        m_memory[address + static_cast<quint32>(i)] = static_cast<quint8>(bytes[i]);
+        m_values.memory[address + static_cast<quint32>(i)] = static_cast<quint8>(bytes[i]);
 }
 
 void SimulatedController::connectModbus()
 {
-    connect(&m_modbus, &clsModbus::FunctionCodeSupported, this, [](int code, bool& supported) {
-        supported = (code >= 1 && code <= 6) || code == 16 || code == 66 || code == 70 || code == 71;
+    connect(&m_modbus, &clsModbus::FunctionCodeSupported, this, [this](int code, bool& supported) {
+        supported = !m_refusing && ((code >= 1 && code <= 6) || code == 16 || code == 66 || code == 70 || code == 71);
     });
     connect(&m_modbus, &clsModbus::ReadCoils, this, [this](int s, int n, bool& bad) { readBits(s, n, bad, true); });
     connect(&m_modbus, &clsModbus::ReadDiscreteInputs, this,
             [this](int s, int n, bool& bad) { readBits(s, n, bad, false); });
     connect(&m_modbus, &clsModbus::ReadHoldingRegisters, this,
-            [this](int s, int n, bool& bad) { readRegisters(m_holdings, s, n, bad, true); });
+            [this](int s, int n, bool& bad) { readRegisters(m_values.holdings, s, n, bad, true); });
     connect(&m_modbus, &clsModbus::ReadInputRegisters, this,
-            [this](int s, int n, bool& bad) { readRegisters(m_inputs, s, n, bad, false); });
+            [this](int s, int n, bool& bad) { readRegisters(m_values.inputs, s, n, bad, false); });
     connect(&m_modbus, &clsModbus::WriteSingleCoil, this, [this](int address, int value, bool& bad) {
-        bad = !m_coils.contains(address);
+        bad = !m_values.coils.contains(address);
         if (bad)
             return;
-        m_coils[address] = value != 0;
+        m_values.coils[address] = value != 0;
         m_modbus.ResponsWriteSingleCoil(static_cast<qint16>(address), static_cast<qint16>(value));
     });
     connect(&m_modbus, &clsModbus::WriteSingleRegister, this, [this](int address, int value, bool& bad) {
-        bad = !m_holdings.contains(address);
+        bad = !m_values.holdings.contains(address);
         if (bad)
             return;
-        m_holdings[address] = static_cast<qint16>(value);
+        m_values.holdings[address] = static_cast<qint16>(value);
         m_modbus.ResponsWriteSingleRegister(static_cast<qint16>(address), static_cast<qint16>(value));
     });
     connect(&m_modbus, &clsModbus::WriteMultipleRegisters, this,
             [this](int start, int n, int, const std::vector<qint16>& values, bool& bad) {
                 for (int i = 0; i < n; ++i)
-                    bad = bad || !m_holdings.contains(start + i);
+                    bad = bad || !m_values.holdings.contains(start + i);
                 for (int i = 0; i < n && !bad; ++i)
-                    m_holdings[start + i] = values.at(static_cast<size_t>(i) + 1);
+                    m_values.holdings[start + i] = values.at(static_cast<size_t>(i) + 1);
                 if (!bad)
                     m_modbus.ResponsWriteMultipleRegisters(static_cast<qint16>(start), static_cast<qint16>(n));
             });
@@ -157,6 +158,7 @@ QByteArray SimulatedController::answer(const QByteArray& request, int forcedExce
     QByteArray bytes = request;
     m_modbus.ErrorResponse(0, 0);
     const QByteArray unanswered = m_modbus.GetSendMessage();
+    m_refusing = forcedException != 0;
     m_modbus.SetRecvMessage(bytes, static_cast<qint32>(bytes.size()));
     if (m_modbus.GetSendMessage() == unanswered)
         return {}; // for another slave, or not a sound frame: a controller keeps silent
@@ -167,7 +169,7 @@ QByteArray SimulatedController::answer(const QByteArray& request, int forcedExce
 
 void SimulatedController::readBits(int start, int quantity, bool& illegal, bool coils)
 {
-    const auto& table = coils ? m_coils : m_discretes;
+    const auto& table = coils ? m_values.coils : m_values.discretes;
     IndexedBytes bits{1, QByteArray((quantity + 7) / 8, '\0')};
     for (int i = 0; i < quantity; ++i) {
         const auto found = table.find(start + i);
@@ -225,8 +227,8 @@ void SimulatedController::directMemory(const QByteArray& request)
     }
     QByteArray bytes;
     for (int i = 0; i < count; ++i) {
-        const auto found = m_memory.find(address + static_cast<quint32>(i));
-        if (found == m_memory.end()) {
+        const auto found = m_values.memory.find(address + static_cast<quint32>(i));
+        if (found == m_values.memory.end()) {
             m_modbus.ErrorResponse(66, 2);
             return;
         }
@@ -260,7 +262,7 @@ void SimulatedController::floats(int functionCode, const QByteArray& request)
         if (isWrite)
             store(found->second, reversed(request.mid(8 + 4 * i, 4)));
         for (quint32 k = 4; k-- > 0;)
-            bytes += static_cast<char>(m_memory[found->second + k]);
+            bytes += static_cast<char>(m_values.memory[found->second + k]);
     }
     const QByteArray head(1, '\0');
     m_modbus.ResponsUserDefined(functionCode,
@@ -270,14 +272,14 @@ void SimulatedController::floats(int functionCode, const QByteArray& request)
 QByteArray SimulatedController::state() const
 {
     QByteArray text;
-    for (const auto& [address, value] : m_memory)
+    for (const auto& [address, value] : m_values.memory)
         text += "MEM " + QByteArray::number(address, 16).toUpper() + ' ' +
                 QByteArray(1, static_cast<char>(value)).toHex().toUpper() + '\n';
-    for (const auto& [address, value] : m_inputs)
+    for (const auto& [address, value] : m_values.inputs)
         text += "IREG " + QByteArray::number(address + kInputBase) + ' ' + QByteArray::number(value) + '\n';
-    for (const auto& [address, value] : m_holdings)
+    for (const auto& [address, value] : m_values.holdings)
         text += "REG " + QByteArray::number(address + kHoldingBase) + ' ' + QByteArray::number(value) + '\n';
-    for (const auto& [address, value] : m_coils)
+    for (const auto& [address, value] : m_values.coils)
         text += "COIL " + QByteArray::number(address + kCoilBase) + ' ' + (value ? "1\n" : "0\n");
     return text;
 }

@@ -24,8 +24,12 @@ public:
     SimulatedController(clsLibrary& library, int number, const QString& modelString, int slave, int mode,
                         QObject* parent = nullptr);
 
-    // The whole reply on the wire to a whole request on the wire; empty when a controller would not answer.
+    // The whole reply on the wire to a whole request on the wire; empty when a controller would not answer. With a
+    // forced exception the request is refused and not carried out.
     QByteArray answer(const QByteArray& request, int forcedException = 0);
+
+    // As after a loss of power: the memory is what it was at the start.
+    void restart() { m_values = m_atStart; }
 
     bool isAscii() const { return m_modbus.TransmissionMode() == 1; }
     int itemCount() const { return static_cast<int>(m_kx.items().size()); }
@@ -34,6 +38,15 @@ public:
     QByteArray state() const;
 
 private:
+    struct Values
+    {
+        std::map<quint32, quint8> memory;
+        std::map<int, qint16> inputs;   // by zero-based address, function code 4
+        std::map<int, qint16> holdings; // function codes 3, 6, 16
+        std::map<int, bool> coils;      // function codes 1, 5
+        std::map<int, bool> discretes;  // function code 2
+    };
+
     void layOut(const QString& modelString);
     void layImage(const clsKXAdr& image);
     void layItem(const clsData& item, const QString& modelString);
@@ -48,10 +61,8 @@ private:
     clsKX m_kx;
     platform::GridModel m_grid;
     clsModbus m_modbus;
-    std::map<quint32, quint8> m_memory;
-    std::map<int, qint16> m_inputs;        // by zero-based address, function code 4
-    std::map<int, qint16> m_holdings;      // function codes 3, 6, 16
-    std::map<int, bool> m_coils;           // function codes 1, 5
-    std::map<int, bool> m_discretes;       // function code 2
+    Values m_values;
+    Values m_atStart;
     std::map<int, quint32> m_floatAddress; // memory behind the n-th floating-point value
+    bool m_refusing = false;
 };

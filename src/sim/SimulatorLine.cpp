@@ -15,9 +15,7 @@
 
 namespace {
 
-constexpr int kGapMs = 100;      // a request whose bytes stay away this long is given up
-constexpr int kWireStepMs = 1;   // how often the paced reply moves on
-constexpr int kBitsPerByte = 10; // start, eight data bits, stop
+constexpr int kGapMs = 100; // a request whose bytes stay away this long is given up
 constexpr qsizetype kMaxRequest = 600;
 
 termios rawLine()
@@ -36,13 +34,16 @@ quint8 at(const QByteArray& bytes, qsizetype index)
 
 } // namespace
 
-SimulatorLine::SimulatorLine(SimulatedController& controller, Faults faults, int paceBaud, QObject* parent)
-    : QObject(parent), m_controller(controller), m_faults(std::move(faults)), m_paceBaud(paceBaud)
+SimulatorLine::SimulatorLine(SimulatedController& controller, Faults faults, int paceBaud, platform::Clock& clock,
+                             QObject* parent)
+    : QObject(parent), m_controller(controller), m_faults(std::move(faults)), m_gap(clock.makeTimer()),
+      m_wire(clock, paceBaud)
 {
-    m_gap.setSingleShot(true);
-    connect(&m_gap, &QTimer::timeout, this, [this] { m_buffer.clear(); });
-    m_wire.setTimerType(Qt::PreciseTimer);
-    connect(&m_wire, &QTimer::timeout, this, &SimulatorLine::deliver);
+    connect(m_gap.get(), &platform::Timer::timeout, this, [this] {
+        m_gap->stop();
+        m_buffer.clear();
+    });
+    connect(&m_wire, &ReplyWire::passed, this, &SimulatorLine::send);
 }
 
 SimulatorLine::~SimulatorLine()
@@ -98,7 +99,7 @@ void SimulatorLine::onReadable()
         return;
     }
     m_buffer.append(bytes, static_cast<qsizetype>(count));
-    m_gap.start(kGapMs);
+    m_gap->start(kGapMs);
     serveBuffer();
 }
 
@@ -138,33 +139,14 @@ void SimulatorLine::handle(const QByteArray& request)
 {
     Q_EMIT traced(QStringLiteral("S:"), request);
     const Faults::Verdict verdict = m_faults.next();
-    const QByteArray frame =
-        m_controller.isAscii() ? request.mid(std::max<qsizetype>(request.lastIndexOf(':'), 0)) : request;
-    m_reply = m_faults.damaged(m_controller.answer(frame, verdict.exception), verdict);
-    m_delivered = 0;
-    m_requestBytes = request.size();
-    if (m_reply.isEmpty())
-        return;
-    if (m_paceBaud <= 0) {
-        send(m_reply);
+    if (verdict.reset) {
+        m_controller.restart();
         return;
     }
-    m_sinceRequest.start();
-    m_wire.start(kWireStepMs);
-}
-
-// Bytes leave on an absolute schedule that starts when the request's own bytes have passed the wire.
-void SimulatorLine::deliver()
-{
-    const double bytesPassed = static_cast<double>(m_sinceRequest.nsecsElapsed()) * 1e-9 * m_paceBaud / kBitsPerByte;
-    const auto due = std::min(static_cast<qsizetype>(bytesPassed) - m_requestBytes, m_reply.size());
-    if (due <= m_delivered)
-        return;
-    const QByteArray piece = m_reply.mid(m_delivered, due - m_delivered);
-    m_delivered = due;
-    if (m_delivered == m_reply.size())
-        m_wire.stop();
-    send(piece);
+    const bool ascii = m_controller.isAscii();
+    const QByteArray frame = ascii ? request.mid(std::max<qsizetype>(request.lastIndexOf(':'), 0)) : request;
+    const QByteArray reply = m_faults.damaged(m_controller.answer(frame, verdict.exception), verdict, ascii);
+    m_wire.put(reply, request.size(), verdict.delayMs);
 }
 
 void SimulatorLine::send(const QByteArray& bytes)

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "Faults.h"
+#include "ReplyWire.h"
 #include "SimulatedController.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QSocketNotifier>
-#include <QTimer>
 
 #include <memory>
 
@@ -18,8 +17,10 @@ class SimulatorLine : public QObject
     Q_OBJECT
 
 public:
-    // paceBaud 0: no pacing; else every byte of request and reply takes 10 bits of this speed.
-    SimulatorLine(SimulatedController& controller, Faults faults, int paceBaud, QObject* parent = nullptr);
+    // paceBaud 0: no pacing; else every byte of request and reply takes 10 bits of this speed. controller and clock
+    // must outlive the line.
+    SimulatorLine(SimulatedController& controller, Faults faults, int paceBaud, platform::Clock& clock,
+                  QObject* parent = nullptr);
     ~SimulatorLine() override;
 
     // Both return false with the reason in errorText.
@@ -28,6 +29,9 @@ public:
 
     QString path() const { return m_path; } // what a client opens
     QString errorText() const { return m_errorText; }
+
+    // From the next request on. Replies that are held back still come.
+    void setFaults(const Faults& faults) { m_faults = faults; }
 
 Q_SIGNALS:
     void traced(const QString& direction, const QByteArray& bytes);
@@ -38,22 +42,16 @@ private:
     void serveBuffer();
     int requestLength() const; // bytes of the request at the head of the buffer, 0: not known yet
     void handle(const QByteArray& request);
-    void deliver();
     void send(const QByteArray& bytes);
 
     SimulatedController& m_controller;
     Faults m_faults;
-    int m_paceBaud;
     int m_fd = -1;
     int m_clientEnd = -1; // kept open, so that clients may come and go
     QString m_path;
     QString m_errorText;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    QTimer m_gap;  // silence in the middle of a request
-    QTimer m_wire; // the bytes that are on the wire
-    QElapsedTimer m_sinceRequest;
+    std::unique_ptr<platform::Timer> m_gap; // silence in the middle of a request
+    ReplyWire m_wire;
     QByteArray m_buffer;
-    QByteArray m_reply;
-    qsizetype m_delivered = 0;
-    qsizetype m_requestBytes = 0;
 };

@@ -60,7 +60,10 @@ Options parse(const QCoreApplication& application)
     add("speed", "Speed of the device.", "BAUD", "9600");
     add("chara", "Parity, data and stop bits of the device.", "TEXT", "N,8,1");
     add("pace", "Let every byte take its time at this speed.", "BAUD", "0");
-    add("fault", "silent, corrupt, truncate or exception:CODE, with @PROBABILITY or @everyN.", "KIND");
+    const QByteArray faultHelp =
+        "Do this wrong with every reply, or with @PROBABILITY or @everyN: " + Faults::kinds().toLatin1() +
+        ". May be given more than once.";
+    add("fault", faultHelp.constData(), "KIND");
     add("seed", "Repeats the faults.", "N", "1");
     add("state", "Write the memory here at the end.", "FILE");
     parser.addOption(QCommandLineOption(QStringLiteral("trace"), QStringLiteral("Print the frames.")));
@@ -130,7 +133,7 @@ int main(int argc, char** argv)
     SimulatedController controller(program.library(), number, options.modelString, options.slave, options.mode);
     if (controller.itemCount() == 0)
         return fail(kNoDefinition, QStringLiteral("%1 defines no parameters; restore the file").arg(screen));
-    SimulatorLine line(controller, options.faults, options.pace);
+    SimulatorLine line(controller, options.faults, options.pace, program.clock());
     if (!(options.device.isEmpty() ? line.openTerminal()
                                    : line.openDevice(options.device, options.speed, options.chara)))
         return fail(kNoPort, QStringLiteral("%1 cannot be opened: %2; choose another --device")

@@ -118,11 +118,20 @@ bool RequestChannel::isSound(const QByteArray& received)
     // A sound frame that answers another request (a late reply, say) brings no values for this one. The check leaves
     // the binary frame in bytes, in both modes.
     const bool sameFunction = bytes.size() > 1 && static_cast<quint8>(bytes[1]) == m_functionCode;
-    if (!sameFunction || received.size() != m_clsModbus.RecvSize()) {
+    if (!sameFunction || bytes.size() != expectedFrameBytes()) {
         m_reason = tran("the reply belongs to another request");
         return false;
     }
     return true;
+}
+
+// Bytes of the binary frame with its check value. In ASCII mode the frame ends with its carriage return: what the line
+// picked up behind it does not count.
+qsizetype RequestChannel::expectedFrameBytes() const
+{
+    constexpr int kAsciiMarks = 3; // colon, carriage return, line feed
+    const bool ascii = m_clsModbus.TransmissionMode() == 1;
+    return ascii ? (m_clsModbus.RecvSize() - kAsciiMarks) / 2 : m_clsModbus.RecvSize();
 }
 
 void RequestChannel::onError(const QByteArray& sent, const QByteArray& received, const QString& text)

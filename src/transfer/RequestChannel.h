@@ -67,6 +67,7 @@ private:
     void onSuccess(const QByteArray& sent, const QByteArray& received);
     void onError(const QByteArray& sent, const QByteArray& received, const QString& text);
     bool isSound(const QByteArray& received);
+    qsizetype expectedFrameBytes() const;
     void finish(Result result);
     QString tran(const char* english) const;
 

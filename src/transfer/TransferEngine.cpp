@@ -1,5 +1,9 @@
 #include "TransferEngine.h"
 
+#include "BackupStore.h"
+#include "clsCfg.h"
+#include "clsLibrary.h"
+
 #include <QScopedValueRollback>
 
 TransferEngine::TransferEngine(const Parts& parts, QObject* parent)
@@ -22,6 +26,7 @@ void TransferEngine::getDataFromKX(const std::vector<clsBlock*>* colRefData)
     const ReadOutcome outcome = lastRead().outcome;
     if (outcome == ReadOutcome::Complete)
         m_lastSet = m_parts.kx.knownSet();
+    Q_EMIT readEnded();
     // The settings may end in a read of their own: this one is over by then.
     if (outcome == ReadOutcome::WrongModel)
         m_parts.shell.showCommSetting();
@@ -45,13 +50,11 @@ int TransferEngine::setDataToKXOne(const QString& sTag)
 
 void TransferEngine::setDataToKXAll()
 {
-    if (m_bBusy)
+    if (m_bBusy || !keepLastSet())
         return;
     bool sent = false;
     {
         const QScopedValueRollback<bool> busy(m_bBusy, true);
-        if (m_parts.shell.state() == MainState::UpToDate)
-            Q_EMIT writingAll();
         sent = m_write.writeAll();
     }
     if (sent)
@@ -75,6 +78,21 @@ void TransferEngine::writeBlock(const clsBlock& block, bool readBack)
     else if (lastWrite().outcome == WriteOutcome::WrongModel)
         m_parts.shell.showCommSetting();
     Q_EMIT written();
+}
+
+// True when the write may go on: the set is kept, there is none, or the user does without.
+bool TransferEngine::keepLastSet()
+{
+    if (m_parts.shell.state() != MainState::UpToDate || m_lastSet.values.isEmpty() || m_parts.settings.m_bComm)
+        return true;
+    clsLibrary& library = m_parts.kx.library();
+    const QString error = BackupStore(library).keep(m_lastSet, m_parts.kx.Ext());
+    if (error.isEmpty())
+        return true;
+    const QString question =
+        library.tranStr(QStringLiteral("The parameters last read cannot be kept: %1vbCrLfWrite all the same?"))
+            .arg(error);
+    return m_parts.questions.showMessage(question, MessageStyle::kYesNoExclamation) == MessageResult::kYes;
 }
 
 // Only what was written is shown anew: changes in other blocks are not lost.

@@ -40,7 +40,7 @@ public:
 
     // Writes one parameter at once; its type, 0 when nothing was written.
     int setDataToKXOne(const QString& sTag);
-    // Writes all blocks and reads everything back.
+    // Writes all blocks and reads everything back. The set last read is kept in the backups before.
     void setDataToKXAll();
     // Writes a block with its relay blocks; with readBack the written blocks are read back and shown.
     void writeBlock(const clsBlock& block, bool readBack);
@@ -57,12 +57,13 @@ public:
 Q_SIGNALS:
     // A request got no valid reply; attempt counts from 1, maximum is the number of attempts.
     void attemptFailed(const QString& entry, int attempt, int maximum, const QString& reason);
-    // All parameters are about to be written over those of lastSet.
-    void writingAll();
+    // A read has ended, whatever way.
+    void readEnded();
     // A write and the read-back that belongs to it have ended.
     void written();
 
 private:
+    bool keepLastSet();
     void readBackAfterWrite(const std::vector<clsBlock*>* blocks);
 
     Parts m_parts;

@@ -1,5 +1,7 @@
+#include "MultiSelectOwner.h"
 #include "ProgramContext.h"
 #include "RecordingMessages.h"
+#include "SelectionWindows.h"
 #include "frmComSet.h"
 #include "frmMain.h"
 #include "frmMessageBox.h"
@@ -34,6 +36,12 @@ QStringList wordLines(const QString& file)
     words.sort();
     return words;
 }
+
+struct NoSettings : MultiSelectOwner
+{
+    void setData(const QString&, const QString&, bool) override {}
+    void setVData(const QString&, const QString&, bool) override {}
+};
 
 // Every form of the program is shown once with a language file as it is shipped: a word that the file lacks would be
 // added to it.
@@ -78,6 +86,10 @@ protected:
         progress.setLib(&program.library());
         progress.showModeless(&window, 1, QStringLiteral("Sending..."),
                               QStringLiteral("It is forwarding it. Please wait for a while."), 0, false, true);
+        NoSettings nothing;
+        SelectionWindows selections(program.library(), nothing);
+        for (const char* table : {"InputRangeC", "InputRangeK", "AlarmType", "EventType", "DigitalInput"})
+            EXPECT_TRUE(selections.open({}, QLatin1String(table), &window, false)) << table;
         frmMessageBox box(program.library());
         window.getDataFromKX();
         EXPECT_EQ(told.texts.size(), 1) << qPrintable(told.texts.join(u'|'));

@@ -257,6 +257,46 @@ TEST_F(MainWindow, LanguageAndFontAreChangedByTheOptions)
     EXPECT_NE(window->font().pointSize(), 17);
 }
 
+TEST_F(MainWindow, SetsAreSavedAndOpenedOverWhatWasRead)
+{
+    openWith([](const QByteArray& request) { return soundController::reply(request); });
+    QString chosen;
+    QStringList questions;
+    window->setFileChooser([&](QWidget*, const FileQuestion& question) {
+        questions << (question.save ? QStringLiteral("save") : QStringLiteral("open"));
+        return chosen;
+    });
+    window->openDataFile();
+    EXPECT_EQ(asked.texts, QStringList{QStringLiteral("Please acquire the up-to-date data from the equipment.")});
+    EXPECT_TRUE(questions.isEmpty()) << "no dialog before a read";
+    recv()->trigger();
+    asked.texts.clear();
+    chosen = dir.path() + QStringLiteral("/my set.k41");
+    window->saveDataFile();
+    QFile file(chosen);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray saved = file.readAll();
+    EXPECT_TRUE(saved.contains("VQSV1=258\r\n")) << saved.toStdString();
+    file.close();
+    window->openDataFile();
+    EXPECT_TRUE(asked.texts.isEmpty()) << qPrintable(asked.texts.join(u'|'));
+    ASSERT_TRUE(soundController::writeFile(chosen, QByteArray(saved).replace("VQSV1=258", "VQSV1=50")));
+    window->openDataFile();
+    EXPECT_EQ(cell(2), u"5.0");
+    ASSERT_TRUE(soundController::writeFile(chosen, QByteArray(saved).replace("MODEL=KX41", "MODEL=KX62")));
+    window->openDataFile();
+    EXPECT_EQ(asked.texts, QStringList{QStringLiteral("Model number is different.")});
+    EXPECT_EQ(cell(2), u"5.0");
+    asked.texts.clear();
+    chosen = dir.path() + QStringLiteral("/no/such/folder.k41");
+    window->saveDataFile();
+    ASSERT_EQ(asked.texts.size(), 1);
+    EXPECT_TRUE(asked.texts.first().startsWith(u"The file was not saved: ")) << qPrintable(asked.texts.first());
+    chosen.clear();
+    window->saveDataFile();
+    EXPECT_EQ(asked.texts.size(), 1) << "cancelled: nothing happens";
+}
+
 TEST_F(MainWindow, ComesUpWhereItWas)
 {
     openWith([](const QByteArray& request) { return soundController::reply(request); });

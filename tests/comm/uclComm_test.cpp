@@ -130,6 +130,21 @@ TEST_F(Link, LateBytesOfAnEarlierReplyAreDropped)
     expectReply(kReply);
 }
 
+TEST_F(Link, BytesThatWaitInTheMachineAreDroppedToo)
+{
+    bool late = true;
+    plug([&](const QByteArray&) { return late ? QByteArray() : kReply; });
+    link->sendMsg(kRequest, 10);
+    settle();
+    box.clock.advance(7000);
+    ASSERT_EQ(bad->size(), 1);
+    bad->clear();
+    controller->send("late"); // no event has run since: only the operating system has them
+    late = false;
+    link->sendMsg(kRequest, 10);
+    expectReply(kReply);
+}
+
 TEST_F(Link, TimesOutOnlyAfterMoreThanTheSetSeconds)
 {
     plug(silence);

@@ -43,7 +43,7 @@ protected:
         makeController(setup.mode); // writes the definition
         controller = std::make_unique<SimulatedController>(library, 1, QString::fromLatin1(setup.modelString),
                                                            setup.slave, setup.mode);
-        line = std::make_unique<SimulatorLine>(*controller, Faults(1), 0);
+        line = std::make_unique<SimulatorLine>(*controller, Faults(1), 0, box.clock);
         ASSERT_TRUE(line->openTerminal());
         ports.assign(1, line->path());
         openOn(setup);

@@ -202,17 +202,20 @@ TEST_F(Grid, OnlyUnlockedEditAndComboCellsAreEditable)
     {
         CellType type;
         bool locked;
+        bool readOnly;
         bool editable;
-    } const rows[] = {{CellType::Edit, false, true},        {CellType::ComboBox, false, true},
-                      {CellType::Edit, true, false},        {CellType::ComboBox, true, false},
-                      {CellType::StaticText, false, false}, {CellType::Button, false, false}};
+    } const rows[] = {{CellType::Edit, false, false, true},        {CellType::ComboBox, false, false, true},
+                      {CellType::Edit, true, false, false},        {CellType::ComboBox, true, false, false},
+                      {CellType::Edit, false, true, false},        {CellType::ComboBox, false, true, false},
+                      {CellType::StaticText, false, false, false}, {CellType::Button, false, false, false}};
     for (const auto& row : rows) {
         Cell cell;
         cell.type = row.type;
         cell.locked = row.locked;
+        cell.readOnly = row.readOnly;
         grid.setCell(1, 1, cell);
         EXPECT_EQ(grid.flags(grid.index(0, 0)).testFlag(Qt::ItemIsEditable), row.editable)
-            << static_cast<int>(row.type) << row.locked;
+            << static_cast<int>(row.type) << row.locked << row.readOnly;
     }
 }
 

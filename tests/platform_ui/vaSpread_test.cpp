@@ -1,13 +1,8 @@
 #include "Fonts.h"
-#include "vaSpread.h"
+#include "SpreadFixture.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QHeaderView>
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <QTest>
-#include <gtest/gtest.h>
 
 #include <memory>
 
@@ -18,71 +13,6 @@ using platform::GridModel;
 using platform::vaSpread;
 
 namespace {
-
-// A shown grid: row 1 an edit cell, row 2 a combo box, row 3 a button, row 4 static text, all in column 2.
-class Spread : public ::testing::Test
-{
-protected:
-    Spread()
-    {
-        grid.setMaxRows(6);
-        grid.setMaxCols(3);
-        put(1, CellType::Edit, QStringLiteral("12.5"));
-        put(2, CellType::ComboBox, QStringLiteral("K"));
-        put(3, CellType::Button, QStringLiteral("Go"));
-        put(4, CellType::StaticText, QStringLiteral("label"));
-        spread.setGrid(&grid);
-        spread.resize(600, 400);
-        spread.show();
-    }
-
-    void put(int row, CellType type, const QString& text)
-    {
-        Cell cell;
-        cell.type = type;
-        cell.text = text;
-        if (type == CellType::ComboBox)
-            cell.comboList = QStringList{QStringLiteral("J"), QStringLiteral("K"), QStringLiteral("T")};
-        grid.setCell(row, 2, cell);
-    }
-
-    QPoint middle(int row) { return spread.visualRect(grid.index(row - 1, 1)).center(); }
-    void click(int row) { QTest::mouseClick(spread.viewport(), Qt::LeftButton, {}, middle(row)); }
-    void select(int row) { spread.setCurrentIndex(grid.index(row - 1, 1)); }
-    void key(Qt::Key key) { QTest::keyClick(&spread, key); }
-
-    // The view commits and removes its editors from the event loop.
-    void settle()
-    {
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    void leave(QWidget* editor, Qt::Key key)
-    {
-        QTest::keyClick(editor, key);
-        settle();
-    }
-    void doubleClick(int row)
-    {
-        click(row);
-        QTest::mouseDClick(spread.viewport(), Qt::LeftButton, {}, middle(row));
-    }
-
-    // Opens the editor of a row with the keyboard; null when the cell refuses.
-    template <typename Editor> Editor* edit(int row)
-    {
-        select(row);
-        key(Qt::Key_F2);
-        return spread.viewport()->findChild<Editor*>();
-    }
-
-    GridModel grid;
-    vaSpread spread;
-    QSignalSpy edited{&spread, &vaSpread::editChanged};
-    QSignalSpy chosen{&spread, &vaSpread::comboSelChange};
-    QSignalSpy pressed{&spread, &vaSpread::buttonClicked};
-    QSignalSpy doubleClicked{&spread, &vaSpread::dblClick};
-};
 
 TEST_F(Spread, EnteredTextIsToldWithColumnAndRow)
 {
@@ -181,18 +111,24 @@ TEST_F(Spread, OnlyButtonsAreButtons)
     EXPECT_EQ(pressed.count(), 0);
 }
 
-TEST_F(Spread, LockedCellsRefuse)
+TEST_F(Spread, LockedAndReadOnlyCellsRefuse)
 {
-    for (const int row : {1, 2, 3})
-        grid.setLocked(row, 2, true);
-    EXPECT_EQ(edit<QLineEdit>(1), nullptr);
-    EXPECT_EQ(edit<QComboBox>(2), nullptr);
-    doubleClick(1);
-    EXPECT_EQ(spread.viewport()->findChild<QLineEdit*>(), nullptr);
-    click(3);
-    select(3);
-    key(Qt::Key_Space);
-    EXPECT_EQ(pressed.count(), 0);
+    for (const bool isLocked : {true, false}) {
+        for (const int row : {1, 2, 3}) {
+            Cell cell = grid.cell(row, 2);
+            cell.locked = isLocked;
+            cell.readOnly = !isLocked;
+            grid.setCell(row, 2, cell);
+        }
+        EXPECT_EQ(edit<QLineEdit>(1), nullptr) << isLocked;
+        EXPECT_EQ(edit<QComboBox>(2), nullptr) << isLocked;
+        doubleClick(1);
+        EXPECT_EQ(spread.viewport()->findChild<QLineEdit*>(), nullptr) << isLocked;
+        click(3);
+        select(3);
+        key(Qt::Key_Space);
+        EXPECT_EQ(pressed.count(), 0) << isLocked;
+    }
 }
 
 TEST_F(Spread, StaticTextIsNotEditable)

@@ -124,6 +124,34 @@ TEST_F(Model, LooksUpByTag)
     EXPECT_EQ(kx.checkTag(QStringLiteral("12")), u"12");
 }
 
+// Whether the controller takes a value shows in the comm file; the image may belong to an item further down.
+TEST_F(Model, CellsThatNothingWritesAreReadOnly)
+{
+    struct
+    {
+        const char* keys;
+        bool readOnly;
+    } const rows[] = {
+        {"CommRaedSection=Out\nCommWriteSection=Later", false},
+        {"CommRaedSection=Later\nCommWriteSection=Later\nCellType=Bit", false},
+        {"CommRaedSection=Out\nCommWriteSection=Out", true},
+        {"CommRaedSection=Later\nCommWriteSection=None\nCellType=Combo", true},
+        {"CommRaedSection=Later\nCellType=Bit", true},
+    };
+    QByteArray screen = "[Setting]\nDataMaxCount=" + QByteArray::number(std::size(rows)) + "\n";
+    int n = 0;
+    for (const auto& row : rows)
+        screen += dataSection(++n, row.keys);
+    load(screen, "[Out]\nReadCmdMax=1\nReadCmd1=Direct,8000,4\nWriteCmdMax=0\n"
+                 "[Later]\nReadCmdMax=1\nReadCmd1=Direct,9000,4\nWriteCmdMax=1\nWriteCmd1=Direct,9000,4\n");
+    kx.refreshSpread(false, nullptr);
+    n = 0;
+    for (const auto& row : rows) {
+        EXPECT_EQ(grid.cell(++n, 1).readOnly, row.readOnly) << row.keys;
+        EXPECT_FALSE(grid.cell(n, 1).locked) << "shown like the others";
+    }
+}
+
 struct DamagedCase
 {
     const char* name;

@@ -74,10 +74,16 @@ TEST_F(Controller, AnswersInAscii)
     EXPECT_EQ(controller->answer(":010600000005F5\r\n"), QByteArray()) << "wrong check value";
 }
 
-TEST_F(Controller, ForcedException)
+TEST_F(Controller, ForcedExceptionCarriesNothingOut)
 {
     const auto controller = makeController(0);
+    const QByteArray atStart = controller->state();
     EXPECT_EQ(controller->answer(rtu("01 03 0000 0001"), 6).toHex(), rtu("01 83 06").toHex());
+    EXPECT_EQ(controller->answer(rtu("01 06 0000 0102"), 6).toHex(), rtu("01 86 06").toHex());
+    EXPECT_EQ(controller->answer(rtu("01 42 01 00008000 02 0506"), 1).toHex(), rtu("01 C2 01").toHex());
+    EXPECT_EQ(controller->answer(rtu("02 03 0000 0001"), 6), QByteArray()) << "another slave's request";
+    EXPECT_EQ(controller->state(), atStart);
+    EXPECT_EQ(controller->answer(rtu("01 06 0000 0102")).toHex(), rtu("01 06 0000 0102").toHex());
 }
 
 } // namespace

@@ -18,10 +18,13 @@ protected:
             close(client);
     }
 
-    void serve(int mode, int pace = 0)
+    void serve(int mode, int pace = 0, const char* fault = nullptr)
     {
         controller = makeController(mode);
-        line = std::make_unique<SimulatorLine>(*controller, Faults(1), pace);
+        Faults faults(1);
+        QString error;
+        ASSERT_TRUE(fault == nullptr || faults.add(QString::fromLatin1(fault), error)) << qPrintable(error);
+        line = std::make_unique<SimulatorLine>(*controller, faults, pace, box.clock);
         ASSERT_TRUE(line->openTerminal()) << qPrintable(line->errorText());
         client = open(qPrintable(line->path()), O_RDWR | O_NOCTTY | O_NONBLOCK);
         ASSERT_GE(client, 0);
@@ -90,10 +93,67 @@ TEST_F(Line, PacedReplyIsWhole)
     EXPECT_GT(pieces.size(), 2) << "the request and more than one piece of the reply";
 }
 
+TEST_F(Line, TheRestOfAGivenUpRequestIsNoRequest)
+{
+    serve(0);
+    const QByteArray request = rtu("01 42 00 00008000 02");
+    send(request.left(3));
+    box.clock.advance(200);
+    send(request);
+    EXPECT_EQ(receive(8).toHex(), rtu("01 42 00 02 0102").toHex());
+}
+
+TEST_F(Line, ALateReplyComesThoughItIsOvertaken)
+{
+    serve(0, 0, "delay:8000@every2");
+    send(rtu("01 06 0000 0102"));
+    const QByteArray first = receive(8);
+    send(rtu("01 03 0000 0001"));
+    box.clock.advance(7999);
+    send(rtu("01 04 0000 0001"));
+    EXPECT_EQ(receive(15).mid(8).toHex(), rtu("01 04 02 FFFE").toHex());
+    box.clock.advance(1);
+    EXPECT_EQ(receive(22).mid(15).toHex(), rtu("01 03 02 0102").toHex());
+}
+
+TEST_F(Line, LateRepliesKeepTheirOrder)
+{
+    serve(0, 0, "delay:500");
+    send(rtu("01 06 0000 0102"));
+    box.clock.advance(100);
+    send(rtu("01 03 0000 0001"));
+    EXPECT_EQ(received.size(), 0);
+    box.clock.advance(400);
+    EXPECT_EQ(receive(8).toHex(), rtu("01 06 0000 0102").toHex());
+    box.clock.advance(100);
+    EXPECT_EQ(receive(15).mid(8).toHex(), rtu("01 03 02 0102").toHex());
+}
+
+TEST_F(Line, PacedRepliesThatMeetAreBothWhole)
+{
+    serve(0, 19200);
+    send(rtu("01 42 00 0000FBC0 0E"));
+    send(rtu("01 06 0000 0102"));
+    EXPECT_EQ(receive(28).mid(20).toHex(), rtu("01 06 0000 0102").toHex());
+}
+
+TEST_F(Line, ARestartForgetsWhatWasWritten)
+{
+    serve(0, 0, "reset@every2");
+    const QByteArray atStart = controller->state();
+    send(rtu("01 42 01 00008000 02 0506"));
+    receive(10);
+    ASSERT_NE(controller->state(), atStart);
+    send(rtu("01 06 0000 0102"));
+    EXPECT_EQ(controller->state(), atStart);
+    send(rtu("01 03 0000 0001"));
+    EXPECT_EQ(receive(17).mid(10).toHex(), rtu("01 03 02 0007").toHex()) << "silent when it restarted, sound again";
+}
+
 TEST_F(Line, RefusesSettingsThatADeviceCannotHave)
 {
     controller = makeController(0);
-    SimulatorLine other(*controller, Faults(1), 0);
+    SimulatorLine other(*controller, Faults(1), 0, box.clock);
     EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), 12345, QStringLiteral("N,8,1")));
     EXPECT_TRUE(other.errorText().contains(QStringLiteral("12345"))) << qPrintable(other.errorText());
     EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), 9600, QStringLiteral("N,9,1")));

@@ -64,7 +64,13 @@ def _pairs():
     for selection in SELECTIONS:
         yield selection.title
         yield from selection.headers
-        yield from (names[0] for names, _ in selection.entries)
+        for names, _ in selection.entries:
+            yield from (name for name in names if _has_words(name[0]))
+
+
+def _has_words(text):
+    """Numbers and dashes are shown as they are in every language."""
+    return any(c.isalpha() for c in text)
 
 
 def _parameter_texts(parameter):

@@ -17,13 +17,18 @@ def selection_text():
 def _table(selection):
     lines = [f"Title={selection.title[0]}", f"ColMax={len(selection.headers)}"]
     for i, (header, width) in enumerate(zip(selection.headers, selection.widths), 1):
-        lines += [f"ColHeader{i}={header[0]}", f"ColAlign{i}={0 if i == 1 else 1}", f"ColWidth{i}={width}"]
+        lines += [f"ColHeader{i}={header[0]}", f"ColAlign{i}={_align(selection, i - 1)}", f"ColWidth{i}={width}"]
     lines += ["BackColor=vbWindowBackground", "ForeColor=vbWindowText"]
     for i, (names, data) in enumerate(selection.entries, 1):
         values = (str(i), *data)
         lines += _entry(i, len(values), ",".join(selection.tags), ",".join(values),
                         "vbTab".join(name[0] for name in names))
     return lines + _entry(len(selection.entries) + 1, *END)
+
+
+def _align(selection, column):
+    """Words to the left (0), numbers to the right (1)."""
+    return 0 if any(c.isalpha() for names, _ in selection.entries for c in names[column][0]) else 1
 
 
 def _entry(number, count, tags, data, names):

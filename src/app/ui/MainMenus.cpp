@@ -9,13 +9,28 @@
 MainMenus::MainMenus(QMenuBar& bar)
 {
     QMenu* file = addMenu(bar, QStringLiteral("FileMenu"));
+    open = addItem(file, QStringLiteral("mnuFile"), 0, QStringLiteral("Open"));
+    open->setShortcut(QKeySequence::Open);
+    save = addItem(file, QStringLiteral("mnuFile"), 1, QStringLiteral("Save"));
+    save->setShortcut(QKeySequence::Save);
     exit = addItem(file, QStringLiteral("mnuFile"), 2, QStringLiteral("Exit"));
     exit->setShortcut(QKeySequence::Quit);
     exit->setMenuRole(QAction::QuitRole);
+    QMenu* edit = addMenu(bar, QStringLiteral("EditMenu"));
+    copy = addItem(edit, QStringLiteral("mnuEdit"), 0, QStringLiteral("Copy"));
+    copy->setShortcut(QKeySequence::Copy);
+    paste = addItem(edit, QStringLiteral("mnuEdit"), 1, QStringLiteral("Paste"));
+    paste->setShortcut(QKeySequence::Paste);
+    undo = addItem(edit, QStringLiteral("mnuEdit"), 2, QStringLiteral("Undo"));
+    undo->setShortcut(QKeySequence::Undo);
+    redo = addItem(edit, QStringLiteral("mnuEdit"), 3, QStringLiteral("Redo"));
+    redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
     QMenu* kx = addMenu(bar, QStringLiteral("KXMenu"));
     comm = addItem(kx, QStringLiteral("mnuKX"), 0, QStringLiteral("Comm"));
     recv = addItem(kx, QStringLiteral("mnuKX"), 1, QStringLiteral("Recv"));
     recv->setShortcut(Qt::Key_F5);
+    send = addItem(kx, QStringLiteral("mnuKX"), 2, QStringLiteral("Send"));
+    send->setShortcut(Qt::Key_F6);
     QMenu* settings = addMenu(bar, QStringLiteral("OptionMenu"));
     option = addItem(settings, QStringLiteral("mnuOption"), 0, QStringLiteral("Option"));
     QMenu* help = addMenu(bar, QStringLiteral("HelpMenu"));

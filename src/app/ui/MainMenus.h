@@ -18,9 +18,16 @@ class MainMenus
 public:
     explicit MainMenus(QMenuBar& bar);
 
+    QAction* open = nullptr;
+    QAction* save = nullptr;
     QAction* exit = nullptr;
+    QAction* copy = nullptr;
+    QAction* paste = nullptr;
+    QAction* undo = nullptr;
+    QAction* redo = nullptr;
     QAction* comm = nullptr;
     QAction* recv = nullptr;
+    QAction* send = nullptr;
     QAction* option = nullptr;
     QAction* version = nullptr;
 

@@ -1,14 +1,25 @@
 #include "MainStatusBar.h"
 
 #include <QLabel>
+#include <QStyle>
+#include <QToolButton>
 
 MainStatusBar::MainStatusBar(QWidget* parent)
     : QStatusBar(parent), m_model(addPanel(QStringLiteral("panelModel"), QStringLiteral("Model"), 0)),
       m_link(addPanel(QStringLiteral("panelLink"), QStringLiteral("Serial link"), 2)),
-      m_state(addPanel(QStringLiteral("panelState"), QStringLiteral("State of the data"), 1))
+      m_state(addPanel(QStringLiteral("panelState"), QStringLiteral("State of the data"), 1)),
+      m_hint(addPanel(QStringLiteral("panelHint"), QStringLiteral("Current parameter"), 3)),
+      m_write(new QToolButton(this))
 {
     setObjectName(QStringLiteral("stbMain"));
     setAccessibleName(QStringLiteral("Status"));
+    m_write->setObjectName(QStringLiteral("panelWrite"));
+    m_write->setAutoRaise(true);
+    m_write->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    m_write->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_write->hide();
+    addPermanentWidget(m_write);
+    connect(m_write, &QToolButton::clicked, this, &MainStatusBar::writeClicked);
 }
 
 QLabel* MainStatusBar::addPanel(const QString& objectName, const QString& accessibleName, int stretch)
@@ -45,4 +56,18 @@ void MainStatusBar::setStateText(const QString& text, const QString& toolTip)
 {
     m_state->setText(text);
     m_state->setToolTip(toolTip.isEmpty() ? text : toolTip);
+}
+
+void MainStatusBar::setHintText(const QString& text)
+{
+    m_hint->setText(text);
+    m_hint->setToolTip(text);
+}
+
+void MainStatusBar::setWriteText(const QString& text, const QString& details)
+{
+    m_write->setText(text);
+    m_write->setToolTip(details);
+    m_write->setAccessibleName(text);
+    m_write->setVisible(!text.isEmpty());
 }

@@ -3,6 +3,7 @@
 #include <QStatusBar>
 
 class QLabel;
+class QToolButton;
 
 // Status bar of the main window: model string, serial link, state of the grid.
 class MainStatusBar : public QStatusBar
@@ -16,6 +17,12 @@ public:
     QString modelText() const;
     void setLinkText(const QString& text);
     void setStateText(const QString& text, const QString& toolTip);
+    void setHintText(const QString& text); // about the current cell
+    // What went wrong in the last write; without a text the panel is not there.
+    void setWriteText(const QString& text, const QString& details);
+
+Q_SIGNALS:
+    void writeClicked();
 
 private:
     QLabel* addPanel(const QString& objectName, const QString& accessibleName, int stretch);
@@ -23,4 +30,6 @@ private:
     QLabel* m_model;
     QLabel* m_link;
     QLabel* m_state;
+    QLabel* m_hint;
+    QToolButton* m_write;
 };

@@ -1,5 +1,6 @@
 #include "frmMain.h"
 
+#include "CellHint.h"
 #include "ControlRegistry.h"
 #include "GridHint.h"
 #include "LastState.h"
@@ -12,6 +13,7 @@
 #include "ProgressDialogView.h"
 #include "ReadStatus.h"
 #include "WidgetPlacement.h"
+#include "WriteStatus.h"
 #include "clsINI.h"
 #include "frmComSet.h"
 #include "frmOption.h"
@@ -19,8 +21,11 @@
 #include "vaSpread.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QEventLoop>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
 #include <QMenuBar>
@@ -57,14 +62,19 @@ platform::ColorRef namedColor(const clsLibrary& library, const char* name)
 frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> questions)
     : m_program(program), m_questions(std::move(questions)), m_clsKX(program.library()),
       m_uclComm1(program.ports(), program.clock()),
-      m_progress(std::make_unique<ProgressDialogView>(*this, program.library()))
+      m_progress(std::make_unique<ProgressDialogView>(*this, program.library())), m_selections(program.library(), *this)
 {
     if (m_questions == nullptr)
         m_questions = std::make_unique<MessageBoxPresenter>(program.library(), this);
     program.context().messages = m_questions.get();
     m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
         m_clsKX, m_uclComm1, program.settings(), program.traceLog(), *m_questions, *m_progress, *this});
+    m_editor = std::make_unique<CellEditor>(m_clsKX, *m_questions, *this);
+    m_clipboard = std::make_unique<CellClipboard>(*m_editor);
+    m_selections.Logs(&program.errorLog(), &program.traceLog());
     connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
+    connect(m_engine.get(), &TransferEngine::readEnded, this, &frmMain::afterRead);
+    connect(m_engine.get(), &TransferEngine::written, this, &frmMain::afterWrite);
     connect(&m_clsKX, &clsKX::LoadEvent, this, &frmMain::onLoadEvent);
     setupWindow();
     program.library().makeLangList();
@@ -103,6 +113,7 @@ void frmMain::setupWindow()
     m_stbMain = new MainStatusBar(this);
     setStatusBar(m_stbMain);
     connectMenus();
+    connectGrid();
     m_timer1.setSingleShot(true);
     m_timer1.setInterval(kCommCheckMs);
     connect(&m_timer1, &QTimer::timeout, this, [this] {
@@ -135,11 +146,46 @@ void frmMain::setupGrid()
 
 void frmMain::connectMenus()
 {
+    connect(m_menus->open, &QAction::triggered, this, &frmMain::openDataFile);
+    connect(m_menus->save, &QAction::triggered, this, &frmMain::saveDataFile);
+    connect(m_menus->send, &QAction::triggered, this, &frmMain::setDataToKXAll);
+    connect(m_stbMain, &MainStatusBar::writeClicked, this, &frmMain::tellWriteDetails);
+    connect(m_menus->copy, &QAction::triggered, m_sprMain, &platform::vaSpread::requestCopy);
+    connect(m_menus->paste, &QAction::triggered, m_sprMain, &platform::vaSpread::requestPaste);
+    connect(m_menus->undo, &QAction::triggered, m_editor.get(), &CellEditor::undo);
+    connect(m_menus->redo, &QAction::triggered, m_editor.get(), &CellEditor::redo);
     connect(m_menus->exit, &QAction::triggered, this, &frmMain::exitApp);
     connect(m_menus->comm, &QAction::triggered, this, &frmMain::showCommSetting);
     connect(m_menus->recv, &QAction::triggered, this, [this] { getDataFromKX(); });
     connect(m_menus->option, &QAction::triggered, this, &frmMain::showOption);
     connect(m_menus->version, &QAction::triggered, this, &frmMain::showVersion);
+}
+
+void frmMain::connectGrid()
+{
+    using platform::vaSpread;
+    CellEditor* editor = m_editor.get();
+    connect(m_sprMain, &vaSpread::editChanged, editor,
+            [editor](int col, int row, const QString& text) { editor->checkCell(col, row, true, text); });
+    connect(m_sprMain, &vaSpread::comboSelChange, editor,
+            [editor](int col, int row, int choice) { editor->changeCombo(col, row, choice); });
+    connect(m_sprMain, &vaSpread::buttonClicked, editor, &CellEditor::clickCell);
+    connect(m_sprMain, &vaSpread::dblClick, editor, &CellEditor::openSelect);
+    connect(m_sprMain, &vaSpread::enterPressed, editor, &CellEditor::openSelect);
+    connect(m_sprMain, &vaSpread::currentCellChanged, this, &frmMain::showHint);
+    connect(m_sprMain, &vaSpread::copyRequested, this, [this](const platform::CellRange& range) {
+        QGuiApplication::clipboard()->setText(m_clipboard->copy(range));
+    });
+    connect(m_sprMain, &vaSpread::pasteRequested, this, [this](int col, int row, const QString& text) {
+        m_clipboard->paste({row, col}, text);
+    });
+    connect(editor, &CellEditor::edited, this, &frmMain::showHint);
+    const auto showHistory = [this] {
+        m_menus->undo->setEnabled(m_editor->canUndo());
+        m_menus->redo->setEnabled(m_editor->canRedo());
+    };
+    connect(editor, &CellEditor::historyChanged, this, showHistory);
+    showHistory();
 }
 
 void frmMain::registerControls()
@@ -193,6 +239,7 @@ void frmMain::tranForm()
                  (isJapanese ? QStringLiteral("\\VorlantJ.chm") : QStringLiteral("\\Vorlant.chm"));
     m_program.library().tranForm(*m_controls);
     setState(MainState::NoConnection);
+    m_selections.closeAll();
     m_clsKX.load(m_lModelNo, &m_program.library(), modelPanel());
     showGridOrHint();
     showLinkStatus();
@@ -207,9 +254,116 @@ void frmMain::getDataFromKX(const std::vector<clsBlock*>* colRefData)
         m_uclComm1.openComm();
     showLinkStatus();
     m_engine->getDataFromKX(colRefData);
-    m_readAt = m_program.clock().now();
     showLinkStatus();
     showReadStatus();
+}
+
+void frmMain::setDataToKXAll()
+{
+    if (m_engine->isBusy())
+        return;
+    m_questions->showMessage(m_program.library().tranStr(QStringLiteral("Transfer All Data.")),
+                             MessageStyle::kInformation, QStringLiteral("KX"));
+    m_engine->setDataToKXAll();
+}
+
+bool frmMain::writeOne(const QString& tag)
+{
+    m_engine->setDataToKXOne(tag);
+    return m_engine->lastWrite().requests > 0;
+}
+
+bool frmMain::writeBlock(clsBlock& block, bool readBack)
+{
+    m_engine->writeBlock(block, readBack);
+    return m_engine->lastWrite().requests > 0;
+}
+
+void frmMain::afterRead()
+{
+    if (m_engine->lastRead().outcome != ReadOutcome::Complete)
+        return;
+    m_readAt = m_program.clock().now();
+    m_editor->clear();
+}
+
+// A write, and the read-back behind it, end what can be undone here.
+void frmMain::afterWrite()
+{
+    if (m_engine->lastWrite().requests > 0)
+        m_editor->clear();
+    showWriteStatus();
+    showLinkStatus();
+    showReadStatus();
+}
+
+// The window is modeless in its looks; what it sets belongs to the action that opened it, which goes on when it has
+// closed.
+void frmMain::openMultiSelect(clsData& item, const QString& section)
+{
+    if (!m_selections.open(SelectedItem::of(item), section, this, true))
+        return;
+    const auto windows = findChildren<frmMultiSelect*>();
+    for (frmMultiSelect* window : windows) {
+        if (window->ID() != section || !window->isVisible())
+            continue;
+        QEventLoop untilClosed;
+        connect(window, &QDialog::finished, &untilClosed, &QEventLoop::quit);
+        connect(window, &QObject::destroyed, &untilClosed, &QEventLoop::quit);
+        untilClosed.exec();
+        return;
+    }
+}
+
+void frmMain::openDataFile()
+{
+    const clsLibrary& library = m_program.library();
+    if (!m_program.settings().m_bComm && m_eState != MainState::UpToDate) {
+        m_questions->showMessage(
+            library.tranStr(QStringLiteral("Please acquire the up-to-date data from the equipment.")),
+            MessageStyle::kCritical);
+        return;
+    }
+    const platform::PathMap& paths = m_program.machine().paths;
+    const QString file =
+        m_chooseFile(this, {false, m_clsKX.Ext(), paths.toMachine(m_clsKX.DataPath()), m_clsKX.DialogFilter()});
+    if (file.isEmpty())
+        return;
+    m_program.eventLog().LogWrite(QStringLiteral("showOpenFile-") + file);
+    if (m_clsKX.loadData(paths.toDesktop(file))) {
+        m_questions->showMessage(m_clsKX.lastLoad().detail, MessageStyle::kCritical);
+        return;
+    }
+    m_editor->clear();
+    tellLoad();
+}
+
+// A set that was taken may still hold what a person should look at before it is sent.
+void frmMain::tellLoad()
+{
+    const clsLibrary& library = m_program.library();
+    const ParameterLoad& load = m_clsKX.lastLoad();
+    QStringList lines;
+    if (!load.outsideLimits.isEmpty())
+        lines << library.tranStr(QStringLiteral("Outside their limits: %1")).arg(load.outsideLimits.join(u", "));
+    if (!load.missing.isEmpty())
+        lines << library.tranStr(QStringLiteral("Not in the file: %1")).arg(load.missing.join(u", "));
+    if (!lines.isEmpty())
+        m_questions->showMessage(lines.join(u'\n'), MessageStyle::kExclamation);
+}
+
+void frmMain::saveDataFile()
+{
+    const platform::PathMap& paths = m_program.machine().paths;
+    const QString file =
+        m_chooseFile(this, {true, m_clsKX.Ext(), paths.toMachine(m_clsKX.DataPath()), m_clsKX.DialogFilter()});
+    if (file.isEmpty())
+        return;
+    m_program.eventLog().LogWrite(QStringLiteral("showSaveFile-") + file);
+    const QString error = m_clsKX.saveData(paths.toDesktop(file));
+    if (!error.isEmpty())
+        m_questions->showMessage(m_program.library().tranStr(QStringLiteral("The file was not saved: %1")).arg(error),
+                                 MessageStyle::kCritical);
 }
 
 void frmMain::showCommSetting()
@@ -282,6 +436,26 @@ void frmMain::showReadStatus()
     m_stbMain->setStateText(readStatusText(status, tran), readStatusToolTip(status, tran));
 }
 
+void frmMain::showHint()
+{
+    const QModelIndex at = m_sprMain->currentIndex();
+    m_stbMain->setHintText(
+        at.isValid() ? cellHint(m_clsKX, at.column() + 1, at.row() + 1, m_program.library().translation()) : QString());
+}
+
+void frmMain::showWriteStatus()
+{
+    const TranslateText tran = m_program.library().translation();
+    m_stbMain->setWriteText(writeStatusText(m_engine->lastWrite(), tran),
+                            writeStatusDetails(m_engine->lastWrite(), tran));
+}
+
+void frmMain::tellWriteDetails()
+{
+    m_questions->showMessage(writeStatusDetails(m_engine->lastWrite(), m_program.library().translation()),
+                             MessageStyle::kExclamation);
+}
+
 void frmMain::showGridOrHint()
 {
     const int items = static_cast<int>(m_clsKX.items().size());
@@ -289,7 +463,8 @@ void frmMain::showGridOrHint()
                                   m_program.library().translation());
     m_hint->setText(hint);
     m_pages->setCurrentWidget(hint.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
-    m_menus->recv->setEnabled(hint.isEmpty());
+    for (QAction* action : {m_menus->recv, m_menus->send, m_menus->open, m_menus->save, m_menus->paste})
+        action->setEnabled(hint.isEmpty());
 }
 
 void frmMain::onLoadEvent(int code, int number, const QString& text)
@@ -319,6 +494,7 @@ void frmMain::closeEvent(QCloseEvent* event)
     m_engine->abort();
     if (m_comSet != nullptr)
         m_comSet->close();
+    m_selections.closeAll();
     saveLastSetting();
     m_program.library().saveFormSize(platform::WidgetPlacement(*this, kFormName));
     event->accept();

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "CellClipboard.h"
+#include "CellEditor.h"
 #include "ComSetOwner.h"
+#include "FileChooser.h"
 #include "GridModel.h"
+#include "MultiSelectOwner.h"
 #include "OptionOwner.h"
+#include "SelectionWindows.h"
 #include "TransferEngine.h"
 #include "clsKX.h"
 #include "uclComm.h"
@@ -35,7 +40,12 @@ class vaSpread;
 //
 // Constructing it restores the last model's grid; start(), once the window is shown, asks for the communication
 // settings where they are needed.
-class frmMain : public QMainWindow, public TransferShell, public ComSetOwner, public OptionOwner
+class frmMain : public QMainWindow,
+                public TransferShell,
+                public ComSetOwner,
+                public OptionOwner,
+                public CellEditorShell,
+                public MultiSelectOwner
 {
     Q_OBJECT
 
@@ -52,9 +62,25 @@ public:
     // The window in the language in use; rebuilds the grid for the current model.
     void tranForm() override;
     void exitApp() { close(); }
-    QString getOptStr(int lIndex) const { return m_clsKX.getOptStr(lIndex); }
+    QString getOptStr(int lIndex) const { return m_editor->getOptStr(lIndex); }
+    int getDataTempMax() const { return m_editor->getDataTempMax(); }
+    QString getDataTag(int lIndex) const { return m_editor->getDataTag(lIndex); }
+    QString getDataByTag(const QString& sTag) const { return m_editor->getDataByTag(sTag); }
+    void setVData(const QString& sTag, const QString& VData, bool bCheck) override
+    {
+        m_editor->setVData(sTag, VData, bCheck);
+    }
+    void setData(const QString& sTag, const QString& sData, bool bCheck) override
+    {
+        m_editor->setData(sTag, sData, bCheck);
+    }
+    void refreshSpread() { m_editor->refreshSpread(); }
     void getDataFromKX(const std::vector<clsBlock*>* colRefData = nullptr);
+    void setDataToKXAll();
     void ProgCancel(int Index) { m_engine->ProgCancel(Index); }
+    void openDataFile();
+    void saveDataFile();
+    void setFileChooser(const FileChooser& chooser) { m_chooseFile = chooser; }
     // Opens the communication settings once the event at hand has ended, unless the program works off-line.
     void doCommCheck() override { m_timer1.start(); }
     void showOption();
@@ -70,6 +96,11 @@ public:
     QString modelPanel() const override;
     void setConnectedModel(const QString& modelString) override { m_sModel = modelString; }
     void showCommSetting() override;
+
+    bool isBusy() const override { return m_engine->isBusy(); }
+    bool writeOne(const QString& tag) override;
+    bool writeBlock(clsBlock& block, bool readBack) override;
+    void openMultiSelect(clsData& item, const QString& section) override;
 
     uclComm& mainLink() override { return m_uclComm1; }
     int modelNumber() const override { return m_lModelNo; }
@@ -93,6 +124,13 @@ private:
     void showLinkStatus();
     void showReadStatus();
     void showGridOrHint();
+    void showWriteStatus();
+    void tellWriteDetails();
+    void tellLoad();
+    void connectGrid();
+    void showHint();
+    void afterRead();
+    void afterWrite();
     void onLoadEvent(int code, int number, const QString& text);
     bool mayClose();
     void saveLastSetting();
@@ -104,6 +142,9 @@ private:
     uclComm m_uclComm1;
     std::unique_ptr<ProgressDialogView> m_progress;
     std::unique_ptr<TransferEngine> m_engine;
+    std::unique_ptr<CellEditor> m_editor;
+    std::unique_ptr<CellClipboard> m_clipboard;
+    SelectionWindows m_selections;
     std::unique_ptr<MainMenus> m_menus;
     std::unique_ptr<platform::ControlRegistry> m_controls;
     std::unique_ptr<frmOption> m_option;
@@ -123,5 +164,6 @@ private:
     MainState m_eState = MainState::NoConnection;
     QDateTime m_readAt;
     QString m_helpFile;
+    FileChooser m_chooseFile = chooseFile;
     bool m_askBeforeClosing = true;
 };

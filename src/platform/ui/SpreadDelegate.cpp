@@ -1,12 +1,14 @@
 #include "SpreadDelegate.h"
 
+#include "ComboEditor.h"
 #include "PaletteColors.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyleOptionButton>
+
+#include <utility>
 
 namespace platform {
 
@@ -26,11 +28,6 @@ const GridModel& gridOf(const QModelIndex& index)
 const Cell& cellAt(const QModelIndex& index)
 {
     return gridOf(index).cell(index.row() + 1, index.column() + 1);
-}
-
-bool isEntry(const Cell& cell)
-{
-    return !cell.locked && (cell.type == CellType::Edit || cell.type == CellType::ComboBox);
 }
 
 } // namespace
@@ -58,10 +55,10 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         paintButton(painter, option, cell);
     QRect place = option.rect.adjusted(kTextInset, 0, -kTextInset, 0);
     if (cell.type == CellType::ComboBox) {
-        paintComboMark(painter, option);
+        paintComboMark(painter, option, paintColor(cell.backColor));
         place.setRight(place.right() - kComboMarkWidth);
     }
-    if (isEntry(cell))
+    if (cell.takesEntry())
         paintField(painter, option, paintColor(cell.backColor));
     const ColorRef gray = gridOf(index).grayColor();
     painter->setPen(legible(paintColor(cell.locked ? gray : cell.foreColor), paintColor(cell.backColor)));
@@ -71,11 +68,16 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         veil.setAlpha(60);
         painter->fillRect(option.rect, veil);
     }
-    if ((option.state & QStyle::State_HasFocus) != 0) {
-        painter->setPen(QPen(option.palette.color(QPalette::Highlight), 2));
-        painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
-    }
+    if ((option.state & QStyle::State_HasFocus) != 0)
+        paintFocus(painter, option, paintColor(cell.backColor));
     painter->restore();
+}
+
+// Cells have the colours of their definition: the rectangle is told from each of them, on light and dark desktops.
+void SpreadDelegate::paintFocus(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const
+{
+    painter->setPen(QPen(legible(option.palette.color(QPalette::Highlight), back), 2));
+    painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
 }
 
 // One line that fits its cell, which nearly every text does, needs no layout.
@@ -117,36 +119,70 @@ void SpreadDelegate::paintButton(QPainter* painter, const QStyleOptionViewItem& 
     QApplication::style()->drawControl(QStyle::CE_PushButtonBevel, &button, painter);
 }
 
-void SpreadDelegate::paintComboMark(QPainter* painter, const QStyleOptionViewItem& option) const
+void SpreadDelegate::paintComboMark(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const
 {
     QStyleOption mark;
-    mark.rect = QRect(option.rect.right() - kComboMarkWidth, option.rect.top(), kComboMarkWidth, option.rect.height());
-    mark.rect.adjust(3, 3, -3, -3);
+    mark.rect = comboArrow(option.rect).adjusted(3, 3, -3, -3);
     mark.palette = option.palette;
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        mark.palette.setColor(role, legible(option.palette.color(role), back));
     mark.state = QStyle::State_Enabled;
     QApplication::style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &mark, painter);
+}
+
+QRect SpreadDelegate::comboArrow(const QRect& cell)
+{
+    return {cell.right() - kComboMarkWidth, cell.top(), kComboMarkWidth, cell.height()};
 }
 
 QWidget* SpreadDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                       const QModelIndex& index) const
 {
     Q_UNUSED(option);
-    const Cell& cell = cellAt(index);
-    if (cell.type == CellType::ComboBox) {
-        auto* combo = new QComboBox(parent);
-        combo->addItems(cell.comboList);
-        return combo;
-    }
+    m_entry.reset();
+    QWidget* editor =
+        cellAt(index).type == CellType::ComboBox ? createComboEditor(parent, index) : createLineEditor(parent, index);
+    editor->setFont(m_fonts.face(gridOf(index).fontOf(cellAt(index))).font);
+    return editor;
+}
+
+QWidget* SpreadDelegate::createComboEditor(QWidget* parent, const QModelIndex& index) const
+{
+    auto* combo = new ComboEditor(parent);
+    combo->addItems(cellAt(index).comboList);
+    for (int i = 0; i < combo->count(); ++i)
+        combo->setItemData(i, index.data(Qt::TextAlignmentRole), Qt::TextAlignmentRole);
+    auto* self = const_cast<SpreadDelegate*>(this);
+    connect(combo, &ComboEditor::chosen, self, [self, combo] {
+        Q_EMIT self->commitData(combo);
+        Q_EMIT self->closeEditor(combo);
+    });
+    connect(combo, &ComboEditor::dismissed, self,
+            [self, combo] { Q_EMIT self->closeEditor(combo, QAbstractItemDelegate::RevertModelCache); });
+    return combo;
+}
+
+QWidget* SpreadDelegate::createLineEditor(QWidget* parent, const QModelIndex& index) const
+{
+    constexpr int kOwnMargin = 2; // of a line edit, beside the margins that it is given
     auto* edit = new QLineEdit(parent);
-    edit->setFont(m_fonts.face(gridOf(index).fontOf(cell)).font);
+    edit->setFrame(false);
+    edit->setTextMargins(kTextInset - kOwnMargin, 0, kTextInset - kOwnMargin, 0);
     edit->setAlignment(static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()));
     return edit;
+}
+
+void SpreadDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                          const QModelIndex& index) const
+{
+    Q_UNUSED(index);
+    editor->setGeometry(option.rect);
 }
 
 void SpreadDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
     const Cell& cell = cellAt(index);
-    if (auto* combo = qobject_cast<QComboBox*>(editor))
+    if (auto* combo = qobject_cast<ComboEditor*>(editor))
         combo->setCurrentIndex(combo->findText(cell.text));
     else if (auto* edit = qobject_cast<QLineEdit*>(editor))
         edit->setText(cell.text);
@@ -156,12 +192,20 @@ void SpreadDelegate::setEditorData(QWidget* editor, const QModelIndex& index) co
 void SpreadDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
     Q_UNUSED(model);
-    auto* self = const_cast<SpreadDelegate*>(this);
-    auto* combo = qobject_cast<QComboBox*>(editor);
+    const auto* combo = qobject_cast<ComboEditor*>(editor);
     if (combo != nullptr && combo->currentIndex() != combo->findText(cellAt(index).text))
-        Q_EMIT self->choiceMade(index.column() + 1, index.row() + 1, combo->currentIndex());
+        m_entry = {index.column() + 1, index.row() + 1, combo->currentText(), combo->currentIndex()};
     else if (auto* edit = qobject_cast<QLineEdit*>(editor); edit != nullptr && edit->isModified())
-        Q_EMIT self->textEntered(index.column() + 1, index.row() + 1, edit->text());
+        m_entry = {index.column() + 1, index.row() + 1, edit->text(), -1};
+}
+
+void SpreadDelegate::tellEntry()
+{
+    const std::optional<Entry> entry = std::exchange(m_entry, std::nullopt);
+    if (entry && entry->choice >= 0)
+        Q_EMIT choiceMade(entry->col, entry->row, entry->choice);
+    else if (entry)
+        Q_EMIT textEntered(entry->col, entry->row, entry->text);
 }
 
 } // namespace platform

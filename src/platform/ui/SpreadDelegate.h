@@ -5,6 +5,8 @@
 
 #include <QStyledItemDelegate>
 
+#include <optional>
+
 namespace platform {
 
 // Real font metrics for the sizes that a model asks for. The fonts are kept, not owned.
@@ -20,7 +22,9 @@ private:
     GridFonts& m_fonts;
 };
 
-// Paints and edits the cells of a GridModel: edit, static text, button, combo box.
+// Paints and edits the cells of a GridModel: edit, static text, button, combo box. What was entered is kept until the
+// view has closed the editor and calls tellEntry: those who hear of it may ask the user something, or load another
+// model.
 class SpreadDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -32,19 +36,36 @@ public:
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const override;
+
+    void tellEntry(); // once for each entry; nothing when nothing was entered
+    static QRect comboArrow(const QRect& cell);
 
 Q_SIGNALS:
     void textEntered(int col, int row, const QString& text);
     void choiceMade(int col, int row, int choice);
 
 private:
+    struct Entry
+    {
+        int col;
+        int row;
+        QString text;
+        int choice; // of a combo box; -1: text was entered
+    };
+
+    QWidget* createComboEditor(QWidget* parent, const QModelIndex& index) const;
+    QWidget* createLineEditor(QWidget* parent, const QModelIndex& index) const;
+    void paintFocus(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
     void paintText(QPainter* painter, const QRect& place, Qt::Alignment align, const Cell& cell,
                    const GridFonts::Face& face) const;
     void paintField(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
     void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const;
-    void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option) const;
+    void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
 
     GridFonts& m_fonts;
+    mutable std::optional<Entry> m_entry; // Qt asks for an editor's content by const functions
 };
 
 } // namespace platform

@@ -3,7 +3,6 @@
 #include "PaletteColors.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -35,6 +34,12 @@ vaSpread::vaSpread(QWidget* parent) : QTableView(parent)
     horizontalHeader()->setMinimumSectionSize(0);
     verticalHeader()->setMinimumSectionSize(0);
     setAccessibleName(QStringLiteral("Parameters"));
+    // A window that waits for a dialog keeps its grid as it is.
+    QPalette colors = palette();
+    colors.setBrush(QPalette::Disabled, QPalette::Base, colors.brush(QPalette::Active, QPalette::Base));
+    setPalette(colors);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this](int section, int, int size) { onSectionResized(section, size); });
     connect(this, &QTableView::clicked, this, &vaSpread::onClicked);
     connect(this, &QTableView::doubleClicked, this,
             [this](const QModelIndex& index) { Q_EMIT dblClick(index.column() + 1, index.row() + 1); });
@@ -73,10 +78,12 @@ void vaSpread::setSelectionColors(ColorRef back, ColorRef fore)
 
 void vaSpread::applySizes()
 {
+    m_isSizing = true;
     for (int col = 1; col <= m_grid->maxCols(); ++col)
         setColumnWidth(col - 1, pixels(m_grid->colWidth(col) * m_fonts.pixelsPerUnit()));
     for (int row = 1; row <= m_grid->maxRows(); ++row)
         setRowHeight(row - 1, pixels(m_grid->rowHeight(row) * pixelsPerPoint()));
+    m_isSizing = false;
     viewport()->update();
 }
 
@@ -113,23 +120,16 @@ void vaSpread::paintFrames(QPainter& painter) const
     }
 }
 
-void vaSpread::onClicked(const QModelIndex& index)
+void vaSpread::showColHeaders()
 {
-    const Cell& cell = m_grid->cell(index.row() + 1, index.column() + 1);
-    if (cell.type == CellType::Button && !cell.locked)
-        Q_EMIT buttonClicked(index.column() + 1, index.row() + 1);
+    horizontalHeader()->setVisible(true);
+    horizontalHeader()->setHighlightSections(false);
 }
 
-void vaSpread::keyPressEvent(QKeyEvent* event)
+void vaSpread::onSectionResized(int section, int pixelWidth)
 {
-    const bool opensCombo =
-        event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && (event->modifiers() & Qt::AltModifier) != 0);
-    if (event->key() == Qt::Key_Space && currentIndex().isValid())
-        onClicked(currentIndex());
-    else if (opensCombo && currentIndex().isValid())
-        edit(currentIndex());
-    else
-        QTableView::keyPressEvent(event);
+    if (!m_isSizing && m_grid != nullptr)
+        m_grid->setColWidth(section + 1, pixelWidth / m_fonts.pixelsPerUnit());
 }
 
 } // namespace platform

@@ -5,9 +5,14 @@
 
 #include <QTableView>
 
+#include <optional>
+
 namespace platform {
 
 // The parameter grid as a widget: shows a GridModel and tells what a person does in it. It changes no cell by itself.
+//
+// Keys: typing or F2 edits a cell, Enter and Tab take the entry and go to the next cell that can be edited, Escape
+// leaves it as it was; F4, Alt+Down and a click on the arrow open the list of a combo box; Space presses a button.
 class vaSpread : public QTableView
 {
     Q_OBJECT
@@ -21,14 +26,33 @@ public:
     void setSelectionColors(ColorRef back, ColorRef fore);
     // Pale while the cells hold something else than what they are there for.
     void setPale(bool pale);
+    // Shows the column headers, by which a person changes the widths of the columns.
+    void showColHeaders();
+    void setCurrentCell(int col, int row); // a cell outside the grid changes nothing
 
 Q_SIGNALS:
     void editChanged(int col, int row, const QString& text);
     void comboSelChange(int col, int row, int choice);
     void buttonClicked(int col, int row);
     void dblClick(int col, int row);
+    void enterPressed(int col, int row); // on a cell that is not being edited
+    void currentCellChanged(int col, int row);
+    void copyRequested(const platform::CellRange& range);
+    void pasteRequested(int col, int row, const QString& text);
+
+public Q_SLOTS:
+    void requestCopy();  // what is selected
+    void requestPaste(); // the text of the clipboard, at the first of the selected cells
 
 protected:
+    using QTableView::edit;
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -36,9 +60,19 @@ private:
     void applySizes();
     void paintFrames(QPainter& painter) const;
     void onClicked(const QModelIndex& index);
+    void onSectionResized(int section, int pixelWidth);
+    bool takeKey(const QKeyEvent& event, const QModelIndex& at);
+    bool pressButton(const QModelIndex& index);
+    bool openList(const QModelIndex& index);
+    void showList(const QModelIndex& index);
+    QModelIndex indexOf(const std::optional<CellPlace>& place) const;
+    std::optional<CellRange> selectedRange() const;
 
     GridModel* m_grid = nullptr;
     bool m_pale = false;
+    bool m_isSizing = false;
+    bool m_opensListOnRelease = false;
+    QPoint m_pressedAt;
     GridFonts m_fonts;
     SpreadDelegate m_delegate{m_fonts};
     WidgetTextMeasure m_measure{m_fonts};

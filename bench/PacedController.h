@@ -1,0 +1,138 @@
+#pragma once
+
+#include "ModelCatalogue.h"
+#include "ProgramContext.h"
+#include "SimulatedController.h"
+#include "SimulatorLine.h"
+#include "TransferEngine.h"
+#include "uclComm.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include <cstdio>
+#include <memory>
+#include <semaphore>
+
+// A simulated KX410 at the pace of a real wire, and a program connected to it: what the measures of whole transfers
+// share.
+namespace paced {
+
+constexpr double kBitsPerByte = 10;
+inline const QString kModelString = QStringLiteral("KX41000000-10A");
+
+class Shell : public MessagePresenter, public ProgressView, public TransferShell
+{
+public:
+    explicit Shell(int mode) : m_mode(mode) {}
+    int present(const Message& message) override
+    {
+        std::fprintf(stderr, "%s\n", qPrintable(message.prompt));
+        return MessageResult::kOk;
+    }
+    void open(int, const QString&, const QString&, bool, bool) override {}
+    void setPosition(int) override {}
+    void setText(const QString&) override {}
+    void close() override {}
+    MainState state() const override { return m_state; }
+    void setState(MainState state) override { m_state = state; }
+    int slaveAddress() const override { return 1; }
+    int transmissionMode() const override { return m_mode; }
+    QString modelPanel() const override { return kModelString; }
+    void setConnectedModel(const QString&) override {}
+    void showCommSetting() override {}
+
+private:
+    int m_mode;
+    MainState m_state = MainState::Confirmed;
+};
+
+inline platform::Folders scratchFolders(const QString& root)
+{
+    QDir().mkpath(root + QStringLiteral("/program/ini"));
+    QDir().mkpath(root + QStringLiteral("/config"));
+    const QDir data(QStringLiteral(VORLANT_DATA_DIR "/ini"));
+    for (const QString& name : data.entryList(QDir::Files))
+        QFile::copy(data.filePath(name), root + QStringLiteral("/program/ini/") + name);
+    return platform::Folders(platform::PathMap(), root + QStringLiteral("/program"), root + QStringLiteral("/config"));
+}
+
+// The controller in a thread of its own, as it is outside the PC.
+class ControllerThread : public QThread
+{
+public:
+    ControllerThread(const QString& root, int mode, int pace) : m_root(root), m_mode(mode), m_pace(pace) {}
+    QString device() // blocks until the terminal is open
+    {
+        m_ready.acquire();
+        return m_device;
+    }
+
+protected:
+    void run() override
+    {
+        const platform::SystemColors colors;
+        ProgramContext program(platform::PathMap(), scratchFolders(m_root), QProcessEnvironment(), colors);
+        ModelCatalogue(program.library()).ensureBuiltIn();
+        SimulatedController controller(program.library(), 1, kModelString, 1, m_mode);
+        SimulatorLine line(controller, Faults(), m_pace, program.clock());
+        line.openTerminal();
+        m_device = line.path();
+        m_ready.release();
+        exec();
+    }
+
+private:
+    QString m_root;
+    int m_mode;
+    int m_pace;
+    QString m_device;
+    std::binary_semaphore m_ready{0};
+};
+
+// Controller and program, connected; mode 0 RTU, 1 ASCII.
+class Connection
+{
+public:
+    Connection(int mode, int pace)
+        : m_controller(m_controllerDir.path(), mode, pace),
+          program(platform::PathMap(), scratchFolders(m_dir.path()), QProcessEnvironment(), m_colors),
+          kx(program.library()), link(program.ports(), program.clock()), m_shell(mode)
+    {
+        m_controller.start();
+        program.ports().assign(1, m_controller.device());
+        ModelCatalogue(program.library()).ensureBuiltIn();
+        kx.setSpread(&m_grid);
+        kx.load(1, &program.library(), kModelString);
+        link.init(1, &program.library());
+        engine = std::make_unique<TransferEngine>(
+            TransferEngine::Parts{kx, link, program.settings(), program.traceLog(), m_shell, m_shell, m_shell});
+    }
+    ~Connection()
+    {
+        m_controller.quit();
+        m_controller.wait();
+    }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+private:
+    QTemporaryDir m_controllerDir;
+    QTemporaryDir m_dir;
+    platform::SystemColors m_colors;
+    platform::GridModel m_grid;
+    ControllerThread m_controller;
+
+public:
+    ProgramContext program;
+    clsKX kx;
+    uclComm link;
+    std::unique_ptr<TransferEngine> engine;
+
+private:
+    Shell m_shell;
+};
+
+} // namespace paced

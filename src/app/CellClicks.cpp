@@ -1,0 +1,127 @@
+#include "CellClicks.h"
+
+#include "CellEditor.h"
+#include "Comparison.h"
+#include "MessagePresenter.h"
+#include "clsCfg.h"
+#include "clsKX.h"
+#include "clsLibrary.h"
+
+namespace {
+
+const QString kUnitTag = QStringLiteral("SWQCF");
+const QString kRangeTag = QStringLiteral("PQRNO");
+constexpr int kYesNoCritical = MessageStyle::kYesNo + MessageStyle::kCritical;
+
+} // namespace
+
+CellClicks::CellClicks(CellEditor& editor, Interlocks& interlocks, CellEditorShell& shell)
+    : m_editor(editor), m_interlocks(interlocks), m_shell(shell), m_kx(editor.model())
+{}
+
+QString CellClicks::translated(const char* text) const
+{
+    return m_kx.library().tranStr(QString::fromLatin1(text));
+}
+
+bool CellClicks::isUpToDate()
+{
+    if (m_shell.state() == MainState::UpToDate)
+        return true;
+    m_editor.tell(translated("Please acquire the up-to-date data from the equipment."), MessageStyle::kCritical);
+    return false;
+}
+
+bool CellClicks::confirm(bool isAsked)
+{
+    return !isAsked || m_editor.tell(translated("This Parameter change sure?"), kYesNoCritical) != MessageResult::kNo;
+}
+
+void CellClicks::clickCell(int col, int row)
+{
+    if (m_shell.isBusy() || !isUpToDate())
+        return;
+    clsData* item = m_kx.getDataByRC(row, col);
+    const CellEditor::Action action(m_editor);
+    if (item != nullptr)
+        clickItem(*item, col, row);
+    else
+        clickBlock(m_kx.getBlockByRC(row, col), col, row, true);
+}
+
+void CellClicks::clickItem(clsData& item, int col, int row)
+{
+    if (!m_editor.isOpen(item))
+        return;
+    m_editor.logItem(item, QStringLiteral("Click"));
+    const clsCfg* settings = m_kx.library().context().settings;
+    const bool isUnit = item.Key() == kUnitTag;
+    if (!confirm(isUnit && settings != nullptr && settings->m_bViewUnitConf))
+        return;
+    if (item.CellType() == platform::CellType::Button)
+        switchBit(item);
+    if (isUnit)
+        writeUnit(item, col, row);
+    else
+        clickBlock(m_kx.getBlockByRC(row, col), col, row, false);
+}
+
+void CellClicks::switchBit(clsData& item)
+{
+    const bool isOn = holds(item.Data(), QStringLiteral("="), QString::number(item.BitOn()));
+    item.setData(QString::number(isOn ? item.BitOff() : item.BitOn()));
+    m_kx.refreshCell(item);
+}
+
+// Every temperature of the controller depends on the unit: it goes out at once, with the input range behind it, which
+// puts it in force. Off-line the range is chosen again from the table of the new unit.
+void CellClicks::writeUnit(const clsData& item, int col, int row)
+{
+    m_interlocks.switchUnit(item);
+    const clsCfg* settings = m_kx.library().context().settings;
+    if (settings != nullptr && settings->m_bComm) {
+        if (const clsData* range = m_kx.getDataByTag(kRangeTag))
+            openSelect(range->Col(), range->Row());
+        return;
+    }
+    clickBlock(m_kx.getBlockByNo(item.BlockNo()), col, row, false);
+    m_editor.noteSent(m_shell.writeOne(kRangeTag));
+}
+
+void CellClicks::clickBlock(clsBlock* block, int col, int row, bool readBack)
+{
+    if (block == nullptr)
+        return;
+    m_editor.logEvent(QStringLiteral("%1[%2-%3]=%4BlockClick").arg(block->m_sName).arg(col).arg(row).arg(block->m_lNo));
+    if (m_kx.spread() != nullptr && m_kx.getDataByRC(row, col) == nullptr)
+        m_kx.spread()->setValue(row, col, 0);
+    m_editor.noteSent(m_shell.writeBlock(*block, readBack));
+}
+
+void CellClicks::openSelect(int col, int row)
+{
+    clsData* item = m_kx.getDataByRC(row, col);
+    if (item == nullptr || !item->checkMulti() || !m_editor.isOpen(*item) || m_shell.isBusy() || !isUpToDate())
+        return;
+    const CellEditor::Action action(m_editor);
+    if (item->doMultiSelect()) {
+        m_editor.logItem(*item, QStringLiteral("MultiSelectOpen"));
+        m_shell.openMultiSelect(*item, item->Section());
+    } else if (item->doInputSelect()) {
+        openInput(*item);
+    }
+}
+
+void CellClicks::openInput(clsData& item)
+{
+    const clsData* unit = m_kx.getDataByTag(kUnitTag);
+    const QString value = unit == nullptr ? QStringLiteral("0") : unit->Data();
+    const bool isCelsius = holds(value, QStringLiteral("="), QStringLiteral("0"));
+    if (!isCelsius && !holds(value, QStringLiteral("="), QStringLiteral("1")))
+        return;
+    const clsCfg* settings = m_kx.library().context().settings;
+    if (!confirm(settings != nullptr && settings->m_bViewInputConf))
+        return;
+    m_editor.logItem(item, isCelsius ? QStringLiteral("InputSelectCOpen") : QStringLiteral("InputSelectKOpen"));
+    m_shell.openMultiSelect(item, isCelsius ? item.ICSection() : item.IKSection());
+}

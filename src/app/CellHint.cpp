@@ -1,0 +1,61 @@
+#include "CellHint.h"
+
+#include "LimitCheck.h"
+#include "clsKX.h"
+
+namespace {
+
+QString nameOf(const clsData& item, const TranslateText& tran)
+{
+    return item.DataName().isEmpty() ? item.Key() : tran(item.DataName());
+}
+
+QString limitsOf(const clsData& item, const clsKX& kx, const TranslateText& tran)
+{
+    return LimitCheck::of(item, kx).text(u' ' + nameOf(item, tran) + u' ');
+}
+
+// The input range, the alarm type and the family lock parameters that have no meaning with them.
+QString lockReason(const clsData& item, const TranslateText& tran)
+{
+    const QString tag = item.Key();
+    if (tag == u"VQLIL" || tag == u"VQLIH" || tag == u"SVDOT")
+        return tran(QStringLiteral("%1: locked, the input range fixes it"));
+    if (tag == u"SWQCF")
+        return tran(QStringLiteral("%1: locked, a voltage or current input has no temperature unit"));
+    return tran(QStringLiteral("%1: locked, the alarm type does not use it"));
+}
+
+QString meaningOf(const clsData& item, const clsKX& kx, const TranslateText& tran)
+{
+    const QString choices = tran(QStringLiteral("%1: %2"));
+    switch (item.MType()) {
+    case ItemType::Data:
+        return item.showsStoredText() ? nameOf(item, tran) : limitsOf(item, kx, tran);
+    case ItemType::Combo:
+        return choices.arg(nameOf(item, tran), item.ComboString().split(u'\t').join(QStringLiteral(" / ")));
+    case ItemType::Bit:
+        return choices.arg(nameOf(item, tran), tran(item.BitOnCap()) + QStringLiteral(" / ") + tran(item.BitOffCap()));
+    case ItemType::Multi:
+    case ItemType::Input:
+        return tran(QStringLiteral("%1: double-click or press Enter to choose")).arg(nameOf(item, tran));
+    case ItemType::String:
+        break;
+    }
+    return nameOf(item, tran);
+}
+
+} // namespace
+
+QString cellHint(const clsKX& kx, int col, int row, const TranslateText& tran)
+{
+    const clsData* item = kx.getDataByRC(row, col);
+    if (item == nullptr || kx.spread() == nullptr)
+        return {};
+    const platform::Cell& cell = kx.spread()->cell(row, col);
+    if (cell.readOnly || item->MType() == ItemType::String)
+        return tran(QStringLiteral("%1: shown only, cannot be changed")).arg(nameOf(*item, tran));
+    if (cell.locked)
+        return lockReason(*item, tran).arg(nameOf(*item, tran));
+    return meaningOf(*item, kx, tran);
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "GridModel.h"
+#include "clsData.h"
+
+#include <vector>
+
+class clsKX;
+
+// The edits since the last read, load or write, as steps of one user action each: everything that the action and its
+// interlocks changed, items with and without a cell, their cells and the unit switch.
+//
+// begin before an action, finish after it; undo and redo outside of one. A step refers to the items of the model that
+// is loaded: clear before they go.
+class EditHistory
+{
+public:
+    static constexpr size_t kMaxSteps = 1000;
+
+    explicit EditHistory(clsKX& kx) : m_kx(kx) {}
+
+    void begin();
+    std::vector<const clsData*> changed() const; // items whose stored value is no longer that of begin
+    void finish(bool keep);                      // keep false: the step can never be undone
+
+    bool canUndo() const { return m_next > 0; }
+    bool canRedo() const { return m_next < m_steps.size(); }
+    void undo();
+    void redo();
+    void clear();
+
+private:
+    struct Snapshot
+    {
+        clsData* item = nullptr;
+        ItemState state;
+        platform::Cell cell;
+    };
+    struct Change
+    {
+        Snapshot before;
+        Snapshot after;
+    };
+    struct Step
+    {
+        std::vector<Change> changes;
+        int unitBefore = 0;
+        int unitAfter = 0;
+    };
+
+    Snapshot take(clsData& item) const;
+    bool isSame(const Snapshot& snapshot) const;
+    void put(const Snapshot& snapshot);
+
+    clsKX& m_kx;
+    std::vector<Snapshot> m_before;
+    int m_unitBefore = 0;
+    std::vector<Step> m_steps;
+    size_t m_next = 0; // steps from here on are undone
+};

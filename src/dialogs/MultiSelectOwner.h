@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+// What a selection needs of the window that opened it: a value set by tag, as if it had been entered.
+class MultiSelectOwner
+{
+public:
+    virtual ~MultiSelectOwner() = default;
+    // The stored value. check: with the limits and interlocks of the parameter.
+    virtual void setData(const QString& sTag, const QString& sData, bool bCheck) = 0;
+    // The display value.
+    virtual void setVData(const QString& sTag, const QString& VData, bool bCheck) = 0;
+};

@@ -1,0 +1,30 @@
+#include "SelectionWindows.h"
+
+SelectionWindows::~SelectionWindows()
+{
+    for (const auto& window : std::as_const(m_windows))
+        delete window;
+}
+
+void SelectionWindows::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+{
+    m_errorLog = objErrLog;
+    m_traceLog = objTrcLog;
+}
+
+bool SelectionWindows::open(const SelectedItem& item, const QString& table, QWidget* frmOwner, bool bDisable)
+{
+    QPointer<frmMultiSelect>& window = m_windows[table.toLower()]; // section names have no case
+    if (window.isNull())
+        window = new frmMultiSelect(m_library, m_operations, table, frmOwner);
+    window->Logs(m_errorLog, m_traceLog);
+    return window->showModeless(item, frmOwner, bDisable);
+}
+
+void SelectionWindows::closeAll()
+{
+    for (const auto& window : std::as_const(m_windows)) {
+        if (!window.isNull())
+            window->reject();
+    }
+}

@@ -1,0 +1,272 @@
+#include "Comparison.h"
+#include "EditorFixture.h"
+
+#include <QSignalSpy>
+
+namespace {
+
+TEST(Comparison, ComparesInSinglePrecision)
+{
+    struct
+    {
+        const char* left;
+        const char* sign;
+        const char* right;
+        bool holds;
+    } const rows[] = {
+        {"1", "=", "1.0", true},   {"1", "<>", "1.0", false},
+        {"1", "<>", "2", true},    {"1", "<", "1", false},
+        {"1", "<", "2", true},     {"1", "<=", "1", true},
+        {"1", "=<", "1", true},    {"2", "=<", "1", false},
+        {"1", ">", "1", false},    {"2", ">", "1", true},
+        {"1", ">=", "1", true},    {"1", "=>", "1", true},
+        {"1", "=>", "2", false},   {"10", "<", "9", false},
+        {"-2", "<", "-1", true},   {"16777217", "=", "16777216", true},
+        {"x", "<>", "1", false},   {"1", "<>", "", false},
+        {"1", "", "1", false},     {"1", "==", "1", false},
+        {"1e39", ">", "1", false},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(holds(QLatin1String(row.left), QLatin1String(row.sign), QLatin1String(row.right)), row.holds)
+            << row.left << row.sign << row.right;
+}
+
+class Editor : public EditorFixture
+{};
+
+// Limits, signs and names as a definition may give them; what is told about a value that is refused.
+TEST_F(Editor, HoldsEntriesAgainstLimits)
+{
+    struct
+    {
+        const char* info; // decimals, lower, upper, signs
+        const char* keys;
+        const char* typed;
+        const char* told; // empty: taken
+    } const rows[] = {
+        {"0,0,1300,<=,<=", "Name=X", "1301", "It is outside the setting range.[ 0 <= ( X ) <= 1300 ]"},
+        {"0,0,1300,<,<", "", "0", "It is outside the setting range.[ 0 < InputRange < 1300 ]"},
+        {"0,0,1300,<=,<=", "", "0", ""},
+        {"0,0,1300,=<,<=", "", "0", ""},
+        {"0,0,1300,<=,<", "", "1300", "It is outside the setting range.[ 0 <= InputRange < 1300 ]"},
+        {"0,0,1300,<=,<=", "", "1300", ""},
+        {"0,0,1300,<=,?", "", "5", "It is outside the setting range.[ 0 <= InputRange ? 1300 ]"},
+        {"0,TAGOTHER,1300,<=,<=", "", "49", "It is outside the setting range.[ 50 <= InputRange <= 1300 ]"},
+        {"0,tagOTHER,1300,<=,<=", "", "50", ""},
+        {"0,TAGNONE,1300,<=,<=", "", "5", "It is outside the setting range.[  <= InputRange <= 1300 ]"},
+        {"0,TAG,1300,<=,<=", "", "5", "It is outside the setting range.[ TAG <= InputRange <= 1300 ]"},
+        {"1,0,1300,<=,<=", "", "12,5", ""},
+        {"1,0,1300,<=,<=", "", "0.5.5", "It is outside the setting range.[ 0 <= InputRange <= 1300 ]"},
+    };
+    for (const auto& row : rows) {
+        record.texts.clear();
+        record.messages.clear();
+        screen({QStringLiteral("A|Data|7|%1|%2").arg(QLatin1String(row.info), QLatin1String(row.keys)),
+                QStringLiteral("OTHER|Data|50|0,0,99,<=,<=")});
+        const QString before = cell(QStringLiteral("A")).text;
+        const bool taken = enter(QStringLiteral("A=") + QLatin1String(row.typed));
+        EXPECT_EQ(taken, *row.told == '\0') << row.info << row.typed;
+        EXPECT_EQ(record.texts.join(u'\n').toStdString(), row.told);
+        EXPECT_EQ(item(QStringLiteral("A")).Data() == u"7", !taken);
+        EXPECT_EQ(cell(QStringLiteral("A")).text, taken ? item(QStringLiteral("A")).VData() : before);
+        if (!taken) {
+            EXPECT_EQ(record.messages[0].style, MessageStyle::kInformation);
+            EXPECT_EQ(record.messages[0].title, u"KX");
+        }
+    }
+}
+
+TEST_F(Editor, TellsInTheUsersLanguage)
+{
+    put(QStringLiteral("C:\\Vorlant\\Lang\\T.txt"),
+        "[JPN]\nIt is outside the setting range.=AUSSEN\nX=NAME\n[Lang]\nIt is outside the setting "
+        "range.=AUSSEN\nX=NAME\n");
+    box.context.languageFile = QStringLiteral("T.txt");
+    screen({QStringLiteral("A|Data|7|0,0,9,<=,<=|Name=X")});
+    enter(QStringLiteral("A=10"));
+    ASSERT_EQ(record.texts.size(), 1);
+    EXPECT_EQ(record.texts[0], library.tranStr(QStringLiteral("It is outside the setting range.")) +
+                                   QStringLiteral("[ 0 <= ( ") + library.tranStr(QStringLiteral("X")) +
+                                   QStringLiteral(" ) <= 9 ]"));
+}
+
+TEST_F(Editor, ClosedCellsTakeNothing)
+{
+    screen({QStringLiteral("LOCKED|Data|7"), QStringLiteral("NOWRITE|Data|7||CommWriteSection="),
+            QStringLiteral("NOIMAGE|Data|7||CommWriteSection=Other"),
+            QStringLiteral("CHOICE|Combo|0||ComboStrings=avbTabb\nComboDatas=0vbTab1\nCommWriteSection="),
+            QStringLiteral("TEXT|String|7"), QStringLiteral("OPEN|Data|7")});
+    grid.setLocked(1, 1, true);
+    const Everything before = everything();
+    for (const char* entry : {"LOCKED=5", "NOWRITE=5", "NOIMAGE=5", "CHOICE#1"})
+        EXPECT_FALSE(enter(QLatin1String(entry))) << entry;
+    EXPECT_FALSE(editor.checkCell(9, 9, true));
+    EXPECT_TRUE(everything() == before);
+    EXPECT_TRUE(record.texts.isEmpty());
+    EXPECT_FALSE(editor.canUndo());
+    EXPECT_FALSE(grid.flags(grid.index(1, 0)).testFlag(Qt::ItemIsEditable)) << "not even by a double click";
+    EXPECT_TRUE(grid.flags(grid.index(5, 0)).testFlag(Qt::ItemIsEditable));
+}
+
+TEST_F(Editor, WritesEventLines)
+{
+    screen({QStringLiteral("A|Data|70|1,0,99,<=,<="),
+            QStringLiteral("C|Combo|0||ComboStrings=avbTabb\nComboDatas=0vbTab1")});
+    enter(QStringLiteral("A=5"));
+    enter(QStringLiteral("A=100"));
+    enter(QStringLiteral("C#1"));
+    editor.setComboDropped(true);
+    EXPECT_FALSE(enter(QStringLiteral("C#0"))) << "the list is still open";
+    editor.setComboDropped(false);
+    EXPECT_EQ(logged("Event.log"), QStringList({QStringLiteral("A[1-1]=70Change"), QStringLiteral("A[1-1]=50Change"),
+                                                QStringLiteral("C[1-2]=0Change"), QStringLiteral("C[1-2]=1Changed")}));
+    EXPECT_EQ(shown(QStringLiteral("A C")), "A=5.0 C=b");
+    EXPECT_EQ(marked(), "A C");
+}
+
+// The choice that a cell shows is taken over; a cell that shows none takes the item's.
+TEST_F(Editor, ComboCellsAreCheckedByTheirText)
+{
+    screen({QStringLiteral("C|Combo|7||ComboStrings=avbTabbvbTabb\nComboDatas=5vbTab6vbTab7")});
+    struct
+    {
+        const char* text;
+        const char* stored;
+    } const rows[] = {{"b", "7"}, {"a", "5"}, {"", "5"}, {"other", "5"}};
+    for (const auto& row : rows) {
+        grid.setText(1, 1, QLatin1String(row.text));
+        editor.checkCell(1, 1);
+        EXPECT_EQ(item(QStringLiteral("C")).Data(), QLatin1String(row.stored)) << row.text;
+        EXPECT_EQ(cell(QStringLiteral("C")).text, item(QStringLiteral("C")).VData());
+    }
+}
+
+TEST_F(Editor, SetsByTag)
+{
+    screen({QStringLiteral("ABC3|Data|1|1,0,9,<=,<="), QStringLiteral("DEF10|Data|1|0,0,9,<=,<="),
+            QStringLiteral("HID|Data|1|0,0,9,<=,<=|Option=0=KX41\nVisible=False"),
+            QStringLiteral("C|Combo|0||ComboStrings=avbTabb\nComboDatas=0vbTab1")});
+    editor.setData(QStringLiteral("ABC"), QStringLiteral("25"), false);
+    editor.setData(QStringLiteral("DEF"), QStringLiteral("5"), false);
+    editor.setData(QStringLiteral("HID"), QStringLiteral("5"), true);
+    editor.setData(QStringLiteral("C"), QStringLiteral("1"), true);
+    EXPECT_EQ(shown(QStringLiteral("ABC3 DEF10 HID C")), "ABC3=2.5 DEF10=1 HID=5 C=b");
+    EXPECT_EQ(marked(), "ABC3 C HID");
+    editor.setData(QStringLiteral("ABC3"), QStringLiteral("91"), true);
+    EXPECT_EQ(shown(QStringLiteral("ABC3")), "ABC3=2.5") << "what the check refuses is put back";
+    editor.setVData(QStringLiteral("ABC3"), QStringLiteral("9.1"), true);
+    EXPECT_EQ(shown(QStringLiteral("ABC3")), "ABC3=2.5");
+    EXPECT_EQ(record.texts.size(), 2);
+    editor.setVData(QStringLiteral("ABC3"), QStringLiteral("9.1"), false);
+    EXPECT_EQ(shown(QStringLiteral("ABC3")), "ABC3=9.1") << "not checked";
+    EXPECT_EQ(editor.getDataByTag(QStringLiteral("ABC3")), u"91");
+    EXPECT_EQ(editor.getDataByTag(QStringLiteral("NONE")), QString());
+    EXPECT_EQ(editor.getDataTempMax(), 4);
+    EXPECT_EQ(editor.getDataTag(2), u"DEF10");
+    EXPECT_TRUE(shell.calls.isEmpty());
+}
+
+TEST_F(Editor, TellsOptions)
+{
+    kx.setModel(QStringLiteral("KX410ABCDE--XYZ"));
+    struct
+    {
+        int index;
+        const char* text;
+    } const rows[] = {{-1, "KX4"}, {0, "KX41"}, {1, "0"}, {5, "D"}, {6, "-"}, {8, "Y"}, {9, ""}, {-2, ""}};
+    for (const auto& row : rows)
+        EXPECT_EQ(editor.getOptStr(row.index), QLatin1String(row.text)) << row.index;
+}
+
+// The input range goes out at once; what has gone out cannot be undone.
+TEST_F(Editor, SendsTheInputRange)
+{
+    shipped(QStringLiteral("KX410"));
+    for (const bool sends : {false, true}) {
+        shell.calls.clear();
+        shell.sends = sends;
+        const QString limitBefore = item(QStringLiteral("RANGEH")).Data();
+        editor.setData(QStringLiteral("PQRNO"), sends ? QStringLiteral("1") : QStringLiteral("20"), false);
+        EXPECT_EQ(shell.calls.join(u','), u"one PQRNO");
+        EXPECT_EQ(cell(QStringLiteral("VQLIL")).locked, sends) << "locks follow the range";
+        EXPECT_EQ(editor.canUndo(), !sends);
+        editor.undo();
+        EXPECT_EQ(item(QStringLiteral("RANGEH")).Data() == limitBefore, !sends) << "items without a cell come back too";
+    }
+}
+
+class History : public EditorFixture
+{};
+
+TEST_F(History, GoesBackAndForthInSteps)
+{
+    shipped(QStringLiteral("KX410"));
+    start(QStringLiteral("PQRNO=20 SVDOT=1 VQLIL=0 VQLIH=1000 VQSVL=0 VQSVH=1000 VQSV1=500 VQSV2=900"));
+    const QStringList entries{QStringLiteral("VQLIH=-50"), QStringLiteral("SVDOT#2"), QStringLiteral("PIDONOF#1"),
+                              QStringLiteral("VQLIL=20"), QStringLiteral("VQSV1=9999")};
+    std::vector<Everything> states{everything()};
+    const QSignalSpy changes(&editor, &CellEditor::historyChanged);
+    for (const QString& entry : entries) {
+        if (enter(entry))
+            states.push_back(everything());
+    }
+    ASSERT_EQ(states.size(), 5U) << "the last entry is refused and is no step";
+    for (size_t i = states.size() - 1; i > 0; --i) {
+        EXPECT_TRUE(everything() == states[i]) << i;
+        editor.undo();
+    }
+    EXPECT_TRUE(everything() == states[0]);
+    EXPECT_FALSE(editor.canUndo());
+    for (size_t i = 1; i < states.size(); ++i) {
+        editor.redo();
+        EXPECT_TRUE(everything() == states[i]) << i;
+    }
+    EXPECT_FALSE(editor.canRedo());
+    EXPECT_GE(changes.size(), 12);
+}
+
+TEST_F(History, NewEntryForgetsWhatWasUndone)
+{
+    screen({QStringLiteral("A|Data|1|0,0,9,<=,<=")});
+    enter(QStringLiteral("A=2"));
+    enter(QStringLiteral("A=3"));
+    editor.undo();
+    enter(QStringLiteral("A=4"));
+    EXPECT_FALSE(editor.canRedo());
+    editor.undo();
+    editor.undo();
+    EXPECT_EQ(item(QStringLiteral("A")).Data(), u"1");
+    EXPECT_EQ(item(QStringLiteral("A")).Edit, EditState::kUntouched);
+    editor.clear();
+    EXPECT_FALSE(editor.canRedo());
+}
+
+TEST_F(History, EndsWithTheModel)
+{
+    screen({QStringLiteral("A|Data|1|0,0,9,<=,<=")});
+    enter(QStringLiteral("A=2"));
+    screen({QStringLiteral("B|Data|1|0,0,9,<=,<=")});
+    EXPECT_FALSE(editor.canUndo());
+    {
+        const CellEditor::Action action(editor);
+        screen({QStringLiteral("C|Data|1|0,0,9,<=,<=")}); // as a dialog may do before it returns
+    }
+    EXPECT_FALSE(editor.canUndo());
+    EXPECT_TRUE(enter(QStringLiteral("C=5")));
+    editor.undo();
+    EXPECT_EQ(item(QStringLiteral("C")).Data(), u"1");
+}
+
+TEST_F(History, IsBounded)
+{
+    screen({QStringLiteral("A|Data|1|0,0,9999,<=,<=")});
+    for (size_t i = 0; i < EditHistory::kMaxSteps + 5; ++i)
+        enter(QStringLiteral("A=%1").arg(i + 2));
+    size_t steps = 0;
+    for (; editor.canUndo(); ++steps)
+        editor.undo();
+    EXPECT_EQ(steps, EditHistory::kMaxSteps);
+    EXPECT_EQ(item(QStringLiteral("A")).Data(), u"6");
+}
+
+} // namespace

@@ -1,0 +1,157 @@
+#include "ScreenFixture.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <csignal>
+#include <sched.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+const QString kFile = QStringLiteral("C:\\sets\\a b.k41");
+const QByteArray kModel = "KX41000000-10A";
+
+class Parameters : public ScreenFixture
+{
+protected:
+    Parameters()
+    {
+        QDir().mkpath(box.path(QStringLiteral("C:\\sets")));
+        box.clock.setNow(QDateTime(QDate(2007, 3, 5), QTime(9, 4, 7)));
+        box.context.languageFile = QStringLiteral("EN.txt");
+        load("[Setting]\nDataMaxCount=4\nMaxRow=9\nMaxCol=2\n" +
+             dataSection(1, "Tag=VQSV1\nDataInfo=1,0,400,<=,<=,0,10\nDefaultData=1234") +
+             dataSection(2, "Tag=NAME\nCellType=String\nDefaultData=A") +
+             dataSection(3, "Tag=HIDE\nOption=0=KX41\nVisible=False\nDefaultData=7") +
+             dataSection(4, "Tag=MODE\nCellType=Combo\nComboStrings=OffvbTabOn\nComboDatas=0vbTab1\nDefaultData=1"));
+    }
+
+    QString data(const char* tag) const { return kx.getDataByTag(QLatin1String(tag))->Data(); }
+    QStringList all() const
+    {
+        QStringList values;
+        for (const auto& item : kx.items())
+            values << item->Data() + u'/' + QString::number(item->Edit);
+        return values;
+    }
+};
+
+TEST_F(Parameters, FileHoldsEveryItemInOrder)
+{
+    put(kFile, "; kept\r\n[Data]\r\nOLD=5\r\nVQSV1=1\r\n");
+    EXPECT_EQ(kx.saveData(kFile), QString());
+    EXPECT_EQ(content(kFile), "; kept\r\n[Data]\r\nOLD=5\r\nVQSV1=1234\r\nNAME=A\r\nHIDE=7\r\nMODE=1\r\n"
+                              "[Info]\r\nMODEL=KX41000000-10A\r\nOffLine=False\r\nSaveDate=2007/03/05 09:04:07\r\n"
+                              "SoftwareVersion=0.1.0\r\nLangugeFile=EN.txt\r\n");
+    EXPECT_FALSE(kx.loadData(kFile));
+    EXPECT_TRUE(kx.lastLoad().changed.isEmpty()) << "what was saved is what is there";
+}
+
+TEST_F(Parameters, LoadingMarksWhatDiffers)
+{
+    put(kFile, "[Info]\nMODEL=" + kModel + "\n[Data]\nVQSV1=50\nNAME=A\nMODE=0\nUNKNOWN=1\n");
+    EXPECT_FALSE(kx.loadData(kFile));
+    EXPECT_EQ(all().join(u' '), u"50/2 A/0 /2 0/2") << "a tag that the file lacks has no value";
+    EXPECT_EQ(grid.cell(1, 1).text, u"5.0");
+    EXPECT_TRUE(grid.cell(1, 1).font.bold);
+    EXPECT_EQ(kx.lastLoad().missing, QStringList{QStringLiteral("HIDE")});
+    EXPECT_TRUE(kx.lastLoad().outsideLimits.isEmpty());
+    put(kFile, "[Info]\nMODEL=" + kModel + "\n[Data]\nVQSV1=99999\n");
+    EXPECT_FALSE(kx.loadData(kFile));
+    EXPECT_EQ(kx.lastLoad().outsideLimits, QStringList{QStringLiteral("VQSV1")});
+}
+
+struct BadFile
+{
+    const char* name;
+    QByteArray bytes;
+    ParameterLoad::Outcome outcome;
+};
+
+void PrintTo(const BadFile& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
+class BadParameters : public Parameters, public ::testing::WithParamInterface<BadFile>
+{};
+
+TEST_P(BadParameters, ChangeNothing)
+{
+    const QStringList before = all();
+    put(kFile, GetParam().bytes);
+    EXPECT_TRUE(kx.loadData(kFile));
+    EXPECT_EQ(kx.lastLoad().outcome, GetParam().outcome);
+    EXPECT_FALSE(kx.lastLoad().detail.isEmpty());
+    EXPECT_EQ(all(), before);
+    EXPECT_EQ(content(kFile), GetParam().bytes) << "loading only reads";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, BadParameters,
+    ::testing::Values(
+        BadFile{"Empty", "", ParameterLoad::Outcome::OtherModel},
+        BadFile{"Binary", QByteArray("\x7F\x00\xFF[Info]\x00MODEL", 15), ParameterLoad::Outcome::OtherModel},
+        BadFile{"Other", "[Info]\nMODEL=KX62000000-10A\n[Data]\nVQSV1=1\n", ParameterLoad::Outcome::OtherModel},
+        BadFile{"OtherCase", "[Info]\nMODEL=kx41000000-10A\n[Data]\nVQSV1=1\n", ParameterLoad::Outcome::OtherModel},
+        BadFile{"CutInTheModel", "[Info]\nMODEL=KX4100", ParameterLoad::Outcome::OtherModel},
+        BadFile{"Text", "[Info]\nMODEL=" + kModel + "\n[Data]\nVQSV1=hot\n", ParameterLoad::Outcome::BadValue},
+        BadFile{"LastIsText", "[Info]\nMODEL=" + kModel + "\n[Data]\nVQSV1=1\nMODE=on\n",
+                ParameterLoad::Outcome::BadValue},
+        BadFile{"TooLargeANumber", "[Info]\nMODEL=" + kModel + "\n[Data]\nVQSV1=1e99\n",
+                ParameterLoad::Outcome::BadValue}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Parameters, WhatIsNoFileCannotBeLoaded)
+{
+    EXPECT_TRUE(kx.loadData(QStringLiteral("C:\\sets")));
+    EXPECT_EQ(kx.lastLoad().outcome, ParameterLoad::Outcome::Unreadable);
+    EXPECT_TRUE(kx.loadData(QStringLiteral("C:\\sets\\missing.k41")));
+    EXPECT_EQ(kx.lastLoad().outcome, ParameterLoad::Outcome::Unreadable);
+    EXPECT_FALSE(QFile::exists(box.path(QStringLiteral("C:\\sets\\missing.k41"))));
+    EXPECT_FALSE(kx.saveData(QStringLiteral("C:\\sets")).isEmpty());
+    EXPECT_FALSE(kx.saveData(QStringLiteral("C:\\nowhere\\a.k41")).isEmpty());
+    put(kFile, "old");
+    QFile::setPermissions(box.path(kFile), QFile::ReadOwner);
+    EXPECT_TRUE(kx.saveData(kFile).contains(u"read-only"));
+    EXPECT_EQ(content(kFile), "old");
+}
+
+// A save that is killed at any moment leaves the old file or the new one.
+TEST_F(Parameters, KilledSaveLeavesAWholeFile)
+{
+    constexpr int kKills = 200;
+    const auto save = [this](int n) {
+        ParameterSet set{QString::fromLatin1(kModel), {}};
+        for (int i = 0; i < 120; ++i)
+            set.values.append({QStringLiteral("TAG%1").arg(i), QString::number(n)});
+        return ParameterFile(library, kFile).save(set);
+    };
+    ASSERT_EQ(save(1000), QString());
+    int newer = 0;
+    for (int round = 0; round < kKills; ++round) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (int n = 1001;; ++n)
+                save(n);
+        }
+        for (int pause = 0; pause < round * 3; ++pause)
+            sched_yield(); // another point of a save each time
+        kill(child, SIGKILL);
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        ASSERT_TRUE(WIFSIGNALED(status));
+        const QByteArray bytes = content(kFile);
+        const QByteArray first = bytes.mid(bytes.indexOf("TAG0=") + 5).split('\r').first();
+        ASSERT_EQ(bytes.count('=' + first + "\r\n"), 120) << "round " << round << ": old or new, nothing between";
+        newer += first != "1000" ? 1 : 0;
+    }
+    EXPECT_GT(newer, 0);
+    EXPECT_EQ(save(1), QString());
+    EXPECT_EQ(QDir(box.path(QStringLiteral("C:\\sets"))).entryList(QDir::Files | QDir::Hidden),
+              QStringList{QStringLiteral("a b.k41")})
+        << "what a killed save left over is taken away by the next one";
+}
+
+} // namespace

@@ -1,0 +1,184 @@
+#include "FaultMatrixFixture.h"
+
+#include <QFile>
+#include <QSet>
+
+#include <cctype>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Cell
+{
+    QString transfer; // detect, read, one (parameter), block or all (write)
+    int mode = 0;
+    QString fault;
+    QString outcome; // the other columns, as the test puts them together
+};
+
+void PrintTo(const Cell& cell, std::ostream* out)
+{
+    *out << qPrintable(cell.transfer + u' ' + (cell.mode == 0 ? QStringLiteral("rtu ") : QStringLiteral("ascii ")) +
+                       cell.fault);
+}
+
+// The cells of the table; a row for both modes is two cells.
+std::vector<Cell> readTable()
+{
+    std::vector<Cell> cells;
+    QFile file(QStringLiteral(VORLANT_TEST_DATA "/transfer/fault_matrix.tsv"));
+    if (!file.open(QIODevice::ReadOnly))
+        return cells;
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    for (const QString& text : lines) {
+        const QStringList fields = text.split(u'\t', Qt::SkipEmptyParts);
+        if (text.startsWith(u'#') || fields.size() != 8)
+            continue;
+        for (const auto& [mode, name] : {std::pair(0, u"rtu"), std::pair(1, u"ascii")}) {
+            if (fields[1] == QStringView(name) || fields[1] == u"both")
+                cells.push_back({fields[0], mode, fields[2], fields.mid(3).join(u'\t')});
+        }
+    }
+    return cells;
+}
+
+class FaultMatrix : public FaultMatrixFixture, public ::testing::WithParamInterface<Cell>
+{
+protected:
+    void run(const QString& transfer)
+    {
+        window.messages.clear();
+        if (transfer == u"detect")
+            detect();
+        else if (transfer == u"read")
+            engine->getDataFromKX(nullptr);
+        else if (transfer == u"one")
+            engine->setDataToKXOne(QStringLiteral("VQSV1"));
+        else if (transfer == u"block")
+            engine->writeBlock(*kx.getBlockByNo(1), true);
+        else
+            engine->setDataToKXAll();
+    }
+
+    void detect()
+    {
+        ComSetSession session({window, ports, library, QString()});
+        session.Logs(nullptr, &trace);
+        ComSetFields fields = session.open();
+        session.confirm(fields);
+    }
+
+    static bool isWrite(const QString& transfer) { return transfer != u"detect" && transfer != u"read"; }
+
+    // A write begins with the controller's values in the grid and some of them changed by the user.
+    void prepare(const QString& transfer)
+    {
+        if (!isWrite(transfer))
+            return;
+        engine->getDataFromKX(nullptr);
+        ASSERT_EQ(images(), u"all");
+        for (const Entry& entry : entries()) {
+            if (goesOut(entry, transfer))
+                kx.setData(QString::fromLatin1(entry.tag), QString::fromLatin1(entry.data), false);
+        }
+    }
+
+    static bool goesOut(const Entry& entry, const QString& transfer)
+    {
+        return transfer == u"all" || (transfer == u"block" && entry.block == 1) ||
+               (transfer == u"one" && entry.tag == QByteArray("VQSV1"));
+    }
+
+    // What became of the controller's memory.
+    QString change(const QHash<QString, QString>& before, const QString& transfer) const
+    {
+        const QHash<QString, QString> now = values();
+        QHash<QString, QString> intended = before;
+        for (const Entry& entry : entries()) {
+            if (goesOut(entry, transfer))
+                intended.insert(entry.stored);
+        }
+        if (now == before)
+            return QStringLiteral("kept");
+        if (now == atStart)
+            return QStringLiteral("restarted");
+        return now == intended ? QStringLiteral("written") : QStringLiteral("damaged");
+    }
+
+    struct Lines
+    {
+        int sent;
+        int good;
+        int bad;
+    };
+    Lines lines() { return {traceLines(")S:"), traceLines("(Scces)R:"), traceLines("(Error)R:")}; }
+    QString linesSince(const Lines& before)
+    {
+        const Lines now = lines();
+        return QStringLiteral("%1/%2/%3")
+            .arg(now.sent - before.sent)
+            .arg(now.good - before.good)
+            .arg(now.bad - before.bad);
+    }
+};
+
+TEST_P(FaultMatrix, EndsAsTheTableSays)
+{
+    const Cell& cell = GetParam();
+    start(cell.mode);
+    turnTheKnobs();
+    ASSERT_NE(values(), atStart);
+    prepare(cell.transfer);
+    const QHash<QString, QString> before = values();
+    const Lines traced = lines();
+    setFault(cell.fault == u"none" ? QString() : cell.fault);
+    run(cell.transfer);
+    const QStringList outcome{window.messages.isEmpty() ? QStringLiteral("-") : window.messages.join(u'|'),
+                              QString::number(static_cast<int>(window.current)), linesSince(traced), images(),
+                              change(before, cell.transfer)};
+    EXPECT_EQ(outcome.join(u'\t').toStdString(), cell.outcome.toStdString());
+    if (cell.transfer != u"one") { // which is not read back
+        EXPECT_EQ(wrongImages().join(u' ').toStdString(), "");
+    }
+    EXPECT_FALSE(window.progressShown);
+    EXPECT_FALSE(engine->isBusy());
+
+    // Late replies may still be on their way.
+    setFault(QString());
+    prepare(cell.transfer);
+    run(cell.transfer);
+    EXPECT_EQ(window.messages.join(u'|').toStdString(), "");
+    EXPECT_EQ(static_cast<int>(window.current), cell.transfer == u"detect" ? 1 : 2);
+    EXPECT_EQ(images().toStdString(), cell.transfer == u"detect" ? "none" : "all");
+    EXPECT_TRUE(engine->lastWrite().failed.isEmpty());
+}
+
+std::string nameOf(const ::testing::TestParamInfo<Cell>& cell)
+{
+    std::string name = ::testing::PrintToString(cell.param);
+    for (char& c : name)
+        c = std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cells, FaultMatrix, ::testing::ValuesIn(readTable()), nameOf);
+
+TEST(FaultMatrixTable, HasEveryFaultForEveryTransferInBothModes)
+{
+    QSet<QString> present;
+    for (const Cell& cell : readTable())
+        present << QStringLiteral("%1 %2 %3").arg(cell.transfer).arg(cell.mode).arg(cell.fault.section(u':', 0, 0));
+    const QStringList faults = QStringList(QStringLiteral("none")) + Faults::kinds().split(QStringLiteral(", "));
+    for (const QString& fault : faults) {
+        for (const char* transfer : {"detect", "read", "one", "block", "all"}) {
+            for (const int mode : {0, 1}) {
+                const QString cell =
+                    QStringLiteral("%1 %2 %3").arg(QLatin1String(transfer)).arg(mode).arg(fault.section(u':', 0, 0));
+                EXPECT_TRUE(present.contains(cell)) << qPrintable(cell);
+            }
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,404 @@
+#include "../screen/ScreenFixture.h"
+#include "BackupStore.h"
+#include "ComPorts.h"
+#include "RecordingMessages.h"
+#include "ScriptedController.h"
+#include "TransferEngine.h"
+#include "clsLog.h"
+#include "uclComm.h"
+
+#include <QTimer>
+#include <map>
+#include <memory>
+
+namespace {
+
+const QByteArray kModel = "KX41000000-10A";
+constexpr int kMemoryBase = 0x8000;
+
+QByteArray rtu(QByteArray frame)
+{
+    const auto length = static_cast<qint32>(frame.size());
+    frame.append(2, '\0');
+    clsModbus::MakeCRC16(frame, length);
+    return frame;
+}
+
+// A controller with eight bytes of memory at 8000 and eight at 8100, registers and coils.
+class Controller
+{
+public:
+    QByteArray answer(const QByteArray& request)
+    {
+        const auto function = static_cast<quint8>(request.at(1));
+        log << request.mid(1, request.size() - 3).toHex();
+        if (deaf == function)
+            return {};
+        if (function == 6 || function == 5) {
+            registers[clsModbus::ByteToInt(request, 2)] = clsModbus::ByteToInt(request, 4);
+            return request;
+        }
+        const int address = static_cast<quint16>(clsModbus::ByteToInt(request, 5));
+        const int count = static_cast<quint8>(request.at(7));
+        if (request.at(2) != 0) {
+            if (!ignoresWrites)
+                part(address).replace(address % 0x100, count, request.mid(8, count));
+            return rtu(request.left(8));
+        }
+        const QByteArray data = address == 0xFBC0 ? kModel : part(address).mid(address % 0x100, count);
+        return rtu(request.left(2) + '\0' + static_cast<char>(count) + data);
+    }
+
+    QByteArray& part(int address) { return address < 0x8100 ? low : high; }
+    QByteArray low = QByteArray::fromHex("0064000501020304");
+    QByteArray high = QByteArray::fromHex("00C8000000000000");
+    std::map<int, int> registers;
+    QByteArrayList log;
+    int deaf = 0;
+    bool ignoresWrites = false;
+};
+
+class Surroundings : public ProgressView, public TransferShell
+{
+public:
+    void open(int maximum, const QString&, const QString&, bool, bool) override { maximumShown = maximum; }
+    void setPosition(int position) override
+    {
+        positions << position;
+        if (onPosition)
+            onPosition(position);
+    }
+    void setText(const QString&) override {}
+    void close() override {}
+    MainState state() const override { return current; }
+    void setState(MainState state) override { current = state; }
+    int slaveAddress() const override { return 1; }
+    int transmissionMode() const override { return 0; }
+    QString modelPanel() const override { return panel; }
+    void setConnectedModel(const QString&) override {}
+    void showCommSetting() override { ++settingsShown; }
+
+    MainState current = MainState::Confirmed;
+    QString panel = QString::fromLatin1(kModel);
+    int maximumShown = 0;
+    QList<int> positions;
+    int settingsShown = 0;
+    std::function<void(int)> onPosition;
+};
+
+class Write : public ScreenFixture
+{
+protected:
+    Write()
+        : line([this](const QByteArray& request) { return controller.answer(request); }), ports(QProcessEnvironment())
+    {
+        ports.assign(1, line.device());
+        trace.setLogPath(box.machine.folders.program());
+        trace.setLogFileName(QStringLiteral("Trc.log"));
+        link.init(1, &library);
+        const QByteArray main = "CommRaedSection=Main\nCommWriteSection=Main\nBlockNo=1\n";
+        load("[Setting]\nBlockMaxCount=3\nDataMaxCount=7\nMaxRow=20\nMaxCol=1\n"
+             "[BlockInfo1]\nRelayBlockNo=2,9\n[BlockInfo2]\nName=B\n[BlockInfo3]\nName=C\n" +
+                 dataSection(1, "Tag=MQCODE\nCellType=String\nDataLen=14\nKXAddress=FBC0\nCommRaedSection=Id\n"
+                                "CommWriteSection=Id\nBlockNo=3") +
+                 dataSection(2, ("Tag=A\nDataLen=2\nKXAddress=8000\n" + main).constData()) +
+                 dataSection(3, ("Tag=B\nDataLen=1\nKXAddress=8003\n" + main).constData()) +
+                 dataSection(4, ("Tag=BIT\nCellType=Bit\nBitMask=4\nDataLen=1\nKXAddress=8004\n" + main).constData()) +
+                 dataSection(5, "Tag=C\nDataLen=2\nKXAddress=8100\nCommRaedSection=Other\nCommWriteSection=Other\n"
+                                "BlockNo=2") +
+                 dataSection(6, "Tag=D\nDataLen=2\nKXAddress=8102\nCommRaedSection=Other\nCommWriteSection=Other\n"
+                                "BlockNo=3") +
+                 dataSection(7, ("Tag=F\nDataLen=2\nKXAddress=8006\n" + main).constData()),
+             "[Id]\nReadCmd1=Direct,FBC0,14\nWriteCmdMax=0\n"
+             "[Main]\nReadCmd1=Direct,8000,8\nWriteCmdMax=4\nWriteCmd1=Direct,8000,8\nWriteCmd2=SetAnalog,40001,A\n"
+             "WriteCmd3=SetAnalog,40010,&h0001\nWriteCmd4=SetDigital,1,&h0001\n"
+             "[Other]\nReadCmd1=Direct,8100,8\nWriteCmd1=Direct,8100,8\n");
+        engine = std::make_unique<TransferEngine>(
+            TransferEngine::Parts{kx, link, settings, trace, questions, around, around});
+        engine->getDataFromKX(nullptr);
+        controller.log.clear();
+        around.positions.clear();
+    }
+
+    clsData& item(const char* tag) { return *kx.getDataByTag(QLatin1String(tag)); }
+    void edit(const char* tag, const char* value)
+    {
+        item(tag).setData(QLatin1String(value));
+        kx.refreshCell(item(tag));
+    }
+    int traceLines(const char* text) const
+    {
+        QFile file(box.path(QStringLiteral("C:\\Vorlant\\Trc.log")));
+        return file.open(QIODevice::ReadOnly) ? static_cast<int>(file.readAll().count(text)) : -1;
+    }
+    QByteArrayList requests(const char* start) const
+    {
+        QByteArrayList found;
+        for (const QByteArray& request : controller.log) {
+            if (request.startsWith(start))
+                found << request;
+        }
+        return found;
+    }
+    // Lets the clock run while the engine waits, so that pauses and time-outs end without anybody waiting for them.
+    void runClockWhileWaiting()
+    {
+        QObject::connect(&ticker, &QTimer::timeout, &ticker, [this] { box.clock.advance(7000); });
+        ticker.start(1);
+    }
+
+    Controller controller;
+    ScriptedController line;
+    platform::ComPorts ports;
+    uclComm link{ports, box.clock};
+    clsLog trace{box.machine};
+    RecordingMessages::Record told;
+    RecordingMessages questions{told};
+    Surroundings around;
+    std::unique_ptr<TransferEngine> engine;
+    QTimer ticker;
+};
+
+TEST_F(Write, OneParameterGoesWithItsImage)
+{
+    runClockWhileWaiting();
+    edit("A", "300");
+    EXPECT_EQ(engine->setDataToKXOne(QStringLiteral("A")), 1);
+    EXPECT_EQ(controller.low.toHex(), "012c000501020304") << "only the parameter's bytes changed";
+    EXPECT_EQ(requests("06"), (QByteArrayList{"06000001"
+                                              "2c",
+                                              "060009"
+                                              "0001"}));
+    EXPECT_EQ(requests("05"), QByteArrayList{"050000ff00"});
+    EXPECT_EQ(around.current, MainState::UpToDate);
+    EXPECT_EQ(engine->lastWrite().outcome, WriteOutcome::Complete);
+    EXPECT_EQ(engine->lastWrite().pausesMs, 1000);
+    EXPECT_EQ(around.maximumShown, 2);
+    EXPECT_EQ(around.positions, (QList<int>{1, 2}));
+    EXPECT_EQ(traceLines("Original :8000:0064000501020304"), 1);
+    EXPECT_EQ(traceLines("WriteData:8000:012C000501020304"), 1);
+    EXPECT_EQ(traceLines("(SetAl)S:"), 2);
+    EXPECT_EQ(engine->setDataToKXOne(QStringLiteral("NONE")), 0);
+}
+
+TEST_F(Write, SingleBitIsStored)
+{
+    runClockWhileWaiting();
+    edit("BIT", "1");
+    EXPECT_EQ(engine->setDataToKXOne(QStringLiteral("BIT")), 0) << "the type of a bit";
+    EXPECT_EQ(controller.low.toHex(), "0064000505020304");
+    edit("BIT", "0");
+    engine->setDataToKXOne(QStringLiteral("BIT"));
+    EXPECT_EQ(controller.low.toHex(), "0064000501020304");
+}
+
+// The block with its relay block is written and read back; changes elsewhere stay what they are.
+TEST_F(Write, BlockTakesItsRelayBlocksAlong)
+{
+    edit("A", "300");
+    edit("C", "-2");
+    edit("D", "9");
+    engine->writeBlock(*kx.getBlockByNo(1), true);
+    EXPECT_EQ(controller.low.toHex(), "012c000501020304");
+    EXPECT_EQ(controller.high.toHex(), "fffe000000000000") << "D is no member";
+    EXPECT_EQ(item("A").Edit, EditState::kRead);
+    EXPECT_EQ(item("D").Edit, EditState::kChanged);
+    EXPECT_EQ(item("D").Data(), u"9") << "a change that was not sent is not lost";
+    EXPECT_TRUE(engine->lastWrite().notAccepted.isEmpty());
+    EXPECT_EQ(requests("06"), QByteArrayList{"06000001"
+                                             "2c"})
+        << "the literal belongs to a single write";
+    EXPECT_TRUE(told.texts.isEmpty());
+}
+
+TEST_F(Write, WholeSetIsWrittenAndReadBack)
+{
+    edit("A", "300");
+    edit("D", "9");
+    engine->setDataToKXAll();
+    EXPECT_EQ(controller.low.toHex(), "012c000501020304");
+    EXPECT_EQ(controller.high.toHex(), "00c8000900000000");
+    EXPECT_EQ(around.current, MainState::UpToDate);
+    EXPECT_EQ(item("D").Edit, EditState::kRead);
+}
+
+TEST_F(Write, SetLastReadIsKeptAndOldOnesGo)
+{
+    const QString folder = BackupStore(library).folder();
+    const auto kept = [&] { return box.machine.paths.filesIn(folder); };
+    edit("A", "300");
+    for (int n = 0; n < BackupStore::kKeptPerModel + 3; ++n) {
+        box.clock.advance(1000);
+        engine->setDataToKXAll();
+    }
+    const QStringList files = kept();
+    ASSERT_EQ(files.size(), BackupStore::kKeptPerModel);
+    EXPECT_TRUE(files.first().startsWith(u"KX41000000-10A_")) << qPrintable(files.first());
+    EXPECT_TRUE(content(folder + u'\\' + files.last()).contains("\r\nA=300\r\n"));
+    EXPECT_TRUE(content(folder + u'\\' + files.last()).contains("MODEL=KX41000000-10A"));
+}
+
+TEST_F(Write, WithoutABackupTheUserIsAsked)
+{
+    put(BackupStore(library).folder(), "in the way");
+    told.answer = MessageResult::kNo;
+    edit("A", "300");
+    engine->setDataToKXAll();
+    EXPECT_TRUE(controller.log.isEmpty());
+    ASSERT_EQ(told.texts.size(), 1);
+    EXPECT_TRUE(told.texts.first().contains(u"Backup"));
+    told.answer = MessageResult::kYes;
+    engine->setDataToKXAll();
+    EXPECT_EQ(controller.low.left(2).toHex(), "012c");
+}
+
+TEST_F(Write, WhatTheControllerDoesNotTakeIsListed)
+{
+    controller.ignoresWrites = true;
+    edit("A", "300");
+    engine->setDataToKXAll();
+    ASSERT_EQ(engine->lastWrite().notAccepted.size(), 1);
+    const NotAccepted& parameter = engine->lastWrite().notAccepted.first();
+    EXPECT_EQ(parameter.tag + u' ' + parameter.sent + u' ' + parameter.kept, u"A 300 100");
+    EXPECT_EQ(item("A").Data(), u"100") << "the grid shows what the controller holds";
+}
+
+TEST_F(Write, LostRequestIsReportedAndTheOthersAreSent)
+{
+    runClockWhileWaiting();
+    controller.deaf = 6;
+    edit("A", "300");
+    engine->writeBlock(*kx.getBlockByNo(1), false);
+    EXPECT_EQ(controller.low.left(2).toHex(), "012c");
+    EXPECT_EQ(requests("05").size(), 1);
+    EXPECT_EQ(engine->lastWrite().failed, QStringList{QStringLiteral("Main: SetAnalog 40001: Timeout")});
+    EXPECT_EQ(around.current, MainState::UpToDate);
+}
+
+struct ValueRow
+{
+    const char* value;
+    const char* memory; // of A
+    bool skipped;
+};
+
+class Values : public Write, public ::testing::WithParamInterface<ValueRow>
+{};
+
+// A text that is no value of the controller leaves the controller's own value where it is.
+TEST_P(Values, GoOutOnlyWhenTheControllerCanHoldThem)
+{
+    edit("A", GetParam().value);
+    engine->writeBlock(*kx.getBlockByNo(1), false);
+    EXPECT_EQ(controller.low.left(2).toHex(), GetParam().memory);
+    EXPECT_EQ(engine->lastWrite().skipped.contains(QStringLiteral("A")), GetParam().skipped);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, Values,
+                         ::testing::Values(ValueRow{"-32768", "8000", false}, ValueRow{"32767", "7fff", false},
+                                           ValueRow{"32768", "0064", true}, ValueRow{"", "0064", true},
+                                           ValueRow{"hot", "0064", true}, ValueRow{"1.5", "0002", false}));
+
+TEST_F(Write, ImageThatWasNotReadIsNotWritten)
+{
+    kx.ColAdr().find(QStringLiteral("Main"))->clearFilled();
+    edit("A", "300");
+    engine->setDataToKXAll();
+    EXPECT_EQ(controller.low.toHex(), "0064000501020304");
+    ASSERT_EQ(engine->lastWrite().failed.size(), 1);
+    EXPECT_TRUE(engine->lastWrite().failed.first().startsWith(u"Main"));
+}
+
+struct RefusalRow
+{
+    const char* name;
+    std::function<void(clsCfg&, Surroundings&, RecordingMessages::Record&)> prepare;
+    WriteOutcome outcome;
+    const char* message;
+    int settingsShown;
+};
+
+void PrintTo(const RefusalRow& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
+class Refusal : public Write, public ::testing::WithParamInterface<RefusalRow>
+{};
+
+TEST_P(Refusal, SendsNothingAndKeepsTheMarks)
+{
+    GetParam().prepare(settings, around, told);
+    edit("A", "300");
+    for (int kind = 0; kind < 3; ++kind) {
+        SCOPED_TRACE(kind);
+        told.texts.clear();
+        around.settingsShown = 0;
+        if (kind == 0)
+            engine->setDataToKXOne(QStringLiteral("A"));
+        else if (kind == 1)
+            engine->writeBlock(*kx.getBlockByNo(1), true);
+        else
+            engine->setDataToKXAll();
+        EXPECT_EQ(engine->lastWrite().outcome, GetParam().outcome);
+        EXPECT_EQ(told.texts, QStringList{QLatin1String(GetParam().message)});
+        EXPECT_EQ(around.settingsShown, GetParam().settingsShown);
+        EXPECT_EQ(item("A").Edit, EditState::kChanged);
+        EXPECT_EQ(item("A").Data(), u"300");
+    }
+    EXPECT_TRUE(controller.log.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Reasons, Refusal,
+    ::testing::Values(
+        RefusalRow{"NotRead", [](clsCfg&, Surroundings& around, auto&) { around.current = MainState::Confirmed; },
+                   WriteOutcome::NotRead, "Please acquire the up-to-date data from the equipment.", 0},
+        RefusalRow{"OtherModel",
+                   [](clsCfg&, Surroundings& around, auto&) { around.panel = QStringLiteral("KX41300000-10A"); },
+                   WriteOutcome::WrongModel, "Model number is different.", 1},
+        RefusalRow{"Declined",
+                   [](clsCfg& settings, Surroundings&, RecordingMessages::Record& told) {
+                       settings.m_bViewSendConf = true;
+                       told.answer = MessageResult::kNo;
+                   },
+                   WriteOutcome::Declined, "Write to the KX?", 0}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Write, CancelEndsAfterTheEntryAtHand)
+{
+    edit("A", "300");
+    edit("C", "1");
+    around.onPosition = [this](int position) {
+        if (position == 1)
+            engine->ProgCancel(0);
+    };
+    engine->setDataToKXAll();
+    EXPECT_EQ(engine->lastWrite().outcome, WriteOutcome::Cancelled);
+    EXPECT_EQ(around.current, MainState::Confirmed);
+    EXPECT_EQ(controller.log.size(), 1);
+    EXPECT_EQ(item("C").Edit, EditState::kChanged);
+    EXPECT_TRUE(told.texts.isEmpty()) << "no message, and no read-back";
+}
+
+TEST_F(Write, OffLineOnlyTheMemoryPassIsBuilt)
+{
+    settings.m_bComm = true;
+    edit("A", "300");
+    engine->setDataToKXOne(QStringLiteral("A"));
+    EXPECT_TRUE(controller.log.isEmpty());
+    EXPECT_EQ(traceLines("WriteData:8000:012C"), 1);
+    EXPECT_EQ(traceLines("(SetAl)S:"), 0);
+    EXPECT_EQ(kx.ColAdr().find(QStringLiteral("Main"))->getInteger(QStringLiteral("8000"), 0), 300);
+}
+
+TEST_F(Write, ClosingEndsAPauseAtOnce)
+{
+    edit("A", "300");
+    QTimer::singleShot(0, engine.get(), [this] { QTimer::singleShot(0, engine.get(), [this] { engine->abort(); }); });
+    engine->setDataToKXOne(QStringLiteral("A"));
+    EXPECT_EQ(engine->lastWrite().outcome, WriteOutcome::Aborted);
+    EXPECT_FALSE(engine->isBusy());
+}
+
+} // namespace
