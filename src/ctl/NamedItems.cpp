@@ -23,6 +23,7 @@ CommandResult findItems(const clsKX& kx, const QStringList& tags, std::vector<cl
 QByteArray formatItems(const clsKX& kx, const std::vector<clsData*>& items, OutputFormat format)
 {
     std::vector<ParameterRow> rows;
+    rows.reserve(items.size());
     for (const clsData* item : items)
         rows.push_back(parameterRow(kx, *item));
     if (format != OutputFormat::Table)

@@ -9,8 +9,12 @@
 #include "clsLibrary.h"
 #include "clsLog.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
+const QString kUnitTag = QStringLiteral("SWQCF");
 const QString kVoltageMark = QStringLiteral("5V"); // in the names of voltage and current inputs
 
 // A name, a number or an "RGB" text; a name or number that cannot be converted gives back whichever default it got.
@@ -304,7 +308,10 @@ bool clsKX::loadData(const QString& fileName)
     m_lastLoad = ParameterFile(*m_library, fileName).read(*this, set);
     if (m_lastLoad.outcome != ParameterLoad::Outcome::Loaded)
         return true;
-    for (const auto& [tag, value] : set.values) {
+    // The unit first: it decides in which table an input range is looked up.
+    std::stable_partition(set.values.begin(), set.values.end(),
+                          [](const auto& entry) { return entry.first == kUnitTag; });
+    for (const auto& [tag, value] : std::as_const(set.values)) {
         clsData* item = getDataByTag(tag);
         if (item->Data() != value) {
             item->Edit = EditState::kChanged;
@@ -312,6 +319,8 @@ bool clsKX::loadData(const QString& fileName)
         }
         item->setData(value);
         item->setKnown(!value.isEmpty());
+        if (tag == kUnitTag)
+            setUnitSwitch(m_library->toLong(value, 0));
     }
     for (const auto& item : m_items) {
         if (item->MType() == ItemType::Data && item->isKnown() && !item->showsStoredText() && !isWithinLimits(*item))

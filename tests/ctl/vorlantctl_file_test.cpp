@@ -21,6 +21,20 @@ TEST_F(SimulatedCtl, WriteChangesExactlyTheBytesOfTheValue)
     EXPECT_TRUE(errors.isEmpty() && output.isEmpty()) << errors.toStdString() << output.toStdString();
 }
 
+TEST_F(SimulatedCtl, WhatAWriteReplacedCanBeWrittenAgain)
+{
+    plugModel(QStringLiteral("KX410"));
+    const QString file = savedSet("a.kx");
+    const QByteArray before = simulated->state();
+    changeValue(file, "VQI1", "270");
+    ASSERT_EQ(runWith({QStringLiteral("write"), file}), Done) << errors.toStdString();
+    const QDir backup(path("config/Vorlan/Backup"));
+    const QStringList kept = backup.entryList(QDir::Files);
+    ASSERT_EQ(kept.size(), 1);
+    EXPECT_EQ(runWith({QStringLiteral("write"), backup.filePath(kept.first())}), Done) << errors.toStdString();
+    EXPECT_EQ(changedMemory(before), QByteArrayList());
+}
+
 TEST_F(SimulatedCtl, CompareListsWhatDiffers)
 {
     plugModel(QStringLiteral("KX410"));
