@@ -148,7 +148,7 @@ TEST_F(Parameters, KilledSaveLeavesAWholeFile)
             for (int n = 1001;; ++n)
                 save(n);
         }
-        for (int pause = 0; pause < round * 3; ++pause)
+        for (int pause = 0; pause < round % 50 * 2; ++pause)
             sched_yield(); // another point of a save each time
         kill(child, SIGKILL);
         int status = 0;
