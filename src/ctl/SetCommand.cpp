@@ -1,5 +1,6 @@
 #include "SetCommand.h"
 
+#include "CommandEntry.h"
 #include "ControllerSession.h"
 #include "ItemLimits.h"
 #include "ItemStore.h"
@@ -31,18 +32,43 @@ QHash<const clsData*, QString> storedValues(const clsKX& kx)
     return values;
 }
 
-// What the selection tables have set besides, to be written with the rest. Nothing else changes a value here.
-QStringList takeAlong(clsKX& kx, const QHash<const clsData*, QString>& before, Items& items)
+// What interlocks and selection tables have changed besides, to be written with the rest.
+void takeAlong(clsKX& kx, const QHash<const clsData*, QString>& before, Items& items)
 {
-    QStringList refused;
     for (const auto& item : kx.items()) {
         const bool isNamed = std::find(items.begin(), items.end(), item.get()) != items.end();
-        if (isNamed || item->Data() == before.value(item.get()) || !isWritten(kx, *item))
-            continue;
-        items.push_back(item.get());
+        if (!isNamed && item->Data() != before.value(item.get()) && isWritten(kx, *item))
+            items.push_back(item.get());
+    }
+}
+
+QStringList storeAll(clsKX& kx, const Items& items)
+{
+    QStringList refused;
+    for (const clsData* item : items) {
         if (!storeInImage(*item, *kx.ColAdr().find(item->WSection())))
-            refused << QStringLiteral("%1=%2: the selection table sets a value that the controller cannot hold")
-                           .arg(item->Key(), item->Data());
+            refused << QStringLiteral("%1=%2: the controller cannot hold it").arg(item->Key(), item->VData());
+    }
+    return refused;
+}
+
+// In the order given; what a later value changes of an earlier one is a contradiction in the command.
+QStringList enterPairs(clsKX& kx, const Items& items, const QStringList& pairs)
+{
+    CommandEntry entry(kx);
+    QStringList refused;
+    QStringList entered;
+    for (size_t i = 0; i < items.size(); ++i) {
+        const QString& pair = pairs[static_cast<qsizetype>(i)];
+        const QString trouble = enterValue(entry, *items[i], pair.section(u'=', 1));
+        if (!trouble.isEmpty())
+            refused << QStringLiteral("%1: %2").arg(pair, trouble);
+        entered << items[i]->Data();
+    }
+    for (size_t i = 0; i < items.size() && refused.isEmpty(); ++i) {
+        if (items[i]->Data() != entered[static_cast<qsizetype>(i)])
+            refused << QStringLiteral("%1: a later value makes it %2; give it after that one, or leave it out")
+                           .arg(pairs[static_cast<qsizetype>(i)], items[i]->VData());
     }
     return refused;
 }
@@ -50,15 +76,11 @@ QStringList takeAlong(clsKX& kx, const QHash<const clsData*, QString>& before, I
 CommandResult enterAll(clsKX& kx, Items& items, const QStringList& pairs)
 {
     const QHash<const clsData*, QString> before = storedValues(kx);
-    QStringList refused;
-    for (size_t i = 0; i < items.size(); ++i) {
-        const QString& pair = pairs[static_cast<qsizetype>(i)];
-        const QString trouble = enterValue(kx, *items[i], pair.section(u'=', 1));
-        if (!trouble.isEmpty())
-            refused << QStringLiteral("%1: %2").arg(pair, trouble);
+    QStringList refused = enterPairs(kx, items, pairs);
+    if (refused.isEmpty()) {
+        takeAlong(kx, before, items);
+        refused = storeAll(kx, items);
     }
-    if (refused.isEmpty())
-        refused = takeAlong(kx, before, items);
     if (refused.isEmpty())
         return {};
     return CommandResult::failed(ExitStatus::Refused,
@@ -117,7 +139,7 @@ CommandResult writeAndReadBack(ControllerSession& session, const Items& items)
 
 CommandResult setParameters(ControllerSession& session, const CommandLine& line)
 {
-    Items items; // those that are named, then those that the selection tables set besides
+    Items items; // those that are named, then those that they change besides
     CommandResult step = session.load(line.model);
     if (step.ok())
         step = findItems(session.kx(), tagsOf(line.words), items);

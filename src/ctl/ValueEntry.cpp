@@ -1,19 +1,17 @@
 #include "ValueEntry.h"
 
+#include "CommandEntry.h"
 #include "ItemLimits.h"
-#include "ItemStore.h"
 #include "LockRules.h"
 #include "Numbers.h"
 #include "WrittenItems.h"
 #include "clsKX.h"
-#include "clsLibrary.h"
 
 #include <algorithm>
 
 namespace {
 
 constexpr int kListedChoices = 10;
-const QString kUnit = QStringLiteral("SWQCF");
 const QString kUpperInput = QStringLiteral("VQLIH");
 const QString kLowerInput = QStringLiteral("VQLIL");
 
@@ -52,23 +50,28 @@ QString troubleOfNumber(const clsKX& kx, const clsData& item, const QString& tex
     return {};
 }
 
-QString enterNumber(const clsKX& kx, clsData& item, const QString& text)
+// The controller holds whole numbers in two bytes: what it would round could not be read back.
+QString troubleOfDecimals(clsData& item, const QString& text)
 {
-    const QString trouble = troubleOfNumber(kx, item, text);
-    if (!trouble.isEmpty())
-        return trouble;
-    item.setVData(text);
     if (item.DataLen() > 2)
         return {};
-    // The controller holds whole numbers here: what it would round could not be read back.
+    const ItemState before = item.state();
+    item.setVData(text);
     const auto whole = platform::parseInt32(item.Data());
-    if (!whole || !compareNumbers(item.Data(), QStringLiteral("="), QString::number(*whole)))
-        return QStringLiteral("it has more decimal places than %1").arg(item.getDecimals());
-    item.setData(QString::number(*whole));
-    return {};
+    const bool isWhole = whole && compareNumbers(item.Data(), QStringLiteral("="), QString::number(*whole));
+    item.restore(before);
+    return isWhole ? QString() : QStringLiteral("it has more decimal places than %1").arg(item.getDecimals());
 }
 
-QString enterChoice(clsData& item, const QString& text)
+QString enterNumber(CommandEntry& entry, clsData& item, const QString& text)
+{
+    QString trouble = troubleOfNumber(entry.model(), item, text);
+    if (trouble.isEmpty())
+        trouble = troubleOfDecimals(item, text);
+    return trouble.isEmpty() ? entry.enterNumber(item, text) : trouble;
+}
+
+QString enterChoice(CommandEntry& entry, clsData& item, const QString& text)
 {
     const std::vector<ItemChoice> choices = item.choices();
     auto found = std::find_if(choices.begin(), choices.end(), [&](const ItemChoice& c) { return c.text == text; });
@@ -76,10 +79,8 @@ QString enterChoice(clsData& item, const QString& text)
         found = std::find_if(choices.begin(), choices.end(), [&](const ItemChoice& c) {
             return c.stored == text || compareNumbers(c.stored, QStringLiteral("="), text);
         });
-    if (found != choices.end()) {
-        item.setData(found->stored);
-        return {};
-    }
+    if (found != choices.end())
+        return entry.choose(item, static_cast<int>(found - choices.begin()), found->stored);
     QStringList names;
     for (const ItemChoice& choice : choices)
         names << u'"' + choice.text + u'"';
@@ -90,19 +91,10 @@ QString enterChoice(clsData& item, const QString& text)
 
 } // namespace
 
-QString enterValue(clsKX& kx, clsData& item, const QString& text)
+QString enterValue(CommandEntry& entry, clsData& item, const QString& text)
 {
-    QString trouble = troubleOfItem(kx, item);
+    const QString trouble = troubleOfItem(entry.model(), item);
     if (!trouble.isEmpty())
         return trouble;
-    const QString before = item.Data();
-    trouble = item.MType() == ItemType::Data ? enterNumber(kx, item, text) : enterChoice(item, text);
-    clsKXAdr* image = kx.ColAdr().find(item.WSection());
-    if (trouble.isEmpty() && !storeInImage(item, *image))
-        trouble = QStringLiteral("the controller cannot hold it");
-    if (!trouble.isEmpty() && item.Data() != before)
-        item.setData(before);
-    if (item.Key() == kUnit)
-        kx.setUnitSwitch(kx.library().toLong(item.Data(), 0));
-    return trouble;
+    return item.MType() == ItemType::Data ? enterNumber(entry, item, text) : enterChoice(entry, item, text);
 }

@@ -52,10 +52,14 @@ TEST_F(SimulatedCtl, SetChangesNothingElse)
           TakenRow{"another form of the number", "VQSV1=1e1", "VQSV1=10.0\n", "MEM 8000 00|MEM 8001 64|REG 40001 100"},
           TakenRow{"limits as the values before make them", "VQSVH=390 VQSVL=-90", "VQSVH=390.0\nVQSVL=-90.0\n",
                    "MEM 8005 7C|MEM 8007 3C"},
-          TakenRow{"table that sets hidden parameters", "PQRNO=1", "PQRNO=K -200 to 1370\n",
-                   "MEM 820E FF|MEM 820F 38|MEM 8210 05|MEM 8211 5A|MEM 8212 FF|MEM 8213 38|MEM 8214 05|MEM 8215 "
-                   "5A|MEM 8216 "
-                   "01|MEM 8219 00"}}) {
+          TakenRow{"limit that moves the set value", "VQSVH=100", "VQSVH=100.0\n",
+                   "MEM 8000 03|MEM 8001 E8|MEM 8006 03|MEM 8007 E8|REG 40001 1000"},
+          TakenRow{"control action that moves band and gap", "PIDONOF=1", "PIDONOF=ON/OFF\n",
+                   "MEM 8101 00|MEM 8112 01"},
+          TakenRow{"input range with all that depends on it", "PQRNO=1", "PQRNO=K -200 to 1370\n",
+                   "MEM 8004 FF|MEM 8005 38|MEM 8006 05|MEM 8007 5A|MEM 800D 00|MEM 8200 FF|MEM 8201 38|MEM 8202 05|"
+                   "MEM 8203 5A|MEM 820E FF|MEM 820F 38|MEM 8210 05|MEM 8211 5A|MEM 8212 FF|MEM 8213 38|MEM 8214 05|"
+                   "MEM 8215 5A|MEM 8216 01|MEM 8219 00"}}) {
         SCOPED_TRACE(row.name);
         plugModel(QStringLiteral("KX410"));
         const QByteArray before = simulated->state();
@@ -83,6 +87,8 @@ TEST_F(SimulatedCtl, RefusedValueWritesNothing)
           RefusedRow{"below another parameter", "set VQSV1=-100.1", Refused, "[ -100.0 <= VQSV1 <= 400.0 ]"},
           RefusedRow{"equal to a limit that excludes it", "set VQOL1=100", Refused, "VQOL1 < "},
           RefusedRow{"above what an earlier value allows", "set VQSVH=100 VQSV1=200", Refused, "<= 100.0 ]"},
+          RefusedRow{"contradicted by a later value", "set VQSV1=200 VQSVH=150", Refused,
+                     "a later value makes it 150.0"},
           RefusedRow{"no number", "set VQI1=soon", Refused, "VQI1=soon: it is no number"},
           RefusedRow{"nothing", "set VQI1=", Refused, "it is no number"},
           RefusedRow{"not finite", "set VQGAIN=inf", Refused, "it is no number"},

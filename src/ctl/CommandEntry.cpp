@@ -1,0 +1,62 @@
+#include "CommandEntry.h"
+
+#include "LimitCheck.h"
+#include "MessagePresenter.h"
+#include "SelectionTable.h"
+#include "clsKX.h"
+#include "clsLibrary.h"
+
+CommandEntry::CommandEntry(clsKX& kx) : m_editor(kx, *kx.library().context().messages, *this) {}
+
+bool CommandEntry::hasOpenCell(clsData& item)
+{
+    return m_editor.isOpen(item) && model().getDataByRC(item.Row(), item.Col()) == &item;
+}
+
+QString CommandEntry::enterNumber(clsData& item, const QString& text)
+{
+    const CellEditor::Silence silence(m_editor);
+    if (!hasOpenCell(item)) {
+        m_editor.setVData(item.Key(), text, false);
+        return {};
+    }
+    if (m_editor.checkCell(item.Col(), item.Row(), true, text))
+        return {};
+    return QStringLiteral("it is outside the setting range [ %1 ]")
+        .arg(LimitCheck::of(item, model()).text(u' ' + item.Key() + u' '));
+}
+
+QString CommandEntry::choose(clsData& item, int choice, const QString& stored)
+{
+    const CellEditor::Silence silence(m_editor);
+    m_trouble.clear();
+    m_wanted = stored;
+    if (!hasOpenCell(item) || item.MType() == ItemType::Bit)
+        m_editor.setData(item.Key(), stored, false);
+    else if (item.checkMulti())
+        m_editor.openSelect(item.Col(), item.Row());
+    else
+        m_editor.changeCombo(item.Col(), item.Row(), choice);
+    return m_trouble;
+}
+
+void CommandEntry::openMultiSelect(clsData& item, const QString& section)
+{
+    SelectionTable table(model().library());
+    if (!table.load(section)) {
+        m_trouble = table.problem();
+        return;
+    }
+    for (const SelectionTable::Setting& setting : table.settingsOf(table.rowOf(m_wanted), item.Key()))
+        setting.apply(*this);
+}
+
+void CommandEntry::setData(const QString& sTag, const QString& sData, bool bCheck)
+{
+    m_editor.setData(sTag, sData, bCheck);
+}
+
+void CommandEntry::setVData(const QString& sTag, const QString& VData, bool bCheck)
+{
+    m_editor.setVData(sTag, VData, bCheck);
+}
