@@ -11,27 +11,27 @@
 class IdleClock
 {
 public:
-    explicit IdleClock(FakeClock& clock) : m_clock(clock)
+    explicit IdleClock(FakeClock& clock, int stepMs = 100, int roundMs = 0) : m_clock(clock), m_stepMs(stepMs)
     {
         QObject::connect(&m_round, &QTimer::timeout, &m_round, [this] { round(); });
-        m_round.start(0);
+        m_round.start(roundMs);
     }
 
     void touch() { m_quietRounds = 0; }
 
 private:
     static constexpr int kQuietRounds = 10; // a request and its reply need four
-    static constexpr int kStepMs = 100;
 
     void round()
     {
         if (++m_quietRounds < kQuietRounds)
             return;
         m_quietRounds = 0;
-        m_clock.advance(kStepMs);
+        m_clock.advance(m_stepMs);
     }
 
     FakeClock& m_clock;
+    int m_stepMs;
     QTimer m_round;
     int m_quietRounds = 0;
 };

@@ -2,13 +2,16 @@
 
 #include "../screen/ScreenFixture.h"
 #include "ComPorts.h"
+#include "IdleClock.h"
 #include "ScriptedController.h"
 #include "clsLog.h"
 #include "uclComm.h"
 
 #include <QStringList>
 #include <QTimer>
+
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -77,9 +80,12 @@ public:
 class Read : public ScreenFixture
 {
 protected:
-    void plug(ScriptedController::Answer answer)
+    void plug(const ScriptedController::Answer& answer)
     {
-        controller = std::make_unique<ScriptedController>(std::move(answer));
+        controller = std::make_unique<ScriptedController>([this, answer](const QByteArray& request) {
+            touchClock();
+            return answer(request);
+        });
         ports = std::make_unique<platform::ComPorts>(QProcessEnvironment());
         ports->assign(1, controller->device());
         open();
@@ -103,10 +109,11 @@ protected:
     }
 
     // Lets the clock run while the engine waits, so that the link's time-out comes without anybody waiting for it.
-    void runClockWhileWaiting()
+    void runClockWhileWaiting() { idle.emplace(box.clock, 7000, 2); }
+    void touchClock()
     {
-        QObject::connect(&ticker, &QTimer::timeout, &ticker, [this] { box.clock.advance(7000); });
-        ticker.start(1);
+        if (idle)
+            idle->touch();
     }
 
     int traceLines(const char* tag)
@@ -122,7 +129,7 @@ protected:
     std::unique_ptr<TransferEngine> engine;
     clsLog trace{box.machine};
     Recorder user;
-    QTimer ticker;
+    std::optional<IdleClock> idle;
 };
 
 TEST_F(Read, FillsTheGrid)
@@ -235,7 +242,7 @@ TEST_F(Read, UnpluggedInTheMiddleStops)
 {
     plug([this](const QByteArray& request) {
         if (request.mid(3, 4) == QByteArray::fromHex("00008000"))
-            QTimer::singleShot(0, &ticker, [this] { controller->unplug(); });
+            QTimer::singleShot(0, engine.get(), [this] { controller->unplug(); });
         else
             return soundReply(request);
         return QByteArray();

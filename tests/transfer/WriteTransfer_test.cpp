@@ -1,6 +1,7 @@
 #include "../screen/ScreenFixture.h"
 #include "BackupStore.h"
 #include "ComPorts.h"
+#include "IdleClock.h"
 #include "RecordingMessages.h"
 #include "ScriptedController.h"
 #include "TransferEngine.h"
@@ -8,8 +9,10 @@
 #include "uclComm.h"
 
 #include <QTimer>
+
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -90,7 +93,11 @@ class Write : public ScreenFixture
 {
 protected:
     Write()
-        : line([this](const QByteArray& request) { return controller.answer(request); }), ports(QProcessEnvironment())
+        : line([this](const QByteArray& request) {
+              touchClock();
+              return controller.answer(request);
+          }),
+          ports(QProcessEnvironment())
     {
         ports.assign(1, line.device());
         trace.setLogPath(box.machine.folders.program());
@@ -141,10 +148,11 @@ protected:
         return found;
     }
     // Lets the clock run while the engine waits, so that pauses and time-outs end without anybody waiting for them.
-    void runClockWhileWaiting()
+    void runClockWhileWaiting() { idle.emplace(box.clock, 7000, 2); }
+    void touchClock()
     {
-        QObject::connect(&ticker, &QTimer::timeout, &ticker, [this] { box.clock.advance(7000); });
-        ticker.start(1);
+        if (idle)
+            idle->touch();
     }
 
     Controller controller;
@@ -156,7 +164,7 @@ protected:
     RecordingMessages questions{told};
     Surroundings around;
     std::unique_ptr<TransferEngine> engine;
-    QTimer ticker;
+    std::optional<IdleClock> idle;
 };
 
 TEST_F(Write, OneParameterGoesWithItsImage)
