@@ -1,9 +1,9 @@
 #include "ScreenFixture.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <csignal>
-#include <sched.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -140,7 +140,10 @@ TEST_F(Parameters, KilledSaveLeavesAWholeFile)
             set.values.append({QStringLiteral("TAG%1").arg(i), QString::number(n)});
         return ParameterFile(library, kFile).save(set);
     };
+    QElapsedTimer timer;
+    timer.start();
     ASSERT_EQ(save(1000), QString());
+    const qint64 oneSave = timer.nsecsElapsed() / 1000;
     int newer = 0;
     for (int round = 0; round < kKills; ++round) {
         const pid_t child = fork();
@@ -148,8 +151,7 @@ TEST_F(Parameters, KilledSaveLeavesAWholeFile)
             for (int n = 1001;; ++n)
                 save(n);
         }
-        for (int pause = 0; pause < round % 50 * 2; ++pause)
-            sched_yield(); // another point of a save each time
+        usleep(static_cast<useconds_t>(3 * oneSave * round / kKills)); // another point of a save each time
         kill(child, SIGKILL);
         int status = 0;
         ASSERT_EQ(waitpid(child, &status, 0), child);
