@@ -1,7 +1,7 @@
 #include "CellClicks.h"
 
 #include "CellEditor.h"
-#include "Comparison.h"
+#include "ItemLimits.h"
 #include "MessagePresenter.h"
 #include "clsCfg.h"
 #include "clsKX.h"
@@ -68,7 +68,7 @@ void CellClicks::clickItem(clsData& item, int col, int row)
 
 void CellClicks::switchBit(clsData& item)
 {
-    const bool isOn = holds(item.Data(), QStringLiteral("="), QString::number(item.BitOn()));
+    const bool isOn = compareNumbers(item.Data(), QStringLiteral("="), QString::number(item.BitOn()));
     item.setData(QString::number(isOn ? item.BitOff() : item.BitOn()));
     m_kx.refreshCell(item);
 }
@@ -116,8 +116,8 @@ void CellClicks::openInput(clsData& item)
 {
     const clsData* unit = m_kx.getDataByTag(kUnitTag);
     const QString value = unit == nullptr ? QStringLiteral("0") : unit->Data();
-    const bool isCelsius = holds(value, QStringLiteral("="), QStringLiteral("0"));
-    if (!isCelsius && !holds(value, QStringLiteral("="), QStringLiteral("1")))
+    const bool isCelsius = compareNumbers(value, QStringLiteral("="), QStringLiteral("0"));
+    if (!isCelsius && !compareNumbers(value, QStringLiteral("="), QStringLiteral("1")))
         return;
     const clsCfg* settings = m_kx.library().context().settings;
     if (!confirm(settings != nullptr && settings->m_bViewInputConf))

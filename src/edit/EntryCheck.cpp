@@ -1,9 +1,9 @@
 #include "EntryCheck.h"
 
 #include "CellEditor.h"
-#include "Comparison.h"
 #include "GridRefresh.h"
 #include "Interlocks.h"
+#include "ItemLimits.h"
 #include "LimitCheck.h"
 #include "MessagePresenter.h"
 #include "clsKX.h"
@@ -63,7 +63,7 @@ bool EntryCheck::isEquivalent(const clsData& item, const QString& entered) const
     if ((!isLower && item.Key() != u"VQLIH") || !m_kx.hasVoltageRange())
         return false;
     const clsData* other = m_kx.getDataByTag(isLower ? QStringLiteral("VQLIH") : QStringLiteral("VQLIL"));
-    return other != nullptr && holds(entered, QStringLiteral("="), other->VData());
+    return other != nullptr && compareNumbers(entered, QStringLiteral("="), other->VData());
 }
 
 // The choice that the cell shows; the item's own where the cell shows what the item says, or nothing of the list.

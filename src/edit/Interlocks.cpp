@@ -1,6 +1,6 @@
 #include "Interlocks.h"
 
-#include "Comparison.h"
+#include "ItemLimits.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
 
@@ -23,7 +23,7 @@ QString reference(const QString& tag)
 
 bool isZero(const QString& text)
 {
-    return holds(text, QStringLiteral("="), kZero);
+    return compareNumbers(text, QStringLiteral("="), kZero);
 }
 
 } // namespace
@@ -54,7 +54,7 @@ void Interlocks::moveSetValueLimits(const clsData& changed)
 {
     const QString lower = display(kInputLower);
     const QString upper = display(kInputUpper);
-    const bool reversed = holds(upper, kLess, lower);
+    const bool reversed = compareNumbers(upper, kLess, lower);
     swapSetValueLimits(reversed);
     if (lower.isEmpty() || upper.isEmpty())
         return;
@@ -88,7 +88,7 @@ void Interlocks::keepSetValues(const QString& bound, bool isLower)
 
 void Interlocks::move(const QString& tag, const QString& sign, const QString& bound)
 {
-    if (holds(display(tag), sign, bound))
+    if (compareNumbers(display(tag), sign, bound))
         m_target.setVData(tag, bound, true);
 }
 

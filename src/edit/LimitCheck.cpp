@@ -1,6 +1,6 @@
 #include "LimitCheck.h"
 
-#include "Comparison.h"
+#include "ItemLimits.h"
 #include "clsData.h"
 #include "clsKX.h"
 
@@ -13,7 +13,7 @@ LimitCheck LimitCheck::of(const clsData& item, const clsKX& kx, bool given)
 
 bool LimitCheck::allows(const QString& value) const
 {
-    return holds(lower, lowerSign, value) && holds(value, upperSign, upper);
+    return compareNumbers(lower, lowerSign, value) && compareNumbers(value, upperSign, upper);
 }
 
 QString LimitCheck::refusal(const clsData& item, const TranslateText& tran) const

@@ -1,5 +1,5 @@
-#include "Comparison.h"
 #include "EditorFixture.h"
+#include "ItemLimits.h"
 
 // Needs the test framework before it.
 #include <rapidcheck/gtest.h>
@@ -83,7 +83,7 @@ protected:
         const qsizetype told = record.texts.size();
         const bool taken = editor.checkCell(one.Col(), one.Row(), true, text);
         if (taken)
-            RC_ASSERT(holds(lower, lowerSign, text) && holds(text, upperSign, upper));
+            RC_ASSERT(compareNumbers(lower, lowerSign, text) && compareNumbers(text, upperSign, upper));
         else
             RC_ASSERT(one.Data() == before && record.texts.size() - told <= 1);
     }
