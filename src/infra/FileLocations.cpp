@@ -9,7 +9,8 @@ QString iniFilePath(const platform::Machine& machine, const QString& kind)
     const bool inProgram = kind.isEmpty() || data.isEmpty();
     const QString folder =
         inProgram ? machine.folders.program() + QStringLiteral("\\ini") : data + QStringLiteral("\\Vorlan");
-    filepaths::makeDir(machine, folder);
+    if (!machine.paths.dirExists(folder))
+        filepaths::makeDir(machine, folder);
     return folder;
 }
 

@@ -239,6 +239,11 @@ bool MSComm::setPortOpen(bool open)
     m_device = device;
     m_port.setPortName(device);
     m_trouble = {};
+    // Opening begins with a lock file that is flushed to the disk: not for an adapter that is not there.
+    if (!QFileInfo::exists(device)) {
+        m_trouble = {kNotOpened, reasonOf(QSerialPort::DeviceNotFoundError, device)};
+        return false;
+    }
     const bool opened = m_port.open(QIODevice::ReadWrite);
     if (opened && applySettings()) {
         m_port.clear();

@@ -11,7 +11,7 @@ namespace {
 constexpr qsizetype kUsualKeys = 30; // of a section that describes a parameter
 const QByteArray kUtf8Mark = "\xEF\xBB\xBF";
 
-bool isAscii(const QByteArray& bytes)
+bool isAscii(QByteArrayView bytes)
 {
     return std::all_of(bytes.cbegin(), bytes.cend(), [](char c) { return static_cast<quint8>(c) < 0x80; });
 }
@@ -28,6 +28,12 @@ bool isUtf8Text(const QByteArray& bytes)
 ProfileName folded(const QString& name)
 {
     return {name.trimmed()};
+}
+
+// A copy with characters of its own.
+QString detached(const QString& shared)
+{
+    return QStringView(shared).toString();
 }
 
 bool hasLineBreak(const QString& text)
@@ -52,90 +58,117 @@ size_t qHash(const ProfileName& name, size_t seed)
 
 ProfileDocument::ProfileDocument(const QByteArray& bytes, const CodePage& codePage) : m_codePage(codePage)
 {
-    QByteArray rest = bytes;
-    m_hasMark = rest.startsWith(kUtf8Mark);
-    m_isUtf8 = m_hasMark || isUtf8Text(rest);
-    if (m_hasMark)
-        rest.remove(0, kUtf8Mark.size());
-    const auto firstEnd = rest.indexOf('\n');
+    m_hasMark = bytes.startsWith(kUtf8Mark);
+    m_isUtf8 = m_hasMark || isUtf8Text(bytes);
+    m_file = m_hasMark ? bytes.sliced(kUtf8Mark.size()) : bytes;
+    m_text = QString::fromLatin1(m_file);
+    const auto firstEnd = m_file.indexOf('\n');
     if (firstEnd >= 0)
-        m_lineEnd = firstEnd > 0 && rest[firstEnd - 1] == '\r' ? "\r\n" : "\n";
-    m_endsOpen = !rest.isEmpty() && !rest.endsWith('\n');
+        m_lineEnd = firstEnd > 0 && m_file[firstEnd - 1] == '\r' ? "\r\n" : "\n";
+    m_endsOpen = !m_file.isEmpty() && !m_file.endsWith('\n');
     m_sections.emplace_back();
     m_index.insert({}, 0);
-    for (qsizetype pos = 0; pos < rest.size();) {
-        auto end = rest.indexOf('\n', pos);
-        if (end < 0)
-            end = rest.size();
-        // A line keeps a carriage return of its own when the file's line ends have none, and the other way round.
-        auto length = end - pos;
-        if (m_lineEnd == "\r\n" && length > 0 && end < rest.size() && rest[end - 1] == '\r')
-            --length;
-        addLine(rest.mid(pos, length));
-        pos = end + 1;
+    for (qsizetype pos = 0; pos < m_file.size();) {
+        const Span span = spanAt(pos);
+        const QString name = sectionName(span);
+        if (!name.isNull()) {
+            m_sections.emplace_back();
+            m_sections.back().header = m_file.sliced(span.begin, span.length);
+            m_sections.back().begin = span.next;
+            if (!m_index.contains(folded(name)))
+                m_index.insert(folded(name), m_sections.size() - 1);
+        }
+        m_sections.back().end = span.next;
+        pos = span.next;
     }
 }
 
-void ProfileDocument::addLine(const QByteArray& bytes)
+ProfileDocument::Span ProfileDocument::spanAt(qsizetype pos) const
+{
+    const auto found = m_file.indexOf('\n', pos);
+    const auto end = found < 0 ? m_file.size() : found;
+    // A line keeps a carriage return of its own when the file's line ends have none, and the other way round.
+    auto length = end - pos;
+    if (m_lineEnd == "\r\n" && length > 0 && found >= 0 && m_file[end - 1] == '\r')
+        --length;
+    return {pos, length, end + 1, isAscii(QByteArrayView(m_file).sliced(pos, length))};
+}
+
+QString ProfileDocument::sectionName(const Span& span) const
 {
     // A double-byte character may hold the bytes of a bracket: only plain lines are taken apart as they are.
-    if (isAscii(bytes))
-        addText(bytes, QLatin1String(bytes).trimmed());
-    else
-        addText(bytes, QStringView(decode(bytes)).trimmed());
-}
-
-template <typename View> void ProfileDocument::addText(const QByteArray& bytes, View text)
-{
+    const QByteArrayView bytes = QByteArrayView(m_file).sliced(span.begin, span.length);
+    if (span.isAscii && !bytes.trimmed().startsWith('['))
+        return {};
+    const QString line = span.isAscii ? QString::fromLatin1(bytes) : decode(bytes.toByteArray());
+    const QStringView text = QStringView(line).trimmed();
     const auto close = text.startsWith(u'[') ? text.lastIndexOf(u']') : -1;
-    if (close > 0) {
-        m_sections.emplace_back();
-        m_sections.back().header = bytes;
-        const ProfileName name = folded(text.sliced(1, close - 1).toString());
-        if (!m_index.contains(name))
-            m_index.insert(name, m_sections.size() - 1);
-        return;
-    }
-    Section& section = m_sections.back();
-    section.lines.push_back(parseLine(bytes, text));
-    if (section.lines.back().isBlank)
-        return;
-    const auto known = section.keys.size();
-    if (known == 0)
-        section.keys.reserve(kUsualKeys);
-    size_t& place = section.keys[ProfileName{section.lines.back().key}];
-    if (section.keys.size() > known)
-        place = section.lines.size() - 1;
+    return close > 0 ? text.sliced(1, close - 1).toString() : QString();
 }
 
-template <typename View> ProfileDocument::Line ProfileDocument::parseLine(const QByteArray& bytes, View text)
+ProfileDocument::Section& ProfileDocument::parsed(Section& section) const
 {
+    if (section.isParsed)
+        return section;
+    section.isParsed = true;
+    section.keys.reserve(section.end > section.begin ? kUsualKeys : 0);
+    for (qsizetype pos = section.begin; pos < section.end;) {
+        const Span span = spanAt(pos);
+        section.lines.push_back(parseSpan(span));
+        pos = span.next;
+        const Line& line = section.lines.back();
+        const auto known = section.keys.size();
+        if (line.isBlank)
+            continue;
+        size_t& place = section.keys[ProfileName{line.key}];
+        if (section.keys.size() > known)
+            place = section.lines.size() - 1;
+    }
+    return section;
+}
+
+ProfileDocument::Line ProfileDocument::parseSpan(const Span& span) const
+{
+    if (!span.isAscii) {
+        const QByteArray bytes = m_file.sliced(span.begin, span.length);
+        return parseLine(bytes, decode(bytes), Characters::Owned);
+    }
+    const QByteArray bytes = QByteArray::fromRawData(m_file.constData() + span.begin, span.length);
+    return parseLine(bytes, QStringView(m_text).sliced(span.begin, span.length), Characters::Shared);
+}
+
+ProfileDocument::Line ProfileDocument::parseLine(const QByteArray& bytes, QStringView text, Characters characters)
+{
+    const auto part = [characters](QStringView view) {
+        return characters == Characters::Shared ? QString::fromRawData(view.data(), view.size()) : view.toString();
+    };
+    const QStringView trimmed = text.trimmed();
+    const auto equals = trimmed.indexOf(u'=');
     Line line;
     line.bytes = bytes;
-    line.isBlank = text.isEmpty();
-    const auto equals = text.indexOf(u'=');
+    line.isBlank = trimmed.isEmpty();
     line.hasValue = equals >= 0;
-    line.key = (equals < 0 ? text : text.first(equals).trimmed()).toString();
+    line.key = part(equals < 0 ? trimmed : trimmed.first(equals).trimmed());
     if (line.hasValue)
-        line.value = text.sliced(equals + 1).trimmed().toString();
+        line.value = part(trimmed.sliced(equals + 1).trimmed());
     return line;
 }
 
 ProfileDocument::Section* ProfileDocument::find(const QString& section)
 {
     if (!section.isEmpty() && section == m_lastName)
-        return &m_sections[m_lastSection];
+        return &parsed(m_sections[m_lastSection]);
     const auto found = m_index.constFind(folded(section));
     if (found == m_index.cend())
         return nullptr;
     m_lastName = section;
     m_lastSection = *found;
-    return &m_sections[*found];
+    return &parsed(m_sections[*found]);
 }
 
 bool ProfileDocument::hasSection(const QString& section) const
 {
-    return find(section) != nullptr;
+    return m_index.contains(folded(section));
 }
 
 std::optional<QString> ProfileDocument::value(const QString& section, const QString& key) const
@@ -146,7 +179,7 @@ std::optional<QString> ProfileDocument::value(const QString& section, const QStr
     const auto found = holder->keys.constFind(folded(key));
     if (found == holder->keys.cend() || !holder->lines[*found].hasValue)
         return {};
-    return holder->lines[*found].value;
+    return detached(holder->lines[*found].value);
 }
 
 QStringList ProfileDocument::lines(const QString& section) const
@@ -157,7 +190,7 @@ QStringList ProfileDocument::lines(const QString& section) const
         return result;
     for (const Line& line : holder->lines) {
         if (!line.isBlank && !line.key.startsWith(u';'))
-            result << (line.hasValue ? line.key + u'=' + line.value : line.key);
+            result << (line.hasValue ? line.key + u'=' + line.value : detached(line.key));
     }
     return result;
 }
@@ -194,7 +227,7 @@ bool ProfileDocument::setValue(const QString& section, const QString& key, const
         if (line.hasValue && line.value == stored)
             return false;
         const QString changed = line.key + u'=' + stored;
-        line = parseLine(encode(changed), QStringView(changed));
+        line = parseLine(encode(changed), changed, Characters::Owned);
         return true;
     }
     // Behind the last line that says something, so that the blank lines before the next section stay there.
@@ -204,7 +237,7 @@ bool ProfileDocument::setValue(const QString& section, const QString& key, const
     const QString text = key.trimmed() + u'=' + stored;
     const auto index = static_cast<size_t>(place - holder.lines.begin());
     m_endsOpen = m_endsOpen && (&holder != &m_sections.back() || place != holder.lines.end());
-    holder.lines.insert(place, parseLine(encode(text), QStringView(text)));
+    holder.lines.insert(place, parseLine(encode(text), text, Characters::Owned));
     holder.keys.insert(folded(key), index);
     return true;
 }
@@ -215,7 +248,7 @@ QByteArray ProfileDocument::toBytes() const
     for (size_t i = 0; i < m_sections.size(); ++i) {
         if (i > 0)
             bytes += m_sections[i].header + m_lineEnd;
-        for (const Line& line : m_sections[i].lines)
+        for (const Line& line : parsed(m_sections[i]).lines)
             bytes += line.bytes + m_lineEnd;
     }
     if (m_endsOpen && bytes.endsWith(m_lineEnd))

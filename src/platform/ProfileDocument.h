@@ -21,10 +21,15 @@ size_t qHash(const ProfileName& name, size_t seed = 0);
 
 // One INI-syntax file in memory. Lines that nobody changes keep their bytes; an index over sections and keys (without
 // difference between upper and lower case) answers look-ups. The first of equal sections and of equal keys counts.
+//
+// The lines of a section are taken apart when it is first asked for, and share the characters of the file as long as
+// nobody changes them: a definition file has thousands of lines, and a program reads a few sections of most files.
 class ProfileDocument
 {
 public:
     ProfileDocument(const QByteArray& bytes, const CodePage& codePage);
+    ProfileDocument(const ProfileDocument&) = delete;
+    ProfileDocument& operator=(const ProfileDocument&) = delete;
 
     // Everything behind "=" with blanks removed at both ends; nothing for a missing key or a line without "=".
     std::optional<QString> value(const QString& section, const QString& key) const;
@@ -42,6 +47,7 @@ public:
     QByteArray toBytes() const;
 
 private:
+    // Bytes, key and value may point into the text of the file: they do not leave this class.
     struct Line
     {
         QByteArray bytes; // without line end
@@ -52,15 +58,32 @@ private:
     };
     struct Section
     {
-        QByteArray header; // bytes of the header line; empty for the lines before the first section
+        QByteArray header;   // bytes of the header line; empty for the lines before the first section
+        qsizetype begin = 0; // of its lines in the file
+        qsizetype end = 0;
+        bool isParsed = false;
         std::vector<Line> lines;
         QHash<ProfileName, size_t> keys; // -> first line that has it
     };
 
-    void addLine(const QByteArray& bytes);
-    // text: the line without the blanks around it, as a view of 8-bit or wide characters.
-    template <typename View> void addText(const QByteArray& bytes, View text);
-    template <typename View> static Line parseLine(const QByteArray& bytes, View text);
+    // One line of the file and where the next one begins.
+    struct Span
+    {
+        qsizetype begin;
+        qsizetype length; // without line end
+        qsizetype next;
+        bool isAscii;
+    };
+    Span spanAt(qsizetype pos) const;
+    // The name between the brackets when the line begins a section, null when it does not.
+    QString sectionName(const Span& span) const;
+    Line parseSpan(const Span& span) const;
+    enum class Characters {
+        Shared, // with a text that outlives the line
+        Owned
+    };
+    static Line parseLine(const QByteArray& bytes, QStringView text, Characters characters);
+    Section& parsed(Section& section) const;
     Section* find(const QString& section);
     const Section* find(const QString& section) const { return const_cast<ProfileDocument*>(this)->find(section); }
     Section& findOrAdd(const QString& section);
@@ -70,9 +93,11 @@ private:
     CodePage m_codePage;
     bool m_isUtf8 = false;
     bool m_hasMark = false;
+    QByteArray m_file; // as it was read
+    QString m_text;    // the same, character by byte: right for the ASCII lines
     QByteArray m_lineEnd = "\r\n";
-    bool m_endsOpen = false; // the last line has no line end
-    std::vector<Section> m_sections;
+    bool m_endsOpen = false;                 // the last line has no line end
+    mutable std::vector<Section> m_sections; // taken apart on demand
     QHash<ProfileName, size_t> m_index;
     mutable QString m_lastName; // the section asked for last; callers read section by section
     mutable size_t m_lastSection = 0;

@@ -90,6 +90,12 @@ QColor legible(const QColor& text, const QColor& background)
     return shown;
 }
 
+QColor mixed(const QColor& over, const QColor& under, int percent)
+{
+    const auto mix = [&](int strong, int weak) { return (strong * percent + weak * (100 - percent)) / 100; };
+    return QColor(mix(over.red(), under.red()), mix(over.green(), under.green()), mix(over.blue(), under.blue()));
+}
+
 ColorRef PaletteColors::color(int index) const
 {
     if (index < 0 || index >= kSystemColorCount)

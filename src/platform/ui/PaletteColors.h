@@ -20,4 +20,8 @@ QColor paintColor(ColorRef color);
 // colours for a light desktop and must stay legible on a dark one.
 QColor legible(const QColor& text, const QColor& background);
 
+// So many percent of a colour over another. Cells are painted with mixed colours rather than with transparent ones,
+// which Qt shares out among threads: for areas as small as cells that takes longer than the painting.
+QColor mixed(const QColor& over, const QColor& under, int percent);
+
 } // namespace platform

@@ -18,6 +18,8 @@ constexpr int kTextInset = 4;
 constexpr int kLineInset = 8; // between lines of text
 constexpr int kFieldInset = 2;
 constexpr int kFieldLineShare = 24; // percent of the text colour
+constexpr int kSelectionShare = 24; // percent of the selection colour
+constexpr int kPaleShare = 59;      // percent of the background colour
 constexpr int kComboMarkWidth = 16;
 
 const GridModel& gridOf(const QModelIndex& index)
@@ -47,30 +49,34 @@ double WidgetTextMeasure::heightPoints(const QString& text, const CellFont& font
 void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     const Cell& cell = cellAt(index);
+    const bool isSelected = (option.state & QStyle::State_Selected) != 0;
+    const QColor designed = paintColor(cell.backColor);
+    const QColor plain = shown(designed, option.palette);
+    const QColor back = isSelected ? mixed(option.palette.color(QPalette::Highlight), plain, kSelectionShare) : plain;
     painter->save();
-    painter->fillRect(option.rect, paintColor(cell.backColor));
+    painter->fillRect(option.rect, back);
     const GridFonts::Face& face = m_fonts.face(gridOf(index).fontOf(cell));
     painter->setFont(face.font);
     if (cell.type == CellType::Button)
-        paintButton(painter, option, cell);
+        paintButton(painter, option, cell, back);
     QRect place = option.rect.adjusted(kTextInset, 0, -kTextInset, 0);
     if (cell.type == CellType::ComboBox) {
-        paintComboMark(painter, option, paintColor(cell.backColor));
+        paintComboMark(painter, option, back);
         place.setRight(place.right() - kComboMarkWidth);
     }
     if (cell.takesEntry())
-        paintField(painter, option, paintColor(cell.backColor));
+        paintField(painter, option, back);
     const ColorRef gray = gridOf(index).grayColor();
-    painter->setPen(legible(paintColor(cell.locked ? gray : cell.foreColor), paintColor(cell.backColor)));
+    painter->setPen(shown(legible(paintColor(cell.locked ? gray : cell.foreColor), designed), option.palette));
     paintText(painter, place, static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()), cell, face);
-    if ((option.state & QStyle::State_Selected) != 0) {
-        QColor veil = option.palette.color(QPalette::Highlight);
-        veil.setAlpha(60);
-        painter->fillRect(option.rect, veil);
-    }
     if ((option.state & QStyle::State_HasFocus) != 0)
-        paintFocus(painter, option, paintColor(cell.backColor));
+        paintFocus(painter, option, back);
     painter->restore();
+}
+
+QColor SpreadDelegate::shown(const QColor& color, const QPalette& palette) const
+{
+    return m_isPale ? mixed(palette.color(QPalette::Base), color, kPaleShare) : color;
 }
 
 // Cells have the colours of their definition: the rectangle is told from each of them, on light and dark desktops.
@@ -99,23 +105,19 @@ void SpreadDelegate::paintText(QPainter* painter, const QRect& place, Qt::Alignm
 // A line below what can be entered, so that it is told from what the controller only shows.
 void SpreadDelegate::paintField(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const
 {
-    // Mixed here: painting one with transparency is shared out among threads, which takes longer than the line.
-    const QColor text = option.palette.color(QPalette::Text);
-    const auto mix = [](int strong, int weak) {
-        return (strong * kFieldLineShare + weak * (100 - kFieldLineShare)) / 100;
-    };
-    const QColor line(mix(text.red(), back.red()), mix(text.green(), back.green()), mix(text.blue(), back.blue()));
+    const QColor line = mixed(option.palette.color(QPalette::Text), back, kFieldLineShare);
     const QRect field = option.rect.adjusted(kFieldInset, 0, -kFieldInset, -1);
     painter->fillRect(QRect(field.left(), field.bottom(), field.width(), 1), line);
 }
 
-void SpreadDelegate::paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const
+void SpreadDelegate::paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell,
+                                 const QColor& back) const
 {
     QStyleOptionButton button;
     button.rect = option.rect.adjusted(1, 1, -1, -1);
     button.state = QStyle::State_Enabled | (cell.value != 0 ? QStyle::State_On : QStyle::State_Raised);
     button.palette = option.palette;
-    button.palette.setColor(QPalette::Button, paintColor(cell.backColor));
+    button.palette.setColor(QPalette::Button, back);
     QApplication::style()->drawControl(QStyle::CE_PushButtonBevel, &button, painter);
 }
 

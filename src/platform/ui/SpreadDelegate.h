@@ -32,6 +32,10 @@ class SpreadDelegate : public QStyledItemDelegate
 public:
     explicit SpreadDelegate(GridFonts& fonts, QObject* parent = nullptr);
 
+    // Pale while the cells hold something else than what they are there for.
+    void setPale(bool pale) { m_isPale = pale; }
+    QColor shown(const QColor& color, const QPalette& palette) const; // as it is painted: pale or not
+
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
@@ -61,10 +65,11 @@ private:
     void paintText(QPainter* painter, const QRect& place, Qt::Alignment align, const Cell& cell,
                    const GridFonts::Face& face) const;
     void paintField(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
-    void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell) const;
+    void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell, const QColor& back) const;
     void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
 
     GridFonts& m_fonts;
+    bool m_isPale = false;
     mutable std::optional<Entry> m_entry; // Qt asks for an editor's content by const functions
 };
 

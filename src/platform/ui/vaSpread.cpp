@@ -12,7 +12,6 @@ namespace platform {
 namespace {
 
 constexpr double kFrameWidth = 2;
-constexpr int kPaleAlpha = 150;
 constexpr double kMaxCellPixels = 10000; // a damaged width in a definition file stays within reach of the scroll bars
 
 int pixels(double size)
@@ -94,16 +93,11 @@ void vaSpread::paintEvent(QPaintEvent* event)
     QTableView::paintEvent(event);
     QPainter painter(viewport());
     paintFrames(painter);
-    if (m_pale) {
-        QColor veil = palette().color(QPalette::Base);
-        veil.setAlpha(kPaleAlpha);
-        painter.fillRect(viewport()->rect(), veil);
-    }
 }
 
 void vaSpread::setPale(bool pale)
 {
-    m_pale = pale;
+    m_delegate.setPale(pale);
     viewport()->update();
 }
 
@@ -115,7 +109,7 @@ void vaSpread::paintFrames(QPainter& painter) const
                                                     std::min(frame.range.col2, m_grid->maxCols()) - 1));
         if (!first.isValid() || !last.isValid())
             continue;
-        painter.setPen(QPen(paintColor(frame.color), kFrameWidth));
+        painter.setPen(QPen(m_delegate.shown(paintColor(frame.color), palette()), kFrameWidth));
         painter.drawRect(first.united(last));
     }
 }

@@ -69,7 +69,6 @@ private:
     std::optional<CellRange> selectedRange() const;
 
     GridModel* m_grid = nullptr;
-    bool m_pale = false;
     bool m_isSizing = false;
     bool m_opensListOnRelease = false;
     QPoint m_pressedAt;
