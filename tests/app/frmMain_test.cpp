@@ -210,7 +210,7 @@ TEST_F(MainWindow, SpeaksTheChosenLanguage)
                                            "frmMain-KXMenu-0=Regler\n[Language]\nnot connected=getrennt\n"));
     program->context().languageFile = QStringLiteral("T.txt");
     window->tranForm();
-    EXPECT_EQ(window->windowTitle(), u"Fenster");
+    EXPECT_EQ(window->windowTitle(), u"Fenster - [KX41000000-10A[*]]");
     EXPECT_EQ(recv()->text(), u"Empfangen");
     EXPECT_EQ(window->findChild<QMenu*>(QStringLiteral("KXMenu"))->title(), u"Regler");
     EXPECT_EQ(panel("panelState"), u"getrennt");
@@ -262,7 +262,7 @@ TEST_F(MainWindow, SetsAreSavedAndOpenedOverWhatWasRead)
     openWith([](const QByteArray& request) { return soundController::reply(request); });
     QString chosen;
     QStringList questions;
-    window->setFileChooser([&](QWidget*, const FileQuestion& question) {
+    window->setFileChooser([&](const FileQuestion& question) {
         questions << (question.save ? QStringLiteral("save") : QStringLiteral("open"));
         return chosen;
     });
@@ -278,11 +278,16 @@ TEST_F(MainWindow, SetsAreSavedAndOpenedOverWhatWasRead)
     QByteArray saved = file.readAll();
     EXPECT_TRUE(saved.contains("VQSV1=258\r\n")) << saved.toStdString();
     file.close();
+    EXPECT_EQ(window->windowTitle(), u"Vorlant - [KX41000000-10A - my set.k41[*]]");
+    EXPECT_FALSE(window->isWindowModified());
+    Q_EMIT window->findChild<platform::vaSpread*>(QStringLiteral("sprMain"))->editChanged(1, 2, QStringLiteral("7.0"));
+    EXPECT_TRUE(window->isWindowModified());
     window->openDataFile();
     EXPECT_TRUE(asked.texts.isEmpty()) << qPrintable(asked.texts.join(u'|'));
     ASSERT_TRUE(soundController::writeFile(chosen, QByteArray(saved).replace("VQSV1=258", "VQSV1=50")));
     window->openDataFile();
     EXPECT_EQ(cell(2), u"5.0");
+    EXPECT_FALSE(window->isWindowModified());
     ASSERT_TRUE(soundController::writeFile(chosen, QByteArray(saved).replace("MODEL=KX41", "MODEL=KX62")));
     window->openDataFile();
     EXPECT_EQ(asked.texts, QStringList{QStringLiteral("Model number is different.")});
@@ -295,6 +300,57 @@ TEST_F(MainWindow, SetsAreSavedAndOpenedOverWhatWasRead)
     chosen.clear();
     window->saveDataFile();
     EXPECT_EQ(asked.texts.size(), 1) << "cancelled: nothing happens";
+    recv()->trigger();
+    EXPECT_EQ(window->windowTitle(), u"Vorlant - [KX41000000-10A[*]]") << "the values are the controller's, not a file's";
+}
+
+TEST_F(MainWindow, RecentFilesAreOfferedAndForgottenWhenTheyAreGone)
+{
+    openWith([](const QByteArray& request) { return soundController::reply(request); },
+             kLastModel + "UseCommunicate=True\n");
+    QString chosen;
+    window->setFileChooser([&](const FileQuestion&) { return chosen; });
+    for (const char* name : {"a&b.k41", "c.k41", "a&b.k41"}) {
+        chosen = dir.path() + u'/' + QLatin1String(name);
+        window->saveDataFile();
+    }
+    const auto offered = [this] {
+        QStringList captions;
+        const auto items = window->findChild<QMenu*>(QStringLiteral("RecentMenu"))->actions();
+        for (const QAction* item : items) {
+            if (!item->isSeparator())
+                captions << item->text().section(u'(', 0, 0).trimmed();
+        }
+        return captions;
+    };
+    EXPECT_EQ(offered(), (QStringList{"&1 a&&b.k41", "&2 c.k41", "Clear the list"}));
+    window.reset();
+    program.reset();
+    open(controller->device(), settingsFile());
+    EXPECT_EQ(offered(), (QStringList{"&1 a&&b.k41", "&2 c.k41", "Clear the list"})) << "after a restart";
+    ASSERT_TRUE(QFile::remove(dir.path() + QStringLiteral("/a&b.k41")));
+    window->findChild<QMenu*>(QStringLiteral("RecentMenu"))->actions().constFirst()->trigger();
+    ASSERT_EQ(asked.texts.size(), 1);
+    EXPECT_TRUE(asked.texts.constFirst().endsWith(u"is no file.")) << qPrintable(asked.texts.constFirst());
+    EXPECT_EQ(offered(), (QStringList{"&1 c.k41", "Clear the list"}));
+    window->findChild<QAction*>(QStringLiteral("mnuRecent_0"))->trigger();
+    EXPECT_EQ(offered(), QStringList{"Clear the list"});
+}
+
+// The toolbar asks before it sends, the menu only tells.
+TEST_F(MainWindow, SendOfTheToolbarAsks)
+{
+    openWith([](const QByteArray& request) { return soundController::reply(request); });
+    recv()->trigger();
+    const int read = controller->requests();
+    auto* send = window->findChild<QAction*>(QStringLiteral("tlbMain_Send"));
+    asked.answer = MessageResult::kNo;
+    send->trigger();
+    EXPECT_EQ(asked.texts, QStringList{QStringLiteral("Transfer All Data.Sure?")});
+    EXPECT_EQ(controller->requests(), read) << "No sends nothing";
+    asked.answer = MessageResult::kYes;
+    send->trigger();
+    EXPECT_GT(controller->requests(), read);
 }
 
 TEST_F(MainWindow, ComesUpWhereItWas)

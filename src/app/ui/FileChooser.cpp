@@ -26,5 +26,7 @@ QString chooseFile(QWidget* owner, const FileQuestion& question)
     dialog.setDefaultSuffix(question.extension);
     if (!question.folder.isEmpty())
         dialog.setDirectory(question.folder);
+    if (!question.name.isEmpty())
+        dialog.selectFile(question.name);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }

@@ -1,8 +1,10 @@
 #include "MainMenus.h"
 
 #include "ControlRegistry.h"
+#include "ToolIcons.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -13,6 +15,9 @@ MainMenus::MainMenus(QMenuBar& bar)
     open->setShortcut(QKeySequence::Open);
     save = addItem(file, QStringLiteral("mnuFile"), 1, QStringLiteral("Save"));
     save->setShortcut(QKeySequence::Save);
+    recent = keep(file->addMenu(QStringLiteral("Recent files")), QStringLiteral("RecentMenu"));
+    clearRecent = addItem(recent, QStringLiteral("mnuRecent"), 0, QStringLiteral("Clear the list"));
+    file->addSeparator();
     exit = addItem(file, QStringLiteral("mnuFile"), 2, QStringLiteral("Exit"));
     exit->setShortcut(QKeySequence::Quit);
     exit->setMenuRole(QAction::QuitRole);
@@ -21,25 +26,66 @@ MainMenus::MainMenus(QMenuBar& bar)
     copy->setShortcut(QKeySequence::Copy);
     paste = addItem(edit, QStringLiteral("mnuEdit"), 1, QStringLiteral("Paste"));
     paste->setShortcut(QKeySequence::Paste);
+    edit->addSeparator();
     undo = addItem(edit, QStringLiteral("mnuEdit"), 2, QStringLiteral("Undo"));
     undo->setShortcut(QKeySequence::Undo);
     redo = addItem(edit, QStringLiteral("mnuEdit"), 3, QStringLiteral("Redo"));
     redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
     QMenu* kx = addMenu(bar, QStringLiteral("KXMenu"));
     comm = addItem(kx, QStringLiteral("mnuKX"), 0, QStringLiteral("Comm"));
+    comm->setShortcut(Qt::Key_F7);
     recv = addItem(kx, QStringLiteral("mnuKX"), 1, QStringLiteral("Recv"));
     recv->setShortcut(Qt::Key_F5);
     send = addItem(kx, QStringLiteral("mnuKX"), 2, QStringLiteral("Send"));
     send->setShortcut(Qt::Key_F6);
+    kx->addSeparator();
+    traffic = addItem(kx, QStringLiteral("mnuKX"), 3, QStringLiteral("Traffic"));
+    traffic->setShortcut(Qt::CTRL | Qt::Key_T);
     QMenu* settings = addMenu(bar, QStringLiteral("OptionMenu"));
     option = addItem(settings, QStringLiteral("mnuOption"), 0, QStringLiteral("Option"));
-    QMenu* help = addMenu(bar, QStringLiteral("HelpMenu"));
-    version = addItem(help, QStringLiteral("mnuHelp"), 1, QStringLiteral("Version"));
+    option->setShortcut(QKeySequence::Preferences);
+    QMenu* about = addMenu(bar, QStringLiteral("HelpMenu"));
+    help = addItem(about, QStringLiteral("mnuHelp"), 0, QStringLiteral("Help"));
+    help->setShortcut(Qt::Key_F1);
+    version = addItem(about, QStringLiteral("mnuHelp"), 1, QStringLiteral("Version"));
+    showIcons();
+}
+
+void MainMenus::showIcons()
+{
+    const std::pair<QAction*, const char*> pictures[] = {
+        {open, "Open"}, {save, "Save"},       {exit, "Exit"},     {comm, "Comm"}, {recv, "Recv"},
+        {send, "Send"}, {traffic, "Traffic"}, {option, "Option"}, {help, "Help"}, {version, "Version"}};
+    for (const auto& [action, name] : pictures)
+        action->setIcon(toolIcon(QLatin1String(name)));
+}
+
+void MainMenus::showRecent(const QStringList& files, const std::function<void(const QString&)>& choose)
+{
+    const auto items = recent->actions();
+    for (QAction* item : items) {
+        if (item != clearRecent)
+            delete item;
+    }
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        const QFileInfo file(files.at(i));
+        QString caption = QStringLiteral("%1 (%2)").arg(file.fileName(), file.absolutePath());
+        auto* item =
+            new QAction(QStringLiteral("&%1 %2").arg(i + 1).arg(caption.replace(u'&', QStringLiteral("&&"))), recent);
+        QObject::connect(item, &QAction::triggered, recent, [choose, path = files.at(i)] { choose(path); });
+        recent->insertAction(clearRecent, item);
+    }
+    recent->insertSeparator(clearRecent);
+    recent->setEnabled(!files.isEmpty());
 }
 
 QMenu* MainMenus::addMenu(QMenuBar& bar, const QString& name)
 {
-    QMenu* menu = bar.addMenu(name);
+    return keep(bar.addMenu(name), name);
+}
+
+QMenu* MainMenus::keep(QMenu* menu, const QString& name)
+{
     menu->setObjectName(name);
     m_menus.push_back(menu);
     return menu;

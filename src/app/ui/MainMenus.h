@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
+#include <functional>
 #include <vector>
 
 class QAction;
@@ -20,6 +21,8 @@ public:
 
     QAction* open = nullptr;
     QAction* save = nullptr;
+    QMenu* recent = nullptr; // files, filled by showRecent
+    QAction* clearRecent = nullptr;
     QAction* exit = nullptr;
     QAction* copy = nullptr;
     QAction* paste = nullptr;
@@ -28,8 +31,13 @@ public:
     QAction* comm = nullptr;
     QAction* recv = nullptr;
     QAction* send = nullptr;
+    QAction* traffic = nullptr;
     QAction* option = nullptr;
+    QAction* help = nullptr;
     QAction* version = nullptr;
+
+    // The files to choose from, newest first; choose is called with the file of the item that was triggered.
+    void showRecent(const QStringList& files, const std::function<void(const QString&)>& choose);
 
     // Under the names and places of their control arrays.
     void registerAt(platform::ControlRegistry& registry) const;
@@ -42,7 +50,9 @@ private:
         int index;
     };
 
+    void showIcons();
     QMenu* addMenu(QMenuBar& bar, const QString& name);
+    QMenu* keep(QMenu* menu, const QString& name);
     QAction* addItem(QMenu* menu, const QString& array, int index, const QString& caption);
 
     std::vector<QMenu*> m_menus;

@@ -2,11 +2,13 @@
 
 #include "CellHint.h"
 #include "ControlRegistry.h"
+#include "FileChooser.h"
 #include "GridHint.h"
 #include "LastState.h"
 #include "LinkStatus.h"
 #include "MainMenus.h"
 #include "MainStatusBar.h"
+#include "MainToolbar.h"
 #include "MessageBoxPresenter.h"
 #include "ModelCatalogue.h"
 #include "ProgramContext.h"
@@ -21,11 +23,12 @@
 #include "vaSpread.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QEventLoop>
-#include <QGuiApplication>
+#include <QFileInfo>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QMenuBar>
@@ -71,6 +74,7 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
         m_clsKX, m_uclComm1, program.settings(), program.traceLog(), *m_questions, *m_progress, *this});
     m_editor = std::make_unique<CellEditor>(m_clsKX, *m_questions, *this);
     m_clipboard = std::make_unique<CellClipboard>(*m_editor);
+    setupFiles();
     m_selections.Logs(&program.errorLog(), &program.traceLog());
     connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
     connect(m_engine.get(), &TransferEngine::readEnded, this, &frmMain::afterRead);
@@ -86,7 +90,7 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     m_sModel.clear();
     loadKXInfo(last.modelNo, last.modelString);
     if (last.modelString.isEmpty())
-        program.library().tranForm(*m_controls);
+        translateControls();
     showGridOrHint();
     showLinkStatus();
     showReadStatus();
@@ -110,9 +114,12 @@ void frmMain::setupWindow()
     resize(kDesignedSize);
     setupGrid();
     m_menus = std::make_unique<MainMenus>(*menuBar());
+    m_tlbMain = new MainToolbar(this);
+    addToolBar(m_tlbMain);
     m_stbMain = new MainStatusBar(this);
     setStatusBar(m_stbMain);
     connectMenus();
+    connectToolbar();
     connectGrid();
     m_timer1.setSingleShot(true);
     m_timer1.setInterval(kCommCheckMs);
@@ -144,6 +151,15 @@ void frmMain::setupGrid()
     setCentralWidget(m_pages);
 }
 
+void frmMain::setupFiles()
+{
+    m_files = std::make_unique<ParameterFiles>(m_clsKX, m_program, *m_questions);
+    m_files->setChooser([this](const FileQuestion& question) { return chooseFile(this, question); });
+    connect(m_files.get(), &ParameterFiles::loaded, m_editor.get(), &CellEditor::clear);
+    connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showTitle);
+    connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showRecent);
+}
+
 void frmMain::connectMenus()
 {
     connect(m_menus->open, &QAction::triggered, this, &frmMain::openDataFile);
@@ -159,6 +175,21 @@ void frmMain::connectMenus()
     connect(m_menus->recv, &QAction::triggered, this, [this] { getDataFromKX(); });
     connect(m_menus->option, &QAction::triggered, this, &frmMain::showOption);
     connect(m_menus->version, &QAction::triggered, this, &frmMain::showVersion);
+    connect(m_menus->help, &QAction::triggered, this, &frmMain::sendHelpKey);
+    connect(m_menus->clearRecent, &QAction::triggered, m_files.get(), &ParameterFiles::clearRecent);
+    // Filled when it is looked at.
+    connect(m_menus->recent, &QMenu::aboutToShow, this, &frmMain::showRecent);
+}
+
+void frmMain::connectToolbar()
+{
+    const std::pair<const char*, void (frmMain::*)()> commands[] = {
+        {"Open", &frmMain::openDataFile},   {"Save", &frmMain::saveDataFile}, {"Comm", &frmMain::showCommSetting},
+        {"Option", &frmMain::showOption},   {"Exit", &frmMain::exitApp},      {"Send", &frmMain::askAndSend},
+        {"Version", &frmMain::showVersion}, {"Help", &frmMain::sendHelpKey}};
+    for (const auto& [key, command] : commands)
+        connect(m_tlbMain->button(QLatin1String(key)), &QAction::triggered, this, command);
+    connect(m_tlbMain->button(QStringLiteral("Recv")), &QAction::triggered, this, [this] { getDataFromKX(); });
 }
 
 void frmMain::connectGrid()
@@ -180,6 +211,7 @@ void frmMain::connectGrid()
         m_clipboard->paste({row, col}, text);
     });
     connect(editor, &CellEditor::edited, this, &frmMain::showHint);
+    connect(editor, &CellEditor::edited, this, &frmMain::showTitle);
     const auto showHistory = [this] {
         m_menus->undo->setEnabled(m_editor->canUndo());
         m_menus->redo->setEnabled(m_editor->canRedo());
@@ -191,6 +223,7 @@ void frmMain::connectGrid()
 void frmMain::registerControls()
 {
     m_controls = std::make_unique<platform::ControlRegistry>(*this, kFormName);
+    m_controls->add(m_tlbMain, m_tlbMain->objectName());
     m_menus->registerAt(*m_controls);
     m_controls->add(m_sprMain, m_sprMain->objectName());
     m_controls->add(static_cast<QStatusBar*>(m_stbMain), m_stbMain->objectName());
@@ -232,15 +265,25 @@ void frmMain::loadKXInfo(int lModelNo, const QString& sModel)
     tranForm();
 }
 
+// A title that names a document is left alone by translation: it is put together again from the translated caption.
+void frmMain::translateControls()
+{
+    setWindowTitle(m_controls->designCaption());
+    m_program.library().tranForm(*m_controls);
+    m_caption = windowTitle();
+    showTitle();
+}
+
 void frmMain::tranForm()
 {
     const bool isJapanese = m_program.context().languageFile == u"JP.txt";
     m_helpFile = m_program.machine().folders.program() +
                  (isJapanese ? QStringLiteral("\\VorlantJ.chm") : QStringLiteral("\\Vorlant.chm"));
-    m_program.library().tranForm(*m_controls);
+    translateControls();
     setState(MainState::NoConnection);
     m_selections.closeAll();
     m_clsKX.load(m_lModelNo, &m_program.library(), modelPanel());
+    m_files->forget();
     showGridOrHint();
     showLinkStatus();
     showReadStatus();
@@ -267,6 +310,16 @@ void frmMain::setDataToKXAll()
     m_engine->setDataToKXAll();
 }
 
+void frmMain::askAndSend()
+{
+    if (m_engine->isBusy())
+        return;
+    const QString question = m_program.library().tranStr(QStringLiteral("Transfer All Data.Sure?"));
+    if (m_questions->showMessage(question, MessageStyle::kYesNoExclamation, QStringLiteral("KX")) ==
+        MessageResult::kYes)
+        m_engine->setDataToKXAll();
+}
+
 bool frmMain::writeOne(const QString& tag)
 {
     m_engine->setDataToKXOne(tag);
@@ -285,6 +338,7 @@ void frmMain::afterRead()
         return;
     m_readAt = m_program.clock().now();
     m_editor->clear();
+    m_files->forget();
 }
 
 // A write, and the read-back behind it, end what can be undone here.
@@ -295,6 +349,7 @@ void frmMain::afterWrite()
     showWriteStatus();
     showLinkStatus();
     showReadStatus();
+    showTitle();
 }
 
 // The window is modeless in its looks; what it sets belongs to the action that opened it, which goes on when it has
@@ -313,57 +368,6 @@ void frmMain::openMultiSelect(clsData& item, const QString& section)
         untilClosed.exec();
         return;
     }
-}
-
-void frmMain::openDataFile()
-{
-    const clsLibrary& library = m_program.library();
-    if (!m_program.settings().m_bComm && m_eState != MainState::UpToDate) {
-        m_questions->showMessage(
-            library.tranStr(QStringLiteral("Please acquire the up-to-date data from the equipment.")),
-            MessageStyle::kCritical);
-        return;
-    }
-    const platform::PathMap& paths = m_program.machine().paths;
-    const QString file =
-        m_chooseFile(this, {false, m_clsKX.Ext(), paths.toMachine(m_clsKX.DataPath()), m_clsKX.DialogFilter()});
-    if (file.isEmpty())
-        return;
-    m_program.eventLog().LogWrite(QStringLiteral("showOpenFile-") + file);
-    if (m_clsKX.loadData(paths.toDesktop(file))) {
-        m_questions->showMessage(m_clsKX.lastLoad().detail, MessageStyle::kCritical);
-        return;
-    }
-    m_editor->clear();
-    tellLoad();
-}
-
-// A set that was taken may still hold what a person should look at before it is sent.
-void frmMain::tellLoad()
-{
-    const clsLibrary& library = m_program.library();
-    const ParameterLoad& load = m_clsKX.lastLoad();
-    QStringList lines;
-    if (!load.outsideLimits.isEmpty())
-        lines << library.tranStr(QStringLiteral("Outside their limits: %1")).arg(load.outsideLimits.join(u", "));
-    if (!load.missing.isEmpty())
-        lines << library.tranStr(QStringLiteral("Not in the file: %1")).arg(load.missing.join(u", "));
-    if (!lines.isEmpty())
-        m_questions->showMessage(lines.join(u'\n'), MessageStyle::kExclamation);
-}
-
-void frmMain::saveDataFile()
-{
-    const platform::PathMap& paths = m_program.machine().paths;
-    const QString file =
-        m_chooseFile(this, {true, m_clsKX.Ext(), paths.toMachine(m_clsKX.DataPath()), m_clsKX.DialogFilter()});
-    if (file.isEmpty())
-        return;
-    m_program.eventLog().LogWrite(QStringLiteral("showSaveFile-") + file);
-    const QString error = m_clsKX.saveData(paths.toDesktop(file));
-    if (!error.isEmpty())
-        m_questions->showMessage(m_program.library().tranStr(QStringLiteral("The file was not saved: %1")).arg(error),
-                                 MessageStyle::kCritical);
 }
 
 void frmMain::showCommSetting()
@@ -443,6 +447,26 @@ void frmMain::showHint()
         at.isValid() ? cellHint(m_clsKX, at.column() + 1, at.row() + 1, m_program.library().translation()) : QString());
 }
 
+void frmMain::showTitle()
+{
+    setWindowTitle(windowTitleText(m_caption, modelPanel(), QFileInfo(m_files->file()).fileName()));
+    setWindowModified(m_files->isChanged());
+}
+
+void frmMain::showRecent()
+{
+    m_menus->showRecent(m_files->recent().files(),
+                        [this](const QString& file) { m_files->openRecent(file, m_eState); });
+}
+
+// The key goes where the user is, so that the page about that opens.
+void frmMain::sendHelpKey()
+{
+    QWidget* focus = QApplication::focusWidget();
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
+    QCoreApplication::sendEvent(focus != nullptr ? focus : this, &press);
+}
+
 void frmMain::showWriteStatus()
 {
     const TranslateText tran = m_program.library().translation();
@@ -465,6 +489,9 @@ void frmMain::showGridOrHint()
     m_pages->setCurrentWidget(hint.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
     for (QAction* action : {m_menus->recv, m_menus->send, m_menus->open, m_menus->save, m_menus->paste})
         action->setEnabled(hint.isEmpty());
+    for (const char* key : {"Recv", "Send", "Open", "Save"})
+        m_tlbMain->button(QLatin1String(key))->setEnabled(hint.isEmpty());
+    m_menus->recent->menuAction()->setEnabled(hint.isEmpty() && !m_files->recent().files().isEmpty());
 }
 
 void frmMain::onLoadEvent(int code, int number, const QString& text)

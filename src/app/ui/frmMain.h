@@ -3,10 +3,10 @@
 #include "CellClipboard.h"
 #include "CellEditor.h"
 #include "ComSetOwner.h"
-#include "FileChooser.h"
 #include "GridModel.h"
 #include "MultiSelectOwner.h"
 #include "OptionOwner.h"
+#include "ParameterFiles.h"
 #include "SelectionWindows.h"
 #include "TransferEngine.h"
 #include "clsKX.h"
@@ -20,6 +20,7 @@
 
 class MainMenus;
 class MainStatusBar;
+class MainToolbar;
 class MessagePresenter;
 class ProgramContext;
 class ProgressDialogView;
@@ -78,9 +79,9 @@ public:
     void getDataFromKX(const std::vector<clsBlock*>* colRefData = nullptr);
     void setDataToKXAll();
     void ProgCancel(int Index) { m_engine->ProgCancel(Index); }
-    void openDataFile();
-    void saveDataFile();
-    void setFileChooser(const FileChooser& chooser) { m_chooseFile = chooser; }
+    void openDataFile() { m_files->openDataFile(m_eState); }
+    void saveDataFile() { m_files->saveDataFile(); }
+    void setFileChooser(const FileChooser& chooser) { m_files->setChooser(chooser); }
     // Opens the communication settings once the event at hand has ended, unless the program works off-line.
     void doCommCheck() override { m_timer1.start(); }
     void showOption();
@@ -118,7 +119,9 @@ protected:
 private:
     void setupWindow();
     void setupGrid();
+    void setupFiles();
     void connectMenus();
+    void connectToolbar();
     void registerControls();
     void initForm(const LastState& last);
     void showLinkStatus();
@@ -126,9 +129,13 @@ private:
     void showGridOrHint();
     void showWriteStatus();
     void tellWriteDetails();
-    void tellLoad();
     void connectGrid();
     void showHint();
+    void translateControls();
+    void showTitle();
+    void showRecent();
+    void askAndSend();
+    void sendHelpKey();
     void afterRead();
     void afterWrite();
     void onLoadEvent(int code, int number, const QString& text);
@@ -144,6 +151,7 @@ private:
     std::unique_ptr<TransferEngine> m_engine;
     std::unique_ptr<CellEditor> m_editor;
     std::unique_ptr<CellClipboard> m_clipboard;
+    std::unique_ptr<ParameterFiles> m_files;
     SelectionWindows m_selections;
     std::unique_ptr<MainMenus> m_menus;
     std::unique_ptr<platform::ControlRegistry> m_controls;
@@ -155,6 +163,7 @@ private:
     QStackedWidget* m_pages = nullptr;
     platform::vaSpread* m_sprMain = nullptr;
     QLabel* m_hint = nullptr;
+    MainToolbar* m_tlbMain = nullptr;
     MainStatusBar* m_stbMain = nullptr;
 
     int m_lModelNo = 1;
@@ -164,6 +173,6 @@ private:
     MainState m_eState = MainState::NoConnection;
     QDateTime m_readAt;
     QString m_helpFile;
-    FileChooser m_chooseFile = chooseFile;
+    QString m_caption; // of the window, without what it shows
     bool m_askBeforeClosing = true;
 };

@@ -1,0 +1,145 @@
+#include "ParameterFiles.h"
+
+#include "MessagePresenter.h"
+#include "ParameterFile.h"
+#include "ProgramContext.h"
+#include "clsKX.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+QStringList valuesOf(const clsKX& kx)
+{
+    QStringList values;
+    for (const auto& item : kx.items()) {
+        if (kx.isWritable(*item)) // what is only measured changes by itself
+            values << item->Data();
+    }
+    return values;
+}
+
+} // namespace
+
+ParameterFiles::ParameterFiles(clsKX& kx, ProgramContext& program, MessagePresenter& questions, QObject* parent)
+    : QObject(parent), m_kx(kx), m_program(program), m_questions(questions), m_recent(program.context())
+{}
+
+bool ParameterFiles::mayOpen(MainState state)
+{
+    if (m_program.settings().m_bComm || state == MainState::UpToDate)
+        return true;
+    m_questions.showMessage(
+        m_program.library().tranStr(QStringLiteral("Please acquire the up-to-date data from the equipment.")),
+        MessageStyle::kCritical);
+    return false;
+}
+
+FileQuestion ParameterFiles::question(bool save) const
+{
+    const QString folder =
+        m_file.isEmpty() ? m_program.machine().paths.toMachine(m_kx.DataPath()) : QFileInfo(m_file).absolutePath();
+    return {save, m_kx.Ext(), folder, m_kx.DialogFilter(), save ? QFileInfo(m_file).fileName() : QString()};
+}
+
+void ParameterFiles::openDataFile(MainState state)
+{
+    if (!mayOpen(state))
+        return;
+    const QString file = m_choose(question(false));
+    if (!file.isEmpty())
+        load(file);
+}
+
+void ParameterFiles::openRecent(const QString& file, MainState state)
+{
+    if (mayOpen(state))
+        load(file);
+}
+
+void ParameterFiles::load(const QString& file)
+{
+    m_program.eventLog().LogWrite(QStringLiteral("showOpenFile-") + file);
+    if (m_kx.loadData(m_program.machine().paths.toDesktop(file))) {
+        if (!QFileInfo::exists(file))
+            m_recent.remove(file);
+        Q_EMIT fileChanged();
+        m_questions.showMessage(m_kx.lastLoad().detail, MessageStyle::kCritical);
+        return;
+    }
+    standFor(file);
+    Q_EMIT loaded();
+    tellLoad();
+}
+
+// A set that was taken may still hold what a person should look at before it is sent.
+void ParameterFiles::tellLoad()
+{
+    const clsLibrary& library = m_program.library();
+    const ParameterLoad& load = m_kx.lastLoad();
+    QStringList lines;
+    if (!load.outsideLimits.isEmpty())
+        lines << library.tranStr(QStringLiteral("Outside their limits: %1")).arg(load.outsideLimits.join(u", "));
+    if (!load.missing.isEmpty())
+        lines << library.tranStr(QStringLiteral("Not in the file: %1")).arg(load.missing.join(u", "));
+    if (!lines.isEmpty())
+        m_questions.showMessage(lines.join(u'\n'), MessageStyle::kExclamation);
+}
+
+void ParameterFiles::saveDataFile()
+{
+    const QString file = m_choose(question(true));
+    if (file.isEmpty())
+        return;
+    m_program.eventLog().LogWrite(QStringLiteral("showSaveFile-") + file);
+    const QString error = m_kx.saveData(m_program.machine().paths.toDesktop(file));
+    if (error.isEmpty())
+        standFor(file);
+    else
+        m_questions.showMessage(m_program.library().tranStr(QStringLiteral("The file was not saved: %1")).arg(error),
+                                MessageStyle::kCritical);
+}
+
+void ParameterFiles::standFor(const QString& file)
+{
+    m_file = file;
+    m_values = valuesOf(m_kx);
+    m_recent.add(file);
+    Q_EMIT fileChanged();
+}
+
+void ParameterFiles::forget()
+{
+    m_file.clear();
+    m_values.clear();
+    Q_EMIT fileChanged();
+}
+
+void ParameterFiles::clearRecent()
+{
+    m_recent.clear();
+    Q_EMIT fileChanged();
+}
+
+bool ParameterFiles::isChanged() const
+{
+    if (!m_file.isEmpty())
+        return valuesOf(m_kx) != m_values;
+    return std::any_of(m_kx.items().cbegin(), m_kx.items().cend(),
+                       [](const auto& item) { return item->Edit == EditState::kChanged; });
+}
+
+QString windowTitleText(const QString& program, const QString& model, const QString& file)
+{
+    QStringList parts;
+    if (!model.isEmpty())
+        parts << model;
+    if (!file.isEmpty())
+        parts << file;
+    // Brackets in a name are not the mark of a change.
+    QString document = parts.join(QStringLiteral(" - "));
+    document.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+    return document.isEmpty() ? program : QStringLiteral("%1 - [%2[*]]").arg(program, document);
+}

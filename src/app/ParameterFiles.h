@@ -1,0 +1,61 @@
+#pragma once
+
+#include "FileQuestion.h"
+#include "RecentFiles.h"
+#include "TransferPorts.h"
+
+#include <QObject>
+#include <QString>
+
+class MessagePresenter;
+class ProgramContext;
+class clsKX;
+struct ParameterSet;
+
+// The parameter file that the grid stands for: opening, saving, the files used last, and whether the grid holds changes
+// that would be lost with it. Model, program and questions are kept, not owned.
+class ParameterFiles : public QObject
+{
+    Q_OBJECT
+
+public:
+    ParameterFiles(clsKX& kx, ProgramContext& program, MessagePresenter& questions, QObject* parent = nullptr);
+
+    void setChooser(const FileChooser& chooser) { m_choose = chooser; }
+
+    // Asks for a file and loads it. While the program works on-line the grid must hold what the controller holds.
+    void openDataFile(MainState state);
+    void openRecent(const QString& file, MainState state); // machine path
+    void saveDataFile();
+    // The grid holds something else now: a controller's values, another model.
+    void forget();
+
+    const RecentFiles& recent() const { return m_recent; }
+    void clearRecent();
+    QString file() const { return m_file; } // machine path; empty: the grid stands for no file
+    // With a file: the values differ from those last loaded or saved. Without: a value was changed and not sent.
+    bool isChanged() const;
+
+Q_SIGNALS:
+    void loaded();
+    void fileChanged(); // file(), recent() or isChanged() answer differently
+
+private:
+    bool mayOpen(MainState state);
+    void load(const QString& file);
+    void tellLoad();
+    void standFor(const QString& file);
+    FileQuestion question(bool save) const;
+
+    clsKX& m_kx;
+    ProgramContext& m_program;
+    MessagePresenter& m_questions;
+    FileChooser m_choose;
+    RecentFiles m_recent;
+    QString m_file;
+    QStringList m_values; // of the file, in item order
+};
+
+// "Vorlant - [KX41000000-10A - furnace.kx[*]]": program, model and file; the mark in brackets stands where a window
+// shows that there are changes. A model or file that is empty is left out.
+QString windowTitleText(const QString& program, const QString& model, const QString& file);
