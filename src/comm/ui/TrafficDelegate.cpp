@@ -1,9 +1,9 @@
 #include "TrafficDelegate.h"
 
+#include "Fonts.h"
 #include "PaletteColors.h"
 #include "TrafficModel.h"
 
-#include <QFontDatabase>
 #include <QStyle>
 #include <QWidget>
 
@@ -16,20 +16,13 @@ bool holdsBytes(int column)
     return column == TrafficModel::kTime || column == TrafficModel::kAddress || column == TrafficModel::kData;
 }
 
-QFont fixedFont(const QFont& size)
-{
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPointSizeF(size.pointSizeF());
-    return font;
-}
-
 } // namespace
 
 void TrafficDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
     if (holdsBytes(index.column()))
-        option->font = fixedFont(option->font);
+        option->font = platform::fixedFont(option->font.pointSizeF());
     if (!index.data(TrafficModel::kIsErrorRole).toBool())
         return;
     const QColor base = option->palette.color(QPalette::Base);

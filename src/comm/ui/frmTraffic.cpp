@@ -2,13 +2,13 @@
 
 #include "AccessibleNames.h"
 #include "ControlRegistry.h"
+#include "Fonts.h"
 #include "GridModel.h"
 #include "TrafficDelegate.h"
 #include "clsLibrary.h"
 
 #include <QCheckBox>
 #include <QClipboard>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QHideEvent>
@@ -26,8 +26,8 @@ namespace {
 
 const QString kFormName = QStringLiteral("frmTraffic");
 constexpr int kDetailLines = 6;
-constexpr int kWidths[TrafficModel::kColumns] = {16, 14, 7, 24, 9, 7, 44, 12, 40}; // average characters
-constexpr QSize kDesignedSize(1100, 620);
+constexpr double kWidths[TrafficModel::kColumns] = {16, 14, 7, 27, 9, 7, 34, 12, 40}; // average characters
+constexpr QSize kDesignedSize(190, 40);                                               // average characters and lines
 
 } // namespace
 
@@ -55,7 +55,7 @@ void frmTraffic::setupForm()
     m_details->setObjectName(QStringLiteral("Text1"));
     m_details->setReadOnly(true);
     m_details->setTabChangesFocus(true);
-    m_details->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_details->setFont(platform::fixedFont(font().pointSizeF()));
     m_details->setFixedHeight(kDetailLines * m_details->fontMetrics().lineSpacing() + 2 * m_details->frameWidth() +
                               static_cast<int>(2 * m_details->document()->documentMargin()));
     m_status = new QLabel(this);
@@ -67,7 +67,8 @@ void frmTraffic::setupForm()
     layout->addWidget(m_table, 1);
     layout->addWidget(m_details);
     layout->addWidget(m_status);
-    resize(kDesignedSize);
+    resize(kDesignedSize.width() * fontMetrics().averageCharWidth(),
+           kDesignedSize.height() * fontMetrics().lineSpacing());
 }
 
 QWidget* frmTraffic::setupButtons()
@@ -129,10 +130,10 @@ void frmTraffic::connectForm()
 void frmTraffic::registerControls()
 {
     m_registry = std::make_unique<platform::ControlRegistry>(*this, kFormName);
+    m_registry->add(m_errorsOnly, QStringLiteral("Check1")); // a control behind an array would get its last index
     int index = 0;
     for (QPushButton* button : {m_pause, m_copy, m_clear, m_close})
         m_registry->add(button, QStringLiteral("Command1"), index++);
-    m_registry->add(m_errorsOnly, QStringLiteral("Check1"));
 }
 
 void frmTraffic::tranForm()
@@ -201,15 +202,16 @@ bool frmTraffic::eventFilter(QObject* watched, QEvent* event)
 // Column widths are kept as those of the grids are, in average characters.
 void frmTraffic::loadColumns()
 {
+    const double unit = fontMetrics().averageCharWidth();
+    QHeaderView* headers = m_table->horizontalHeader();
     platform::GridModel widths;
     widths.setMaxCols(TrafficModel::kColumns);
     for (int i = 0; i < TrafficModel::kColumns; ++i)
-        widths.setColWidth(i + 1, kWidths[i]);
+        widths.setColWidth(i + 1, std::max(kWidths[i], headers->sectionSizeHint(i) / unit));
     m_library.loadColSize(widths, kFormName, QString());
-    QHeaderView* headers = m_table->horizontalHeader();
     for (int i = 0; i < TrafficModel::kColumns; ++i) {
-        const double pixels = widths.colWidth(i + 1) * fontMetrics().averageCharWidth();
-        headers->resizeSection(i, std::max(static_cast<int>(pixels + 0.5), headers->minimumSectionSize()));
+        const double pixels = widths.colWidth(i + 1) * unit;
+        headers->resizeSection(i, std::max(qRound(pixels), headers->minimumSectionSize()));
     }
 }
 
