@@ -77,12 +77,17 @@ void clsLog::setLogRecSize(int bytes)
         m_logRecSize = bytes;
 }
 
+QString clsLog::filePath() const
+{
+    return m_machine.paths.toMachine(m_logPath + m_logFileName);
+}
+
 void clsLog::LogWrite(const QString& Message)
 {
     if (!m_logSwitch)
         return;
     const QByteArray stamp = m_machine.clock.now().toString(QStringLiteral("[yyyy/MM/dd HH:mm:ss:zzz]")).toLatin1();
-    QFile file(m_machine.paths.toMachine(m_logPath + m_logFileName));
+    QFile file(filePath());
     if (file.fileName().isEmpty() || !file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
         return;
     Header header;

@@ -19,6 +19,7 @@ public:
     void setLogFileName(const QString& name); // bare name; refused with any of \ / : * ? " < > |
     void setMaxLogCnt(int records);           // taken when greater than 0; default 4095
     void setLogRecSize(int bytes);            // taken when greater than 27; default 256
+    QString filePath() const;                 // of the machine; it need not be there
     bool LogSwitch() const { return m_logSwitch; }
     void setLogSwitch(bool on) { m_logSwitch = on; }
 

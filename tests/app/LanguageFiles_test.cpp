@@ -8,6 +8,7 @@
 #include "frmOption.h"
 #include "frmProgbar.h"
 #include "frmShowVersion.h"
+#include "frmTraffic.h"
 
 #include <QDir>
 #include <QFile>
@@ -77,6 +78,7 @@ protected:
         program.ports().assign(1, dir.filePath(QStringLiteral("no-adapter")));
         frmMain window(program, std::make_unique<RecordingMessages>(told));
         window.show();
+        frmTraffic(program.library(), program.traceLog().filePath(), &window).show();
         frmComSet({window, program.ports(), program.library(), QString()}, &window).show();
         frmOption options(program.library(), program.settings(), window);
         options.showModeless(&window, false);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QHash>
 
 namespace platform {
@@ -26,6 +27,19 @@ QFont namedFont(const QString& face, double pointSize, bool bold)
     if (pointSize > 0)
         font.setPointSizeF(pointSize);
     font.setBold(bold);
+    return font;
+}
+
+QFont fixedFont(double pointSize)
+{
+    // Not every desktop's settings name a font that keeps what it promises.
+    static const QString family = [] {
+        const QFont named = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        return QFontInfo(named).fixedPitch() ? named.family() : QStringLiteral("monospace");
+    }();
+    QFont font(family);
+    font.setStyleHint(QFont::Monospace);
+    font.setPointSizeF(pointSize);
     return font;
 }
 

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "LogReader.h"
+#include "TraceDecoder.h"
+#include "Translator.h"
+
+#include <QAbstractTableModel>
+
+#include <deque>
+#include <vector>
+
+// The lines of the trace log as a table, the newest at the end. The number of rows is bounded: the oldest go.
+class TrafficModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kMostRows = 5000; // more than a whole log of default size
+
+    enum Column { kTime, kDirection, kSlave, kFunction, kAddress, kCount, kData, kCheck, kRemark, kColumns };
+    enum Role {
+        kIsErrorRole = Qt::UserRole, // bool
+        kDetailsRole                 // the whole line at length
+    };
+
+    explicit TrafficModel(TranslateText tran, QObject* parent = nullptr);
+
+    void append(const std::vector<LogReader::Entry>& entries);
+    // A row of the program's own, about the log: what follows it does not continue what stands before it.
+    void appendNote(const QString& english, bool isError);
+    void clear();
+    void retranslate(); // after a change of language
+    int errors() const { return m_errors; }
+
+    // One row as tab separated text, with date and the whole frame; and the line of captions above it.
+    QString copyText(int row) const;
+    QString copyCaptions() const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    struct Row
+    {
+        QString stamp;
+        QString note; // in English; empty for a line of the log
+        FrameFields fields;
+    };
+
+    void appendRows(std::vector<Row> rows);
+    void dropOldest(int count);
+    QString text(const Row& row, int column) const;
+
+    TranslateText m_tran;
+    TraceDecoder m_decoder;
+    std::deque<Row> m_rows;
+    int m_errors = 0;
+};

@@ -1,0 +1,353 @@
+#include "frmTraffic.h"
+
+#include "AccessibleNames.h"
+#include "ControlRegistry.h"
+#include "Fonts.h"
+#include "GridModel.h"
+#include "TrafficDelegate.h"
+#include "clsLibrary.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QHideEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+const QString kFormName = QStringLiteral("frmTraffic");
+constexpr int kDetailLines = 6;
+constexpr double kWidths[TrafficModel::kColumns] = {16, 14, 7, 27, 9, 7, 34, 12, 40}; // average characters
+constexpr QSize kDesignedSize(190, 40);                                               // average characters and lines
+
+} // namespace
+
+frmTraffic::frmTraffic(const clsLibrary& library, const QString& logFile, QWidget* owner)
+    : QDialog(owner, Qt::Window), m_library(library), m_reader(library.context().machine.codePage, logFile),
+      m_model(library.translation()), m_placement(*this, kFormName),
+      m_timer(library.context().machine.clock.makeTimer())
+{
+    m_shown.setSourceModel(&m_model);
+    m_shown.setFilterRole(TrafficModel::kIsErrorRole);
+    setupForm();
+    registerControls();
+    connectForm();
+    tranForm();
+}
+
+frmTraffic::~frmTraffic() = default;
+
+void frmTraffic::setupForm()
+{
+    setObjectName(kFormName);
+    setWindowTitle(QStringLiteral("Traffic"));
+    setupTable();
+    m_details = new QPlainTextEdit(this);
+    m_details->setObjectName(QStringLiteral("Text1"));
+    m_details->setReadOnly(true);
+    m_details->setTabChangesFocus(true);
+    m_details->setFont(platform::fixedFont(font().pointSizeF()));
+    m_details->setFixedHeight(kDetailLines * m_details->fontMetrics().lineSpacing() + 2 * m_details->frameWidth() +
+                              static_cast<int>(2 * m_details->document()->documentMargin()));
+    m_status = new QLabel(this);
+    m_status->setObjectName(QStringLiteral("Label1"));
+    m_status->setTextFormat(Qt::PlainText);
+    m_status->setWordWrap(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(setupButtons());
+    layout->addWidget(m_table, 1);
+    layout->addWidget(m_details);
+    layout->addWidget(m_status);
+    resize(kDesignedSize.width() * fontMetrics().averageCharWidth(),
+           kDesignedSize.height() * fontMetrics().lineSpacing());
+}
+
+QWidget* frmTraffic::setupButtons()
+{
+    auto* row = new QWidget(this);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    int index = 0;
+    const auto add = [&](const QString& caption) {
+        auto* button = new QPushButton(caption, row);
+        button->setObjectName(QStringLiteral("Command1_%1").arg(index++));
+        button->setAutoDefault(false); // Enter belongs to the table
+        layout->addWidget(button);
+        return button;
+    };
+    m_pause = add(QStringLiteral("&Pause"));
+    m_pause->setCheckable(true);
+    m_copy = add(QStringLiteral("C&opy"));
+    m_clear = add(QStringLiteral("C&lear"));
+    m_errorsOnly = new QCheckBox(QStringLiteral("&Errors only"), row);
+    m_errorsOnly->setObjectName(QStringLiteral("Check1"));
+    layout->addWidget(m_errorsOnly);
+    layout->addStretch();
+    m_close = add(QStringLiteral("Clo&se"));
+    return row;
+}
+
+void frmTraffic::setupTable()
+{
+    m_table = new QTableView(this);
+    m_table->setObjectName(QStringLiteral("tblTraffic"));
+    m_table->setModel(&m_shown);
+    m_table->setItemDelegate(new TrafficDelegate(m_table));
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setTabKeyNavigation(false);
+    m_table->setWordWrap(false);
+    m_table->setShowGrid(false);
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void frmTraffic::connectForm()
+{
+    connect(m_timer.get(), &platform::Timer::timeout, this, &frmTraffic::look);
+    connect(m_pause, &QPushButton::toggled, this, &frmTraffic::setPaused);
+    connect(m_copy, &QPushButton::clicked, this, &frmTraffic::copy);
+    connect(m_clear, &QPushButton::clicked, this, &frmTraffic::clear);
+    connect(m_close, &QPushButton::clicked, this, &frmTraffic::reject);
+    connect(m_errorsOnly, &QCheckBox::toggled, this, &frmTraffic::showErrorsOnly);
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, &frmTraffic::showDetails);
+    m_table->installEventFilter(this);
+}
+
+void frmTraffic::registerControls()
+{
+    m_registry = std::make_unique<platform::ControlRegistry>(*this, kFormName);
+    m_registry->add(m_errorsOnly, QStringLiteral("Check1")); // a control behind an array would get its last index
+    int index = 0;
+    for (QPushButton* button : {m_pause, m_copy, m_clear, m_close})
+        m_registry->add(button, QStringLiteral("Command1"), index++);
+}
+
+void frmTraffic::tranForm()
+{
+    m_library.tranForm(*m_registry);
+    m_model.retranslate();
+    platform::nameField(*m_table, windowTitle());
+    platform::nameField(*m_details, m_library.tranStr(QStringLiteral("Details")));
+    setRowHeight();
+    showDetails();
+    showStatus();
+}
+
+void frmTraffic::setRowHeight()
+{
+    const int space = m_table->style()->pixelMetric(QStyle::PM_FocusFrameVMargin, nullptr, m_table);
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 2 * space);
+}
+
+void frmTraffic::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous()) {
+        if (!m_isLaidOut) {
+            m_library.loadFormSize(m_placement);
+            loadColumns();
+        }
+        m_isLaidOut = true;
+        look();
+        m_timer->start(kLookMs);
+        m_table->setFocus();
+    }
+    QDialog::showEvent(event);
+}
+
+// Hidden by whatever way; a minimised window is still open.
+void frmTraffic::hideEvent(QHideEvent* event)
+{
+    if (!event->spontaneous()) {
+        m_timer->stop();
+        m_library.saveFormSize(m_placement);
+        saveColumns();
+    }
+    QDialog::hideEvent(event);
+}
+
+// A transfer disables its owner and with it the windows over it; this one is there to be used meanwhile.
+void frmTraffic::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::EnabledChange && !isEnabled())
+        setEnabled(true);
+    if (event->type() == QEvent::FontChange && m_table != nullptr)
+        setRowHeight();
+    QDialog::changeEvent(event);
+}
+
+// By itself the table copies one cell only.
+bool frmTraffic::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        copy();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+// Column widths are kept as those of the grids are, in average characters.
+void frmTraffic::loadColumns()
+{
+    const double unit = fontMetrics().averageCharWidth();
+    QHeaderView* headers = m_table->horizontalHeader();
+    platform::GridModel widths;
+    widths.setMaxCols(TrafficModel::kColumns);
+    for (int i = 0; i < TrafficModel::kColumns; ++i)
+        widths.setColWidth(i + 1, std::max(kWidths[i], headers->sectionSizeHint(i) / unit));
+    m_library.loadColSize(widths, kFormName, QString());
+    for (int i = 0; i < TrafficModel::kColumns; ++i) {
+        const double pixels = widths.colWidth(i + 1) * unit;
+        headers->resizeSection(i, std::max(qRound(pixels), headers->minimumSectionSize()));
+    }
+}
+
+void frmTraffic::saveColumns() const
+{
+    platform::GridModel widths;
+    widths.setMaxCols(TrafficModel::kColumns);
+    for (int i = 0; i < TrafficModel::kColumns; ++i)
+        widths.setColWidth(i + 1, static_cast<double>(m_table->columnWidth(i)) / fontMetrics().averageCharWidth());
+    m_library.saveColSize(widths, kFormName, QString());
+}
+
+void frmTraffic::look()
+{
+    if (isMinimized())
+        return;
+    LogReader::Look found = m_reader.look();
+    const bool isNew = !found.entries.empty() || found.restarted || found.lost;
+    const bool hasChanged = isNew || found.problem != m_problem;
+    m_problem = found.problem;
+    if (isNew && m_pause->isChecked())
+        keep(std::move(found));
+    else if (isNew)
+        add(found);
+    if (hasChanged)
+        showStatus();
+}
+
+void frmTraffic::keep(LogReader::Look look)
+{
+    m_waitingLines += static_cast<int>(look.entries.size());
+    m_waiting.push_back(std::move(look));
+    while (m_waitingLines > TrafficModel::kMostRows && m_waiting.size() > 1) {
+        m_waitingLines -= static_cast<int>(m_waiting.front().entries.size());
+        m_waiting.pop_front();
+        m_waiting.front().lost = true;
+    }
+}
+
+void frmTraffic::add(const LogReader::Look& look)
+{
+    QScrollBar* bar = m_table->verticalScrollBar();
+    const bool follows = bar->value() >= bar->maximum();
+    int removed = 0;
+    const auto counting = connect(&m_shown, &QAbstractItemModel::rowsRemoved, this,
+                                  [&removed](const QModelIndex&, int first, int last) { removed += last - first + 1; });
+    if (look.restarted)
+        m_model.appendNote(QStringLiteral("the log was started anew"), false);
+    if (look.lost)
+        m_model.appendNote(QStringLiteral("lines are missing here: the log was overwritten before it was read"), true);
+    m_model.append(look.entries);
+    disconnect(counting);
+    if (follows)
+        m_table->scrollToBottom();
+    else // what a person looks at stays where it is
+        bar->setValue(bar->value() - removed);
+}
+
+void frmTraffic::setPaused(bool paused)
+{
+    if (!paused) {
+        for (const LogReader::Look& look : m_waiting)
+            add(look);
+        m_waiting.clear();
+        m_waitingLines = 0;
+    }
+    showStatus();
+}
+
+// The selected rows, or all of them.
+void frmTraffic::copy()
+{
+    std::vector<int> rows;
+    const QModelIndexList selected = m_table->selectionModel()->selectedRows();
+    for (const QModelIndex& index : selected)
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    if (rows.empty()) {
+        for (int row = 0; row < m_shown.rowCount(); ++row)
+            rows.push_back(row);
+    }
+    QStringList lines{m_model.copyCaptions()};
+    for (const int row : rows)
+        lines << m_model.copyText(m_shown.mapToSource(m_shown.index(row, 0)).row());
+    QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
+}
+
+void frmTraffic::clear()
+{
+    m_model.clear();
+    showDetails();
+    showStatus();
+}
+
+void frmTraffic::showErrorsOnly(bool only)
+{
+    m_shown.setFilterFixedString(only ? QStringLiteral("true") : QString());
+    const QModelIndex current = m_table->currentIndex();
+    if (current.isValid())
+        m_table->scrollTo(current);
+    else
+        m_table->scrollToBottom();
+}
+
+void frmTraffic::showDetails()
+{
+    const QModelIndex current = m_table->currentIndex();
+    m_details->setPlainText(current.isValid() ? current.data(TrafficModel::kDetailsRole).toString() : QString());
+}
+
+void frmTraffic::showStatus()
+{
+    const bool paused = m_pause->isChecked();
+    m_pause->setText(m_library.tranStr(paused ? QStringLiteral("&Continue") : QStringLiteral("&Pause")));
+    QStringList parts;
+    if (m_problem != LogReader::Problem::None)
+        parts << problemText();
+    if (paused)
+        parts << m_library.tranStr(QStringLiteral("paused, %1 new lines")).arg(m_waitingLines);
+    parts
+        << m_library.tranStr(QStringLiteral("%1 lines, %2 with errors")).arg(m_model.rowCount()).arg(m_model.errors());
+    m_status->setText(parts.join(QStringLiteral("   ")));
+}
+
+QString frmTraffic::problemText() const
+{
+    const auto text = [this](const QString& english) { return m_library.tranStr(english).arg(m_reader.file()); };
+    switch (m_problem) {
+    case LogReader::Problem::None:
+        return {};
+    case LogReader::Problem::Missing:
+        return text(QStringLiteral("Nothing was logged yet in %1."));
+    case LogReader::Problem::Unreadable:
+        return text(QStringLiteral("The log %1 cannot be read."));
+    case LogReader::Problem::Damaged:
+        return text(QStringLiteral("The log %1 is damaged."));
+    }
+    return {};
+}

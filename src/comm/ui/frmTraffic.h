@@ -1,0 +1,89 @@
+#pragma once
+
+#include "LogReader.h"
+#include "TrafficModel.h"
+#include "WidgetPlacement.h"
+
+#include <QDialog>
+#include <QSortFilterProxyModel>
+
+#include <deque>
+#include <memory>
+
+class QCheckBox;
+class QLabel;
+class QPlainTextEdit;
+class QPushButton;
+class QTableView;
+class clsLibrary;
+
+namespace platform {
+class ControlRegistry;
+class Timer;
+} // namespace platform
+
+// What goes over the line, as the trace log tells it: one row for each line of the log, the newest last. The window
+// looks into the log a few times a second while it is shown, and lives on while its owner is disabled by a transfer.
+// It follows the newest line until a person scrolls up, and again from the end of the table on.
+//
+// show opens it, as often as wanted; tranForm puts it into the language in use at any time.
+class frmTraffic : public QDialog
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kLookMs = 250;
+
+    // logFile: of the machine; it need not be there yet. owner may be null.
+    frmTraffic(const clsLibrary& library, const QString& logFile, QWidget* owner);
+    ~frmTraffic() override;
+
+    void tranForm();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void setupForm();
+    QWidget* setupButtons();
+    void setupTable();
+    void connectForm();
+    void registerControls();
+    void setRowHeight();
+    void loadColumns();
+    void saveColumns() const;
+    void look();
+    void keep(LogReader::Look look);
+    void add(const LogReader::Look& look);
+    void setPaused(bool paused);
+    void copy();
+    void clear();
+    void showErrorsOnly(bool only);
+    void showDetails();
+    void showStatus();
+    QString problemText() const;
+
+    const clsLibrary& m_library;
+    LogReader m_reader;
+    TrafficModel m_model;
+    QSortFilterProxyModel m_shown;
+    std::deque<LogReader::Look> m_waiting; // while the window is paused
+    int m_waitingLines = 0;
+    bool m_isLaidOut = false;
+    LogReader::Problem m_problem = LogReader::Problem::None;
+    platform::WidgetPlacement m_placement;
+    std::unique_ptr<platform::ControlRegistry> m_registry;
+    std::unique_ptr<platform::Timer> m_timer;
+
+    QPushButton* m_pause = nullptr;      // Command1(0)
+    QPushButton* m_copy = nullptr;       // Command1(1)
+    QPushButton* m_clear = nullptr;      // Command1(2)
+    QPushButton* m_close = nullptr;      // Command1(3)
+    QCheckBox* m_errorsOnly = nullptr;   // Check1
+    QTableView* m_table = nullptr;       // tblTraffic
+    QPlainTextEdit* m_details = nullptr; // Text1
+    QLabel* m_status = nullptr;          // Label1
+};
