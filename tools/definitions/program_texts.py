@@ -239,7 +239,6 @@ FORM_TEXTS = {
         ("frmMain-RecentMenu-0", "Recent &files", "最近使ったファイル(&F)"),
         ("frmMain-mnuRecent-0", "&Clear the list", "一覧を消去(&C)"),
         ("frmMain-mnuHelp-0", "&Help", "ヘルプ(&H)"),
-        ("frmMain-mnuKX-3", "&Traffic...", "通信モニタ(&T)..."),
         ("frmMain-mnuKX-0", "&Communication settings...", "通信設定(&C)..."),
         ("frmMain-mnuKX-1", "&Receive", "受信(&R)"),
         ("frmMain-mnuKX-2", "&Send all", "一括送信(&S)"),

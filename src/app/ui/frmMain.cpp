@@ -20,6 +20,7 @@
 #include "frmComSet.h"
 #include "frmOption.h"
 #include "frmShowVersion.h"
+#include "frmTraffic.h"
 #include "vaSpread.h"
 
 #include <QAction>
@@ -173,6 +174,7 @@ void frmMain::connectMenus()
     connect(m_menus->exit, &QAction::triggered, this, &frmMain::exitApp);
     connect(m_menus->comm, &QAction::triggered, this, &frmMain::showCommSetting);
     connect(m_menus->recv, &QAction::triggered, this, [this] { getDataFromKX(); });
+    connect(m_menus->traffic, &QAction::triggered, this, &frmMain::showTraffic);
     connect(m_menus->option, &QAction::triggered, this, &frmMain::showOption);
     connect(m_menus->version, &QAction::triggered, this, &frmMain::showVersion);
     connect(m_menus->help, &QAction::triggered, this, &frmMain::sendHelpKey);
@@ -270,6 +272,8 @@ void frmMain::translateControls()
 {
     setWindowTitle(m_controls->designCaption());
     m_program.library().tranForm(*m_controls);
+    if (m_traffic != nullptr)
+        m_traffic->tranForm();
     m_caption = windowTitle();
     showTitle();
 }
@@ -411,6 +415,16 @@ void frmMain::showVersion()
     m_version->showModeless(this, true);
 }
 
+// A window of its own: it is there while a transfer or the communication settings keep this one.
+void frmMain::showTraffic()
+{
+    if (m_traffic == nullptr)
+        m_traffic = std::make_unique<frmTraffic>(m_program.library(), m_program.traceLog().filePath(), nullptr);
+    m_traffic->show();
+    m_traffic->raise();
+    m_traffic->activateWindow();
+}
+
 void frmMain::setState(MainState state)
 {
     m_eState = state;
@@ -522,6 +536,8 @@ void frmMain::closeEvent(QCloseEvent* event)
     if (m_comSet != nullptr)
         m_comSet->close();
     m_selections.closeAll();
+    if (m_traffic != nullptr)
+        m_traffic->close();
     saveLastSetting();
     m_program.library().saveFormSize(platform::WidgetPlacement(*this, kFormName));
     event->accept();

@@ -29,6 +29,7 @@ class QStackedWidget;
 class frmComSet;
 class frmOption;
 class frmShowVersion;
+class frmTraffic;
 struct LastState;
 
 namespace platform {
@@ -86,6 +87,7 @@ public:
     void doCommCheck() override { m_timer1.start(); }
     void showOption();
     void showVersion();
+    void showTraffic();
     // For a process that is asked to end: a running transfer is given up and nobody is asked.
     void closeWithoutQuestion();
     QString helpFile() const { return m_helpFile; } // of the language in use, desktop path
@@ -157,6 +159,7 @@ private:
     std::unique_ptr<platform::ControlRegistry> m_controls;
     std::unique_ptr<frmOption> m_option;
     std::unique_ptr<frmShowVersion> m_version;
+    std::unique_ptr<frmTraffic> m_traffic;
     QPointer<frmComSet> m_comSet; // while it is open
     QTimer m_timer1;
 

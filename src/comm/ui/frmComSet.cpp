@@ -71,7 +71,7 @@ void frmComSet::setupForm()
 {
     setObjectName(QStringLiteral("frmComSet"));
     setWindowTitle(QStringLiteral("Communication settings"));
-    setModal(true);
+    setWindowModality(Qt::WindowModal); // the traffic can be watched and searched while a model is detected
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(setupPortFrame());
     layout->addWidget(setupModeFrame());
