@@ -24,9 +24,11 @@ CAPTIONS = {
     "FileMenu", "EditMenu", "KXMenu", "OptionMenu", "HelpMenu", "Open", "Save", "Exit", "Copy", "Paste", "Comm", "Recv",
     "Send", "Option", "Help", "Version", "InputRange", "OK", "Cancel", "Stop", "Retrial", "Disregard", "Yes", "No",
     "Vorlant", "VersionInfo", "Ver.",
+    "Back", "Forward", "Contents", "Find", "Find:", "Print...", "Larger", "Smaller", "Previous", "Next",
+    "Not found on this page",
 }
 # Texts that the language files hold but that no window shows.
-NOT_SHOWN = {"Nothing", "Transfer All Data.Sure?"}
+NOT_SHOWN = {"Nothing"}
 
 
 class MessagePage(HTMLParser):

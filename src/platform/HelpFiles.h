@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+namespace platform {
+
+class PathMap;
+
+// The HTML edition of a help file is the folder "help/NAME" beside it that bears its name: of "C:\Vorlant\VorlantJ.chm"
+// it is the folder help/VorlantJ of the program folder. Returns a machine path, whether the folder exists or not; empty
+// when the help file has none.
+QString helpEdition(const PathMap& paths, const QString& helpFile);
+
+} // namespace platform
