@@ -10,10 +10,17 @@
 
 namespace platform {
 
+namespace {
+
+constexpr double kMargin = 14; // between text and frame
+
+} // namespace
+
 HelpBrowser::HelpBrowser(Translate translate, QWidget* parent)
     : QTextBrowser(parent), m_translate(std::move(translate)), m_ownFont(font())
 {
     setOpenLinks(false);
+    document()->setDocumentMargin(kMargin);
     setColors();
     connect(this, &QTextBrowser::anchorClicked, this, &HelpBrowser::follow);
 }
