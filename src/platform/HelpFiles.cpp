@@ -4,6 +4,12 @@
 
 namespace platform {
 
+QString helpFile(const QString& programFolder, const QString& languageFile)
+{
+    const bool isJapanese = languageFile == u"JP.txt"; // so written, and no other
+    return programFolder + (isJapanese ? QStringLiteral("\\VorlantJ.chm") : QStringLiteral("\\Vorlant.chm"));
+}
+
 QString helpEdition(const PathMap& paths, const QString& helpFile)
 {
     const QString folder = helpFile.section(u'\\', 0, -2);

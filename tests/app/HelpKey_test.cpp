@@ -206,6 +206,9 @@ TEST_F(Help, MissingPageSaysWhereItShouldBe)
     ASSERT_TRUE(soundController::writeFile(manual + QStringLiteral("/editing.html"), "<p>now</p>"));
     key->openFor(child<QWidget>("sprMain"));
     EXPECT_EQ(help()->browser().toPlainText(), u"now");
+    helpFile.clear();
+    key->openFor(nullptr);
+    EXPECT_TRUE(help()->browser().toPlainText().contains(u"Install the manual again"));
 }
 
 TEST_F(Help, LinksOutOfTheManualAreRefused)

@@ -133,6 +133,14 @@ INSTANTIATE_TEST_SUITE_P(
                       Told{"Unknown", "Vorlant", "Nobody ever says this.", ""}),
     [](const auto& row) { return std::string(row.param.name); });
 
+TEST(HelpFile, IsThatOfTheLanguage)
+{
+    EXPECT_EQ(platform::helpFile(QStringLiteral("C:\\Vorlant"), QStringLiteral("JP.txt")),
+              u"C:\\Vorlant\\VorlantJ.chm");
+    for (const char* other : {"EN.txt", "jp.txt", ""})
+        EXPECT_EQ(platform::helpFile(QStringLiteral("C:\\Vorlant"), QLatin1String(other)), u"C:\\Vorlant\\Vorlant.chm");
+}
+
 TEST(HelpEdition, BearsTheNameOfTheHelpFile)
 {
     platform::PathMap paths;

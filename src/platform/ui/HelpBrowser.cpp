@@ -56,28 +56,28 @@ void HelpBrowser::follow(const QUrl& link)
 bool HelpBrowser::isInside(const QUrl& address) const
 {
     const QString inside = QDir(m_folder).absolutePath() + u'/';
-    return address.isLocalFile() && QDir::cleanPath(address.toLocalFile()).startsWith(inside);
+    return !m_folder.isEmpty() && address.isLocalFile() && QDir::cleanPath(address.toLocalFile()).startsWith(inside);
 }
 
 QVariant HelpBrowser::loadResource(int type, const QUrl& name)
 {
     const QUrl address = source().resolved(name);
-    if (!isInside(address))
-        return {};
-    if (type == QTextDocument::HtmlResource && !QFileInfo(address.toLocalFile()).isFile())
-        return missingText(address.toLocalFile());
-    return QTextBrowser::loadResource(type, address);
+    const bool isThere = isInside(address) && QFileInfo(address.toLocalFile()).isFile();
+    if (isThere)
+        return QTextBrowser::loadResource(type, address);
+    return type == QTextDocument::HtmlResource ? missingText(address.toLocalFile()) : QVariant();
 }
 
 QString HelpBrowser::missingText(const QString& file) const
 {
+    const QString folder = m_folder.isEmpty() ? QStringLiteral("help") : m_folder;
     const bool hasManual = QFileInfo(m_folder).isDir();
     const QString text =
         m_translate(hasManual ? QStringLiteral("The page %1 of the manual is missing. Install the manual again.")
                               : QStringLiteral("The manual is not in the folder %1. Install the manual again, or copy "
                                                "the folder \"help\" of the program there."));
     return QStringLiteral("<html><head><title>%1</title></head><body><p>%2</p></body></html>")
-        .arg(m_translate(QStringLiteral("Help")), text.arg(hasManual ? file : m_folder).toHtmlEscaped());
+        .arg(m_translate(QStringLiteral("Help")), text.arg(hasManual ? file : folder).toHtmlEscaped());
 }
 
 // Links are coloured when a page is loaded, by the palette of the application: on a dark desktop that may be dark blue.
