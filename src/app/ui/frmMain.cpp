@@ -4,6 +4,8 @@
 #include "ControlRegistry.h"
 #include "FileChooser.h"
 #include "GridHint.h"
+#include "HelpFiles.h"
+#include "HelpKey.h"
 #include "LastState.h"
 #include "LinkStatus.h"
 #include "MainMenus.h"
@@ -29,7 +31,6 @@
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QFileInfo>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QMenuBar>
@@ -76,6 +77,8 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     m_editor = std::make_unique<CellEditor>(m_clsKX, *m_questions, *this);
     m_clipboard = std::make_unique<CellClipboard>(*m_editor);
     setupFiles();
+    m_help = std::make_unique<HelpKey>(
+        HelpKey::Parts{program.machine().paths, program.library().translation(), [this] { return helpFile(); }});
     m_selections.Logs(&program.errorLog(), &program.traceLog());
     connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
     connect(m_engine.get(), &TransferEngine::readEnded, this, &frmMain::afterRead);
@@ -177,7 +180,7 @@ void frmMain::connectMenus()
     connect(m_menus->traffic, &QAction::triggered, this, &frmMain::showTraffic);
     connect(m_menus->option, &QAction::triggered, this, &frmMain::showOption);
     connect(m_menus->version, &QAction::triggered, this, &frmMain::showVersion);
-    connect(m_menus->help, &QAction::triggered, this, &frmMain::sendHelpKey);
+    connect(m_menus->help, &QAction::triggered, this, &frmMain::showHelp);
     connect(m_menus->clearRecent, &QAction::triggered, m_files.get(), &ParameterFiles::clearRecent);
     // Filled when it is looked at.
     connect(m_menus->recent, &QMenu::aboutToShow, this, &frmMain::showRecent);
@@ -188,7 +191,7 @@ void frmMain::connectToolbar()
     const std::pair<const char*, void (frmMain::*)()> commands[] = {
         {"Open", &frmMain::openDataFile},   {"Save", &frmMain::saveDataFile}, {"Comm", &frmMain::showCommSetting},
         {"Option", &frmMain::showOption},   {"Exit", &frmMain::exitApp},      {"Send", &frmMain::askAndSend},
-        {"Version", &frmMain::showVersion}, {"Help", &frmMain::sendHelpKey}};
+        {"Version", &frmMain::showVersion}, {"Help", &frmMain::showHelp}};
     for (const auto& [key, command] : commands)
         connect(m_tlbMain->button(QLatin1String(key)), &QAction::triggered, this, command);
     connect(m_tlbMain->button(QStringLiteral("Recv")), &QAction::triggered, this, [this] { getDataFromKX(); });
@@ -280,9 +283,6 @@ void frmMain::translateControls()
 
 void frmMain::tranForm()
 {
-    const bool isJapanese = m_program.context().languageFile == u"JP.txt";
-    m_helpFile = m_program.machine().folders.program() +
-                 (isJapanese ? QStringLiteral("\\VorlantJ.chm") : QStringLiteral("\\Vorlant.chm"));
     translateControls();
     setState(MainState::NoConnection);
     m_selections.closeAll();
@@ -473,12 +473,15 @@ void frmMain::showRecent()
                         [this](const QString& file) { m_files->openRecent(file, m_eState); });
 }
 
-// The key goes where the user is, so that the page about that opens.
-void frmMain::sendHelpKey()
+QString frmMain::helpFile() const
 {
-    QWidget* focus = QApplication::focusWidget();
-    QKeyEvent press(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
-    QCoreApplication::sendEvent(focus != nullptr ? focus : this, &press);
+    return platform::helpFile(m_program.machine().folders.program(), m_program.context().languageFile);
+}
+
+// The page about what the user is at, as the key does.
+void frmMain::showHelp()
+{
+    m_help->openFor(QApplication::focusWidget());
 }
 
 void frmMain::showWriteStatus()
@@ -540,6 +543,7 @@ void frmMain::closeEvent(QCloseEvent* event)
         m_traffic->close();
     saveLastSetting();
     m_program.library().saveFormSize(platform::WidgetPlacement(*this, kFormName));
+    platform::HelpWindow::closeAll();
     event->accept();
     Q_EMIT closed();
 }

@@ -18,6 +18,7 @@
 #include <QTimer>
 #include <memory>
 
+class HelpKey;
 class MainMenus;
 class MainStatusBar;
 class MainToolbar;
@@ -90,7 +91,7 @@ public:
     void showTraffic();
     // For a process that is asked to end: a running transfer is given up and nobody is asked.
     void closeWithoutQuestion();
-    QString helpFile() const { return m_helpFile; } // of the language in use, desktop path
+    QString helpFile() const; // of the language in use, desktop path
 
     MainState state() const override { return m_eState; }
     void setState(MainState state) override;
@@ -137,7 +138,7 @@ private:
     void showTitle();
     void showRecent();
     void askAndSend();
-    void sendHelpKey();
+    void showHelp();
     void afterRead();
     void afterWrite();
     void onLoadEvent(int code, int number, const QString& text);
@@ -156,6 +157,7 @@ private:
     std::unique_ptr<ParameterFiles> m_files;
     SelectionWindows m_selections;
     std::unique_ptr<MainMenus> m_menus;
+    std::unique_ptr<HelpKey> m_help;
     std::unique_ptr<platform::ControlRegistry> m_controls;
     std::unique_ptr<frmOption> m_option;
     std::unique_ptr<frmShowVersion> m_version;
@@ -175,7 +177,6 @@ private:
     int m_MDBSTMode = 0;
     MainState m_eState = MainState::NoConnection;
     QDateTime m_readAt;
-    QString m_helpFile;
     QString m_caption; // of the window, without what it shows
     bool m_askBeforeClosing = true;
 };

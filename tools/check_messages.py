@@ -1,0 +1,99 @@
+#!/usr/bin/env python3
+"""Checks that the manual's pages of messages hold every message that the program translates.
+
+  check_messages.py [--help-folder FOLDER]   names what is missing and exits with 1 if there is anything
+
+A message stands in an element of the class "msg", as the window shows it in that language, with <var>...</var> for each
+%1, %2 and so on. Both pages must give the messages the same ids.
+"""
+
+import argparse
+import re
+import sys
+from html.parser import HTMLParser
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[1]
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(ROOT / "tools" / "definitions"))
+
+from program_texts import PROGRAM_TEXTS  # noqa: E402
+
+# Texts that are no messages: menu and button captions, titles, and parts of a message that is on the page as a whole.
+CAPTIONS = {
+    "FileMenu", "EditMenu", "KXMenu", "OptionMenu", "HelpMenu", "Open", "Save", "Exit", "Copy", "Paste", "Comm", "Recv",
+    "Send", "Option", "Help", "Version", "InputRange", "OK", "Cancel", "Stop", "Retrial", "Disregard", "Yes", "No",
+    "Vorlant", "VersionInfo", "Ver.",
+    "Back", "Forward", "Contents", "Find", "Find:", "Print...", "Larger", "Smaller", "Previous", "Next",
+    "Not found on this page",
+}
+# Texts that the language files hold but that no window shows.
+NOT_SHOWN = {"Nothing"}
+
+
+class MessagePage(HTMLParser):
+    """The messages of a page, {text: id}, and its faults."""
+
+    def __init__(self, file):
+        super().__init__()
+        self.messages = {}
+        self.faults = []
+        self._id = None
+        self._text = ""
+        self._in_var = False
+        self.feed(file.read_text(encoding="utf-8"))
+
+    def handle_starttag(self, tag, attributes):
+        attributes = dict(attributes)
+        if attributes.get("class") == "msg":
+            self._id = attributes.get("id", "")
+            self._text = ""
+        elif tag == "var":
+            self._text += "%"
+            self._in_var = True
+        elif tag == "br":
+            self._text += " "
+
+    def handle_data(self, data):
+        if not self._in_var:
+            self._text += data
+
+    def handle_endtag(self, tag):
+        self._in_var = self._in_var and tag != "var"
+        if self._id is None or tag not in ("dt", "td"):
+            return
+        text = " ".join(self._text.split())
+        if not self._id or self._id in self.messages.values():
+            self.faults.append(f'no id of its own: "{text}"')
+        self.messages[text] = self._id
+        self._id = None
+
+
+def as_on_page(text):
+    return " ".join(re.sub(r"%\d", "%", text.replace("vbCrLf", " ")).split())
+
+
+def faults_of(page, name, texts):
+    yield from (f"{name}: {fault}" for fault in page.faults)
+    for key, text in texts:
+        if as_on_page(text) not in page.messages:
+            yield f'{name}: not there: "{text}" (key "{key}")'
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--help-folder", type=Path, default=ROOT / "data" / "help", metavar="FOLDER")
+    folder = parser.parse_args().help_folder
+    english, japanese = (MessagePage(folder / name / "messages.html") for name in ("Vorlant", "VorlantJ"))
+    wanted = [pair for pair in PROGRAM_TEXTS if pair[0] not in CAPTIONS | NOT_SHOWN]
+    found = [*faults_of(english, "Vorlant/messages.html", [(key, key) for key, _ in wanted]),
+             *faults_of(japanese, "VorlantJ/messages.html", wanted)]
+    for name in sorted(set(english.messages.values()) ^ set(japanese.messages.values())):
+        found.append(f'only one of the two pages has the message "{name}"')
+    if found:
+        print(*found, "A new caption that is no message belongs into CAPTIONS of check_messages.py.", sep="\n")
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

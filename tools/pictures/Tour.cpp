@@ -1,0 +1,246 @@
+#include "Tour.h"
+
+#include "HelpFiles.h"
+#include "HelpWindow.h"
+#include "MessagePresenter.h"
+#include "Picture.h"
+#include "ProgramContext.h"
+#include "frmComSet.h"
+#include "frmMain.h"
+#include "frmMessageBox.h"
+#include "frmMultiSelect.h"
+#include "frmOption.h"
+#include "frmProgbar.h"
+#include "frmShowVersion.h"
+#include "vaSpread.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTabWidget>
+#include <QTimer>
+#include <QToolButton>
+
+namespace {
+
+constexpr QSize kMainSize(960, 660);
+constexpr QSize kLargeSize(1240, 860);
+constexpr QSize kHelpSize(860, 560);
+constexpr int kTrafficMs = 1500; // it looks for new frames a few times a second
+const QString kTime = QStringLiteral("14:07:09");
+
+// Calls the function once for the first form of its kind that is shown, in the form's own event loop.
+template <class Form> class WhenShown : public QObject
+{
+public:
+    explicit WhenShown(std::function<void(Form&)> act) : m_act(std::move(act)) { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        auto* form = qobject_cast<Form*>(object);
+        if (form == nullptr || event->type() != QEvent::Show || m_done)
+            return false;
+        m_done = true;
+        QTimer::singleShot(0, form, [this, form] { m_act(*form); });
+        return false;
+    }
+
+private:
+    std::function<void(Form&)> m_act;
+    bool m_done = false;
+};
+
+void press(QWidget& window, const char* button)
+{
+    window.findChild<QPushButton*>(QLatin1String(button))->click();
+}
+
+} // namespace
+
+Tour::Tour(ProgramContext& program, frmMain& window, const QString& folder)
+    : m_program(program), m_window(window), m_folder(folder)
+{}
+
+void Tour::picture(QWidget& window, const char* name)
+{
+    takePicture(window, m_folder, QLatin1String(name));
+}
+
+QString Tour::text(const char* english) const
+{
+    return m_program.library().tranStr(QString::fromLatin1(english));
+}
+
+void Tour::all()
+{
+    read();
+    mainWindow();
+    messages();
+    options();
+    selection();
+    version();
+    traffic();
+    help();
+}
+
+// The communication settings as they open, OK, and the progress half-way through the read.
+void Tour::read()
+{
+    const WhenShown<frmComSet> settings([this](frmComSet& dialog) {
+        picture(dialog, "commset");
+        press(dialog, "Command1_0");
+    });
+    const WhenShown<frmProgbar> progress([this](frmProgbar& dialog) {
+        auto* bar = dialog.findChild<QProgressBar*>(QStringLiteral("ProgressBar1"));
+        QObject::connect(bar, &QProgressBar::valueChanged, &dialog, [this, bar, &dialog](int value) {
+            if (value == bar->maximum() / 2)
+                picture(dialog, "progress");
+        });
+    });
+    m_window.showCommSetting();
+    if (m_window.state() != MainState::UpToDate)
+        qFatal("the controller was not read");
+}
+
+void Tour::mainWindow()
+{
+    auto* state = m_window.findChild<QLabel*>(QStringLiteral("panelState"));
+    static const QRegularExpression time(QStringLiteral("\\d\\d:\\d\\d:\\d\\d"));
+    state->setText(state->text().replace(time, kTime));
+    m_window.resize(kLargeSize);
+    goToSetValue();
+    picture(m_window, "large");
+    m_window.resize(kMainSize);
+    goToSetValue();
+    picture(m_window, "main");
+}
+
+void Tour::messages()
+{
+    {
+        const WhenShown<frmMessageBox> box([this](frmMessageBox& form) {
+            picture(form, "message");
+            form.reject();
+        });
+        m_window.setVData(QStringLiteral("VQSV1"), QStringLiteral("99999"), true);
+    }
+    const WhenShown<frmMessageBox> box([this](frmMessageBox& form) {
+        picture(form, "ask");
+        form.reject();
+    });
+    m_program.library().showMessage(text("Transfer All Data.Sure?"), MessageStyle::kYesNoExclamation,
+                                    QStringLiteral("KX"));
+}
+
+void Tour::options()
+{
+    m_window.showOption();
+    auto* form = m_window.findChild<frmOption*>();
+    auto* tabs = form->findChild<QTabWidget*>(QStringLiteral("SSTab1"));
+    for (int page = 0; page < tabs->count(); ++page) {
+        tabs->setCurrentIndex(page);
+        picture(*form, qPrintable(QStringLiteral("option-%1").arg(page + 1)));
+    }
+    form->reject();
+}
+
+void Tour::selection()
+{
+    const WhenShown<frmMultiSelect> table([this](frmMultiSelect& form) {
+        picture(form, "multiselect");
+        form.reject();
+    });
+    const QString hint = text("%1: double-click or press Enter to choose").arg(text("Input range"));
+    const QPoint cell = cellWithHint(hint);
+    auto* grid = m_window.findChild<platform::vaSpread*>(QStringLiteral("sprMain"));
+    Q_EMIT grid->enterPressed(cell.x(), cell.y());
+}
+
+void Tour::version()
+{
+    m_window.showVersion();
+    auto* form = m_window.findChild<frmShowVersion*>();
+    picture(*form, "version");
+    form->reject();
+}
+
+// Read once more while it watches.
+void Tour::traffic()
+{
+    const auto actions = m_window.findChildren<QAction*>();
+    for (QAction* action : actions) {
+        if (action->text().remove(u'&').startsWith(text("Traffic")))
+            action->trigger();
+    }
+    QWidget* form = nullptr;
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->objectName() == u"frmTraffic")
+            form = window;
+    }
+    if (form == nullptr)
+        return;
+    m_window.getDataFromKX();
+    QEventLoop shown;
+    QTimer::singleShot(kTrafficMs, &shown, &QEventLoop::quit);
+    shown.exec();
+    form->resize(kMainSize.width(), form->height());
+    picture(*form, "traffic");
+    form->close();
+}
+
+void Tour::help()
+{
+    platform::HelpWindow window(m_program.library().translation());
+    window.resize(kHelpSize);
+    window.showPage(platform::helpEdition(m_program.machine().paths, m_window.helpFile()),
+                    QStringLiteral("index.html"));
+    picture(window, "help");
+}
+
+void Tour::report()
+{
+    {
+        const WhenShown<frmComSet> settings([](frmComSet& dialog) { press(dialog, "Command1_0"); });
+        m_window.showCommSetting();
+    }
+    {
+        const WhenShown<frmMessageBox> box([](frmMessageBox& form) { form.accept(); });
+        m_window.setDataToKXAll();
+    }
+    auto* panel = m_window.findChild<QToolButton*>(QStringLiteral("panelWrite"));
+    if (panel->isHidden())
+        qFatal("the write went well");
+    const WhenShown<frmMessageBox> box([this](frmMessageBox& form) {
+        picture(form, "report");
+        form.accept();
+    });
+    panel->click();
+}
+
+// Column and row of the first cell whose hint in the status bar holds the text.
+QPoint Tour::cellWithHint(const QString& part) const
+{
+    auto* grid = m_window.findChild<platform::vaSpread*>(QStringLiteral("sprMain"));
+    const auto* hint = m_window.findChild<QLabel*>(QStringLiteral("panelHint"));
+    for (int col = 1; col <= grid->model()->columnCount(); ++col) {
+        for (int row = 1; row <= grid->model()->rowCount(); ++row) {
+            grid->setCurrentCell(col, row);
+            if (hint->text().contains(part))
+                return {col, row};
+        }
+    }
+    qFatal("no cell about %s", qPrintable(part));
+}
+
+void Tour::goToSetValue()
+{
+    QCoreApplication::processEvents();
+    cellWithHint(u' ' + text("Set value 1") + u' ');
+    m_window.findChild<platform::vaSpread*>(QStringLiteral("sprMain"))->scrollToTop();
+    m_window.findChild<platform::vaSpread*>(QStringLiteral("sprMain"))->setFocus();
+}
