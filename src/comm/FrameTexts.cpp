@@ -19,7 +19,7 @@ struct Named
     const char* name;
 };
 
-// "MODBUS Application Protocol Specification", V1.1b3, 6; 66, 70 and 71 are the controllers' own.
+// "MODBUS Application Protocol" V1.1b3, 6; 66, 70 and 71 are the controllers' own.
 constexpr Named kFunctions[] = {{1, "read coils"},           {2, "read discrete inputs"}, {3, "read holding registers"},
                                 {4, "read input registers"}, {5, "write coil"},           {6, "write register"},
                                 {16, "write registers"},     {70, "read floats"},         {71, "write floats"}};
