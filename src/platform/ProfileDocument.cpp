@@ -35,6 +35,14 @@ bool hasLineBreak(const QString& text)
     return text.contains(u'\n') || text.contains(u'\r') || text.contains(QChar(0));
 }
 
+// A value as one line holds it. Blanks around it go last: taking characters out may bring more of them to its ends.
+QString asStored(QString value)
+{
+    value.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
+    value.remove(QChar(0));
+    return value.trimmed();
+}
+
 } // namespace
 
 // FNV-1a over the characters in their lower-case form.
@@ -184,9 +192,7 @@ ProfileDocument::Section& ProfileDocument::findOrAdd(const QString& section)
 
 bool ProfileDocument::setValue(const QString& section, const QString& key, const QString& value)
 {
-    QString stored = value.trimmed();
-    stored.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
-    stored.remove(QChar(0));
+    const QString stored = asStored(value);
     Section& holder = findOrAdd(section);
     const auto found = holder.keys.constFind(folded(key));
     if (found != holder.keys.cend()) {

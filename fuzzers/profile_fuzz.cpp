@@ -1,0 +1,211 @@
+// Does a settings file keep what it holds when values are written into it, and does it hold what was written?
+// Input: the bytes of a file, and one write a line, "section|key|value". The first byte chooses single writes or a
+// batch; the bytes 01, 02 and 03 in a write stand for the characters that end lines and texts.
+
+#include "FuzzInput.h"
+#include "ProfileDocument.h"
+#include "ProfileStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <algorithm>
+
+using platform::CodePage;
+using platform::ProfileDocument;
+using platform::ProfileStore;
+
+namespace {
+
+constexpr size_t kMaxWrites = 12;
+constexpr int kShortBuffer = 16;
+
+struct Write
+{
+    QString section;
+    QString key;
+    QString value;
+    bool isRefused() const { return !ProfileDocument::refusal(section, key).isEmpty(); }
+};
+
+const CodePage& codePage()
+{
+    static const CodePage page;
+    return page;
+}
+
+std::vector<Write> writesOf(const QByteArray& text)
+{
+    std::vector<Write> writes;
+    for (const QByteArray& line : text.split('\n')) {
+        QString plain = QString::fromUtf8(line);
+        plain.replace(u'\1', u'\r').replace(u'\2', u'\n').replace(u'\3', QChar(0));
+        const QStringList fields = plain.split(u'|');
+        if (writes.size() < kMaxWrites)
+            writes.push_back({fields.value(0), fields.value(1), fields.value(2)});
+    }
+    return writes;
+}
+
+// Whether a text survives both encodings that a file can have.
+bool isStorable(const QString& text)
+{
+    return codePage().toText(codePage().fromText(text)) == text && QString::fromUtf8(text.toUtf8()) == text;
+}
+
+bool isStorable(const Write& write)
+{
+    return isStorable(write.section) && isStorable(write.key) && isStorable(write.value);
+}
+
+QString asStored(QString value)
+{
+    value = value.trimmed();
+    value.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
+    return value.remove(QChar(0)).trimmed();
+}
+
+// The lines of a file without their ends.
+QList<QByteArray> linesOf(const QByteArray& bytes)
+{
+    QList<QByteArray> lines = bytes.split('\n');
+    for (QByteArray& line : lines) {
+        while (line.endsWith('\r'))
+            line.chop(1);
+    }
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
+
+// The same lines, but for one that was replaced, one that was added, or a section added with its first line.
+bool differInOneEntry(const QList<QByteArray>& before, const QList<QByteArray>& after)
+{
+    const auto shared = std::min(before.size(), after.size());
+    qsizetype head = 0;
+    while (head < shared && before[head] == after[head])
+        ++head;
+    qsizetype tail = 0;
+    while (tail < shared - head && before[before.size() - 1 - tail] == after[after.size() - 1 - tail])
+        ++tail;
+    const auto added = after.size() - before.size();
+    return added >= 0 && added <= 2 && head + tail >= before.size() - (added == 0 ? 1 : 0);
+}
+
+void checkWrite(ProfileDocument& document, const Write& write)
+{
+    const QByteArray before = document.toBytes();
+    const bool changed = document.setValue(write.section, write.key, write.value);
+    const QByteArray after = document.toBytes();
+    require(changed || before == after, "a write that changes nothing leaves the bytes");
+    require(differInOneEntry(linesOf(before), linesOf(after)), "a write leaves the other lines", write.key);
+    require(document.value(write.section, write.key).value_or(QStringLiteral("-")).trimmed() == asStored(write.value),
+            "the document holds what was written", write.key);
+
+    ProfileDocument again(after, codePage());
+    require(again.toBytes() == after, "what was written parses to the same");
+    if (isStorable(write))
+        require(again.value(write.section, write.key) == document.value(write.section, write.key),
+                "what was written reads back", write.key);
+    if (changed && isStorable(write))
+        require(!again.setValue(write.section, write.key, write.value), "the same write again changes nothing");
+}
+
+void checkDocument(const QByteArray& bytes, const std::vector<Write>& writes)
+{
+    ProfileDocument document(bytes, codePage());
+    require(linesOf(document.toBytes()) == linesOf(bytes), "an unchanged file keeps its lines");
+    bool storable = true;
+    for (const Write& write : writes) {
+        if (write.isRefused())
+            continue;
+        checkWrite(document, write);
+        storable = storable && isStorable(write);
+    }
+    const ProfileDocument again(document.toBytes(), codePage());
+    for (const Write& write : writes) {
+        if (storable)
+            require(again.lines(write.section) == document.lines(write.section), "sections read back as they stand",
+                    write.section);
+    }
+}
+
+// A scratch file with its store.
+class StoredFile
+{
+public:
+    explicit StoredFile(const QByteArray& bytes) : path(m_folder.filePath(QStringLiteral("file.ini")))
+    {
+        QFile file(path);
+        require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), "the scratch folder takes files");
+    }
+    QByteArray bytes() const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QStringList files() const { return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden); }
+
+private:
+    QTemporaryDir m_folder;
+
+public:
+    const QString path;
+    ProfileStore store{codePage()};
+};
+
+void checkReads(ProfileStore& store, const QString& path, const Write& write)
+{
+    const auto whole = store.read(path, write.section, write.key, {}, ProfileStore::kSectionBufferBytes);
+    const auto cut = store.read(path, write.section, write.key, {}, kShortBuffer);
+    require(cut.count < kShortBuffer && codePage().fromText(cut.text).size() == cut.count,
+            "a short buffer takes what it has room for");
+    require(whole.text.startsWith(cut.text), "a short read is the beginning of a long one");
+    require(whole.found == store.read(path, write.section, write.key, QStringLiteral("x"), kShortBuffer).found,
+            "the default does not decide what is found");
+}
+
+void checkStore(const QByteArray& bytes, const std::vector<Write>& writes, bool inBatch)
+{
+    StoredFile stored(bytes);
+    ProfileDocument model(bytes, codePage());
+    bool changed = false;
+    {
+        std::unique_ptr<ProfileStore::Batch> batch;
+        if (inBatch)
+            batch = std::make_unique<ProfileStore::Batch>(stored.store);
+        for (const Write& write : writes) {
+            const auto outcome = stored.store.write(stored.path, write.section, write.key, write.value);
+            require(outcome.ok() != write.isRefused(), "what can be stored is stored, the rest is refused");
+            changed = (!write.isRefused() && model.setValue(write.section, write.key, write.value)) || changed;
+            const bool written = changed && !inBatch;
+            require(stored.bytes() == (written ? model.toBytes() : bytes), "single writes go out at once");
+        }
+        if (batch)
+            require(batch->commit().ok(), "a batch goes out");
+    }
+    require(stored.bytes() == (changed ? model.toBytes() : bytes), "the file is the document");
+    require(stored.files().size() == 1, "nothing is left beside the file");
+    ProfileStore fresh(codePage());
+    for (const Write& write : writes)
+        checkReads(fresh, stored.path, write);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    makeRepeatable();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    const bool inBatch = size > 0 && data[0] == 'b';
+    const std::vector<QByteArray> parts = partsOf(data + std::min<size_t>(size, 1), size - std::min<size_t>(size, 1), 2);
+    const std::vector<Write> writes = writesOf(parts[1]);
+    checkDocument(parts[0], writes);
+    checkStore(parts[0], writes, inBatch);
+    return 0;
+}
