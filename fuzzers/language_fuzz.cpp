@@ -10,6 +10,8 @@
 #include "clsINI.h"
 #include "clsLibrary.h"
 
+#include <algorithm>
+
 namespace {
 
 const QString kFolder = QStringLiteral("C:\\Vorlant\\Lang\\");
@@ -38,6 +40,15 @@ public:
     clsCfg settings;
 };
 
+// The program's own texts are of one line and begin and end with a character.
+QStringList textsOf(const QByteArray& lines)
+{
+    QStringList texts;
+    for (const QString& line : QString::fromUtf8(lines).split(u'\n').mid(0, kMaxTexts))
+        texts << line.simplified().remove(QChar(0)).trimmed();
+    return texts;
+}
+
 bool isStorable(const platform::CodePage& page, const QString& text)
 {
     return page.toText(page.fromText(text)) == text && QString::fromUtf8(text.toUtf8()) == text;
@@ -51,8 +62,8 @@ bool keepsLines(const QByteArray& before, const QByteArray& after)
     for (const QByteArray& line : before.split('\n')) {
         const QByteArray text = line.trimmed();
         const QByteArray value = text.mid(text.indexOf('=') + 1).trimmed();
-        if (value.isEmpty() || value == "\"\"" || value == "''")
-            continue; // an empty value is filled in
+        if (!text.contains('=') || value.isEmpty() || value == "\"\"" || value == "''")
+            continue; // what has no value gets one
         while (place < now.size() && now[place].trimmed() != text)
             ++place;
         if (place++ >= now.size())
@@ -102,9 +113,10 @@ void checkTexts(Program& program, const QStringList& texts)
         require(program.library.tranStr(texts[i]) == translated[i], "a text has one translation", texts[i]);
     require(program.content(0) == completed, "what was added is there");
 
+    const auto isStored = [&](const QString& text) { return isStorable(program.box.machine.codePage, text); };
     Program later(completed, QByteArray());
     for (qsizetype i = 0; i < texts.size(); ++i) {
-        if (isStorable(program.box.machine.codePage, texts[i]))
+        if (std::all_of(texts.begin(), texts.end(), isStored))
             require(later.library.tranStr(texts[i]) == translated[i], "the next start translates the same", texts[i]);
     }
 }
@@ -146,7 +158,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const std::vector<QByteArray> parts = partsOf(data, size, 3);
     Program program(parts[0], parts[1]);
     checkList(program);
-    checkTexts(program, QString::fromUtf8(parts[2]).split(u'\n').mid(0, kMaxTexts));
+    checkTexts(program, textsOf(parts[2]));
     checkForm(program);
     return 0;
 }

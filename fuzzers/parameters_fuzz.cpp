@@ -83,8 +83,7 @@ void checkTaken(Loaded& model, const QByteArray& bytes)
     for (const auto& item : model.kx.items()) {
         // A choice carries its own values over to items without a cell.
         if (item->Visible())
-            require(item->Data() == valueOf(QStringLiteral("Data"), item->Key()), "a value is the file's",
-                    item->Key());
+            require(item->Data() == valueOf(QStringLiteral("Data"), item->Key()), "a value is the file's", item->Key());
         require(item->Data().isEmpty() || item->MType() == ItemType::String ||
                     platform::parseSingle(item->Data()).has_value(),
                 "a value is one that its parameter can have", item->Key());

@@ -54,33 +54,39 @@ bool isStorable(const QString& text)
     return codePage().toText(codePage().fromText(text)) == text && QString::fromUtf8(text.toUtf8()) == text;
 }
 
-bool isStorable(const Write& write)
+bool isStorableWrite(const Write& write)
 {
     return isStorable(write.section) && isStorable(write.key) && isStorable(write.value);
 }
 
-QString asStored(QString value)
+// The value as it reads back from a file. Nothing but blanks is no value.
+QString asRead(const QString& value)
 {
-    value = value.trimmed();
-    value.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
-    return value.remove(QChar(0)).trimmed();
+    QString text = value;
+    text.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
+    text.remove(QChar(0));
+    return text.trimmed().isEmpty() ? QString() : text;
 }
 
-// The lines of a file without their ends.
-QList<QByteArray> linesOf(const QByteArray& bytes)
+// The lines of a file, as texts without their ends.
+QStringList linesOf(const QByteArray& bytes)
 {
-    QList<QByteArray> lines = bytes.split('\n');
-    for (QByteArray& line : lines) {
+    const QByteArray mark = "\xEF\xBB\xBF";
+    const QByteArray plain = bytes.startsWith(mark) ? bytes.mid(mark.size()) : bytes;
+    const bool isUtf8 = bytes.startsWith(mark) || QString::fromUtf8(bytes).toUtf8() == bytes;
+    QStringList lines;
+    for (QByteArray line : plain.split('\n')) {
         while (line.endsWith('\r'))
             line.chop(1);
+        lines << (isUtf8 ? QString::fromUtf8(line) : codePage().toText(line));
     }
-    if (lines.last().isEmpty())
+    if (plain.isEmpty() || plain.endsWith('\n'))
         lines.removeLast();
     return lines;
 }
 
 // The same lines, but for one that was replaced, one that was added, or a section added with its first line.
-bool differInOneEntry(const QList<QByteArray>& before, const QList<QByteArray>& after)
+bool differInOneEntry(const QStringList& before, const QStringList& after)
 {
     const auto shared = std::min(before.size(), after.size());
     qsizetype head = 0;
@@ -99,16 +105,18 @@ void checkWrite(ProfileDocument& document, const Write& write)
     const bool changed = document.setValue(write.section, write.key, write.value);
     const QByteArray after = document.toBytes();
     require(changed || before == after, "a write that changes nothing leaves the bytes");
-    require(differInOneEntry(linesOf(before), linesOf(after)), "a write leaves the other lines", write.key);
-    require(document.value(write.section, write.key).value_or(QStringLiteral("-")).trimmed() == asStored(write.value),
+    require(differInOneEntry(linesOf(before), linesOf(after)), "a write leaves the other lines",
+            QString::fromLatin1(before.toPercentEncoding(" []=") + " -> " + after.toPercentEncoding(" []=")));
+    require(document.value(write.section, write.key).value_or(QStringLiteral("-")).trimmed() ==
+                asRead(write.value).trimmed(),
             "the document holds what was written", write.key);
 
     ProfileDocument again(after, codePage());
     require(again.toBytes() == after, "what was written parses to the same");
-    if (isStorable(write))
+    if (isStorableWrite(write))
         require(again.value(write.section, write.key) == document.value(write.section, write.key),
                 "what was written reads back", write.key);
-    if (changed && isStorable(write))
+    if (changed && isStorableWrite(write))
         require(!again.setValue(write.section, write.key, write.value), "the same write again changes nothing");
 }
 
@@ -121,7 +129,7 @@ void checkDocument(const QByteArray& bytes, const std::vector<Write>& writes)
         if (write.isRefused())
             continue;
         checkWrite(document, write);
-        storable = storable && isStorable(write);
+        storable = storable && isStorableWrite(write);
     }
     const ProfileDocument again(document.toBytes(), codePage());
     for (const Write& write : writes) {
@@ -166,30 +174,48 @@ void checkReads(ProfileStore& store, const QString& path, const Write& write)
             "the default does not decide what is found");
 }
 
+bool isSameKey(const Write& left, const Write& right)
+{
+    return left.section.trimmed().compare(right.section.trimmed(), Qt::CaseInsensitive) == 0 &&
+           left.key.trimmed().compare(right.key.trimmed(), Qt::CaseInsensitive) == 0;
+}
+
+// The last write to each key is what the file holds.
+void checkFile(const StoredFile& stored, const std::vector<Write>& writes)
+{
+    ProfileStore fresh(codePage());
+    for (size_t i = 0; i < writes.size(); ++i) {
+        checkReads(fresh, stored.path, writes[i]);
+        const bool isLast = std::none_of(writes.begin() + static_cast<std::ptrdiff_t>(i) + 1, writes.end(),
+                                         [&](const Write& later) { return isSameKey(writes[i], later); });
+        if (!isLast || writes[i].isRefused() || !std::all_of(writes.begin(), writes.end(), isStorableWrite))
+            continue;
+        const auto value =
+            fresh.read(stored.path, writes[i].section, writes[i].key, {}, ProfileStore::kSectionBufferBytes);
+        require(value.found && value.text == asRead(writes[i].value), "a file gives back what was written into it",
+                value.text);
+    }
+    require(stored.files().size() == 1, "nothing is left beside the file");
+}
+
 void checkStore(const QByteArray& bytes, const std::vector<Write>& writes, bool inBatch)
 {
     StoredFile stored(bytes);
-    ProfileDocument model(bytes, codePage());
-    bool changed = false;
-    {
-        std::unique_ptr<ProfileStore::Batch> batch;
-        if (inBatch)
-            batch = std::make_unique<ProfileStore::Batch>(stored.store);
-        for (const Write& write : writes) {
-            const auto outcome = stored.store.write(stored.path, write.section, write.key, write.value);
-            require(outcome.ok() != write.isRefused(), "what can be stored is stored, the rest is refused");
-            changed = (!write.isRefused() && model.setValue(write.section, write.key, write.value)) || changed;
-            const bool written = changed && !inBatch;
-            require(stored.bytes() == (written ? model.toBytes() : bytes), "single writes go out at once");
-        }
-        if (batch)
-            require(batch->commit().ok(), "a batch goes out");
+    std::unique_ptr<ProfileStore::Batch> batch;
+    if (inBatch)
+        batch = std::make_unique<ProfileStore::Batch>(stored.store);
+    for (const Write& write : writes) {
+        const int replacements = stored.store.replacements();
+        const QByteArray before = stored.bytes();
+        const auto outcome = stored.store.write(stored.path, write.section, write.key, write.value);
+        require(outcome.ok() != write.isRefused(), "what can be stored is stored, the rest is refused", outcome.error);
+        require(stored.store.replacements() > replacements || stored.bytes() == before,
+                "a file changes by replacement");
+        require(!inBatch || stored.bytes() == bytes, "a batch keeps its writes until it is committed");
     }
-    require(stored.bytes() == (changed ? model.toBytes() : bytes), "the file is the document");
-    require(stored.files().size() == 1, "nothing is left beside the file");
-    ProfileStore fresh(codePage());
-    for (const Write& write : writes)
-        checkReads(fresh, stored.path, write);
+    if (batch)
+        require(batch->commit().ok(), "a batch goes out");
+    checkFile(stored, writes);
 }
 
 } // namespace
@@ -203,7 +229,8 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const bool inBatch = size > 0 && data[0] == 'b';
-    const std::vector<QByteArray> parts = partsOf(data + std::min<size_t>(size, 1), size - std::min<size_t>(size, 1), 2);
+    const std::vector<QByteArray> parts =
+        partsOf(data + std::min<size_t>(size, 1), size - std::min<size_t>(size, 1), 2);
     const std::vector<Write> writes = writesOf(parts[1]);
     checkDocument(parts[0], writes);
     checkStore(parts[0], writes, inBatch);

@@ -78,7 +78,8 @@ std::optional<QByteArray> soundFrame(const QByteArray& wire, bool ascii)
     }
     // Nothing but digits counts between the colon and the carriage return; what follows that does not.
     const auto end = wire.indexOf('\r');
-    const QByteArray digits = end < 0 ? wire.mid(1).chopped(wire.isEmpty() ? 0 : (wire.size() - 1) % 2) : wire.mid(1, end - 1);
+    const QByteArray digits =
+        end < 0 ? wire.mid(1).chopped(wire.isEmpty() ? 0 : (wire.size() - 1) % 2) : wire.mid(1, end - 1);
     const QByteArray decoded = QByteArray::fromHex(digits);
     if (!wire.startsWith(':') || decoded.toHex().toUpper() != digits || decoded.size() < 3)
         return {};

@@ -20,8 +20,8 @@ public:
         box.context.settings = &settings;
         box.context.translates = false;
         const QDir data(QStringLiteral(VORLANT_DATA_DIR "/ini"));
-        for (const QString& name : {QStringLiteral("KX410Screen.ini"), QStringLiteral("KX410Comm.ini"),
-                                    QStringLiteral("MultiSelect.ini")}) {
+        for (const QString& name :
+             {QStringLiteral("KX410Screen.ini"), QStringLiteral("KX410Comm.ini"), QStringLiteral("MultiSelect.ini")}) {
             QFile file(data.filePath(name));
             require(file.open(QIODevice::ReadOnly), "the definition files are there", name);
             putFile(box, library.getIniFilePath(QString()) + u'\\' + name, file.readAll());

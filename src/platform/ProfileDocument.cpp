@@ -35,12 +35,14 @@ bool hasLineBreak(const QString& text)
     return text.contains(u'\n') || text.contains(u'\r') || text.contains(QChar(0));
 }
 
-// A value as one line holds it. Blanks around it go last: taking characters out may bring more of them to its ends.
-QString asStored(QString value)
+// A value as a reader gets it: it ends at a NUL, and a carriage return inside it is a blank, as it is when the value is
+// written again.
+QString asRead(QString value)
 {
-    value.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
-    value.remove(QChar(0));
-    return value.trimmed();
+    const auto end = value.indexOf(QChar(0));
+    if (end >= 0)
+        value.truncate(end);
+    return value.replace(u'\r', u' ').trimmed();
 }
 
 } // namespace
@@ -125,7 +127,7 @@ template <typename View> ProfileDocument::Line ProfileDocument::parseLine(const 
     line.hasValue = equals >= 0;
     line.key = (equals < 0 ? text : text.first(equals).trimmed()).toString();
     if (line.hasValue)
-        line.value = text.sliced(equals + 1).trimmed().toString();
+        line.value = asRead(text.sliced(equals + 1).toString());
     return line;
 }
 
@@ -179,6 +181,12 @@ QString ProfileDocument::refusal(const QString& section, const QString& key)
     return {};
 }
 
+QString ProfileDocument::oneLine(QString value)
+{
+    value.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
+    return value.remove(QChar(0));
+}
+
 ProfileDocument::Section& ProfileDocument::findOrAdd(const QString& section)
 {
     if (Section* holder = find(section))
@@ -192,7 +200,7 @@ ProfileDocument::Section& ProfileDocument::findOrAdd(const QString& section)
 
 bool ProfileDocument::setValue(const QString& section, const QString& key, const QString& value)
 {
-    const QString stored = asStored(value);
+    const QString stored = oneLine(value).trimmed();
     Section& holder = findOrAdd(section);
     const auto found = holder.keys.constFind(folded(key));
     if (found != holder.keys.cend()) {
@@ -217,12 +225,21 @@ bool ProfileDocument::setValue(const QString& section, const QString& key, const
 
 QByteArray ProfileDocument::toBytes() const
 {
+    const QByteArray bytes = joined([](const QByteArray& line) { return line; });
+    // A few double-byte texts look like UTF-8. A file of nothing else would be read as such: then let it be UTF-8.
+    if (m_isUtf8 || !isUtf8Text(bytes))
+        return bytes;
+    return joined([this](const QByteArray& line) { return decode(line).toUtf8(); });
+}
+
+template <typename Convert> QByteArray ProfileDocument::joined(Convert convert) const
+{
     QByteArray bytes = m_hasMark ? kUtf8Mark : QByteArray();
     for (size_t i = 0; i < m_sections.size(); ++i) {
         if (i > 0)
-            bytes += m_sections[i].header + m_lineEnd;
+            bytes += convert(m_sections[i].header) + m_lineEnd;
         for (const Line& line : m_sections[i].lines)
-            bytes += line.bytes + m_lineEnd;
+            bytes += convert(line.bytes) + m_lineEnd;
     }
     if (m_endsOpen && bytes.endsWith(m_lineEnd))
         bytes.chop(m_lineEnd.size());

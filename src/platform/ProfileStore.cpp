@@ -130,6 +130,13 @@ QString unquoted(const QString& value)
     return quoted ? value.mid(1, value.size() - 2) : value;
 }
 
+// A reader takes blanks and quotation marks around a value away: a value that has such of its own gets a pair more.
+QString guarded(const QString& value)
+{
+    const QString plain = value.trimmed();
+    return plain.isEmpty() || unquoted(plain) == value ? plain : u'"' + value + u'"';
+}
+
 bool isAsciiText(const QString& text)
 {
     for (const QChar c : text) {
@@ -241,9 +248,10 @@ ProfileOutcome ProfileStore::write(const QString& file, const QString& section, 
     if (!refusal.isEmpty())
         return {QStringLiteral("%1: %2").arg(file, refusal)};
     Entry& entry = fresh(file);
-    if (!entry.document->setValue(section, key, value))
+    const QString stored = guarded(ProfileDocument::oneLine(value));
+    if (!entry.document->setValue(section, key, stored))
         return {};
-    entry.pending.push_back({section, key, value});
+    entry.pending.push_back({section, key, stored});
     return m_batchDepth > 0 ? ProfileOutcome{} : flush(file, entry);
 }
 

@@ -50,15 +50,16 @@ private:
 
 inline const QHash<platform::FormProperty, QString> kFullControl{
     {platform::FormProperty::Caption, QStringLiteral("Text")},
-                                         {platform::FormProperty::Font, QStringLiteral("Sans")},
-                                         {platform::FormProperty::FontSize, QStringLiteral("9")},
-                                         {platform::FormProperty::FontCharSet, QStringLiteral("0")},
-                                         {platform::FormProperty::ToolTipText, QString()}};
+    {platform::FormProperty::Font, QStringLiteral("Sans")},
+    {platform::FormProperty::FontSize, QStringLiteral("9")},
+    {platform::FormProperty::FontCharSet, QStringLiteral("0")},
+    {platform::FormProperty::ToolTipText, QString()}};
 
 class FakeForm : public platform::Form
 {
 public:
-    FakeControl& add(const char* name, std::optional<int> index, platform::ControlKind kind = platform::ControlKind::Plain,
+    FakeControl& add(const char* name, std::optional<int> index,
+                     platform::ControlKind kind = platform::ControlKind::Plain,
                      const QHash<platform::FormProperty, QString>& properties = kFullControl)
     {
         m_controls.push_back(std::make_unique<FakeControl>(name, index, kind, properties));
@@ -78,9 +79,9 @@ public:
     }
 
     QHash<platform::FormProperty, QString> values{{platform::FormProperty::Caption, QStringLiteral("Design")},
-                                        {platform::FormProperty::Font, QStringLiteral("Sans")},
-                                        {platform::FormProperty::FontSize, QStringLiteral("9")},
-                                        {platform::FormProperty::FontCharSet, QStringLiteral("0")}};
+                                                  {platform::FormProperty::Font, QStringLiteral("Sans")},
+                                                  {platform::FormProperty::FontSize, QStringLiteral("9")},
+                                                  {platform::FormProperty::FontCharSet, QStringLiteral("0")}};
 
 private:
     std::vector<std::unique_ptr<FakeControl>> m_controls;
