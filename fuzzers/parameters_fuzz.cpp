@@ -2,8 +2,11 @@
 // whole, and what is saved then loads to the same.
 // Input: the bytes of the file.
 
+#include "GridModel.h"
 #include "Numbers.h"
 #include "RealModel.h"
+#include "ScratchFiles.h"
+#include "clsKX.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 // Input: a header that chooses mode and request, then a frame. With kFinish it is a binary frame that gets its check
 // value here, which no mutation would hit; without, it is taken as it came in from the line.
 
+#include "FuzzInput.h"
 #include "IndexedBytes.h"
 #include "ModbusError.h"
 #include "RealModel.h"
@@ -76,12 +77,13 @@ std::optional<QByteArray> soundFrame(const QByteArray& wire, bool ascii)
             return {};
         return wire.chopped(2);
     }
-    // Nothing but digits counts between the colon and the carriage return; what follows that does not.
+    // An odd number of characters; pairs of digits from the colon to the carriage return, what follows that does not
+    // count.
     const auto end = wire.indexOf('\r');
     const QByteArray digits =
         end < 0 ? wire.mid(1).chopped(wire.isEmpty() ? 0 : (wire.size() - 1) % 2) : wire.mid(1, end - 1);
     const QByteArray decoded = QByteArray::fromHex(digits);
-    if (!wire.startsWith(':') || decoded.toHex().toUpper() != digits || decoded.size() < 3)
+    if (wire.size() % 2 == 0 || !wire.startsWith(':') || decoded.toHex().toUpper() != digits || decoded.size() < 3)
         return {};
     const QByteArray frame = decoded.chopped(1);
     if (wireOf(frame, true) != ':' + digits + "\r\n")
