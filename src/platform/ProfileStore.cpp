@@ -162,6 +162,7 @@ struct ProfileStore::Entry
     std::unique_ptr<ProfileDocument> document;
     std::vector<Write> pending;
     int checkedInBatch = 0;
+    quint64 lastUse = 0;
 
     void parse(const FileCheck& check, const CodePage& codePage)
     {
@@ -190,11 +191,14 @@ ProfileStore::~ProfileStore() = default;
 
 ProfileStore::Entry& ProfileStore::fresh(const QString& file)
 {
+    if (m_entries.size() >= kMaxDocuments && !m_entries.contains(file))
+        forgetOldest();
     std::shared_ptr<Entry>& entry = m_entries[file];
     if (!entry) {
         entry = std::make_shared<Entry>();
         entry->path = QFile::encodeName(file);
     }
+    entry->lastUse = ++m_uses;
     const bool checked = m_batchDepth > 0 && entry->checkedInBatch == m_batchNumber && entry->document;
     if (checked || !entry->pending.empty())
         return *entry;
@@ -203,6 +207,19 @@ ProfileStore::Entry& ProfileStore::fresh(const QString& file)
     if (!entry->document || !(check.state == entry->state))
         entry->parse(check, m_codePage);
     return *entry;
+}
+
+// What a batch has still to write stays, however old it is.
+void ProfileStore::forgetOldest()
+{
+    auto oldest = m_entries.end();
+    for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
+        const bool isOlder = oldest == m_entries.end() || entry.value()->lastUse < oldest.value()->lastUse;
+        if (entry.value()->pending.empty() && isOlder)
+            oldest = entry;
+    }
+    if (oldest != m_entries.end())
+        m_entries.erase(oldest);
 }
 
 ProfileStore::Value ProfileStore::read(const QString& file, const QString& section, const QString& key,

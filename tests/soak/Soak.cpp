@@ -181,7 +181,7 @@ void Soak::read()
 {
     m_past.assign(1, held());
     m_engine.getDataFromKX(nullptr);
-    noteRead();
+    noteRead(nullptr);
 }
 
 void Soak::write()
@@ -204,7 +204,7 @@ void Soak::write()
         m_engine.setDataToKXAll();
     else
         m_engine.writeBlock(block, true);
-    noteWrite(sent);
+    noteWrite(sent, all);
 }
 
 void Soak::changeSome()
@@ -227,14 +227,14 @@ QString Soak::drawnValue(const clsData& item)
     return item.DataLen() == 2 ? QString::number(pick(-9999, 9999)) : QString::number(pick(-999, 999) / 8.0);
 }
 
-void Soak::noteRead()
+void Soak::noteRead(const Values* shown)
 {
     const ReadReport& report = m_engine.lastRead();
     m_result.repetitions += report.failures;
     const bool clean = report.outcome == ReadOutcome::Complete && report.givenUp.isEmpty();
     ++(clean ? m_result.cleanReads : m_result.toldFailures);
     if (report.outcome == ReadOutcome::Complete)
-        compareKnown();
+        compareKnown(shown);
 }
 
 bool Soak::wasHeld(const QString& tag, const QString& value) const
@@ -244,7 +244,7 @@ bool Soak::wasHeld(const QString& tag, const QString& value) const
 }
 
 // What the program holds for the controller's is what the controller had while the transfer ran.
-void Soak::compareKnown()
+void Soak::compareKnown(const Values* shown)
 {
     for (int i = 0; i < m_kx.ColAdr().count(); ++i) {
         const clsKXAdr& image = m_kx.ColAdr().at(i);
@@ -258,7 +258,8 @@ void Soak::compareKnown()
     }
     // Items without a cell may have been set by a choice.
     for (const auto& item : m_kx.items()) {
-        if (item->Visible() && item->isKnown() && item->Edit == EditState::kRead && !wasHeld(item->Key(), item->Data()))
+        const bool isShown = item->Visible() && (shown == nullptr || shown->contains(item->Key()));
+        if (isShown && item->isKnown() && item->Edit == EditState::kRead && !wasHeld(item->Key(), item->Data()))
             noteWrong(QStringLiteral("%1 is %2, was %3")
                           .arg(item->Key(), item->Data(), m_past.back().values.value(item->Key())));
     }
@@ -269,12 +270,13 @@ void Soak::noteWrong(const QString& what)
     m_result.wrong << QStringLiteral("cycle %1 with %2: %3").arg(m_result.cycles).arg(m_faults, what);
 }
 
-void Soak::noteWrite(const Values& sent)
+// After the write of a block only its own items are shown anew.
+void Soak::noteWrite(const Values& sent, bool all)
 {
     const WriteReport& report = m_engine.lastWrite();
     const bool walked = report.outcome == WriteOutcome::Complete;
     if (walked)
-        noteRead();
+        noteRead(all ? nullptr : &sent);
     const bool clean = walked && report.failed.isEmpty() && report.skipped.isEmpty() && report.notAccepted.isEmpty() &&
                        m_engine.lastRead().outcome == ReadOutcome::Complete && m_engine.lastRead().givenUp.isEmpty();
     ++(clean ? m_result.cleanWrites : m_result.toldFailures);

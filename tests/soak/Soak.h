@@ -86,10 +86,10 @@ private:
     void write();
     void changeSome();
     QString drawnValue(const clsData& item);
-    void noteRead();
-    void noteWrite(const Values& sent);
+    void noteRead(const Values* shown); // null: all items were shown anew
+    void noteWrite(const Values& sent, bool all);
     bool wasHeld(const QString& tag, const QString& value) const;
-    void compareKnown();
+    void compareKnown(const Values* shown);
     void noteWrong(const QString& what);
     int pick(int first, int last) { return std::uniform_int_distribution<int>(first, last)(m_random); }
 
