@@ -41,6 +41,19 @@ bool hasLineBreak(const QString& text)
     return text.contains(u'\n') || text.contains(u'\r') || text.contains(QChar(0));
 }
 
+// A reader gets a value up to its first NUL.
+QStringView untilNul(QStringView value)
+{
+    const auto end = value.indexOf(QChar(0));
+    return end < 0 ? value : value.first(end);
+}
+
+// A carriage return inside a value is a blank for a reader, as it is when the value is written again.
+QString asRead(const QString& value)
+{
+    return value.contains(u'\r') ? QString(value).replace(u'\r', u' ').trimmed() : value;
+}
+
 } // namespace
 
 // FNV-1a over the characters in their lower-case form.
@@ -150,7 +163,7 @@ ProfileDocument::Line ProfileDocument::parseLine(const QByteArray& bytes, QStrin
     line.hasValue = equals >= 0;
     line.key = part(equals < 0 ? trimmed : trimmed.first(equals).trimmed());
     if (line.hasValue)
-        line.value = part(trimmed.sliced(equals + 1).trimmed());
+        line.value = asRead(part(untilNul(trimmed.sliced(equals + 1)).trimmed()));
     return line;
 }
 
@@ -204,6 +217,12 @@ QString ProfileDocument::refusal(const QString& section, const QString& key)
     return {};
 }
 
+QString ProfileDocument::oneLine(QString value)
+{
+    value.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
+    return value.remove(QChar(0));
+}
+
 ProfileDocument::Section& ProfileDocument::findOrAdd(const QString& section)
 {
     if (Section* holder = find(section))
@@ -217,9 +236,7 @@ ProfileDocument::Section& ProfileDocument::findOrAdd(const QString& section)
 
 bool ProfileDocument::setValue(const QString& section, const QString& key, const QString& value)
 {
-    QString stored = value.trimmed();
-    stored.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
-    stored.remove(QChar(0));
+    const QString stored = oneLine(value).trimmed();
     Section& holder = findOrAdd(section);
     const auto found = holder.keys.constFind(folded(key));
     if (found != holder.keys.cend()) {
@@ -244,12 +261,21 @@ bool ProfileDocument::setValue(const QString& section, const QString& key, const
 
 QByteArray ProfileDocument::toBytes() const
 {
+    const QByteArray bytes = joined([](const QByteArray& line) { return line; });
+    // A few double-byte texts look like UTF-8. A file of nothing else would be read as such: then let it be UTF-8.
+    if (m_isUtf8 || !isUtf8Text(bytes))
+        return bytes;
+    return joined([this](const QByteArray& line) { return decode(line).toUtf8(); });
+}
+
+template <typename Convert> QByteArray ProfileDocument::joined(Convert convert) const
+{
     QByteArray bytes = m_hasMark ? kUtf8Mark : QByteArray();
     for (size_t i = 0; i < m_sections.size(); ++i) {
         if (i > 0)
-            bytes += m_sections[i].header + m_lineEnd;
+            bytes += convert(m_sections[i].header) + m_lineEnd;
         for (const Line& line : parsed(m_sections[i]).lines)
-            bytes += line.bytes + m_lineEnd;
+            bytes += convert(line.bytes) + m_lineEnd;
     }
     if (m_endsOpen && bytes.endsWith(m_lineEnd))
         bytes.chop(m_lineEnd.size());

@@ -44,6 +44,9 @@ public:
     // Why a section, key and value cannot be stored so that they are found again; empty when they can.
     static QString refusal(const QString& section, const QString& key);
 
+    // A value without what cannot stand in a line: line breaks become blanks.
+    static QString oneLine(QString value);
+
     QByteArray toBytes() const;
 
 private:
@@ -87,6 +90,7 @@ private:
     Section* find(const QString& section);
     const Section* find(const QString& section) const { return const_cast<ProfileDocument*>(this)->find(section); }
     Section& findOrAdd(const QString& section);
+    template <typename Convert> QByteArray joined(Convert convert) const; // all lines, each converted
     QString decode(const QByteArray& bytes) const;
     QByteArray encode(const QString& text) const;
 

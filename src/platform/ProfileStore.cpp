@@ -130,6 +130,13 @@ QString unquoted(const QString& value)
     return quoted ? value.mid(1, value.size() - 2) : value;
 }
 
+// A reader takes blanks and quotation marks around a value away: a value that has such of its own gets a pair more.
+QString guarded(const QString& value)
+{
+    const QString plain = value.trimmed();
+    return plain.isEmpty() || unquoted(plain) == value ? plain : u'"' + value + u'"';
+}
+
 bool isAsciiText(const QString& text)
 {
     for (const QChar c : text) {
@@ -155,6 +162,7 @@ struct ProfileStore::Entry
     std::unique_ptr<ProfileDocument> document;
     std::vector<Write> pending;
     int checkedInBatch = 0;
+    quint64 lastUse = 0;
 
     void parse(const FileCheck& check, const CodePage& codePage)
     {
@@ -183,11 +191,14 @@ ProfileStore::~ProfileStore() = default;
 
 ProfileStore::Entry& ProfileStore::fresh(const QString& file)
 {
+    if (m_entries.size() >= kMaxDocuments && !m_entries.contains(file))
+        forgetOldest();
     std::shared_ptr<Entry>& entry = m_entries[file];
     if (!entry) {
         entry = std::make_shared<Entry>();
         entry->path = QFile::encodeName(file);
     }
+    entry->lastUse = ++m_uses;
     const bool checked = m_batchDepth > 0 && entry->checkedInBatch == m_batchNumber && entry->document;
     if (checked || !entry->pending.empty())
         return *entry;
@@ -196,6 +207,19 @@ ProfileStore::Entry& ProfileStore::fresh(const QString& file)
     if (!entry->document || !(check.state == entry->state))
         entry->parse(check, m_codePage);
     return *entry;
+}
+
+// What a batch has still to write stays, however old it is.
+void ProfileStore::forgetOldest()
+{
+    auto oldest = m_entries.end();
+    for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
+        const bool isOlder = oldest == m_entries.end() || entry.value()->lastUse < oldest.value()->lastUse;
+        if (entry.value()->pending.empty() && isOlder)
+            oldest = entry;
+    }
+    if (oldest != m_entries.end())
+        m_entries.erase(oldest);
 }
 
 ProfileStore::Value ProfileStore::read(const QString& file, const QString& section, const QString& key,
@@ -241,9 +265,10 @@ ProfileOutcome ProfileStore::write(const QString& file, const QString& section, 
     if (!refusal.isEmpty())
         return {QStringLiteral("%1: %2").arg(file, refusal)};
     Entry& entry = fresh(file);
-    if (!entry.document->setValue(section, key, value))
+    const QString stored = guarded(ProfileDocument::oneLine(value));
+    if (!entry.document->setValue(section, key, stored))
         return {};
-    entry.pending.push_back({section, key, value});
+    entry.pending.push_back({section, key, stored});
     return m_batchDepth > 0 ? ProfileOutcome{} : flush(file, entry);
 }
 

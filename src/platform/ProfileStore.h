@@ -27,6 +27,8 @@ struct ProfileOutcome
 // (temporary file in the same folder, flush, rename) under an advisory lock, so two processes lose nothing to each
 // other. A file whose non-ASCII bytes are valid UTF-8, or that begins with a UTF-8 mark, is read as UTF-8 and stays so.
 //
+// The documents of the kMaxDocuments files used last are kept.
+//
 // An unreadable file (a folder, a pipe or device, no permission, larger than kMaxFileBytes) reads as if it were
 // missing; writing to it fails with an error and leaves it as it is.
 class ProfileStore
@@ -34,6 +36,7 @@ class ProfileStore
 public:
     static constexpr qint64 kMaxFileBytes = qint64{64} * 1024 * 1024;
     static constexpr int kSectionBufferBytes = 32767;
+    static constexpr int kMaxDocuments = 24; // a program reads about ten again and again, and any number once
 
     explicit ProfileStore(CodePage codePage);
     ~ProfileStore();
@@ -81,10 +84,12 @@ public:
 
     // How many times a file has been replaced since construction (for measures and tests).
     int replacements() const { return m_replacements; }
+    int documents() const { return static_cast<int>(m_entries.size()); }
 
 private:
     struct Entry;
     Entry& fresh(const QString& file);
+    void forgetOldest();
     ProfileOutcome endBatch();
     ProfileOutcome flush(const QString& file, Entry& entry);
 
@@ -93,6 +98,7 @@ private:
     int m_batchDepth = 0;
     int m_batchNumber = 0; // of the outermost batch that is open, or was last
     int m_replacements = 0;
+    quint64 m_uses = 0;
 };
 
 } // namespace platform

@@ -34,6 +34,7 @@ void RequestChannel::begin()
     m_requests = 0;
     m_wireBytes = 0;
     m_reason.clear();
+    m_lastRequest.clear();
     useShellSettings();
 }
 
@@ -57,7 +58,27 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
 {
     m_functionCode = functionCode;
     m_accepted = accepted;
+    LateReply reply{functionCode, m_clsModbus.RecvSize(), {}};
+    // The late reply to the same request tells the same.
+    const bool isRepetition = m_clsModbus.GetSendMessage() == m_lastRequest;
+    if (!isRepetition)
+        letPass(reply);
+    if (m_abort)
+        return Result::Failed;
+    m_lastRequest = m_clsModbus.GetSendMessage();
+    reply.until = m_parts.library.context().machine.clock.now().addSecs(m_parts.link.timeOut() + 1 + kLatestSeconds);
+    const Result result = sendAndWait();
+    // Where late replies are about, an answer may be one of them, and the answer to this request is still to come.
+    const bool isOwed = result == Result::Failed && (!m_answered || !m_late.empty());
+    if (isOwed || mayComeLate(reply))
+        expectLate(reply);
+    return result;
+}
+
+RequestChannel::Result RequestChannel::sendAndWait()
+{
     m_bWait = true;
+    m_answered = false;
     m_lResult = Result::Success;
     m_waiting.arm();
     const QString refusal = m_parts.link.sendMsg(m_clsModbus.GetSendMessage(), m_clsModbus.RecvSize());
@@ -74,6 +95,34 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
     m_abort = m_abort || m_bWait;
     m_bWait = false;
     return m_lResult;
+}
+
+bool RequestChannel::mayComeLate(const LateReply& reply) const
+{
+    return std::any_of(m_late.begin(), m_late.end(), [&](const LateReply& late) { return late.isLike(reply); });
+}
+
+// The link throws away what has come by the time of the next request.
+void RequestChannel::letPass(const LateReply& reply)
+{
+    const QDateTime now = m_parts.library.context().machine.clock.now();
+    qint64 restMs = 0;
+    for (const LateReply& late : m_late) {
+        if (late.isLike(reply))
+            restMs = std::max(restMs, now.msecsTo(late.until));
+    }
+    // Somebody may have put the clock back.
+    constexpr qint64 kMsPerSecond = 1000;
+    restMs = std::min(restMs, (m_parts.link.timeOut() + 1 + kLatestSeconds) * kMsPerSecond);
+    if (restMs > 0)
+        pause(static_cast<int>(restMs));
+    std::erase_if(m_late, [&](const LateReply& late) { return late.isLike(reply) || late.until <= now; });
+}
+
+void RequestChannel::expectLate(const LateReply& reply)
+{
+    std::erase_if(m_late, [&](const LateReply& late) { return late.isLike(reply); });
+    m_late.push_back(reply);
 }
 
 void RequestChannel::pause(int milliseconds)
@@ -97,6 +146,7 @@ void RequestChannel::onSuccess(const QByteArray& sent, const QByteArray& receive
     Q_UNUSED(sent);
     if (!m_bWait)
         return;
+    m_answered = true;
     const QByteArray bytes = receivedPart(received);
     useShellSettings();
     trace(QStringLiteral("(Scces)R:"), bytes);
@@ -144,8 +194,8 @@ void RequestChannel::onError(const QByteArray& sent, const QByteArray& received,
     const auto count = static_cast<qint32>(bytes.size());
     m_clsModbus.SetRecvMessage(bytes, count);
     const int code = m_clsModbus.ErrorCode();
-    m_reason = code >= 1 && code <= kMaxException ? tran("the controller refused (exception %1)").arg(code)
-                                                  : m_parts.library.tranStr(text);
+    m_answered = code >= 1 && code <= kMaxException;
+    m_reason = m_answered ? tran("the controller refused (exception %1)").arg(code) : m_parts.library.tranStr(text);
     finish(Result::Failed);
 }
 

@@ -5,11 +5,13 @@
 #include "clsModbus.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QObject>
 #include <QString>
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class clsLibrary;
 class clsLog;
@@ -22,6 +24,9 @@ class Timer;
 // One request at a time: sends what the Modbus master holds over the serial link and waits, dispatching events, until
 // the link tells how it ended. Every frame is a line of the trace log.
 //
+// Replies name no address. One that comes after its request was given up could be taken for that of another request of
+// the same function and length: such a request waits until no late reply can be on its way any more.
+//
 // Order of calls: begin at the start of a transfer; then for each request a request operation of modbus(), traceRequest
 // and exchange. All parts are kept by reference and must outlive the channel.
 class RequestChannel : public QObject
@@ -29,6 +34,9 @@ class RequestChannel : public QObject
     Q_OBJECT
 
 public:
+    // How much later than the time-out a reply may still come.
+    static constexpr int kLatestSeconds = 5;
+
     // How a request ended.
     enum class Result { WrongModel = -2, Refused = -1, Success = 0, Failed = 1 };
 
@@ -63,7 +71,20 @@ public:
     qint64 wireBytes() const { return m_wireBytes; } // sent, and announced for replies, since begin
 
 private:
+    // A reply that may still come, and until when.
+    struct LateReply
+    {
+        quint8 functionCode = 0;
+        int size = 0;
+        QDateTime until;
+        bool isLike(const LateReply& other) const { return functionCode == other.functionCode && size == other.size; }
+    };
+
     void useShellSettings();
+    Result sendAndWait();
+    bool mayComeLate(const LateReply& reply) const;
+    void letPass(const LateReply& reply);
+    void expectLate(const LateReply& reply);
     void onSuccess(const QByteArray& sent, const QByteArray& received);
     void onError(const QByteArray& sent, const QByteArray& received, const QString& text);
     bool isSound(const QByteArray& received);
@@ -77,10 +98,13 @@ private:
     std::unique_ptr<platform::Timer> m_pause;
     std::function<Result()> m_accepted;
     bool m_bWait = false;
+    bool m_answered = false; // as much as was announced has come, or an exception, sound or not
     bool m_abort = false;
     quint8 m_functionCode = 0;
     Result m_lResult = Result::Success;
     QString m_reason;
     int m_requests = 0;
     qint64 m_wireBytes = 0;
+    QByteArray m_lastRequest; // of this transfer; sent again it is a repetition
+    std::vector<LateReply> m_late;
 };

@@ -1,94 +1,15 @@
-#include "FormControls.h"
+#include "FakeForm.h"
 #include "TestMachine.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
 
 #include <QFile>
-#include <QHash>
 #include <gtest/gtest.h>
-
-#include <memory>
 
 using platform::ControlKind;
 using platform::FormProperty;
 
 namespace {
-
-// A control without a widget: what it lacks reads as nothing.
-class FakeControl : public platform::FormControl
-{
-public:
-    FakeControl(const char* name, std::optional<int> index, ControlKind kind,
-                const QHash<FormProperty, QString>& properties)
-        : values(properties), m_name(QLatin1String(name)), m_index(index), m_kind(kind)
-    {}
-
-    QString name() const override { return m_name; }
-    std::optional<int> index() const override { return m_index; }
-    ControlKind kind() const override { return m_kind; }
-    std::optional<QString> property(FormProperty which) const override
-    {
-        return values.contains(which) ? std::optional(values[which]) : std::nullopt;
-    }
-    void setProperty(FormProperty which, const QString& text) override
-    {
-        if (values.contains(which))
-            values[which] = text;
-    }
-    std::vector<int> parts() const override { return numbers; }
-    QString partProperty(int part, FormProperty) const override { return partTexts.value(part); }
-    void setPartProperty(int part, FormProperty which, const QString& text) override
-    {
-        if (which == FormProperty::Caption)
-            partTexts[part] = text;
-    }
-
-    QHash<FormProperty, QString> values;
-    std::vector<int> numbers;
-    QHash<int, QString> partTexts;
-
-private:
-    QString m_name;
-    std::optional<int> m_index;
-    ControlKind m_kind;
-};
-
-const QHash<FormProperty, QString> kFull{{FormProperty::Caption, QStringLiteral("Text")},
-                                         {FormProperty::Font, QStringLiteral("Sans")},
-                                         {FormProperty::FontSize, QStringLiteral("9")},
-                                         {FormProperty::FontCharSet, QStringLiteral("0")},
-                                         {FormProperty::ToolTipText, QString()}};
-
-class FakeForm : public platform::Form
-{
-public:
-    FakeControl& add(const char* name, std::optional<int> index, ControlKind kind = ControlKind::Plain,
-                     const QHash<FormProperty, QString>& properties = kFull)
-    {
-        m_controls.push_back(std::make_unique<FakeControl>(name, index, kind, properties));
-        return *m_controls.back();
-    }
-
-    QString name() const override { return QStringLiteral("frmX"); }
-    std::optional<QString> property(FormProperty which) const override { return values.value(which); }
-    void setProperty(FormProperty which, const QString& text) override { values[which] = text; }
-    QString designCaption() const override { return QStringLiteral("Design"); }
-    std::vector<platform::FormControl*> controls() const override
-    {
-        std::vector<platform::FormControl*> all;
-        for (const auto& control : m_controls)
-            all.push_back(control.get());
-        return all;
-    }
-
-    QHash<FormProperty, QString> values{{FormProperty::Caption, QStringLiteral("Design")},
-                                        {FormProperty::Font, QStringLiteral("Sans")},
-                                        {FormProperty::FontSize, QStringLiteral("9")},
-                                        {FormProperty::FontCharSet, QStringLiteral("0")}};
-
-private:
-    std::vector<std::unique_ptr<FakeControl>> m_controls;
-};
 
 class Translation : public ::testing::Test
 {

@@ -240,6 +240,63 @@ TEST_F(Profile, KeysThatCouldNotBeFoundAgainAreRefused)
     EXPECT_EQ(get(u"K"), u"two lines");
 }
 
+struct ValueCase
+{
+    const char* name;
+    QString written;
+    QString read; // by another process
+};
+
+class Value : public Profile, public ::testing::WithParamInterface<ValueCase>
+{};
+
+TEST_P(Value, ReadsBack)
+{
+    put("[S]\r\nA=1\r\n");
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(store.write(file, QStringLiteral("S"), QStringLiteral("K"), GetParam().written).ok());
+        EXPECT_EQ(store.replacements(), 1) << "the same write again changes nothing";
+        EXPECT_EQ(get(u"K"), GetParam().read);
+        ProfileStore fresh{page};
+        EXPECT_EQ(fresh.read(file, QStringLiteral("S"), QStringLiteral("K"), {}, 512).text, GetParam().read);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, Value,
+                         ::testing::Values(ValueCase{"Quoted", QStringLiteral("\"q\""), QStringLiteral("\"q\"")},
+                                           ValueCase{"SingleQuotes", QStringLiteral("''"), QStringLiteral("''")},
+                                           ValueCase{"Blanks", QStringLiteral("KX410   "), QStringLiteral("KX410   ")},
+                                           ValueCase{"OneQuote", QStringLiteral("5\""), QStringLiteral("5\"")},
+                                           ValueCase{"NulBehindABreak", QString::fromUtf16(u"a\r\0b\r\0", 6),
+                                                     QStringLiteral("a b ")},
+                                           ValueCase{"LooksLikeUtf8", QStringLiteral("ﾂ｡"), QStringLiteral("ﾂ｡")}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Profile, ValueEndsAtANul)
+{
+    put(QByteArray("[S]\r\nA=1\rx\0y\r\n", 15));
+    EXPECT_EQ(get(u"A"), u"1 x");
+}
+
+TEST_F(Profile, DocumentsOfManyFilesAreForgotten)
+{
+    ProfileStore::Batch batch(store);
+    for (int i = 0; i < 100; ++i) {
+        file = dir.filePath(QStringLiteral("%1.ini").arg(i));
+        if (i < 50)
+            set(u"A", QString::number(i).toStdU16String().c_str());
+        else
+            get(u"A");
+    }
+    EXPECT_LE(store.documents(), 51) << "what a batch has still to write is kept";
+    EXPECT_TRUE(batch.commit().ok());
+    EXPECT_EQ(store.replacements(), 50);
+    for (int i = 0; i < 100; ++i) {
+        file = dir.filePath(QStringLiteral("%1.ini").arg(i));
+        EXPECT_EQ(get(u"A"), i < 50 ? QString::number(i) : QStringLiteral("DEF"));
+    }
+}
+
 TEST_F(Profile, LinkStaysALink)
 {
     const QString target = dir.filePath(QStringLiteral("target.ini"));

@@ -185,8 +185,8 @@ protected:
     QHash<QString, QString> atStart;
     IdleClock idle{box.clock};
 
-private:
-    void writeDefinition()
+protected:
+    virtual void writeDefinition()
     {
         const auto item = [](int number, const char* keys) {
             return dataSection(number, keys) + "CellData=" + QByteArray::number(number) + ",1,vbWhite,vbBlack\n";

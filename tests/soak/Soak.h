@@ -1,0 +1,116 @@
+#pragma once
+
+#include "ComPorts.h"
+#include "GridModel.h"
+#include "IdleClock.h"
+#include "RealModel.h"
+#include "SimulatorLine.h"
+#include "TransferEngine.h"
+#include "clsKX.h"
+#include "clsLog.h"
+#include "uclComm.h"
+
+#include <QStringList>
+
+#include <random>
+#include <vector>
+
+// The program around the transfers: answers yes, and keeps what it was told.
+class SoakShell : public MessagePresenter, public ProgressView, public TransferShell
+{
+public:
+    explicit SoakShell(int mode) : m_mode(mode) {}
+    int present(const Message& message) override
+    {
+        messages << message.prompt;
+        return MessageResult::kYes;
+    }
+    void open(int, const QString&, const QString&, bool, bool) override {}
+    void setPosition(int) override {}
+    void setText(const QString&) override {}
+    void close() override {}
+    MainState state() const override { return m_state; }
+    void setState(MainState state) override { m_state = state; }
+    int slaveAddress() const override { return 1; }
+    int transmissionMode() const override { return m_mode; }
+    QString modelPanel() const override { return RealModel::kModelString; }
+    void setConnectedModel(const QString&) override {}
+    void showCommSetting() override {}
+
+    QStringList messages;
+
+private:
+    int m_mode;
+    MainState m_state = MainState::Confirmed;
+};
+
+// What became of the cycles.
+struct SoakResult
+{
+    int cycles = 0;
+    int cleanReads = 0;   // walked to the end, nothing given up
+    int cleanWrites = 0;  // walked to the end, nothing failed, nothing read back otherwise
+    int toldFailures = 0; // transfers that told of something that did not succeed
+    int repetitions = 0;  // requests without a valid reply
+    QStringList wrong;    // values that the program took for the controller's and that never were: must stay empty
+};
+
+// A real model and its simulated controller at the two ends of a pseudo-terminal. Every cycle draws faults, then reads,
+// and writes with values of its own; what the program holds for read or written afterwards is compared with what the
+// controller held meanwhile. The clock runs only while the line is quiet. Repeatable by the seed.
+class Soak
+{
+public:
+    // mode: 0 RTU, 1 ASCII.
+    Soak(int mode, unsigned seed, SoakResult& result);
+
+    void cycle();
+    // Without faults: everything is read and must be what the controller holds.
+    void finish();
+    qint64 lineSeconds() const; // on the line's clock
+
+private:
+    using Values = QHash<QString, QString>; // stored values by tag
+    // What the controller holds at one time.
+    struct Held
+    {
+        Values values;
+        QHash<QString, QByteArray> images; // by section
+    };
+
+    void drawFaults();
+    void pass(int seconds);
+    void snapshot();
+    Held held();
+    void read();
+    void write();
+    void changeSome();
+    QString drawnValue(const clsData& item);
+    void noteRead(const Values* shown); // null: all items were shown anew
+    void noteWrite(const Values& sent, bool all);
+    bool wasHeld(const QString& tag, const QString& value) const;
+    void compareKnown(const Values* shown);
+    void noteWrong(const QString& what);
+    int pick(int first, int last) { return std::uniform_int_distribution<int>(first, last)(m_random); }
+
+    SoakResult& m_result;
+    std::mt19937 m_random;
+    RealModel m_program;
+    RealModel m_far; // the controller's own, and the witness's
+    SoakShell m_shell;
+    platform::GridModel m_grid;
+    clsLog m_trace{m_program.box.machine};
+    platform::ComPorts m_ports{QProcessEnvironment()};
+    clsKX m_kx;
+    SimulatedController m_controller;
+    SimulatorLine m_line;
+    uclComm m_link;
+    TransferEngine m_engine;
+    IdleClock m_idle;
+    QDateTime m_start;
+    QString m_faults;         // of this cycle
+    QByteArray m_held;        // the controller's state last seen
+    std::vector<Held> m_past; // what the controller held since the transfer began
+    platform::GridModel m_witnessGrid;
+    clsKX m_witness; // the same model, filled from the controller's state without a line between
+};
