@@ -26,6 +26,13 @@ CAPTIONS = {
     "Vorlant", "VersionInfo", "Ver.",
     "Back", "Forward", "Contents", "Find", "Find:", "Print...", "Larger", "Smaller", "Previous", "Next",
     "Not found on this page",
+    # Of the traffic window: title and buttons, columns and fields, what a line is, functions, and what is in order
+    "Traffic", "&Pause", "&Continue", "Details",
+    "TrafficTime", "TrafficDirection", "Slave", "Function", "Address", "Count", "Data", "Check", "Remark", "Frame",
+    "Error", "Sent", "Received", "Rejected", "Memory", "Note", "to be written", "before the write", "%1 bytes",
+    "read coils", "read discrete inputs", "read holding registers", "read input registers", "write coil",
+    "write register", "write registers", "read memory", "write memory", "read floats", "write floats",
+    "CRC OK", "LRC OK",
 }
 # Texts that the language files hold but that no window shows.
 NOT_SHOWN = {"Nothing"}

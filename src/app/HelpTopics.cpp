@@ -15,6 +15,7 @@ constexpr HelpTopicRow kRows[] = {
     {u"FileMenu", u"mnuFile_0", u"files.html", u"open"},
     {u"FileMenu", u"mnuFile_1", u"files.html", u"save"},
     {u"FileMenu", u"mnuFile_2", u"main-window.html", u"menus"},
+    {u"RecentMenu", u"", u"files.html", u"recent"},
     {u"EditMenu", u"", u"editing.html", u"clipboard"},
     {u"EditMenu", u"mnuEdit_2", u"editing.html", u"undo"},
     {u"EditMenu", u"mnuEdit_3", u"editing.html", u"undo"},

@@ -13,6 +13,13 @@ constexpr int kCrossSide = 8;
 const QColor kTitleGround(0xd6, 0xdd, 0xe6);
 const QColor kLine(0x8a, 0x93, 0x9e);
 
+// The mark of changes stands in the title as on the desktop.
+QString shownTitle(const QWidget& window)
+{
+    return window.windowTitle().replace(QStringLiteral("[*]"),
+                                        window.isWindowModified() ? QStringLiteral("*") : QString());
+}
+
 void paintTitle(QPainter& painter, const QRect& bar, const QString& title)
 {
     painter.fillRect(bar, kTitleGround);
@@ -33,7 +40,7 @@ void takePicture(QWidget& window, const QString& folder, const QString& name)
     picture.fill(kLine);
     QPainter painter(&picture);
     painter.setFont(window.font());
-    paintTitle(painter, QRect(1, 1, inside.width(), kTitleHeight), window.windowTitle());
+    paintTitle(painter, QRect(1, 1, inside.width(), kTitleHeight), shownTitle(window));
     painter.drawPixmap(1, kTitleHeight + 1, inside);
     painter.end();
     if (!picture.save(folder + u'/' + name + QStringLiteral(".png")))

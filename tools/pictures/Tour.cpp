@@ -14,7 +14,6 @@
 #include "frmShowVersion.h"
 #include "vaSpread.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -22,6 +21,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTimer>
 #include <QToolButton>
 
@@ -30,7 +30,11 @@ namespace {
 constexpr QSize kMainSize(960, 660);
 constexpr QSize kLargeSize(1240, 860);
 constexpr QSize kHelpSize(860, 560);
-constexpr int kTrafficMs = 1500; // it looks for new frames a few times a second
+constexpr QSize kTrafficSize(960, 520);
+constexpr int kDirectionColumn = 1;
+constexpr int kDataColumn = 6;
+constexpr int kDataWidth = 150;
+constexpr int kRemarkColumn = 8;
 const QString kTime = QStringLiteral("14:07:09");
 
 // Calls the function once for the first form of its kind that is shown, in the form's own event loop.
@@ -59,6 +63,16 @@ void press(QWidget& window, const char* button)
     window.findChild<QPushButton*>(QLatin1String(button))->click();
 }
 
+QWidget* formNamed(const QString& name)
+{
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->objectName() == name)
+            return window;
+    }
+    qFatal("no window %s", qPrintable(name));
+}
+
 } // namespace
 
 Tour::Tour(ProgramContext& program, frmMain& window, const QString& folder)
@@ -83,7 +97,6 @@ void Tour::all()
     options();
     selection();
     version();
-    traffic();
     help();
 }
 
@@ -168,29 +181,34 @@ void Tour::version()
     form->reject();
 }
 
-// Read once more while it watches.
+// A read of which a reply was damaged; that reply is the current line.
 void Tour::traffic()
 {
-    const auto actions = m_window.findChildren<QAction*>();
-    for (QAction* action : actions) {
-        if (action->text().remove(u'&').startsWith(text("Traffic")))
-            action->trigger();
-    }
-    QWidget* form = nullptr;
-    const auto windows = QApplication::topLevelWidgets();
-    for (QWidget* window : windows) {
-        if (window->objectName() == u"frmTraffic")
-            form = window;
-    }
-    if (form == nullptr)
-        return;
-    m_window.getDataFromKX();
-    QEventLoop shown;
-    QTimer::singleShot(kTrafficMs, &shown, &QEventLoop::quit);
-    shown.exec();
-    form->resize(kMainSize.width(), form->height());
+    confirm();
+    m_window.showTraffic();
+    QWidget* form = formNamed(QStringLiteral("frmTraffic"));
+    form->resize(kTrafficSize);
+    auto* table = form->findChild<QTableView*>();
+    for (int column = 0; column < kRemarkColumn; ++column)
+        table->resizeColumnToContents(column);
+    table->setColumnWidth(kDataColumn, kDataWidth);
+    table->setColumnWidth(kRemarkColumn, 0); // and as wide as there is room for, as the last one
+    QCoreApplication::processEvents();
+    const QAbstractItemModel& lines = *table->model();
+    int faulty = lines.rowCount() - 1;
+    while (faulty >= 0 && !isRejected(lines, faulty))
+        --faulty;
+    if (faulty < 1)
+        qFatal("every reply was sound");
+    table->selectRow(faulty - 1);
+    table->scrollTo(table->currentIndex(), QAbstractItemView::PositionAtCenter);
     picture(*form, "traffic");
     form->close();
+}
+
+bool Tour::isRejected(const QAbstractItemModel& lines, int row) const
+{
+    return lines.index(row, kDirectionColumn).data().toString() == text("Rejected");
 }
 
 void Tour::help()
@@ -202,12 +220,16 @@ void Tour::help()
     picture(window, "help");
 }
 
+// OK in the communication settings, which reads.
+void Tour::confirm()
+{
+    const WhenShown<frmComSet> settings([](frmComSet& dialog) { press(dialog, "Command1_0"); });
+    m_window.showCommSetting();
+}
+
 void Tour::report()
 {
-    {
-        const WhenShown<frmComSet> settings([](frmComSet& dialog) { press(dialog, "Command1_0"); });
-        m_window.showCommSetting();
-    }
+    confirm();
     {
         const WhenShown<frmMessageBox> box([](frmMessageBox& form) { form.accept(); });
         m_window.setDataToKXAll();

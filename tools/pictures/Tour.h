@@ -6,11 +6,13 @@
 #include <functional>
 
 class ProgramContext;
+class QAbstractItemModel;
 class QWidget;
 class frmMain;
 
 // Leads the windows of the program through what a person does and takes a picture of each. The main window must have a
-// controller at its port that answers soundly (all) or fails now and then (report).
+// controller at its port that answers soundly (all), refuses now and then (report) or sends a damaged reply at times
+// (traffic).
 class Tour
 {
 public:
@@ -18,19 +20,21 @@ public:
 
     void all();
     void report(); // what a write did not reach
+    void traffic();
 
 private:
     void read();
+    void confirm();
     void mainWindow();
     void messages();
     void options();
     void selection();
     void version();
-    void traffic();
     void help();
 
     void picture(QWidget& window, const char* name);
     QString text(const char* english) const; // in the language in use
+    bool isRejected(const QAbstractItemModel& lines, int row) const;
     QPoint cellWithHint(const QString& part) const;
     void goToSetValue();
 

@@ -1,5 +1,5 @@
-// Takes the pictures of the manual: vorlant_pictures all|report FOLDER. Program folder, settings and COM1 come from the
-// environment, as for the program itself; the controller at COM1 is a simulated one. See tools/make_pictures.
+// Takes the pictures of the manual: vorlant_pictures all|report|traffic FOLDER. Program folder, settings and COM1 come
+// from the environment, as for the program itself; the controller at COM1 is a simulated one. See tools/make_pictures.
 
 #include "PaletteColors.h"
 #include "ProgramContext.h"
@@ -34,15 +34,18 @@ int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     const QStringList words = QCoreApplication::arguments().mid(1);
-    if (words.size() != 2 || (words[0] != u"all" && words[0] != u"report"))
-        qFatal("usage: vorlant_pictures all|report FOLDER");
+    const QHash<QString, void (Tour::*)()> tours{{QStringLiteral("all"), &Tour::all},
+                                                 {QStringLiteral("report"), &Tour::report},
+                                                 {QStringLiteral("traffic"), &Tour::traffic}};
+    if (words.size() != 2 || !tours.contains(words[0]))
+        qFatal("usage: vorlant_pictures all|report|traffic FOLDER");
     setLook();
     const platform::PaletteColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     frmMain window(program);
     window.show();
     Tour tour(program, window, words[1]);
-    words[0] == u"all" ? tour.all() : tour.report();
+    (tour.*tours[words[0]])();
     window.closeWithoutQuestion();
     return 0;
 }
