@@ -55,8 +55,8 @@ int Main(int& argc, char* argv[])
         return 0;
     }
     tellOfFolders(program);
+    const platform::TerminationSignals endRequest; // one that comes while the window is made waits for it
     frmMain window(program);
-    const platform::TerminationSignals endRequest;
     endWith(application, endRequest, window);
     window.show();
     window.start();
