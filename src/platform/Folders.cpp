@@ -23,6 +23,14 @@ QString userFolder(const QProcessEnvironment& environment, const QString& variab
     return home.isEmpty() ? QString() : home + belowHome;
 }
 
+// Makes the folder; gives why it cannot be written to, or nothing.
+QString troubleOfWriting(const QString& folder)
+{
+    if (!QDir().mkpath(folder))
+        return qt_error_string();
+    return QFileInfo(folder).isWritable() ? QString() : qt_error_string(EACCES);
+}
+
 QString programFolder(const QString& executableFolder, const QString& installedData,
                       const QProcessEnvironment& environment, FolderNotices& notices)
 {
@@ -56,10 +64,11 @@ Folders Folders::forProcess(const PathMap& paths, const QString& executableFolde
     const QString data = userFolder(environment, QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("/.config"));
     FolderNotices notices;
     Folders folders(paths, programFolder(executableFolder, installedData, environment, notices), data);
-    if (!data.isEmpty() && !(QDir().mkpath(data) && QFileInfo(data).isWritable()))
+    const QString trouble = data.isEmpty() ? QString() : troubleOfWriting(data);
+    if (!trouble.isEmpty())
         notices.append({QStringLiteral("Settings cannot be kept in %1: %2. Give yourself the right to write there, or "
                                        "name another folder with XDG_CONFIG_HOME."),
-                        data, qt_error_string(QFileInfo(data).isDir() ? EACCES : errno)});
+                        data, trouble});
     folders.m_notices = notices;
     return folders;
 }
