@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs a package and uses the programs as somebody who may write to his own home only.
 #   tests/package/run.sh PACKAGE.deb
-# It is unpacked into a scratch folder. On an integration machine (CI=true, as root) it is installed besides, and removed
-# at the end.
+# It is unpacked into a scratch folder. On an integration machine (CI=true, as root) it is installed besides, and
+# removed at the end.
 set -euo pipefail
 deb=$(readlink -f "$1")
 work=$(mktemp -d /tmp/vorlant-package.XXXXXX)
@@ -54,12 +54,14 @@ check_desktop() {
 
 # Man pages render without a warning and tell of every option that a program knows.
 check_man_pages() {
-  local program option
+  local program option options
   for program in vorlant vorlantctl vorlant-sim; do
     LC_ALL=C.UTF-8 MANWIDTH=100 man --warnings -l "$root/usr/share/man/man1/$program.1.gz" 2> "$work/man.txt" |
       col -b > "$work/page.txt"
     [ ! -s "$work/man.txt" ] || fail "man page of $program: $(cat "$work/man.txt")"
-    for option in $([ $program = vorlant ] || user "$work/home" "$program" --help | grep -oE -- '--[a-z-]+' | sort -u); do
+    options=
+    [ $program = vorlant ] || options=$(user "$work/home" "$program" --help | grep -oE -- '--[a-z-]+' | sort -u)
+    for option in $options; do
       grep -qE "^ +(-., )?$option( |\$)" "$work/page.txt" || fail "man page of $program does not tell of $option"
     done
     grep -q '^EXIT STATUS' "$work/page.txt" || fail "man page of $program: no exit status"
@@ -117,8 +119,8 @@ check_programs() { # home
 # The window comes up with the last model, and stores its state when the process is asked to end.
 check_window() { # home, own folder
   local settings=$1/.config/Vorlan/Vorlant.ini window status=0
-  user "$1" sed -i -E 's/^(LastModelNo|LastSlaveAdr)=.*/\1=1/; s/^LastModelString=.*/LastModelString=KX41000000-10A/
-                       s/^UseCommunicate=.*/UseCommunicate=True/; s/^LastModebusMode=.*/LastModebusMode=none/' "$settings"
+  user "$1" sed -i 's/^LastModelNo=.*/LastModelNo=1/; s/^LastModelString=.*/LastModelString=KX41000000-10A/
+                    s/^UseCommunicate=.*/UseCommunicate=True/; s/^LastModebusMode=.*/LastModebusMode=none/' "$settings"
   grep -q '^UseCommunicate=True' "$settings" || fail "$settings holds no settings"
   become_user "$1" "$bin/vorlant" 2> "$work/window.txt" &
   window=$!
