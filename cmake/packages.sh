@@ -1,4 +1,9 @@
-# Sourced by the scripts at the top: installs the Debian packages named that this machine lacks.
+# Sourced by the scripts at the top.
+
+# What every build of the programs needs.
+build_packages=(build-essential cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev libgl-dev)
+
+# Installs the Debian packages named that this machine lacks.
 install_packages() {
   local missing=() package
   for package in "$@"; do

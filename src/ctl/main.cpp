@@ -56,6 +56,8 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
     const platform::SystemColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     program.context().translates = false;
+    for (const platform::FolderNotice& notice : program.machine().folders.notices())
+        errors << "vorlantctl: " << notice.english() << Qt::endl;
     if (line.command == Command::Models)
         return listModels(program);
     if (line.command == Command::Ports)

@@ -3,11 +3,23 @@
 #include "FileLocations.h"
 #include "clsINI.h"
 
+#include <QDir>
+
+namespace {
+
+// Definition, language and help files, which a user's program folder is filled from.
+QString installedData(const QString& executableFolder)
+{
+    return QDir::cleanPath(executableFolder + QStringLiteral("/" VORLANT_DATA_FROM_PROGRAMS "/vorlant"));
+}
+
+} // namespace
+
 ProgramContext::ProgramContext(const QString& executableFolder, const QProcessEnvironment& environment,
                                const platform::SystemColors& colors)
     : ProgramContext(platform::PathMap(),
                      platform::Folders::forProcess(platform::PathMap(), executableFolder,
-                                                   QStringLiteral(VORLANT_INSTALLED_DATA), environment),
+                                                   installedData(executableFolder), environment),
                      environment, colors)
 {}
 

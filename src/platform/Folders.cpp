@@ -1,32 +1,18 @@
 #include "Folders.h"
 
+#include "CodePage.h"
+#include "ShippedFiles.h"
+
 #include <QDir>
-#include <QDirIterator>
-#include <QFile>
 #include <QFileInfo>
+
+#include <cerrno>
 
 namespace platform {
 
 namespace {
 
 const QString kDefinitions = QStringLiteral("/ini");
-
-// Copies what the target lacks; files that are there already stay as they are.
-void fillFolder(const QString& source, const QString& target)
-{
-    QDir().mkpath(target);
-    QDirIterator walk(source, QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        const QString from = walk.next();
-        const QString to = target + from.mid(source.size());
-        if (QFileInfo(from).isDir()) {
-            QDir().mkpath(to);
-        } else if (!QFileInfo::exists(to)) {
-            QFile::copy(from, to);
-            QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner);
-        }
-    }
-}
 
 QString userFolder(const QProcessEnvironment& environment, const QString& variable, const QString& belowHome)
 {
@@ -37,8 +23,16 @@ QString userFolder(const QProcessEnvironment& environment, const QString& variab
     return home.isEmpty() ? QString() : home + belowHome;
 }
 
+// Makes the folder; gives why it cannot be written to, or nothing.
+QString troubleOfWriting(const QString& folder)
+{
+    if (!QDir().mkpath(folder))
+        return qt_error_string();
+    return QFileInfo(folder).isWritable() ? QString() : qt_error_string(EACCES);
+}
+
 QString programFolder(const QString& executableFolder, const QString& installedData,
-                      const QProcessEnvironment& environment)
+                      const QProcessEnvironment& environment, FolderNotices& notices)
 {
     const QString set = environment.value(QStringLiteral("VORLANT_PROGRAM_DIR"));
     if (!set.isEmpty())
@@ -49,8 +43,10 @@ QString programFolder(const QString& executableFolder, const QString& installedD
     if (data.isEmpty())
         return installedData; // a user without a home has no folder of his own to fill
     const QString own = data + QStringLiteral("/vorlant");
-    fillFolder(installedData, own);
-    return own;
+    QDir().mkpath(own);
+    notices = ShippedFiles(installedData, own, CodePage::fromEnvironment()).update();
+    // Where nothing can be written at all the installed definitions do for reading.
+    return notices.isEmpty() || QFileInfo(own + kDefinitions).isDir() ? own : installedData;
 }
 
 } // namespace
@@ -66,9 +62,15 @@ Folders Folders::forProcess(const PathMap& paths, const QString& executableFolde
                             const QProcessEnvironment& environment)
 {
     const QString data = userFolder(environment, QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("/.config"));
-    if (!data.isEmpty())
-        QDir().mkpath(data);
-    return Folders(paths, programFolder(executableFolder, installedData, environment), data);
+    FolderNotices notices;
+    Folders folders(paths, programFolder(executableFolder, installedData, environment, notices), data);
+    const QString trouble = data.isEmpty() ? QString() : troubleOfWriting(data);
+    if (!trouble.isEmpty())
+        notices.append({QStringLiteral("Settings cannot be kept in %1: %2. Give yourself the right to write there, or "
+                                       "name another folder with XDG_CONFIG_HOME."),
+                        data, trouble});
+    folders.m_notices = notices;
+    return folders;
 }
 
 } // namespace platform

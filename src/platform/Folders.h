@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FolderNotice.h"
 #include "PathMap.h"
 
 #include <QProcessEnvironment>
@@ -15,9 +16,10 @@ public:
     Folders(const PathMap& paths, const QString& programFolder, const QString& applicationData);
 
     // For a running program. Program folder: VORLANT_PROGRAM_DIR when set; else the executable's folder when it is
-    // writable and holds the definition folder "ini"; else $XDG_DATA_HOME/vorlant (~/.local/share/vorlant), filled
-    // from installedData at the first start (installedData itself when there is no home either). Application data:
-    // $XDG_CONFIG_HOME, else ~/.config.
+    // writable and holds the definition folder "ini" (a folder of programs such as /usr/bin never does, not even for
+    // root); else $XDG_DATA_HOME/vorlant (~/.local/share/vorlant), filled from installedData at the first start and
+    // kept up to date with it (installedData itself when there is no home, or one that cannot be written to).
+    // Application data: $XDG_CONFIG_HOME, else ~/.config.
     static Folders forProcess(const PathMap& paths, const QString& executableFolder, const QString& installedData,
                               const QProcessEnvironment& environment);
 
@@ -26,6 +28,9 @@ public:
     QString windows() const { return m_windows; }                 // the machine's shared program data
     QString system() const { return m_system; }                   // the machine's libraries
     QString temporary() const { return m_temporary; }
+
+    // What the person at the program has to know about them: show it once, when the program starts.
+    const FolderNotices& notices() const { return m_notices; }
 
     // The executable's base name, the same for all three programs so that they share settings, layout and logs.
     QString baseName() const { return QStringLiteral("Vorlant"); }
@@ -36,6 +41,7 @@ private:
     QString m_windows;
     QString m_system;
     QString m_temporary;
+    FolderNotices m_notices;
 };
 
 } // namespace platform

@@ -1,24 +1,17 @@
 #include "ProfileStore.h"
 
+#include "LockedFolder.h"
 #include "ProfileDocument.h"
 
 #include <QFile>
 #include <QFileInfo>
 
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform {
 
 namespace {
-
-constexpr int kLockAttempts = 400;
-constexpr timespec kLockPause{0, 5'000'000}; // 5 ms
-constexpr mode_t kNewFileMode = 0644;
 
 // What tells two states of a file apart.
 struct FileState
@@ -54,74 +47,6 @@ FileCheck checkFile(const QByteArray& path)
             info.st_mode,
             isFolder,
             !isFolder && !S_ISREG(info.st_mode)};
-}
-
-QString systemError()
-{
-    return QString::fromLocal8Bit(std::strerror(errno));
-}
-
-class Descriptor
-{
-public:
-    explicit Descriptor(int fd) : m_fd(fd) {}
-    ~Descriptor()
-    {
-        if (m_fd >= 0)
-            close(m_fd);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int get() const { return m_fd; }
-    bool isOpen() const { return m_fd >= 0; }
-
-private:
-    int m_fd;
-};
-
-// The folder stands for all its files: no lock file is left behind.
-bool lockFolder(int folder)
-{
-    for (int attempt = 0; attempt < kLockAttempts; ++attempt) {
-        if (flock(folder, LOCK_EX | LOCK_NB) == 0)
-            return true;
-        if (errno != EWOULDBLOCK && errno != EINTR)
-            return false;
-        nanosleep(&kLockPause, nullptr);
-    }
-    return false;
-}
-
-bool writeAll(int fd, const QByteArray& bytes)
-{
-    for (qsizetype done = 0; done < bytes.size();) {
-        const ssize_t count = write(fd, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        done += count;
-    }
-    return true;
-}
-
-// Temporary file in the same folder, flushed, renamed over the target. The folder is locked by the caller, so the
-// temporary name is free to take; one left by a killed process is overwritten.
-QString replaceFile(const QByteArray& path, int folder, const QByteArray& bytes, mode_t mode)
-{
-    const auto slash = path.lastIndexOf('/');
-    const QByteArray temporary = path.left(slash + 1) + '.' + path.mid(slash + 1) + ".new";
-    const Descriptor file(open(temporary.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode));
-    if (!file.isOpen())
-        return systemError();
-    if (!writeAll(file.get(), bytes) || fchmod(file.get(), mode) != 0 || fsync(file.get()) != 0 ||
-        rename(temporary.constData(), path.constData()) != 0) {
-        const QString error = systemError();
-        unlink(temporary.constData());
-        return error;
-    }
-    fsync(folder);
-    return {};
 }
 
 QString unquoted(const QString& value)
@@ -282,12 +207,9 @@ ProfileOutcome ProfileStore::flush(const QString& file, Entry& entry)
     // A link stays a link: its target is replaced.
     const QString canonical = QFileInfo(file).canonicalFilePath();
     const QByteArray path = QFile::encodeName(canonical.isEmpty() ? file : canonical);
-    const QByteArray folderPath = path.left(std::max<qsizetype>(path.lastIndexOf('/'), 1));
-    const Descriptor folder(open(folderPath.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder.isOpen())
-        return failed(systemError());
-    if (!lockFolder(folder.get()))
-        return failed(QStringLiteral("another program keeps its folder locked"));
+    const LockedFolder folder(path.left(std::max<qsizetype>(path.lastIndexOf('/'), 1)));
+    if (!folder.error().isEmpty())
+        return failed(folder.error());
     const FileCheck check = checkFile(path);
     if (check.isFolder)
         return failed(QStringLiteral("it is a folder"));
@@ -299,7 +221,7 @@ ProfileOutcome ProfileStore::flush(const QString& file, Entry& entry)
     if (exists && (check.mode & S_IWUSR) == 0)
         return failed(QStringLiteral("it is read-only"));
     if (exists && access(path.constData(), R_OK) != 0)
-        return failed(QStringLiteral("it cannot be read: ") + systemError());
+        return failed(QStringLiteral("it cannot be read: ") + qt_error_string());
     if (!(check.state == entry.state)) {
         entry.parse(check, m_codePage);
         if (!entry.apply()) {
@@ -307,8 +229,7 @@ ProfileOutcome ProfileStore::flush(const QString& file, Entry& entry)
             return {};
         }
     }
-    const QString error =
-        replaceFile(path, folder.get(), entry.document->toBytes(), exists ? check.mode & 07777 : kNewFileMode);
+    const QString error = folder.replace(path, entry.document->toBytes());
     if (!error.isEmpty())
         return failed(error);
     ++m_replacements;

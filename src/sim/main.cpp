@@ -119,6 +119,8 @@ int main(int argc, char** argv)
     const platform::SystemColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     program.context().translates = false;
+    for (const platform::FolderNotice& notice : program.machine().folders.notices())
+        std::fprintf(stderr, "vorlant-sim: %s\n", qPrintable(notice.english()));
     ModelCatalogue catalogue(program.library());
     catalogue.ensureBuiltIn();
     const int number = catalogue.numberOf(options.model);

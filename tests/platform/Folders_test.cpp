@@ -56,16 +56,7 @@ TEST_F(FoldersOf, HomeIsTheDefaultAndIsFilledAtTheFirstStart)
     EXPECT_EQ(content("home/.local/share/vorlant/ini/KX410Screen.ini"), "installed");
     EXPECT_EQ(content("home/.local/share/vorlant/Lang/JP.txt"), "installed");
     EXPECT_TRUE(QDir(path("home/.config")).exists());
-}
-
-TEST_F(FoldersOf, EditedFilesSurviveTheNextStart)
-{
-    start();
-    put("home/.local/share/vorlant/ini/KX410Screen.ini", "mine");
-    put("data/ini/KX620Screen.ini", "new");
-    start();
-    EXPECT_EQ(content("home/.local/share/vorlant/ini/KX410Screen.ini"), "mine");
-    EXPECT_EQ(content("home/.local/share/vorlant/ini/KX620Screen.ini"), "new");
+    EXPECT_TRUE(folders.notices().isEmpty());
 }
 
 TEST_F(FoldersOf, CopiesOfReadOnlyFilesCanBeEdited)
@@ -123,6 +114,16 @@ TEST_F(FoldersOf, WithoutAHomeTheInstalledDataIsUsedInPlace)
     const Folders folders = start();
     EXPECT_EQ(machine(folders.program()), path("data"));
     EXPECT_EQ(folders.applicationData(), QString());
+}
+
+TEST_F(FoldersOf, HomeThatCannotBeWrittenToIsToldAndTheInstalledDataIsUsed)
+{
+    set("HOME", path("data/Lang/JP.txt")); // not even root makes a folder below a file
+    const Folders folders = start();
+    EXPECT_EQ(machine(folders.program()), path("data"));
+    ASSERT_EQ(folders.notices().size(), 2);
+    EXPECT_EQ(folders.notices()[0].place, path("data/Lang/JP.txt/.local/share/vorlant"));
+    EXPECT_EQ(folders.notices()[1].place, path("data/Lang/JP.txt/.config"));
 }
 
 TEST_F(FoldersOf, NothingInstalledLeavesAnEmptyProgramFolder)

@@ -9,6 +9,14 @@ PROGRAM_TEXTS = (
     ("loading Data Info.", "データ情報を読み込んでいます。"),
     ("Not Found MultiSelect.ini", "MultiSelect.iniが見つかりません。"),
     ("Quit?", "終了しますか？"),
+    ("The program folder %1 cannot be filled: %2. Make room there or give yourself the right to write there, then start"
+     " again.",
+     "プログラムフォルダ %1 にファイルを用意できません: %2。空き容量と書き込み権限を確認してから、もう一度起動してください。"),
+    ("%1 was edited here and is kept as it is. The new version is %2: compare them.",
+     "%1 は編集されているため、そのまま残しました。新しい版は %2 です。内容を比較してください。"),
+    ("Settings cannot be kept in %1: %2. Give yourself the right to write there, or name another folder with"
+     " XDG_CONFIG_HOME.",
+     "設定を %1 に保存できません: %2。書き込み権限を確認するか、XDG_CONFIG_HOMEで別のフォルダを指定してください。"),
     # Menus and toolbar
     ("FileMenu", "ファイル(&F)"),
     ("EditMenu", "編集(&E)"),

@@ -43,7 +43,7 @@ MainMenus::MainMenus(QMenuBar& bar)
     traffic->setShortcut(Qt::CTRL | Qt::Key_T);
     QMenu* settings = addMenu(bar, QStringLiteral("OptionMenu"));
     option = addItem(settings, QStringLiteral("mnuOption"), 0, QStringLiteral("Option"));
-    option->setShortcut(QKeySequence::Preferences);
+    option->setShortcut(Qt::CTRL | Qt::Key_Comma);
     QMenu* about = addMenu(bar, QStringLiteral("HelpMenu"));
     help = addItem(about, QStringLiteral("mnuHelp"), 0, QStringLiteral("Help"));
     help->setShortcut(Qt::Key_F1);

@@ -7,6 +7,7 @@
 #include "frmMain.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QMessageBox>
 #include <QSessionManager>
 
@@ -16,6 +17,16 @@ void tellStartedAlready(const clsLibrary& library)
 {
     QMessageBox::critical(nullptr, QApplication::applicationName(),
                           library.tranStr(QStringLiteral("It is started already.")));
+}
+
+void tellOfFolders(ProgramContext& program)
+{
+    const platform::FolderNotices& notices = program.machine().folders.notices();
+    QStringList texts;
+    for (const platform::FolderNotice& notice : notices)
+        texts << notice.in(program.library().tranStr(notice.text));
+    if (!texts.isEmpty())
+        QMessageBox::warning(nullptr, QApplication::applicationName(), texts.join(QStringLiteral("\n\n")));
 }
 
 // The window closes with its last state stored when the process is asked to end, or the user logs out.
@@ -34,6 +45,9 @@ int Main(int& argc, char* argv[])
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Vorlant"));
     QApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setDesktopFileName(QStringLiteral("vorlant"));
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral("vorlant"), QIcon(QStringLiteral(":/icons/vorlant.svg"))));
     const platform::PaletteColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     const platform::SingleInstance instance(QCoreApplication::applicationFilePath());
@@ -41,8 +55,9 @@ int Main(int& argc, char* argv[])
         tellStartedAlready(program.library());
         return 0;
     }
+    tellOfFolders(program);
+    const platform::TerminationSignals endRequest; // one that comes while the window is made waits for it
     frmMain window(program);
-    const platform::TerminationSignals endRequest;
     endWith(application, endRequest, window);
     window.show();
     window.start();

@@ -1,0 +1,95 @@
+#include "LockedFolder.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+constexpr int kLockAttempts = 400;
+constexpr timespec kLockPause{0, 5'000'000}; // 5 ms
+constexpr mode_t kNewFileMode = 0644;
+
+QString systemError()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+// The folder stands for all its files: no lock file is left behind.
+bool lockFolder(int folder)
+{
+    for (int attempt = 0; attempt < kLockAttempts; ++attempt) {
+        if (flock(folder, LOCK_EX | LOCK_NB) == 0)
+            return true;
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return false;
+        nanosleep(&kLockPause, nullptr);
+    }
+    return false;
+}
+
+bool writeAll(int fd, const QByteArray& bytes)
+{
+    for (qsizetype done = 0; done < bytes.size();) {
+        const ssize_t count = write(fd, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        done += count;
+    }
+    return true;
+}
+
+mode_t modeOf(const QByteArray& path)
+{
+    struct stat info
+    {};
+    return stat(path.constData(), &info) == 0 ? info.st_mode & 07777 : kNewFileMode;
+}
+
+} // namespace
+
+LockedFolder::LockedFolder(const QByteArray& folder)
+    : m_folder(open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+{
+    if (m_folder < 0)
+        m_error = systemError();
+    else if (!lockFolder(m_folder))
+        m_error = QStringLiteral("another program keeps its folder locked");
+}
+
+LockedFolder::~LockedFolder()
+{
+    if (m_folder >= 0)
+        close(m_folder);
+}
+
+// Temporary file in the same folder, flushed, renamed over the target. The folder is locked, so the temporary name is
+// free to take; one left by a killed process is overwritten.
+QString LockedFolder::replace(const QByteArray& path, const QByteArray& bytes) const
+{
+    const auto slash = path.lastIndexOf('/');
+    const QByteArray temporary = path.left(slash + 1) + '.' + path.mid(slash + 1) + ".new";
+    const mode_t mode = modeOf(path);
+    const int file = open(temporary.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode);
+    if (file < 0)
+        return systemError();
+    QString error;
+    if (!writeAll(file, bytes) || fchmod(file, mode) != 0 || fsync(file) != 0 ||
+        rename(temporary.constData(), path.constData()) != 0) {
+        error = systemError();
+        unlink(temporary.constData());
+    }
+    close(file);
+    if (error.isEmpty())
+        fsync(m_folder);
+    return error;
+}
+
+} // namespace platform

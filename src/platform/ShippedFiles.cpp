@@ -1,0 +1,120 @@
+#include "ShippedFiles.h"
+
+#include "LanguageAdditions.h"
+#include "LockedFolder.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+namespace platform {
+
+namespace {
+
+const QString kShipped = QStringLiteral("/.shipped/");
+const QString kLanguages = QStringLiteral("Lang/");
+
+std::optional<QByteArray> contentOf(const QString& path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    return file.readAll();
+}
+
+// A link leads to a file that somebody keeps himself.
+std::optional<QByteArray> plainContentOf(const QString& path)
+{
+    return QFileInfo(path).isSymLink() ? std::nullopt : contentOf(path);
+}
+
+bool isThere(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
+}
+
+QByteArray encodedFolder(const QString& path)
+{
+    return QFile::encodeName(QFileInfo(path).path());
+}
+
+QString write(const QString& path, const QByteArray& bytes)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    const LockedFolder folder(encodedFolder(path));
+    return folder.error().isEmpty() ? folder.replace(QFile::encodeName(path), bytes) : folder.error();
+}
+
+QStringList namesBelow(const QString& folder)
+{
+    QStringList names;
+    QDirIterator walk(folder, QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        names << walk.next().mid(folder.size() + 1);
+    names.sort();
+    return names;
+}
+
+} // namespace
+
+ShippedFiles::ShippedFiles(const QString& installed, const QString& own, const CodePage& codePage)
+    : m_installed(installed), m_own(own), m_codePage(codePage)
+{}
+
+FolderNotices ShippedFiles::update() const
+{
+    FolderNotices notices;
+    const QStringList names = namesBelow(m_installed);
+    for (const QString& name : names) {
+        const QString error = updateFile(name, notices);
+        if (error.isEmpty())
+            continue;
+        notices.append({QStringLiteral("The program folder %1 cannot be filled: %2. Make room there or give yourself "
+                                       "the right to write there, then start again."),
+                        m_own, error});
+        break;
+    }
+    return notices;
+}
+
+std::optional<QByteArray> ShippedFiles::successor(const QByteArray& copy, const std::optional<QByteArray>& shipped,
+                                                  const QByteArray& next, bool isLanguage) const
+{
+    if (copy == next || (isLanguage && withAdditions(next, copy, next, m_codePage)))
+        return copy;
+    if (!shipped)
+        return {};
+    if (copy == *shipped)
+        return next;
+    return isLanguage ? withAdditions(*shipped, copy, next, m_codePage) : std::nullopt;
+}
+
+QString ShippedFiles::updateFile(const QString& name, FolderNotices& notices) const
+{
+    const QString path = m_own + u'/' + name;
+    const QString record = m_own + kShipped + name;
+    const std::optional<QByteArray> next = contentOf(m_installed + u'/' + name);
+    const std::optional<QByteArray> shipped = contentOf(record);
+    if (!next || (isThere(path) && shipped == next))
+        return {};
+    if (!QDir().mkpath(QFileInfo(path).path()))
+        return qt_error_string();
+    const LockedFolder folder(encodedFolder(path)); // whoever else changes the copy waits
+    if (!folder.error().isEmpty())
+        return folder.error();
+    const std::optional<QByteArray> copy = plainContentOf(path);
+    std::optional<QByteArray> wanted = next;
+    if (isThere(path))
+        wanted = copy ? successor(*copy, shipped, *next, name.startsWith(kLanguages)) : std::nullopt;
+    const QString error = wanted && wanted != copy ? folder.replace(QFile::encodeName(path), *wanted) : QString();
+    if (!error.isEmpty())
+        return error;
+    if (!wanted)
+        notices.append({QStringLiteral("%1 was edited here and is kept as it is. The new version is %2: compare them."),
+                        path, m_installed + u'/' + name});
+    return write(record, *next);
+}
+
+} // namespace platform

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "CodePage.h"
+#include "FolderNotice.h"
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+namespace platform {
+
+// The files that come with the program (definitions, texts, help), as a user's own folder holds them. Beside the copies
+// the folder ".shipped" keeps each file as it was shipped when the copy was last looked at; that tells an edited copy
+// from one that is only old, and a new package from the one before.
+//
+// A missing file is copied, a copy that nobody edited follows the package (a language file keeps what was added to it),
+// an edited one stays and is told of once for each version. Every file is replaced whole or not at all, so a start that
+// was killed is completed by the next.
+class ShippedFiles
+{
+public:
+    // Both as machine paths; the codePage is that of the files.
+    ShippedFiles(const QString& installed, const QString& own, const CodePage& codePage);
+
+    // Brings the own folder up to date; gives what has to be told, which is nothing on most days. The first file that
+    // cannot be written ends it.
+    FolderNotices update() const;
+
+private:
+    // Why a file cannot be written, or nothing. Adds the file to the notices when it is an edited one.
+    QString updateFile(const QString& name, FolderNotices& notices) const;
+    // What has to be in the place of the copy; nothing when it was edited.
+    std::optional<QByteArray> successor(const QByteArray& copy, const std::optional<QByteArray>& shipped,
+                                        const QByteArray& next, bool isLanguage) const;
+
+    QString m_installed;
+    QString m_own;
+    CodePage m_codePage;
+};
+
+} // namespace platform
