@@ -16,7 +16,7 @@ const QString kScreen = QStringLiteral("M.ini");
 const QString kComm = QStringLiteral("MComm.ini");
 const QString kTables = QStringLiteral("MultiSelect.ini");
 constexpr int kImageByte = 0x41;
-constexpr int kMaxSize = 60; // rows, columns and sections: larger ones tell nothing new and take long
+constexpr int kMaxSize = 24; // rows, columns and sections: larger ones tell nothing new and take long
 
 struct Definition
 {
