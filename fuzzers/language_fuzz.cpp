@@ -61,7 +61,7 @@ bool keepsLines(const QByteArray& before, const QByteArray& after)
     qsizetype place = 0;
     for (const QByteArray& line : before.split('\n')) {
         const QByteArray text = line.trimmed();
-        const QByteArray value = text.mid(text.indexOf('=') + 1).trimmed();
+        const QByteArray value = text.mid(text.indexOf('=') + 1).split('\0').first().trimmed();
         if (!text.contains('=') || value.isEmpty() || value == "\"\"" || value == "''")
             continue; // what has no value gets one
         while (place < now.size() && now[place].trimmed() != text)
