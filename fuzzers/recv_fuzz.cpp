@@ -271,7 +271,9 @@ void checkResponse(const QByteArray& wire, const QByteArray& request, bool ascii
     const auto response = soundFrame(wire, ascii);
     require(response && wire.size() <= 513, "a response is a sound frame");
     require(byteAt(*response, 0) == byteAt(request, 0), "it comes from the slave that was asked");
-    require((byteAt(*response, 1) & 0x7F) == (byteAt(request, 1) & 0x7F), "it is for the function asked for",
+    const int asked = byteAt(request, 1);
+    const int answered = byteAt(*response, 1);
+    require(answered == asked || answered == asked + kExceptionMark, "it is for the function asked for",
             QString::fromLatin1(response->toHex()));
 }
 

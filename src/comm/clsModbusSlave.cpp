@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr int kLastFunctionCode = 127; // above are the exceptions of responses
+
 enum Exception { IllegalFunction = 1, IllegalDataAddress = 2, IllegalDataValue = 3 };
 
 bool isUserDefined(int functionCode)
@@ -34,6 +36,8 @@ void clsModbus::interpretRequest(const QByteArray& frame)
     bool supported = false;
     Q_EMIT FunctionCodeSupported(functionCode, supported);
     const int dataLength = static_cast<int>(frame.size()) - 2;
+    if (functionCode > kLastFunctionCode)
+        return; // no response has room for it
     if (!supported)
         refuse(functionCode, IllegalFunction);
     else if (functionCode >= 1 && functionCode <= 4)

@@ -196,6 +196,7 @@ TEST(Slave, AnswersByEvents)
     EXPECT_EQ(ask("0110000000020300010001"), rtu("019003")) << "byte count and quantity disagree";
     supports = false;
     EXPECT_EQ(ask("010300000002"), rtu("018301"));
+    EXPECT_EQ(ask("01C800000002"), rtu("018301")) << "no response, as none could name the function code";
     EXPECT_EQ(slave.RecvSize(), 0);
 }
 
