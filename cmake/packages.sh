@@ -3,6 +3,9 @@
 # What every build of the programs needs.
 build_packages=(build-essential cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev libgl-dev)
 
+# What the tests need besides.
+test_packages=(pkg-config libgtest-dev librapidcheck-dev libmodbus-dev libinih-dev python3)
+
 # Installs the Debian packages named that this machine lacks.
 install_packages() {
   local missing=() package
