@@ -21,6 +21,17 @@ QStringList valuesOf(const clsKX& kx)
     return values;
 }
 
+// What comes before a bracket in the names of "name (*.ext)|*.ext".
+QString translatedFilter(const QString& filter, const clsLibrary& library)
+{
+    QStringList parts = filter.split(u'|');
+    for (qsizetype i = 0; i < parts.size(); i += 2) {
+        const QString name = parts[i].section(u'(', 0, 0);
+        parts[i] = library.tranStr(name.trimmed()) + parts[i].mid(name.size());
+    }
+    return parts.join(u'|');
+}
+
 } // namespace
 
 ParameterFiles::ParameterFiles(clsKX& kx, ProgramContext& program, MessagePresenter& questions, QObject* parent)
@@ -41,7 +52,8 @@ FileQuestion ParameterFiles::question(bool save) const
 {
     const QString folder =
         m_file.isEmpty() ? m_program.machine().paths.toMachine(m_kx.DataPath()) : QFileInfo(m_file).absolutePath();
-    return {save, m_kx.Ext(), folder, m_kx.DialogFilter(), save ? QFileInfo(m_file).fileName() : QString()};
+    return {save, m_kx.Ext(), folder, translatedFilter(m_kx.DialogFilter(), m_program.library()),
+            save ? QFileInfo(m_file).fileName() : QString()};
 }
 
 void ParameterFiles::openDataFile(MainState state)

@@ -5,7 +5,7 @@ from dataclasses import dataclass
 from models import MODELS
 from program_texts import ENGLISH_WORDING, FORM_TEXTS, PROGRAM_TEXTS
 from selections import SELECTIONS
-from texts import BUTTON
+from texts import BUTTON, file_kind
 
 MAX_VALUE_BYTES = 499  # the program reads a value with its terminator into 512 bytes
 
@@ -57,6 +57,7 @@ def _pairs():
     yield from PROGRAM_TEXTS
     yield BUTTON
     for model in MODELS:
+        yield file_kind(model.code)
         for block in model.blocks():
             yield block.title
             for parameter in block.parameters:

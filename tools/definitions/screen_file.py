@@ -2,7 +2,7 @@
 
 from layout import GROUP_COLUMNS
 from selections import ALARM_DECIMALS, EVENT_DECIMALS, SELECTIONS
-from texts import BUTTON, width
+from texts import BUTTON, file_kind, width
 
 TITLE_COLORS = "RGB.255.243.200,vbBlack"
 SYSTEM_COLORS = "vbWindowBackground,vbWindowText"
@@ -35,7 +35,7 @@ def _setting(model, layout, label_count):
     widths = _column_widths(layout)
     return ["[Setting]", f"ExtName={extension}", "DataPath=", f"BlockMaxCount={len(layout.blocks)}",
             f"StringMaxCount={label_count}", f"DataMaxCount={len(layout.parameters)}",
-            f"DialogFilter={model.code}パラメータファイル(*.{extension})|*.{extension}", "DefaultFontName=System",
+            f"DialogFilter={file_kind(model.code)[0]}(*.{extension})|*.{extension}", "DefaultFontName=System",
             f"DefaultFontSize={LABEL_SIZE}", "DefaultBackColor=vbWindowBackground", "DefaultForeColor=vbWindowText",
             f"MaxRow={layout.rows}", f"MaxCol={layout.columns}",
             *(f"ColWidth{c}={widths[c]}" for c in range(1, layout.columns + 1)), ""]
