@@ -116,13 +116,14 @@ ProfileStore::~ProfileStore() = default;
 
 ProfileStore::Entry& ProfileStore::fresh(const QString& file)
 {
-    if (m_entries.size() >= kMaxDocuments && !m_entries.contains(file))
-        forgetOldest();
-    std::shared_ptr<Entry>& entry = m_entries[file];
-    if (!entry) {
-        entry = std::make_shared<Entry>();
-        entry->path = QFile::encodeName(file);
+    auto known = m_entries.find(file);
+    if (known == m_entries.end()) {
+        if (m_entries.size() >= kMaxDocuments)
+            forgetOldest();
+        known = m_entries.insert(file, std::make_shared<Entry>());
+        known.value()->path = QFile::encodeName(file);
     }
+    const std::shared_ptr<Entry>& entry = *known;
     entry->lastUse = ++m_uses;
     const bool checked = m_batchDepth > 0 && entry->checkedInBatch == m_batchNumber && entry->document;
     if (checked || !entry->pending.empty())
