@@ -9,6 +9,7 @@
 namespace {
 
 constexpr int kMaxException = 255;
+constexpr qint64 kMsPerSecond = 1000;
 
 // Without the spare element that the link puts behind the bytes received.
 QByteArray receivedPart(const QByteArray& linkBuffer)
@@ -58,7 +59,7 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
 {
     m_functionCode = functionCode;
     m_accepted = accepted;
-    LateReply reply{functionCode, m_clsModbus.RecvSize(), {}};
+    LateReply reply{functionCode, m_clsModbus.RecvSize(), {}, 0};
     // The late reply to the same request tells the same.
     const bool isRepetition = m_clsModbus.GetSendMessage() == m_lastRequest;
     if (!isRepetition)
@@ -66,13 +67,24 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
     if (m_abort)
         return Result::Failed;
     m_lastRequest = m_clsModbus.GetSendMessage();
-    reply.until = m_parts.library.context().machine.clock.now().addSecs(m_parts.link.timeOut() + 1 + kLatestSeconds);
+    reply.sent = now();
+    if (!isRepetition)
+        m_firstSent = reply.sent;
     const Result result = sendAndWait();
     // Where late replies are about, an answer may be one of them, and the answer to this request is still to come.
     const bool isOwed = result == Result::Failed && (!m_answered || !m_late.empty());
-    if (isOwed || mayComeLate(reply))
+    if (isOwed || mayComeLate(reply)) {
+        reply.latenessMs = latenessMs(result);
         expectLate(reply);
+    }
     return result;
+}
+
+// An answer to a repetition may be that to the first sending: then the others are as slow.
+qint64 RequestChannel::latenessMs(Result result) const
+{
+    const qint64 usual = (m_parts.link.timeOut() + 1 + kLatestSeconds) * kMsPerSecond;
+    return result == Result::Success ? std::max(usual, m_firstSent.msecsTo(now()) + kMsPerSecond) : usual;
 }
 
 RequestChannel::Result RequestChannel::sendAndWait()
@@ -105,18 +117,14 @@ bool RequestChannel::mayComeLate(const LateReply& reply) const
 // The link throws away what has come by the time of the next request.
 void RequestChannel::letPass(const LateReply& reply)
 {
-    const QDateTime now = m_parts.library.context().machine.clock.now();
     qint64 restMs = 0;
     for (const LateReply& late : m_late) {
         if (late.isLike(reply))
-            restMs = std::max(restMs, now.msecsTo(late.until));
+            restMs = std::max(restMs, late.restMs(now()));
     }
-    // Somebody may have put the clock back.
-    constexpr qint64 kMsPerSecond = 1000;
-    restMs = std::min(restMs, (m_parts.link.timeOut() + 1 + kLatestSeconds) * kMsPerSecond);
     if (restMs > 0)
         pause(static_cast<int>(restMs));
-    std::erase_if(m_late, [&](const LateReply& late) { return late.isLike(reply) || late.until <= now; });
+    std::erase_if(m_late, [&](const LateReply& late) { return late.isLike(reply) || late.restMs(now()) == 0; });
 }
 
 void RequestChannel::expectLate(const LateReply& reply)
@@ -204,6 +212,11 @@ void RequestChannel::finish(Result result)
     m_lResult = result;
     m_bWait = false;
     m_waiting.finish();
+}
+
+QDateTime RequestChannel::now() const
+{
+    return m_parts.library.context().machine.clock.now();
 }
 
 QString RequestChannel::tran(const char* english) const

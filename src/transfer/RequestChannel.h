@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QString>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -34,7 +35,7 @@ class RequestChannel : public QObject
     Q_OBJECT
 
 public:
-    // How much later than the time-out a reply may still come.
+    // How much later than the time-out a reply may still come, if none has been seen to be later.
     static constexpr int kLatestSeconds = 5;
 
     // How a request ended.
@@ -71,13 +72,19 @@ public:
     qint64 wireBytes() const { return m_wireBytes; } // sent, and announced for replies, since begin
 
 private:
-    // A reply that may still come, and until when.
+    // A reply that may still come.
     struct LateReply
     {
         quint8 functionCode = 0;
         int size = 0;
-        QDateTime until;
+        QDateTime sent;        // its request
+        qint64 latenessMs = 0; // after that
         bool isLike(const LateReply& other) const { return functionCode == other.functionCode && size == other.size; }
+        // Never more than the lateness, should somebody put the clock back.
+        qint64 restMs(const QDateTime& now) const
+        {
+            return std::clamp<qint64>(latenessMs - sent.msecsTo(now), 0, latenessMs);
+        }
     };
 
     void useShellSettings();
@@ -85,6 +92,8 @@ private:
     bool mayComeLate(const LateReply& reply) const;
     void letPass(const LateReply& reply);
     void expectLate(const LateReply& reply);
+    qint64 latenessMs(Result result) const;
+    QDateTime now() const;
     void onSuccess(const QByteArray& sent, const QByteArray& received);
     void onError(const QByteArray& sent, const QByteArray& received, const QString& text);
     bool isSound(const QByteArray& received);
@@ -106,5 +115,6 @@ private:
     int m_requests = 0;
     qint64 m_wireBytes = 0;
     QByteArray m_lastRequest; // of this transfer; sent again it is a repetition
+    QDateTime m_firstSent;    // the last request, before its repetitions
     std::vector<LateReply> m_late;
 };

@@ -43,8 +43,8 @@ TEST_P(LateReplies, AreNotTakenForThoseOfAnotherRegister)
 
 // The time-out is 5 s.
 INSTANTIATE_TEST_SUITE_P(Delays, LateReplies,
-                         ::testing::Values("delay:6500", "delay:7900", "delay:9900", "delay:6500@every2",
-                                           "delay:8500@every3"),
+                         ::testing::Values("delay:6500", "delay:7900", "delay:9900", "delay:12500", "delay:17300",
+                                           "delay:6500@every2", "delay:8500@every3"),
                          [](const auto& row) { return "Delay" + std::to_string(row.index); });
 
 // Waiting is for replies that may still come: an answer that is only damaged costs no time.
