@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int kLongestDelayMs = 9000; // longer than the time-out of 5 s
+constexpr int kLongestDelayMs = 9000; // later than the time-out of 5 s, but no later than a transfer waits for
 constexpr int kSettleSeconds = 60;    // nothing is on its way any more
 constexpr int kShownFaults = 10;
 
