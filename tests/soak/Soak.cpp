@@ -9,7 +9,6 @@ namespace {
 
 constexpr int kLongestDelayMs = 9000; // later than the time-out of 5 s, but no later than a transfer waits for
 constexpr int kSettleSeconds = 60;    // nothing is on its way any more
-constexpr int kShownFaults = 10;
 
 // The state of a simulated controller, taken apart: "MEM 8000" -> "03".
 QHash<QString, QString> linesOf(const QByteArray& state)

@@ -34,7 +34,7 @@ struct Memory
     qint64 last = 0;
 };
 
-// The cycles of one mode; false in memory when there were too few to tell.
+// The cycles of one mode; the seconds that passed on its line.
 qint64 run(int mode, int cycles, unsigned seed, SoakResult& result, Memory& memory)
 {
     Soak soak(mode, seed, result);
