@@ -23,7 +23,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Linked libraries are found by themselves (the window systems X11 and offscreen are in the library packages); the SVG
-# library is loaded at run time and draws the icon, which is looked up below the hicolor theme.
+# library draws the icon through a plug-in, and the icon is looked up below the hicolor theme.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "hicolor-icon-theme, libqt6svg6")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-noto-cjk, qt6-wayland")

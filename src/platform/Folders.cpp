@@ -44,9 +44,10 @@ QString programFolder(const QString& executableFolder, const QString& installedD
         return installedData; // a user without a home has no folder of his own to fill
     const QString own = data + QStringLiteral("/vorlant");
     QDir().mkpath(own);
-    notices = ShippedFiles(installedData, own, CodePage::fromEnvironment()).update();
-    // Where nothing can be written at all the installed definitions do for reading.
-    return notices.isEmpty() || QFileInfo(own + kDefinitions).isDir() ? own : installedData;
+    const ShippedFiles files(installedData, own, CodePage::fromEnvironment());
+    notices = files.update();
+    // Where not all could be written the installed definitions do for reading.
+    return notices.isEmpty() || files.isWhole() ? own : installedData;
 }
 
 } // namespace

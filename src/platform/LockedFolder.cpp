@@ -72,7 +72,7 @@ LockedFolder::~LockedFolder()
 
 // Temporary file in the same folder, flushed, renamed over the target. The folder is locked, so the temporary name is
 // free to take; one left by a killed process is overwritten.
-QString LockedFolder::replace(const QByteArray& path, const QByteArray& bytes) const
+QString LockedFolder::replace(const QByteArray& path, const QByteArray& bytes, Flush flush) const
 {
     const auto slash = path.lastIndexOf('/');
     const QByteArray temporary = path.left(slash + 1) + '.' + path.mid(slash + 1) + ".new";
@@ -81,13 +81,13 @@ QString LockedFolder::replace(const QByteArray& path, const QByteArray& bytes) c
     if (file < 0)
         return systemError();
     QString error;
-    if (!writeAll(file, bytes) || fchmod(file, mode) != 0 || fsync(file) != 0 ||
+    if (!writeAll(file, bytes) || fchmod(file, mode) != 0 || (flush == Flush::ToDisk && fsync(file) != 0) ||
         rename(temporary.constData(), path.constData()) != 0) {
         error = systemError();
         unlink(temporary.constData());
     }
     close(file);
-    if (error.isEmpty())
+    if (error.isEmpty() && flush == Flush::ToDisk)
         fsync(m_folder);
     return error;
 }

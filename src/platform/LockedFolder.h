@@ -10,6 +10,11 @@ namespace platform {
 class LockedFolder
 {
 public:
+    enum class Flush {
+        ToDisk,
+        Later // for what is made again when a power cut takes it
+    };
+
     // Waits for the lock, two seconds at most.
     explicit LockedFolder(const QByteArray& folder);
     ~LockedFolder();
@@ -21,7 +26,7 @@ public:
 
     // Puts bytes in the place of a file of this folder, which keeps its access rights; a new file can be read by all.
     // Gives why it failed, with the old file left whole; empty when it is on the disk. Call only without error().
-    QString replace(const QByteArray& path, const QByteArray& bytes) const;
+    QString replace(const QByteArray& path, const QByteArray& bytes, Flush flush = Flush::ToDisk) const;
 
 private:
     int m_folder;

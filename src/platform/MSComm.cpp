@@ -2,6 +2,7 @@
 
 #include "Numbers.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
@@ -240,7 +241,7 @@ bool MSComm::setPortOpen(bool open)
     m_port.setPortName(device);
     m_trouble = {};
     // Opening begins with a lock file that is flushed to the disk: not for an adapter that is not there.
-    if (!QFileInfo::exists(device)) {
+    if (!QFileInfo::exists(QDir(QStringLiteral("/dev")).absoluteFilePath(device))) {
         m_trouble = {kNotOpened, reasonOf(QSerialPort::DeviceNotFoundError, device)};
         return false;
     }

@@ -8,12 +8,15 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace platform {
 
 namespace {
 
 const QString kShipped = QStringLiteral("/.shipped/");
 const QString kLanguages = QStringLiteral("Lang/");
+const QString kHelp = QStringLiteral("help/"); // nobody edits it: what a power cut damages the next package mends
 
 std::optional<QByteArray> contentOf(const QString& path)
 {
@@ -40,11 +43,12 @@ QByteArray encodedFolder(const QString& path)
     return QFile::encodeName(QFileInfo(path).path());
 }
 
-QString write(const QString& path, const QByteArray& bytes)
+QString writeRecord(const QString& path, const QByteArray& bytes)
 {
     QDir().mkpath(QFileInfo(path).path());
     const LockedFolder folder(encodedFolder(path));
-    return folder.error().isEmpty() ? folder.replace(QFile::encodeName(path), bytes) : folder.error();
+    return folder.error().isEmpty() ? folder.replace(QFile::encodeName(path), bytes, LockedFolder::Flush::Later)
+                                    : folder.error();
 }
 
 QStringList namesBelow(const QString& folder)
@@ -79,6 +83,13 @@ FolderNotices ShippedFiles::update() const
     return notices;
 }
 
+bool ShippedFiles::isWhole() const
+{
+    const QStringList names = namesBelow(m_installed);
+    return std::all_of(names.cbegin(), names.cend(),
+                       [this](const QString& name) { return isThere(m_own + u'/' + name); });
+}
+
 std::optional<QByteArray> ShippedFiles::successor(const QByteArray& copy, const std::optional<QByteArray>& shipped,
                                                   const QByteArray& next, bool isLanguage) const
 {
@@ -108,13 +119,15 @@ QString ShippedFiles::updateFile(const QString& name, FolderNotices& notices) co
     std::optional<QByteArray> wanted = next;
     if (isThere(path))
         wanted = copy ? successor(*copy, shipped, *next, name.startsWith(kLanguages)) : std::nullopt;
-    const QString error = wanted && wanted != copy ? folder.replace(QFile::encodeName(path), *wanted) : QString();
+    const auto flush = name.startsWith(kHelp) ? LockedFolder::Flush::Later : LockedFolder::Flush::ToDisk;
+    const QString error =
+        wanted && wanted != copy ? folder.replace(QFile::encodeName(path), *wanted, flush) : QString();
     if (!error.isEmpty())
         return error;
     if (!wanted)
         notices.append({QStringLiteral("%1 was edited here and is kept as it is. The new version is %2: compare them."),
                         path, m_installed + u'/' + name});
-    return write(record, *next);
+    return writeRecord(record, *next);
 }
 
 } // namespace platform

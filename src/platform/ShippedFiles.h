@@ -25,6 +25,8 @@ public:
     // Brings the own folder up to date; gives what has to be told, which is nothing on most days. The first file that
     // cannot be written ends it.
     FolderNotices update() const;
+    // Whether the own folder holds every file that is shipped, edited or not.
+    bool isWhole() const;
 
 private:
     // Why a file cannot be written, or nothing. Adds the file to the notices when it is an edited one.

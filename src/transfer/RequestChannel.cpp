@@ -36,6 +36,7 @@ void RequestChannel::begin()
     m_wireBytes = 0;
     m_reason.clear();
     m_lastRequest.clear();
+    m_traceTag.clear();
     useShellSettings();
 }
 
@@ -43,11 +44,6 @@ void RequestChannel::useShellSettings()
 {
     m_clsModbus.setSlaveAddress(m_parts.shell.slaveAddress());
     m_clsModbus.setTransmissionMode(m_parts.shell.transmissionMode());
-}
-
-void RequestChannel::traceRequest(const QString& tag)
-{
-    trace(tag, m_clsModbus.GetSendMessage());
 }
 
 void RequestChannel::trace(const QString& tag, const QByteArray& bytes)
@@ -62,10 +58,13 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
     LateReply reply{functionCode, m_clsModbus.RecvSize(), {}, 0};
     // The late reply to the same request tells the same.
     const bool isRepetition = m_clsModbus.GetSendMessage() == m_lastRequest;
-    if (!isRepetition)
-        letPass(reply);
-    if (m_abort)
+    if ((!isRepetition && !letPass(reply)) || m_abort) {
+        m_reason = tran("It was cancelled.");
         return Result::Failed;
+    }
+    if (!m_traceTag.isEmpty())
+        trace(m_traceTag, m_clsModbus.GetSendMessage());
+    m_traceTag.clear();
     m_lastRequest = m_clsModbus.GetSendMessage();
     reply.sent = now();
     if (!isRepetition)
@@ -115,16 +114,30 @@ bool RequestChannel::mayComeLate(const LateReply& reply) const
 }
 
 // The link throws away what has come by the time of the next request.
-void RequestChannel::letPass(const LateReply& reply)
+bool RequestChannel::letPass(const LateReply& reply)
 {
     qint64 restMs = 0;
     for (const LateReply& late : m_late) {
         if (late.isLike(reply))
             restMs = std::max(restMs, late.restMs(now()));
     }
+    m_waitCancelled = false;
+    m_isLettingPass = true;
     if (restMs > 0)
         pause(static_cast<int>(restMs));
+    m_isLettingPass = false;
+    if (m_abort || m_waitCancelled)
+        return false;
     std::erase_if(m_late, [&](const LateReply& late) { return late.isLike(reply) || late.restMs(now()) == 0; });
+    return true;
+}
+
+void RequestChannel::cancelWait()
+{
+    if (!m_isLettingPass)
+        return;
+    m_waitCancelled = true;
+    m_waiting.finish();
 }
 
 void RequestChannel::expectLate(const LateReply& reply)

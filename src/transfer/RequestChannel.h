@@ -54,7 +54,8 @@ public:
 
     clsModbus& modbus() { return m_clsModbus; }
     void begin();
-    void traceRequest(const QString& tag);
+    // The next exchange leaves a line of its request under this tag, when it sends it.
+    void traceRequest(const QString& tag) { m_traceTag = tag; }
     void trace(const QString& tag, const QByteArray& bytes);
 
     // functionCode: of the request, which its reply must repeat. accepted is called with a sound reply and gives the
@@ -62,6 +63,9 @@ public:
     Result exchange(quint8 functionCode, const std::function<Result()>& accepted = {});
     // Lets events run for a time.
     void pause(int milliseconds);
+
+    // Ends a wait for late replies: the request that waits for them is not sent and fails.
+    void cancelWait();
 
     // Ends a wait at once, for a program that is closing; stays so until the next begin.
     void abort();
@@ -90,7 +94,7 @@ private:
     void useShellSettings();
     Result sendAndWait();
     bool mayComeLate(const LateReply& reply) const;
-    void letPass(const LateReply& reply);
+    bool letPass(const LateReply& reply); // false when the wait was ended early
     void expectLate(const LateReply& reply);
     qint64 latenessMs(Result result) const;
     QDateTime now() const;
@@ -109,6 +113,9 @@ private:
     bool m_bWait = false;
     bool m_answered = false; // as much as was announced has come, or an exception, sound or not
     bool m_abort = false;
+    bool m_isLettingPass = false;
+    bool m_waitCancelled = false;
+    QString m_traceTag;
     quint8 m_functionCode = 0;
     Result m_lResult = Result::Success;
     QString m_reason;

@@ -108,6 +108,7 @@ void TransferEngine::ProgCancel(int Index)
     Q_UNUSED(Index);
     m_read.cancel();
     m_write.cancel();
+    m_channel.cancelWait();
 }
 
 void TransferEngine::abort()

@@ -89,7 +89,9 @@ HelpTopic HelpKey::topicOf(const QWidget* focused, const QString& folder) const
 {
     HelpTopic topic = helpTopic(placesOf(focused));
     const QWidget* window = focused == nullptr ? nullptr : focused->window();
-    const auto* message = window == nullptr ? nullptr : window->findChild<const QLabel*>(QStringLiteral("lblMessage"));
+    const auto* message = window == nullptr || topic.page != u"messages.html"
+                              ? nullptr
+                              : window->findChild<const QLabel*>(QStringLiteral("lblMessage"));
     if (message != nullptr) {
         const QString id = MessageTopics(readPage(folder + u'/' + topic.page)).idOf(message->text());
         if (!id.isEmpty())

@@ -11,7 +11,7 @@
 #include <memory>
 
 // The key F1, in every window of the program: opens the manual at the page about what has the focus; in a message box
-// at the message that it shows. Make one when the main window stands; it watches the application's events until it
+// at the message that it shows. It watches the application's events until it
 // goes, and takes its help window along.
 class HelpKey : public QObject
 {

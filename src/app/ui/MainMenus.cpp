@@ -72,11 +72,12 @@ void MainMenus::showRecent(const QStringList& files, const std::function<void(co
         QString caption = QStringLiteral("%1 (%2)").arg(file.fileName(), file.absolutePath());
         auto* item =
             new QAction(QStringLiteral("&%1 %2").arg(i + 1).arg(caption.replace(u'&', QStringLiteral("&&"))), recent);
-        QObject::connect(item, &QAction::triggered, recent, [choose, path = files.at(i)] { choose(path); });
+        QObject::connect(
+            item, &QAction::triggered, recent, [choose, path = files.at(i)] { choose(path); },
+            Qt::QueuedConnection); // the menu is done with the item before the list changes
         recent->insertAction(clearRecent, item);
     }
     recent->insertSeparator(clearRecent);
-    recent->setEnabled(!files.isEmpty());
 }
 
 QMenu* MainMenus::addMenu(QMenuBar& bar, const QString& name)

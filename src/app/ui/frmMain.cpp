@@ -107,6 +107,9 @@ frmMain::~frmMain()
 
 void frmMain::start()
 {
+    const platform::FolderNotices& notices = m_program.machine().folders.notices();
+    for (const platform::FolderNotice& notice : notices)
+        m_questions->showMessage(notice.in(m_program.library().tranStr(notice.text)), MessageStyle::kExclamation);
     if (!m_program.settings().m_bComm || modelPanel().isEmpty())
         QMetaObject::invokeMethod(this, &frmMain::showCommSetting, Qt::QueuedConnection);
 }
@@ -161,7 +164,7 @@ void frmMain::setupFiles()
     m_files->setChooser([this](const FileQuestion& question) { return chooseFile(this, question); });
     connect(m_files.get(), &ParameterFiles::loaded, m_editor.get(), &CellEditor::clear);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showTitle);
-    connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showRecent);
+    connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::enableRecent);
 }
 
 void frmMain::connectMenus()
@@ -182,7 +185,6 @@ void frmMain::connectMenus()
     connect(m_menus->version, &QAction::triggered, this, &frmMain::showVersion);
     connect(m_menus->help, &QAction::triggered, this, &frmMain::showHelp);
     connect(m_menus->clearRecent, &QAction::triggered, m_files.get(), &ParameterFiles::clearRecent);
-    // Filled when it is looked at.
     connect(m_menus->recent, &QMenu::aboutToShow, this, &frmMain::showRecent);
 }
 
@@ -301,6 +303,9 @@ void frmMain::getDataFromKX(const std::vector<clsBlock*>* colRefData)
         m_uclComm1.openComm();
     showLinkStatus();
     m_engine->getDataFromKX(colRefData);
+    // All values are the controller's now, and no file's. A read-back behind a write leaves the file what it is.
+    if (colRefData == nullptr && m_engine->lastRead().outcome == ReadOutcome::Complete)
+        m_files->forget();
     showLinkStatus();
     showReadStatus();
 }
@@ -342,7 +347,6 @@ void frmMain::afterRead()
         return;
     m_readAt = m_program.clock().now();
     m_editor->clear();
-    m_files->forget();
 }
 
 // A write, and the read-back behind it, end what can be undone here.
@@ -419,7 +423,7 @@ void frmMain::showVersion()
 void frmMain::showTraffic()
 {
     if (m_traffic == nullptr)
-        m_traffic = std::make_unique<frmTraffic>(m_program.library(), m_program.traceLog().filePath(), nullptr);
+        m_traffic = std::make_unique<frmTraffic>(m_program.library(), m_program.traceLog().filePath());
     m_traffic->show();
     m_traffic->raise();
     m_traffic->activateWindow();
@@ -467,6 +471,12 @@ void frmMain::showTitle()
     setWindowModified(m_files->isChanged());
 }
 
+void frmMain::enableRecent()
+{
+    m_menus->recent->setEnabled(m_menus->open->isEnabled() && !m_files->recent().files().isEmpty());
+}
+
+// When the menu is about to be looked at.
 void frmMain::showRecent()
 {
     m_menus->showRecent(m_files->recent().files(),
@@ -508,7 +518,7 @@ void frmMain::showGridOrHint()
         action->setEnabled(hint.isEmpty());
     for (const char* key : {"Recv", "Send", "Open", "Save"})
         m_tlbMain->button(QLatin1String(key))->setEnabled(hint.isEmpty());
-    m_menus->recent->menuAction()->setEnabled(hint.isEmpty() && !m_files->recent().files().isEmpty());
+    enableRecent();
 }
 
 void frmMain::onLoadEvent(int code, int number, const QString& text)

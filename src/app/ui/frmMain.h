@@ -136,6 +136,7 @@ private:
     void showHint();
     void translateControls();
     void showTitle();
+    void enableRecent();
     void showRecent();
     void askAndSend();
     void showHelp();

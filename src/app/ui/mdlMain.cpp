@@ -19,16 +19,6 @@ void tellStartedAlready(const clsLibrary& library)
                           library.tranStr(QStringLiteral("It is started already.")));
 }
 
-void tellOfFolders(ProgramContext& program)
-{
-    const platform::FolderNotices& notices = program.machine().folders.notices();
-    QStringList texts;
-    for (const platform::FolderNotice& notice : notices)
-        texts << notice.in(program.library().tranStr(notice.text));
-    if (!texts.isEmpty())
-        QMessageBox::warning(nullptr, QApplication::applicationName(), texts.join(QStringLiteral("\n\n")));
-}
-
 // The window closes with its last state stored when the process is asked to end, or the user logs out.
 void endWith(QApplication& application, const platform::TerminationSignals& endRequest, frmMain& window)
 {
@@ -55,7 +45,6 @@ int Main(int& argc, char* argv[])
         tellStartedAlready(program.library());
         return 0;
     }
-    tellOfFolders(program);
     const platform::TerminationSignals endRequest; // one that comes while the window is made waits for it
     frmMain window(program);
     endWith(application, endRequest, window);

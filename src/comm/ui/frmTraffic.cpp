@@ -31,8 +31,8 @@ constexpr QSize kDesignedSize(190, 40);                                         
 
 } // namespace
 
-frmTraffic::frmTraffic(const clsLibrary& library, const QString& logFile, QWidget* owner)
-    : QDialog(owner, Qt::Window), m_library(library), m_reader(library.context().machine.codePage, logFile),
+frmTraffic::frmTraffic(const clsLibrary& library, const QString& logFile)
+    : QDialog(nullptr, Qt::Window), m_library(library), m_reader(library.context().machine.codePage, logFile),
       m_model(library.translation()), m_placement(*this, kFormName),
       m_timer(library.context().machine.clock.makeTimer())
 {
@@ -179,11 +179,8 @@ void frmTraffic::hideEvent(QHideEvent* event)
     QDialog::hideEvent(event);
 }
 
-// A transfer disables its owner and with it the windows over it; this one is there to be used meanwhile.
 void frmTraffic::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::EnabledChange && !isEnabled())
-        setEnabled(true);
     if (event->type() == QEvent::FontChange && m_table != nullptr)
         setRowHeight();
     QDialog::changeEvent(event);

@@ -23,7 +23,7 @@ class Timer;
 } // namespace platform
 
 // What goes over the line, as the trace log tells it: one row for each line of the log, the newest last. The window
-// looks into the log a few times a second while it is shown, and lives on while its owner is disabled by a transfer.
+// looks into the log a few times a second while it is shown.
 // It follows the newest line until a person scrolls up, and again from the end of the table on.
 //
 // show opens it, as often as wanted; tranForm puts it into the language in use at any time.
@@ -34,8 +34,8 @@ class frmTraffic : public QDialog
 public:
     static constexpr int kLookMs = 250;
 
-    // logFile: of the machine; it need not be there yet. owner may be null.
-    frmTraffic(const clsLibrary& library, const QString& logFile, QWidget* owner);
+    // logFile: of the machine; it need not be there yet.
+    frmTraffic(const clsLibrary& library, const QString& logFile);
     ~frmTraffic() override;
 
     void tranForm();

@@ -127,6 +127,9 @@ void HelpWindow::stayUsable()
     QWindow* own = windowHandle();
     if (own == nullptr || own->transientParent() == dialog || dialog == own)
         return;
+    // A dialog over this window, such as that for printing, already belongs to it: belonging to each other has no end.
+    if (dialog != nullptr && own->isAncestorOf(dialog, QWindow::IncludeTransients))
+        return;
     if (m_dialog)
         m_dialog->disconnect(this);
     m_dialog = dialog;
