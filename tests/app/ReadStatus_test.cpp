@@ -1,6 +1,5 @@
 #include "ReadStatus.h"
 
-#include "GridHint.h"
 #include "LinkStatus.h"
 
 #include <gtest/gtest.h>
@@ -19,18 +18,6 @@ ReadStatus filled()
     status.readAt = QDateTime(QDate(2007, 3, 5), QTime(14, 7, 9));
     status.report.requests = 12;
     return status;
-}
-
-TEST(ReadStatus, TellsWhatTheGridHolds)
-{
-    ReadStatus status;
-    EXPECT_EQ(readStatusText(status, english), u"not connected");
-    status.state = MainState::Confirmed;
-    EXPECT_EQ(readStatusText(status, english), u"not read");
-    EXPECT_EQ(readStatusText(filled(), english), u"read at 14:07:09");
-    status = filled();
-    status.busy = true;
-    EXPECT_EQ(readStatusText(status, english), u"reading...");
 }
 
 TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
@@ -59,14 +46,6 @@ TEST(LinkStatus, SaysHowOrWhyNot)
     EXPECT_EQ(linkStatusText(link, english), u"COM2 is closed: no permission: join the group dialout");
     link.offLine = true;
     EXPECT_TRUE(linkStatusText(link, english).startsWith(u"off-line"));
-}
-
-TEST(GridHint, NamesTheFileToChange)
-{
-    const QString screen = QStringLiteral("/p/ini/M.ini");
-    EXPECT_TRUE(gridHint(QString(), 0, screen, english).contains(u"communication settings"));
-    EXPECT_TRUE(gridHint(QStringLiteral("KX41000000-10A"), 0, screen, english).contains(screen));
-    EXPECT_EQ(gridHint(QStringLiteral("KX41000000-10A"), 3, screen, english), QString());
 }
 
 } // namespace

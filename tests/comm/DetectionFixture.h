@@ -7,8 +7,6 @@
 #include "clsLog.h"
 #include "uclComm.h"
 
-#include <QFile>
-#include <QHash>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -74,20 +72,15 @@ protected:
             QTimer::singleShot(0, &pulse, [this] { passTime(); });
     }
 
-    QByteArray content(const char* desktopPath) const
-    {
-        QFile file(box.path(QLatin1String(desktopPath)));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    QByteArray traced() const { return content("C:\\Vorlant\\Log\\Trc.log"); }
-    QByteArray settingsFile() const { return content("C:\\Users\\AppData\\Vorlan\\Vorlant.ini"); }
+    QByteArray settingsFile() const { return box.content(kSettings); }
 
     void writeSettings(const QByteArray& text)
     {
         library.getIniFilePath(QStringLiteral("Main"));
-        ASSERT_TRUE(
-            soundController::writeFile(box.path(QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini")), text));
+        ASSERT_TRUE(box.put(kSettings, text));
     }
+
+    inline static const QString kSettings = QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini");
 
     TestMachine box;
     clsLibrary library;

@@ -69,14 +69,4 @@ RC_GTEST_PROP(FrameProperty, NoBytesOfAnyKindAreTooMuch, ())
     RC_ASSERT(taken == (modbus.ErrorCode() == 0));
 }
 
-RC_GTEST_PROP(FrameProperty, AsciiFormIsTakenBack, ())
-{
-    const auto bytes =
-        *rc::gen::container<std::vector<char>>(*rc::gen::inRange<size_t>(1, 255), rc::gen::arbitrary<char>());
-    const QByteArray binary(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    const QByteArray ascii = modbusframe::toAscii(binary);
-    RC_ASSERT(ascii.size() == 2 * binary.size() + 3);
-    RC_ASSERT(modbusframe::fromAscii(ascii) == binary);
-}
-
 } // namespace

@@ -36,11 +36,6 @@ struct Conversation
     int requests;
 };
 
-void PrintTo(const Conversation& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
 class Conversing : public Detecting, public ::testing::WithParamInterface<Conversation>
 {
 public:
@@ -73,104 +68,17 @@ const char* const kOld = "KX41000000-10A";
 INSTANTIATE_TEST_SUITE_P(
     All, Conversing,
     ::testing::Values(Conversation{"KnownAtFirst", "", kKX620, Conversing::kS, R::Found, 2, kKX620, 1},
-                      Conversation{"ReplacesTheOldString", kOld, kKX620, Conversing::kS, R::Found, 2, kKX620, 1},
                       Conversation{"KnownAtSecond", "", kOther, kKX620, R::Found, 2, kKX620, 2},
                       Conversation{"UnknownCode", "", "KX99900000-10A", kKX620, R::NotFound, -1, "KX99900000-10A", 1},
                       Conversation{"NoModelAnywhere", "", kOther, "NMLKJIHGFEDCBA", R::NotFound, -1, "NMLKJIHGFEDCBA",
                                    2},
                       Conversation{"Silence", "", Conversing::kS, kKX620, R::NoAnswer, -1, "Nothing", 1},
-                      Conversation{"SilenceAfterAModel", kOld, Conversing::kS, kKX620, R::NoAnswer, -1, "Nothing", 1},
                       Conversation{"SecondSilent", "", kOther, Conversing::kS, R::NoAnswer, -1, "Nothing", 2},
                       Conversation{"Refused", "", Conversing::kE, kKX620, R::NoAnswer, -1, "Nothing", 1},
                       Conversation{"DamagedKeepsTheOldString", kOld, Conversing::kD, kKX620, R::NoAnswer, -1, kOld, 1},
                       Conversation{"DamagedThenSound", "", Conversing::kD, kKX620, R::Found, 2, kKX620, 2},
-                      Conversation{"DamagedTwice", "", Conversing::kD, Conversing::kD, R::NoAnswer, -1, "", 2},
                       Conversation{"ReplyOfAnotherFunction", kOld, Conversing::kF, kKX620, R::NoAnswer, -1, kOld, 1}),
     [](const auto& row) { return std::string(row.param.name); });
-
-struct Override
-{
-    const char* name;
-    const char* commandLine;
-    const char* modelString;
-};
-
-void PrintTo(const Override& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
-class Overriding : public Detecting, public ::testing::WithParamInterface<Override>
-{};
-
-TEST_P(Overriding, TakesTheModelOfTheCommandLine)
-{
-    plug(kKX620);
-    start(QString::fromLatin1(GetParam().commandLine));
-    EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::Found);
-    EXPECT_EQ(detection->modelString().toStdString(), GetParam().modelString);
-    EXPECT_EQ(controller->requests(), 1) << "the controller is asked all the same";
-}
-
-INSTANTIATE_TEST_SUITE_P(All, Overriding,
-                         ::testing::Values(Override{"Both", "/D /M:KX41000000-20B", "KX41000000-20B"},
-                                           Override{"OtherOrder", "/M:KX41000000-20B /D", "KX41000000-20B"},
-                                           Override{"WithoutBlanks", "/D/M:KX41000000-20B", "KX41000000-20B"},
-                                           Override{"ModelOnly", "/M:KX41000000-20B", kKX620},
-                                           Override{"SwitchOnly", "/D", kKX620},
-                                           Override{"EmptyModel", "/D /M:", kKX620},
-                                           Override{"BlankModel", "/D /M: /X", kKX620},
-                                           Override{"ADeviceIsNoSwitch", "/dev/x /M:KX41000000-20B", kKX620}),
-                         [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(Detecting, TheOverrideNeedsAnAnswer)
-{
-    plug(kSilent);
-    start(QStringLiteral("/D /M:KX41000000-20B"));
-    EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::NoAnswer);
-    EXPECT_EQ(detection->modelString(), modelcodes::kNothing);
-}
-
-TEST_F(Detecting, WritesItsFramesIntoTheTrace)
-{
-    plug(kOther, kDamaged);
-    start();
-    detection->detect(1, 0, kCodes);
-    const QByteArray log = traced();
-    EXPECT_TRUE(log.contains("(Dirct)S:0142000000FBC00E")) << log.toStdString();
-    EXPECT_TRUE(log.contains("(Scces)R:0142000E4142434445464748494A4B4C4D4E"));
-    EXPECT_TRUE(log.contains("(Dirct)S:0142000000FBC80E"));
-    EXPECT_TRUE(log.contains("(Error)R:0142000E"));
-    EXPECT_LT(log.indexOf("(Scces)R:0142000E4B"), log.indexOf("(Error)R:")) << "a frame that came, then its verdict";
-}
-
-TEST_F(Detecting, ClosedPortAsksNobody)
-{
-    ports.assign(1, box.dir.filePath(QStringLiteral("no-adapter")));
-    start();
-    EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::NoAnswer);
-    EXPECT_EQ(detection->modelString(), modelcodes::kNothing);
-    EXPECT_TRUE(detection->failure().contains(QStringLiteral("no-adapter"))) << qPrintable(detection->failure());
-}
-
-TEST_F(Detecting, LostAdapterEndsTheWait)
-{
-    plug([this](const QByteArray&) {
-        QTimer::singleShot(0, &pulse, [this] { controller->unplug(); });
-        return QByteArray();
-    });
-    start();
-    EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::NoAnswer);
-}
-
-TEST_F(Detecting, BadSlaveNumberSendsNothing)
-{
-    plug(kKX620);
-    start();
-    EXPECT_FALSE(detection->getModelFromKX(248, QStringLiteral("&hFBC0")));
-    EXPECT_EQ(controller->requests(), 0);
-    EXPECT_TRUE(content("C:\\Vorlant\\Log\\Err.log").contains("[KXCommSetFormError]clsModBus::SlaveAddress"));
-}
 
 TEST_F(Detecting, StopEndsTheWaitAtOnceAndALateReplyIsDropped)
 {
@@ -202,17 +110,6 @@ TEST_F(Detecting, TheEndOfTheProgramEndsTheWait)
     EXPECT_EQ(ended.result, DetectionResult::Stopped);
 }
 
-TEST_F(Detecting, StoppedBetweenTheQuestionsAsksNoMore)
-{
-    plug(kOther, kKX620);
-    start();
-    QObject::connect(link.get(), &uclComm::RecieveSuccess, detection.get(), [this] { detection->stop(); });
-    EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::Stopped);
-    EXPECT_EQ(controller->requests(), 1);
-    EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::Stopped) << "stopped again";
-    EXPECT_EQ(controller->requests(), 2) << "a stop does not outlive its detection";
-}
-
 TEST_F(Detecting, ASecondDetectionInsideTheFirstIsRefused)
 {
     Detection inner{DetectionResult::Found, 0};
@@ -240,21 +137,26 @@ TEST(ModelCodes, SelectTheFirstEntryThatBeginsAlike)
     const QStringList codes{QStringLiteral("KX410"), QStringLiteral("KX620A"), QStringLiteral("KX620B"),
                             QStringLiteral("KX6")};
     const Choice rows[] = {
-        {"first", "KX41000000-10A", M::Found, 0},
         {"longer code", "KX62000000-10A", M::Found, 1},
         {"no such code", "KX64000000-10A", M::NotFound, -1},
         {"13 characters", "KX41000000-10", M::NotFound, -1},
-        {"15 characters", "KX41000000-10AB", M::Found, 0},
-        {"empty", "", M::NotFound, -1},
         {"Nothing", "Nothing", M::NoAnswer, -1},
-        {"nothing else", "nothing", M::NotFound, -1},
     };
     for (const Choice& row : rows) {
         const modelcodes::Selection selection = modelcodes::select(QString::fromLatin1(row.modelString), codes);
         EXPECT_EQ(selection.match, row.match) << row.name;
         EXPECT_EQ(selection.position, row.position) << row.name;
     }
-    EXPECT_EQ(modelcodes::select(QStringLiteral("KX41000000-10A"), {}).match, M::NotFound);
+}
+
+TEST_F(Detecting, BadSlaveNumberSendsNothing)
+{
+    plug(kKX620);
+    start();
+    EXPECT_FALSE(detection->getModelFromKX(248, QStringLiteral("&hFBC0")));
+    EXPECT_EQ(controller->requests(), 0);
+    EXPECT_TRUE(box.content(QStringLiteral("C:\\Vorlant\\Log\\Err.log"))
+                    .contains("[KXCommSetFormError]clsModBus::SlaveAddress"));
 }
 
 } // namespace

@@ -28,31 +28,6 @@ protected:
 
 const QString kHigh = QStringLiteral("FBC2");
 
-TEST_F(Image, KeepsCommandLists)
-{
-    load("[S]\nReadCmdMax=2\nReadCmd1=Direct,FBC0,8\nReadCmd2=GetAnalogSet,40001,x,VQSV1\nWriteCmdMax=2\n"
-         "WriteCmd1=SetAnalog,40001,VQSV1\nWriteCmd2=SetDigital,1,&h0001\n");
-    EXPECT_EQ(image.MsgMax(), 2);
-    EXPECT_EQ(image.Adr(1), u"FBC0");
-    EXPECT_EQ(image.Cnt(1), 8);
-    EXPECT_EQ(image.Cnt(2), 0) << "a count that is no number";
-    EXPECT_EQ(image.Tag(2), u"VQSV1");
-    EXPECT_EQ(image.WTag(2), u"&h0001");
-    EXPECT_THROW(image.Cmd(0), std::out_of_range);
-    EXPECT_THROW(image.WAdr(3), std::out_of_range);
-    EXPECT_FALSE(image.m_bModbus);
-}
-
-TEST_F(Image, EmptySectionFillsItself)
-{
-    load("");
-    EXPECT_EQ(image.MsgMax(), 1);
-    EXPECT_EQ(image.Cmd(1), u"Direct");
-    EXPECT_EQ(image.WMsgMax(), 1);
-    EXPECT_FALSE(image.m_bModbus);
-    EXPECT_EQ(image.getOrgData(), QByteArray(1, '\0'));
-}
-
 TEST_F(Image, DamagedCountsAreBounded)
 {
     EXPECT_THROW(load("[S]\nReadCmdMax=many\n"), std::invalid_argument);
@@ -108,23 +83,6 @@ TEST_F(Image, BitsByMask)
     EXPECT_EQ(after(4, 6, false), 4) << "only the whole mask is taken away";
     EXPECT_EQ(image.getBit(place, 4, 0), 1);
     EXPECT_EQ(image.getBit(place, 0, 0), 0);
-}
-
-TEST_F(Image, TextComesFromTheStart)
-{
-    load("[S]\nReadCmd1=Direct,FBC0,8\n");
-    image.setData({1, QByteArray("KX410\x83\x5c ")});
-    EXPECT_EQ(image.getString(QStringLiteral("nowhere"), 8, QString()), u"KX410ソ ");
-}
-
-TEST_F(Image, RegisterModeHoldsOneValue)
-{
-    load("[S]\nReadCmd1=GetAnalogInput,30001,1,PV\n");
-    EXPECT_TRUE(image.m_bModbus);
-    image.setInteger(QString(), -2);
-    EXPECT_EQ(image.getInteger(QStringLiteral("any"), 0), -2);
-    EXPECT_EQ(image.getByte(QString()), 0xFE);
-    EXPECT_EQ(image.getLong(QString(), 5), 0);
 }
 
 } // namespace

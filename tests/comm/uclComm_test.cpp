@@ -6,7 +6,6 @@
 #include "clsLibrary.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
@@ -34,12 +33,6 @@ protected:
         link->init(1, &library);
         good = std::make_unique<QSignalSpy>(link.get(), &uclComm::RecieveSuccess);
         bad = std::make_unique<QSignalSpy>(link.get(), &uclComm::RecieveError);
-    }
-
-    QByteArray settings() const
-    {
-        QFile file(box.path(QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini")));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     void settle()
@@ -76,25 +69,6 @@ protected:
     std::unique_ptr<QSignalSpy> bad;
 };
 
-TEST_F(Link, WritesItsDefaultsIntoTheSettings)
-{
-    plug(silence);
-    const QByteArray file = settings();
-    for (const char* line : {"[Comm1]", "RecieveTimeOut(s)=5", "CommSpeed=9600", "CommProtocolCharacter=N,8,1",
-                             "InBufferSize=5000", "CommPortNo=1", "DTREnable=False", "RTSEnable=False",
-                             "NullDiscard=False", "Handshaking=0", "InputMode=1", "RecvThreshold=3"})
-        EXPECT_TRUE(file.contains(line)) << line;
-    EXPECT_EQ(link->State(), 1);
-}
-
-TEST_F(Link, WholeReply)
-{
-    plug([](const QByteArray&) { return kReply; });
-    EXPECT_EQ(link->sendMsg(kRequest, 10), QString());
-    EXPECT_EQ(link->State(), 3);
-    expectReply(kReply);
-}
-
 TEST_F(Link, ReplyInPieces)
 {
     plug(silence);
@@ -104,29 +78,6 @@ TEST_F(Link, ReplyInPieces)
         controller->send(QByteArray(1, byte));
         settle();
     }
-    expectReply(kReply);
-}
-
-TEST_F(Link, MoreThanExpectedIsHandedOn)
-{
-    plug([](const QByteArray&) { return kReply; });
-    link->sendMsg(kRequest, 4);
-    expectReply(kReply);
-}
-
-TEST_F(Link, LateBytesOfAnEarlierReplyAreDropped)
-{
-    bool late = true;
-    plug([&](const QByteArray&) { return late ? QByteArray() : kReply; });
-    link->sendMsg(kRequest, 10);
-    settle();
-    box.clock.advance(7000);
-    ASSERT_EQ(bad->size(), 1);
-    bad->clear();
-    controller->send("late");
-    settle();
-    late = false;
-    link->sendMsg(kRequest, 10);
     expectReply(kReply);
 }
 
@@ -184,16 +135,6 @@ TEST_F(Link, RefusesASecondRequestWhileWaiting)
     EXPECT_EQ(controller->requests(), 1);
 }
 
-TEST_F(Link, WithoutPortSaysWhy)
-{
-    ports.assign(1, QStringLiteral("/dev/no-such-adapter"));
-    link = std::make_unique<uclComm>(ports, box.clock);
-    link->init(1, &library);
-    EXPECT_EQ(link->State(), 0);
-    EXPECT_TRUE(link->errorText().contains(QStringLiteral("/dev/no-such-adapter"))) << qPrintable(link->errorText());
-    EXPECT_EQ(link->sendMsg(kRequest, 10), kNotIdle);
-}
-
 TEST_F(Link, UnpluggedWhileWaitingEndsInOneError)
 {
     plug(silence);
@@ -202,18 +143,6 @@ TEST_F(Link, UnpluggedWhileWaitingEndsInOneError)
     expectOneError("comEventDCB");
     EXPECT_EQ(link->State(), 0);
     EXPECT_EQ(link->sendMsg(kRequest, 10), kNotIdle);
-}
-
-TEST_F(Link, StoresChangedSettingsOnlyWhenTold)
-{
-    plug(silence);
-    link->changeComm(1, QStringLiteral("19200"), QStringLiteral("E,7,2"), false);
-    EXPECT_EQ(link->Speed(), u"19200");
-    EXPECT_EQ(link->State(), 1);
-    EXPECT_TRUE(settings().contains("CommSpeed=9600"));
-    link->changeComm(1, QStringLiteral("38400"), QStringLiteral("N,8,1"), true);
-    EXPECT_TRUE(settings().contains("CommSpeed=38400"));
-    EXPECT_TRUE(settings().contains("CommProtocolCharacter=N,8,1"));
 }
 
 } // namespace

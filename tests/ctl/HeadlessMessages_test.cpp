@@ -14,8 +14,6 @@ TEST(HeadlessMessages, AgreesToQuestionsAndEndsEverythingElse)
     };
     HeadlessMessages messages;
     for (const Row& row : {Row{"yes or no", MessageStyle::kYesNoExclamation, MessageResult::kYes},
-                           Row{"no is the default", MessageStyle::kYesNo + 256, MessageResult::kYes},
-                           Row{"yes, no or cancel", MessageStyle::kYesNoCancel, MessageResult::kYes},
                            Row{"ok or cancel", MessageStyle::kOkCancel, MessageResult::kOk},
                            Row{"no endless repetition", MessageStyle::kRetryCancel, MessageResult::kCancel},
                            Row{"no endless repetition", MessageStyle::kAbortRetryIgnore, MessageResult::kAbort}}) {

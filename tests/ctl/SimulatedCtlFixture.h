@@ -6,7 +6,6 @@
 #include "VorlantCtlFixture.h"
 
 #include <QRegularExpression>
-#include <csignal>
 #include <optional>
 
 // The program itself with the shipped definitions, and one of their controllers on a pseudo-terminal.

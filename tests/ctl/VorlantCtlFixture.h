@@ -13,6 +13,11 @@
 #include <memory>
 #include <unistd.h>
 
+inline QStringList words(const char* text)
+{
+    return QString::fromLatin1(text).split(u' ');
+}
+
 // The program itself, in a scratch program folder, with a scripted controller on a pseudo-terminal.
 class VorlantCtl : public ::testing::Test
 {
@@ -53,7 +58,7 @@ protected:
             if (setgroups(0, nullptr) != 0 || setgid(kNobody) != 0 || setuid(kNobody) != 0)
                 _exit(126);
         });
-        return given && run({QStringLiteral("--version")}) == 0;
+        return given && run(words("--version")) == 0;
     }
 
     // Runs to the end; returns the exit status.

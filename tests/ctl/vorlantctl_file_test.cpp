@@ -1,10 +1,11 @@
 #include "SimulatedCtlFixture.h"
+#include "Table.h"
 
 #include <sys/stat.h>
 
 namespace {
 
-enum Status { Done = 0, Differ = 1, Usage = 2, NoAnswer = 3, WrongModel = 4, BadFile = 5, Refused = 6 };
+enum Status { Done = 0, Differ = 1, WrongModel = 4, BadFile = 5 };
 
 TEST_F(SimulatedCtl, WriteChangesExactlyTheBytesOfTheValue)
 {
@@ -56,9 +57,7 @@ TEST_F(SimulatedCtl, CompareListsWhatDiffers)
         int status;
         const char* printed;
     } const rows[] = {
-        {"file and controller, equal", {same}, Done, ""},
         {"file and controller", {other}, Differ, table},
-        {"two files, equal", {other, other}, Done, ""},
         {"two files", {other, same}, Differ, table},
         {"csv",
          {other, same, QStringLiteral("--as"), QStringLiteral("csv")},
@@ -93,27 +92,7 @@ TEST_F(SimulatedCtl, ShowPrintsWhatAReadPrints)
     EXPECT_EQ(run({QStringLiteral("compare"), file, file}), Done) << "two files need no controller";
 }
 
-// A unit chooses between two tables of input ranges, wherever in the file it stands.
-TEST_F(SimulatedCtl, ShowNamesTheRangeOfTheUnit)
-{
-    plugModel(QStringLiteral("KX410"));
-    const QString file = savedSet("a.kx");
-    changeValue(file, "SWQCF", "1");
-    ASSERT_EQ(run({QStringLiteral("show"), file, QStringLiteral("--as"), QStringLiteral("csv")}), Done);
-    EXPECT_TRUE(output.contains("PQRNO,Input range,Input,K 73.2 to 773.1 K,2\r\n")) << output.toStdString();
-}
-
 // FILES that are none, or not of this controller. Nothing reaches the controller.
-
-struct FileRow
-{
-    const char* name;
-    std::function<void(QByteArray& content)> damage;
-    int show;
-    int write;
-    int compare;
-    const char* message; // of the commands that fail
-};
 
 TEST_F(SimulatedCtl, BadFileWritesNothing)
 {
@@ -122,50 +101,23 @@ TEST_F(SimulatedCtl, BadFileWritesNothing)
     ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
     const QByteArray sound = saved.readAll();
     const QByteArray before = simulated->state();
-    const auto replaced = [](const char* old, const char* now) {
-        return [old, now](QByteArray& all) {
-            ASSERT_TRUE(all.contains(old)) << old;
-            all.replace(old, now);
-        };
-    };
-    const FileRow rows[] = {
-        {"other model", replaced("KX41000000", "KX41300000"), Done, WrongModel, WrongModel,
-         "is KX41000000-10A, not KX41300000-10A"},
-        {"other options", replaced("KX41000000", "KX41099999"), Done, WrongModel, WrongModel,
-         "is KX41000000-10A, not KX41099999-10A"},
-        {"other case", replaced("MODEL=KX41", "MODEL=kx41"), WrongModel, WrongModel, WrongModel, "kx41000000-10A"},
-        {"unknown model", replaced("MODEL=KX41", "MODEL=ZZ41"), WrongModel, WrongModel, WrongModel, "ZZ41000000-10A"},
-        {"no model", replaced("MODEL=", "NOMODEL="), BadFile, BadFile, BadFile, "names no model"},
-        {"empty", [](QByteArray& all) { all.clear(); }, BadFile, BadFile, BadFile, "names no model"},
-        {"binary",
-         [](QByteArray& all) {
-             all = QByteArray("\x7F"
-                              "ELF\0\xFF[Info]\0\r\r=\n",
-                              18);
-         },
-         BadFile, BadFile, BadFile, "names no model"},
-        {"cut before the values", [](QByteArray& all) { all.truncate(all.indexOf("[Data]") + 6); }, BadFile, BadFile,
-         BadFile, "holds no values"},
-        {"cut among the values", [](QByteArray& all) { all.truncate(all.indexOf("VQP1=")); }, Done, BadFile, Differ,
-         "holds no value for VQP1"},
-        {"text for a number", replaced("VQI1=120", "VQI1=soon"), BadFile, BadFile, BadFile, "VQI1 (\"soon\")"},
-        {"too large for a word", replaced("VQI1=120", "VQI1=99999"), Done, Refused, Differ, "VQI1=99999"},
-        {"negative byte", replaced("LEDBRT=3", "LEDBRT=-1"), Done, Refused, Differ, "LEDBRT=-1"},
-    };
-    for (const FileRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        QByteArray content = sound;
-        row.damage(content);
+    for (const QStringList& row : tableRows("ctl/bad_sets.tsv")) {
+        SCOPED_TRACE(qPrintable(row[0]));
+        const QByteArray text = row[2].toUtf8();
+        ASSERT_TRUE(row[1] == u"content" || sound.contains(text));
+        const QByteArray content = row[1] == u"content"   ? text
+                                   : row[1] == u"replace" ? QByteArray(sound).replace(text, row[3].toUtf8())
+                                                          : sound.left(sound.indexOf(text));
         ASSERT_TRUE(soundController::writeFile(path("bad.kx"), content));
-        const std::pair<const char*, int> runs[] = {{"show", row.show}, {"write", row.write}, {"compare", row.compare}};
+        const std::pair<QString, QString> runs[] = {
+            {QStringLiteral("show"), row[4]}, {QStringLiteral("write"), row[5]}, {QStringLiteral("compare"), row[6]}};
         for (const auto& [command, status] : runs) {
-            SCOPED_TRACE(command);
+            SCOPED_TRACE(qPrintable(command));
             // Without --model: the file's own.
-            const int ended =
-                run({QStringLiteral("--port"), controller->device(), QString::fromLatin1(command), path("bad.kx")});
-            EXPECT_EQ(ended, status) << errors.toStdString();
-            if (status > Differ)
-                expectOneLineAbout(row.message);
+            const int ended = run({QStringLiteral("--port"), controller->device(), command, path("bad.kx")});
+            EXPECT_EQ(ended, status.toInt()) << errors.toStdString();
+            if (status.toInt() > Differ)
+                expectOneLineAbout(qPrintable(row[7]));
         }
     }
     EXPECT_EQ(simulated->state(), before);

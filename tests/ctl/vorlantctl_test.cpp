@@ -12,7 +12,7 @@ namespace {
 TEST_F(VorlantCtl, ReadPrintsTheControllersValues)
 {
     plug([](const QByteArray& request) { return soundController::reply(request); });
-    ASSERT_EQ(readWith({QStringLiteral("--as"), QStringLiteral("json")}), 0) << errors.toStdString();
+    ASSERT_EQ(readWith(words("--as json")), 0) << errors.toStdString();
     EXPECT_TRUE(errors.isEmpty()) << "no progress when nobody watches";
     const QJsonArray items = QJsonDocument::fromJson(output).array();
     ASSERT_EQ(items.size(), 3);
@@ -40,7 +40,7 @@ TEST_F(VorlantCtl, ReadWritesTheFileWhole)
 TEST_F(VorlantCtl, OptionsDoNotReachTheSettings)
 {
     plug([](const QByteArray& request) { return soundController::reply(request.left(8)); });
-    ASSERT_EQ(readWith({QStringLiteral("--speed"), QStringLiteral("19200")}), 0) << errors.toStdString();
+    ASSERT_EQ(readWith(words("--speed 19200")), 0) << errors.toStdString();
     QFile settings(path("config") + QStringLiteral("/Vorlan/Vorlant.ini"));
     ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
     const QByteArray text = settings.readAll();
@@ -48,11 +48,24 @@ TEST_F(VorlantCtl, OptionsDoNotReachTheSettings)
     EXPECT_FALSE(text.contains(controller->device().toUtf8()));
 }
 
-TEST_F(VorlantCtl, OneLostRequestPrintsNothing)
+TEST_F(VorlantCtl, DetectPrintsTheModelOrWhatItIsInstead)
 {
-    plug(soundController::damagedReply);
-    EXPECT_EQ(readWith(), 3);
-    expectOneLineAbout("Main: Direct 8000");
+    const struct
+    {
+        const char* model;
+        int status;
+        const char* printed;
+    } rows[] = {{"KX41012345-20B", 0, "KX41012345-20B KX410\n"},
+                {"KX99900000-10A", 4, "KX99900000-10A\n"},
+                {"KX\x01\x02\x03\x04\x05\x06\x07\x0e\x0f\x10\x11\x1b", 4, "KX????????????\n"}};
+    for (const auto& row : rows) {
+        plug([&row](const QByteArray& request) { return soundController::reply(request, row.model); });
+        EXPECT_EQ(run({QStringLiteral("--port"), controller->device(), QStringLiteral("detect")}), row.status);
+        EXPECT_EQ(output.toStdString(), row.printed);
+        EXPECT_EQ(errors.isEmpty(), row.status == 0) << errors.toStdString();
+    }
+    EXPECT_EQ(run({QStringLiteral("--port"), path("no-adapter"), QStringLiteral("detect")}), 3);
+    expectOneLineAbout("no-adapter");
 }
 
 TEST_F(VorlantCtl, OtherModel)
@@ -74,9 +87,19 @@ TEST_F(VorlantCtl, InterruptEndsARead)
 
 TEST_F(VorlantCtl, ModelsListsTheCatalogue)
 {
-    ASSERT_EQ(run({QStringLiteral("models")}), 0);
+    ASSERT_EQ(run(words("models")), 0);
     EXPECT_EQ(output.toStdString(),
               "No  Code   Name   Screen file  Comm file\n1   KX410  KX410  M.ini        MComm.ini\n");
+}
+
+TEST_F(VorlantCtl, UsageIsStatusTwo)
+{
+    EXPECT_EQ(run(words("explode")), 2);
+    expectOneLineAbout("\"explode\"");
+    EXPECT_EQ(run(words("read")), 2) << "no model was ever chosen";
+    expectOneLineAbout("--model");
+    EXPECT_EQ(run(words("--model ZZ999 read")), 2);
+    expectOneLineAbout("\"ZZ999\"");
 }
 
 TEST_F(VorlantCtl, PortsShowsWhatAComNameStandsFor)
@@ -87,16 +110,6 @@ TEST_F(VorlantCtl, PortsShowsWhatAComNameStandsFor)
     ASSERT_EQ(run({QStringLiteral("ports")}), 0) << errors.toStdString();
     EXPECT_TRUE(output.contains("COM7")) << output.toStdString();
     EXPECT_TRUE(output.contains("/dev/bench"));
-}
-
-TEST_F(VorlantCtl, UsageIsStatusTwo)
-{
-    EXPECT_EQ(run({QStringLiteral("explode")}), 2);
-    expectOneLineAbout("\"explode\"");
-    EXPECT_EQ(run({QStringLiteral("read")}), 2) << "no model was ever chosen";
-    expectOneLineAbout("--model");
-    EXPECT_EQ(run({QStringLiteral("--model"), QStringLiteral("ZZ999"), QStringLiteral("read")}), 2);
-    expectOneLineAbout("\"ZZ999\"");
 }
 
 TEST_F(VorlantCtl, LastModelOfTheSettingsIsTheDefault)

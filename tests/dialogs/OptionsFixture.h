@@ -22,18 +22,14 @@ protected:
     void load(const QByteArray& setting = {}, const QByteArray& languages = kTwoLanguages)
     {
         library.getIniFilePath(QStringLiteral("Main"));
-        ASSERT_TRUE(soundController::writeFile(settingsPath(), languages + "[Setting]\n" + setting));
+        ASSERT_TRUE(box.put(kSettings, languages + "[Setting]\n" + setting));
         box.context.languageFile = QStringLiteral("JP.txt");
         settings.load();
     }
 
-    QString settingsPath() const { return box.path(QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini")); }
-    QByteArray settingsFile() const
-    {
-        QFile file(settingsPath());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray settingsFile() const { return box.content(kSettings); }
 
+    inline static const QString kSettings = QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini");
     inline static const QByteArray kTwoLanguages =
         "[Language]\nLanguageMax=2\nLanguage1=English  [EN.txt  Ver(1.0)]\nLanguageFile1=EN.txt\n"
         "Language2=Japanese  [JP.txt  Ver(1.0)]\nLanguageFile2=JP.txt\n";

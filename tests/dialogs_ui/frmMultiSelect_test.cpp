@@ -98,8 +98,6 @@ TEST_F(SelectionWay, EntriesAreTakenOrLeft)
         };
     };
     const Way rows[] = {
-        {"OK", [](auto&, frmMultiSelect& w) { button(w, 0).click(); }, "PQRNO=3"},
-        {"Enter in the list", [](auto&, frmMultiSelect& w) { QTest::keyClick(&grid(w), Qt::Key_Return); }, "PQRNO=3"},
         {"down and Enter",
          [](auto&, frmMultiSelect& w) {
              QTest::keyClick(&search(w), Qt::Key_Down);
@@ -120,12 +118,7 @@ TEST_F(SelectionWay, EntriesAreTakenOrLeft)
              QTest::keyClick(&search(w), Qt::Key_Return);
          },
          "PQRNO=10"},
-        {"found nothing keeps the selection", keysInSearch("zzz", Qt::Key_Return), "PQRNO=3"},
         {"Cancel", [](auto&, frmMultiSelect& w) { button(w, 1).click(); }, ""},
-        {"Escape in the list", [](auto&, frmMultiSelect& w) { QTest::keyClick(&grid(w), Qt::Key_Escape); }, ""},
-        {"Escape after a search", keysInSearch("pt", Qt::Key_Escape), ""},
-        {"closed", [](auto&, frmMultiSelect& w) { w.close(); }, ""},
-        {"closed with all", [this](auto&, frmMultiSelect&) { windows.closeAll(); }, ""},
     };
     for (const Way& way : rows) {
         set.clear();
@@ -144,24 +137,6 @@ TEST_F(SelectionDialog, AnEntryTakesEffectWhenTheWindowIsGone)
     button(*window, 0).click();
     EXPECT_EQ(set.join(u' '), u"BARL shows -200 BARH shows 1000 RNGDOT=0 SVDOT=0 RANGEL=-200 RANGEH=1000 VQLIL=-200 "
                               u"VQLIH=1000 PQRNO=3");
-}
-
-TEST_F(SelectionDialog, OneWindowForEachTable)
-{
-    frmMultiSelect* alarm1 =
-        open({QStringLiteral("PQKAL1"), QStringLiteral("Alarm 1"), QStringLiteral("1")}, "AlarmType");
-    frmMultiSelect* range = open();
-    EXPECT_NE(range, alarm1);
-    EXPECT_TRUE(alarm1->isVisible() && range->isVisible());
-    frmMultiSelect* alarm2 =
-        open({QStringLiteral("PQKAL2"), QStringLiteral("Alarm 2"), QStringLiteral("4")}, "AlarmType");
-    EXPECT_EQ(alarm2, alarm1);
-    EXPECT_EQ(owner.findChildren<frmMultiSelect*>().size(), 2);
-    EXPECT_EQ(alarm2->windowTitle(), u"Alarm type: Alarm 2");
-    EXPECT_EQ(row(*alarm2), 5);
-    button(*alarm2, 0).click();
-    EXPECT_EQ(set, QStringList{QStringLiteral("PQKAL2=4")}) << "the item that was asked for last";
-    EXPECT_TRUE(range->isVisible());
 }
 
 TEST_F(SelectionDialog, PlaceAndColumnsAreKeptForEachTable)
@@ -188,44 +163,6 @@ TEST_F(SelectionDialog, PlaceAndColumnsAreKeptForEachTable)
     EXPECT_EQ(grid(*range).columnWidth(1), 140);
 }
 
-TEST_F(SelectionDialog, ATableThatCannotBeUsedIsTold)
-{
-    struct Row
-    {
-        const char* name;
-        const char* file; // null: none
-        const char* told;
-    };
-    const Row rows[] = {
-        {"no file", nullptr, "Not Found MultiSelect.ini"},
-        {"no table", "[B]\nName1=x\n",
-         "The selection table InputRangeC is missing from MultiSelect.ini or has no entries."},
-        {"no values", "[InputRangeC]\nData1=1\nName1=x\nName2=Test\n",
-         "No entry of the selection table InputRangeC has a value."},
-    };
-    for (const Row& bad : rows) {
-        QFile::remove(tablesPath());
-        if (bad.file != nullptr)
-            tables(bad.file);
-        told.texts.clear();
-        const frmMultiSelect* window = open();
-        EXPECT_EQ(told.texts, QStringList{QLatin1String(bad.told)}) << bad.name;
-        EXPECT_TRUE(window == nullptr || !window->isVisible()) << bad.name;
-        EXPECT_TRUE(owner.isEnabled()) << bad.name;
-    }
-}
-
-TEST_F(SelectionDialog, AnEntryWithoutAValueIsNotTaken)
-{
-    tables("[T]\nData1=0,1\nName1=one\nData2=0\nName2=two\nName3=Test\n");
-    frmMultiSelect* window = open({QStringLiteral("A"), {}, QStringLiteral("1")}, "T");
-    grid(*window).setCurrentCell(1, 2);
-    EXPECT_FALSE(button(*window, 0).isEnabled());
-    QTest::keyClick(&grid(*window), Qt::Key_Return);
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_TRUE(set.isEmpty());
-}
-
 TEST_F(SelectionDialog, TheOwnerMayGoWhileAnEntryTakesEffect)
 {
     struct Ending : MultiSelectOwner
@@ -244,6 +181,17 @@ TEST_F(SelectionDialog, TheOwnerMayGoWhileAnEntryTakesEffect)
     window->showModeless(kRange, ending.window.get(), true);
     QTest::keyClick(&grid(*window), Qt::Key_Return);
     EXPECT_EQ(ending.calls, 1);
+}
+
+TEST_F(SelectionDialog, AnEntryWithoutAValueIsNotTaken)
+{
+    tables("[T]\nData1=0,1\nName1=one\nData2=0\nName2=two\nName3=Test\n");
+    frmMultiSelect* window = open({QStringLiteral("A"), {}, QStringLiteral("1")}, "T");
+    grid(*window).setCurrentCell(1, 2);
+    EXPECT_FALSE(button(*window, 0).isEnabled());
+    QTest::keyClick(&grid(*window), Qt::Key_Return);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(set.isEmpty());
 }
 
 } // namespace

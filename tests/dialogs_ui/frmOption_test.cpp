@@ -49,11 +49,6 @@ struct Change
     const char* calls;
 };
 
-void PrintTo(const Change& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
 class OptionChange : public OptionDialog, public ::testing::WithParamInterface<Change>
 {
 public:
@@ -85,15 +80,7 @@ INSTANTIATE_TEST_SUITE_P(
     All, OptionChange,
     ::testing::Values(
         Change{"Nothing", [](auto&, frmOption&) {}, "doCommCheck"},
-        Change{"LoadingScreen", [](auto&, frmOption& d) { toggle(d, 5); }, "doCommCheck"},
-        Change{"OffLine", [](auto&, frmOption& d) { toggle(d, 6); }, "doCommCheck"},
-        Change{"ColumnWidths", [](auto&, frmOption& d) { toggle(d, 3); }, "tranForm doCommCheck"},
         Change{"ForcedFont", [](auto&, frmOption& d) { toggle(d, 4); }, "tranForm doCommCheck"},
-        Change{"ForcedFontAndBack", [](auto&, frmOption& d) { toggle(d, 4), toggle(d, 4); }, "doCommCheck"},
-        Change{"Language",
-               [](auto&, frmOption& d) { d.findChild<QComboBox*>(QStringLiteral("Combo1"))->setCurrentIndex(0); },
-               "tranForm doCommCheck"},
-        Change{"FontCancelled", [](auto&, frmOption& d) { chooseFontIn(d); }, "doCommCheck"},
         Change{"FontChosen",
                [](OptionDialog& test, frmOption& d) {
                    static_cast<OptionChange&>(test).chosen = FontRecord{QStringLiteral("Mono"), 120, 0, -16, 0};
@@ -102,40 +89,11 @@ INSTANTIATE_TEST_SUITE_P(
                "tranForm doCommCheck"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(OptionDialog, ShowsTheSettings)
-{
-    load("ForceFont=Mono\nForceFontSize=10.5\nUseCommunicate=True\n");
-    open();
-    EXPECT_EQ(find<QTabWidget>("SSTab1")->currentIndex(), 0);
-    EXPECT_EQ(find<QComboBox>("Combo1")->currentText(), u"Japanese  [JP.txt  Ver(1.0)]");
-    EXPECT_EQ(find<QLabel>("Label1")->text(), u"Mono:10.5pt");
-    for (int i = 0; i < OptionValues::kChecks; ++i)
-        EXPECT_EQ(check(i)->isChecked(), i == 6) << i;
-    click("Command2");
-    EXPECT_EQ(offered, (FontRecord{QStringLiteral("Mono"), 105, 0, 0, 0}));
-    EXPECT_EQ(find<QLabel>("Label1")->text(), u"Mono:10.5pt") << "cancelled";
-}
-
-TEST_F(OptionDialog, LanguageOutsideTheListStaysInUse)
-{
-    load("", "[Language]\nLanguageMax=1\nLanguage1=English\nLanguageFile1=EN.txt\n");
-    open();
-    EXPECT_EQ(find<QComboBox>("Combo1")->currentIndex(), -1);
-    click("Command1_0");
-    EXPECT_EQ(box.context.languageFile, u"JP.txt");
-    EXPECT_EQ(calls, QStringList{QStringLiteral("doCommCheck")});
-}
-
 struct Leaving
 {
     const char* name;
     std::function<void(frmOption& dialog)> leave;
 };
-
-void PrintTo(const Leaving& row, std::ostream* out)
-{
-    *out << row.name;
-}
 
 class OptionLeaving : public OptionDialog, public ::testing::WithParamInterface<Leaving>
 {};
@@ -159,33 +117,12 @@ TEST_P(OptionLeaving, StoresNothingAndFreesTheOwner)
     EXPECT_EQ(find<QComboBox>("Combo1")->count(), 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, OptionLeaving,
-                         ::testing::Values(Leaving{"Cancel",
-                                                   [](frmOption& d) {
-                                                       d.findChild<QPushButton*>(QStringLiteral("Command1_1"))->click();
-                                                   }},
-                                           Leaving{"Escape", [](frmOption& d) { QTest::keyClick(&d, Qt::Key_Escape); }},
-                                           Leaving{"Closed", [](frmOption& d) { d.close(); }}),
-                         [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(OptionDialog, AnOwnerThatIsNotToBeDisabledStaysAsItIs)
-{
-    load();
-    open(false);
-    EXPECT_TRUE(owner.isEnabled());
-    EXPECT_FALSE(dialog->isModal());
-    owner.setEnabled(false);
-    dialog->close();
-    EXPECT_FALSE(owner.isEnabled()) << "somebody else's";
-}
-
-TEST_F(OptionDialog, TheOwnerIsFreeWhenTheDialogGoes)
-{
-    load();
-    open();
-    dialog.reset();
-    EXPECT_TRUE(owner.isEnabled());
-}
+INSTANTIATE_TEST_SUITE_P(
+    Ways, OptionLeaving,
+    ::testing::Values(Leaving{"Cancel",
+                              [](frmOption& d) { d.findChild<QPushButton*>(QStringLiteral("Command1_1"))->click(); }},
+                      Leaving{"Escape", [](frmOption& d) { QTest::keyClick(&d, Qt::Key_Escape); }}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(OptionDialog, SpeaksTheLanguageInUseEachTimeItOpens)
 {

@@ -43,16 +43,13 @@ TEST_F(Clipboard, PastesLikeEntries)
         const char* shown;
         int refused;
     } const rows[] = {
-        {"One", {1, 1}, "2.5", "A=2.5 C=off LO=0 HI=5", 0},
         {"OtherProgramsLines", {1, 1}, "2.5\r\non\r\n", "A=2.5 C=on LO=0 HI=5", 0},
         {"ColumnsBesideAreNoParameters", {1, 1}, "2.5\tx\ty", "A=2.5 C=off LO=0 HI=5", 0},
         {"OutsideAndUnknownChoice", {1, 1}, "9.1\nmaybe", "A=1.0 C=off LO=0 HI=5", 2},
-        {"SameAsShown", {1, 1}, "1.0\noff\n0\n5\ntext\n3", "A=1.0 C=off LO=0 HI=5", 0},
         {"ClosedCells", {5, 1}, "other\n4", "A=1.0 C=off LO=0 HI=5", 2},
         {"OneFillsTheRange", {3, 1, 4, 1}, "4", "A=1.0 C=off LO=4 HI=4", 0},
         {"OrderOfLimits", {3, 1}, "50\n60", "A=1.0 C=off LO=50 HI=60", 0},
         {"BeyondTheGrid", {30, 1}, "1\n2\n3", "A=1.0 C=off LO=0 HI=5", 0},
-        {"Empty", {1, 1}, "", "A=1.0 C=off LO=0 HI=5", 0},
     };
     for (const auto& row : rows) {
         parameters();
@@ -90,13 +87,11 @@ TEST_F(Hint, TellsLimitsMeaningOrWhyNot)
         const char* hint; // %1: the parameter's name
     } const rows[] = {
         {"VQSV1", "0.0 <= %1 <= 100.0"},
-        {"VQP1", "0.1 <= %1 <= 999.9"},
         {"VQOH1", "0.0 < %1 <= 105.0"},
         {"SWQCF", "%1: locked, a voltage or current input has no temperature unit"},
         {"VQAL1", "%1: locked, the alarm type does not use it"},
         {"PQRNO", "%1: double-click or press Enter to choose"},
         {"VQPV", "%1: shown only, cannot be changed"},
-        {"MQCODE", "%1: shown only, cannot be changed"},
     };
     const auto hintOf = [this](const char* tag) {
         const clsData& one = item(QLatin1String(tag));

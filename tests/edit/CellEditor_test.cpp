@@ -1,5 +1,6 @@
 #include "EditorFixture.h"
 #include "ItemLimits.h"
+#include "Table.h"
 
 #include <QSignalSpy>
 
@@ -7,28 +8,8 @@ namespace {
 
 TEST(Comparison, ComparesInSinglePrecision)
 {
-    struct
-    {
-        const char* left;
-        const char* sign;
-        const char* right;
-        bool holds;
-    } const rows[] = {
-        {"1", "=", "1.0", true},   {"1", "<>", "1.0", false},
-        {"1", "<>", "2", true},    {"1", "<", "1", false},
-        {"1", "<", "2", true},     {"1", "<=", "1", true},
-        {"1", "=<", "1", true},    {"2", "=<", "1", false},
-        {"1", ">", "1", false},    {"2", ">", "1", true},
-        {"1", ">=", "1", true},    {"1", "=>", "1", true},
-        {"1", "=>", "2", false},   {"10", "<", "9", false},
-        {"-2", "<", "-1", true},   {"16777217", "=", "16777216", true},
-        {"x", "<>", "1", false},   {"1", "<>", "", false},
-        {"1", "", "1", false},     {"1", "==", "1", false},
-        {"1e39", ">", "1", false},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(compareNumbers(QLatin1String(row.left), QLatin1String(row.sign), QLatin1String(row.right)), row.holds)
-            << row.left << row.sign << row.right;
+    for (const QStringList& row : tableRows("edit/comparisons.tsv"))
+        EXPECT_EQ(compareNumbers(row[0], row[1], row[2]), row[3] == u"1") << qPrintable(row.join(u' '));
 }
 
 class Editor : public EditorFixture
@@ -37,36 +18,14 @@ class Editor : public EditorFixture
 // Limits, signs and names as a definition may give them; what is told about a value that is refused.
 TEST_F(Editor, HoldsEntriesAgainstLimits)
 {
-    struct
-    {
-        const char* info; // decimals, lower, upper, signs
-        const char* keys;
-        const char* typed;
-        const char* told; // empty: taken
-    } const rows[] = {
-        {"0,0,1300,<=,<=", "Name=X", "1301", "It is outside the setting range.[ 0 <= ( X ) <= 1300 ]"},
-        {"0,0,1300,<,<", "", "0", "It is outside the setting range.[ 0 < InputRange < 1300 ]"},
-        {"0,0,1300,<=,<=", "", "0", ""},
-        {"0,0,1300,=<,<=", "", "0", ""},
-        {"0,0,1300,<=,<", "", "1300", "It is outside the setting range.[ 0 <= InputRange < 1300 ]"},
-        {"0,0,1300,<=,<=", "", "1300", ""},
-        {"0,0,1300,<=,?", "", "5", "It is outside the setting range.[ 0 <= InputRange ? 1300 ]"},
-        {"0,TAGOTHER,1300,<=,<=", "", "49", "It is outside the setting range.[ 50 <= InputRange <= 1300 ]"},
-        {"0,tagOTHER,1300,<=,<=", "", "50", ""},
-        {"0,TAGNONE,1300,<=,<=", "", "5", "It is outside the setting range.[  <= InputRange <= 1300 ]"},
-        {"0,TAG,1300,<=,<=", "", "5", "It is outside the setting range.[ TAG <= InputRange <= 1300 ]"},
-        {"1,0,1300,<=,<=", "", "12,5", ""},
-        {"1,0,1300,<=,<=", "", "0.5.5", "It is outside the setting range.[ 0 <= InputRange <= 1300 ]"},
-    };
-    for (const auto& row : rows) {
+    for (const QStringList& row : tableRows("edit/entries.tsv")) {
         record.texts.clear();
         record.messages.clear();
-        screen({QStringLiteral("A|Data|7|%1|%2").arg(QLatin1String(row.info), QLatin1String(row.keys)),
-                QStringLiteral("OTHER|Data|50|0,0,99,<=,<=")});
+        screen({QStringLiteral("A|Data|7|%1|%2").arg(row[0], row[1]), QStringLiteral("OTHER|Data|50|0,0,99,<=,<=")});
         const QString before = cell(QStringLiteral("A")).text;
-        const bool taken = enter(QStringLiteral("A=") + QLatin1String(row.typed));
-        EXPECT_EQ(taken, *row.told == '\0') << row.info << row.typed;
-        EXPECT_EQ(record.texts.join(u'\n').toStdString(), row.told);
+        const bool taken = enter(QStringLiteral("A=") + row[2]);
+        EXPECT_EQ(taken, row[3].isEmpty()) << qPrintable(row.join(u' '));
+        EXPECT_EQ(record.texts.join(u'\n').toStdString(), row[3].toStdString());
         EXPECT_EQ(item(QStringLiteral("A")).Data() == u"7", !taken);
         EXPECT_EQ(cell(QStringLiteral("A")).text, taken ? item(QStringLiteral("A")).VData() : before);
         if (!taken) {
@@ -74,20 +33,6 @@ TEST_F(Editor, HoldsEntriesAgainstLimits)
             EXPECT_EQ(record.messages[0].title, u"KX");
         }
     }
-}
-
-TEST_F(Editor, TellsInTheUsersLanguage)
-{
-    put(QStringLiteral("C:\\Vorlant\\Lang\\T.txt"),
-        "[JPN]\nIt is outside the setting range.=AUSSEN\nX=NAME\n[Lang]\nIt is outside the setting "
-        "range.=AUSSEN\nX=NAME\n");
-    box.context.languageFile = QStringLiteral("T.txt");
-    screen({QStringLiteral("A|Data|7|0,0,9,<=,<=|Name=X")});
-    enter(QStringLiteral("A=10"));
-    ASSERT_EQ(record.texts.size(), 1);
-    EXPECT_EQ(record.texts[0], library.tranStr(QStringLiteral("It is outside the setting range.")) +
-                                   QStringLiteral("[ 0 <= ( ") + library.tranStr(QStringLiteral("X")) +
-                                   QStringLiteral(" ) <= 9 ]"));
 }
 
 TEST_F(Editor, ClosedCellsTakeNothing)
@@ -124,23 +69,6 @@ TEST_F(Editor, WritesEventLines)
     EXPECT_EQ(marked(), "A C");
 }
 
-// The choice that a cell shows is taken over; a cell that shows none takes the item's.
-TEST_F(Editor, ComboCellsAreCheckedByTheirText)
-{
-    screen({QStringLiteral("C|Combo|7||ComboStrings=avbTabbvbTabb\nComboDatas=5vbTab6vbTab7")});
-    struct
-    {
-        const char* text;
-        const char* stored;
-    } const rows[] = {{"b", "7"}, {"a", "5"}, {"", "5"}, {"other", "5"}};
-    for (const auto& row : rows) {
-        grid.setText(1, 1, QLatin1String(row.text));
-        editor.checkCell(1, 1);
-        EXPECT_EQ(item(QStringLiteral("C")).Data(), QLatin1String(row.stored)) << row.text;
-        EXPECT_EQ(cell(QStringLiteral("C")).text, item(QStringLiteral("C")).VData());
-    }
-}
-
 TEST_F(Editor, SetsByTag)
 {
     screen({QStringLiteral("ABC3|Data|1|1,0,9,<=,<="), QStringLiteral("DEF10|Data|1|0,0,9,<=,<="),
@@ -164,18 +92,6 @@ TEST_F(Editor, SetsByTag)
     EXPECT_EQ(editor.getDataTempMax(), 4);
     EXPECT_EQ(editor.getDataTag(2), u"DEF10");
     EXPECT_TRUE(shell.calls.isEmpty());
-}
-
-TEST_F(Editor, TellsOptions)
-{
-    kx.setModel(QStringLiteral("KX410ABCDE--XYZ"));
-    struct
-    {
-        int index;
-        const char* text;
-    } const rows[] = {{-1, "KX4"}, {0, "KX41"}, {1, "0"}, {5, "D"}, {6, "-"}, {8, "Y"}, {9, ""}, {-2, ""}};
-    for (const auto& row : rows)
-        EXPECT_EQ(editor.getOptStr(row.index), QLatin1String(row.text)) << row.index;
 }
 
 // The input range goes out at once; what has gone out cannot be undone.
@@ -225,22 +141,6 @@ TEST_F(History, GoesBackAndForthInSteps)
     EXPECT_GE(changes.size(), 12);
 }
 
-TEST_F(History, NewEntryForgetsWhatWasUndone)
-{
-    screen({QStringLiteral("A|Data|1|0,0,9,<=,<=")});
-    enter(QStringLiteral("A=2"));
-    enter(QStringLiteral("A=3"));
-    editor.undo();
-    enter(QStringLiteral("A=4"));
-    EXPECT_FALSE(editor.canRedo());
-    editor.undo();
-    editor.undo();
-    EXPECT_EQ(item(QStringLiteral("A")).Data(), u"1");
-    EXPECT_EQ(item(QStringLiteral("A")).Edit, EditState::kUntouched);
-    editor.clear();
-    EXPECT_FALSE(editor.canRedo());
-}
-
 TEST_F(History, EndsWithTheModel)
 {
     screen({QStringLiteral("A|Data|1|0,0,9,<=,<=")});
@@ -267,6 +167,23 @@ TEST_F(History, IsBounded)
         editor.undo();
     EXPECT_EQ(steps, EditHistory::kMaxSteps);
     EXPECT_EQ(item(QStringLiteral("A")).Data(), u"6");
+}
+
+// The choice that a cell shows is taken over; a cell that shows none takes the item's.
+TEST_F(Editor, ComboCellsAreCheckedByTheirText)
+{
+    screen({QStringLiteral("C|Combo|7||ComboStrings=avbTabbvbTabb\nComboDatas=5vbTab6vbTab7")});
+    struct
+    {
+        const char* text;
+        const char* stored;
+    } const rows[] = {{"b", "7"}, {"a", "5"}, {"", "5"}, {"other", "5"}};
+    for (const auto& row : rows) {
+        grid.setText(1, 1, QLatin1String(row.text));
+        editor.checkCell(1, 1);
+        EXPECT_EQ(item(QStringLiteral("C")).Data(), QLatin1String(row.stored)) << row.text;
+        EXPECT_EQ(cell(QStringLiteral("C")).text, item(QStringLiteral("C")).VData());
+    }
 }
 
 } // namespace

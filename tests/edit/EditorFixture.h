@@ -9,7 +9,6 @@
 #include <QDir>
 #include <QStringList>
 
-#include <algorithm>
 #include <functional>
 
 // What the editor asks of the window, recorded; blocks by number.

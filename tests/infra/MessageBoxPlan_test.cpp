@@ -9,76 +9,40 @@
 
 namespace {
 
-struct PlanRow
+TEST(Plan, FollowsTheStyle)
 {
-    const char* name;
-    int style;
-    MessageIcon icon;
-    QStringList captions;
-    QList<int> results;
-    int defaultIndex;
-    int escapeResult;
-};
-
-class Plan : public ::testing::TestWithParam<PlanRow>
-{};
-
-TEST_P(Plan, FollowsTheStyle)
-{
-    const PlanRow& row = GetParam();
-    const MessageBoxPlan plan(row.style);
-    QStringList captions;
-    QList<int> results;
-    for (const MessageButton& button : plan.buttons()) {
-        captions << button.caption;
-        results << button.result;
-    }
-    EXPECT_EQ(plan.icon(), row.icon);
-    EXPECT_EQ(captions, row.captions);
-    EXPECT_EQ(results, row.results);
-    EXPECT_EQ(plan.defaultIndex(), row.defaultIndex);
-    EXPECT_EQ(plan.escapeResult(), row.escapeResult);
-}
-
-const QStringList kOk = {QStringLiteral("OK")};
-const QStringList kYesNo = {QStringLiteral("Yes"), QStringLiteral("No")};
-const QStringList kYesNoCancel = {QStringLiteral("Yes"), QStringLiteral("No"), QStringLiteral("Cancel")};
-
-INSTANTIATE_TEST_SUITE_P(
-    Styles, Plan,
-    ::testing::Values(
-        PlanRow{"Plain", 0, MessageIcon::None, kOk, {1}, 0, 1},
-        PlanRow{"OkCancel", 1, MessageIcon::None, {QStringLiteral("OK"), QStringLiteral("Cancel")}, {1, 2}, 0, 2},
-        PlanRow{"StopRetryDisregard",
-                2,
-                MessageIcon::None,
-                {QStringLiteral("Stop"), QStringLiteral("Retrial"), QStringLiteral("Disregard")},
-                {3, 4, 5},
-                0,
-                3},
-        PlanRow{
-            "RetryCancel", 5, MessageIcon::None, {QStringLiteral("Retrial"), QStringLiteral("Cancel")}, {4, 2}, 0, 2},
-        PlanRow{"QuestionNoIsDefault", 4 + 32 + 256, MessageIcon::Question, kYesNo, {6, 7}, 1, 7},
-        PlanRow{"ThirdIsDefault", 3 + 48 + 512, MessageIcon::Exclamation, kYesNoCancel, {6, 7, 2}, 2, 2},
-        PlanRow{"ThirdBeforeSecond", 3 + 256 + 512, MessageIcon::None, kYesNoCancel, {6, 7, 2}, 2, 2},
-        PlanRow{"DefaultThatIsNotThere", 4 + 512, MessageIcon::None, kYesNo, {6, 7}, 0, 7},
-        PlanRow{"Stop", 16, MessageIcon::Stop, kOk, {1}, 0, 1},
-        PlanRow{"Information", 64, MessageIcon::Information, kOk, {1}, 0, 1},
-        PlanRow{"InformationBeforeStop", 64 + 16, MessageIcon::Information, kYesNo, {6, 7}, 0, 7},
-        PlanRow{"SetsRepeatEverySix", 6 + 3, MessageIcon::None, kYesNoCancel, {6, 7, 2}, 0, 2},
-        PlanRow{"Negative", -1 & ~(64 + 256 + 512), MessageIcon::Exclamation, kOk, {1}, 0, 1}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-TEST(MessageText, BreaksItsLines)
-{
-    struct Row
+    using Icon = MessageIcon;
+    const struct
     {
-        const char* prompt;
-        const char* shown;
+        const char* name;
+        int style;
+        Icon icon;
+        const char* buttons; // caption and code
+        int defaultIndex;
+        int escapeResult;
+    } rows[] = {
+        {"plain", 0, Icon::None, "OK 1", 0, 1},
+        {"OK, Cancel", 1, Icon::None, "OK 1|Cancel 2", 0, 2},
+        {"stop, retry, disregard", 2 + 16, Icon::Stop, "Stop 3|Retrial 4|Disregard 5", 0, 3},
+        {"retry, cancel", 5, Icon::None, "Retrial 4|Cancel 2", 0, 2},
+        {"No is the default", 4 + 32 + 256, Icon::Question, "Yes 6|No 7", 1, 7},
+        {"third before second", 3 + 48 + 256 + 512, Icon::Exclamation, "Yes 6|No 7|Cancel 2", 2, 2},
+        {"default that is not there", 4 + 512, Icon::None, "Yes 6|No 7", 0, 7},
+        {"information before stop", 64 + 16, Icon::Information, "Yes 6|No 7", 0, 7},
+        {"sets repeat every six", 6 + 3, Icon::None, "Yes 6|No 7|Cancel 2", 0, 2},
+        {"negative", -1 & ~(64 + 256 + 512), Icon::Exclamation, "OK 1", 0, 1},
     };
-    for (const Row& row : {Row{"one.vbCrLftwo.", "one.\ntwo."}, Row{"vbCrLf", "\n"}, Row{"a\r\nb", "a\nb"},
-                           Row{"vbcrlf stays", "vbcrlf stays"}})
-        EXPECT_EQ(MessageBoxPlan::shownText(QLatin1String(row.prompt)), QLatin1String(row.shown));
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const MessageBoxPlan plan(row.style);
+        QStringList buttons;
+        for (const MessageButton& button : plan.buttons())
+            buttons << button.caption + u' ' + QString::number(button.result);
+        EXPECT_EQ(plan.icon(), row.icon);
+        EXPECT_EQ(buttons.join(u'|').toStdString(), row.buttons);
+        EXPECT_EQ(plan.defaultIndex(), row.defaultIndex);
+        EXPECT_EQ(plan.escapeResult(), row.escapeResult);
+    }
 }
 
 TEST(ShowMessage, WithoutAPresenterIsLoggedAndTakesTheDefault)
@@ -92,27 +56,6 @@ TEST(ShowMessage, WithoutAPresenterIsLoggedAndTakesTheDefault)
     QFile file(box.path(QStringLiteral("C:\\Vorlant\\Err.log")));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.readAll().contains("[LibraryError]showMessage: Nobody reads this"));
-}
-
-TEST(ShowMessage, GoesToTheContextsPresenter)
-{
-    struct Presenter : MessagePresenter
-    {
-        int present(const Message& message) override
-        {
-            got = message;
-            return MessageResult::kRetry;
-        }
-        Message got;
-    } presenter;
-    TestMachine box;
-    box.context.messages = &presenter;
-    const clsLibrary library(box.context);
-    EXPECT_EQ(library.showMessage(QStringLiteral("Again?"), 5, QStringLiteral("Line"), 3), MessageResult::kRetry);
-    EXPECT_EQ(presenter.got.prompt, u"Again?");
-    EXPECT_EQ(presenter.got.style, 5);
-    EXPECT_EQ(presenter.got.title, u"Line");
-    EXPECT_EQ(presenter.got.timerSeconds, 3);
 }
 
 } // namespace

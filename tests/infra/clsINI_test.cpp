@@ -1,8 +1,6 @@
 #include "clsINI.h"
 
 #include "TestMachine.h"
-#include "clsCfg.h"
-#include "clsLibrary.h"
 #include "clsLog.h"
 
 #include <QDir>
@@ -45,16 +43,6 @@ TEST_F(Ini, MissingKeyIsWrittenBackUnlessReadOnly)
     EXPECT_EQ(content(file()), "[S]\r\nA=1\r\nB=\r\n");
     EXPECT_EQ(get("B", "x"), u"x") << "an empty value reads as the default";
     EXPECT_EQ(content(file()), "[S]\r\nA=1\r\nB=x\r\n");
-}
-
-TEST_F(Ini, ValuesHaveTextForms)
-{
-    const QString s = QStringLiteral("S");
-    ini.PutIniData(s, QStringLiteral("bool"), true);
-    ini.PutIniData(s, QStringLiteral("long"), -5);
-    ini.PutIniData(s, QStringLiteral("single"), 0.1F);
-    ini.PutIniData(s, QStringLiteral("none"), QVariant());
-    EXPECT_EQ(content(file()), "[S]\r\nbool=True\r\nlong=-5\r\nsingle=0.1\r\n");
 }
 
 TEST_F(Ini, LongValueIsCut)
@@ -103,53 +91,6 @@ TEST_F(Ini, FailureIsLoggedOnceAndTheDefaultStands)
     const QByteArray logged = content(box.path(QStringLiteral("C:\\Vorlant\\Err.log")));
     EXPECT_EQ(logged.count(box.machine.codePage.fromText(QStringLiteral("Exception error　556->"))), 1);
     EXPECT_TRUE(logged.contains("t.ini"));
-}
-
-TEST_F(Ini, SettingsFillThemselves)
-{
-    clsLibrary library(box.context);
-    clsCfg settings;
-    settings.init(&library);
-    settings.load();
-    const QString path = box.path(QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini"));
-    EXPECT_EQ(content(path).count('='), 15);
-    library.saveINIParam(QStringLiteral("Setting"), QStringLiteral("ShowSendConfForm"), QStringLiteral("yes"));
-    library.saveINIParam(QStringLiteral("Setting"), QStringLiteral("UseCommunicate"), 1);
-    library.saveINIParam(QStringLiteral("Setting"), QStringLiteral("ForceFontCharSet"), QStringLiteral("abc"));
-    settings.load();
-    EXPECT_FALSE(settings.m_bViewSendConf);
-    EXPECT_TRUE(settings.m_bComm);
-    EXPECT_EQ(settings.m_lCharSet, 0);
-    settings.save();
-    EXPECT_TRUE(content(path).contains("UseCommunicate=True"));
-}
-
-TEST_F(Ini, LibraryHelpers)
-{
-    const clsLibrary library(box.context);
-    EXPECT_FALSE(library.toBoolean(QStringLiteral(" True"), true));
-    EXPECT_FALSE(library.toBoolean(QStringLiteral("-1"), true));
-    EXPECT_EQ(library.toLong(QStringLiteral("3.5"), 0), 4);
-    EXPECT_EQ(library.toLong(QStringLiteral("abc"), 7), 7);
-    EXPECT_TRUE(library.MakeDir(QStringLiteral("C:\\a\\b\\c")));
-    EXPECT_TRUE(library.DirExists(QStringLiteral("c:\\A\\B\\C")));
-    EXPECT_FALSE(library.MakeDir(QStringLiteral("C:\\a\\\\b")));
-    EXPECT_FALSE(library.MakeDir(QStringLiteral("Q:\\a\\b")));
-    EXPECT_EQ(library.GetCommand(QStringLiteral("/Lfile.txt /X"), QStringLiteral("/L"), true), u"file.txt ");
-    EXPECT_EQ(library.HexString(QByteArray::fromHex("01abff")), u"01ABFF");
-    EXPECT_EQ(library.getAdrString(7), u"07");
-    EXPECT_EQ(library.GetFileTitleEx(QStringLiteral("C:\\x\\archive.tar.gz")), u"archive.tar");
-    for (const char16_t* path : {u"\\a", u"C:\\a:b", u"C:/a", u"", u":x"})
-        EXPECT_FALSE(library.PathName_Check(QString::fromUtf16(path)));
-    EXPECT_TRUE(library.PathName_Check(QStringLiteral("\\\\host")));
-    EXPECT_FALSE(library.FileName_Check(QStringLiteral("xFcCounterx"), 1));
-    EXPECT_TRUE(library.FileName_Check(QStringLiteral("xFcCounterx"), 0));
-    EXPECT_EQ(library.StrToColor(QStringLiteral(" vbRed "), 1), 255);
-    EXPECT_EQ(library.StrToColor(QStringLiteral("RGB.0.128.255"), 1), 0xFF8000);
-    EXPECT_EQ(library.StrToColor(QStringLiteral("RGB.1"), 1), 1);
-    EXPECT_EQ(library.StrToColor(QStringLiteral("VBRED"), 1), 0);
-    EXPECT_EQ(library.StrToColor(QStringLiteral("vbHighlight"), 1),
-              library.ToCOLOEREF(static_cast<qint32>(0x8000000D)));
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "TestMachine.h"
 
-#include <QDir>
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -16,11 +15,7 @@ protected:
         log.setLogPath(QStringLiteral("C:\\Vorlant\\Log\\\\"));
         log.setLogFileName(QStringLiteral("L.log"));
     }
-    QByteArray content()
-    {
-        QFile file(box.path(QStringLiteral("C:\\Vorlant\\Log\\L.log")));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray content() { return box.content(QStringLiteral("C:\\Vorlant\\Log\\L.log")); }
     int last() { return static_cast<quint8>(content().at(8)); }
     QByteArray body(int n, int size) { return content().mid(16 + (n - 1) * size + 25, size - 27); }
 

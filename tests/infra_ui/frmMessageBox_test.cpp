@@ -5,7 +5,6 @@
 #include "clsLibrary.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
@@ -46,18 +45,6 @@ protected:
 
     QPushButton* button(int index) { return form.findChild<QPushButton*>(QStringLiteral("cmdCommand_%1").arg(index)); }
     QLabel* label() { return form.findChild<QLabel*>(QStringLiteral("lblMessage")); }
-    QString file(const char* name) const { return box.path(QLatin1String(name)); }
-    void write(const QString& path, const QByteArray& bytes)
-    {
-        QFile out(path);
-        ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size());
-    }
-    QByteArray content(const QString& path) const
-    {
-        QFile in(path);
-        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
-    }
-
     TestMachine box;
     clsLibrary library{box.context};
     QWidget owner;
@@ -71,16 +58,6 @@ struct Answer
     std::function<void(QWidget& form, QPushButton* focused)> user;
     int result;
 };
-
-class MessageAnswer : public MessageBox, public ::testing::WithParamInterface<Answer>
-{};
-
-TEST_P(MessageAnswer, IsTheButtonsCode)
-{
-    const int result =
-        ask(GetParam().style, [this] { GetParam().user(form, qobject_cast<QPushButton*>(form.focusWidget())); });
-    EXPECT_EQ(result, GetParam().result);
-}
 
 const auto kEscape = [](QWidget& form, QPushButton*) { QTest::keyClick(&form, Qt::Key_Escape); };
 const auto kClose = [](QWidget& form, QPushButton*) { form.close(); };
@@ -98,19 +75,23 @@ std::function<void(QWidget& form, QPushButton*)> click(int index)
     };
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Ways, MessageAnswer,
-    ::testing::Values(Answer{"Yes", 4 + 32 + 256, click(0), 6}, Answer{"No", 4, click(1), 7},
-                      Answer{"Third", 2, click(2), 5}, Answer{"EnterTakesTheFirst", 4, kEnter, 6},
-                      Answer{"EnterTakesTheDefault", 4 + 256, kEnter, 7},
-                      Answer{"SpaceTakesTheDefault", 3 + 512, kFocused, 2}, Answer{"EscapeCancels", 3, kEscape, 2},
-                      Answer{"EscapeSaysNo", 4, kEscape, 7}, Answer{"EscapeFromANotice", 16, kEscape, 1},
-                      Answer{"EscapeStops", 2, kEscape, 3}, Answer{"CloseButtonSaysNo", 4 + 48, kClose, 7}),
-    [](const auto& row) { return std::string(row.param.name); });
+TEST_F(MessageBox, AnswerIsTheButtonsCode)
+{
+    for (const Answer& row :
+         {Answer{"Yes", 4 + 32 + 256, click(0), 6}, Answer{"Third", 2, click(2), 5},
+          Answer{"EnterTakesTheDefault", 4 + 256, kEnter, 7}, Answer{"SpaceTakesTheDefault", 3 + 512, kFocused, 2},
+          Answer{"EscapeSaysNo", 4, kEscape, 7}, Answer{"EscapeFromANotice", 16, kEscape, 1},
+          Answer{"CloseButtonSaysNo", 4 + 48, kClose, 7}}) {
+        SCOPED_TRACE(row.name);
+        const int result =
+            ask(row.style, [this, &row] { row.user(form, qobject_cast<QPushButton*>(form.focusWidget())); });
+        EXPECT_EQ(result, row.result);
+    }
+}
 
 TEST_F(MessageBox, TextsComeFromTheLanguageFile)
 {
-    write(file("C:\\Vorlant\\Lang\\XX.txt"), "[Language]\r\nYes=はい(&Y)\r\nNo=いいえ(&N)\r\n");
+    box.put(QStringLiteral("C:\\Vorlant\\Lang\\XX.txt"), "[Language]\r\nYes=はい(&Y)\r\nNo=いいえ(&N)\r\n");
     ask(QStringLiteral("Weiter?vbCrLf<b>"), 4, [this] {
         EXPECT_EQ(button(0)->text(), QStringLiteral("はい(&Y)"));
         EXPECT_EQ(button(1)->text(), QStringLiteral("いいえ(&N)"));
@@ -118,7 +99,7 @@ TEST_F(MessageBox, TextsComeFromTheLanguageFile)
         EXPECT_EQ(form.windowTitle(), u"Vorlant");
         form.reject();
     });
-    EXPECT_TRUE(content(file("C:\\Vorlant\\Lang\\XX.txt")).contains("frmMessageBox-cmdCommand-2="));
+    EXPECT_TRUE(box.content(QStringLiteral("C:\\Vorlant\\Lang\\XX.txt")).contains("frmMessageBox-cmdCommand-2="));
 }
 
 TEST_F(MessageBox, IsSetUpAnewForEachMessage)
@@ -158,76 +139,35 @@ TEST_F(MessageBox, ClosesItselfWithItsDefaultButton)
     EXPECT_EQ(result, 7);
 }
 
-TEST_F(MessageBox, WithoutATimeLimitItStays)
-{
-    ask(
-        0, [this] { form.close(); }, 5); // its limit is not the next one's
-    for (const int seconds : {0, -1}) {
-        ask(
-            0,
-            [this, seconds] {
-                box.clock.advance(1000 * 3600);
-                EXPECT_TRUE(form.isVisible()) << seconds;
-                form.close();
-            },
-            seconds);
-    }
-}
-
-TEST_F(MessageBox, KeepsItsPlaceInTheLayoutFile)
-{
-    QPoint at;
-    ask(0, [&] {
-        at = form.pos();
-        form.close();
-    });
-    const QByteArray saved = content(file("C:\\Users\\AppData\\Vorlan\\VorlantPos.ini"));
-    EXPECT_TRUE(saved.contains("[frmMessageBox]\r\nLEFT=" + QByteArray::number(at.x() * 15))) << saved.toStdString();
-}
-
 struct Prompt
 {
     const char* name;
     QString text;
 };
 
-class MessageRoom : public MessageBox, public ::testing::WithParamInterface<Prompt>
-{};
-
-TEST_P(MessageRoom, NothingIsCut)
+TEST_F(MessageBox, NothingIsCut)
 {
-    write(file("C:\\Vorlant\\Lang\\XX.txt"),
-          "[Language]\r\nStop=処理を途中で中止します(&S)\r\nDisregard=Ignorieren\r\n");
-    ask(GetParam().text, 2, [this] {
-        const QRect room = form.screen()->availableGeometry();
-        EXPECT_TRUE(room.contains(form.geometry())) << form.width() << "x" << form.height();
-        EXPECT_GE(label()->height(), label()->heightForWidth(label()->width()));
-        const QRect area = label()->parentWidget()->parentWidget()->geometry();
-        for (int i = 0; i < 3; ++i) {
-            EXPECT_TRUE(form.rect().contains(button(i)->geometry())) << i;
-            EXPECT_GE(button(i)->width(), button(i)->sizeHint().width()) << i;
-            EXPECT_LE(area.bottom(), button(i)->y()) << i;
-            EXPECT_TRUE(i == 0 || button(i)->x() > button(i - 1)->geometry().right()) << i;
-        }
-        form.reject();
-    });
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Texts, MessageRoom,
-    ::testing::Values(Prompt{"Empty", QString()}, Prompt{"Short", QStringLiteral("OK?")},
-                      Prompt{"OneLongLine", QStringLiteral("Please acquire the up-to-date data. ").repeated(30)},
-                      Prompt{"Japanese", QStringLiteral("最新のデータを機器から取得してください。").repeated(30)},
-                      Prompt{"OneLongWord", QString(400, u'W')},
-                      Prompt{"ManyLines", QStringLiteral("x\n").repeated(200)}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(MessageBox, AWiderPromptMakesAWiderBox)
-{
-    ask(QStringLiteral("Please acquire the up-to-date data from the equipment."), 0, [this] {
-        EXPECT_NEAR(form.width(), label()->width() + 2420 / 15, 1);
-        form.close();
-    });
+    for (const Prompt& row :
+         {Prompt{"Empty", QString()},
+          Prompt{"OneLongLine", QStringLiteral("Please acquire the up-to-date data. ").repeated(30)},
+          Prompt{"OneLongWord", QString(400, u'W')}, Prompt{"ManyLines", QStringLiteral("x\n").repeated(200)}}) {
+        SCOPED_TRACE(row.name);
+        box.put(QStringLiteral("C:\\Vorlant\\Lang\\XX.txt"),
+                "[Language]\r\nStop=処理を途中で中止します(&S)\r\nDisregard=Ignorieren\r\n");
+        ask(row.text, 2, [this] {
+            const QRect room = form.screen()->availableGeometry();
+            EXPECT_TRUE(room.contains(form.geometry())) << form.width() << "x" << form.height();
+            EXPECT_GE(label()->height(), label()->heightForWidth(label()->width()));
+            const QRect area = label()->parentWidget()->parentWidget()->geometry();
+            for (int i = 0; i < 3; ++i) {
+                EXPECT_TRUE(form.rect().contains(button(i)->geometry())) << i;
+                EXPECT_GE(button(i)->width(), button(i)->sizeHint().width()) << i;
+                EXPECT_LE(area.bottom(), button(i)->y()) << i;
+                EXPECT_TRUE(i == 0 || button(i)->x() > button(i - 1)->geometry().right()) << i;
+            }
+            form.reject();
+        });
+    }
 }
 
 TEST_F(MessageBox, PresenterAsksOverItsWindowAndWhileABoxIsOpen)

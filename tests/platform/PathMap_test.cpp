@@ -1,5 +1,7 @@
 #include "PathMap.h"
 
+#include "Table.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -29,41 +31,11 @@ protected:
     PathMap paths;
 };
 
-struct Lookup
+TEST_F(Paths, AreFound)
 {
-    const char* name;
-    const char* desktop;
-    const char* machine; // below the drive's folder; null: no machine path
-};
-
-class PathLookup : public Paths, public ::testing::WithParamInterface<Lookup>
-{};
-
-TEST_P(PathLookup, FindsTheMachinePath)
-{
-    const QString found = paths.toMachine(QString::fromUtf8(GetParam().desktop));
-    const QString expected = GetParam().machine == nullptr ? QString() : root + QString::fromUtf8(GetParam().machine);
-    EXPECT_EQ(found.toStdString(), expected.toStdString());
+    for (const QStringList& row : tableRows("platform/paths.tsv"))
+        EXPECT_EQ(paths.toMachine(row[1]), row[2] == u"<none>" ? QString() : root + row[2]) << qPrintable(row[0]);
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, PathLookup,
-    ::testing::Values(Lookup{"AsWritten", "C:\\Program\\Ini\\Model.INI", "/Program/Ini/Model.INI"},
-                      Lookup{"OtherCase", "c:\\PROGRAM\\ini\\model.ini", "/Program/Ini/Model.INI"},
-                      Lookup{"ForwardSlashes", "C:/program/ini/model.ini", "/Program/Ini/Model.INI"},
-                      Lookup{"DoubledSlashes", "C:\\\\Program\\\\Ini\\Model.INI", "/Program/Ini/Model.INI"},
-                      Lookup{"TrailingSlash", "C:\\program\\data\\", "/Program/DATA"},
-                      Lookup{"MissingFile", "C:\\program\\ini\\New.ini", "/Program/Ini/New.ini"},
-                      Lookup{"MissingFolder", "C:\\program\\None\\New.ini", "/Program/None/New.ini"},
-                      Lookup{"Japanese", "C:\\program\\設定.ini", "/Program/設定.ini"}, Lookup{"Root", "C:\\", ""},
-                      Lookup{"DriveOnly", "C:", ""}, Lookup{"NoSlashBehindTheDrive", "C:program2", "/program2"},
-                      Lookup{"NeighbourOfTheDrive", "C:-neighbour", "/-neighbour"},
-                      Lookup{"UnmountedDrive", "Q:\\Program", nullptr},
-                      Lookup{"NetworkPath", "\\\\server\\share\\file.ini", nullptr},
-                      Lookup{"NoDrive", "Program\\Ini", nullptr}, Lookup{"BackslashOnly", "\\Program", nullptr},
-                      Lookup{"MachinePath", "/etc", nullptr}, Lookup{"Letter", "C", nullptr},
-                      Lookup{"Empty", "", nullptr}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(Paths, ExactCaseWinsOverAnother)
 {
@@ -101,14 +73,6 @@ TEST_F(Paths, LongestMountedFolderNamesTheDrive)
     EXPECT_TRUE(paths.toDesktop(root + QStringLiteral("-neighbour")).startsWith(u"Z:\\"));
 }
 
-TEST_F(Paths, DesktopPathComesBack)
-{
-    for (const char* below : {"/Program/Ini/Model.INI", "/Program/New folder/設定.ini", ""}) {
-        const QString machine = root + QString::fromUtf8(below);
-        EXPECT_EQ(paths.toMachine(paths.toDesktop(machine)), machine);
-    }
-}
-
 TEST_F(Paths, FilesAndFoldersAreToldApart)
 {
     EXPECT_TRUE(paths.fileExists(QStringLiteral("C:\\program\\ini\\MODEL.ini")));
@@ -118,36 +82,6 @@ TEST_F(Paths, FilesAndFoldersAreToldApart)
     EXPECT_FALSE(paths.dirExists(QStringLiteral("Q:\\")));
     EXPECT_EQ(paths.filesIn(QStringLiteral("C:\\PROGRAM\\INI")), QStringList{QStringLiteral("Model.INI")});
     EXPECT_TRUE(paths.filesIn(QStringLiteral("Q:\\")).isEmpty()) << "not the working folder's files";
-}
-
-TEST_F(Paths, OneLevelIsMade)
-{
-    EXPECT_TRUE(paths.makeOneDir(QStringLiteral("C:\\program\\Log")));
-    EXPECT_TRUE(QDir(root + QStringLiteral("/Program/Log")).exists()) << "below the folder that is there";
-    EXPECT_TRUE(paths.makeOneDir(QStringLiteral("C:\\PROGRAM\\LOG"))) << "it exists already";
-    EXPECT_EQ(QDir(root + QStringLiteral("/Program")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 3);
-    EXPECT_FALSE(paths.makeOneDir(QStringLiteral("C:\\a\\b")));
-    EXPECT_FALSE(paths.makeOneDir(QStringLiteral("C:\\program\\ini\\model.ini")));
-    EXPECT_FALSE(paths.makeOneDir(QStringLiteral("Q:\\a")));
-}
-
-TEST_F(Paths, DriveTypes)
-{
-    for (const char16_t* fixed : {u"C:", u"c:\\", u"Z:\\"})
-        EXPECT_EQ(paths.driveType(QString::fromUtf16(fixed)), PathMap::DriveType::Fixed);
-    for (const char16_t* none : {u"Q:\\", u"C", u"", u"\\\\s", u"C:\\Program"})
-        EXPECT_EQ(paths.driveType(QString::fromUtf16(none)), PathMap::DriveType::NoRoot);
-}
-
-TEST_F(Paths, DiskSpaceOfAMountedDriveOnly)
-{
-    qint64 total = -1;
-    qint64 free = -1;
-    EXPECT_FALSE(paths.diskSpace(QStringLiteral("Q:\\"), total, free));
-    EXPECT_EQ(total, -1);
-    ASSERT_TRUE(paths.diskSpace(QStringLiteral("C:\\"), total, free));
-    EXPECT_GT(total, 0);
-    EXPECT_LE(free, total);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "TerminationSignals.h"
 
-#include <QCoreApplication>
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 

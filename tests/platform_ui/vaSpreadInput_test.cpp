@@ -1,4 +1,3 @@
-#include "PaletteColors.h"
 #include "SpreadFixture.h"
 
 #include <QAbstractItemView>
@@ -69,11 +68,8 @@ TEST_F(SpreadInput, LeavingAnEditorGoesOn)
 {
     const Leaving rows[] = {
         {"Enter goes down", 1, "9", Qt::Key_Return, {}, "9", "2,2"},
-        {"Enter of the number pad", 1, "9", Qt::Key_Enter, {}, "9", "2,2"},
         {"Enter of the last in its column", 5, "9", Qt::Key_Return, {}, "9", "1,3"},
-        {"Enter with nothing changed", 1, nullptr, Qt::Key_Return, {}, nullptr, "2,2"},
         {"Tab goes right", 1, "9", Qt::Key_Tab, {}, "9", "1,3"},
-        {"Tab around the end", 5, "9", Qt::Key_Tab, {}, "9", "1,2"},
         {"Tab back", 5, "9", Qt::Key_Backtab, Qt::ShiftModifier, "9", "2,2"},
         {"Escape stays", 1, "9", Qt::Key_Escape, {}, nullptr, "1,2"},
     };
@@ -109,17 +105,6 @@ TEST_F(SpreadInput, EntryIsToldWhenTheEditorIsGone)
     leave(line(), Qt::Key_Return);
     EXPECT_EQ(edited.count(), 1);
     EXPECT_FALSE(spread.currentIndex().isValid());
-}
-
-TEST_F(SpreadInput, AClickElsewhereTakesTheEntry)
-{
-    select(1);
-    QTest::keyClicks(&spread, QStringLiteral("9"));
-    click(4);
-    settle();
-    ASSERT_EQ(edited.count(), 1);
-    EXPECT_EQ(edited[0], (QList<QVariant>{2, 1, QStringLiteral("9")}));
-    EXPECT_EQ(current(), "4,2");
 }
 
 class SpreadList : public SpreadInput
@@ -166,20 +151,6 @@ TEST_F(SpreadList, OpensAndTellsItsChoiceOnce)
     }
 }
 
-TEST_F(SpreadList, TypingLooksForAChoice)
-{
-    for (const Qt::Key end : {Qt::Key_Escape, Qt::Key_Return}) {
-        press(Qt::Key_T);
-        settle();
-        ASSERT_TRUE(isListOpen());
-        EXPECT_EQ(combo()->currentText(), u"T");
-        EXPECT_EQ(chosen.count(), 0) << "found, not chosen";
-        inList(end);
-        EXPECT_EQ(chosen.count(), end == Qt::Key_Return ? 1 : 0);
-    }
-    EXPECT_EQ(chosen[0], (QList<QVariant>{2, 2, 2}));
-}
-
 TEST_F(SpreadList, AChoiceByTheMouseIsToldOnce)
 {
     const int interval = QApplication::doubleClickInterval();
@@ -196,19 +167,6 @@ TEST_F(SpreadList, AChoiceByTheMouseIsToldOnce)
     QApplication::setDoubleClickInterval(interval);
     ASSERT_EQ(chosen.count(), 1);
     EXPECT_EQ(chosen[0], (QList<QVariant>{2, 2, 0}));
-}
-
-TEST_F(SpreadList, StaysShutWhereItIsNotMeant)
-{
-    clickAt(middle(2));
-    EXPECT_EQ(combo(), nullptr) << "a click beside the arrow selects the cell";
-    grid.setLocked(2, 2, true);
-    clickAt(arrow(2));
-    press(Qt::Key_F4);
-    EXPECT_EQ(combo(), nullptr) << "locked";
-    select(1);
-    key(Qt::Key_F4);
-    EXPECT_EQ(line(), nullptr) << "no list";
 }
 
 TEST_F(SpreadList, TheWheelChangesNoChoice)
@@ -243,13 +201,6 @@ TEST_F(SpreadInput, EnterOnACellIsTold)
     EXPECT_EQ(pressed.count(), 0);
 }
 
-TEST_F(SpreadInput, ADoubleClickOnAButtonPressesItOnce)
-{
-    doubleClick(3);
-    EXPECT_EQ(pressed.count(), 1);
-    EXPECT_EQ(doubleClicked.count(), 1);
-}
-
 TEST_F(SpreadInput, KeysGoWhereSomethingIs)
 {
     struct Row
@@ -262,13 +213,10 @@ TEST_F(SpreadInput, KeysGoWhereSomethingIs)
     };
     const Row rows[] = {{"Home", 1, Qt::Key_Home, {}, "1,2"},
                         {"End", 1, Qt::Key_End, {}, "1,3"},
-                        {"Home of the sheet", 4, Qt::Key_Home, Qt::ControlModifier, "1,2"},
                         {"End of the sheet", 1, Qt::Key_End, Qt::ControlModifier, "5,2"},
                         {"End of an empty row", 6, Qt::Key_End, {}, "6,3"},
                         {"Tab", 3, Qt::Key_Tab, {}, "5,2"},
-                        {"Tab back", 3, Qt::Key_Backtab, Qt::ShiftModifier, "2,2"},
-                        {"Page down", 1, Qt::Key_PageDown, {}, "6,2"},
-                        {"Page up", 6, Qt::Key_PageUp, {}, "1,2"}};
+                        {"Page down", 1, Qt::Key_PageDown, {}, "6,2"}};
     for (const Row& row : rows) {
         select(row.from);
         QTest::keyClick(&spread, row.key, row.modifiers);
@@ -313,23 +261,30 @@ TEST_F(SpreadInput, CopyAndPasteAreAskedFor)
     EXPECT_EQ(pasted.count(), 1) << "nothing to paste";
 }
 
-TEST_F(SpreadInput, EditorsLookLikeTheirCells)
+TEST_F(SpreadInput, AColumnDraggedByItsHeaderIsWiderInTheGrid)
 {
-    for (const int row : {1, 2}) {
-        Cell cell = grid.cell(row, 2);
-        cell.font = platform::CellFont{QString(), 17, true};
-        cell.align = platform::HAlign::Right;
-        grid.setCell(row, 2, cell);
-        grid.setRowHeight(row, 30);
-        auto* editor = edit<QWidget>(row);
-        ASSERT_NE(editor, nullptr) << row;
-        EXPECT_EQ(editor->font().pointSizeF(), 17) << row;
-        EXPECT_TRUE(editor->font().bold()) << row;
-        EXPECT_EQ(editor->geometry(), spread.visualRect(spread.currentIndex())) << row;
-        const auto* text = qobject_cast<QLineEdit*>(editor);
-        EXPECT_TRUE(text == nullptr || text->alignment().testFlag(Qt::AlignRight)) << row;
-        leave(editor, Qt::Key_Escape);
-    }
+    grid.setColHeader(2, QStringLiteral("Low end"), platform::HAlign::Right);
+    EXPECT_EQ(grid.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), u"Low end");
+    EXPECT_EQ(grid.headerData(2, Qt::Horizontal, Qt::DisplayRole).toString(), u"C");
+    spread.showColHeaders();
+    const double before = grid.colWidth(2);
+    spread.horizontalHeader()->resizeSection(1, 2 * spread.columnWidth(1));
+    EXPECT_NEAR(grid.colWidth(2), 2 * before, 0.2);
+    grid.setColWidth(2, 20);
+    EXPECT_EQ(grid.colWidth(2), 20) << "and not rounded to pixels when it is set";
+}
+
+TEST_F(SpreadList, StaysShutWhereItIsNotMeant)
+{
+    clickAt(middle(2));
+    EXPECT_EQ(combo(), nullptr) << "a click beside the arrow selects the cell";
+    grid.setLocked(2, 2, true);
+    clickAt(arrow(2));
+    press(Qt::Key_F4);
+    EXPECT_EQ(combo(), nullptr) << "locked";
+    select(1);
+    key(Qt::Key_F4);
+    EXPECT_EQ(line(), nullptr) << "no list";
 }
 
 // Relative luminance and contrast of the Web Content Accessibility Guidelines 2.1.
@@ -349,11 +304,8 @@ TEST_F(SpreadInput, TheFocusIsSeenOnEveryColour)
         platform::ColorRef back;
         QRgb highlight;
     };
-    const Row rows[] = {{"light", 0xFFFFFF, 0xFF308CC6},
-                        {"dark", 0x202020, 0xFF12608F},
-                        {"own blue", 0xC68C30, 0xFF308CC6},
-                        {"yellow", 0x00FFFF, 0xFFFFE040},
-                        {"black", 0x000000, 0xFF000000}};
+    const Row rows[] = {
+        {"light", 0xFFFFFF, 0xFF308CC6}, {"dark", 0x202020, 0xFF12608F}, {"black", 0x000000, 0xFF000000}};
     for (const Row& row : rows) {
         Cell cell = grid.cell(4, 2);
         cell.backColor = row.back;
@@ -369,19 +321,6 @@ TEST_F(SpreadInput, TheFocusIsSeenOnEveryColour)
         const double inner = luminance(image.pixelColor(place.left() + 4, place.center().y() + 5)) + 0.05;
         EXPECT_GE(std::max(edge, inner) / std::min(edge, inner), 2.5) << row.name;
     }
-}
-
-TEST_F(SpreadInput, AColumnDraggedByItsHeaderIsWiderInTheGrid)
-{
-    grid.setColHeader(2, QStringLiteral("Low end"), platform::HAlign::Right);
-    EXPECT_EQ(grid.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), u"Low end");
-    EXPECT_EQ(grid.headerData(2, Qt::Horizontal, Qt::DisplayRole).toString(), u"C");
-    spread.showColHeaders();
-    const double before = grid.colWidth(2);
-    spread.horizontalHeader()->resizeSection(1, 2 * spread.columnWidth(1));
-    EXPECT_NEAR(grid.colWidth(2), 2 * before, 0.2);
-    grid.setColWidth(2, 20);
-    EXPECT_EQ(grid.colWidth(2), 20) << "and not rounded to pixels when it is set";
 }
 
 } // namespace

@@ -2,27 +2,22 @@
 
 #include "ModelCatalogue.h"
 #include "Numbers.h"
-#include "OptionExpression.h"
 #include "clsLog.h"
 
 #include <QFile>
+#include <algorithm>
+#include <vector>
 
 namespace {
 
 constexpr int kValueBuffer = 512;
-
-QString section(const char* prefix, int n)
-{
-    return QString::fromLatin1(prefix) + QString::number(n);
-}
+constexpr int kMaxReadBytes = 120; // that one reply of the controller can carry
 
 bool holds(const QString& low, const QString& sign, const QString& high)
 {
     const auto a = platform::parseDouble(low);
     const auto b = platform::parseDouble(high);
-    if (!a || !b)
-        return false;
-    return sign == u"<" ? *a < *b : sign == u"<=" && *a <= *b;
+    return a && b && (sign == u"<" ? *a < *b : sign == u"<=" && *a <= *b);
 }
 
 bool fitsMemory(const clsData& item)
@@ -39,44 +34,27 @@ QStringList DefinitionCheck::run(int number, const QString& modelString)
 {
     m_findings.clear();
     const platform::ProfileStore::Batch quick(m_context.machine.profiles); // a file is looked at once
-    const ModelEntry entry = ModelCatalogue(m_library).entry(number);
-    m_screen = path(entry.screenFile);
-    m_comm = path(entry.commFile);
-    m_selections = path(QStringLiteral("MultiSelect.ini"));
+    m_screen = path(ModelCatalogue(m_library).entry(number).screenFile);
     m_kx.setModel(modelString);
-    checkSections();
     loadNoted(number, modelString);
     m_tags.clear();
     for (const auto& item : m_kx.items())
         m_tags.insert(item->Key());
-    checkGrid();
-    checkMemory();
-    checkItemReferences();
-    checkBlockReferences();
-    checkCommTags();
-    checkSetTags();
-    checkTexts();
-    checkValues();
-    return m_findings;
-}
-
-// Before the load, which adds the sections and entries that it misses.
-void DefinitionCheck::checkSections()
-{
-    const int count = key(QStringLiteral("Setting"), QStringLiteral("DataMaxCount")).toInt();
-    for (int n = 1; n <= count; ++n) {
-        const QString item = section("Datas", n);
-        if (!isBuilt(item))
-            continue;
-        const QString image = key(item, QStringLiteral("CommRaedSection"));
-        if (!m_context.machine.profiles.hasSection(m_comm, image))
-            find(item, QStringLiteral("no section %1 in the comm file").arg(image));
-        for (const char* name : {"MultiSelectSection", "InputCSelectSection", "InputKSelectSection"}) {
-            const QString table = key(item, QLatin1String(name));
-            if (!table.isEmpty() && (tableNames(table).isEmpty() || tableNames(table).last() != u"Test"))
-                find(item, QStringLiteral("table %1 does not end with the entry \"Test\"").arg(table));
-        }
+    for (int i = 0; i < m_kx.ColAdr().count(); ++i) {
+        if (!m_kx.ColAdr().at(i).m_bModbus)
+            checkImage(m_kx.ColAdr().at(i));
     }
+    checkReferences();
+    for (const clsBlock* block : m_kx.BlockCol())
+        checkText(QStringLiteral("block %1").arg(block->m_lNo), block->m_sName);
+    for (const auto& item : m_kx.items()) {
+        checkTexts(*item);
+        if (item->MType() == ItemType::Data)
+            checkNumber(*item);
+        else if (item->MType() != ItemType::String)
+            checkChoice(*item);
+    }
+    return m_findings;
 }
 
 // What the program itself finds wrong goes to the error log.
@@ -104,15 +82,38 @@ QString DefinitionCheck::path(const QString& definitionFile) const
     return m_context.machine.paths.toMachine(m_library.getIniFilePath(QString()) + u'\\' + definitionFile);
 }
 
-QString DefinitionCheck::key(const QString& section, const QString& name) const
+QString DefinitionCheck::key(const clsData& item, const char* name) const
 {
-    return m_context.machine.profiles.read(m_screen, section, name, QString(), kValueBuffer).text;
+    const QString section = QStringLiteral("Datas%1").arg(item.number());
+    return m_context.machine.profiles.read(m_screen, section, QLatin1String(name), QString(), kValueBuffer).text;
 }
 
-bool DefinitionCheck::isBuilt(const QString& section) const
+// The items of an image fill it without a gap and share no bits.
+void DefinitionCheck::checkImage(const clsKXAdr& image)
 {
-    return isOptionOn(key(section, QStringLiteral("Option")), key(section, QStringLiteral("Visible")) == u"True",
-                      m_kx.modelString());
+    const int start = image.StartAddress().toInt(nullptr, 16);
+    const int size = static_cast<int>(image.getOrgData().size()) - 1;
+    if (size < 1 || size > kMaxReadBytes)
+        find(image.Section(), QStringLiteral("%1 bytes in one read").arg(size));
+    std::vector<int> used(static_cast<size_t>(std::max(size, 0)), 0);
+    for (const auto& item : m_kx.items()) {
+        if (item->RSection() != image.Section())
+            continue;
+        const int offset = item->Address().toInt(nullptr, 16) - start;
+        if (offset < 0 || item->DataLen() < 1 || offset + item->DataLen() > size) {
+            find(item->Key(), QStringLiteral("outside the memory of its section"));
+            continue;
+        }
+        const int bits = item->MType() == ItemType::Bit ? item->BitMask() : 0xFF;
+        for (int i = offset; i < offset + item->DataLen(); ++i) {
+            int& byte = used[static_cast<size_t>(i)];
+            if (bits == 0 || (byte & bits) != 0)
+                find(item->Key(), QStringLiteral("shares memory with another item"));
+            byte |= bits;
+        }
+    }
+    if (std::find(used.begin(), used.end(), 0) != used.end())
+        find(image.Section(), QStringLiteral("has bytes of no item"));
 }
 
 void DefinitionCheck::checkTag(const QString& where, const QString& tag)
@@ -121,33 +122,19 @@ void DefinitionCheck::checkTag(const QString& where, const QString& tag)
         find(where, QStringLiteral("no item %1").arg(tag));
 }
 
-void DefinitionCheck::checkItemReferences()
+void DefinitionCheck::checkReferences()
 {
     for (const auto& item : m_kx.items()) {
-        const QString decimals = key(section("Datas", item->number()), QStringLiteral("DataInfo")).section(u',', 0, 0);
+        const QString decimals = key(*item, "DataInfo").section(u',', 0, 0);
         if (decimals.startsWith(u"DOT"))
             checkTag(item->Key(), decimals.mid(3));
         for (const QString& limit : {item->limitTexts().definedLower, item->limitTexts().definedUpper}) {
             if (limit.startsWith(u"TAG"))
                 checkTag(item->Key(), limit.mid(3));
         }
-        if (m_kx.getBlockByNo(item->BlockNo()) == nullptr)
-            find(item->Key(), QStringLiteral("no block %1").arg(item->BlockNo()));
+        if (m_kx.ColAdr().find(item->RSection()) == nullptr || item->WSection() != item->RSection())
+            find(item->Key(), QStringLiteral("no image \"%1\" to write").arg(item->WSection()));
     }
-}
-
-void DefinitionCheck::checkBlockReferences()
-{
-    for (const clsBlock* block : m_kx.BlockCol()) {
-        for (int i = 0; !block->getRelayBlock(i).isEmpty(); ++i) {
-            if (m_kx.getBlockByNo(block->getRelayBlock(i).toInt()) == nullptr)
-                find(section("BlockInfo", block->m_lNo), QStringLiteral("no block %1").arg(block->getRelayBlock(i)));
-        }
-    }
-}
-
-void DefinitionCheck::checkCommTags()
-{
     for (int n = 0; n < m_kx.ColAdr().count(); ++n) {
         const clsKXAdr& image = m_kx.ColAdr().at(n);
         for (int i = 1; i <= image.MsgMax(); ++i) {
@@ -158,33 +145,6 @@ void DefinitionCheck::checkCommTags()
             if (image.WCmd(i) != u"Direct" && !image.WTag(i).startsWith(u"&h"))
                 checkTag(image.Section(), image.WTag(i));
         }
-    }
-}
-
-void DefinitionCheck::checkSetTags()
-{
-    for (const auto& item : m_kx.items()) {
-        for (const QString& table : {item->Section(), item->ICSection(), item->IKSection()}) {
-            const QStringList lines = m_context.machine.profiles.readSection(m_selections, table);
-            for (const QString& line : lines) {
-                const QStringList tags =
-                    line.startsWith(u"SetTags") ? line.section(u'=', 1).split(u',') : QStringList();
-                for (const QString& tag : tags) {
-                    if (tag.startsWith(u"tagD") || tag.startsWith(u"tagV"))
-                        checkTag(table, tag.mid(4));
-                }
-            }
-        }
-    }
-}
-
-void DefinitionCheck::checkValues()
-{
-    for (const auto& item : m_kx.items()) {
-        if (item->MType() == ItemType::Data)
-            checkNumber(*item);
-        else if (item->MType() != ItemType::String)
-            checkChoice(*item);
     }
 }
 
@@ -213,5 +173,43 @@ void DefinitionCheck::checkChoice(clsData& item)
         if (!other->Visible() && other->Data() != other->DefData())
             find(other->Key(),
                  QStringLiteral("%1 sets %2, the default is %3").arg(item.Key(), other->Data(), other->DefData()));
+    }
+}
+
+// Names, captions and the first name of every table entry; an item's label has the item's name.
+void DefinitionCheck::checkTexts(const clsData& item)
+{
+    QStringList texts{item.DataName(), key(item, "ComboStrings")};
+    if (item.MType() == ItemType::Bit)
+        texts << item.BitOnCap() << item.BitOffCap();
+    for (const QString& table : {item.Section(), item.ICSection(), item.IKSection()}) {
+        for (const QString& line :
+             m_context.machine.profiles.readSection(path(QStringLiteral("MultiSelect.ini")), table)) {
+            const QString name = line.section(u'=', 1).section(QStringLiteral("vbTab"), 0, 0);
+            if (line.startsWith(u"Name") && name != u"Test")
+                texts << name;
+            const QStringList tags = line.startsWith(u"SetTags") ? line.section(u'=', 1).split(u',') : QStringList();
+            for (const QString& tag : tags) {
+                if (tag.startsWith(u"tagD") || tag.startsWith(u"tagV"))
+                    checkTag(table, tag.mid(4));
+            }
+        }
+    }
+    for (const QString& text : texts)
+        checkText(item.Key(), text);
+}
+
+void DefinitionCheck::checkText(const QString& where, const QString& english)
+{
+    for (const char* language : {"EN.txt", "JP.txt"}) {
+        const QString file =
+            m_context.machine.paths.toMachine(QStringLiteral("C:\\Vorlant\\Lang\\") + QLatin1String(language));
+        const auto value =
+            m_context.machine.profiles.read(file, QStringLiteral("Language"), english, QString(), kValueBuffer);
+        const QString text = QStringLiteral("\"%1\" in %2").arg(english, QLatin1String(language));
+        if (!english.isEmpty() && value.text.isEmpty())
+            find(where, QStringLiteral("no text for ") + text);
+        else if (value.text.count(QStringLiteral("vbTab")) != english.count(QStringLiteral("vbTab")))
+            find(where, QStringLiteral("another number of choices for ") + text);
     }
 }

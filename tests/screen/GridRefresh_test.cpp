@@ -26,18 +26,13 @@ TEST_F(Refresh, OnlyWhatTheReplyHoldsIsShown)
         const char* keys;
         const char* shown;
     } const rows[] = {
-        {"FirstByte", "KXAddress=8000\nDataLen=1\nCommRaedSection=Main", "1"},
         {"LastWord", "KXAddress=8002\nDataLen=2\nCommRaedSection=Main", "772"},
         {"HalfOutside", "KXAddress=8003\nDataLen=2\nCommRaedSection=Main", ""},
-        {"BeforeTheStart", "KXAddress=7FFF\nDataLen=1\nCommRaedSection=Main", ""},
         {"NoAddress", "KXAddress=here\nDataLen=1\nCommRaedSection=Main", ""},
-        {"ThreeBytes", "KXAddress=8000\nDataLen=3\nCommRaedSection=Main", ""},
-        {"NoLength", "KXAddress=8000\nCommRaedSection=Main", ""},
         {"LongText", "KXAddress=8000\nDataLen=99\nCellType=String\nCommRaedSection=Main", "\1\2\3\4"},
         {"BitInAWord", "KXAddress=8001\nDataLen=1\nCellType=Bit\nBitMask=2\nCommRaedSection=Main", "On"},
         {"Register", "DataLen=2\nCommRaedSection=Reg", "-2"},
         {"BitOfARegister", "DataLen=1\nCellType=Bit\nBitMask=1\nCommRaedSection=Reg", ""},
-        {"SingleInARegister", "DataLen=4\nCommRaedSection=Reg", ""},
         {"NoSection", "DataLen=2\nDefaultData=7", ""},
     };
     QByteArray screen = "[Setting]\nDataMaxCount=" + QByteArray::number(std::size(rows)) + "\nMaxRow=20\nMaxCol=1\n";
@@ -54,35 +49,34 @@ TEST_F(Refresh, OnlyWhatTheReplyHoldsIsShown)
         EXPECT_EQ(text(++n), QLatin1String(row.shown)) << row.name;
 }
 
-class UnitSwitch : public Refresh, public ::testing::WithParamInterface<const char*>
-{};
-
 // The range comes before the unit in the file, and still is looked up in the table of the unit that was read.
-TEST_P(UnitSwitch, IsReadBeforeTheRange)
+TEST_F(Refresh, UnitIsReadBeforeTheRange)
 {
-    put(definition(QStringLiteral("MultiSelect.ini")), "[C]\nData1=0,5\nName1=Celsius\nName2=Test\n[K]\nData1=0,5,"
-                                                       "77\nSetTags1=,,tagDHIDDEN\nName1=Kelvin\nName2=Test\n");
-    load("[Setting]\nDataMaxCount=3\nMaxRow=5\nMaxCol=1\n" +
-             dataSection(1, "Tag=PQRNO\nCellType=Input\nInputCSelectSection=C\nInputKSelectSection=K\nKXAddress=8000\n"
-                            "DataLen=1\nCommRaedSection=Main") +
-             dataSection(2, (QByteArray("Tag=SWQCF\nBitMask=1\nComboStrings=C,vbTabK\nComboDatas=0vbTab1\nDataLen=1\n"
-                                        "KXAddress=8001\nCommRaedSection=Main\nCellType=") +
-                             GetParam())
-                                .constData()) +
-             dataSection(3, "Tag=HIDDEN\nOption=0=KX41\nVisible=False"),
-         kComm);
-    answer(0, QByteArray("\5\1\0\0", 4));
-    kx.refreshSpread(true, nullptr);
-    EXPECT_EQ(kx.unitSwitch(), 1);
-    EXPECT_EQ(text(1), u"Kelvin");
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("HIDDEN"))->Data(), u"77");
-    answer(0, QByteArray("\5\0\0\0", 4));
-    kx.refreshSpread(true, nullptr);
-    EXPECT_EQ(text(1), u"Celsius");
+    for (const char* row : {"Bit", "Combo"}) {
+        SCOPED_TRACE(row);
+        put(definition(QStringLiteral("MultiSelect.ini")), "[C]\nData1=0,5\nName1=Celsius\nName2=Test\n[K]\nData1=0,5,"
+                                                           "77\nSetTags1=,,tagDHIDDEN\nName1=Kelvin\nName2=Test\n");
+        load("[Setting]\nDataMaxCount=3\nMaxRow=5\nMaxCol=1\n" +
+                 dataSection(1,
+                             "Tag=PQRNO\nCellType=Input\nInputCSelectSection=C\nInputKSelectSection=K\nKXAddress=8000\n"
+                             "DataLen=1\nCommRaedSection=Main") +
+                 dataSection(2,
+                             (QByteArray("Tag=SWQCF\nBitMask=1\nComboStrings=C,vbTabK\nComboDatas=0vbTab1\nDataLen=1\n"
+                                         "KXAddress=8001\nCommRaedSection=Main\nCellType=") +
+                              row)
+                                 .constData()) +
+                 dataSection(3, "Tag=HIDDEN\nOption=0=KX41\nVisible=False"),
+             kComm);
+        answer(0, QByteArray("\5\1\0\0", 4));
+        kx.refreshSpread(true, nullptr);
+        EXPECT_EQ(kx.unitSwitch(), 1);
+        EXPECT_EQ(text(1), u"Kelvin");
+        EXPECT_EQ(kx.getDataByTag(QStringLiteral("HIDDEN"))->Data(), u"77");
+        answer(0, QByteArray("\5\0\0\0", 4));
+        kx.refreshSpread(true, nullptr);
+        EXPECT_EQ(text(1), u"Celsius");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Types, UnitSwitch, ::testing::Values("Bit", "Combo"),
-                         [](const auto& type) { return std::string(type.param); });
 
 TEST_F(Refresh, MissingTablesAreToldOnce)
 {

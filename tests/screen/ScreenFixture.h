@@ -6,8 +6,6 @@
 #include "clsKX.h"
 #include "clsLibrary.h"
 
-#include <QFile>
-#include <QTextStream>
 #include <gtest/gtest.h>
 
 // A model whose definition files are written by the test: catalogue entry 1, "M.ini" and "MComm.ini".
@@ -26,16 +24,10 @@ protected:
 
     void put(const QString& desktopPath, const QByteArray& bytes)
     {
-        QFile file(box.machine.paths.toMachine(desktopPath));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.fileName());
-        file.write(bytes);
+        ASSERT_TRUE(box.put(desktopPath, bytes)) << qPrintable(desktopPath);
     }
 
-    QByteArray content(const QString& desktopPath)
-    {
-        QFile file(box.machine.paths.toMachine(desktopPath));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray content(const QString& desktopPath) { return box.content(desktopPath); }
 
     QString definition(const QString& name) { return library.getIniFilePath(QString()) + u'\\' + name; }
 

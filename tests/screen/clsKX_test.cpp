@@ -84,30 +84,6 @@ TEST_F(Model, TakesValuesFromImages)
     EXPECT_EQ(kx.getDataByTag(QStringLiteral("PV"))->Edit, EditState::kUntouched);
 }
 
-TEST_F(Model, RefreshesOnlyTheBlocksGiven)
-{
-    loadSmall();
-    clsKXAdr* main = kx.ColAdr().find(QStringLiteral("Main"));
-    main->setData({1, QByteArray(12, '\x01')});
-    main->markFilled();
-    kx.refreshSpread(true, &kx.BlockCol());
-    EXPECT_EQ(text(2, 2), u"25.7");
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("HID"))->Data(), u"3") << "belongs to no block";
-}
-
-TEST_F(Model, ChangedCellIsBlueAndBoldUntilRead)
-{
-    loadSmall();
-    clsData* item = kx.getDataByTag(QStringLiteral("SV"));
-    kx.refreshCell(*item);
-    EXPECT_TRUE(grid.cell(2, 2).font.bold);
-    EXPECT_EQ(grid.cell(2, 2).foreColor, 0xFF0000U);
-    kx.ColAdr().find(QStringLiteral("Main"))->markFilled();
-    kx.refreshSpread(true, nullptr);
-    EXPECT_FALSE(grid.cell(2, 2).font.bold);
-    EXPECT_EQ(grid.cell(2, 2).foreColor, 0U);
-}
-
 TEST_F(Model, LooksUpByTag)
 {
     load(QByteArray("[Setting]\nDataMaxCount=4\n") +
@@ -124,34 +100,6 @@ TEST_F(Model, LooksUpByTag)
     EXPECT_EQ(kx.checkTag(QStringLiteral("12")), u"12");
 }
 
-// Whether the controller takes a value shows in the comm file; the image may belong to an item further down.
-TEST_F(Model, CellsThatNothingWritesAreReadOnly)
-{
-    struct
-    {
-        const char* keys;
-        bool readOnly;
-    } const rows[] = {
-        {"CommRaedSection=Out\nCommWriteSection=Later", false},
-        {"CommRaedSection=Later\nCommWriteSection=Later\nCellType=Bit", false},
-        {"CommRaedSection=Out\nCommWriteSection=Out", true},
-        {"CommRaedSection=Later\nCommWriteSection=None\nCellType=Combo", true},
-        {"CommRaedSection=Later\nCellType=Bit", true},
-    };
-    QByteArray screen = "[Setting]\nDataMaxCount=" + QByteArray::number(std::size(rows)) + "\n";
-    int n = 0;
-    for (const auto& row : rows)
-        screen += dataSection(++n, row.keys);
-    load(screen, "[Out]\nReadCmdMax=1\nReadCmd1=Direct,8000,4\nWriteCmdMax=0\n"
-                 "[Later]\nReadCmdMax=1\nReadCmd1=Direct,9000,4\nWriteCmdMax=1\nWriteCmd1=Direct,9000,4\n");
-    kx.refreshSpread(false, nullptr);
-    n = 0;
-    for (const auto& row : rows) {
-        EXPECT_EQ(grid.cell(++n, 1).readOnly, row.readOnly) << row.keys;
-        EXPECT_FALSE(grid.cell(n, 1).locked) << "shown like the others";
-    }
-}
-
 struct DamagedCase
 {
     const char* name;
@@ -160,38 +108,24 @@ struct DamagedCase
     int items;
 };
 
-class DamagedScreen : public ScreenFixture, public ::testing::WithParamInterface<DamagedCase>
-{};
-
-TEST_P(DamagedScreen, LoadsWhatIsThere)
+TEST_F(Model, DamagedFilesLoadWhatIsThere)
 {
-    put(definition(QStringLiteral("M.ini")), GetParam().screen);
-    EXPECT_EQ(kx.load(1, &library, QStringLiteral("KX41000000-10A")), 0);
-    EXPECT_EQ(grid.maxRows(), GetParam().rows);
-    EXPECT_EQ(static_cast<int>(kx.items().size()), GetParam().items);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Files, DamagedScreen,
-    ::testing::Values(
-        DamagedCase{"Empty", "", 10, 0}, DamagedCase{"Binary", "\x01\xFF\xFE[\x81=\x9F\n]]\n[Setting", 10, 0},
-        DamagedCase{"NegativeCounts", "[Setting]\nBlockMaxCount=-1\nStringMaxCount=-5\nDataMaxCount=-1\nMaxRow=-1\n", 0,
-                    0},
-        DamagedCase{"TextCounts", "[Setting]\nBlockMaxCount=x\nDataMaxCount=many\nMaxRow=1e\n", 0, 0},
-        DamagedCase{"TooLarge", "[Setting]\nDataMaxCount=2147483648\nMaxRow=3\n[Datas1]\nTag=A\n", 3, 0},
-        DamagedCase{"HugeCount",
-                    "[Setting]\nDataMaxCount=2147483647\nBlockMaxCount=2147483647\nMaxRow=3\n[Datas1]\nTag=A\n"
-                    "[Datas2]\nTag=B\n[Datas4]\nTag=D\n",
-                    3, 2},
-        DamagedCase{"CutInTheMiddle", "[Setting]\nDataMaxCount=2\nMaxRow=3\n[Datas1]\nTag=A\nCellDa", 3, 2}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(Model, MissingScreenFileIsAnEmptyGrid)
-{
-    EXPECT_EQ(kx.load(1, &library, QString()), 0);
-    EXPECT_EQ(grid.maxRows(), 10);
-    EXPECT_EQ(grid.maxCols(), 10);
-    EXPECT_TRUE(content(definition(QStringLiteral("M.ini"))).contains("MaxRow=10"));
+    for (const DamagedCase& row :
+         {DamagedCase{"Empty", "", 10, 0}, DamagedCase{"Binary", "\x01\xFF\xFE[\x81=\x9F\n]]\n[Setting", 10, 0},
+          DamagedCase{"NegativeCounts", "[Setting]\nBlockMaxCount=-1\nStringMaxCount=-5\nDataMaxCount=-1\nMaxRow=-1\n",
+                      0, 0},
+          DamagedCase{"TextCounts", "[Setting]\nBlockMaxCount=x\nDataMaxCount=many\nMaxRow=1e\n", 0, 0},
+          DamagedCase{"HugeCount",
+                      "[Setting]\nDataMaxCount=2147483647\nBlockMaxCount=2147483647\nMaxRow=3\n[Datas1]\nTag=A\n"
+                      "[Datas2]\nTag=B\n[Datas4]\nTag=D\n",
+                      3, 2},
+          DamagedCase{"CutInTheMiddle", "[Setting]\nDataMaxCount=2\nMaxRow=3\n[Datas1]\nTag=A\nCellDa", 3, 2}}) {
+        SCOPED_TRACE(row.name);
+        put(definition(QStringLiteral("M.ini")), row.screen);
+        EXPECT_EQ(kx.load(1, &library, QStringLiteral("KX41000000-10A")), 0);
+        EXPECT_EQ(grid.maxRows(), row.rows);
+        EXPECT_EQ(static_cast<int>(kx.items().size()), row.items);
+    }
 }
 
 TEST_F(Model, CatalogueIsWrittenOnce)

@@ -3,7 +3,6 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QSignalSpy>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -70,39 +69,6 @@ TEST_F(Line, ARequestMayComeInPieces)
     EXPECT_EQ(receive(8).toHex(), rtu("01 42 00 02 0102").toHex());
 }
 
-TEST_F(Line, TwoRequestsAtOnceGetTwoReplies)
-{
-    serve(0);
-    send(rtu("01 06 0000 0102") + rtu("01 03 0000 0001"));
-    EXPECT_EQ(receive(15).toHex(), (rtu("01 06 0000 0102") + rtu("01 03 02 0102")).toHex());
-}
-
-TEST_F(Line, NoiseBeforeAnAsciiRequestIsPassedOver)
-{
-    serve(1);
-    send("\x7f noise :01:010600000005F4\r\n");
-    EXPECT_EQ(receive(17), ":010600000005F4\r\n");
-}
-
-TEST_F(Line, PacedReplyIsWhole)
-{
-    serve(0, 19200);
-    QSignalSpy pieces(line.get(), &SimulatorLine::traced);
-    send(rtu("01 42 00 0000FBC0 0E"));
-    EXPECT_EQ(receive(20).toHex(), rtu("01 42 00 0E 4B5834313030303030302D313041").toHex());
-    EXPECT_GT(pieces.size(), 2) << "the request and more than one piece of the reply";
-}
-
-TEST_F(Line, TheRestOfAGivenUpRequestIsNoRequest)
-{
-    serve(0);
-    const QByteArray request = rtu("01 42 00 00008000 02");
-    send(request.left(3));
-    box.clock.advance(200);
-    send(request);
-    EXPECT_EQ(receive(8).toHex(), rtu("01 42 00 02 0102").toHex());
-}
-
 TEST_F(Line, ALateReplyComesThoughItIsOvertaken)
 {
     serve(0, 0, "delay:8000@every2");
@@ -114,19 +80,6 @@ TEST_F(Line, ALateReplyComesThoughItIsOvertaken)
     EXPECT_EQ(receive(15).mid(8).toHex(), rtu("01 04 02 FFFE").toHex());
     box.clock.advance(1);
     EXPECT_EQ(receive(22).mid(15).toHex(), rtu("01 03 02 0102").toHex());
-}
-
-TEST_F(Line, LateRepliesKeepTheirOrder)
-{
-    serve(0, 0, "delay:500");
-    send(rtu("01 06 0000 0102"));
-    box.clock.advance(100);
-    send(rtu("01 03 0000 0001"));
-    EXPECT_EQ(received.size(), 0);
-    box.clock.advance(400);
-    EXPECT_EQ(receive(8).toHex(), rtu("01 06 0000 0102").toHex());
-    box.clock.advance(100);
-    EXPECT_EQ(receive(15).mid(8).toHex(), rtu("01 03 02 0102").toHex());
 }
 
 TEST_F(Line, PacedRepliesThatMeetAreBothWhole)

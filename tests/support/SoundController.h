@@ -62,7 +62,8 @@ inline bool install(const QString& programFolder, const QString& applicationData
         "[Datas1]\nTag=MQCODE\nName=Model\nCellType=String\nDataLen=14\nKXAddress=FBC0\nCommRaedSection=Id\n"
         "CellData=1,1,vbWhite,vbBlack\n"
         "[Datas2]\nTag=VQSV1\nName=設定値\nDataLen=2\nKXAddress=8000\n"
-        "CommRaedSection=Main\nCommWriteSection=Main\nCellData=2,1,vbWhite,vbBlack\nDefaultData=7\nDataInfo=1,-100,100,<=,<=,0,10\n"
+        "CommRaedSection=Main\nCommWriteSection=Main\nCellData=2,1,vbWhite,vbBlack\nDefaultData=7\nDataInfo=1,-100,100,"
+        "<=,<=,0,10\n"
         "[Datas3]\nTag=PQB1\nDataLen=2\nCommRaedSection=Reg\nCellData=3,1,vbWhite,vbBlack\n";
     const QByteArray comm = "[Id]\nReadCmd1=Direct,FBC0,14\n[Main]\nReadCmd1=Direct,8000,4\nWriteCmd1=Direct,8000,4\n"
                             "[Reg]\nReadCmd1=GetAnalogInput,30001,1,PQB1\n";

@@ -5,6 +5,7 @@
 #include "Machine.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
 // A scratch machine: C: is a temporary folder with the program folder C:\Vorlant (ini, Lang, Log) and the application
@@ -19,8 +20,18 @@ struct TestMachine
 
     TestMachine() : machine(makeMachine(dir, clock, colors)), context{machine, nullptr, nullptr, nullptr, QString()} {}
 
-    // The machine path of a desktop path.
+    // The machine path of a desktop path, and the file there; one that is not there has no bytes.
     QString path(const QString& desktopPath) const { return machine.paths.toMachine(desktopPath); }
+    bool put(const QString& desktopPath, const QByteArray& bytes) const
+    {
+        QFile file(path(desktopPath));
+        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    }
+    QByteArray content(const QString& desktopPath) const
+    {
+        QFile file(path(desktopPath));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
 
 private:
     static platform::Machine makeMachine(const QTemporaryDir& dir, platform::Clock& clock,

@@ -1,39 +1,19 @@
 #pragma once
 
-#include "../screen/ScreenFixture.h"
-#include "ComPorts.h"
 #include "ComSetOwner.h"
 #include "ComSetSession.h"
-#include "IdleClock.h"
 #include "SimulatorLine.h"
-#include "TransferEngine.h"
-#include "clsLog.h"
-#include "uclComm.h"
+#include "TransferFixture.h"
 
 #include <QHash>
-#include <QStringList>
-#include <memory>
 
-// The window around the transfers: keeps its state and what it was told.
-class MatrixWindow : public MessagePresenter, public ProgressView, public TransferShell, public ComSetOwner
+// The window of the communication settings too.
+class MatrixWindow : public RecordingWindow, public ComSetOwner
 {
 public:
-    int present(const Message& message) override
-    {
-        messages << message.prompt;
-        return MessageResult::kYes;
-    }
-    void open(int, const QString&, const QString&, bool, bool) override { progressShown = true; }
-    void setPosition(int) override {}
-    void setText(const QString&) override {}
-    void close() override { progressShown = false; }
-    MainState state() const override { return current; }
-    void setState(MainState state) override { current = state; }
-    int slaveAddress() const override { return 1; }
-    int transmissionMode() const override { return mode; }
-    QString modelPanel() const override { return model; }
-    void setConnectedModel(const QString&) override {}
     void showCommSetting() override { messages << QStringLiteral("#settings"); }
+    int slaveAddress() const override { return RecordingWindow::slaveAddress(); }
+    int transmissionMode() const override { return mode; }
     uclComm& mainLink() override { return *link; }
     int modelNumber() const override { return 1; }
     QString currentModel() const override { return model; }
@@ -42,31 +22,25 @@ public:
     void startRead() override {}
 
     uclComm* link = nullptr;
-    int mode = 0;
-    QString model = QStringLiteral("KX41000000-10A");
-    MainState current = MainState::Confirmed;
-    bool progressShown = false;
-    QStringList messages;
 };
 
 // A simulated controller on a pseudo-terminal with the program's link, engine and detection at the other end, in one
 // process. It has one parameter of every kind that a transfer treats in a way of its own, and every section has a reply
 // of another length or function.
-class FaultMatrixFixture : public ScreenFixture
+class FaultMatrixFixture : public TransferFixture
 {
 protected:
     void start(int mode)
     {
         window.mode = mode;
         box.context.messages = &window;
-        trace.setLogPath(box.machine.folders.program());
-        trace.setLogFileName(QStringLiteral("Trc.log"));
+        idle.emplace(box.clock);
         writeDefinition();
         kx.load(1, &library, window.model);
         controller = std::make_unique<SimulatedController>(library, 1, window.model, 1, mode);
         atStart = values();
         line = std::make_unique<SimulatorLine>(*controller, Faults(), 0, box.clock);
-        QObject::connect(line.get(), &SimulatorLine::traced, line.get(), [this] { idle.touch(); });
+        QObject::connect(line.get(), &SimulatorLine::traced, line.get(), [this] { touchClock(); });
         ASSERT_TRUE(line->openTerminal()) << qPrintable(line->errorText());
         ports.assign(1, line->path());
         link = std::make_unique<uclComm>(ports, box.clock);
@@ -168,22 +142,14 @@ protected:
         return kEntries;
     }
 
-    int traceLines(const char* tag)
-    {
-        return static_cast<int>(content(box.machine.folders.program() + QStringLiteral("\\Trc.log")).count(tag));
-    }
-
     static constexpr unsigned kSeed = 1;
 
-    platform::ComPorts ports{QProcessEnvironment()};
-    clsLog trace{box.machine};
     MatrixWindow window;
     std::unique_ptr<SimulatedController> controller;
     std::unique_ptr<SimulatorLine> line;
     std::unique_ptr<uclComm> link;
     std::unique_ptr<TransferEngine> engine;
     QHash<QString, QString> atStart;
-    IdleClock idle{box.clock};
 
 protected:
     virtual void writeDefinition()

@@ -1,7 +1,6 @@
 #include "FaultMatrixFixture.h"
 
 #include <QFile>
-#include <QSet>
 
 #include <cctype>
 #include <string>
@@ -16,12 +15,6 @@ struct Cell
     QString fault;
     QString outcome; // the other columns, as the test puts them together
 };
-
-void PrintTo(const Cell& cell, std::ostream* out)
-{
-    *out << qPrintable(cell.transfer + u' ' + (cell.mode == 0 ? QStringLiteral("rtu ") : QStringLiteral("ascii ")) +
-                       cell.fault);
-}
 
 // The cells of the table; a row for both modes is two cells.
 std::vector<Cell> readTable()
@@ -163,22 +156,5 @@ std::string nameOf(const ::testing::TestParamInfo<Cell>& cell)
 }
 
 INSTANTIATE_TEST_SUITE_P(Cells, FaultMatrix, ::testing::ValuesIn(readTable()), nameOf);
-
-TEST(FaultMatrixTable, HasEveryFaultForEveryTransferInBothModes)
-{
-    QSet<QString> present;
-    for (const Cell& cell : readTable())
-        present << QStringLiteral("%1 %2 %3").arg(cell.transfer).arg(cell.mode).arg(cell.fault.section(u':', 0, 0));
-    const QStringList faults = QStringList(QStringLiteral("none")) + Faults::kinds().split(QStringLiteral(", "));
-    for (const QString& fault : faults) {
-        for (const char* transfer : {"detect", "read", "one", "block", "all"}) {
-            for (const int mode : {0, 1}) {
-                const QString cell =
-                    QStringLiteral("%1 %2 %3").arg(QLatin1String(transfer)).arg(mode).arg(fault.section(u':', 0, 0));
-                EXPECT_TRUE(present.contains(cell)) << qPrintable(cell);
-            }
-        }
-    }
-}
 
 } // namespace

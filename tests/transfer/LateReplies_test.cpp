@@ -1,5 +1,7 @@
 #include "FaultMatrixFixture.h"
 
+#include <QTimer>
+
 namespace {
 
 // Registers whose replies differ in nothing but their values.
@@ -57,6 +59,21 @@ TEST_F(LikeReplies, DamagedAnswersCostNoTime)
     EXPECT_GT(engine->lastRead().failures, 0);
     EXPECT_EQ(images().toStdString(), "all");
     EXPECT_LT(before.secsTo(box.clock.now()), 2);
+}
+
+// Cancel while late replies pass: the request that waits for them does not go out.
+TEST_F(LikeReplies, CancelEndsTheWaitForLateReplies)
+{
+    start(0);
+    setFault(QStringLiteral("silent@every1"));
+    engine->getDataFromKX(nullptr);
+    setFault(QString());
+    const int sent = engine->lastRead().requests;
+    QTimer::singleShot(0, engine.get(), [this] { engine->ProgCancel(0); });
+    engine->getDataFromKX(nullptr);
+    EXPECT_GT(sent, 0);
+    EXPECT_EQ(engine->lastRead().outcome, ReadOutcome::Cancelled);
+    EXPECT_EQ(engine->lastRead().requests, 0);
 }
 
 } // namespace

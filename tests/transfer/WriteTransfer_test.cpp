@@ -1,31 +1,16 @@
-#include "../screen/ScreenFixture.h"
 #include "BackupStore.h"
-#include "ComPorts.h"
-#include "IdleClock.h"
-#include "RecordingMessages.h"
 #include "ScriptedController.h"
-#include "TransferEngine.h"
-#include "clsLog.h"
-#include "uclComm.h"
+#include "SoundController.h"
+#include "TransferFixture.h"
 
 #include <QTimer>
 
 #include <map>
-#include <memory>
-#include <optional>
 
 namespace {
 
-const QByteArray kModel = "KX41000000-10A";
-constexpr int kMemoryBase = 0x8000;
-
-QByteArray rtu(QByteArray frame)
-{
-    const auto length = static_cast<qint32>(frame.size());
-    frame.append(2, '\0');
-    clsModbus::MakeCRC16(frame, length);
-    return frame;
-}
+using soundController::kModel;
+using soundController::rtu;
 
 // A controller with eight bytes of memory at 8000 and eight at 8100, registers and coils.
 class Controller
@@ -61,47 +46,16 @@ public:
     bool ignoresWrites = false;
 };
 
-class Surroundings : public ProgressView, public TransferShell
-{
-public:
-    void open(int maximum, const QString&, const QString&, bool, bool) override { maximumShown = maximum; }
-    void setPosition(int position) override
-    {
-        positions << position;
-        if (onPosition)
-            onPosition(position);
-    }
-    void setText(const QString&) override {}
-    void close() override {}
-    MainState state() const override { return current; }
-    void setState(MainState state) override { current = state; }
-    int slaveAddress() const override { return 1; }
-    int transmissionMode() const override { return 0; }
-    QString modelPanel() const override { return panel; }
-    void setConnectedModel(const QString&) override {}
-    void showCommSetting() override { ++settingsShown; }
-
-    MainState current = MainState::Confirmed;
-    QString panel = QString::fromLatin1(kModel);
-    int maximumShown = 0;
-    QList<int> positions;
-    int settingsShown = 0;
-    std::function<void(int)> onPosition;
-};
-
-class Write : public ScreenFixture
+class Write : public TransferFixture
 {
 protected:
     Write()
         : line([this](const QByteArray& request) {
               touchClock();
               return controller.answer(request);
-          }),
-          ports(QProcessEnvironment())
+          })
     {
         ports.assign(1, line.device());
-        trace.setLogPath(box.machine.folders.program());
-        trace.setLogFileName(QStringLiteral("Trc.log"));
         link.init(1, &library);
         const QByteArray main = "CommRaedSection=Main\nCommWriteSection=Main\nBlockNo=1\n";
         load("[Setting]\nBlockMaxCount=3\nDataMaxCount=7\nMaxRow=20\nMaxCol=1\n"
@@ -120,11 +74,11 @@ protected:
              "[Main]\nReadCmd1=Direct,8000,8\nWriteCmdMax=4\nWriteCmd1=Direct,8000,8\nWriteCmd2=SetAnalog,40001,A\n"
              "WriteCmd3=SetAnalog,40010,&h0001\nWriteCmd4=SetDigital,1,&h0001\n"
              "[Other]\nReadCmd1=Direct,8100,8\nWriteCmd1=Direct,8100,8\n");
-        engine = std::make_unique<TransferEngine>(
-            TransferEngine::Parts{kx, link, settings, trace, questions, around, around});
+        engine =
+            std::make_unique<TransferEngine>(TransferEngine::Parts{kx, link, settings, trace, window, window, window});
         engine->getDataFromKX(nullptr);
         controller.log.clear();
-        around.positions.clear();
+        window.positions.clear();
     }
 
     clsData& item(const char* tag) { return *kx.getDataByTag(QLatin1String(tag)); }
@@ -132,11 +86,6 @@ protected:
     {
         item(tag).setData(QLatin1String(value));
         kx.refreshCell(item(tag));
-    }
-    int traceLines(const char* text) const
-    {
-        QFile file(box.path(QStringLiteral("C:\\Vorlant\\Trc.log")));
-        return file.open(QIODevice::ReadOnly) ? static_cast<int>(file.readAll().count(text)) : -1;
     }
     QByteArrayList requests(const char* start) const
     {
@@ -147,24 +96,11 @@ protected:
         }
         return found;
     }
-    // Lets the clock run while the engine waits, so that pauses and time-outs end without anybody waiting for them.
-    void runClockWhileWaiting() { idle.emplace(box.clock, 7000, 2); }
-    void touchClock()
-    {
-        if (idle)
-            idle->touch();
-    }
-
     Controller controller;
     ScriptedController line;
-    platform::ComPorts ports;
     uclComm link{ports, box.clock};
-    clsLog trace{box.machine};
-    RecordingMessages::Record told;
-    RecordingMessages questions{told};
-    Surroundings around;
+    RecordingWindow window;
     std::unique_ptr<TransferEngine> engine;
-    std::optional<IdleClock> idle;
 };
 
 TEST_F(Write, OneParameterGoesWithItsImage)
@@ -178,26 +114,15 @@ TEST_F(Write, OneParameterGoesWithItsImage)
                                               "060009"
                                               "0001"}));
     EXPECT_EQ(requests("05"), QByteArrayList{"050000ff00"});
-    EXPECT_EQ(around.current, MainState::UpToDate);
+    EXPECT_EQ(window.current, MainState::UpToDate);
     EXPECT_EQ(engine->lastWrite().outcome, WriteOutcome::Complete);
     EXPECT_EQ(engine->lastWrite().pausesMs, 1000);
-    EXPECT_EQ(around.maximumShown, 2);
-    EXPECT_EQ(around.positions, (QList<int>{1, 2}));
+    EXPECT_EQ(window.maximumShown, 2);
+    EXPECT_EQ(window.positions, (QList<int>{1, 2}));
     EXPECT_EQ(traceLines("Original :8000:0064000501020304"), 1);
     EXPECT_EQ(traceLines("WriteData:8000:012C000501020304"), 1);
     EXPECT_EQ(traceLines("(SetAl)S:"), 2);
     EXPECT_EQ(engine->setDataToKXOne(QStringLiteral("NONE")), 0);
-}
-
-TEST_F(Write, SingleBitIsStored)
-{
-    runClockWhileWaiting();
-    edit("BIT", "1");
-    EXPECT_EQ(engine->setDataToKXOne(QStringLiteral("BIT")), 0) << "the type of a bit";
-    EXPECT_EQ(controller.low.toHex(), "0064000505020304");
-    edit("BIT", "0");
-    engine->setDataToKXOne(QStringLiteral("BIT"));
-    EXPECT_EQ(controller.low.toHex(), "0064000501020304");
 }
 
 // The block with its relay block is written and read back; changes elsewhere stay what they are.
@@ -216,18 +141,7 @@ TEST_F(Write, BlockTakesItsRelayBlocksAlong)
     EXPECT_EQ(requests("06"), QByteArrayList{"06000001"
                                              "2c"})
         << "the literal belongs to a single write";
-    EXPECT_TRUE(told.texts.isEmpty());
-}
-
-TEST_F(Write, WholeSetIsWrittenAndReadBack)
-{
-    edit("A", "300");
-    edit("D", "9");
-    engine->setDataToKXAll();
-    EXPECT_EQ(controller.low.toHex(), "012c000501020304");
-    EXPECT_EQ(controller.high.toHex(), "00c8000900000000");
-    EXPECT_EQ(around.current, MainState::UpToDate);
-    EXPECT_EQ(item("D").Edit, EditState::kRead);
+    EXPECT_TRUE(window.messages.isEmpty());
 }
 
 TEST_F(Write, SetLastReadIsKeptAndOldOnesGo)
@@ -249,13 +163,13 @@ TEST_F(Write, SetLastReadIsKeptAndOldOnesGo)
 TEST_F(Write, WithoutABackupTheUserIsAsked)
 {
     put(BackupStore(library).folder(), "in the way");
-    told.answer = MessageResult::kNo;
+    window.answer = MessageResult::kNo;
     edit("A", "300");
     engine->setDataToKXAll();
     EXPECT_TRUE(controller.log.isEmpty());
-    ASSERT_EQ(told.texts.size(), 1);
-    EXPECT_TRUE(told.texts.first().contains(u"Backup"));
-    told.answer = MessageResult::kYes;
+    ASSERT_EQ(window.messages.size(), 1);
+    EXPECT_TRUE(window.messages.first().contains(u"Backup"));
+    window.answer = MessageResult::kYes;
     engine->setDataToKXAll();
     EXPECT_EQ(controller.low.left(2).toHex(), "012c");
 }
@@ -269,18 +183,6 @@ TEST_F(Write, WhatTheControllerDoesNotTakeIsListed)
     const NotAccepted& parameter = engine->lastWrite().notAccepted.first();
     EXPECT_EQ(parameter.tag + u' ' + parameter.sent + u' ' + parameter.kept, u"A 300 100");
     EXPECT_EQ(item("A").Data(), u"100") << "the grid shows what the controller holds";
-}
-
-TEST_F(Write, LostRequestIsReportedAndTheOthersAreSent)
-{
-    runClockWhileWaiting();
-    controller.deaf = 6;
-    edit("A", "300");
-    engine->writeBlock(*kx.getBlockByNo(1), false);
-    EXPECT_EQ(controller.low.left(2).toHex(), "012c");
-    EXPECT_EQ(requests("05").size(), 1);
-    EXPECT_EQ(engine->lastWrite().failed, QStringList{QStringLiteral("Main: SetAnalog 40001: Timeout")});
-    EXPECT_EQ(around.current, MainState::UpToDate);
 }
 
 struct ValueRow
@@ -307,6 +209,64 @@ INSTANTIATE_TEST_SUITE_P(Texts, Values,
                                            ValueRow{"32768", "0064", true}, ValueRow{"", "0064", true},
                                            ValueRow{"hot", "0064", true}, ValueRow{"1.5", "0002", false}));
 
+TEST_F(Write, RefusalSendsNothingAndKeepsTheMarks)
+{
+    const struct
+    {
+        std::function<void()> prepare;
+        WriteOutcome outcome;
+        const char* message;
+        int settingsShown;
+    } rows[] = {{[this] { window.current = MainState::Confirmed; }, WriteOutcome::NotRead,
+                 "Please acquire the up-to-date data from the equipment.", 0},
+                {[this] {
+                     window.current = MainState::UpToDate;
+                     window.model = QStringLiteral("KX41300000-10A");
+                 },
+                 WriteOutcome::WrongModel, "Model number is different.", 1},
+                {[this] {
+                     window.model = QString::fromLatin1(kModel);
+                     settings.m_bViewSendConf = true;
+                     window.answer = MessageResult::kNo;
+                 },
+                 WriteOutcome::Declined, "Write to the KX?", 0}};
+    edit("A", "300");
+    const std::function<void()> writes[] = {[this] { engine->setDataToKXOne(QStringLiteral("A")); },
+                                            [this] { engine->writeBlock(*kx.getBlockByNo(1), true); },
+                                            [this] { engine->setDataToKXAll(); }};
+    for (const auto& row : rows) {
+        row.prepare();
+        for (const auto& write : writes) {
+            SCOPED_TRACE(row.message);
+            window.messages.clear();
+            window.settingsShown = 0;
+            write();
+            EXPECT_EQ(engine->lastWrite().outcome, row.outcome);
+            EXPECT_EQ(window.messages, QStringList{QLatin1String(row.message)});
+            EXPECT_EQ(window.settingsShown, row.settingsShown);
+            EXPECT_EQ(item("A").Edit, EditState::kChanged);
+            EXPECT_EQ(item("A").Data(), u"300");
+        }
+    }
+    EXPECT_TRUE(controller.log.isEmpty());
+}
+
+TEST_F(Write, CancelEndsAfterTheEntryAtHand)
+{
+    edit("A", "300");
+    edit("C", "1");
+    window.onPosition = [this](int position) {
+        if (position == 1)
+            engine->ProgCancel(0);
+    };
+    engine->setDataToKXAll();
+    EXPECT_EQ(engine->lastWrite().outcome, WriteOutcome::Cancelled);
+    EXPECT_EQ(window.current, MainState::Confirmed);
+    EXPECT_EQ(controller.log.size(), 1);
+    EXPECT_EQ(item("C").Edit, EditState::kChanged);
+    EXPECT_TRUE(window.messages.isEmpty()) << "no message, and no read-back";
+}
+
 TEST_F(Write, ImageThatWasNotReadIsNotWritten)
 {
     kx.ColAdr().find(QStringLiteral("Main"))->clearFilled();
@@ -315,78 +275,6 @@ TEST_F(Write, ImageThatWasNotReadIsNotWritten)
     EXPECT_EQ(controller.low.toHex(), "0064000501020304");
     ASSERT_EQ(engine->lastWrite().failed.size(), 1);
     EXPECT_TRUE(engine->lastWrite().failed.first().startsWith(u"Main"));
-}
-
-struct RefusalRow
-{
-    const char* name;
-    std::function<void(clsCfg&, Surroundings&, RecordingMessages::Record&)> prepare;
-    WriteOutcome outcome;
-    const char* message;
-    int settingsShown;
-};
-
-void PrintTo(const RefusalRow& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
-class Refusal : public Write, public ::testing::WithParamInterface<RefusalRow>
-{};
-
-TEST_P(Refusal, SendsNothingAndKeepsTheMarks)
-{
-    GetParam().prepare(settings, around, told);
-    edit("A", "300");
-    for (int kind = 0; kind < 3; ++kind) {
-        SCOPED_TRACE(kind);
-        told.texts.clear();
-        around.settingsShown = 0;
-        if (kind == 0)
-            engine->setDataToKXOne(QStringLiteral("A"));
-        else if (kind == 1)
-            engine->writeBlock(*kx.getBlockByNo(1), true);
-        else
-            engine->setDataToKXAll();
-        EXPECT_EQ(engine->lastWrite().outcome, GetParam().outcome);
-        EXPECT_EQ(told.texts, QStringList{QLatin1String(GetParam().message)});
-        EXPECT_EQ(around.settingsShown, GetParam().settingsShown);
-        EXPECT_EQ(item("A").Edit, EditState::kChanged);
-        EXPECT_EQ(item("A").Data(), u"300");
-    }
-    EXPECT_TRUE(controller.log.isEmpty());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Reasons, Refusal,
-    ::testing::Values(
-        RefusalRow{"NotRead", [](clsCfg&, Surroundings& around, auto&) { around.current = MainState::Confirmed; },
-                   WriteOutcome::NotRead, "Please acquire the up-to-date data from the equipment.", 0},
-        RefusalRow{"OtherModel",
-                   [](clsCfg&, Surroundings& around, auto&) { around.panel = QStringLiteral("KX41300000-10A"); },
-                   WriteOutcome::WrongModel, "Model number is different.", 1},
-        RefusalRow{"Declined",
-                   [](clsCfg& settings, Surroundings&, RecordingMessages::Record& told) {
-                       settings.m_bViewSendConf = true;
-                       told.answer = MessageResult::kNo;
-                   },
-                   WriteOutcome::Declined, "Write to the KX?", 0}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(Write, CancelEndsAfterTheEntryAtHand)
-{
-    edit("A", "300");
-    edit("C", "1");
-    around.onPosition = [this](int position) {
-        if (position == 1)
-            engine->ProgCancel(0);
-    };
-    engine->setDataToKXAll();
-    EXPECT_EQ(engine->lastWrite().outcome, WriteOutcome::Cancelled);
-    EXPECT_EQ(around.current, MainState::Confirmed);
-    EXPECT_EQ(controller.log.size(), 1);
-    EXPECT_EQ(item("C").Edit, EditState::kChanged);
-    EXPECT_TRUE(told.texts.isEmpty()) << "no message, and no read-back";
 }
 
 TEST_F(Write, OffLineOnlyTheMemoryPassIsBuilt)
@@ -398,6 +286,29 @@ TEST_F(Write, OffLineOnlyTheMemoryPassIsBuilt)
     EXPECT_EQ(traceLines("WriteData:8000:012C"), 1);
     EXPECT_EQ(traceLines("(SetAl)S:"), 0);
     EXPECT_EQ(kx.ColAdr().find(QStringLiteral("Main"))->getInteger(QStringLiteral("8000"), 0), 300);
+}
+
+TEST_F(Write, LostRequestIsReportedAndTheOthersAreSent)
+{
+    runClockWhileWaiting();
+    controller.deaf = 6;
+    edit("A", "300");
+    engine->writeBlock(*kx.getBlockByNo(1), false);
+    EXPECT_EQ(controller.low.left(2).toHex(), "012c");
+    EXPECT_EQ(requests("05").size(), 1);
+    EXPECT_EQ(engine->lastWrite().failed, QStringList{QStringLiteral("Main: SetAnalog 40001: Timeout")});
+    EXPECT_EQ(window.current, MainState::UpToDate);
+}
+
+TEST_F(Write, SingleBitIsStored)
+{
+    runClockWhileWaiting();
+    edit("BIT", "1");
+    EXPECT_EQ(engine->setDataToKXOne(QStringLiteral("BIT")), 0) << "the type of a bit";
+    EXPECT_EQ(controller.low.toHex(), "0064000505020304");
+    edit("BIT", "0");
+    engine->setDataToKXOne(QStringLiteral("BIT"));
+    EXPECT_EQ(controller.low.toHex(), "0064000501020304");
 }
 
 TEST_F(Write, ClosingEndsAPauseAtOnce)

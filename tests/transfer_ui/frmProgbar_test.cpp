@@ -75,19 +75,8 @@ TEST_P(ProgressEnding, EnablesTheOwner)
 INSTANTIATE_TEST_SUITE_P(Ways, ProgressEnding,
                          ::testing::Values(Ending{"Unloaded", [](auto& dialog) { dialog->unloadForm(); }},
                                            Ending{"Destroyed", [](auto& dialog) { dialog.reset(); }},
-                                           Ending{"Hidden", [](auto& dialog) { dialog->hide(); }},
-                                           Ending{"Accepted", [](auto& dialog) { dialog->accept(); }},
                                            Ending{"Done", [](auto& dialog) { dialog->done(0); }}),
                          [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(Progress, OwnerThatWasNeverDisabledIsEnabledToo)
-{
-    open(false);
-    EXPECT_TRUE(owner->isEnabled());
-    owner->setEnabled(false);
-    dialog->unloadForm();
-    EXPECT_TRUE(owner->isEnabled());
-}
 
 TEST_F(Progress, OwnerMayGoFirst)
 {
@@ -96,35 +85,6 @@ TEST_F(Progress, OwnerMayGoFirst)
     dialog->setPos(3);
     QTest::keyClick(dialog.get(), Qt::Key_Escape);
     EXPECT_EQ(asked.count(), 1);
-    dialog->unloadForm();
-    EXPECT_FALSE(dialog->isVisible());
-}
-
-TEST_F(Progress, OwnerMayBeItsParent)
-{
-    dialog->setParent(owner.get(), dialog->windowFlags());
-    open();
-    const QPointer<frmProgbar> watched(dialog.release());
-    owner.reset();
-    EXPECT_TRUE(watched.isNull());
-}
-
-TEST_F(Progress, NextOwnerFreesTheOneBefore)
-{
-    open();
-    QWidget other;
-    dialog->showModeless(&other, 1, QString(), QString(), 0, true, false);
-    EXPECT_TRUE(owner->isEnabled());
-    EXPECT_FALSE(other.isEnabled());
-    dialog->unloadForm();
-    EXPECT_TRUE(other.isEnabled());
-}
-
-TEST_F(Progress, WithoutAnOwnerItWorksToo)
-{
-    dialog->showModeless(nullptr, 2, QString(), QString(), 0, true, true);
-    dialog->setPos(1);
-    EXPECT_EQ(bar()->value(), 1);
     dialog->unloadForm();
     EXPECT_FALSE(dialog->isVisible());
 }
@@ -150,23 +110,10 @@ TEST_P(ProgressCancel, AsksOnceAndStays)
     EXPECT_EQ(asked.count(), 2);
 }
 
-TEST_P(ProgressCancel, IsNotPossibleWithoutTheButton)
-{
-    open(true, false);
-    EXPECT_FALSE(cancel()->isVisible());
-    if (GetParam().name == std::string("Button"))
-        return;
-    GetParam().ask(*dialog, *cancel());
-    EXPECT_EQ(asked.count(), 0);
-    EXPECT_TRUE(dialog->isVisible());
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Ways, ProgressCancel,
     ::testing::Values(Asking{"Button", [](auto&, auto& cancel) { QTest::mouseClick(&cancel, Qt::LeftButton); }},
                       Asking{"Escape", [](auto& dialog, auto&) { QTest::keyClick(&dialog, Qt::Key_Escape); }},
-                      Asking{"EscapeOnTheButton",
-                             [](auto&, auto& cancel) { QTest::keyClick(&cancel, Qt::Key_Escape); }},
                       Asking{"CloseButton", [](auto& dialog, auto&) { dialog.close(); }}),
     [](const auto& row) { return std::string(row.param.name); });
 
@@ -181,33 +128,6 @@ TEST_F(Progress, PositionPastTheEndRaisesTheMaximum)
     EXPECT_EQ(bar()->value(), 2);
     dialog->setPos(0);
     EXPECT_EQ(bar()->value(), 0);
-}
-
-TEST_F(Progress, NothingToCountIsNoBusyBar)
-{
-    for (const int maximum : {0, -1}) {
-        open(true, true, maximum);
-        EXPECT_GT(bar()->maximum(), bar()->minimum()) << maximum;
-    }
-}
-
-TEST_F(Progress, StartsAgainAtNothing)
-{
-    open();
-    dialog->setPos(9);
-    dialog->unloadForm();
-    open();
-    EXPECT_EQ(bar()->value(), 0);
-    EXPECT_EQ(bar()->maximum(), 5);
-}
-
-TEST_F(Progress, GrowsForALongText)
-{
-    open();
-    dialog->setText(QStringLiteral("no sound answer to Main: Direct 8000, attempt 3 of 6; ").repeated(8));
-    QCoreApplication::processEvents();
-    const auto* label = dialog->findChild<QLabel*>(QStringLiteral("Label1"));
-    EXPECT_GE(label->height(), label->heightForWidth(label->width()));
 }
 
 TEST_F(Progress, SpeaksTheLanguageInUse)
@@ -229,21 +149,32 @@ TEST_F(Progress, SpeaksTheLanguageInUse)
     EXPECT_TRUE(file.readAll().contains("frmProgbar-Label1-0=It is forwarding it. Please wait for a while."));
 }
 
-TEST_F(Progress, PendingEventsRunAtEachStep)
-{
-    open();
-    bool ran = false;
-    QTimer::singleShot(0, dialog.get(), [&] { ran = true; });
-    dialog->setPos(1);
-    EXPECT_TRUE(ran);
-}
-
 TEST_F(Progress, MayEndWhileItShowsAStep)
 {
     open();
     QTimer::singleShot(0, owner.get(), [this] { dialog.reset(); });
     dialog->setPos(1);
     EXPECT_TRUE(owner->isEnabled());
+}
+
+TEST_F(Progress, NextOwnerFreesTheOneBefore)
+{
+    open();
+    QWidget other;
+    dialog->showModeless(&other, 1, QString(), QString(), 0, true, false);
+    EXPECT_TRUE(owner->isEnabled());
+    EXPECT_FALSE(other.isEnabled());
+    dialog->unloadForm();
+    EXPECT_TRUE(other.isEnabled());
+}
+
+TEST_F(Progress, GrowsForALongText)
+{
+    open();
+    dialog->setText(QStringLiteral("no sound answer to Main: Direct 8000, attempt 3 of 6; ").repeated(8));
+    QCoreApplication::processEvents();
+    const auto* label = dialog->findChild<QLabel*>(QStringLiteral("Label1"));
+    EXPECT_GE(label->height(), label->heightForWidth(label->width()));
 }
 
 } // namespace

@@ -11,8 +11,7 @@
 #include <memory>
 
 // The key F1, in every window of the program: opens the manual at the page about what has the focus; in a message box
-// at the message that it shows. It watches the application's events until it
-// goes, and takes its help window along.
+// at the message that it shows. It watches the application's events until it goes, and takes its help window along.
 class HelpKey : public QObject
 {
     Q_OBJECT
