@@ -101,6 +101,7 @@ ReadTransfer::Step ReadTransfer::readImage(clsKXAdr& image)
             continue;
         sentAny = true;
         if (m_parts.settings.m_bComm) {
+            m_parts.channel.traceUnsent();
             image.setCopy();
             continue;
         }

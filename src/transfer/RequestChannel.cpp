@@ -46,6 +46,13 @@ void RequestChannel::useShellSettings()
     m_clsModbus.setTransmissionMode(m_parts.shell.transmissionMode());
 }
 
+void RequestChannel::traceUnsent()
+{
+    if (!m_traceTag.isEmpty())
+        trace(m_traceTag, m_clsModbus.GetSendMessage());
+    m_traceTag.clear();
+}
+
 void RequestChannel::trace(const QString& tag, const QByteArray& bytes)
 {
     m_parts.traceLog.LogWrite(tag + m_parts.library.HexString(bytes));
@@ -62,9 +69,7 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
         m_reason = tran("It was cancelled.");
         return Result::Failed;
     }
-    if (!m_traceTag.isEmpty())
-        trace(m_traceTag, m_clsModbus.GetSendMessage());
-    m_traceTag.clear();
+    traceUnsent();
     m_lastRequest = m_clsModbus.GetSendMessage();
     reply.sent = now();
     if (!isRepetition)

@@ -232,6 +232,7 @@ bool WriteTransfer::sendEntry(clsKXAdr& image, int i, int pass, bool bSingle)
         return false;
     }
     if (m_parts.settings.m_bComm) {
+        m_parts.channel.traceUnsent();
         image.setCopy();
         return true;
     }

@@ -78,7 +78,7 @@ protected:
         program.ports().assign(1, dir.filePath(QStringLiteral("no-adapter")));
         frmMain window(program, std::make_unique<RecordingMessages>(told));
         window.show();
-        frmTraffic(program.library(), program.traceLog().filePath(), &window).show();
+        frmTraffic(program.library(), program.traceLog().filePath()).show();
         frmComSet({window, program.ports(), program.library(), QString()}, &window).show();
         frmOption options(program.library(), program.settings(), window);
         options.showModeless(&window, false);

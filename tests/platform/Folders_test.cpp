@@ -121,7 +121,7 @@ TEST_F(FoldersOf, WithoutAHomeTheInstalledDataIsUsedInPlace)
 
 TEST_F(FoldersOf, HomeThatCannotBeWrittenToIsToldAndTheInstalledDataIsUsed)
 {
-    set("HOME", path("data/Lang/JP.txt")); // not even root makes a folder below a file
+    environment.insert(QStringLiteral("HOME"), path("data/Lang/JP.txt")); // not even root makes a folder below a file
     const Folders folders = start();
     EXPECT_EQ(machine(folders.program()), path("data"));
     ASSERT_EQ(folders.notices().size(), 2);
