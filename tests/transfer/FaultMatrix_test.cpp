@@ -16,6 +16,11 @@ struct Cell
     QString outcome; // the other columns, as the test puts them together
 };
 
+void PrintTo(const Cell& cell, std::ostream* out)
+{
+    *out << qPrintable(cell.transfer) << ' ' << (cell.mode == 0 ? "RTU" : "ASCII") << ' ' << qPrintable(cell.fault);
+}
+
 // The cells of the table; a row for both modes is two cells.
 std::vector<Cell> readTable()
 {
