@@ -1,17 +1,13 @@
 #include "FrameFields.h"
 
+#include "FunctionCodes.h"
 #include "ModbusFrame.h"
+
+using namespace functioncode;
 
 namespace {
 
 constexpr int kExceptionMark = 0x80;
-constexpr int kAsciiMarks = 3; // colon, carriage return, line feed
-constexpr int kWriteCoil = 5;
-constexpr int kWriteRegister = 6;
-constexpr int kWriteRegisters = 16;
-constexpr int kMemory = 66;
-constexpr int kReadFloats = 70;
-constexpr int kWriteFloats = 71;
 constexpr qsizetype kHeadBytes = 2; // slave and function
 
 bool isHexDigit(char c)
@@ -32,11 +28,6 @@ QByteArray leadingBytes(const QByteArray& wire)
     while (end + 1 < wire.size() && isHexDigit(wire[end]) && isHexDigit(wire[end + 1]))
         end += 2;
     return QByteArray::fromHex(wire.mid(1, end - 1));
-}
-
-qsizetype onTheLine(qsizetype frameBytes, bool ascii)
-{
-    return ascii ? 2 * (frameBytes + 1) + kAsciiMarks : frameBytes + 2;
 }
 
 } // namespace
@@ -124,10 +115,10 @@ void FrameFields::takeRequest()
         takeAddress(2, 2);
         data = m_frame.mid(4);
         break;
-    case 1:
-    case 2:
-    case 3:
-    case 4:
+    case kReadCoils:
+    case kReadDiscreteInputs:
+    case kReadHoldingRegisters:
+    case kReadInputRegisters:
     case kWriteRegisters:
         takeAddress(2, 2);
         count = wordAt(4);
@@ -189,10 +180,10 @@ void FrameFields::takeReplyData(const FrameFields* request)
         takeAddress(2, 2);
         count = wordAt(4);
         break;
-    case 1:
-    case 2:
-    case 3:
-    case 4:
+    case kReadCoils:
+    case kReadDiscreteInputs:
+    case kReadHoldingRegisters:
+    case kReadInputRegisters:
         data = m_frame.mid(3);
         break;
     default:
@@ -212,11 +203,11 @@ qsizetype FrameFields::replyBytes() const
 {
     const int items = count.value_or(0);
     switch (function.value_or(0)) {
-    case 1:
-    case 2:
+    case kReadCoils:
+    case kReadDiscreteInputs:
         return 3 + (items + 7) / 8;
-    case 3:
-    case 4:
+    case kReadHoldingRegisters:
+    case kReadInputRegisters:
         return 3 + 2 * items;
     case kWriteCoil:
     case kWriteRegister:
@@ -237,10 +228,10 @@ qsizetype FrameFields::replyBytes() const
 qsizetype FrameFields::ownBytes() const
 {
     switch (function.value_or(0)) {
-    case 1:
-    case 2:
-    case 3:
-    case 4:
+    case kReadCoils:
+    case kReadDiscreteInputs:
+    case kReadHoldingRegisters:
+    case kReadInputRegisters:
         return byteAt(2) ? 3 + *byteAt(2) : 0;
     case kMemory:
         return writesMemory || !byteAt(3) ? replyBytes() : 4 + *byteAt(3);
@@ -256,7 +247,7 @@ void FrameFields::judge(const FrameFields* request)
     qsizetype wanted = request != nullptr ? request->replyBytes() : ownBytes();
     if (exception && isCheckRight())
         wanted = kHeadBytes + 1;
-    wireBytes = wanted == 0 ? 0 : onTheLine(wanted, ascii);
+    wireBytes = wanted == 0 ? 0 : modbusframe::wireBytes(wanted, ascii);
     if (wire.isEmpty())
         fault = Fault::NoReply;
     else if (check.isEmpty())

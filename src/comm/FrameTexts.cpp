@@ -1,8 +1,11 @@
 #include "FrameTexts.h"
 
+#include "FunctionCodes.h"
 #include "clsModbus.h"
 
 #include <QStringList>
+
+using namespace functioncode;
 
 namespace {
 
@@ -10,8 +13,7 @@ using Direction = FrameFields::Direction;
 using Fault = FrameFields::Fault;
 
 constexpr qsizetype kLongestShown = 1024; // no frame is longer
-constexpr int kMemoryFunction = 66;
-constexpr int kShortAddress = 4; // digits
+constexpr int kShortAddress = 4;          // digits
 
 struct Named
 {
@@ -19,12 +21,17 @@ struct Named
     const char* name;
 };
 
-// "MODBUS Application Protocol" V1.1b3, 6; 66, 70 and 71 are the controllers' own.
-constexpr Named kFunctions[] = {{1, "read coils"},           {2, "read discrete inputs"}, {3, "read holding registers"},
-                                {4, "read input registers"}, {5, "write coil"},           {6, "write register"},
-                                {16, "write registers"},     {70, "read floats"},         {71, "write floats"}};
+constexpr Named kFunctions[] = {{kReadCoils, "read coils"},
+                                {kReadDiscreteInputs, "read discrete inputs"},
+                                {kReadHoldingRegisters, "read holding registers"},
+                                {kReadInputRegisters, "read input registers"},
+                                {kWriteCoil, "write coil"},
+                                {kWriteRegister, "write register"},
+                                {kWriteRegisters, "write registers"},
+                                {kReadFloats, "read floats"},
+                                {kWriteFloats, "write floats"}};
 
-// The same, 7.
+// "MODBUS Application Protocol" V1.1b3, 7.
 constexpr Named kExceptions[] = {{1, "illegal function"},      {2, "illegal data address"},
                                  {3, "illegal data value"},    {4, "device failure"},
                                  {5, "acknowledge"},           {6, "device busy"},
@@ -36,8 +43,15 @@ constexpr struct
 {
     int function;
     int base;
-} kReferences[] = {{1, 1},     {2, 10001},  {3, 40001},  {4, 30001}, {5, 1},
-                   {6, 40001}, {16, 40001}, {70, 50001}, {71, 50001}};
+} kReferences[] = {{kReadCoils, reference::kCoil},
+                   {kReadDiscreteInputs, reference::kDiscreteInput},
+                   {kReadHoldingRegisters, reference::kHoldingRegister},
+                   {kReadInputRegisters, reference::kInputRegister},
+                   {kWriteCoil, reference::kCoil},
+                   {kWriteRegister, reference::kHoldingRegister},
+                   {kWriteRegisters, reference::kHoldingRegister},
+                   {kReadFloats, reference::kFloat},
+                   {kWriteFloats, reference::kFloat}};
 
 template <size_t Count> const char* nameOf(const Named (&table)[Count], int code)
 {
@@ -148,7 +162,7 @@ QString function(const FrameFields& fields, const TranslateText& tran)
     if (!fields.function)
         return {};
     const char* memory = fields.writesMemory ? "write memory" : "read memory";
-    const char* name = *fields.function == kMemoryFunction ? memory : nameOf(kFunctions, *fields.function);
+    const char* name = *fields.function == kMemory ? memory : nameOf(kFunctions, *fields.function);
     return QString::number(*fields.function) + u' ' + text(tran, name);
 }
 

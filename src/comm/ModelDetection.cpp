@@ -1,5 +1,6 @@
 #include "ModelDetection.h"
 
+#include "FunctionCodes.h"
 #include "ModbusError.h"
 #include "ModelCodes.h"
 #include "clsKXAdr.h"
@@ -15,7 +16,6 @@ const QString kHexPrefix = QStringLiteral("&h");
 const QString kFirstAddress = kHexPrefix + QStringLiteral("FBC0");
 const QString kSecondAddress = kHexPrefix + QStringLiteral("FBC8");
 const QString kFamily = QStringLiteral("KX");
-constexpr char kMemoryFunction = 66;
 
 // Without the spare element that the link puts behind the bytes received.
 QByteArray receivedPart(const QByteArray& linkBuffer)
@@ -148,7 +148,7 @@ bool ModelDetection::accept(const QByteArray& received)
         return false;
     }
     // A sound frame of another function is a late reply to somebody else's request.
-    if (bytes.size() < 2 || bytes[1] != kMemoryFunction) {
+    if (bytes.size() < 2 || bytes[1] != static_cast<char>(functioncode::kMemory)) {
         fail(QStringLiteral("the reply belongs to another request"));
         return false;
     }

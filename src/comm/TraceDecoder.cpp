@@ -1,10 +1,11 @@
 #include "TraceDecoder.h"
 
+#include "FunctionCodes.h"
+
 #include <algorithm>
 
 namespace {
 
-constexpr int kWriteCoil = 5;
 constexpr qsizetype kLongestTag = 16; // "(Dirct)S:" has 9
 const QString kOriginal = QStringLiteral("Original :");
 const QString kWriteData = QStringLiteral("WriteData:");
@@ -110,6 +111,7 @@ const FrameFields* TraceDecoder::requestOf(const QByteArray& wire) const
     if (!m_request || m_isAnswered)
         return nullptr;
     const FrameFields alone = FrameFields::ofReply(wire, nullptr);
-    const bool isSwitch = alone.function == kWriteCoil && !alone.isError() && m_request->function != kWriteCoil;
+    const bool isSwitch = alone.function == functioncode::kWriteCoil && !alone.isError() &&
+                          m_request->function != functioncode::kWriteCoil;
     return isSwitch ? nullptr : &*m_request;
 }

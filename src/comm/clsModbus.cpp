@@ -1,5 +1,6 @@
 #include "clsModbus.h"
 
+#include "FunctionCodes.h"
 #include "ModbusError.h"
 #include "ModbusFrame.h"
 
@@ -10,16 +11,10 @@ namespace {
 
 constexpr int kMaxCount = 120;
 constexpr int kMaxFloats = 60;
-constexpr int kCoilBase = 1;
-constexpr int kInputBase = 10001;
-constexpr int kInputRegisterBase = 30001;
-constexpr int kHoldingBase = 40001;
-constexpr int kFloatBase = 50001;
-constexpr int kTableSize = 10000;
 
-void checkReference(qint32 reference, qint32 base, const QString& operation)
+void checkReference(qint32 number, qint32 base, const QString& operation)
 {
-    if (reference < base || reference >= base + kTableSize)
+    if (number < base || number >= base + reference::kTableSize)
         throw ModbusError(QStringLiteral("Reference number is invalid value."), operation);
 }
 
@@ -84,8 +79,7 @@ bool clsModbus::request(int functionCode, const QByteArray& data, int replyDataB
 {
     m_request = QByteArray(1, static_cast<char>(m_slaveAddress)) + static_cast<char>(functionCode) + data;
     m_wire = modbusframe::toWire(m_request, isAscii());
-    const int replyBytes = replyDataBytes + 2;
-    m_recvSize = isAscii() ? 2 * (replyBytes + 1) + 3 : replyBytes + 2;
+    m_recvSize = static_cast<int>(modbusframe::wireBytes(replyDataBytes + 2, isAscii()));
     return true;
 }
 
@@ -96,85 +90,90 @@ bool clsModbus::readReferences(int functionCode, qint32 offset, qint32 count, in
 
 bool clsModbus::ReadDigitalSetValue(qint32 StartRefNumber, qint32 Count)
 {
-    checkReference(StartRefNumber, kCoilBase, QStringLiteral("ReadDigitalSetValue"));
+    checkReference(StartRefNumber, reference::kCoil, QStringLiteral("ReadDigitalSetValue"));
     checkCount(Count, kMaxCount, QStringLiteral("ReadDigitalSetValue"));
-    return readReferences(1, StartRefNumber - kCoilBase, Count, bitBytes(Count));
+    return readReferences(functioncode::kReadCoils, StartRefNumber - reference::kCoil, Count, bitBytes(Count));
 }
 
 bool clsModbus::ReadDigitalInputData(qint32 StartRefNumber, qint32 Count)
 {
-    checkReference(StartRefNumber, kInputBase, QStringLiteral("ReadDigitalInputData"));
+    checkReference(StartRefNumber, reference::kDiscreteInput, QStringLiteral("ReadDigitalInputData"));
     checkCount(Count, kMaxCount, QStringLiteral("ReadDigitalInputData"));
-    return readReferences(2, StartRefNumber - kInputBase, Count, bitBytes(Count));
+    return readReferences(functioncode::kReadDiscreteInputs, StartRefNumber - reference::kDiscreteInput, Count,
+                          bitBytes(Count));
 }
 
 bool clsModbus::ReadAnalogSetValue(qint32 StartRefNumber, qint32 Count)
 {
-    checkReference(StartRefNumber, kHoldingBase, QStringLiteral("ReadAnalogSetValue"));
+    checkReference(StartRefNumber, reference::kHoldingRegister, QStringLiteral("ReadAnalogSetValue"));
     checkCount(Count, kMaxCount, QStringLiteral("ReadAnalogSetValue"));
-    return readReferences(3, StartRefNumber - kHoldingBase, Count, 2 * Count);
+    return readReferences(functioncode::kReadHoldingRegisters, StartRefNumber - reference::kHoldingRegister, Count,
+                          2 * Count);
 }
 
 bool clsModbus::ReadAnalogInputData(qint32 StartRefNumber, qint32 Count)
 {
     checkCount(Count, kMaxCount, QStringLiteral("ReadAnalogInputData"));
-    const qint64 offset = static_cast<qint64>(StartRefNumber) - kInputRegisterBase;
+    const qint64 offset = static_cast<qint64>(StartRefNumber) - reference::kInputRegister;
     if (offset < INT16_MIN || offset > INT16_MAX)
         throw ModbusError(QStringLiteral("Overflow"), QStringLiteral("ReadAnalogInputData"));
-    return readReferences(4, static_cast<qint32>(offset), Count, 2 * Count);
+    return readReferences(functioncode::kReadInputRegisters, static_cast<qint32>(offset), Count, 2 * Count);
 }
 
 bool clsModbus::WriteDigitalSetValue(qint32 SetRefNumber, bool SetValue)
 {
-    if (SetRefNumber < kCoilBase || SetRefNumber >= kCoilBase + kTableSize)
+    if (SetRefNumber < reference::kCoil || SetRefNumber >= reference::kCoil + reference::kTableSize)
         return false;
-    return request(5, big16(SetRefNumber - kCoilBase) + big16(SetValue ? 0xFF00 : 0), 4);
+    return request(functioncode::kWriteCoil, big16(SetRefNumber - reference::kCoil) + big16(SetValue ? 0xFF00 : 0), 4);
 }
 
 bool clsModbus::WriteAnalogSetValue(qint32 SetRefNumber, qint16 SetValue)
 {
-    checkReference(SetRefNumber, kHoldingBase, QStringLiteral("WriteAnalogSetValue"));
-    return request(6, big16(SetRefNumber - kHoldingBase) + big16(SetValue), 4);
+    checkReference(SetRefNumber, reference::kHoldingRegister, QStringLiteral("WriteAnalogSetValue"));
+    return request(functioncode::kWriteRegister, big16(SetRefNumber - reference::kHoldingRegister) + big16(SetValue),
+                   4);
 }
 
 bool clsModbus::WriteAnalogSetValues(qint32 SetRefNumber, const std::vector<qint16>& SetValues, qint32 Count)
 {
-    checkReference(SetRefNumber, kHoldingBase, QStringLiteral("WriteAnalogSetValues"));
+    checkReference(SetRefNumber, reference::kHoldingRegister, QStringLiteral("WriteAnalogSetValues"));
     checkCount(Count, kMaxCount, QStringLiteral("WriteAnalogSetValues"));
-    QByteArray data = big16(SetRefNumber - kHoldingBase) + big16(Count) + static_cast<char>(2 * Count);
+    QByteArray data = big16(SetRefNumber - reference::kHoldingRegister) + big16(Count) + static_cast<char>(2 * Count);
     for (qint32 i = 1; i <= Count; ++i)
         data += big16(SetValues.at(static_cast<size_t>(i)));
-    return request(16, data, 4);
+    return request(functioncode::kWriteRegisters, data, 4);
 }
 
 bool clsModbus::ReadFloatingData(qint32 StartRefNumber, qint32 Count)
 {
-    checkReference(StartRefNumber, kFloatBase, QStringLiteral("ReadFloatingData"));
+    checkReference(StartRefNumber, reference::kFloat, QStringLiteral("ReadFloatingData"));
     checkCount(Count, kMaxFloats, QStringLiteral("ReadFloatingData"));
-    return request(70, QByteArray(1, '\0') + big16(StartRefNumber - kFloatBase) + big16(Count), 2 + 4 * Count);
+    return request(functioncode::kReadFloats,
+                   QByteArray(1, '\0') + big16(StartRefNumber - reference::kFloat) + big16(Count), 2 + 4 * Count);
 }
 
 bool clsModbus::WriteFloatingData(qint32 SetRefNumber, const std::vector<float>& SetValues, qint32 Count)
 {
-    checkReference(SetRefNumber, kFloatBase, QStringLiteral("WriteFloatingData"));
+    checkReference(SetRefNumber, reference::kFloat, QStringLiteral("WriteFloatingData"));
     checkCount(Count, kMaxFloats, QStringLiteral("WriteFloatingData"));
     QByteArray data =
-        QByteArray(1, '\0') + big16(SetRefNumber - kFloatBase) + big16(Count) + static_cast<char>(4 * Count);
+        QByteArray(1, '\0') + big16(SetRefNumber - reference::kFloat) + big16(Count) + static_cast<char>(4 * Count);
     for (qint32 i = 1; i <= Count; ++i)
         data += littleSingle(SetValues.at(static_cast<size_t>(i)));
-    return request(71, data, 5);
+    return request(functioncode::kWriteFloats, data, 5);
 }
 
 bool clsModbus::ReadDirectMemory(qint32 StartMemoryAddress, qint32 Count)
 {
     checkCount(Count, kMaxCount, QStringLiteral("ReadDirectMemory"));
-    return request(66, QByteArray(1, '\0') + big32(StartMemoryAddress) + static_cast<char>(Count), 2 + Count);
+    return request(functioncode::kMemory, QByteArray(1, '\0') + big32(StartMemoryAddress) + static_cast<char>(Count),
+                   2 + Count);
 }
 
 bool clsModbus::WriteDirectMemory(qint32 StartMemoryAddress, qint32 Count)
 {
     checkCount(Count, kMaxCount, QStringLiteral("WriteDirectMemory"));
-    return request(66,
+    return request(functioncode::kMemory,
                    QByteArray(1, '\1') + big32(StartMemoryAddress) + static_cast<char>(Count) +
                        DigitalVals().bytes.left(Count),
                    6);

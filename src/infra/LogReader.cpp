@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QtEndian>
 
 #include <algorithm>
 
@@ -95,11 +94,12 @@ LogReader::Problem LogReader::readRing(QFile& file, Ring& ring)
     const QByteArray header = file.read(clsLog::kHeaderBytes);
     if (header.isEmpty() && file.size() == 0)
         return Problem::Missing; // made, but nothing written yet
-    if (header.size() < clsLog::kHeaderBytes)
+    const auto told = clsLog::headerOf(header);
+    if (!told)
         return Problem::Damaged;
-    ring.count = qFromLittleEndian<qint32>(header.constData());
-    ring.size = qFromLittleEndian<qint32>(header.constData() + 4);
-    ring.last = qFromLittleEndian<qint32>(header.constData() + 8);
+    ring.count = told->count;
+    ring.size = told->size;
+    ring.last = told->last;
     if (ring.count <= 0 || ring.size <= clsLog::kFrameBytes || ring.size > kLargestRecord)
         return Problem::Damaged;
     ring.present = std::min<qint64>((file.size() - clsLog::kHeaderBytes) / ring.size, ring.count);

@@ -7,24 +7,7 @@
 
 namespace {
 
-struct Header
-{
-    qint32 count = 0;
-    qint32 size = 0;
-    qint32 last = 0; // record written last, from 1; 0: none
-};
-
-bool readHeader(QFile& file, Header& header)
-{
-    const QByteArray bytes = file.read(clsLog::kHeaderBytes);
-    if (bytes.size() < clsLog::kHeaderBytes)
-        return false;
-    header = {qFromLittleEndian<qint32>(bytes.constData()), qFromLittleEndian<qint32>(bytes.constData() + 4),
-              qFromLittleEndian<qint32>(bytes.constData() + 8)};
-    return true;
-}
-
-QByteArray headerBytes(const Header& header)
+QByteArray headerBytes(const clsLog::Header& header)
 {
     QByteArray bytes(clsLog::kHeaderBytes, '\0');
     qToLittleEndian(header.count, bytes.data());
@@ -52,6 +35,14 @@ bool writeAt(QFile& file, qint64 offset, const QByteArray& bytes)
 }
 
 } // namespace
+
+std::optional<clsLog::Header> clsLog::headerOf(const QByteArray& bytes)
+{
+    if (bytes.size() < kHeaderBytes)
+        return {};
+    return Header{qFromLittleEndian<qint32>(bytes.constData()), qFromLittleEndian<qint32>(bytes.constData() + 4),
+                  qFromLittleEndian<qint32>(bytes.constData() + 8)};
+}
 
 clsLog::clsLog(platform::Machine& machine) : m_machine(machine), m_logPath(withBackslash(machine.folders.program())) {}
 
@@ -90,9 +81,10 @@ void clsLog::LogWrite(const QString& Message)
     QFile file(filePath());
     if (file.fileName().isEmpty() || !file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
         return;
-    Header header;
-    const bool known = readHeader(file, header) && header.count == m_maxLogCnt && header.size == m_logRecSize &&
-                       header.last >= 0 && header.last <= m_maxLogCnt;
+    const std::optional<Header> found = headerOf(file.read(kHeaderBytes));
+    Header header = found.value_or(Header());
+    const bool known = found && header.count == m_maxLogCnt && header.size == m_logRecSize && header.last >= 0 &&
+                       header.last <= m_maxLogCnt;
     if (!known) {
         header = {m_maxLogCnt, m_logRecSize, 0};
         if (!file.resize(0) || !writeAt(file, 0, headerBytes(header)))

@@ -2,7 +2,10 @@
 
 #include "Machine.h"
 
+#include <QByteArray>
 #include <QString>
+
+#include <optional>
 
 // One fixed-size ring log file: a 16-byte header and records of one length, the oldest overwritten when the ring is
 // full. Every LogWrite opens, writes and closes; a failure is silent. Not guarded against a second process.
@@ -12,6 +15,15 @@ public:
     static constexpr int kHeaderBytes = 16;
     static constexpr int kStampBytes = 25; // "[2007/03/05 14:07:09:042]"
     static constexpr int kFrameBytes = 27; // stamp and line end
+
+    // What the header of a log file tells; numbers as they stand there, whatever they are.
+    struct Header
+    {
+        qint32 count = 0; // records that the ring has room for
+        qint32 size = 0;  // bytes of a record
+        qint32 last = 0;  // record written last, from 1; 0: none
+    };
+    static std::optional<Header> headerOf(const QByteArray& bytes); // nothing for less than kHeaderBytes
 
     explicit clsLog(platform::Machine& machine);
 

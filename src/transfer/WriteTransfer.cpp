@@ -1,5 +1,6 @@
 #include "WriteTransfer.h"
 
+#include "FunctionCodes.h"
 #include "ItemStore.h"
 #include "ModbusError.h"
 #include "Numbers.h"
@@ -16,9 +17,6 @@ const QString kInputRange = QStringLiteral("PQRNO");
 const QString kModelCode = QStringLiteral("MQCODE");
 const QString kLiteral = QStringLiteral("&h");
 constexpr int kEditSent = 3;
-constexpr quint8 kDirectMemory = 66;
-constexpr quint8 kWriteRegister = 6;
-constexpr quint8 kWriteCoil = 5;
 
 QString entryName(const clsKXAdr& image, int i)
 {
@@ -247,7 +245,7 @@ bool WriteTransfer::buildDirect(clsKXAdr& image, int i)
     const qint32 address = m_parts.kx.library().toLong(kLiteral + image.WAdr(i), 0);
     if (!channel.modbus().WriteDirectMemory(address, image.WCnt(i)))
         return false;
-    m_functionCode = kDirectMemory;
+    m_functionCode = functioncode::kMemory;
     channel.trace(QStringLiteral("Original :%1:").arg(image.StartAddress()), image.getOrgData());
     channel.trace(QStringLiteral("WriteData:%1:").arg(image.StartAddress()), image.getWriteData(true).bytes);
     channel.traceRequest(QStringLiteral("(Dirct)S:"));
@@ -271,7 +269,7 @@ bool WriteTransfer::buildSet(const clsKXAdr& image, int i, bool bSingle)
     const qint16 value = library.toInteger(item == nullptr ? tag : item->Data(), 0);
     const qint32 reference = library.toLong(image.WAdr(i), 0);
     clsModbus& modbus = m_parts.channel.modbus();
-    m_functionCode = isAnalog ? kWriteRegister : kWriteCoil;
+    m_functionCode = isAnalog ? functioncode::kWriteRegister : functioncode::kWriteCoil;
     if (!(isAnalog ? modbus.WriteAnalogSetValue(reference, value) : modbus.WriteDigitalSetValue(reference, value != 0)))
         return false;
     if (isAnalog)
@@ -285,7 +283,7 @@ void WriteTransfer::send(clsKXAdr& image, int i)
     if (m_parts.channel.isAborted())
         return;
     if (result == RequestChannel::Result::Success) {
-        if (m_functionCode == kDirectMemory)
+        if (m_functionCode == functioncode::kMemory)
             image.setCopy();
         return;
     }

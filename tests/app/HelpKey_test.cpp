@@ -2,6 +2,7 @@
 
 #include "ProgramContext.h"
 #include "SoundController.h"
+#include "WhenShown.h"
 #include "frmComSet.h"
 #include "frmMain.h"
 #include "frmMessageBox.h"
@@ -10,6 +11,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -27,28 +29,6 @@
 #include <memory>
 
 namespace {
-
-// The first form of its kind that is shown is handed to the function, in its own event loop.
-template <class Form> class WhenShown : public QObject
-{
-public:
-    explicit WhenShown(std::function<void(Form&)> act) : m_act(std::move(act)) { qApp->installEventFilter(this); }
-
-    bool eventFilter(QObject* object, QEvent* event) override
-    {
-        auto* form = qobject_cast<Form*>(object);
-        if (form == nullptr || event->type() != QEvent::Show || m_done)
-            return false;
-        m_done = true;
-        QTimer::singleShot(0, form, [this, form] { m_act(*form); });
-        return false;
-    }
-    bool done() const { return m_done; }
-
-private:
-    std::function<void(Form&)> m_act;
-    bool m_done = false;
-};
 
 // The main window with its own message boxes, without a controller; the manual as it is shipped.
 class Help : public ::testing::Test
@@ -247,6 +227,23 @@ TEST_F(Help, FindsATextAroundTheEnd)
     field->setText(QStringLiteral("no such words"));
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_FALSE(result->text().isEmpty());
+}
+
+// As the dialog for printing and the question that it asks: a window that belongs to its own dialog has no end.
+TEST(HelpWindow, DialogsOverItAreNotItsOwners)
+{
+    platform::HelpWindow help([](const QString& text) { return text; });
+    help.showPage(QStringLiteral(VORLANT_DATA_DIR "/help/Vorlant"), QStringLiteral("index.html"));
+    QDialog print(&help);
+    print.setWindowModality(Qt::ApplicationModal);
+    print.show();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(print.windowHandle()->isAncestorOf(help.windowHandle(), QWindow::IncludeTransients));
+    QDialog question(&print);
+    question.setWindowModality(Qt::ApplicationModal);
+    question.show();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(question.isVisible());
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "MessagePresenter.h"
 #include "Picture.h"
 #include "ProgramContext.h"
+#include "WhenShown.h"
 #include "frmComSet.h"
 #include "frmMain.h"
 #include "frmMessageBox.h"
@@ -36,27 +37,6 @@ constexpr int kDataColumn = 6;
 constexpr int kDataWidth = 150;
 constexpr int kRemarkColumn = 8;
 const QString kTime = QStringLiteral("14:07:09");
-
-// Calls the function once for the first form of its kind that is shown, in the form's own event loop.
-template <class Form> class WhenShown : public QObject
-{
-public:
-    explicit WhenShown(std::function<void(Form&)> act) : m_act(std::move(act)) { qApp->installEventFilter(this); }
-
-    bool eventFilter(QObject* object, QEvent* event) override
-    {
-        auto* form = qobject_cast<Form*>(object);
-        if (form == nullptr || event->type() != QEvent::Show || m_done)
-            return false;
-        m_done = true;
-        QTimer::singleShot(0, form, [this, form] { m_act(*form); });
-        return false;
-    }
-
-private:
-    std::function<void(Form&)> m_act;
-    bool m_done = false;
-};
 
 void press(QWidget& window, const char* button)
 {
