@@ -142,7 +142,7 @@ CommandResult SetFile::replaceWritten(clsKX& kx) const
     apply(kx, written);
     QStringList unfit;
     for (const auto& [item, value] : written) {
-        if (!storeInImage(*item, *kx.ColAdr().find(item->WSection())))
+        if (!item->isAmongChoices() || !storeInImage(*item, *kx.ColAdr().find(item->WSection())))
             unfit << QStringLiteral("%1=%2").arg(item->Key(), value);
     }
     if (unfit.isEmpty())

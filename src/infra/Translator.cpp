@@ -52,6 +52,13 @@ QString Translator::text(const QString& english)
     return value.replace(kLineBreak, QStringLiteral("\r\n"));
 }
 
+QString Translator::languageCode()
+{
+    clsINI* language = m_context.translates ? file() : nullptr;
+    return language != nullptr ? language->GetIniData(QStringLiteral("Info"), QStringLiteral("LocaleID"), {}, true)
+                               : QString();
+}
+
 void Translator::form(platform::Form& form)
 {
     clsINI* language = m_context.translates ? file() : nullptr;

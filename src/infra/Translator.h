@@ -28,6 +28,9 @@ public:
     // Captions, fonts and tool tips of a form and its controls, in the form's control order.
     void form(platform::Form& form);
 
+    // "LocaleID" of the language file in use; empty when it tells none.
+    QString languageCode();
+
     // The folder of the language files, made when it is missing.
     static QString folder(const Context& context);
     // No language needs more: a larger file of that name is something else, and is left alone.

@@ -74,6 +74,7 @@ public:
 
     // Languages (Translator.h, LanguageList.h).
     QString tranStr(const QString& strVal) const;
+    QString languageCode() const { return m_translator.languageCode(); }
     TranslateText translation() const; // tranStr, for code below or beside the library; not beyond the library's life
     void tranForm(platform::Form& frmVal) const;
     void makeLangList();

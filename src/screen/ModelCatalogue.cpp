@@ -11,6 +11,30 @@ namespace {
 const QString kSection = QStringLiteral("KXInfos");
 const QString kCount = QStringLiteral("KXMaxCount");
 
+const QStringList kBuiltIn{QStringLiteral("KX410"), QStringLiteral("KX413"), QStringLiteral("KX620"),
+                           QStringLiteral("KX623"), QStringLiteral("KX640"), QStringLiteral("KX643"),
+                           QStringLiteral("KX910")};
+
+ModelEntry builtIn(int number)
+{
+    const QString code = kBuiltIn.value(number - 1);
+    if (code.isEmpty())
+        return {number, {}, {}, {}, {}};
+    ModelEntry entry;
+    entry.number = number;
+    entry.code = code;
+    entry.screenFile = code + QStringLiteral("Screen.ini");
+    entry.commFile = code + QStringLiteral("Comm.ini");
+    entry.name = code;
+    return entry;
+}
+
+// Where settings cannot be kept the models are those that would stand there.
+bool isStored(clsINI& ini)
+{
+    return ini.GetIniData(kSection, kCount, QStringLiteral("0")) != u"0";
+}
+
 } // namespace
 
 ModelCatalogue::ModelCatalogue(clsLibrary& library) : m_library(library) {}
@@ -18,19 +42,16 @@ ModelCatalogue::ModelCatalogue(clsLibrary& library) : m_library(library) {}
 void ModelCatalogue::ensureBuiltIn()
 {
     clsINI ini = mainSettings(m_library.context());
-    if (ini.GetIniData(kSection, kCount, QStringLiteral("0")) != u"0")
+    if (isStored(ini))
         return;
     platform::ProfileStore::Batch batch(m_library.context().machine.profiles);
-    const QStringList codes{QStringLiteral("KX410"), QStringLiteral("KX413"), QStringLiteral("KX620"),
-                            QStringLiteral("KX623"), QStringLiteral("KX640"), QStringLiteral("KX643"),
-                            QStringLiteral("KX910")};
-    ini.PutIniData(kSection, kCount, static_cast<int>(codes.size()));
-    for (int i = 1; i <= codes.size(); ++i) {
-        const QString& code = codes[i - 1];
-        ini.PutIniData(kSection, QStringLiteral("KXModel%1").arg(i), code);
-        ini.PutIniData(kSection, QStringLiteral("KXName%1").arg(i), code);
-        ini.PutIniData(kSection, QStringLiteral("KXCommFile%1").arg(i), code + QStringLiteral("Comm.ini"));
-        ini.PutIniData(kSection, QStringLiteral("KXScreenFile%1").arg(i), code + QStringLiteral("Screen.ini"));
+    ini.PutIniData(kSection, kCount, static_cast<int>(kBuiltIn.size()));
+    for (int i = 1; i <= kBuiltIn.size(); ++i) {
+        const ModelEntry entry = builtIn(i);
+        ini.PutIniData(kSection, QStringLiteral("KXModel%1").arg(i), entry.code);
+        ini.PutIniData(kSection, QStringLiteral("KXName%1").arg(i), entry.name);
+        ini.PutIniData(kSection, QStringLiteral("KXCommFile%1").arg(i), entry.commFile);
+        ini.PutIniData(kSection, QStringLiteral("KXScreenFile%1").arg(i), entry.screenFile);
     }
 }
 
@@ -46,14 +67,15 @@ ModelEntry ModelCatalogue::entry(int number)
     entry.screenFile = text(u"KXScreenFile");
     entry.commFile = text(u"KXCommFile");
     entry.name = text(u"KXName");
-    return entry;
+    return entry.code.isEmpty() && !isStored(ini) ? builtIn(number) : entry;
 }
 
 std::vector<ModelEntry> ModelCatalogue::all()
 {
     clsINI ini = mainSettings(m_library.context());
-    const int stored = m_library.toLong(ini.GetIniData(kSection, kCount, QStringLiteral("0")), 0);
-    const int count = std::clamp(stored, 0, kMaxModels);
+    const QString stored = ini.GetIniData(kSection, kCount, QStringLiteral("0"));
+    const int count =
+        isStored(ini) ? std::clamp(m_library.toLong(stored, 0), 0, kMaxModels) : static_cast<int>(kBuiltIn.size());
     const platform::ProfileStore::Batch batch(m_library.context().machine.profiles);
     std::vector<ModelEntry> entries;
     for (int n = 1; n <= count; ++n)

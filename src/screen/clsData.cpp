@@ -301,6 +301,12 @@ QString clsData::comboDisplay() const
     return shown;
 }
 
+bool clsData::isAmongChoices() const
+{
+    const bool isChoice = m_type == ItemType::Combo || m_type == ItemType::Multi || m_type == ItemType::Input;
+    return !isChoice || !VData().isEmpty();
+}
+
 int clsData::ComboIdx() const
 {
     return static_cast<int>(std::max<qsizetype>(m_comboDatas.indexOf(m_data), 0));

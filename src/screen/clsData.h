@@ -78,6 +78,8 @@ public:
     int BitOn() const { return m_bitOn; }
     int BitOff() const { return m_bitOff; }
     int BitMask() const { return m_bitMask; }
+    // False for a stored value that none of its choices has; true for what is no choice.
+    bool isAmongChoices() const;
     QString ComboString() const; // choices separated by tab characters
     QString Section() const { return m_multiSection; }
     QString ICSection() const { return m_inputCSection; }

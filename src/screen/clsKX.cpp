@@ -323,7 +323,8 @@ bool clsKX::loadData(const QString& fileName)
             setUnitSwitch(m_library->toLong(value, 0));
     }
     for (const auto& item : m_items) {
-        if (item->MType() == ItemType::Data && item->isKnown() && !item->showsStoredText() && !isWithinLimits(*item))
+        const bool isNumber = item->MType() == ItemType::Data && !item->showsStoredText();
+        if (item->isKnown() && (isNumber ? !isWithinLimits(*item) : !item->isAmongChoices()))
             m_lastLoad.outsideLimits << item->Key();
     }
     refreshSpread(false, nullptr);

@@ -31,7 +31,6 @@ RequestChannel::~RequestChannel() = default;
 
 void RequestChannel::begin()
 {
-    m_abort = false;
     m_requests = 0;
     m_wireBytes = 0;
     m_reason.clear();

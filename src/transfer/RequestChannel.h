@@ -68,7 +68,7 @@ public:
     // Ends a wait for late replies: the request that waits for them is not sent and fails.
     void cancelWait();
 
-    // Ends a wait at once, for a program that is closing; stays so until the next begin.
+    // Ends a wait at once, for a program that is closing: nothing is sent any more, whatever is begun yet.
     void abort();
     bool isAborted() const { return m_abort; }
 

@@ -30,7 +30,7 @@ QLabel* MainStatusBar::addPanel(const QString& objectName, const QString& access
     panel->setTextFormat(Qt::PlainText);
     // A long reason must not force the window to its own width: it is cut, and whole in the tool tip.
     panel->setMinimumWidth(1);
-    panel->setSizePolicy(stretch > 0 ? QSizePolicy::Ignored : QSizePolicy::Preferred, QSizePolicy::Preferred);
+    panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     panel->setMargin(3);
     addWidget(panel, stretch);
     return panel;

@@ -2,6 +2,7 @@
 
 #include "CellHint.h"
 #include "ControlRegistry.h"
+#include "DesktopTexts.h"
 #include "FileChooser.h"
 #include "GridHint.h"
 #include "HelpFiles.h"
@@ -118,7 +119,7 @@ void frmMain::setupWindow()
 {
     setObjectName(kFormName);
     setWindowTitle(m_program.machine().folders.baseName());
-    resize(kDesignedSize);
+    resize(kDesignedSize.boundedTo(platform::roomFor(*this)));
     setupGrid();
     m_menus = std::make_unique<MainMenus>(*menuBar());
     m_tlbMain = new MainToolbar(this);
@@ -277,6 +278,7 @@ void frmMain::translateControls()
 {
     setWindowTitle(m_controls->designCaption());
     m_program.library().tranForm(*m_controls);
+    platform::translateDesktopDialogs(m_program.library().languageCode());
     if (m_traffic != nullptr)
         m_traffic->tranForm();
     m_caption = windowTitle();

@@ -3,13 +3,18 @@
 #include "PaletteColors.h"
 #include "ProgramContext.h"
 #include "SingleInstance.h"
+#include "Terminal.h"
 #include "TerminationSignals.h"
+#include "WindowlessAnswer.h"
 #include "frmMain.h"
 
 #include <QApplication>
 #include <QIcon>
 #include <QMessageBox>
+#include <QProcessEnvironment>
 #include <QSessionManager>
+
+#include <cstdio>
 
 namespace {
 
@@ -28,10 +33,24 @@ void endWith(QApplication& application, const platform::TerminationSignals& endR
     QObject::connect(&window, &frmMain::closed, &application, &QApplication::quit, Qt::QueuedConnection);
 }
 
+QStringList argumentsOf(int argc, char* argv[])
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
+
 } // namespace
 
 int Main(int& argc, char* argv[])
 {
+    const QStringList arguments = argumentsOf(argc, argv);
+    if (const auto answer =
+            windowlessAnswer(arguments, platform::hasDisplay(QProcessEnvironment::systemEnvironment()))) {
+        std::fputs(qPrintable(answer->text), answer->exitStatus == 0 ? stdout : stderr);
+        return answer->exitStatus;
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Vorlant"));
     QApplication::setQuitOnLastWindowClosed(false);

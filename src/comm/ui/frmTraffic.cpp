@@ -163,6 +163,9 @@ void frmTraffic::showEvent(QShowEvent* event)
         m_isLaidOut = true;
         look();
         m_timer->start(kLookMs);
+        // What has the focus has a current line: the newest, not the first, which is out of sight.
+        m_table->selectionModel()->setCurrentIndex(m_shown.index(m_shown.rowCount() - 1, 0),
+                                                   QItemSelectionModel::NoUpdate);
         m_table->setFocus();
     }
     QDialog::showEvent(event);

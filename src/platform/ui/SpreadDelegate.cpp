@@ -93,7 +93,13 @@ void SpreadDelegate::paintText(QPainter* painter, const QRect& place, Qt::Alignm
     if (cell.text.isEmpty())
         return;
     const double room = place.width() - face.width(cell.text);
-    if (room < 0 || cell.text.contains(u'\n')) {
+    if (room < 0 && !cell.text.contains(u'\n')) {
+        // Cut where it can be seen: the end of a number alone is another number.
+        painter->drawText(place, static_cast<int>(align),
+                          face.metrics.elidedText(cell.text, Qt::ElideRight, place.width()));
+        return;
+    }
+    if (cell.text.contains(u'\n')) {
         painter->drawText(place, static_cast<int>(align), cell.text);
         return;
     }

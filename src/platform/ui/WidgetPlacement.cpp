@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QStyle>
 
 namespace platform {
 
@@ -18,6 +19,14 @@ int twips(int pixels)
 QRect twips(const QRect& pixels)
 {
     return {twips(pixels.left()), twips(pixels.top()), twips(pixels.width()), twips(pixels.height())};
+}
+
+QSize roomFor(const QWidget& window)
+{
+    // The frame is the window manager's and not known yet; the style's title bar is about as high.
+    const int bar = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    const int side = window.style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, &window);
+    return window.screen()->availableSize() - QSize(2 * side, bar + 2 * side);
 }
 
 WidgetPlacement::WidgetPlacement(QWidget& form, const QString& name, const QString& id)

@@ -12,6 +12,9 @@ int pixels(int twips); // rounded
 int twips(int pixels);
 QRect twips(const QRect& pixels);
 
+// The largest inner size with which a window, its frame included, has room on its screen.
+QSize roomFor(const QWidget& window);
+
 // The place of a window. The size is that of its inner area and the position that of its frame, because the frame is
 // the window manager's and not known before the window is shown. A form with a splitter derives from it. The window is
 // kept, not owned.
