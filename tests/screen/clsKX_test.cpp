@@ -132,6 +132,8 @@ TEST_F(Model, CatalogueIsWrittenOnce)
 {
     ModelCatalogue catalogue(library);
     put(library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"), "[KXInfos]\nKXMaxCount=0\n");
+    EXPECT_EQ(catalogue.all().size(), 7U) << "as where it cannot be written";
+    EXPECT_EQ(catalogue.entry(7).commFile, u"KX910Comm.ini");
     catalogue.ensureBuiltIn();
     EXPECT_EQ(catalogue.all().size(), 7U);
     EXPECT_EQ(catalogue.entry(3).screenFile, u"KX620Screen.ini");

@@ -320,4 +320,16 @@ TEST_F(Write, ClosingEndsAPauseAtOnce)
     EXPECT_FALSE(engine->isBusy());
 }
 
+// The program is asked to end while a message box stands before the write.
+TEST_F(Write, NothingIsSentOnceTheProgramIsClosing)
+{
+    edit("A", "300");
+    const QByteArray before = controller.low;
+    engine->abort();
+    engine->setDataToKXAll();
+    engine->setDataToKXOne(QStringLiteral("A"));
+    EXPECT_EQ(controller.low.toHex(), before.toHex());
+    EXPECT_EQ(engine->lastWrite().requests, 0);
+}
+
 } // namespace
