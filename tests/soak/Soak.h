@@ -57,7 +57,7 @@ struct SoakResult
 
 // A real model and its simulated controller at the two ends of a pseudo-terminal. Every cycle draws faults, then reads,
 // and writes with values of its own; what the program holds for read or written afterwards is compared with what the
-// controller held meanwhile. The clock runs only while the line is quiet. Repeatable by the seed.
+// controller held meanwhile. The clock runs only while the line is quiet. The same number gives the same run.
 class Soak
 {
 public:
