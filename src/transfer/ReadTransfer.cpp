@@ -101,7 +101,7 @@ ReadTransfer::Step ReadTransfer::readImage(clsKXAdr& image)
             continue;
         sentAny = true;
         if (m_parts.settings.m_bComm) {
-            m_parts.channel.traceUnsent();
+            m_parts.channel.traceNow();
             image.setCopy();
             continue;
         }

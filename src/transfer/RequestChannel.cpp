@@ -45,7 +45,7 @@ void RequestChannel::useShellSettings()
     m_clsModbus.setTransmissionMode(m_parts.shell.transmissionMode());
 }
 
-void RequestChannel::traceUnsent()
+void RequestChannel::traceNow()
 {
     if (!m_traceTag.isEmpty())
         trace(m_traceTag, m_clsModbus.GetSendMessage());
@@ -68,7 +68,7 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
         m_reason = tran("It was cancelled.");
         return Result::Failed;
     }
-    traceUnsent();
+    traceNow();
     m_lastRequest = m_clsModbus.GetSendMessage();
     reply.sent = now();
     if (!isRepetition)

@@ -56,7 +56,7 @@ public:
     void begin();
     // The next exchange leaves a line of its request under this tag, when it sends it.
     void traceRequest(const QString& tag) { m_traceTag = tag; }
-    void traceUnsent(); // that line at once, for a request that is built and not sent
+    void traceNow(); // that line at once; also for a request that is built and not sent
     void trace(const QString& tag, const QByteArray& bytes);
 
     // functionCode: of the request, which its reply must repeat. accepted is called with a sound reply and gives the

@@ -17,7 +17,7 @@ TransferEngine::TransferEngine(const Parts& parts, QObject* parent)
 
 void TransferEngine::getDataFromKX(const std::vector<clsBlock*>* colRefData)
 {
-    if (m_bBusy)
+    if (!mayBegin())
         return;
     {
         const QScopedValueRollback<bool> busy(m_bBusy, true);
@@ -34,7 +34,7 @@ void TransferEngine::getDataFromKX(const std::vector<clsBlock*>* colRefData)
 
 int TransferEngine::setDataToKXOne(const QString& sTag)
 {
-    if (m_bBusy)
+    if (!mayBegin())
         return 0;
     bool sent = false;
     {
@@ -50,7 +50,7 @@ int TransferEngine::setDataToKXOne(const QString& sTag)
 
 void TransferEngine::setDataToKXAll()
 {
-    if (m_bBusy || !keepLastSet())
+    if (!mayBegin() || !keepLastSet())
         return;
     bool sent = false;
     {
@@ -66,7 +66,7 @@ void TransferEngine::setDataToKXAll()
 
 void TransferEngine::writeBlock(const clsBlock& block, bool readBack)
 {
-    if (m_bBusy)
+    if (!mayBegin())
         return;
     bool sent = false;
     {

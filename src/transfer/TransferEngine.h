@@ -63,6 +63,7 @@ Q_SIGNALS:
     void written();
 
 private:
+    bool mayBegin() const { return !m_bBusy && !m_channel.isAborted(); } // not once the program is closing
     bool keepLastSet();
     void readBackAfterWrite(const std::vector<clsBlock*>* blocks);
 

@@ -204,6 +204,8 @@ bool WriteTransfer::sendPass(const Images& colWrite, int pass, bool bSingle, int
             continue;
         }
         for (int i = 1; i <= image->WMsgMax(); ++i) {
+            if (m_parts.channel.isAborted())
+                return false;
             if (!sendEntry(*image, i, pass, bSingle))
                 continue;
             if (m_bCancel || m_parts.channel.isAborted())
@@ -230,7 +232,7 @@ bool WriteTransfer::sendEntry(clsKXAdr& image, int i, int pass, bool bSingle)
         return false;
     }
     if (m_parts.settings.m_bComm) {
-        m_parts.channel.traceUnsent();
+        m_parts.channel.traceNow();
         image.setCopy();
         return true;
     }
