@@ -1,6 +1,7 @@
 #include "clsKXAdr.h"
 
 #include "Numbers.h"
+#include "ReadCommands.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -105,6 +106,53 @@ QByteArray clsKXAdr::getOrgData() const
 IndexedBytes clsKXAdr::getWriteData(bool bMaxLen) const
 {
     return bMaxLen ? IndexedBytes{0, padded(m_write, m_imageSize)} : m_write;
+}
+
+void clsKXAdr::markFilled()
+{
+    m_filled = true;
+    m_heldRegister = m_originalRegister;
+}
+
+void clsKXAdr::resetWrite()
+{
+    m_write = m_original;
+    m_originalRegister = m_writeRegister = m_heldRegister;
+}
+
+void clsKXAdr::accept(const QString& address, int length)
+{
+    m_heldRegister = m_writeRegister;
+    const qint64 offset = offsetOf(address);
+    for (int i = 0; i < length && !m_bModbus; ++i)
+        m_original.set(offset + i, m_write.at(offset + i));
+}
+
+bool clsKXAdr::isUsable(const Command& read)
+{
+    return !read.address.isEmpty() && read.count != 0 && findReadCommand(read.command) != nullptr;
+}
+
+bool clsKXAdr::hasReads() const
+{
+    return std::any_of(m_reads.begin(), m_reads.end(), &clsKXAdr::isUsable);
+}
+
+QString clsKXAdr::writeFault(int i) const
+{
+    const Command& write = m_writes.at(slot(i));
+    if (write.command != kDirect || write.address.isEmpty())
+        return {};
+    const auto read = std::find_if(m_reads.rbegin(), m_reads.rend(),
+                                   [](const Command& entry) { return entry.command == kDirect && isUsable(entry); });
+    if (read == m_reads.rend())
+        return QStringLiteral("writes bytes that no Direct command reads");
+    const auto from = platform::parseInt32(QStringLiteral("&h") + read->address);
+    if (platform::parseInt32(QStringLiteral("&h") + write.address) != from || write.count > read->count)
+        return QStringLiteral("writes bytes that were not read: the last Direct read is %1,%2")
+            .arg(read->address)
+            .arg(read->count);
+    return {};
 }
 
 qint64 clsKXAdr::offsetOf(const QString& address) const

@@ -46,15 +46,23 @@ public:
 
     // Whether the original image holds what the controller sent in the last read.
     bool isFilled() const { return m_filled; }
-    void markFilled() { m_filled = true; }
+    void markFilled();
     void clearFilled() { m_filled = false; }
 
     // Whether the whole value lies in what the read commands bring. length: bytes, 1 and up.
     bool holds(const QString& address, int length) const;
+    // Whether a read command asks the controller for anything. A section of write commands alone has nothing unread.
+    bool hasReads() const;
+    // Why write entry i cannot be sent, in plain English: a "Direct" write sends the image from its first byte on, so
+    // it must begin where the last "Direct" read begins and be no longer. Empty when all is well.
+    QString writeFault(int i) const;
     int imageSize() const { return m_imageSize; } // bytes; 1 in register mode
 
     void setData(const IndexedBytes& bytData); // both images
     void setCopy() { m_original = m_write; }
+    void resetWrite(); // the write image becomes what the controller held
+    // The controller has taken a value of the write image, length bytes at the address.
+    void accept(const QString& address, int length);
     QByteArray getOrgData() const;
     IndexedBytes getWriteData(bool bMaxLen) const;
 
@@ -79,6 +87,7 @@ private:
         QString tag;
     };
 
+    static bool isUsable(const Command& read);
     static size_t slot(int i) { return static_cast<size_t>(i) - 1; }
     void takeStartAddress(const QString& address);
     void loadReads(clsINI& ini, int count);
@@ -96,6 +105,7 @@ private:
     IndexedBytes m_write;
     qint16 m_originalRegister = 0;
     qint16 m_writeRegister = 0;
+    qint16 m_heldRegister = 0; // as read, or as written with success: the other two follow every entry
     bool m_filled = false;
     clsLibrary* m_library = nullptr;
 };

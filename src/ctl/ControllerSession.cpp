@@ -47,11 +47,11 @@ CommandResult ControllerSession::read()
     return readResult();
 }
 
-CommandResult ControllerSession::writeOne(const QString& tag)
+CommandResult ControllerSession::writeItems(const QStringList& tags)
 {
     if (!m_interrupted) {
         m_wrote = true;
-        m_engine->setDataToKXOne(tag);
+        m_engine->writeItems(tags);
     }
     return writeResult();
 }
@@ -127,6 +127,10 @@ CommandResult ControllerSession::writeResult() const
     if (report.outcome != WriteOutcome::Complete)
         return failed(ExitStatus::NoAnswer, QStringLiteral("%1: the write did not come to its end; %2")
                                                 .arg(m_controlLink.text(), m_messages.lastNotice()));
+    if (!report.outsideLimits.isEmpty())
+        return failed(ExitStatus::Refused,
+                      QStringLiteral("%1: not written, because outside the limits or no choice: %2; correct the values")
+                          .arg(m_controlLink.text(), report.outsideLimits.join(u", ")));
     if (report.failed.isEmpty())
         return {};
     return failed(ExitStatus::Refused, QStringLiteral("%1: not written: %2; read the controller before going on")

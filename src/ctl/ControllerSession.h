@@ -28,8 +28,9 @@ public:
     CommandResult load(const QString& wanted);
     CommandResult open();
     CommandResult read();
-    // The stored values that the parameters have now. writeAll also reads back; what was not accepted is in lastWrite.
-    CommandResult writeOne(const QString& tag);
+    // The values that the parameters have now, in one write. writeAll also reads back; what was not accepted is in
+    // lastWrite.
+    CommandResult writeItems(const QStringList& tags);
     CommandResult writeAll();
     const WriteReport& lastWrite() const { return m_engine->lastWrite(); }
 

@@ -114,19 +114,14 @@ CommandResult compareWithReadBack(const ControllerSession& session, const Items&
                                  .arg(session.lineText(), notAccepted.join(u", ")));
 }
 
-// All values lie in the memory images by now, so one write for each of these carries them. Stops at the first one that
-// gets no sound answer; the read-back tells whether it was refused or the line is gone.
+// The read-back tells whether a request was refused or the line is gone.
 CommandResult writeAndReadBack(ControllerSession& session, const Items& items)
 {
     const QVector<QPair<QString, QString>> sent = valuesOf(items);
-    QStringList sections;
-    CommandResult written;
-    for (size_t i = 0; i < items.size() && written.ok(); ++i) {
-        if (sections.contains(items[i]->WSection()))
-            continue;
-        sections << items[i]->WSection();
-        written = session.writeOne(items[i]->Key());
-    }
+    QStringList tags;
+    for (const clsData* item : items)
+        tags << item->Key();
+    const CommandResult written = session.writeItems(tags);
     if (written.status != ExitStatus::Done && written.status != ExitStatus::Refused)
         return written;
     const CommandResult readBack = session.read();

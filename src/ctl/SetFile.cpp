@@ -1,5 +1,7 @@
 #include "SetFile.h"
 
+#include "HeldValue.h"
+#include "ItemLimits.h"
 #include "ItemStore.h"
 #include "ProgramContext.h"
 #include "WrittenItems.h"
@@ -142,14 +144,19 @@ CommandResult SetFile::replaceWritten(clsKX& kx) const
     apply(kx, written);
     QStringList unfit;
     for (const auto& [item, value] : written) {
-        if (!item->isAmongChoices() || !storeInImage(*item, *kx.ColAdr().find(item->WSection())))
+        // What the controller itself holds may stay, whatever the limits say.
+        const clsKXAdr* image = kx.ColAdr().find(item->WSection());
+        if (heldValue(*item, *image) == value)
+            continue;
+        if (!isAllowed(*item) || !storeInImage(*item, *kx.ColAdr().find(item->WSection())))
             unfit << QStringLiteral("%1=%2").arg(item->Key(), value);
     }
     if (unfit.isEmpty())
         return {};
     return CommandResult::failed(
         ExitStatus::Refused,
-        QStringLiteral("%1: no controller can hold %2; nothing was written: mend the file").arg(m_name, listed(unfit)));
+        QStringLiteral("%1: no value for the controller, or outside the limits: %2; nothing was written: mend the file")
+            .arg(m_name, listed(unfit)));
 }
 
 CommandResult SetFile::save(const clsKX& kx) const

@@ -1,7 +1,8 @@
 #include "GridRefresh.h"
 
+#include "HeldValue.h"
+#include "ItemLimits.h"
 #include "LockRules.h"
-#include "Numbers.h"
 #include "clsCfg.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
@@ -9,11 +10,12 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
 constexpr platform::ColorRef kGray = 0x808080;
+constexpr platform::ColorRef kRefusedColor = 0x0000FF; // red, in the order blue, green, red
+const QString kRefusedTip = QStringLiteral("Outside its limits or no choice: it is not sent until it is corrected");
 const QString kUnitTag = QStringLiteral("SWQCF");
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
 
@@ -53,61 +55,25 @@ void GridRefresh::take(clsData& item)
     clsKXAdr* image = m_owner.ColAdr().find(item.RSection());
     if (image == nullptr)
         return;
-    const bool sent = image->isFilled() && isSent(item, *image);
-    item.setKnown(sent);
-    item.Edit = sent ? EditState::kRead : EditState::kUntouched;
-    if (!sent)
+    const auto value = isOffLine() ? offLineValue(item, *image) : heldValue(item, *image);
+    item.setKnown(value.has_value());
+    item.Edit = value ? EditState::kRead : EditState::kUntouched;
+    if (!value)
         return;
-    if (item.DataLen() == 1)
-        takeByte(item, *image);
-    else if (item.DataLen() == 2)
-        takeInteger(item, *image);
-    else if (item.DataLen() >= 4)
-        takeLong(item, *image);
+    item.setData(*value);
     if (item.Key() == kUnitTag)
         m_owner.setUnitSwitch(m_owner.library().toLong(item.Data(), 0));
 }
 
-// Whether the reply holds a value of this item: length 3 has no meaning, a text may be longer than the image, and a
-// register has no single bits.
-bool GridRefresh::isSent(const clsData& item, const clsKXAdr& image) const
+std::optional<QString> GridRefresh::offLineValue(const clsData& item, const clsKXAdr& image) const
 {
+    const auto value = heldValue(item, image);
+    if (!value)
+        return std::nullopt;
+    if (item.DataLen() == 2)
+        return item.DefData();
     const bool isText = item.DataLen() >= 4 && item.MType() != ItemType::Data;
-    if (item.DataLen() < 1 || item.DataLen() == 3)
-        return false;
-    if (image.m_bModbus)
-        return item.DataLen() <= 2 && !(item.DataLen() == 1 && item.MType() == ItemType::Bit);
-    return image.holds(item.Address(), isText ? 1 : std::min(item.DataLen(), 4));
-}
-
-void GridRefresh::takeByte(clsData& item, clsKXAdr& image)
-{
-    if (item.MType() != ItemType::Bit) {
-        item.setData(QString::number(image.getByte(item.Address())));
-        return;
-    }
-    item.setData(QString::number(image.getBit(item.Address(), item.BitMask(), 0)));
-}
-
-void GridRefresh::takeInteger(clsData& item, clsKXAdr& image)
-{
-    if (isOffLine())
-        item.setData(item.DefData());
-    else
-        item.setData(QString::number(image.getInteger(item.Address(), 0)));
-}
-
-void GridRefresh::takeLong(clsData& item, clsKXAdr& image)
-{
-    if (item.MType() == ItemType::Data) {
-        const float value = image.getSingle(item.Address(), 0);
-        // Four bytes that are no number have no text that the controller could have meant.
-        item.setData(std::isfinite(value) ? platform::singleText(value) : QString());
-        item.setKnown(std::isfinite(value));
-        return;
-    }
-    const int length = std::min(item.DataLen(), image.imageSize());
-    item.setData(isOffLine() ? m_owner.modelString() : image.getString(item.Address(), length, QString()));
+    return isText ? m_owner.modelString() : value;
 }
 
 bool GridRefresh::isOffLine() const
@@ -141,6 +107,10 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
     cell.foreColor = item.SprForeColor();
     cell.text = item.isKnown() ? textOf(item) : QString();
     cell.toolTip = item.isKnown() ? QString() : m_owner.library().tranStr(kUnknownTip);
+    if (item.isKnown() && item.Edit == EditState::kChanged && !isAllowed(item)) {
+        cell.foreColor = kRefusedColor;
+        cell.toolTip = m_owner.library().tranStr(kRefusedTip);
+    }
     cell.locked = locked.value_or(cell.locked);
     if (item.MType() == ItemType::Bit)
         cell.value = m_owner.library().toLong(item.Data(), 0);

@@ -26,10 +26,7 @@ public:
 
 private:
     void take(clsData& item);
-    bool isSent(const clsData& item, const clsKXAdr& image) const;
-    void takeByte(clsData& item, clsKXAdr& image);
-    void takeInteger(clsData& item, clsKXAdr& image);
-    void takeLong(clsData& item, clsKXAdr& image);
+    std::optional<QString> offLineValue(const clsData& item, const clsKXAdr& image) const;
     bool isOffLine() const;
     QString textOf(const clsData& item) const;
     void widen(const clsData& item);

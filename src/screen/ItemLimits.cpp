@@ -65,6 +65,12 @@ bool isWithinLimits(const clsData& item)
            compareNumbers(value, item.SignH(), owner.checkTag(item.LimitH()));
 }
 
+bool isAllowed(const clsData& item)
+{
+    const bool isNumber = item.MType() == ItemType::Data && !item.showsStoredText();
+    return isNumber ? isWithinLimits(item) : item.isAmongChoices();
+}
+
 QString ItemLimits::rawLower() const
 {
     const LimitTexts& texts = m_item.limitTexts();

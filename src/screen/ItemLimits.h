@@ -20,6 +20,8 @@ class clsData;
 
 // Whether the displayed value of a numeric item lies within its limits; a limit that is no number lets nothing pass.
 bool isWithinLimits(const clsData& item);
+// Whether the item may go out: a number within its limits, or a choice that exists.
+bool isAllowed(const clsData& item);
 // left, operator ("=", "<>", "<", "<=", "=<", ">", ">=", "=>"), right, as single-precision numbers.
 bool compareNumbers(const QString& left, const QString& sign, const QString& right);
 

@@ -247,6 +247,11 @@ void clsKX::joinImage(const clsData& item)
     } catch (const std::exception& error) {
         logError(QStringLiteral("%1 [%2]: %3").arg(m_entry.commFile, item.RSection(), QString::fromUtf8(error.what())));
     }
+    for (int i = 1; i <= image->WMsgMax(); ++i) {
+        const QString fault = image->writeFault(i);
+        if (!fault.isEmpty())
+            logError(QStringLiteral("%1 [%2] WriteCmd%3: %4").arg(m_entry.commFile, item.RSection()).arg(i).arg(fault));
+    }
 }
 
 void clsKX::refreshSpread(bool bFromComm, const std::vector<clsBlock*>* colRefData)
@@ -319,12 +324,10 @@ bool clsKX::loadData(const QString& fileName)
         }
         item->setData(value);
         item->setKnown(!value.isEmpty());
-        if (tag == kUnitTag)
-            setUnitSwitch(m_library->toLong(value, 0));
+        followUnit(*item);
     }
     for (const auto& item : m_items) {
-        const bool isNumber = item->MType() == ItemType::Data && !item->showsStoredText();
-        if (item->isKnown() && (isNumber ? !isWithinLimits(*item) : !item->isAmongChoices()))
+        if (item->isKnown() && !isAllowed(*item))
             m_lastLoad.outsideLimits << item->Key();
     }
     refreshSpread(false, nullptr);
@@ -358,6 +361,12 @@ QString clsKX::checkTag(const QString& text) const
         return text;
     const clsData* item = getDataByTag(text.mid(3));
     return item == nullptr ? QString() : item->VData();
+}
+
+void clsKX::followUnit(const clsData& item)
+{
+    if (item.Key() == kUnitTag)
+        setUnitSwitch(m_library->toLong(item.Data(), 0));
 }
 
 clsBlock* clsKX::getBlockByNo(int number) const

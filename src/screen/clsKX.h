@@ -135,6 +135,7 @@ public:
     // The unit switch: which input table an item uses. 0 Celsius, else Kelvin.
     int unitSwitch() const { return m_unitSwitch; }
     void setUnitSwitch(int value) { m_unitSwitch = value; }
+    void followUnit(const clsData& item); // takes the switch from the item tagged "SWQCF"; nothing for others
 
 Q_SIGNALS:
     // mode 0: a phase starts, number is its total and text names it; 1: step number done; 2: the phase ended.

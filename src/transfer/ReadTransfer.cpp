@@ -1,8 +1,12 @@
 #include "ReadTransfer.h"
 
+#include "FunctionCodes.h"
 #include "ModbusError.h"
+#include "ReadCommands.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -10,35 +14,6 @@ const char* const kProgressTitle = "Sending...";
 const char* const kProgressText = "It is forwarding it. Please wait for a while.";
 const QString kModelAddress = QStringLiteral("FBC0");
 constexpr int kModelStringBytes = 14;
-constexpr quint8 kReadCoils = 1;
-constexpr quint8 kReadDiscreteInputs = 2;
-
-// Read commands of a comm file.
-struct ReadCommand
-{
-    const char16_t* name;
-    const char16_t* traceTag;
-    bool (clsModbus::*build)(qint32, qint32);
-    bool hexAddress;
-    quint8 functionCode;
-};
-
-constexpr ReadCommand kReadCommands[] = {
-    {u"GetAnalogInput", u"(AlIpt)S:", &clsModbus::ReadAnalogInputData, false, 4},
-    {u"GetAnalogSet", u"(AlSet)S:", &clsModbus::ReadAnalogSetValue, false, 3},
-    {u"GetDigitalInput", u"(DgIpt)S:", &clsModbus::ReadDigitalInputData, false, kReadDiscreteInputs},
-    {u"GetDigitalSet", u"(DgSet)S:", &clsModbus::ReadDigitalSetValue, false, kReadCoils},
-    {u"Direct", u"(Dirct)S:", &clsModbus::ReadDirectMemory, true, 66},
-};
-
-const ReadCommand* findReadCommand(const QString& name)
-{
-    for (const ReadCommand& command : kReadCommands) {
-        if (name == QStringView(command.name))
-            return &command;
-    }
-    return nullptr;
-}
 
 QString entryName(const clsKXAdr& image, int i)
 {
@@ -51,9 +26,11 @@ ReadTransfer::ReadTransfer(const Parts& parts, AttemptFailed attemptFailed)
     : m_parts(parts), m_attemptFailed(std::move(attemptFailed))
 {}
 
-void ReadTransfer::run(const std::vector<clsBlock*>* colRefData)
+void ReadTransfer::run(const std::vector<clsBlock*>* colRefData, Purpose purpose)
 {
     m_report = {};
+    m_answered = 0;
+    m_purpose = purpose;
     m_parts.shell.setState(MainState::NoConnection);
     if (!confirmed())
         return;
@@ -65,10 +42,12 @@ void ReadTransfer::run(const std::vector<clsBlock*>* colRefData)
     const Step end = readImages();
     m_report.requests = m_parts.channel.requests();
     m_report.wireBytes = m_parts.channel.wireBytes();
-    if (end == Step::Next)
-        finishNormally(colRefData);
-    else
+    if (end == Step::Stop)
         finishStopped();
+    else if (m_report.requests > 0 && m_answered == 0)
+        finishUnanswered();
+    else
+        finishNormally(colRefData);
 }
 
 bool ReadTransfer::confirmed()
@@ -145,8 +124,10 @@ ReadTransfer::Step ReadTransfer::sendWithRetries(clsKXAdr& image, const QString&
             m_report.lastFailure = m_parts.channel.reason();
         if (m_parts.channel.isAborted() || m_lResult == Result::WrongModel || m_lResult == Result::Refused)
             return Step::Stop;
-        if (m_lResult == Result::Success)
+        if (m_lResult == Result::Success) {
+            ++m_answered;
             return Step::Next;
+        }
         noteFailure(entry, attempt);
         if (m_parts.channel.isAborted())
             return Step::Stop;
@@ -178,7 +159,8 @@ RequestChannel::Result ReadTransfer::storeReply(clsKXAdr& image)
     clsModbus& modbus = m_parts.channel.modbus();
     if (image.m_bModbus) {
         // A reply with bits leaves the register values of an earlier read as they are: they are not this entry's.
-        const bool isBits = m_functionCode == kReadCoils || m_functionCode == kReadDiscreteInputs;
+        const bool isBits =
+            m_functionCode == functioncode::kReadCoils || m_functionCode == functioncode::kReadDiscreteInputs;
         image.setInteger(QString(), static_cast<qint16>(isBits ? modbus.DigitalVal(1) : modbus.AlalogVal(1)));
         return Result::Success;
     }
@@ -191,12 +173,50 @@ RequestChannel::Result ReadTransfer::storeReply(clsKXAdr& image)
     return isOther ? Result::WrongModel : Result::Success;
 }
 
+// Off-line nothing was read back: what was to be written stays as it is.
 void ReadTransfer::finishNormally(const std::vector<clsBlock*>* colRefData)
 {
-    m_parts.kx.refreshSpread(true, colRefData);
+    m_report.refreshed = m_purpose == Purpose::Show || !m_parts.settings.m_bComm;
+    if (m_report.refreshed)
+        m_parts.kx.refreshSpread(true, colRefData);
     m_parts.progress.close();
     m_report.outcome = ReadOutcome::Complete;
     m_parts.shell.setState(MainState::UpToDate);
+    if (!m_report.givenUp.isEmpty())
+        m_parts.questions.showMessage(
+            tran("These blocks were not read: %1").arg(unreadBlocks().join(QStringLiteral(", "))),
+            MessageStyle::kExclamation);
+}
+
+// The values stay as they were.
+void ReadTransfer::finishUnanswered()
+{
+    m_report.outcome = ReadOutcome::NoResponse;
+    m_parts.shell.setState(MainState::Confirmed);
+    m_parts.progress.close();
+    m_parts.questions.showMessage(tran("There was no response."), MessageStyle::kExclamation);
+}
+
+// By name, as the grid titles them; a section that no block shows by its own name.
+QStringList ReadTransfer::unreadBlocks() const
+{
+    QStringList names;
+    const ImageCollection& images = m_parts.kx.ColAdr();
+    for (int i = 0; i < images.count(); ++i) {
+        const clsKXAdr& image = images.at(i);
+        if (image.isFilled() || !image.hasReads())
+            continue;
+        QStringList blocks;
+        for (const clsBlock* block : m_parts.kx.BlockCol()) {
+            const auto& items = block->Tags();
+            if (std::any_of(items.begin(), items.end(),
+                            [&](auto* item) { return item->RSection() == image.Section(); }))
+                blocks << m_parts.kx.library().tranStr(block->m_sName);
+        }
+        names << (blocks.isEmpty() ? QStringList(image.Section()) : blocks);
+    }
+    names.removeDuplicates();
+    return names;
 }
 
 void ReadTransfer::finishStopped()

@@ -28,7 +28,11 @@ public:
 
     ReadTransfer(const Parts& parts, AttemptFailed attemptFailed);
 
-    void run(const std::vector<clsBlock*>* colRefData);
+    // What a read is for: to show what the controller holds, or to see what became of a write.
+    enum class Purpose { Show, ReadBack };
+
+    // colRefData: the blocks whose items take the values read; null for all items.
+    void run(const std::vector<clsBlock*>* colRefData, Purpose purpose);
     void cancel() { m_bCancel = true; }
     const ReadReport& report() const { return m_report; }
 
@@ -44,12 +48,16 @@ private:
     void noteFailure(const QString& entry, int attempt);
     Result storeReply(clsKXAdr& image);
     void finishNormally(const std::vector<clsBlock*>* colRefData);
+    void finishUnanswered();
     void finishStopped();
+    QStringList unreadBlocks() const;
     QString tran(const char* english) const;
 
     Parts m_parts;
     AttemptFailed m_attemptFailed;
     ReadReport m_report;
+    Purpose m_purpose = Purpose::Show;
+    int m_answered = 0; // entries with a sound reply
     bool m_bCancel = false;
     bool m_imageComplete = true;
     quint8 m_functionCode = 0; // of the request that was built

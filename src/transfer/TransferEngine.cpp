@@ -1,10 +1,10 @@
 #include "TransferEngine.h"
 
 #include "BackupStore.h"
+#include "HeldValue.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
-
-#include <QScopedValueRollback>
+#include "uclComm.h"
 
 TransferEngine::TransferEngine(const Parts& parts, QObject* parent)
     : QObject(parent), m_parts(parts), m_channel({parts.link, parts.traceLog, parts.kx.library(), parts.shell}),
@@ -15,78 +15,113 @@ TransferEngine::TransferEngine(const Parts& parts, QObject* parent)
       m_write({parts.kx, parts.settings, parts.questions, parts.progress, parts.shell, m_channel})
 {}
 
+// What is going on, for as long as it lives.
+class TransferEngine::Work
+{
+public:
+    Work(TransferEngine& engine, Activity activity) : m_engine(engine) { set(activity); }
+    ~Work() { set(Activity::Idle); }
+    Work(const Work&) = delete;
+    Work& operator=(const Work&) = delete;
+
+private:
+    void set(Activity activity)
+    {
+        m_engine.m_activity = activity;
+        Q_EMIT m_engine.activityChanged();
+    }
+
+    TransferEngine& m_engine;
+};
+
+// Not once the program is closing. An adapter that was plugged in again is taken back into use.
+bool TransferEngine::mayBegin()
+{
+    if (isBusy() || m_channel.isAborted())
+        return false;
+    if (!m_parts.settings.m_bComm && m_parts.link.State() == 0)
+        m_parts.link.openComm();
+    return true;
+}
+
 void TransferEngine::getDataFromKX(const std::vector<clsBlock*>* colRefData)
 {
     if (!mayBegin())
         return;
     {
-        const QScopedValueRollback<bool> busy(m_bBusy, true);
-        m_read.run(colRefData);
+        const Work work(*this, Activity::Reading);
+        m_read.run(colRefData, ReadTransfer::Purpose::Show);
     }
-    const ReadOutcome outcome = lastRead().outcome;
-    if (outcome == ReadOutcome::Complete)
-        m_lastSet = m_parts.kx.knownSet();
+    if (lastRead().outcome == ReadOutcome::Complete)
+        m_write.clearReport(); // what was not written once is of no interest any more
     Q_EMIT readEnded();
-    // The settings may end in a read of their own: this one is over by then.
-    if (outcome == ReadOutcome::WrongModel)
-        m_parts.shell.showCommSetting();
+    showSettingsWhereNeeded(lastRead().outcome == ReadOutcome::WrongModel);
 }
 
 int TransferEngine::setDataToKXOne(const QString& sTag)
 {
-    if (!mayBegin())
-        return 0;
-    bool sent = false;
-    {
-        const QScopedValueRollback<bool> busy(m_bBusy, true);
-        sent = m_write.writeOne(sTag);
-    }
-    if (lastWrite().outcome == WriteOutcome::WrongModel)
-        m_parts.shell.showCommSetting();
-    const clsData* item = m_parts.kx.getDataByTag(sTag);
-    Q_EMIT written();
-    return sent && item != nullptr ? static_cast<int>(item->MType()) : 0;
+    const bool sent = write([&] { return m_write.writeItems({sTag}); }, false);
+    const clsData* item = sent ? m_parts.kx.getDataByTag(sTag) : nullptr;
+    return item == nullptr ? 0 : static_cast<int>(item->MType());
+}
+
+bool TransferEngine::writeItems(const QStringList& tags)
+{
+    return write([&] { return m_write.writeItems(tags); }, false);
 }
 
 void TransferEngine::setDataToKXAll()
 {
-    if (!mayBegin() || !keepLastSet())
-        return;
-    bool sent = false;
-    {
-        const QScopedValueRollback<bool> busy(m_bBusy, true);
-        sent = m_write.writeAll();
-    }
-    if (sent)
-        readBackAfterWrite(nullptr);
-    else if (lastWrite().outcome == WriteOutcome::WrongModel)
-        m_parts.shell.showCommSetting();
-    Q_EMIT written();
+    write([this] { return m_write.writeAll([this] { return keepHeldSet(); }); }, true);
 }
 
-void TransferEngine::writeBlock(const clsBlock& block, bool readBack)
+void TransferEngine::writeBlock(const clsBlock& block, bool readBack, const QString& thenTag)
+{
+    write([&] { return m_write.writeBlock(block, thenTag); }, readBack);
+}
+
+// The settings come last: they may load another model, and end in a read of their own.
+bool TransferEngine::write(const std::function<bool()>& send, bool readBack)
 {
     if (!mayBegin())
-        return;
+        return false;
     bool sent = false;
+    bool isWrongModel = false;
     {
-        const QScopedValueRollback<bool> busy(m_bBusy, true);
-        sent = m_write.writeBlock(block);
+        const Work work(*this, Activity::Writing);
+        sent = send();
+        isWrongModel = lastWrite().outcome == WriteOutcome::WrongModel;
+        if (sent && readBack && isLineThere()) {
+            readBackAfterWrite();
+            isWrongModel = lastRead().outcome == ReadOutcome::WrongModel;
+        } else {
+            m_parts.kx.refreshSpread(false, nullptr);
+        }
     }
-    if (sent && readBack)
-        readBackAfterWrite(&m_write.writtenBlocks());
-    else if (lastWrite().outcome == WriteOutcome::WrongModel)
-        m_parts.shell.showCommSetting();
     Q_EMIT written();
+    showSettingsWhereNeeded(isWrongModel);
+    return sent;
+}
+
+// Without a line nothing can be read back. The images stay what they are, so that the write can be repeated at once.
+bool TransferEngine::isLineThere()
+{
+    if (m_parts.settings.m_bComm || m_parts.link.State() != 0)
+        return true;
+    const QString text = m_parts.kx.library().tranStr(QStringLiteral("Reception error occurred."));
+    m_parts.questions.showMessage(text + QStringLiteral("[%1]").arg(static_cast<int>(RequestChannel::Result::Refused)),
+                                  MessageStyle::kExclamation);
+    return false;
 }
 
 // True when the write may go on: the set is kept, there is none, or the user does without.
-bool TransferEngine::keepLastSet()
+bool TransferEngine::keepHeldSet()
 {
-    if (m_parts.shell.state() != MainState::UpToDate || m_lastSet.values.isEmpty() || m_parts.settings.m_bComm)
+    const ParameterSet set = heldSet(m_parts.kx);
+    if (set.values.isEmpty() || m_parts.settings.m_bComm)
         return true;
     clsLibrary& library = m_parts.kx.library();
-    const QString error = BackupStore(library).keep(m_lastSet, m_parts.kx.Ext());
+    const QString error = BackupStore(library).keep(set, m_parts.kx.Ext());
     if (error.isEmpty())
         return true;
     const QString question =
@@ -95,12 +130,22 @@ bool TransferEngine::keepLastSet()
     return m_parts.questions.showMessage(question, MessageStyle::kYesNoExclamation) == MessageResult::kYes;
 }
 
-// Only what was written is shown anew: changes in other blocks are not lost.
-void TransferEngine::readBackAfterWrite(const std::vector<clsBlock*>* blocks)
+// Only what was written is shown anew: changes in other blocks are not lost. A write of all has no blocks of its own.
+void TransferEngine::readBackAfterWrite()
 {
-    getDataFromKX(blocks);
-    if (lastRead().outcome == ReadOutcome::Complete)
+    std::vector<clsBlock*> blocks;
+    for (const int number : m_write.writtenBlocks())
+        blocks.push_back(m_parts.kx.getBlockByNo(number));
+    m_read.run(m_write.isOfAll() ? nullptr : &blocks, ReadTransfer::Purpose::ReadBack);
+    if (lastRead().refreshed)
         m_write.compareWithReadBack();
+    Q_EMIT readEnded();
+}
+
+void TransferEngine::showSettingsWhereNeeded(bool isWrongModel)
+{
+    if (isWrongModel)
+        m_parts.shell.showCommSetting();
 }
 
 void TransferEngine::ProgCancel(int Index)

@@ -9,6 +9,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 class clsCfg;
 class clsLog;
 class uclComm;
@@ -38,39 +40,48 @@ public:
     // Reads everything. colRefData: the blocks to refresh at the end; null for all items.
     void getDataFromKX(const std::vector<clsBlock*>* colRefData);
 
+    // Each write is one user action with one report; the settings open, where they must, when it is over.
     // Writes one parameter at once; its type, 0 when nothing was written.
     int setDataToKXOne(const QString& sTag);
-    // Writes all blocks and reads everything back. The set last read is kept in the backups before.
+    // Writes several parameters at once, each memory image one time. True when something was sent.
+    bool writeItems(const QStringList& tags);
+    // Writes all blocks and reads everything back. What the controller held is kept in the backups before.
     void setDataToKXAll();
-    // Writes a block with its relay blocks; with readBack the written blocks are read back and shown.
-    void writeBlock(const clsBlock& block, bool readBack);
+    // Writes a block with its relay blocks, then parameter thenTag at once unless it is empty. With readBack the
+    // written blocks are read back and shown.
+    void writeBlock(const clsBlock& block, bool readBack, const QString& thenTag = {});
 
     void ProgCancel(int Index);
     void abort();
-    bool isBusy() const { return m_bBusy; }
+    enum class Activity { Idle, Reading, Writing };
+    Activity activity() const { return m_activity; }
+    bool isClosing() const { return m_channel.isAborted(); } // abort was called: nothing is begun any more
+    bool isBusy() const { return m_activity != Activity::Idle; }
     const ReadReport& lastRead() const { return m_read.report(); }
     const WriteReport& lastWrite() const { return m_write.report(); }
-
-    // What the controller held at the last complete read, for a copy that a wrong write can be undone with.
-    const ParameterSet& lastSet() const { return m_lastSet; }
 
 Q_SIGNALS:
     // A request got no valid reply; attempt counts from 1, maximum is the number of attempts.
     void attemptFailed(const QString& entry, int attempt, int maximum, const QString& reason);
+    void activityChanged();
     // A read has ended, whatever way.
     void readEnded();
     // A write and the read-back that belongs to it have ended.
     void written();
 
 private:
-    bool mayBegin() const { return !m_bBusy && !m_channel.isAborted(); } // not once the program is closing
-    bool keepLastSet();
-    void readBackAfterWrite(const std::vector<clsBlock*>* blocks);
+    class Work;
+
+    bool mayBegin();
+    bool write(const std::function<bool()>& send, bool readBack);
+    bool isLineThere();
+    bool keepHeldSet();
+    void readBackAfterWrite();
+    void showSettingsWhereNeeded(bool isWrongModel);
 
     Parts m_parts;
     RequestChannel m_channel;
     ReadTransfer m_read;
     WriteTransfer m_write;
-    ParameterSet m_lastSet;
-    bool m_bBusy = false;
+    Activity m_activity = Activity::Idle;
 };

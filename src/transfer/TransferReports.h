@@ -8,6 +8,7 @@
 enum class ReadOutcome {
     None,        // no read yet, or the user declined
     Complete,    // walked to its end; see ReadReport::givenUp
+    NoResponse,  // not one request was answered
     LinkRefused, // the port is closed or busy
     WrongModel,  // the controller's model string differs from the selected one
     Cancelled,
@@ -17,12 +18,13 @@ enum class ReadOutcome {
 struct ReadReport
 {
     ReadOutcome outcome = ReadOutcome::None;
-    int requests = 0;      // frames sent, repetitions included
-    int failures = 0;      // frames without a valid reply
-    QStringList givenUp;   // entries that got no valid reply, as "section: command address"
-    QString lastFailure;   // what went wrong last, for a person
-    QString answeredModel; // the model string at FBC0, when it was read
-    qint64 wireBytes = 0;  // bytes sent and bytes of the replies expected, for measures
+    bool refreshed = false; // the items have taken their values from the images
+    int requests = 0;       // frames sent, repetitions included
+    int failures = 0;       // frames without a valid reply
+    QStringList givenUp;    // entries that got no valid reply, as "section: command address"
+    QString lastFailure;    // what went wrong last, for a person
+    QString answeredModel;  // the model string at FBC0, when it was read
+    qint64 wireBytes = 0;   // bytes sent and bytes of the replies expected, for measures
 };
 
 // How the last write ended.
@@ -49,8 +51,10 @@ struct WriteReport
 {
     WriteOutcome outcome = WriteOutcome::None;
     int requests = 0;
-    QStringList failed;  // entries without a sound reply, as "section: command address: reason"
-    QStringList skipped; // tags whose value is none that the controller could hold; the controller keeps its own
+    QStringList failed;        // entries without a sound reply, as "section: command address: reason"
+    QStringList skipped;       // tags whose value is none that the controller could hold; the controller keeps its own
+    QStringList outsideLimits; // tags whose value is outside its limits or no choice; the controller keeps its own
+    QStringList unsent; // tags whose value is not known to be in the controller, for any reason; they stay changed
     QVector<NotAccepted> notAccepted; // after the read-back that follows
     qint64 wireBytes = 0;             // as in ReadReport
     int pausesMs = 0;                 // prescribed pauses

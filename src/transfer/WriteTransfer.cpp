@@ -1,9 +1,12 @@
 #include "WriteTransfer.h"
 
 #include "FunctionCodes.h"
+#include "HeldValue.h"
+#include "ItemLimits.h"
 #include "ItemStore.h"
 #include "ModbusError.h"
 #include "Numbers.h"
+#include "WrittenItems.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
 
@@ -41,9 +44,14 @@ bool isSameValue(const QString& sent, const QString& kept)
 void WriteTransfer::start()
 {
     m_report = {};
-    m_stored.clear();
+    m_chosen.clear();
+    m_chosenTags.clear();
     m_blocks.clear();
+    m_isOfAll = false;
     m_bCancel = false;
+    const ImageCollection& images = m_parts.kx.ColAdr();
+    for (int i = 0; i < images.count(); ++i)
+        images.at(i).resetWrite();
 }
 
 bool WriteTransfer::isReady()
@@ -56,26 +64,38 @@ bool WriteTransfer::isReady()
     return false;
 }
 
-bool WriteTransfer::writeOne(const QString& sTag)
+bool WriteTransfer::mayWrite()
+{
+    return confirmed() && isModelRight();
+}
+
+bool WriteTransfer::writeItems(const QStringList& tags)
 {
     start();
     if (!isReady())
         return false;
-    clsData* item = m_parts.kx.getDataByTag(sTag);
-    Images colWrite;
-    if (item == nullptr || m_parts.kx.ColAdr().find(item->WSection()) == nullptr) {
+    std::vector<clsData*> items;
+    for (const QString& tag : tags) {
+        clsData* item = m_parts.kx.getDataByTag(tag);
+        if (item != nullptr && m_parts.kx.ColAdr().find(item->WSection()) != nullptr)
+            items.push_back(item);
+    }
+    if (items.empty()) {
         m_report.outcome = WriteOutcome::NothingToDo;
         return false;
     }
-    if (!storeItem(*item, colWrite))
-        m_report.skipped << item->Key();
-    return finish(confirmed() && sendData({m_parts.kx.ColAdr().find(item->WSection())}, true));
+    if (!mayWrite())
+        return false;
+    Images colWrite;
+    for (clsData* item : items)
+        storeItem(*item, colWrite);
+    return finish(sendData(colWrite, true));
 }
 
-bool WriteTransfer::writeBlock(const clsBlock& block)
+bool WriteTransfer::writeBlock(const clsBlock& block, const QString& thenTag)
 {
     start();
-    if (!isReady())
+    if (!isReady() || !mayWrite())
         return false;
     Images colWrite;
     storeBlock(block, colWrite);
@@ -87,55 +107,83 @@ bool WriteTransfer::writeBlock(const clsBlock& block)
         else
             m_parts.kx.logError(QStringLiteral("リレーブロックが見つからない[%1]").arg(number));
     }
-    return finish(confirmed() && sendData(colWrite, false));
+    Images after;
+    if (clsData* item = thenTag.isEmpty() ? nullptr : m_parts.kx.getDataByTag(thenTag))
+        storeItem(*item, after);
+    return finish(sendData(colWrite, false) && (after.empty() || sendData(after, true)));
 }
 
 // The input range goes first and on its own: the controller takes the other values in its terms.
-bool WriteTransfer::writeAll()
+bool WriteTransfer::writeAll(const std::function<bool()>& beforeFirstFrame)
 {
     start();
-    if (!isReady())
+    if (!isReady() || !mayWrite())
         return false;
+    if (!beforeFirstFrame()) {
+        m_report.outcome = WriteOutcome::Declined;
+        return false;
+    }
+    m_isOfAll = true;
     Images colWrite;
     for (const clsBlock* block : m_parts.kx.BlockCol())
         storeBlock(*block, colWrite);
-    if (!confirmed())
-        return finish(false);
-    clsData* range = m_parts.kx.getDataByTag(kInputRange);
-    clsKXAdr* image = range == nullptr ? nullptr : m_parts.kx.ColAdr().find(range->WSection());
-    if (image != nullptr) {
-        storeInImage(*range, *image);
-        if (!sendData({image}, true))
-            return finish(false);
-    }
-    return finish(sendData(colWrite, false));
+    Images first;
+    if (clsData* range = m_parts.kx.getDataByTag(kInputRange))
+        storeItem(*range, first);
+    return finish((first.empty() || sendData(first, true)) && sendData(colWrite, false));
 }
 
 void WriteTransfer::storeBlock(const clsBlock& block, Images& colWrite)
 {
-    m_blocks.push_back(m_parts.kx.getBlockByNo(block.m_lNo));
-    for (clsData* item : block.Tags()) {
-        if (m_parts.kx.ColAdr().find(item->WSection()) == nullptr)
-            continue;
-        const bool isWritten = item->MType() != ItemType::String;
-        if (!storeItem(*item, colWrite) && isWritten)
-            m_report.skipped << item->Key();
-    }
-    if (!m_report.skipped.isEmpty())
-        m_parts.kx.logError(QStringLiteral("not written, because these are no values of the controller: ") +
-                            m_report.skipped.join(QStringLiteral(", ")));
+    m_blocks << block.m_lNo;
+    for (clsData* item : block.Tags())
+        storeItem(*item, colWrite);
 }
 
-bool WriteTransfer::storeItem(clsData& item, Images& colWrite)
+WriteTransfer::Chosen* WriteTransfer::find(const QString& tag)
+{
+    const auto chosen =
+        std::find_if(m_chosen.begin(), m_chosen.end(), [&](const Chosen& entry) { return entry.tag == tag; });
+    return chosen == m_chosen.end() ? nullptr : &*chosen;
+}
+
+void WriteTransfer::storeItem(clsData& item, Images& colWrite)
 {
     clsKXAdr* image = m_parts.kx.ColAdr().find(item.WSection());
+    if (image == nullptr)
+        return;
     if (std::find(colWrite.begin(), colWrite.end(), image) == colWrite.end())
         colWrite.push_back(image);
-    if (!item.isKnown() || !storeInImage(item, *image))
-        return false;
-    m_stored.push_back({&item, item.Data(), item.Edit});
-    item.Edit = kEditSent;
-    return true;
+    if (m_chosenTags.contains(item.Key()))
+        return;
+    m_chosenTags.insert(item.Key());
+    if (!isWritten(m_parts.kx, item))
+        return;
+    // A value that is the controller's own stays what its bytes are, whatever the limits say.
+    const auto held = heldValue(item, *image);
+    Chosen chosen;
+    chosen.tag = item.Key();
+    chosen.before = item.state();
+    chosen.changed = !held || !isSameValue(*held, item.Data());
+    if (chosen.changed)
+        chosen.refused = !storeChanged(item, *image);
+    if (!chosen.refused)
+        item.Edit = kEditSent;
+    m_chosen.push_back(chosen);
+}
+
+bool WriteTransfer::storeChanged(clsData& item, clsKXAdr& image)
+{
+    const bool isValue = item.isKnown() && platform::parseDouble(item.Data()).has_value();
+    const bool isOutside = isValue && !isAllowed(item);
+    if (isValue && !isOutside && storeInImage(item, image))
+        return true;
+    (isOutside ? m_report.outsideLimits : m_report.skipped) << item.Key();
+    m_parts.kx.logError(QStringLiteral("not written: %1=%2 is %3")
+                            .arg(item.Key(), item.Data(),
+                                 isOutside ? QStringLiteral("outside its limits")
+                                           : QStringLiteral("no value that the controller can hold")));
+    return false;
 }
 
 bool WriteTransfer::confirmed()
@@ -147,12 +195,20 @@ bool WriteTransfer::confirmed()
     return false;
 }
 
-// What did not go out to its end stays marked as changed.
+// What is not known to be in the controller stays marked as changed. Off-line nothing is.
 bool WriteTransfer::finish(bool sent)
 {
-    if (m_report.outcome != WriteOutcome::Complete) {
-        for (const Stored& stored : m_stored)
-            stored.item->Edit = stored.edit;
+    for (const Chosen& chosen : m_chosen) {
+        clsData* item = m_parts.kx.getDataByTag(chosen.tag);
+        const bool isIn = !chosen.refused && (chosen.carried == Chosen::Carried::Yes ||
+                                              (!chosen.changed && chosen.carried == Chosen::Carried::No));
+        if (item == nullptr || (isIn && !m_parts.settings.m_bComm))
+            continue;
+        item->Edit = chosen.before.edit;
+        if (m_parts.settings.m_bComm || !item->isKnown())
+            continue;
+        item->Edit = EditState::kChanged;
+        m_report.unsent << chosen.tag;
     }
     return sent;
 }
@@ -160,7 +216,8 @@ bool WriteTransfer::finish(bool sent)
 bool WriteTransfer::isModelRight()
 {
     const clsData* code = m_parts.kx.getDataByTag(kModelCode);
-    if (m_parts.settings.m_bComm || code == nullptr || code->VData() == m_parts.shell.modelPanel())
+    const bool isRight = code == nullptr || (code->isKnown() && code->VData() == m_parts.shell.modelPanel());
+    if (m_parts.settings.m_bComm || isRight)
         return true;
     m_report.outcome = WriteOutcome::WrongModel;
     m_parts.questions.showMessage(tran("Model number is different."), MessageStyle::kCritical);
@@ -170,8 +227,7 @@ bool WriteTransfer::isModelRight()
 // True when the entries were walked to their end.
 bool WriteTransfer::sendData(const Images& colWrite, bool bSingle)
 {
-    if (!isModelRight())
-        return false;
+    noteSentValues(colWrite);
     m_parts.channel.begin();
     m_parts.progress.open(2 * static_cast<int>(colWrite.size()), QString::fromLatin1(kProgressTitle),
                           QString::fromLatin1(kProgressText), true, true);
@@ -190,15 +246,28 @@ bool WriteTransfer::sendData(const Images& colWrite, bool bSingle)
     m_report.outcome = walked                        ? WriteOutcome::Complete
                        : m_parts.channel.isAborted() ? WriteOutcome::Aborted
                                                      : WriteOutcome::Cancelled;
-    m_parts.shell.setState(walked ? MainState::UpToDate : MainState::Confirmed);
     return walked;
+}
+
+// What the controller is to hold: a value is kept in the width and with the places that its bytes have.
+void WriteTransfer::noteSentValues(const Images& colWrite)
+{
+    for (const clsKXAdr* image : colWrite) {
+        clsKXAdr sent = *image;
+        sent.setCopy();
+        for (Chosen& chosen : m_chosen) {
+            const clsData* item = m_parts.kx.getDataByTag(chosen.tag);
+            if (item->WSection() == image->Section())
+                chosen.sent = heldValue(*item, sent).value_or(item->Data());
+        }
+    }
 }
 
 bool WriteTransfer::sendPass(const Images& colWrite, int pass, bool bSingle, int& position)
 {
     for (clsKXAdr* image : colWrite) {
         m_parts.progress.setPosition(++position);
-        if (!image->isFilled()) {
+        if (!image->isFilled() && image->hasReads()) {
             if (pass == 0)
                 m_report.failed << QStringLiteral("%1: %2").arg(image->Section(), tran("not read, so not written"));
             continue;
@@ -242,6 +311,11 @@ bool WriteTransfer::sendEntry(clsKXAdr& image, int i, int pass, bool bSingle)
 
 bool WriteTransfer::buildDirect(clsKXAdr& image, int i)
 {
+    if (!image.writeFault(i).isEmpty()) {
+        m_report.failed << QStringLiteral("%1: %2").arg(
+            entryName(image, i), tran("not sent, because the definition writes bytes that it does not read"));
+        return false;
+    }
     RequestChannel& channel = m_parts.channel;
     channel.modbus().setDigitalVals(image.getWriteData(false));
     const qint32 address = m_parts.kx.library().toLong(kLiteral + image.WAdr(i), 0);
@@ -263,12 +337,15 @@ bool WriteTransfer::buildSet(const clsKXAdr& image, int i, bool bSingle)
         return false;
     if (isLiteral(tag) && isAnalog && !bSingle)
         return false;
-    const clsData* item = isLiteral(tag) ? nullptr : m_parts.kx.getDataByTag(tag);
-    if (!isLiteral(tag) && (item == nullptr || !item->isKnown() || item->Data().isEmpty())) {
-        m_parts.kx.logError(QStringLiteral("%1: %2 has no value").arg(entryName(image, i), tag));
+    const auto number = setValue(tag);
+    if (!number) {
+        m_parts.kx.logError(QStringLiteral("not written: %1: %2 has no value").arg(entryName(image, i), tag));
+        const Chosen* chosen = find(tag);
+        if ((chosen == nullptr || !chosen->refused) && !m_report.skipped.contains(tag))
+            m_report.skipped << tag;
         return false;
     }
-    const qint16 value = library.toInteger(item == nullptr ? tag : item->Data(), 0);
+    const qint16 value = *number;
     const qint32 reference = library.toLong(image.WAdr(i), 0);
     clsModbus& modbus = m_parts.channel.modbus();
     m_functionCode = isAnalog ? functioncode::kWriteRegister : functioncode::kWriteCoil;
@@ -279,27 +356,73 @@ bool WriteTransfer::buildSet(const clsKXAdr& image, int i, bool bSingle)
     return true;
 }
 
+// A literal, the value of an item that is being written, or else what the controller held.
+std::optional<qint16> WriteTransfer::setValue(const QString& tag)
+{
+    if (isLiteral(tag))
+        return platform::parseInt16(tag);
+    const clsData* item = m_parts.kx.getDataByTag(tag);
+    if (item == nullptr)
+        return std::nullopt;
+    if (m_chosenTags.contains(item->Key())) {
+        const Chosen* chosen = find(item->Key());
+        const bool isRefused = !item->isKnown() || (chosen != nullptr && chosen->refused);
+        return isRefused ? std::nullopt : platform::parseInt16(item->Data());
+    }
+    const clsKXAdr* image = m_parts.kx.ColAdr().find(item->RSection());
+    const auto held = image == nullptr ? std::nullopt : heldValue(*item, *image);
+    return held ? platform::parseInt16(*held) : std::nullopt;
+}
+
 void WriteTransfer::send(clsKXAdr& image, int i)
 {
     const auto result = m_parts.channel.exchange(m_functionCode);
     if (m_parts.channel.isAborted())
         return;
-    if (result == RequestChannel::Result::Success) {
-        if (m_functionCode == functioncode::kMemory)
-            image.setCopy();
+    const bool good = result == RequestChannel::Result::Success;
+    noteResult(image, i, good);
+    if (good)
         return;
-    }
     m_report.failed << QStringLiteral("%1: %2").arg(entryName(image, i), m_parts.channel.reason());
     m_parts.kx.logError(QStringLiteral("not written: ") + m_report.failed.last());
 }
 
+void WriteTransfer::noteResult(clsKXAdr& image, int i, bool good)
+{
+    const bool isDirect = m_functionCode == functioncode::kMemory;
+    if (good && isDirect)
+        image.setCopy();
+    for (Chosen& chosen : m_chosen) {
+        const clsData* item = m_parts.kx.getDataByTag(chosen.tag);
+        if (chosen.refused || !carries(m_parts.kx, image, i, *item))
+            continue;
+        if (!isDirect && good)
+            m_parts.kx.ColAdr().find(item->WSection())->accept(item->Address(), item->DataLen());
+        if (chosen.carried != Chosen::Carried::Failed)
+            chosen.carried = good ? Chosen::Carried::Yes : Chosen::Carried::Failed;
+    }
+}
+
 void WriteTransfer::compareWithReadBack()
 {
-    for (const Stored& stored : m_stored) {
-        const clsData& item = *stored.item;
-        if (item.isKnown() && !isSameValue(stored.sent, item.Data()))
-            m_report.notAccepted.append({item.Key(), stored.sent, item.Data()});
+    bool isRestored = false;
+    for (const Chosen& chosen : m_chosen) {
+        clsData* item = m_parts.kx.getDataByTag(chosen.tag);
+        const bool isThere = item->isKnown() && isSameValue(chosen.sent, item->Data());
+        if (!m_report.unsent.contains(chosen.tag)) {
+            if (item->isKnown() && !isThere)
+                m_report.notAccepted.append({chosen.tag, chosen.sent, item->Data()});
+        } else if (isThere && !chosen.refused) {
+            m_report.unsent.removeAll(chosen.tag);
+        } else {
+            item->restore(chosen.before);
+            item->Edit = EditState::kChanged;
+            m_parts.kx.followUnit(*item);
+            isRestored = true;
+        }
     }
+    if (isRestored)
+        m_parts.kx.refreshSpread(false, nullptr);
     for (const NotAccepted& parameter : m_report.notAccepted)
         m_parts.kx.logError(
             QStringLiteral("not accepted: %1, sent %2, kept %3").arg(parameter.tag, parameter.sent, parameter.kept));

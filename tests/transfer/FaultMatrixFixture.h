@@ -155,7 +155,8 @@ protected:
     virtual void writeDefinition()
     {
         const auto item = [](int number, const char* keys) {
-            return dataSection(number, keys) + "CellData=" + QByteArray::number(number) + ",1,vbWhite,vbBlack\n";
+            return dataSection(number, keys) +
+                   "DataInfo=0,-999,999,<=,<=,0,10\nCellData=" + QByteArray::number(number) + ",1,vbWhite,vbBlack\n";
         };
         put(definition(QStringLiteral("M.ini")),
             QByteArray("[Setting]\nDataMaxCount=7\nBlockMaxCount=2\nMaxRow=9\n[BlockInfo1]\nBlockNo=1\nName=SV\n"

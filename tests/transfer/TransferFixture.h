@@ -41,12 +41,18 @@ public:
     int transmissionMode() const override { return mode; }
     QString modelPanel() const override { return model; }
     void setConnectedModel(const QString& modelString) override { connected = modelString; }
-    void showCommSetting() override { ++settingsShown; }
+    void showCommSetting() override
+    {
+        ++settingsShown;
+        if (onSettings)
+            onSettings();
+    }
 
     int mode = 0;
     QString model = QStringLiteral("KX41000000-10A");
     int answer = MessageResult::kYes;
     std::function<void(int)> onPosition;
+    std::function<void()> onSettings;
     MainState current = MainState::Confirmed;
     QString connected;
     QStringList messages;

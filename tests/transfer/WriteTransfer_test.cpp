@@ -33,10 +33,11 @@ public:
                 part(address).replace(address % 0x100, count, request.mid(8, count));
             return rtu(request.left(8));
         }
-        const QByteArray data = address == 0xFBC0 ? kModel : part(address).mid(address % 0x100, count);
+        const QByteArray data = address == 0xFBC0 ? model : part(address).mid(address % 0x100, count);
         return rtu(request.left(2) + '\0' + static_cast<char>(count) + data);
     }
 
+    QByteArray model = kModel;
     QByteArray& part(int address) { return address < 0x8100 ? low : high; }
     QByteArray low = QByteArray::fromHex("0064000501020304");
     QByteArray high = QByteArray::fromHex("00C8000000000000");
@@ -57,9 +58,10 @@ protected:
     {
         ports.assign(1, line.device());
         link.init(1, &library);
-        const QByteArray main = "CommRaedSection=Main\nCommWriteSection=Main\nBlockNo=1\n";
-        load("[Setting]\nBlockMaxCount=3\nDataMaxCount=7\nMaxRow=20\nMaxCol=1\n"
-             "[BlockInfo1]\nRelayBlockNo=2,9\n[BlockInfo2]\nName=B\n[BlockInfo3]\nName=C\n" +
+        const QByteArray main = "CommRaedSection=Main\nCommWriteSection=Main\nBlockNo=1\n"
+                                "DataInfo=0,-99999,99999,<=,<=,0,10\n";
+        load("[Setting]\nBlockMaxCount=4\nDataMaxCount=9\nMaxRow=20\nMaxCol=1\n"
+             "[BlockInfo1]\nRelayBlockNo=2,9\n[BlockInfo2]\nName=B\n[BlockInfo3]\nName=C\n[BlockInfo4]\nName=D\n" +
                  dataSection(1, "Tag=MQCODE\nCellType=String\nDataLen=14\nKXAddress=FBC0\nCommRaedSection=Id\n"
                                 "CommWriteSection=Id\nBlockNo=3") +
                  dataSection(2, ("Tag=A\nDataLen=2\nKXAddress=8000\n" + main).constData()) +
@@ -69,11 +71,17 @@ protected:
                                 "BlockNo=2") +
                  dataSection(6, "Tag=D\nDataLen=2\nKXAddress=8102\nCommRaedSection=Other\nCommWriteSection=Other\n"
                                 "BlockNo=3") +
-                 dataSection(7, ("Tag=F\nDataLen=2\nKXAddress=8006\n" + main).constData()),
+                 dataSection(7, ("Tag=F\nDataLen=2\nKXAddress=8006\n" + main).constData()) +
+                 dataSection(8,
+                             "Tag=CMD\nCellType=Bit\nDataLen=1\nCommRaedSection=Cmd\nCommWriteSection=Cmd\nBlockNo=4") +
+                 dataSection(9,
+                             "Tag=G\nDataLen=2\nKXAddress=8100\nCommRaedSection=Bad\nCommWriteSection=Bad\nBlockNo=4"),
              "[Id]\nReadCmd1=Direct,FBC0,14\nWriteCmdMax=0\n"
              "[Main]\nReadCmd1=Direct,8000,8\nWriteCmdMax=4\nWriteCmd1=Direct,8000,8\nWriteCmd2=SetAnalog,40001,A\n"
              "WriteCmd3=SetAnalog,40010,&h0001\nWriteCmd4=SetDigital,1,&h0001\n"
-             "[Other]\nReadCmd1=Direct,8100,8\nWriteCmd1=Direct,8100,8\n");
+             "[Other]\nReadCmd1=Direct,8100,8\nWriteCmdMax=2\nWriteCmd1=Direct,8100,8\nWriteCmd2=SetAnalog,40002,A\n"
+             "[Cmd]\nReadCmdMax=0\nWriteCmd1=SetDigital,20,&h0001\n"
+             "[Bad]\nReadCmdMax=2\nReadCmd1=Direct,8100,8\nReadCmd2=Direct,8100,2\nWriteCmd1=Direct,8100,8\n");
         engine =
             std::make_unique<TransferEngine>(TransferEngine::Parts{kx, link, settings, trace, window, window, window});
         engine->getDataFromKX(nullptr);
@@ -138,10 +146,91 @@ TEST_F(Write, BlockTakesItsRelayBlocksAlong)
     EXPECT_EQ(item("D").Edit, EditState::kChanged);
     EXPECT_EQ(item("D").Data(), u"9") << "a change that was not sent is not lost";
     EXPECT_TRUE(engine->lastWrite().notAccepted.isEmpty());
-    EXPECT_EQ(requests("06"), QByteArrayList{"06000001"
-                                             "2c"})
+    EXPECT_EQ(requests("06"), (QByteArrayList{"06000001"
+                                              "2c",
+                                              "06000101"
+                                              "2c"}))
         << "the literal belongs to a single write";
     EXPECT_TRUE(window.messages.isEmpty());
+}
+
+// What was declined, undone, or belongs to another block never goes along.
+TEST_F(Write, OnlyWhatWasChosenGoesOut)
+{
+    runClockWhileWaiting();
+    settings.m_bViewSendConf = true;
+    window.answer = MessageResult::kNo;
+    edit("A", "300");
+    engine->setDataToKXOne(QStringLiteral("A"));
+    window.answer = MessageResult::kYes;
+    edit("B", "7");
+    engine->setDataToKXOne(QStringLiteral("B"));
+    EXPECT_EQ(controller.low.toHex(), "0064000701020304");
+    EXPECT_EQ(requests("06").first(), "0600000064") << "A was not chosen: the value last read";
+    edit("C", "9");
+    engine->writeBlock(*kx.getBlockByNo(2), true);
+    EXPECT_EQ(controller.registers.at(1), 100);
+    EXPECT_EQ(item("A").Data(), u"300");
+    EXPECT_EQ(item("A").Edit, EditState::kChanged);
+}
+
+// A value outside its limits is not sent until it is corrected, unless it is the controller's own.
+TEST_F(Write, LimitsHoldForWhatWasChanged)
+{
+    controller.high = QByteArray::fromHex("00C8000000000000");
+    edit("D", "120");
+    engine->setDataToKXAll();
+    EXPECT_EQ(engine->lastWrite().outsideLimits, QStringList{QStringLiteral("D")});
+    EXPECT_EQ(engine->lastWrite().unsent, QStringList{QStringLiteral("D")});
+    EXPECT_EQ(item("D").Data(), u"120") << "to be corrected";
+    EXPECT_EQ(grid.cell(item("D").Row(), item("D").Col()).foreColor, 0x0000FFU);
+    EXPECT_EQ(item("C").Data(), u"200") << "the controller's own, outside the limits";
+    edit("D", "20");
+    engine->setDataToKXAll();
+    EXPECT_TRUE(engine->lastWrite().unsent.isEmpty());
+    EXPECT_EQ(controller.high.toHex(), "00c8001400000000");
+}
+
+// A section of commands alone has nothing unread; bytes that were not read are not sent.
+TEST_F(Write, CommandsGoOutAndInventedBytesDoNot)
+{
+    edit("G", "5");
+    engine->writeBlock(*kx.getBlockByNo(4), false);
+    EXPECT_EQ(controller.log, QByteArrayList{"050013ff00"});
+    ASSERT_EQ(engine->lastWrite().failed.size(), 1);
+    EXPECT_TRUE(engine->lastWrite().failed.first().startsWith(u"Bad: Direct 8100: not sent"));
+    EXPECT_EQ(item("G").Edit, EditState::kChanged);
+}
+
+// The unit with the input range behind it: asked once, reported once.
+TEST_F(Write, BlockAndParameterAreOneAction)
+{
+    runClockWhileWaiting();
+    settings.m_bViewSendConf = true;
+    controller.deaf = 66;
+    edit("C", "1");
+    edit("A", "300");
+    engine->writeBlock(*kx.getBlockByNo(2), false, QStringLiteral("A"));
+    EXPECT_EQ(window.messages, QStringList{QStringLiteral("Write to the KX?")});
+    EXPECT_EQ(engine->lastWrite().failed.size(), 2) << "both memory writes";
+    EXPECT_EQ(engine->lastWrite().unsent, (QStringList{QStringLiteral("C"), QStringLiteral("A")}));
+    EXPECT_EQ(item("C").Edit, EditState::kChanged);
+}
+
+// The settings may load another model while the write that called for them is being reported.
+TEST_F(Write, AnotherControllerEndsTheWriteBeforeTheSettingsOpen)
+{
+    QStringList order;
+    QObject::connect(engine.get(), &TransferEngine::written, engine.get(), [&] { order << QStringLiteral("written"); });
+    window.onSettings = [&] {
+        order << QStringLiteral("settings");
+        EXPECT_FALSE(engine->isBusy());
+        kx.load(1, &library, QStringLiteral("KX41300000-10A"));
+    };
+    controller.model = "KX41300000-10A";
+    edit("A", "300");
+    engine->setDataToKXAll();
+    EXPECT_EQ(order, (QStringList{QStringLiteral("written"), QStringLiteral("settings")}));
 }
 
 TEST_F(Write, SetLastReadIsKeptAndOldOnesGo)
@@ -149,6 +238,16 @@ TEST_F(Write, SetLastReadIsKeptAndOldOnesGo)
     const QString folder = BackupStore(library).folder();
     const auto kept = [&] { return box.machine.paths.filesIn(folder); };
     edit("A", "300");
+    edit("C", "50");
+    engine->writeBlock(*kx.getBlockByNo(2), true);
+    settings.m_bViewSendConf = true;
+    window.answer = MessageResult::kNo;
+    engine->setDataToKXAll();
+    EXPECT_TRUE(kept().isEmpty()) << "a write that was declined keeps nothing";
+    window.answer = MessageResult::kYes;
+    engine->setDataToKXAll();
+    ASSERT_EQ(kept().size(), 1);
+    EXPECT_TRUE(content(folder + u'\\' + kept().first()).contains("\r\nA=100\r\n")) << "what the controller held";
     for (int n = 0; n < BackupStore::kKeptPerModel + 3; ++n) {
         box.clock.advance(1000);
         engine->setDataToKXAll();
@@ -202,6 +301,8 @@ TEST_P(Values, GoOutOnlyWhenTheControllerCanHoldThem)
     engine->writeBlock(*kx.getBlockByNo(1), false);
     EXPECT_EQ(controller.low.left(2).toHex(), GetParam().memory);
     EXPECT_EQ(engine->lastWrite().skipped.contains(QStringLiteral("A")), GetParam().skipped);
+    EXPECT_EQ(requests("060000").isEmpty(), GetParam().skipped) << "nor to its register";
+    EXPECT_EQ(item("A").Edit == EditState::kChanged, GetParam().skipped);
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, Values,
@@ -226,6 +327,11 @@ TEST_F(Write, RefusalSendsNothingAndKeepsTheMarks)
                  WriteOutcome::WrongModel, "Model number is different.", 1},
                 {[this] {
                      window.model = QString::fromLatin1(kModel);
+                     item("MQCODE").setKnown(false);
+                 },
+                 WriteOutcome::WrongModel, "Model number is different.", 1},
+                {[this] {
+                     item("MQCODE").setKnown(true);
                      settings.m_bViewSendConf = true;
                      window.answer = MessageResult::kNo;
                  },
@@ -261,10 +367,13 @@ TEST_F(Write, CancelEndsAfterTheEntryAtHand)
     };
     engine->setDataToKXAll();
     EXPECT_EQ(engine->lastWrite().outcome, WriteOutcome::Cancelled);
-    EXPECT_EQ(window.current, MainState::Confirmed);
     EXPECT_EQ(controller.log.size(), 1);
+    EXPECT_EQ(item("A").Edit, 3) << "it was sent";
     EXPECT_EQ(item("C").Edit, EditState::kChanged);
     EXPECT_TRUE(window.messages.isEmpty()) << "no message, and no read-back";
+    window.onPosition = nullptr;
+    engine->setDataToKXAll();
+    EXPECT_EQ(controller.high.left(2).toHex(), "0001") << "it can be repeated at once";
 }
 
 TEST_F(Write, ImageThatWasNotReadIsNotWritten)
@@ -273,15 +382,17 @@ TEST_F(Write, ImageThatWasNotReadIsNotWritten)
     edit("A", "300");
     engine->setDataToKXAll();
     EXPECT_EQ(controller.low.toHex(), "0064000501020304");
-    ASSERT_EQ(engine->lastWrite().failed.size(), 1);
-    EXPECT_TRUE(engine->lastWrite().failed.first().startsWith(u"Main"));
+    ASSERT_FALSE(engine->lastWrite().failed.isEmpty());
+    EXPECT_EQ(engine->lastWrite().failed.first(), u"Main: not read, so not written");
 }
 
 TEST_F(Write, OffLineOnlyTheMemoryPassIsBuilt)
 {
     settings.m_bComm = true;
     edit("A", "300");
-    engine->setDataToKXOne(QStringLiteral("A"));
+    engine->setDataToKXAll();
+    EXPECT_EQ(item("A").Data(), u"300");
+    EXPECT_EQ(item("A").Edit, EditState::kChanged) << "in no controller";
     EXPECT_TRUE(controller.log.isEmpty());
     EXPECT_EQ(traceLines("WriteData:8000:012C"), 1);
     EXPECT_EQ(traceLines("(SetAl)S:"), 0);
@@ -296,7 +407,9 @@ TEST_F(Write, LostRequestIsReportedAndTheOthersAreSent)
     engine->writeBlock(*kx.getBlockByNo(1), false);
     EXPECT_EQ(controller.low.left(2).toHex(), "012c");
     EXPECT_EQ(requests("05").size(), 1);
-    EXPECT_EQ(engine->lastWrite().failed, QStringList{QStringLiteral("Main: SetAnalog 40001: Timeout")});
+    EXPECT_EQ(engine->lastWrite().failed.first(), u"Main: SetAnalog 40001: Timeout");
+    EXPECT_EQ(item("A").Edit, EditState::kChanged);
+    EXPECT_EQ(engine->lastWrite().unsent, QStringList{QStringLiteral("A")});
     EXPECT_EQ(window.current, MainState::UpToDate);
 }
 

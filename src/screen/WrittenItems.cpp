@@ -3,14 +3,12 @@
 #include "clsKX.h"
 #include "clsLibrary.h"
 
-namespace {
-
-bool covers(const clsKX& kx, const clsKXAdr& image, int i, const clsData& item)
+bool carries(const clsKX& kx, const clsKXAdr& image, int i, const clsData& item)
 {
     if (image.WAdr(i).isEmpty())
         return false;
     if (image.WCmd(i) == u"SetAnalog" || image.WCmd(i) == u"SetDigital")
-        return image.WTag(i) == item.Key();
+        return kx.getDataByTag(image.WTag(i)) == &item;
     if (image.WCmd(i) != u"Direct")
         return false;
     const qint64 start = kx.library().toLong(QStringLiteral("&h") + image.WAdr(i), 0);
@@ -18,15 +16,13 @@ bool covers(const clsKX& kx, const clsKXAdr& image, int i, const clsData& item)
     return address >= start && address + item.DataLen() <= start + image.WCnt(i);
 }
 
-} // namespace
-
 bool isWritten(const clsKX& kx, const clsData& item)
 {
     const clsKXAdr* image = kx.ColAdr().find(item.WSection());
     if (image == nullptr || item.MType() == ItemType::String)
         return false;
     for (int i = 1; i <= image->WMsgMax(); ++i) {
-        if (covers(kx, *image, i, item))
+        if (carries(kx, *image, i, item))
             return true;
     }
     return false;

@@ -1,0 +1,60 @@
+#include "HeldValue.h"
+
+#include "Numbers.h"
+#include "clsKX.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// Whether the reply holds a value of this item: length 3 has no meaning, a text may be longer than the image, and a
+// register has no single bits.
+bool isSent(const clsData& item, const clsKXAdr& image)
+{
+    const bool isText = item.DataLen() >= 4 && item.MType() != ItemType::Data;
+    if (item.DataLen() < 1 || item.DataLen() == 3)
+        return false;
+    if (image.m_bModbus)
+        return item.DataLen() <= 2 && !(item.DataLen() == 1 && item.MType() == ItemType::Bit);
+    return image.holds(item.Address(), isText ? 1 : std::min(item.DataLen(), 4));
+}
+
+QString byteText(const clsData& item, const clsKXAdr& image)
+{
+    return QString::number(item.MType() == ItemType::Bit ? image.getBit(item.Address(), item.BitMask(), 0)
+                                                         : image.getByte(item.Address()));
+}
+
+std::optional<QString> longText(const clsData& item, const clsKXAdr& image)
+{
+    if (item.MType() != ItemType::Data)
+        return image.getString(item.Address(), std::min(item.DataLen(), image.imageSize()), QString());
+    const float value = image.getSingle(item.Address(), 0);
+    return std::isfinite(value) ? std::optional(platform::singleText(value)) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<QString> heldValue(const clsData& item, const clsKXAdr& image)
+{
+    if (!image.isFilled() || !isSent(item, image))
+        return std::nullopt;
+    if (item.DataLen() == 1)
+        return byteText(item, image);
+    if (item.DataLen() == 2)
+        return QString::number(image.getInteger(item.Address(), 0));
+    return longText(item, image);
+}
+
+ParameterSet heldSet(const clsKX& kx)
+{
+    ParameterSet set{kx.modelString(), {}};
+    for (const auto& item : kx.items()) {
+        const clsKXAdr* image = kx.ColAdr().find(item->RSection());
+        const auto value = image == nullptr ? std::nullopt : heldValue(*item, *image);
+        if (value)
+            set.values.append({item->Key(), *value});
+    }
+    return set;
+}
