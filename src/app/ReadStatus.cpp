@@ -23,8 +23,9 @@ QString filledText(const ReadStatus& status, const TranslateText& tran)
 
 QString readStatusText(const ReadStatus& status, const TranslateText& tran)
 {
-    if (status.busy)
-        return tran(QStringLiteral("reading..."));
+    if (status.activity != TransferEngine::Activity::Idle)
+        return status.activity == TransferEngine::Activity::Reading ? tran(QStringLiteral("reading..."))
+                                                                    : tran(QStringLiteral("writing..."));
     switch (status.state) {
     case MainState::UpToDate:
         return filledText(status, tran);
@@ -38,7 +39,7 @@ QString readStatusText(const ReadStatus& status, const TranslateText& tran)
 
 QString readStatusToolTip(const ReadStatus& status, const TranslateText& tran)
 {
-    if (status.busy || status.report.lastFailure.isEmpty())
+    if (status.activity != TransferEngine::Activity::Idle || status.report.lastFailure.isEmpty())
         return QString();
     if (status.report.givenUp.isEmpty())
         return status.report.lastFailure;

@@ -12,14 +12,14 @@ class clsKX;
 struct ReadStatus
 {
     MainState state = MainState::NoConnection;
-    bool busy = false;
+    TransferEngine::Activity activity = TransferEngine::Activity::Idle;
     bool offLine = false;
     int unread = 0;    // parameters without a value from the controller, after a read
     QDateTime readAt;  // end of the last complete read
     ReadReport report; // of the last read
 };
 
-// "not connected", "not read", "reading...", "read at 14:07:09", "3 parameters not read".
+// "not connected", "not read", "reading...", "writing...", "read at 14:07:09", "3 parameters not read".
 QString readStatusText(const ReadStatus& status, const TranslateText& tran);
 
 // The requests without an answer and the last reason; empty when there is nothing to explain.

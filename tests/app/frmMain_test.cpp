@@ -135,6 +135,28 @@ TEST_F(MainWindow, OtherModelOpensTheSettings)
     EXPECT_TRUE(settingsFile().contains("LastModelString=KX41000000-10A")) << "the grid is still that model's";
 }
 
+// Somebody plugs the cable into a controller of the same code with other options while the settings are being applied.
+TEST_F(MainWindow, SettingsComeBackUntilTheModelFits)
+{
+    int asks = 0;
+    openWith([&](const QByteArray& request) {
+        const bool asksModel = request.mid(3, 4) == QByteArray::fromHex("0000FBC0");
+        const bool isFirst = asksModel && ++asks == 1;
+        return soundController::reply(request, isFirst ? "KX41000000-10A" : "KX41011100-10A");
+    });
+    int opened = 0;
+    onSettings([&](frmComSet& dialog) {
+        ++opened;
+        dialog.findChild<QPushButton*>(QStringLiteral("Command1_0"))->click();
+    });
+    window->showCommSetting();
+    EXPECT_EQ(opened, 2);
+    EXPECT_EQ(asked.texts, QStringList{QStringLiteral("Model number is different.")});
+    EXPECT_EQ(panel("panelModel"), u"KX41011100-10A");
+    EXPECT_EQ(cell(3), u"42");
+    EXPECT_EQ(window->state(), MainState::UpToDate);
+}
+
 struct StartRow
 {
     const char* name;
@@ -325,14 +347,25 @@ TEST_F(MainWindow, SendOfTheToolbarAsks)
     EXPECT_GT(controller->requests(), read);
 }
 
-TEST_F(MainWindow, RecvOpensAPortThatHasComeBack)
+TEST_F(MainWindow, RecvAndSendOpenAPortThatHasComeBack)
 {
-    open(dir.path() + QStringLiteral("/adapter"));
-    controller =
-        std::make_unique<ScriptedController>([](const QByteArray& request) { return soundController::reply(request); });
-    ASSERT_TRUE(QFile::link(controller->device(), dir.path() + QStringLiteral("/adapter")));
+    const QString adapter = dir.path() + QStringLiteral("/adapter");
+    open(adapter);
+    const auto plug = [&] {
+        QFile::remove(adapter);
+        controller = std::make_unique<ScriptedController>(
+            [](const QByteArray& request) { return soundController::reply(request); });
+        return QFile::link(controller->device(), adapter);
+    };
+    ASSERT_TRUE(plug());
     recv()->trigger();
     EXPECT_EQ(cell(3), u"42");
+    controller->unplug();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->mainLink().State() == 0; }));
+    ASSERT_TRUE(plug());
+    window->setDataToKXAll();
+    EXPECT_GT(controller->requests(), 0);
+    EXPECT_FALSE(panel("panelLink").contains(u"closed"));
 }
 
 TEST_F(MainWindow, ClosingDuringAReadEndsIt)

@@ -1,8 +1,30 @@
 #include "MainStatusBar.h"
 
 #include <QLabel>
+#include <QPainter>
 #include <QStyle>
 #include <QToolButton>
+
+namespace {
+
+// A text that is too long for its place ends in dots; the tool tip has it whole.
+class ElidedLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        const QRect place = contentsRect().adjusted(margin(), 0, -margin(), 0);
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, place.width());
+        style()->drawItemText(&painter, place, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), palette(),
+                              isEnabled(), shown, foregroundRole());
+    }
+};
+
+} // namespace
 
 MainStatusBar::MainStatusBar(QWidget* parent)
     : QStatusBar(parent), m_model(addPanel(QStringLiteral("panelModel"), QStringLiteral("Model"), 0)),
@@ -24,11 +46,11 @@ MainStatusBar::MainStatusBar(QWidget* parent)
 
 QLabel* MainStatusBar::addPanel(const QString& objectName, const QString& accessibleName, int stretch)
 {
-    auto* panel = new QLabel(this);
+    auto* panel = new ElidedLabel(this);
     panel->setObjectName(objectName);
     panel->setAccessibleName(accessibleName);
     panel->setTextFormat(Qt::PlainText);
-    // A long reason must not force the window to its own width: it is cut, and whole in the tool tip.
+    // A long reason must not force the window to its own width: the panels share the width that there is.
     panel->setMinimumWidth(1);
     panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     panel->setMargin(3);
@@ -39,6 +61,7 @@ QLabel* MainStatusBar::addPanel(const QString& objectName, const QString& access
 void MainStatusBar::setModelText(const QString& text)
 {
     m_model->setText(text);
+    m_model->setToolTip(text);
 }
 
 QString MainStatusBar::modelText() const

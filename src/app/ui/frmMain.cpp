@@ -83,6 +83,7 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     m_selections.Logs(&program.errorLog(), &program.traceLog());
     connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
     connect(m_engine.get(), &TransferEngine::readEnded, this, &frmMain::afterRead);
+    connect(m_engine.get(), &TransferEngine::activityChanged, this, &frmMain::showActivity);
     connect(m_engine.get(), &TransferEngine::written, this, &frmMain::afterWrite);
     connect(&m_clsKX, &clsKX::LoadEvent, this, &frmMain::onLoadEvent);
     setupWindow();
@@ -262,7 +263,9 @@ void frmMain::setModel(const QString& modelString)
 
 void frmMain::loadKXInfo(int lModelNo, const QString& sModel)
 {
-    if (sModel == m_sModel && lModelNo == m_lModelNo)
+    // What is loaded counts: a read that found another controller has left its model string.
+    m_sModel = sModel;
+    if (sModel == m_clsKX.modelString() && lModelNo == m_lModelNo)
         return;
     m_program.eventLog().LogWrite(QStringLiteral("loadKXInfo%1-%2").arg(lModelNo).arg(sModel));
     setModel(sModel);
@@ -293,23 +296,15 @@ void frmMain::tranForm()
     m_clsKX.load(m_lModelNo, &m_program.library(), modelPanel());
     m_files->forget();
     showGridOrHint();
-    showLinkStatus();
-    showReadStatus();
+    showActivity();
+    showHint();
 }
 
 void frmMain::getDataFromKX(const std::vector<clsBlock*>* colRefData)
 {
     if (m_engine->isBusy())
         return;
-    if (m_uclComm1.State() == 0 && !m_program.settings().m_bComm)
-        m_uclComm1.openComm();
-    showLinkStatus();
     m_engine->getDataFromKX(colRefData);
-    // All values are the controller's now, and no file's. A read-back behind a write leaves the file what it is.
-    if (colRefData == nullptr && m_engine->lastRead().outcome == ReadOutcome::Complete)
-        m_files->forget();
-    showLinkStatus();
-    showReadStatus();
 }
 
 void frmMain::setDataToKXAll()
@@ -345,10 +340,14 @@ bool frmMain::writeBlock(clsBlock& block, bool readBack)
 
 void frmMain::afterRead()
 {
-    if (m_engine->lastRead().outcome != ReadOutcome::Complete)
-        return;
-    m_readAt = m_program.clock().now();
-    m_editor->clear();
+    if (m_engine->lastRead().refreshed) {
+        m_readAt = m_program.clock().now();
+        m_editor->clear();
+        // All values are the controller's now, and no file's. A read-back behind a write leaves the file what it is.
+        if (m_engine->activity() == TransferEngine::Activity::Idle)
+            m_files->forget();
+    }
+    showTransfer();
 }
 
 // A write, and the read-back behind it, end what can be undone here.
@@ -356,10 +355,22 @@ void frmMain::afterWrite()
 {
     if (m_engine->lastWrite().requests > 0)
         m_editor->clear();
+    showTransfer();
+}
+
+// What a transfer may have changed of what the window says.
+void frmMain::showTransfer()
+{
     showWriteStatus();
+    showActivity();
+    showHint();
+    showTitle();
+}
+
+void frmMain::showActivity()
+{
     showLinkStatus();
     showReadStatus();
-    showTitle();
 }
 
 // The window is modeless in its looks; what it sets belongs to the action that opened it, which goes on when it has
@@ -382,15 +393,23 @@ void frmMain::openMultiSelect(clsData& item, const QString& section)
 
 void frmMain::showCommSetting()
 {
+    // The read that the settings start may ask for them: they open once more when they have closed.
+    m_settingsWanted = true;
     if (m_comSet != nullptr || m_engine->isBusy())
         return;
+    while (std::exchange(m_settingsWanted, false) && !m_engine->isClosing())
+        runCommSetting();
+    showLinkStatus();
+}
+
+void frmMain::runCommSetting()
+{
     frmComSet dialog({*this, m_program.ports(), m_program.library(), QCoreApplication::arguments().mid(1).join(u' ')},
                      this);
     m_comSet = &dialog;
     dialog.Logs(&m_program.errorLog(), &m_program.traceLog());
     dialog.exec();
     m_comSet = nullptr;
-    showLinkStatus();
 }
 
 void frmMain::setConfirmed(bool confirmed)
@@ -452,7 +471,7 @@ void frmMain::showLinkStatus()
 
 void frmMain::showReadStatus()
 {
-    const ReadStatus status{m_eState, m_engine->isBusy(),  m_program.settings().m_bComm, countUnread(m_clsKX),
+    const ReadStatus status{m_eState, m_engine->activity(), m_program.settings().m_bComm, countUnread(m_clsKX),
                             m_readAt, m_engine->lastRead()};
     // Before a read the cells hold the definition's defaults, which must not be taken for the controller's values.
     m_sprMain->setPale(m_eState != MainState::UpToDate && !m_program.settings().m_bComm);

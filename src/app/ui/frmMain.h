@@ -142,6 +142,9 @@ private:
     void showHelp();
     void afterRead();
     void afterWrite();
+    void showTransfer();
+    void showActivity();
+    void runCommSetting();
     void onLoadEvent(int code, int number, const QString& text);
     bool mayClose();
     void saveLastSetting();
@@ -178,6 +181,7 @@ private:
     int m_MDBSTMode = 0;
     MainState m_eState = MainState::NoConnection;
     QDateTime m_readAt;
-    QString m_caption; // of the window, without what it shows
+    QString m_caption;             // of the window, without what it shows
+    bool m_settingsWanted = false; // the communication settings are to open, or to open once more
     bool m_askBeforeClosing = true;
 };
