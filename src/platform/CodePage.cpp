@@ -34,21 +34,31 @@ public:
     bool isUsable() const { return m_toText != kNoConverter && m_fromText != kNoConverter; }
 
     // Converts piece by piece; what cannot be converted is skipped by skip bytes and replaced.
-    QByteArray toText(const QByteArray& bytes) { return convert(m_toText, bytes, 1, QByteArray("\xFD\xFF", 2)); }
-    QByteArray fromText(const QByteArray& utf16) { return convert(m_fromText, utf16, 2, QByteArray("?")); }
+    // What became of a conversion, and whether every character was there.
+    struct Result
+    {
+        QByteArray bytes;
+        bool isExact = true;
+    };
+    Result toText(const QByteArray& bytes) { return convert(m_toText, bytes, 1, QByteArray("\xFD\xFF", 2)); }
+    Result fromText(const QString& text)
+    {
+        const QByteArray utf16(reinterpret_cast<const char*>(text.constData()), text.size() * 2);
+        return convert(m_fromText, utf16, 2, QByteArray("?"));
+    }
 
 private:
-    static QByteArray convert(iconv_t converter, const QByteArray& source, size_t skip, const QByteArray& replacement);
+    static Result convert(iconv_t converter, const QByteArray& source, size_t skip, const QByteArray& replacement);
 
     iconv_t m_toText;
     iconv_t m_fromText;
 };
 
-QByteArray CodePage::Converter::convert(iconv_t converter, const QByteArray& source, size_t skip,
-                                        const QByteArray& replacement)
+CodePage::Converter::Result CodePage::Converter::convert(iconv_t converter, const QByteArray& source, size_t skip,
+                                                         const QByteArray& replacement)
 {
     iconv(converter, nullptr, nullptr, nullptr, nullptr);
-    QByteArray result;
+    Result result;
     char* in = const_cast<char*>(source.constData());
     size_t inLeft = static_cast<size_t>(source.size());
     char buffer[1024];
@@ -57,10 +67,11 @@ QByteArray CodePage::Converter::convert(iconv_t converter, const QByteArray& sou
         size_t outLeft = sizeof buffer;
         const size_t done = iconv(converter, &in, &inLeft, &out, &outLeft);
         const int error = errno;
-        result.append(buffer, static_cast<qsizetype>(sizeof buffer - outLeft));
+        result.bytes.append(buffer, static_cast<qsizetype>(sizeof buffer - outLeft));
         if (done != static_cast<size_t>(-1) || error == E2BIG)
             continue;
-        result.append(replacement);
+        result.bytes.append(replacement);
+        result.isExact = false;
         // A surrogate pair without a place in the code page is one character: skip both halves.
         const bool pair = skip == 2 && inLeft >= 4 && (static_cast<quint8>(in[1]) & 0xFC) == 0xD8;
         const size_t step = std::min(inLeft, pair ? 4 : skip);
@@ -71,7 +82,7 @@ QByteArray CodePage::Converter::convert(iconv_t converter, const QByteArray& sou
     char* out = buffer;
     size_t outLeft = sizeof buffer;
     iconv(converter, nullptr, nullptr, &out, &outLeft);
-    result.append(buffer, static_cast<qsizetype>(sizeof buffer - outLeft));
+    result.bytes.append(buffer, static_cast<qsizetype>(sizeof buffer - outLeft));
     return result;
 }
 
@@ -97,14 +108,31 @@ QByteArray CodePage::name() const
 
 QString CodePage::toText(const QByteArray& bytes) const
 {
-    const QByteArray utf16 = m_converter->toText(bytes);
+    const QByteArray utf16 = m_converter->toText(bytes).bytes;
     return QString(reinterpret_cast<const QChar*>(utf16.constData()), utf16.size() / 2);
 }
 
 QByteArray CodePage::fromText(const QString& text) const
 {
-    const QByteArray utf16(reinterpret_cast<const char*>(text.constData()), text.size() * 2);
-    return m_converter->fromText(utf16);
+    return m_converter->fromText(text).bytes;
+}
+
+std::optional<QByteArray> CodePage::exactly(const QString& text) const
+{
+    const Converter::Result result = m_converter->fromText(text);
+    return result.isExact ? std::optional(result.bytes) : std::nullopt;
+}
+
+QString CodePage::fitting(const QString& text, qsizetype bytes) const
+{
+    constexpr qsizetype kMostBytes = 4; // of one character
+    constexpr qsizetype kMostUnits = 2; // of one byte: a surrogate pair that becomes "?"
+    QString cut = text.left(bytes * kMostUnits);
+    for (qsizetype excess = fromText(cut).size() - bytes; excess > 0; excess = fromText(cut).size() - bytes)
+        cut.chop(std::max<qsizetype>(excess / kMostBytes, 1));
+    if (cut.size() < text.size() && !cut.isEmpty() && cut.back().isHighSurrogate())
+        cut.chop(1);
+    return cut;
 }
 
 } // namespace platform

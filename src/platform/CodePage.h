@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <memory>
+#include <optional>
 
 namespace platform {
 
@@ -25,6 +26,11 @@ public:
 
     // Characters that the code page lacks become "?". NUL characters are kept.
     QByteArray fromText(const QString& text) const;
+    // The same, but nothing when the code page lacks one of the characters.
+    std::optional<QByteArray> exactly(const QString& text) const;
+
+    // The longest beginning of a text that takes no more than that many bytes; characters stay whole.
+    QString fitting(const QString& text, qsizetype bytes) const;
 
 private:
     class Converter;

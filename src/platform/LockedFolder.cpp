@@ -1,7 +1,8 @@
 #include "LockedFolder.h"
 
+#include "FileSnapshot.h"
+
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -14,11 +15,6 @@ namespace {
 constexpr int kLockAttempts = 400;
 constexpr timespec kLockPause{0, 5'000'000}; // 5 ms
 constexpr mode_t kNewFileMode = 0644;
-
-QString systemError()
-{
-    return QString::fromLocal8Bit(std::strerror(errno));
-}
 
 // The folder stands for all its files: no lock file is left behind.
 bool lockFolder(int folder)
@@ -46,11 +42,22 @@ bool writeAll(int fd, const QByteArray& bytes)
     return true;
 }
 
-mode_t modeOf(const QByteArray& path)
+// Gives the new file the owner, group and rights of the one that it replaces. Empty, or why not: a file that changes
+// hands by being saved might be lost to its owner.
+QString takeRights(int file, const QByteArray& replaced)
 {
-    struct stat info
+    struct stat old
     {};
-    return stat(path.constData(), &info) == 0 ? info.st_mode & 07777 : kNewFileMode;
+    struct stat now
+    {};
+    if (stat(replaced.constData(), &old) != 0)
+        return fchmod(file, kNewFileMode) == 0 ? QString() : systemError();
+    if (fstat(file, &now) != 0)
+        return systemError();
+    const bool isSameOwner = old.st_uid == now.st_uid && old.st_gid == now.st_gid;
+    if (!isSameOwner && fchown(file, old.st_uid, old.st_gid) != 0)
+        return QStringLiteral("its owner and group cannot be kept: ") + systemError();
+    return fchmod(file, old.st_mode & 07777) == 0 ? QString() : systemError();
 }
 
 } // namespace
@@ -71,21 +78,21 @@ LockedFolder::~LockedFolder()
 }
 
 // Temporary file in the same folder, flushed, renamed over the target. The folder is locked, so the temporary name is
-// free to take; one left by a killed process is overwritten.
+// free to take; one left by a killed process goes.
 QString LockedFolder::replace(const QByteArray& path, const QByteArray& bytes, Flush flush) const
 {
     const auto slash = path.lastIndexOf('/');
     const QByteArray temporary = path.left(slash + 1) + '.' + path.mid(slash + 1) + ".new";
-    const mode_t mode = modeOf(path);
-    const int file = open(temporary.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode);
+    unlink(temporary.constData());
+    const int file = open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (file < 0)
         return systemError();
-    QString error;
-    if (!writeAll(file, bytes) || fchmod(file, mode) != 0 || (flush == Flush::ToDisk && fsync(file) != 0) ||
-        rename(temporary.constData(), path.constData()) != 0) {
+    QString error = takeRights(file, path);
+    if (error.isEmpty() && (!writeAll(file, bytes) || (flush == Flush::ToDisk && fsync(file) != 0) ||
+                            rename(temporary.constData(), path.constData()) != 0))
         error = systemError();
+    if (!error.isEmpty())
         unlink(temporary.constData());
-    }
     close(file);
     if (error.isEmpty() && flush == Flush::ToDisk)
         fsync(m_folder);

@@ -24,8 +24,9 @@ public:
     // Why the folder could not be locked; empty when it is.
     QString error() const { return m_error; }
 
-    // Puts bytes in the place of a file of this folder, which keeps its access rights; a new file can be read by all.
-    // Gives why it failed, with the old file left whole; empty when it is on the disk. Call only without error().
+    // Puts bytes in the place of a file of this folder, which keeps its access rights, owner and group; a new file can
+    // be read by all. Gives why it failed, with the old file left whole; empty when it is on the disk. Call only
+    // without error().
     QString replace(const QByteArray& path, const QByteArray& bytes, Flush flush = Flush::ToDisk) const;
 
 private:

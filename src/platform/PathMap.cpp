@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <sys/statvfs.h>
 
 namespace platform {
@@ -58,6 +59,21 @@ QString PathMap::toMachine(const QString& desktopPath) const
     for (const QString& part : parts)
         machine += u'/' + entryOf(machine.isEmpty() ? QStringLiteral("/") : machine, part);
     return machine.isEmpty() ? QStringLiteral("/") : machine;
+}
+
+QString PathMap::toMachineForSaving(const QString& desktopPath) const
+{
+    const auto slash = desktopPath.lastIndexOf(u'\\');
+    const QString folder = slash < 0 ? QString() : toMachine(desktopPath.left(slash));
+    return folder.isEmpty() ? toMachine(desktopPath) : QDir(folder).filePath(desktopPath.mid(slash + 1));
+}
+
+bool PathMap::hasDesktopName(const QString& machinePath)
+{
+    static const QString kRefused = QStringLiteral(":*?\"<>|");
+    const QString name = machinePath.mid(machinePath.lastIndexOf(u'/') + 1);
+    return !machinePath.contains(u'\\') &&
+           std::none_of(name.cbegin(), name.cend(), [](QChar c) { return kRefused.contains(c); });
 }
 
 QString PathMap::toDesktop(const QString& machinePath) const
@@ -116,7 +132,7 @@ bool PathMap::removeFile(const QString& desktopPath) const
 QStringList PathMap::filesIn(const QString& desktopFolder) const
 {
     const QString machine = toMachine(desktopFolder);
-    return machine.isEmpty() ? QStringList() : QDir(machine).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    return machine.isEmpty() ? QStringList() : QDir(machine).entryList(QDir::Files, QDir::Name);
 }
 
 PathMap::DriveType PathMap::driveType(const QString& root) const

@@ -24,6 +24,10 @@ public:
     // taken as written. Empty when the drive is not there.
     QString toMachine(const QString& desktopPath) const;
 
+    // The machine path of a file that is to be made or replaced: only its folder is looked up without regard to case,
+    // so that a new name never stands for another file.
+    QString toMachineForSaving(const QString& desktopPath) const;
+
     // The desktop path of an absolute machine path, by the longest mounted folder.
     QString toDesktop(const QString& machinePath) const;
 
@@ -33,7 +37,10 @@ public:
     bool dirExists(const QString& desktopPath) const;
     bool makeOneDir(const QString& desktopPath) const; // creates one level; true when it exists afterwards
     bool removeFile(const QString& desktopPath) const;
-    QStringList filesIn(const QString& desktopFolder) const; // names of plain files, in name order
+    QStringList filesIn(const QString& desktopFolder) const; // names of plain files, in name order; no hidden ones
+
+    // Whether a desktop path can say the name of this machine file: it has none of \ : * ? " < > | in it.
+    static bool hasDesktopName(const QString& machinePath);
 
     // root: a letter and a colon, with or without a backslash.
     DriveType driveType(const QString& root) const;

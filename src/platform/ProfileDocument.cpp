@@ -1,7 +1,5 @@
 #include "ProfileDocument.h"
 
-#include <QStringDecoder>
-
 #include <algorithm>
 
 namespace platform {
@@ -9,25 +7,22 @@ namespace platform {
 namespace {
 
 constexpr qsizetype kUsualKeys = 30; // of a section that describes a parameter
-const QByteArray kUtf8Mark = "\xEF\xBB\xBF";
 
-bool isAscii(QByteArrayView bytes)
+constexpr char16_t lowerAscii(char16_t c)
 {
-    return std::all_of(bytes.cbegin(), bytes.cend(), [](char c) { return static_cast<quint8>(c) < 0x80; });
+    return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
 }
 
-bool isUtf8Text(const QByteArray& bytes)
+constexpr bool isBlankCharacter(char16_t c)
 {
-    if (isAscii(bytes))
-        return false;
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(bytes);
-    return !decoder.hasError();
+    constexpr char16_t kEndOfText = 0x1A;
+    return c == u' ' || (c >= u'\t' && c <= u'\r') || c == kEndOfText;
 }
 
 ProfileName folded(const QString& name)
 {
-    return {name.trimmed()};
+    const QStringView text = ProfileDocument::trimmed(name);
+    return {text.size() == name.size() ? name : text.toString()};
 }
 
 // A copy with characters of its own.
@@ -48,45 +43,60 @@ QStringView untilNul(QStringView value)
     return end < 0 ? value : value.first(end);
 }
 
-// A carriage return inside a value is a blank for a reader, as it is when the value is written again.
-QString asRead(const QString& value)
+bool isOnlyEquals(const QString& key, const QString& value)
 {
-    return value.contains(u'\r') ? QString(value).replace(u'\r', u' ').trimmed() : value;
+    return key.isEmpty() && std::all_of(value.cbegin(), value.cend(), [](QChar c) { return c == u'='; });
 }
 
 } // namespace
+
+bool ProfileName::operator==(const ProfileName& other) const
+{
+    return std::equal(text.begin(), text.end(), other.text.begin(), other.text.end(),
+                      [](QChar a, QChar b) { return lowerAscii(a.unicode()) == lowerAscii(b.unicode()); });
+}
 
 // FNV-1a over the characters in their lower-case form.
 size_t qHash(const ProfileName& name, size_t seed)
 {
     size_t hash = seed ^ 0xCBF29CE484222325U;
-    for (const QChar c : name.text) {
-        const char16_t plain = c.unicode();
-        const char16_t lower =
-            plain < 0x80 ? (plain >= u'A' && plain <= u'Z' ? plain + 32 : plain) : c.toCaseFolded().unicode();
-        hash = (hash ^ lower) * 0x100000001B3U;
-    }
+    for (const QChar c : name.text)
+        hash = (hash ^ lowerAscii(c.unicode())) * 0x100000001B3U;
     return hash;
 }
 
-ProfileDocument::ProfileDocument(const QByteArray& bytes, const CodePage& codePage) : m_codePage(codePage)
+QStringView ProfileDocument::trimmed(QStringView text)
 {
-    m_hasMark = bytes.startsWith(kUtf8Mark);
-    m_isUtf8 = m_hasMark || isUtf8Text(bytes);
-    m_file = m_hasMark ? bytes.sliced(kUtf8Mark.size()) : bytes;
+    while (!text.isEmpty() && isBlankCharacter(text.front().unicode()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isBlankCharacter(text.back().unicode()))
+        text.chop(1);
+    return text;
+}
+
+ProfileDocument::ProfileDocument(const QByteArray& bytes, const CodePage& codePage) : m_encoding(codePage)
+{
+    parse(m_encoding.opened(bytes));
+}
+
+void ProfileDocument::parse(const QByteArray& bytes)
+{
+    m_sections.clear();
+    m_index.clear();
+    m_lastName.clear();
+    m_file = bytes;
     m_text = QString::fromLatin1(m_file);
-    const auto firstEnd = m_file.indexOf('\n');
-    if (firstEnd >= 0)
-        m_lineEnd = firstEnd > 0 && m_file[firstEnd - 1] == '\r' ? "\r\n" : "\n";
-    m_endsOpen = !m_file.isEmpty() && !m_file.endsWith('\n');
     m_sections.emplace_back();
     m_index.insert({}, 0);
     for (qsizetype pos = 0; pos < m_file.size();) {
         const Span span = spanAt(pos);
+        if (pos == 0 && span.end != LineEnd::None)
+            m_lineEnd = span.end;
         const QString name = sectionName(span);
         if (!name.isNull()) {
             m_sections.emplace_back();
             m_sections.back().header = m_file.sliced(span.begin, span.length);
+            m_sections.back().headerEnd = span.end;
             m_sections.back().begin = span.next;
             if (!m_index.contains(folded(name)))
                 m_index.insert(folded(name), m_sections.size() - 1);
@@ -98,23 +108,27 @@ ProfileDocument::ProfileDocument(const QByteArray& bytes, const CodePage& codePa
 
 ProfileDocument::Span ProfileDocument::spanAt(qsizetype pos) const
 {
-    const auto found = m_file.indexOf('\n', pos);
-    const auto end = found < 0 ? m_file.size() : found;
-    // A line keeps a carriage return of its own when the file's line ends have none, and the other way round.
-    auto length = end - pos;
-    if (m_lineEnd == "\r\n" && length > 0 && found >= 0 && m_file[end - 1] == '\r')
-        --length;
-    return {pos, length, end + 1, isAscii(QByteArrayView(m_file).sliced(pos, length))};
+    const char* data = m_file.constData();
+    const auto size = m_file.size();
+    auto end = pos;
+    quint8 bits = 0;
+    for (; end < size && data[end] != '\n' && data[end] != '\r'; ++end)
+        bits |= static_cast<quint8>(data[end]);
+    Span span{pos, end - pos, end, LineEnd::None, bits < 0x80};
+    if (end == size)
+        return span;
+    const bool isBoth = data[end] == '\r' && end + 1 < size && data[end + 1] == '\n';
+    span.end = isBoth ? LineEnd::Both : data[end] == '\n' ? LineEnd::LineFeed : LineEnd::Return;
+    span.next = end + (isBoth ? 2 : 1);
+    return span;
 }
 
 QString ProfileDocument::sectionName(const Span& span) const
 {
     // A double-byte character may hold the bytes of a bracket: only plain lines are taken apart as they are.
-    const QByteArrayView bytes = QByteArrayView(m_file).sliced(span.begin, span.length);
-    if (span.isAscii && !bytes.trimmed().startsWith('['))
-        return {};
-    const QString line = span.isAscii ? QString::fromLatin1(bytes) : decode(bytes.toByteArray());
-    const QStringView text = QStringView(line).trimmed();
+    const QString line = span.isAscii ? QString() : m_encoding.decode(m_file.sliced(span.begin, span.length));
+    const QStringView text =
+        trimmed(span.isAscii ? QStringView(m_text).sliced(span.begin, span.length) : QStringView(line));
     const auto close = text.startsWith(u'[') ? text.lastIndexOf(u']') : -1;
     return close > 0 ? text.sliced(1, close - 1).toString() : QString();
 }
@@ -128,6 +142,7 @@ ProfileDocument::Section& ProfileDocument::parsed(Section& section) const
     for (qsizetype pos = section.begin; pos < section.end;) {
         const Span span = spanAt(pos);
         section.lines.push_back(parseSpan(span));
+        section.lines.back().end = span.end;
         pos = span.next;
         const Line& line = section.lines.back();
         const auto known = section.keys.size();
@@ -144,7 +159,7 @@ ProfileDocument::Line ProfileDocument::parseSpan(const Span& span) const
 {
     if (!span.isAscii) {
         const QByteArray bytes = m_file.sliced(span.begin, span.length);
-        return parseLine(bytes, decode(bytes), Characters::Owned);
+        return parseLine(bytes, m_encoding.decode(bytes), Characters::Owned);
     }
     const QByteArray bytes = QByteArray::fromRawData(m_file.constData() + span.begin, span.length);
     return parseLine(bytes, QStringView(m_text).sliced(span.begin, span.length), Characters::Shared);
@@ -155,15 +170,15 @@ ProfileDocument::Line ProfileDocument::parseLine(const QByteArray& bytes, QStrin
     const auto part = [characters](QStringView view) {
         return characters == Characters::Shared ? QString::fromRawData(view.data(), view.size()) : view.toString();
     };
-    const QStringView trimmed = text.trimmed();
-    const auto equals = trimmed.indexOf(u'=');
+    const QStringView plain = trimmed(text);
+    const auto equals = plain.indexOf(u'=');
     Line line;
     line.bytes = bytes;
-    line.isBlank = trimmed.isEmpty();
+    line.isBlank = plain.isEmpty();
     line.hasValue = equals >= 0;
-    line.key = part(equals < 0 ? trimmed : trimmed.first(equals).trimmed());
+    line.key = part(equals < 0 ? plain : trimmed(plain.first(equals)));
     if (line.hasValue)
-        line.value = asRead(part(untilNul(trimmed.sliced(equals + 1)).trimmed()));
+        line.value = part(trimmed(untilNul(plain.sliced(equals + 1))));
     return line;
 }
 
@@ -202,7 +217,8 @@ QStringList ProfileDocument::lines(const QString& section) const
     if (holder == nullptr)
         return result;
     for (const Line& line : holder->lines) {
-        if (!line.isBlank && !line.key.startsWith(u';'))
+        const bool isSilent = line.isBlank || line.key.startsWith(u';') || isOnlyEquals(line.key, line.value);
+        if (!isSilent)
             result << (line.hasValue ? line.key + u'=' + line.value : detached(line.key));
     }
     return result;
@@ -212,7 +228,8 @@ QString ProfileDocument::refusal(const QString& section, const QString& key)
 {
     if (hasLineBreak(section) || section.contains(u']'))
         return QStringLiteral("the section name \"%1\" cannot be stored").arg(section);
-    if (hasLineBreak(key) || key.contains(u'=') || key.trimmed().isEmpty() || key.trimmed().startsWith(u'['))
+    const QStringView plain = trimmed(key);
+    if (hasLineBreak(key) || key.contains(u'=') || plain.isEmpty() || plain.startsWith(u'['))
         return QStringLiteral("the key \"%1\" cannot be stored").arg(key);
     return {};
 }
@@ -228,15 +245,21 @@ ProfileDocument::Section& ProfileDocument::findOrAdd(const QString& section)
     if (Section* holder = find(section))
         return *holder;
     m_sections.emplace_back();
-    m_sections.back().header = encode(u'[' + section.trimmed() + u']');
+    m_sections.back().isParsed = true;
+    m_sections.back().header = m_encoding.encode(u'[' + folded(section).text + u']');
+    m_sections.back().headerEnd = m_lineEnd;
     m_index.insert(folded(section), m_sections.size() - 1);
-    m_endsOpen = false;
     return m_sections.back();
 }
 
 bool ProfileDocument::setValue(const QString& section, const QString& key, const QString& value)
 {
-    const QString stored = oneLine(value).trimmed();
+    const QString stored = trimmed(oneLine(value)).toString();
+    if (!m_encoding.holds(section + key + stored)) {
+        const QByteArray bytes = inUtf8();
+        m_encoding.becomeUtf8();
+        parse(bytes);
+    }
     Section& holder = findOrAdd(section);
     const auto found = holder.keys.constFind(folded(key));
     if (found != holder.keys.cend()) {
@@ -244,17 +267,19 @@ bool ProfileDocument::setValue(const QString& section, const QString& key, const
         if (line.hasValue && line.value == stored)
             return false;
         const QString changed = line.key + u'=' + stored;
-        line = parseLine(encode(changed), changed, Characters::Owned);
+        const LineEnd end = line.end;
+        line = parseLine(m_encoding.encode(changed), changed, Characters::Owned);
+        line.end = end;
         return true;
     }
     // Behind the last line that says something, so that the blank lines before the next section stay there.
     auto place = holder.lines.end();
     while (place != holder.lines.begin() && std::prev(place)->isBlank)
         --place;
-    const QString text = key.trimmed() + u'=' + stored;
+    const QString text = folded(key).text + u'=' + stored;
     const auto index = static_cast<size_t>(place - holder.lines.begin());
-    m_endsOpen = m_endsOpen && (&holder != &m_sections.back() || place != holder.lines.end());
-    holder.lines.insert(place, parseLine(encode(text), text, Characters::Owned));
+    const auto added = holder.lines.insert(place, parseLine(m_encoding.encode(text), text, Characters::Owned));
+    added->end = m_lineEnd;
     holder.keys.insert(folded(key), index);
     return true;
 }
@@ -263,35 +288,33 @@ QByteArray ProfileDocument::toBytes() const
 {
     const QByteArray bytes = joined([](const QByteArray& line) { return line; });
     // A few double-byte texts look like UTF-8. A file of nothing else would be read as such: then let it be UTF-8.
-    if (m_isUtf8 || !isUtf8Text(bytes))
-        return bytes;
-    return joined([this](const QByteArray& line) { return decode(line).toUtf8(); });
+    return m_encoding.closed(m_encoding.isMistaken(bytes) ? inUtf8() : bytes);
+}
+
+QByteArray ProfileDocument::inUtf8() const
+{
+    return joined([this](const QByteArray& line) { return m_encoding.decode(line).toUtf8(); });
 }
 
 template <typename Convert> QByteArray ProfileDocument::joined(Convert convert) const
 {
-    QByteArray bytes = m_hasMark ? kUtf8Mark : QByteArray();
+    static const QByteArray kEnds[] = {QByteArray(), QByteArrayLiteral("\n"), QByteArrayLiteral("\r"),
+                                       QByteArrayLiteral("\r\n")};
+    QByteArray bytes;
+    LineEnd last = LineEnd::Both;
+    const auto add = [&](const QByteArray& line, LineEnd end) {
+        if (last == LineEnd::None) // the last line of the file has no end until another one comes behind it
+            bytes += kEnds[static_cast<int>(m_lineEnd)];
+        bytes += convert(line) + kEnds[static_cast<int>(end)];
+        last = end;
+    };
     for (size_t i = 0; i < m_sections.size(); ++i) {
         if (i > 0)
-            bytes += convert(m_sections[i].header) + m_lineEnd;
+            add(m_sections[i].header, m_sections[i].headerEnd);
         for (const Line& line : parsed(m_sections[i]).lines)
-            bytes += convert(line.bytes) + m_lineEnd;
+            add(line.bytes, line.end);
     }
-    if (m_endsOpen && bytes.endsWith(m_lineEnd))
-        bytes.chop(m_lineEnd.size());
     return bytes;
-}
-
-QString ProfileDocument::decode(const QByteArray& bytes) const
-{
-    if (isAscii(bytes))
-        return QString::fromLatin1(bytes);
-    return m_isUtf8 ? QString::fromUtf8(bytes) : m_codePage.toText(bytes);
-}
-
-QByteArray ProfileDocument::encode(const QString& text) const
-{
-    return m_isUtf8 ? text.toUtf8() : m_codePage.fromText(text);
 }
 
 } // namespace platform

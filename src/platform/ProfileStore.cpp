@@ -1,52 +1,41 @@
 #include "ProfileStore.h"
 
+#include "FileSnapshot.h"
 #include "LockedFolder.h"
 #include "ProfileDocument.h"
 
 #include <QFile>
-#include <QFileInfo>
 
-#include <sys/stat.h>
+#include <climits>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace platform {
 
 namespace {
 
-// What tells two states of a file apart.
-struct FileState
-{
-    dev_t device = 0;
-    ino_t inode = 0;
-    off_t size = -1; // -1: no file
-    timespec time{};
+constexpr int kMostLinks = 40;
 
-    bool operator==(const FileState& other) const
-    {
-        return device == other.device && inode == other.inode && size == other.size &&
-               time.tv_sec == other.time.tv_sec && time.tv_nsec == other.time.tv_nsec;
+// The file behind a chain of links, whether it is there or not.
+QByteArray behindLinks(QByteArray path)
+{
+    char target[PATH_MAX];
+    for (int i = 0; i < kMostLinks; ++i) {
+        const ssize_t length = readlink(path.constData(), target, sizeof target);
+        if (length <= 0)
+            break;
+        const QByteArray next(target, length);
+        path = next.startsWith('/') ? next : path.left(path.lastIndexOf('/') + 1) + next;
     }
-};
+    return path;
+}
 
-struct FileCheck
+// Why the user may not write a file that is there; empty when it is not.
+QString writeRefusal(const QByteArray& path)
 {
-    FileState state;
-    mode_t mode = 0;
-    bool isFolder = false;
-    bool isOddKind = false; // a pipe or a device: opening it could wait for ever
-};
-
-FileCheck checkFile(const QByteArray& path)
-{
-    struct stat info
-    {};
-    if (stat(path.constData(), &info) != 0)
+    if (faccessat(AT_FDCWD, path.constData(), W_OK, AT_EACCESS) == 0 || errno == ENOENT)
         return {};
-    const bool isFolder = S_ISDIR(info.st_mode);
-    return {{info.st_dev, info.st_ino, info.st_size, info.st_mtim},
-            info.st_mode,
-            isFolder,
-            !isFolder && !S_ISREG(info.st_mode)};
+    return errno == EACCES || errno == EROFS ? QStringLiteral("it is read-only") : systemError();
 }
 
 QString unquoted(const QString& value)
@@ -58,55 +47,71 @@ QString unquoted(const QString& value)
 // A reader takes blanks and quotation marks around a value away: a value that has such of its own gets a pair more.
 QString guarded(const QString& value)
 {
-    const QString plain = value.trimmed();
+    const QString plain = ProfileDocument::trimmed(value).toString();
     return plain.isEmpty() || unquoted(plain) == value ? plain : u'"' + value + u'"';
 }
 
-bool isAsciiText(const QString& text)
+// A default as a platform read gives it.
+QString withoutEndBlanks(QString text)
 {
-    for (const QChar c : text) {
-        if (c.unicode() >= 0x80)
-            return false;
-    }
-    return true;
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text;
 }
 
 } // namespace
 
+struct ProfileStore::Write
+{
+    QString section;
+    QString key;
+    QString value;
+    bool isDefault = false;
+};
+
 struct ProfileStore::Entry
 {
-    struct Write
-    {
-        QString section;
-        QString key;
-        QString value;
-    };
-
     QByteArray path;
     FileState state;
     std::unique_ptr<ProfileDocument> document;
+    QString unreadable; // why the document is not what the file holds
+    QString lastFailure;
     std::vector<Write> pending;
     int checkedInBatch = 0;
     quint64 lastUse = 0;
 
-    void parse(const FileCheck& check, const CodePage& codePage)
+    void parse(const CodePage& codePage)
     {
-        QByteArray bytes;
-        QFile file(QFile::decodeName(path));
-        const bool readable =
-            check.state.size >= 0 && check.state.size <= kMaxFileBytes && !check.isFolder && !check.isOddKind;
-        if (readable && file.open(QIODevice::ReadOnly))
-            bytes = file.readAll();
-        document = std::make_unique<ProfileDocument>(bytes, codePage);
-        state = check.state;
+        const FileSnapshot file = FileSnapshot::read(path, kMaxFileBytes);
+        document = std::make_unique<ProfileDocument>(file.error.isEmpty() ? file.bytes : QByteArray(), codePage);
+        state = file.state;
+        const QString before = std::exchange(unreadable, file.error);
+        if (!document->isWhole())
+            unreadable = QStringLiteral("it holds damaged UTF-16 text");
+        if (!before.isEmpty() && unreadable.isEmpty())
+            lastFailure.clear();
     }
 
-    bool apply()
+    bool apply(const Write& write) const
+    {
+        const auto stored = write.isDefault ? document->value(write.section, write.key) : std::nullopt;
+        if (stored && !unquoted(*stored).isEmpty())
+            return false;
+        return document->setValue(write.section, write.key, write.value);
+    }
+
+    bool applyPending() const
     {
         bool changed = false;
         for (const Write& write : pending)
-            changed = document->setValue(write.section, write.key, write.value) || changed;
+            changed = apply(write) || changed;
         return changed;
+    }
+
+    void forget()
+    {
+        pending.clear();
+        document.reset();
     }
 };
 
@@ -129,9 +134,8 @@ ProfileStore::Entry& ProfileStore::fresh(const QString& file)
     if (checked || !entry->pending.empty())
         return *entry;
     entry->checkedInBatch = m_batchDepth > 0 ? m_batchNumber : 0;
-    const FileCheck check = checkFile(entry->path);
-    if (!entry->document || !(check.state == entry->state))
-        entry->parse(check, m_codePage);
+    if (!entry->document || !entry->unreadable.isEmpty() || !(FileState::of(entry->path) == entry->state))
+        entry->parse(m_codePage);
     return *entry;
 }
 
@@ -152,29 +156,37 @@ ProfileStore::Value ProfileStore::read(const QString& file, const QString& secti
                                        const QString& defaultText, int bufferSize)
 {
     const auto stored = fresh(file).document->value(section, key);
-    const QString text = stored ? unquoted(*stored) : defaultText;
+    const QString text = stored ? unquoted(*stored) : withoutEndBlanks(defaultText);
     const int room = std::max(bufferSize - 1, 0);
     if (isAsciiText(text))
         return {text.left(room), static_cast<int>(std::min<qsizetype>(text.size(), room)), stored.has_value()};
-    QString cut = text;
-    QByteArray bytes = m_codePage.fromText(cut);
-    while (bytes.size() > room) {
-        cut.chop(std::max<qsizetype>((bytes.size() - room) / 4, 1));
-        bytes = m_codePage.fromText(cut);
-    }
-    return {cut, static_cast<int>(bytes.size()), stored.has_value()};
+    const QString cut = m_codePage.fitting(text, room);
+    return {cut, static_cast<int>(m_codePage.fromText(cut).size()), stored.has_value()};
+}
+
+ProfileOutcome ProfileStore::readable(const QString& file)
+{
+    Entry& entry = fresh(file);
+    if (entry.unreadable.isEmpty())
+        return {};
+    return failure(entry, QStringLiteral("%1 cannot be read: %2").arg(file, entry.unreadable));
 }
 
 QStringList ProfileStore::readSection(const QString& file, const QString& section, int bufferSize)
 {
-    QStringList kept;
-    qsizetype room = bufferSize - 1;
     const QStringList lines = fresh(file).document->lines(section);
+    std::vector<qsizetype> sizes;
+    qsizetype total = 0;
     for (const QString& line : lines) {
-        room -= (isAsciiText(line) ? line.size() : m_codePage.fromText(line).size()) + 1;
-        if (room < 0)
-            break;
-        kept << line;
+        sizes.push_back((isAsciiText(line) ? line.size() : m_codePage.fromText(line).size()) + 1);
+        total += sizes.back();
+    }
+    // A list that is too long ends at two NULs before the end of the buffer, in the middle of a line.
+    qsizetype room = total < bufferSize ? total : bufferSize - 2;
+    QStringList kept;
+    for (qsizetype i = 0; i < lines.size() && room > 0; ++i) {
+        kept << (sizes[i] <= room + 1 ? lines[i] : m_codePage.fitting(lines[i], room));
+        room -= sizes[i];
     }
     return kept;
 }
@@ -187,71 +199,110 @@ bool ProfileStore::hasSection(const QString& file, const QString& section)
 ProfileOutcome ProfileStore::write(const QString& file, const QString& section, const QString& key,
                                    const QString& value)
 {
-    const QString refusal = ProfileDocument::refusal(section, key);
-    if (!refusal.isEmpty())
-        return {QStringLiteral("%1: %2").arg(file, refusal)};
+    return store(file, {section, key, value, false});
+}
+
+ProfileOutcome ProfileStore::writeDefault(const QString& file, const QString& section, const QString& key,
+                                          const QString& value)
+{
+    return store(file, {section, key, value, true});
+}
+
+ProfileOutcome ProfileStore::store(const QString& file, const Write& write)
+{
     Entry& entry = fresh(file);
-    const QString stored = guarded(ProfileDocument::oneLine(value));
-    if (!entry.document->setValue(section, key, stored))
+    const QString refusal = ProfileDocument::refusal(write.section, write.key);
+    if (!refusal.isEmpty())
+        return refused(entry, QStringLiteral("%1: %2").arg(file, refusal));
+    if (!entry.unreadable.isEmpty())
+        return refused(entry, QStringLiteral("%1 cannot be read: %2").arg(file, entry.unreadable));
+    Write stored = write;
+    stored.value = guarded(ProfileDocument::oneLine(write.value));
+    if (!entry.apply(stored))
         return {};
-    entry.pending.push_back({section, key, stored});
+    entry.pending.push_back(stored);
     return m_batchDepth > 0 ? ProfileOutcome{} : flush(file, entry);
+}
+
+ProfileOutcome ProfileStore::failure(Entry& entry, const QString& error) const
+{
+    const bool isRepeated = entry.lastFailure == error;
+    entry.lastFailure = error;
+    return {error, isRepeated};
+}
+
+ProfileOutcome ProfileStore::refused(Entry& entry, const QString& error)
+{
+    if (m_batchDepth > 0 && !m_refusals.contains(error))
+        m_refusals << error;
+    return failure(entry, error);
 }
 
 ProfileOutcome ProfileStore::flush(const QString& file, Entry& entry)
 {
-    const auto failed = [&](const QString& why) {
+    const QString error = replaceFile(file, entry);
+    if (error.isEmpty()) {
         entry.pending.clear();
-        entry.document.reset();
-        return ProfileOutcome{QStringLiteral("%1 cannot be written: %2").arg(file, why)};
-    };
+        entry.lastFailure.clear();
+        return {};
+    }
+    entry.forget();
+    return failure(entry, QStringLiteral("%1 cannot be written: %2").arg(file, error));
+}
+
+QString ProfileStore::replaceFile(const QString& file, Entry& entry)
+{
     // A link stays a link: its target is replaced.
-    const QString canonical = QFileInfo(file).canonicalFilePath();
-    const QByteArray path = QFile::encodeName(canonical.isEmpty() ? file : canonical);
+    const QByteArray path = behindLinks(QFile::encodeName(file));
     const LockedFolder folder(path.left(std::max<qsizetype>(path.lastIndexOf('/'), 1)));
     if (!folder.error().isEmpty())
-        return failed(folder.error());
-    const FileCheck check = checkFile(path);
-    if (check.isFolder)
-        return failed(QStringLiteral("it is a folder"));
-    if (check.isOddKind)
-        return failed(QStringLiteral("it is not a regular file"));
-    if (check.state.size > kMaxFileBytes)
-        return failed(QStringLiteral("it is too large for a settings file"));
-    const bool exists = check.state.size >= 0;
-    if (exists && (check.mode & S_IWUSR) == 0)
-        return failed(QStringLiteral("it is read-only"));
-    if (exists && access(path.constData(), R_OK) != 0)
-        return failed(QStringLiteral("it cannot be read: ") + qt_error_string());
-    if (!(check.state == entry.state)) {
-        entry.parse(check, m_codePage);
-        if (!entry.apply()) {
-            entry.pending.clear();
+        return folder.error();
+    const FileState now = FileState::of(entry.path);
+    const QString refusal = now.exists() ? writeRefusal(path) : QString();
+    if (!refusal.isEmpty())
+        return refusal;
+    if (!(now == entry.state)) {
+        entry.parse(m_codePage);
+        if (!entry.unreadable.isEmpty())
+            return QStringLiteral("it cannot be read: ") + entry.unreadable;
+        if (!entry.applyPending())
             return {};
-        }
     }
-    const QString error = folder.replace(path, entry.document->toBytes());
+    QString error = folder.replace(path, entry.document->toBytes());
     if (!error.isEmpty())
-        return failed(error);
+        return error;
     ++m_replacements;
-    entry.pending.clear();
-    entry.state = checkFile(path).state;
+    entry.state = FileState::of(entry.path);
     return {};
 }
 
 ProfileOutcome ProfileStore::endBatch()
 {
-    ProfileOutcome first;
     if (--m_batchDepth > 0)
-        return first;
+        return {};
+    QStringList errors = std::exchange(m_refusals, {});
+    bool isRepeated = true; // whoever wrote has been told of the refusals
     for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
         if (entry.value()->pending.empty())
             continue;
         const ProfileOutcome outcome = flush(entry.key(), *entry.value());
-        if (first.ok())
-            first = outcome;
+        if (outcome.ok())
+            continue;
+        errors << outcome.error;
+        isRepeated = isRepeated && outcome.isRepeated;
     }
-    return first;
+    return {errors.join(QStringLiteral("; ")), isRepeated};
+}
+
+void ProfileStore::dropBatch()
+{
+    if (--m_batchDepth > 0)
+        return;
+    m_refusals.clear();
+    for (const std::shared_ptr<Entry>& entry : std::as_const(m_entries)) {
+        if (!entry->pending.empty())
+            entry->forget();
+    }
 }
 
 ProfileStore::Batch::Batch(ProfileStore& store) : m_store(store)
@@ -262,7 +313,8 @@ ProfileStore::Batch::Batch(ProfileStore& store) : m_store(store)
 
 ProfileStore::Batch::~Batch()
 {
-    commit();
+    if (m_open)
+        m_store.dropBatch();
 }
 
 ProfileOutcome ProfileStore::Batch::commit()

@@ -16,6 +16,7 @@ class ProfileDocument;
 struct ProfileOutcome
 {
     QString error;
+    bool isRepeated = false; // the last failure of the same file once more: whoever keeps a log has it already
     bool ok() const { return error.isEmpty(); }
 };
 
@@ -25,12 +26,13 @@ struct ProfileOutcome
 // nanosecond time are unchanged, so an outside edit is seen at the next call. Comments, order, unknown lines and line
 // ends survive every write; a write that changes nothing touches no disk; a write replaces the file atomically
 // (temporary file in the same folder, flush, rename) under an advisory lock, so two processes lose nothing to each
-// other. A file whose non-ASCII bytes are valid UTF-8, or that begins with a UTF-8 mark, is read as UTF-8 and stays so.
+// other. ProfileEncoding says in which forms a file is read and written.
 //
 // The documents of the kMaxDocuments files used last are kept.
 //
-// An unreadable file (a folder, a pipe or device, no permission, larger than kMaxFileBytes) reads as if it were
-// missing; writing to it fails with an error and leaves it as it is.
+// A file that cannot be read whole (a folder, a pipe or device, no permission, larger than kMaxFileBytes, an error of
+// the disk, too many open files) reads as if it were missing, and readable() says why. It is never written. The next
+// call tries to read it again.
 class ProfileStore
 {
 public:
@@ -54,7 +56,11 @@ public:
     Value read(const QString& file, const QString& section, const QString& key, const QString& defaultText,
                int bufferSize);
 
-    // The lines of a section in file order (comments and blank lines left out); empty when missing.
+    // Whether the file could be read whole; a missing file can.
+    ProfileOutcome readable(const QString& file);
+
+    // The lines of a section in file order (comments and blank lines left out); empty when missing. Cut as a platform
+    // read with a buffer of bufferSize bytes cuts them, the NULs behind each line and at the end included.
     QStringList readSection(const QString& file, const QString& section, int bufferSize = kSectionBufferBytes);
 
     bool hasSection(const QString& file, const QString& section);
@@ -62,9 +68,12 @@ public:
     // Sets one value, creating file, section and key as needed. Inside a Batch only the cached document changes.
     ProfileOutcome write(const QString& file, const QString& section, const QString& key, const QString& value);
 
+    // The same for a value that is only the default: one that another program has stored meanwhile stays.
+    ProfileOutcome writeDefault(const QString& file, const QString& section, const QString& key, const QString& value);
+
     // Collects all writes made while it lives into one replacement per file. Batches nest; the outermost one writes.
     // Within a batch a file is looked at once: an outside edit is merged when the batch is written.
-    // A batch that is destroyed without commit() commits and drops the outcome.
+    // What an outermost batch has collected is dropped when it is destroyed without commit().
     class Batch
     {
     public:
@@ -73,9 +82,9 @@ public:
         Batch(const Batch&) = delete;
         Batch& operator=(const Batch&) = delete;
 
-        // Writes all changed files (outermost batch only). A file that cannot be replaced keeps its old content, its
-        // pending writes are dropped and the first error is returned.
-        ProfileOutcome commit();
+        // Writes all changed files (outermost batch only). A file that cannot be replaced keeps its old content and its
+        // pending writes are dropped. The outcome holds the errors of all files and of all writes that were refused.
+        [[nodiscard]] ProfileOutcome commit();
 
     private:
         ProfileStore& m_store;
@@ -88,15 +97,22 @@ public:
 
 private:
     struct Entry;
+    struct Write;
     Entry& fresh(const QString& file);
     void forgetOldest();
+    ProfileOutcome store(const QString& file, const Write& write);
+    ProfileOutcome failure(Entry& entry, const QString& error) const;
+    ProfileOutcome refused(Entry& entry, const QString& error);
     ProfileOutcome endBatch();
+    void dropBatch();
     ProfileOutcome flush(const QString& file, Entry& entry);
+    QString replaceFile(const QString& file, Entry& entry);
 
     CodePage m_codePage;
     QHash<QString, std::shared_ptr<Entry>> m_entries;
     int m_batchDepth = 0;
-    int m_batchNumber = 0; // of the outermost batch that is open, or was last
+    int m_batchNumber = 0;  // of the outermost batch that is open, or was last
+    QStringList m_refusals; // of writes within the batch
     int m_replacements = 0;
     quint64 m_uses = 0;
 };
