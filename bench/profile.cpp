@@ -42,7 +42,8 @@ double fill(const QString& file, int items, int& replacements)
                 store.write(file, sectionName(n), keyName(k), QStringLiteral("default"));
         }
     }
-    batch.commit();
+    if (!batch.commit().ok())
+        replacements = 0; // fails the run
     replacements = store.replacements();
     return secondsSince(start);
 }
