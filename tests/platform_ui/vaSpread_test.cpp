@@ -1,3 +1,4 @@
+#include "PaletteColors.h"
 #include "SpreadFixture.h"
 
 #include <QHeaderView>
@@ -76,6 +77,12 @@ TEST_F(Spread, CellColoursArePainted)
     EXPECT_EQ(image.pixelColor(middle(5)), QColor(Qt::red));
     grid.setShown(false);
     EXPECT_NE(spread.viewport()->grab().toImage().pixelColor(middle(5)), QColor(Qt::red)) << "hidden while loading";
+}
+
+TEST(PaletteColors, GreyTextIsNoPlainText)
+{
+    const platform::PaletteColors colors;
+    EXPECT_NE(colors.color(17), colors.color(8));
 }
 
 TEST(SpreadLife, GridMayEndBeforeTheWidget)

@@ -100,7 +100,10 @@ ColorRef PaletteColors::color(int index) const
 {
     if (index < 0 || index >= kSystemColorCount)
         return 0;
-    const QColor color = QGuiApplication::palette().color(roleOf(index));
+    const QPalette palette = QGuiApplication::palette();
+    QColor color = palette.color(roleOf(index));
+    if (color.alphaF() < 1) // grey text is often the plain one, half transparent
+        color = mixed(color, palette.color(QPalette::Base), static_cast<int>(color.alphaF() * 100));
     return rgbColor(color.red(), color.green(), color.blue());
 }
 
