@@ -25,21 +25,27 @@ Record takeApart(const QByteArray& record)
     return {stamp.mid(1, stamp.size() - 2), record.mid(stamp.size(), record.size() - clsLog::kFrameBytes)};
 }
 
-bool isDoubleByteLead(char c)
+qsizetype blanksBehind(const QByteArray& body)
 {
-    return static_cast<quint8>(c) >= 0x80;
+    const auto end = std::find_if(body.crbegin(), body.crend(), [](char c) { return c != ' '; });
+    return std::distance(body.crbegin(), end);
 }
 
-// Whether the next record goes on with the message of this one: the stamp is the same and no room was left, or just the
-// one byte that a double-byte character would not fit into. Messages begin with a tag in brackets, so what does is a
-// new one, although it was written within the same millisecond.
-bool isContinued(const Record& record, const Record& next)
+qsizetype bytesOfFirst(const platform::CodePage& codePage, const QByteArray& body)
+{
+    const QString text = codePage.toText(body);
+    return codePage.fromText(text.left(!text.isEmpty() && text.front().isHighSurrogate() ? 2 : 1)).size();
+}
+
+// Whether the next record goes on with the message of this one: the stamp is the same and no room was left, or less
+// than the next character needs. Messages begin with a tag in brackets, so what does is a new one, although it was
+// written within the same millisecond.
+bool isContinued(const platform::CodePage& codePage, const Record& record, const Record& next)
 {
     if (record.stamp.isEmpty() || record.stamp != next.stamp || next.body.startsWith('(') || next.body.startsWith('['))
         return false;
-    const QByteArray& body = record.body;
-    const bool oneByteLeft = body.endsWith(' ') && body.size() > 1 && body[body.size() - 2] != ' ';
-    return !body.endsWith(' ') || (oneByteLeft && isDoubleByteLead(next.body[0]));
+    const qsizetype room = blanksBehind(record.body);
+    return room == 0 || (room < record.body.size() && room < bytesOfFirst(codePage, next.body));
 }
 
 QByteArray withoutPadding(QByteArray body)
@@ -141,8 +147,9 @@ std::vector<LogReader::Entry> LogReader::entriesOf(const QByteArray& records, qi
     for (qsizetype at = 0; at < records.size(); at += size) {
         const Record record = takeApart(records.mid(at, size));
         const qsizetype following = at + size;
-        const bool goesOn = following < records.size() && isContinued(record, takeApart(records.mid(following, size)));
-        message += goesOn && record.body.endsWith(' ') ? record.body.chopped(1) : record.body;
+        const bool goesOn =
+            following < records.size() && isContinued(m_codePage, record, takeApart(records.mid(following, size)));
+        message += goesOn ? withoutPadding(record.body) : record.body;
         if (goesOn)
             continue;
         entries.push_back({QString::fromLatin1(record.stamp), m_codePage.toText(withoutPadding(message))});

@@ -18,14 +18,16 @@ QByteArray headerBytes(const clsLog::Header& header)
     return bytes;
 }
 
-// Takes the next body of width bytes off the message; a double-byte character is never cut in two.
-QByteArray takeBody(const platform::CodePage& codePage, QByteArray& message, qsizetype width)
+// Takes the next body of width bytes off the message; characters stay whole. One that no record has room for is "?".
+QByteArray takeBody(const platform::CodePage& codePage, QString& message, qsizetype width)
 {
-    QByteArray body = message.left(width);
-    const QString text = codePage.toText(message);
-    if (message.size() > width && !text.startsWith(codePage.toText(body)))
-        body.chop(1);
-    message.remove(0, body.size());
+    QString piece = codePage.fitting(message, width);
+    QByteArray body = codePage.fromText(piece);
+    if (piece.isEmpty() && !message.isEmpty()) {
+        piece = message.left(message.front().isHighSurrogate() ? 2 : 1);
+        body = "?";
+    }
+    message.remove(0, piece.size());
     return body.leftJustified(width, ' ');
 }
 
@@ -83,17 +85,16 @@ void clsLog::LogWrite(const QString& Message)
         return;
     const std::optional<Header> found = headerOf(file.read(kHeaderBytes));
     Header header = found.value_or(Header());
-    const bool known = found && header.count == m_maxLogCnt && header.size == m_logRecSize && header.last >= 0 &&
-                       header.last <= m_maxLogCnt;
+    const bool known = found && header.count == m_maxLogCnt && header.size == m_logRecSize;
     if (!known) {
         header = {m_maxLogCnt, m_logRecSize, 0};
         if (!file.resize(0) || !writeAt(file, 0, headerBytes(header)))
             return;
     }
-    QByteArray rest = m_machine.codePage.fromText(Message);
+    QString rest = Message;
     do {
         const QByteArray body = takeBody(m_machine.codePage, rest, m_logRecSize - kFrameBytes);
-        header.last = header.last >= header.count ? 1 : header.last + 1;
+        header.last = header.last < 0 || header.last >= header.count ? 1 : header.last + 1;
         const qint64 offset = kHeaderBytes + static_cast<qint64>(header.last - 1) * m_logRecSize;
         if (!writeAt(file, offset, stamp + body + "\r\n") || !writeAt(file, 0, headerBytes(header)))
             return;

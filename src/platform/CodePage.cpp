@@ -125,6 +125,10 @@ std::optional<QByteArray> CodePage::exactly(const QString& text) const
 
 QString CodePage::fitting(const QString& text, qsizetype bytes) const
 {
+    const auto isPlain = [](QChar c) { return c.unicode() < 0x80; };
+    const QStringView first = QStringView(text).first(std::min(bytes, text.size()));
+    if (std::all_of(first.cbegin(), first.cend(), isPlain))
+        return first.toString();
     constexpr qsizetype kMostBytes = 4; // of one character
     constexpr qsizetype kMostUnits = 2; // of one byte: a surrogate pair that becomes "?"
     QString cut = text.left(bytes * kMostUnits);

@@ -57,6 +57,14 @@ TEST_F(Log, LongMessagesAreSpread)
     log.LogWrite(QString(228, u'c') + QStringLiteral("ソ"));
     EXPECT_EQ(body(4, 256), QByteArray(228, 'c') + ' ') << "a double-byte character is not cut";
     EXPECT_EQ(body(5, 256), QByteArray("\x83\x5c").leftJustified(229, ' '));
+    log.setLogRecSize(28);
+    log.LogWrite(QStringLiteral("aソb"));
+    EXPECT_EQ(body(1, 28) + body(2, 28) + body(3, 28), "a?b") << "no room for the character in any record";
+    box.machine.codePage = platform::CodePage("GB18030");
+    log.setLogRecSize(32);
+    log.LogWrite(QStringLiteral("abñ")); // four bytes
+    EXPECT_EQ(body(1, 32), "ab   ");
+    EXPECT_EQ(box.machine.codePage.toText(body(2, 32)), u"ñ ");
 }
 
 TEST_F(Log, OtherOrDamagedFileIsRestarted)
@@ -64,14 +72,18 @@ TEST_F(Log, OtherOrDamagedFileIsRestarted)
     log.LogWrite(QStringLiteral("old"));
     log.setLogRecSize(64);
     log.LogWrite(QStringLiteral("new"));
-    EXPECT_EQ(content().size(), 16 + 64);
+    log.LogWrite(QStringLiteral("second"));
+    EXPECT_EQ(content().size(), 16 + 2 * 64);
     QFile file(box.path(QStringLiteral("C:\\Vorlant\\Log\\L.log")));
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    file.seek(8);
-    file.write("\xFF\xFF\xFF\x7F");
-    file.close();
-    log.LogWrite(QStringLiteral("again"));
-    EXPECT_EQ(last(), 1);
+    for (const char* position : {"\xFF\xFF\xFF\x7F", "\xFE\xFF\xFF\xFF"}) { // the ring goes on at its start
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.seek(8);
+        file.write(position);
+        file.close();
+        log.LogWrite(QStringLiteral("again"));
+        EXPECT_EQ(last(), 1);
+        EXPECT_EQ(content().size(), 16 + 2 * 64) << "what was logged stays";
+    }
 }
 
 TEST_F(Log, RefusedSettingsAndFailuresAreSilent)
