@@ -123,7 +123,7 @@ TEST_F(Library, SettingsFillTheFileAndComeBack)
     EXPECT_TRUE(settings.m_bComm);
     EXPECT_EQ(settings.m_lCharSet, 0);
     settings.m_sFont = QStringLiteral("ゴシック");
-    settings.save();
+    EXPECT_EQ(settings.save(), QString());
     settings.m_sFont.clear();
     settings.load();
     EXPECT_EQ(settings.m_sFont, u"ゴシック");
@@ -142,6 +142,8 @@ TEST(UserLocale, FollowsTheLanguage)
                       {"en_GB", "09", "DD/MM/YYYY", "46"},
                       {"ja_JP", "11", "YYYY/MM/DD", "46"},
                       {"de_DE", "07", "DD/MM/YYYY", "44"},
+                      {"sr_RS", "1A", "", "44"},
+                      {"mi_NZ", "81", "", "46"},
                       {"C", "00", "", "46"}};
     for (const auto& row : rows) {
         const platform::UserLocale locale{QLocale(QLatin1String(row.name))};
