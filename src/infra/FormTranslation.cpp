@@ -77,8 +77,10 @@ void FormTranslation::translateControl(FormControl& control)
     m_runningIndex = control.index().value_or(m_runningIndex);
     const QString key = controlKey(control);
     const bool isGrid = control.kind() == ControlKind::Grid;
-    control.setProperty(FormProperty::Font, isGrid ? kPlainFace : kControlFace);
-    setFace(control, isGrid ? m_form.name() + u'-' + control.name() : key);
+    if (isGrid)
+        setFace(control, m_form.name() + u'-' + control.name(), kPlainFace);
+    else
+        setFace(control, key, kControlFace);
     translateTexts(control);
     if (!isGrid && m_forced != nullptr)
         control.setProperty(FormProperty::FontSize, m_forced->m_sFontSize);
@@ -87,14 +89,15 @@ void FormTranslation::translateControl(FormControl& control)
     look(control, FormProperty::ToolTipText, key);
 }
 
-void FormTranslation::setFace(FormControl& control, const QString& faceKey)
+void FormTranslation::setFace(FormControl& control, const QString& faceKey, const QString& designed)
 {
     if (m_forced != nullptr) {
         control.setProperty(FormProperty::Font, m_forced->m_sFont);
         control.setProperty(FormProperty::FontCharSet, QString::number(m_forced->m_lCharSet));
         return;
     }
-    look(control, FormProperty::Font, faceKey);
+    if (control.property(FormProperty::Font))
+        control.setProperty(FormProperty::Font, lookUp(keyword(FormProperty::Font), faceKey, designed));
     look(control, FormProperty::FontCharSet, controlKey(control));
 }
 

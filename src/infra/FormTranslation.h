@@ -20,7 +20,7 @@ public:
 private:
     void translateFormItself();
     void translateControl(platform::FormControl& control);
-    void setFace(platform::FormControl& control, const QString& faceKey);
+    void setFace(platform::FormControl& control, const QString& faceKey, const QString& designed);
     void translateTexts(platform::FormControl& control);
     void translateParts(platform::FormControl& control);
     void look(platform::FormControl& control, platform::FormProperty which, const QString& key);

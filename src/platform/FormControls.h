@@ -13,8 +13,8 @@ enum class FormProperty { Caption, Font, FontSize, FontCharSet, ToolTipText };
 enum class ControlKind { Plain, Grid, TabStrip, Toolbar, StatusBar };
 
 // A control as translation sees it, without a widget. A property that the control lacks reads as nothing and is ignored
-// when set; so is a text that makes no sense for it. Caption and tool tip read as they were designed, not as they were
-// translated last, so that a language file is completed with English texts only.
+// when set; so is a text that makes no sense for it. All read as they were designed, not as they were set last, so that
+// a language file is completed with English texts and designed fonts only.
 class FormControl
 {
 public:
@@ -39,7 +39,7 @@ public:
     virtual ~Form() = default;
 
     virtual QString name() const = 0;
-    // Unlike a control's, the caption reads as it is now: it may carry the name of a document.
+    // The caption alone reads as it is now: it may carry the name of a document.
     virtual std::optional<QString> property(FormProperty which) const = 0;
     virtual void setProperty(FormProperty which, const QString& text) = 0;
     virtual QString designCaption() const = 0;

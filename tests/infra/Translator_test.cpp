@@ -91,6 +91,7 @@ TEST_F(Translation, LanguageListNamesFilesWithAName)
     put(QStringLiteral("EN.txt"), "[Info]\nName=English\nLocaleID=09\nVersion=1.0\n");
     put(QStringLiteral("JP.txt"), "[Info]\nName=Japanese\nLocaleID=11\nVersion=1.2\n");
     put(QStringLiteral("Notes.txt"), "no language\n");
+    put(QStringLiteral(".EN.txt.new"), "[Info]\nName=Hidden\nLocaleID=07\n");
     LanguageList list(box.context);
     EXPECT_EQ(list.defaultFile(), QString());
     list.rebuild(QStringLiteral("11"));
@@ -102,6 +103,26 @@ TEST_F(Translation, LanguageListNamesFilesWithAName)
     EXPECT_TRUE(text.contains("LanguageFile2=JP.txt"));
     EXPECT_TRUE(text.contains("LanguageMax=2"));
     EXPECT_EQ(content(QStringLiteral("Notes.txt")), "no language\n") << "language files are only read";
+}
+
+TEST_F(Translation, ForcedFontOffGivesTheDesignedFontsBack)
+{
+    put(QStringLiteral("T.txt"), "[Font]\nfrmX-Label-0=Serif\n");
+    FakeForm form;
+    FakeControl& label = form.add("Label", 0);
+    FakeControl& other = form.add("Other", 1);
+    settings.m_sFont = QStringLiteral("Forced");
+    settings.m_sFontSize = QStringLiteral("20");
+    for (const bool forced : {true, false}) {
+        settings.m_bForceFont = forced;
+        library.tranForm(form);
+        EXPECT_EQ(form.values[FormProperty::Font], forced ? u"Forced" : u"Sans");
+        EXPECT_EQ(label.values[FormProperty::Font], forced ? u"Forced" : u"Serif");
+        EXPECT_EQ(other.values[FormProperty::Font], forced ? u"Forced" : u"FixedSys");
+        for (const FakeControl* control : {&label, &other})
+            EXPECT_EQ(control->values[FormProperty::FontSize], forced ? u"20" : u"9");
+    }
+    EXPECT_FALSE(content().contains("Forced") || content().contains("=20")) << content().toStdString();
 }
 
 } // namespace

@@ -15,7 +15,7 @@ class FakeControl : public platform::FormControl
 public:
     FakeControl(const char* name, std::optional<int> index, platform::ControlKind kind,
                 const QHash<platform::FormProperty, QString>& properties)
-        : values(properties), m_name(QLatin1String(name)), m_index(index), m_kind(kind)
+        : values(properties), m_design(properties), m_name(QLatin1String(name)), m_index(index), m_kind(kind)
     {}
 
     QString name() const override { return m_name; }
@@ -23,7 +23,7 @@ public:
     platform::ControlKind kind() const override { return m_kind; }
     std::optional<QString> property(platform::FormProperty which) const override
     {
-        return values.contains(which) ? std::optional(values[which]) : std::nullopt;
+        return m_design.contains(which) ? std::optional(m_design[which]) : std::nullopt;
     }
     void setProperty(platform::FormProperty which, const QString& text) override
     {
@@ -43,6 +43,7 @@ public:
     QHash<int, QString> partTexts;
 
 private:
+    QHash<platform::FormProperty, QString> m_design;
     QString m_name;
     std::optional<int> m_index;
     platform::ControlKind m_kind;
@@ -67,7 +68,10 @@ public:
     }
 
     QString name() const override { return QStringLiteral("frmX"); }
-    std::optional<QString> property(platform::FormProperty which) const override { return values.value(which); }
+    std::optional<QString> property(platform::FormProperty which) const override
+    {
+        return which == platform::FormProperty::Caption ? values.value(which) : m_design.value(which);
+    }
     void setProperty(platform::FormProperty which, const QString& text) override { values[which] = text; }
     QString designCaption() const override { return QStringLiteral("Design"); }
     std::vector<platform::FormControl*> controls() const override
@@ -84,5 +88,6 @@ public:
                                                   {platform::FormProperty::FontCharSet, QStringLiteral("0")}};
 
 private:
+    const QHash<platform::FormProperty, QString> m_design = values;
     std::vector<std::unique_ptr<FakeControl>> m_controls;
 };

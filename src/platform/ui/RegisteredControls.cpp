@@ -50,11 +50,11 @@ std::optional<QString> RegisteredWidget::property(FormProperty which) const
     case FormProperty::Caption:
         return m_caption;
     case FormProperty::Font:
-        return m_face.family;
+        return Face().family;
     case FormProperty::FontSize:
-        return doubleText(m_face.size);
+        return doubleText(Face().size);
     case FormProperty::FontCharSet:
-        return QString::number(m_face.charSet);
+        return QString::number(Face().charSet);
     case FormProperty::ToolTipText:
         return m_toolTip;
     }

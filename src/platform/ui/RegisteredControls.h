@@ -40,7 +40,7 @@ public:
     void setProperty(FormProperty which, const QString& text) override;
 
 protected:
-    // Nominal names: the font that is shown may be another one.
+    // Nominal names: the font that is shown may be another one. As made here it is the designed one.
     struct Face
     {
         QString family = QStringLiteral("System");
