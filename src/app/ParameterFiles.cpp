@@ -71,8 +71,21 @@ void ParameterFiles::openRecent(const QString& file, MainState state)
         load(file);
 }
 
+bool ParameterFiles::hasUsableName(const QString& file)
+{
+    if (platform::PathMap::hasDesktopName(file))
+        return true;
+    m_questions.showMessage(m_program.library()
+                                .tranStr(QStringLiteral("The name of a parameter file cannot have one of %1 in it."))
+                                .arg(QStringLiteral("\\ : * ? \" < > |")),
+                            MessageStyle::kCritical);
+    return false;
+}
+
 void ParameterFiles::load(const QString& file)
 {
+    if (!hasUsableName(file))
+        return;
     m_program.eventLog().LogWrite(QStringLiteral("showOpenFile-") + file);
     if (m_kx.loadData(m_program.machine().paths.toDesktop(file))) {
         if (!QFileInfo::exists(file))
@@ -103,7 +116,7 @@ void ParameterFiles::tellLoad()
 void ParameterFiles::saveDataFile()
 {
     const QString file = m_choose(question(true));
-    if (file.isEmpty())
+    if (file.isEmpty() || !hasUsableName(file))
         return;
     m_program.eventLog().LogWrite(QStringLiteral("showSaveFile-") + file);
     const QString error = m_kx.saveData(m_program.machine().paths.toDesktop(file));

@@ -42,6 +42,7 @@ Q_SIGNALS:
 
 private:
     bool mayOpen(MainState state);
+    bool hasUsableName(const QString& file); // false: the user has been told
     void load(const QString& file);
     void tellLoad();
     void standFor(const QString& file);

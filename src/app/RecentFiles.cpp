@@ -1,6 +1,7 @@
 #include "RecentFiles.h"
 
 #include "FileLocations.h"
+#include "IniBatch.h"
 #include "clsINI.h"
 
 namespace {
@@ -47,10 +48,11 @@ void RecentFiles::clear()
 void RecentFiles::store()
 {
     clsINI ini = mainSettings(m_context);
-    platform::ProfileStore::Batch batch(m_context.machine.profiles);
+    IniBatch batch(m_context);
     for (int i = 0; i < kMax; ++i) {
         const QString stored = i < m_files.size() ? m_context.machine.paths.toDesktop(m_files.at(i)) : QString();
         if (ini.GetIniData(kSection, keyOf(i), QString(), true) != stored)
             ini.PutIniData(kSection, keyOf(i), stored);
     }
+    batch.commitLogged();
 }

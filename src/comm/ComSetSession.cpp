@@ -3,6 +3,7 @@
 #include "ComPorts.h"
 #include "ComSetOwner.h"
 #include "MessagePresenter.h"
+#include "ModelCatalogue.h"
 #include "ModelCodes.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
@@ -32,7 +33,7 @@ ComSetFields ComSetSession::open()
 {
     uclComm& mainLink = m_parts.owner.mainLink();
     m_speeds = {QStringLiteral("9600") + kUnit, QStringLiteral("19200") + kUnit};
-    m_codes = modelcodes::installed(m_parts.library);
+    m_codes = ModelCatalogue(m_parts.library).codes();
     ComSetFields fields;
     fields.portPosition = mainLink.Port() <= kPorts ? mainLink.Port() - 1 : -1;
     fields.speedText = selectSpeed(mainLink.Speed());
@@ -187,7 +188,9 @@ void ComSetSession::apply(const ComSetFields& fields)
 {
     ComSetOwner& owner = m_parts.owner;
     m_uclComm1.termComm(); // first: the port has room for one
-    owner.mainLink().changeComm(portNumber(fields), speed(fields), chara(fields));
+    const QString error = owner.mainLink().changeComm(portNumber(fields), speed(fields), chara(fields));
+    if (!error.isEmpty())
+        tell(m_parts.library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(error));
     owner.takeOver(slaveNumber(fields).value_or(kMinSlave), fields.ascii ? 1 : 0, fields.modelPosition,
                    fields.modelString);
     close();

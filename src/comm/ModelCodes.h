@@ -3,14 +3,11 @@
 #include <QString>
 #include <QStringList>
 
-class clsLibrary;
-
 // What a model string says before its definition is known: its first five characters are a model code.
 namespace modelcodes {
 
 constexpr int kModelStringLength = 14;
 constexpr int kCodeLength = 5;
-constexpr int kMaxModels = 1000;
 
 // Shown in place of a model string when the controller did not answer.
 inline const QString kNothing = QStringLiteral("Nothing");
@@ -23,11 +20,8 @@ struct Selection
     int position = -1; // in the list, from 0; -1 unless found
 };
 
-// The codes of the model catalogue in the main settings file, in catalogue order. A missing code reads as "KX" and its
-// number.
-QStringList installed(const clsLibrary& library);
-
-// The first code that begins as the model string does. A text shorter than a model string finds none.
+// The first of the catalogue's codes that begins as the model string does. A text shorter than a model string finds
+// none.
 Selection select(const QString& modelString, const QStringList& codes);
 
 // The model string of a controller without options: what a bare code stands for, and a model that is chosen by hand.

@@ -2,6 +2,7 @@
 
 #include "EventWait.h"
 #include "FileLocations.h"
+#include "IniBatch.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -100,8 +101,9 @@ void uclComm::load(int lNo)
 {
     m_linkNo = lNo;
     {
-        const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+        IniBatch batch(m_library->context());
         configure(lNo);
+        batch.commitLogged();
     }
     openComm();
 }
@@ -149,7 +151,7 @@ bool uclComm::termComm()
     return false;
 }
 
-void uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave)
+QString uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave)
 {
     termComm();
     m_speed = sSpeed;
@@ -157,18 +159,19 @@ void uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& sCh
     m_comm.setSettings(m_speed + u',' + m_chara);
     m_comm.setCommPort(lComPort);
     m_port = m_comm.CommPort();
-    if (bSave)
-        save();
+    const QString error = bSave ? save() : QString();
     openComm();
+    return error;
 }
 
-void uclComm::save()
+QString uclComm::save()
 {
     clsINI ini = mainSettings(m_library->context());
-    const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+    IniBatch batch(m_library->context());
     ini.PutIniData(section(), QStringLiteral("CommPortNo"), m_port);
     ini.PutIniData(section(), QStringLiteral("CommSpeed"), m_speed);
     ini.PutIniData(section(), QStringLiteral("CommProtocolCharacter"), m_chara);
+    return batch.commit();
 }
 
 QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize)

@@ -36,8 +36,9 @@ public:
     void load(int lNo);
     bool openComm(); // false: errorText tells why
     bool termComm(); // always false
-    void changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave = true);
-    void save();
+    // bSave: the settings go into their file too. Gives why they did not.
+    QString changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave = true);
+    [[nodiscard]] QString save();
 
     int Port() const { return m_port; }
     QString Speed() const { return m_speed; }

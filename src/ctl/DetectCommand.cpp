@@ -33,7 +33,7 @@ CommandResult DetectCommand::run()
         step = m_line.open();
     if (!step.ok())
         return step;
-    const QStringList codes = modelcodes::installed(m_program.library());
+    const QStringList codes = catalogue.codes();
     return result(m_detection.detect(m_line.slaveAddress(), m_line.transmissionMode(), codes), codes);
 }
 

@@ -8,7 +8,6 @@
 #include "clsKX.h"
 
 #include <QFileInfo>
-#include <QRegularExpression>
 
 namespace {
 
@@ -18,11 +17,9 @@ const QString kUnit = QStringLiteral("SWQCF");
 const QString kUnusableName =
     QStringLiteral("a parameter file cannot have a name with one of \\ : * ? \" < > |; choose another name");
 
-// Whether the program's own path text can say it.
 bool hasUsableName(const QFileInfo& file)
 {
-    static const QRegularExpression unusable(QStringLiteral("[:*?\"<>|]"));
-    return !file.fileName().contains(unusable) && !file.absoluteFilePath().contains(u'\\');
+    return platform::PathMap::hasDesktopName(file.absoluteFilePath());
 }
 
 bool setsOthers(const clsData& item)

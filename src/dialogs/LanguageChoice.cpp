@@ -1,6 +1,7 @@
 #include "LanguageChoice.h"
 
 #include "FileLocations.h"
+#include "IniBatch.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -12,7 +13,7 @@ void LanguageChoice::load(const clsLibrary& library)
     m_inUse = library.context().languageFile;
     const QString section = QStringLiteral("Language");
     clsINI ini = mainSettings(library.context());
-    const platform::ProfileStore::Batch batch(library.context().machine.profiles);
+    IniBatch batch(library.context());
     const QString count = ini.GetIniData(section, QStringLiteral("LanguageMax"), QStringLiteral("1"));
     const int last = std::clamp(library.toLong(count, 1), 0, kMaxLanguages);
     for (int n = 1; n <= last; ++n) {
@@ -21,4 +22,5 @@ void LanguageChoice::load(const clsLibrary& library)
         if (m_files.last() == m_inUse)
             m_positionInUse = n - 1;
     }
+    batch.commitLogged();
 }

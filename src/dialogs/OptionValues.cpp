@@ -1,5 +1,6 @@
 #include "OptionValues.h"
 
+#include "IniBatch.h"
 #include "Numbers.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
@@ -68,15 +69,16 @@ QString OptionValues::fontText() const
     return m_font.face + u':' + size + QStringLiteral("pt");
 }
 
-bool OptionValues::store()
+OptionValues::Stored OptionValues::store()
 {
-    const platform::ProfileStore::Batch batch(m_library.context().machine.profiles);
+    IniBatch batch(m_library.context());
     bool changed = false;
     storeLanguage(changed);
     storeChecks(changed);
     storeFont(changed);
-    m_settings.save();
-    return changed;
+    const QString refused = m_settings.save();
+    const QString error = batch.commit();
+    return {changed, error.isEmpty() ? refused : error};
 }
 
 void OptionValues::storeLanguage(bool& changed)

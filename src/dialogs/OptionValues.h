@@ -44,8 +44,13 @@ public:
     void setFont(const FontRecord& font) { m_font = font; }
     QString fontText() const; // "System:9pt"
 
-    // Writes everything into the settings and their file. True when the window has to be translated anew.
-    bool store();
+    struct Stored
+    {
+        bool isShown = false; // the window has to be translated anew
+        QString error;        // why the options hold for this run only; empty when they are on the disk
+    };
+    // Writes everything into the settings and their file.
+    [[nodiscard]] Stored store();
 
     // Returns the new text; sets changed when it differs from the old one, and never resets it.
     static QString chkData(bool& changed, const QString& oldText, const QString& newText);

@@ -1,5 +1,6 @@
 #include "SelectionTable.h"
 
+#include "IniBatch.h"
 #include "MultiSelectOwner.h"
 #include "Numbers.h"
 #include "clsINI.h"
@@ -48,11 +49,18 @@ void SelectionTable::Setting::apply(MultiSelectOwner& owner) const
 
 bool SelectionTable::load(const QString& section)
 {
+    IniBatch batch(m_library.context());
+    const bool isUsable = loadTable(section);
+    batch.commitLogged();
+    return isUsable;
+}
+
+bool SelectionTable::loadTable(const QString& section)
+{
     m_rows.clear();
     m_columns.clear();
     m_table = ChoiceTable();
     m_title = section;
-    const platform::ProfileStore::Batch batch(m_library.context().machine.profiles);
     clsINI ini(m_library.context());
     ini.setIniPath(m_library.getIniFilePath(QString()));
     ini.setIniFileName(kFile);

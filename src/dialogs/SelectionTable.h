@@ -55,6 +55,7 @@ private:
         double width = 0; // average characters
     };
 
+    bool loadTable(const QString& section);
     void loadLook(clsINI& ini, const QString& section);
     Column loadColumn(clsINI& ini, const QString& section, int number);
     double neededWidth(int number) const;

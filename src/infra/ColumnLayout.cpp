@@ -3,6 +3,7 @@
 #include "Conversions.h"
 #include "FileLocations.h"
 #include "GridModel.h"
+#include "IniBatch.h"
 #include "Numbers.h"
 #include "clsINI.h"
 
@@ -19,7 +20,7 @@ QString keyOf(int column)
 
 void columnlayout::load(Context& context, platform::GridModel& grid, const QString& section, const QString& fileName)
 {
-    platform::ProfileStore::Batch batch(context.machine.profiles);
+    IniBatch batch(context);
     clsINI ini = layoutFile(context, fileName);
     grid.beginUpdate();
     for (int column = 0; column <= grid.maxCols(); ++column) {
@@ -29,13 +30,15 @@ void columnlayout::load(Context& context, platform::GridModel& grid, const QStri
         grid.setColWidth(column, stored >= 0 && stored <= kWidest ? stored : current);
     }
     grid.endUpdate();
+    batch.commitLogged();
 }
 
 void columnlayout::save(Context& context, const platform::GridModel& grid, const QString& section,
                         const QString& fileName)
 {
-    platform::ProfileStore::Batch batch(context.machine.profiles);
+    IniBatch batch(context);
     clsINI ini = layoutFile(context, fileName);
     for (int column = 0; column <= grid.maxCols(); ++column)
         ini.PutIniData(section, keyOf(column), grid.colWidth(column));
+    batch.commitLogged();
 }

@@ -1,6 +1,7 @@
 #include "LanguageList.h"
 
 #include "FileLocations.h"
+#include "IniBatch.h"
 #include "Translator.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ void LanguageList::rebuild(const QString& userLanguageCode)
 {
     const QString folder = Translator::folder(m_context);
     clsINI settings = mainSettings(m_context);
-    platform::ProfileStore::Batch batch(m_context.machine.profiles);
+    IniBatch batch(m_context);
     QString found;
     int count = 0;
     const QStringList files = m_context.machine.paths.filesIn(folder);
@@ -45,4 +46,5 @@ void LanguageList::rebuild(const QString& userLanguageCode)
         settings.PutIniData(kSection, QStringLiteral("LanguageFile1"), QStringLiteral("JP.txt"));
     }
     settings.PutIniData(kSection, QStringLiteral("LanguageMax"), std::max(count, 1));
+    batch.commitLogged();
 }

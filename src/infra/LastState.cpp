@@ -1,6 +1,7 @@
 #include "LastState.h"
 
 #include "FileLocations.h"
+#include "IniBatch.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -34,9 +35,10 @@ LastState LastState::load(clsLibrary& library)
 
 void LastState::save(clsLibrary& library) const
 {
-    platform::ProfileStore::Batch batch(library.context().machine.profiles);
+    IniBatch batch(library.context());
     library.saveINIParam(kSection, kModelNo, modelNo);
     library.saveINIParam(kSection, kSlave, slaveAddress);
     library.saveINIParam(kSection, kMode, transmissionMode);
     library.saveINIParam(kSection, kModelString, modelString);
+    batch.commitLogged();
 }

@@ -2,6 +2,7 @@
 
 #include "FilePaths.h"
 #include "FormTranslation.h"
+#include "IniBatch.h"
 #include "clsLog.h"
 
 namespace {
@@ -64,6 +65,7 @@ void Translator::form(platform::Form& form)
     clsINI* language = m_context.translates ? file() : nullptr;
     if (language == nullptr)
         return;
-    platform::ProfileStore::Batch batch(m_context.machine.profiles);
+    IniBatch batch(m_context);
     FormTranslation(form, *language, m_context.settings).run();
+    batch.commitLogged();
 }

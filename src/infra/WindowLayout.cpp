@@ -3,6 +3,7 @@
 #include "Conversions.h"
 #include "FileLocations.h"
 #include "FormPlacement.h"
+#include "IniBatch.h"
 #include "clsINI.h"
 
 #include <algorithm>
@@ -116,17 +117,18 @@ void loadSplitter(StoredForm& stored, platform::FormPlacement& form)
 
 void windowlayout::load(Context& context, platform::FormPlacement& form)
 {
-    platform::ProfileStore::Batch batch(context.machine.profiles);
+    IniBatch batch(context);
     StoredForm stored(context, form);
     loadBounds(stored, form);
     loadSplitter(stored, form);
+    batch.commitLogged();
 }
 
 void windowlayout::save(Context& context, const platform::FormPlacement& form)
 {
     if (form.windowState() != platform::WindowState::Normal)
         return;
-    platform::ProfileStore::Batch batch(context.machine.profiles);
+    IniBatch batch(context);
     StoredForm stored(context, form);
     const QRect bounds = form.boundsTwips();
     stored.put(kLeft, bounds.left());
@@ -135,4 +137,5 @@ void windowlayout::save(Context& context, const platform::FormPlacement& form)
     stored.put(kHeight, bounds.height());
     if (const auto splitLeft = form.splitLeftTwips())
         stored.put(kSplitLeft, *splitLeft);
+    batch.commitLogged();
 }

@@ -1,6 +1,7 @@
 #include "clsCfg.h"
 
 #include "FileLocations.h"
+#include "IniBatch.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -51,7 +52,7 @@ void clsCfg::init(clsLibrary* objLib)
 void clsCfg::load()
 {
     clsINI ini = mainSettings(m_library->context());
-    const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+    IniBatch batch(m_library->context());
     const auto readFlag = [&](const BooleanKey& flag) {
         const QString text = ini.GetIniData(kSection, QLatin1String(flag.key), QStringLiteral("False"));
         this->*flag.field = m_library->toBoolean(text, false);
@@ -63,12 +64,13 @@ void clsCfg::load()
     for (const BooleanKey& flag : kLastFlags)
         readFlag(flag);
     m_lCharSet = m_library->toLong(ini.GetIniData(kSection, kCharSet, QStringLiteral("0")), 0);
+    batch.commitLogged();
 }
 
-void clsCfg::save()
+QString clsCfg::save()
 {
     clsINI ini = mainSettings(m_library->context());
-    const platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+    IniBatch batch(m_library->context());
     for (const BooleanKey& flag : kFirstFlags)
         ini.PutIniData(kSection, QLatin1String(flag.key), this->*flag.field);
     for (const TextKey& text : kTexts)
@@ -76,4 +78,5 @@ void clsCfg::save()
     for (const BooleanKey& flag : kLastFlags)
         ini.PutIniData(kSection, QLatin1String(flag.key), this->*flag.field);
     ini.PutIniData(kSection, kCharSet, m_lCharSet);
+    return batch.commit();
 }

@@ -26,7 +26,8 @@ public:
 
     void init(clsLibrary* objLib);
     void load();
-    void save();
+    // Empty, or why the options are not on the disk.
+    [[nodiscard]] QString save();
 
 private:
     clsLibrary* m_library = nullptr;

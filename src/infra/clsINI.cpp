@@ -1,12 +1,14 @@
 #include "clsINI.h"
 
 #include "FolderName.h"
+#include "IniBatch.h"
 #include "Numbers.h"
-#include "clsLog.h"
 
 namespace {
 
 constexpr int kPutFailure = 556;
+constexpr int kGetFailure = 759;
+constexpr int kSectionFailure = 763;
 
 QString textOf(const QVariant& item)
 {
@@ -56,12 +58,15 @@ const QString& clsINI::machineFile()
 
 QString clsINI::GetIniData(const QString& strSection, const QString& strKey, const QString& strDefault, bool bReadOnly)
 {
-    const auto stored = m_context.machine.profiles.read(machineFile(), strSection, strKey, strDefault, m_bufferSize);
+    platform::ProfileStore& profiles = m_context.machine.profiles;
+    const auto stored = profiles.read(machineFile(), strSection, strKey, strDefault, m_bufferSize);
+    if (!stored.found && !isReadable(kGetFailure))
+        return strDefault;
     const QString value = stored.count >= 1 ? stored.text : strDefault;
     // A key that holds its default already needs no writing.
     const bool kept = stored.found && stored.text == strDefault;
     if (value == strDefault && !bReadOnly && !kept)
-        PutIniData(strSection, strKey, strDefault);
+        IniBatch::note(m_context, kPutFailure, profiles.writeDefault(machineFile(), strSection, strKey, strDefault));
     return value;
 }
 
@@ -69,17 +74,15 @@ void clsINI::PutIniData(const QString& strSection, const QString& strKey, const 
 {
     if (!vntItem.isValid() || (vntItem.isNull() && vntItem.typeId() != QMetaType::QString))
         return;
-    noteOutcome(kPutFailure, m_context.machine.profiles.write(machineFile(), strSection, strKey, textOf(vntItem)));
+    IniBatch::note(m_context, kPutFailure,
+                   m_context.machine.profiles.write(machineFile(), strSection, strKey, textOf(vntItem)));
 }
 
-// The same failure again and again (every key of a read-only file) is one line, not thousands.
-void clsINI::noteOutcome(int number, const platform::ProfileOutcome& outcome)
+bool clsINI::isReadable(int number)
 {
-    if (outcome.ok() || outcome.error == m_lastFailure)
-        return;
-    m_lastFailure = outcome.error;
-    if (m_context.errorLog != nullptr)
-        m_context.errorLog->LogWrite(QStringLiteral("Exception error　%1->").arg(number) + outcome.error);
+    const platform::ProfileOutcome outcome = m_context.machine.profiles.readable(machineFile());
+    IniBatch::note(m_context, number, outcome);
+    return outcome.ok();
 }
 
 QString clsINI::GetWindowsPath()
@@ -105,8 +108,10 @@ QString clsINI::GetWinTempPath()
 int clsINI::EnumSectionString(const QString& strSection, QStringList& strSectionString)
 {
     const QStringList lines = m_context.machine.profiles.readSection(machineFile(), strSection);
-    if (lines.isEmpty())
+    if (lines.isEmpty()) {
+        isReadable(kSectionFailure);
         return -1;
+    }
     strSectionString = lines;
     return static_cast<int>(lines.size());
 }
@@ -115,7 +120,7 @@ int clsINI::clearSection(const QString& strSection)
 {
     QStringList lines;
     EnumSectionString(strSection, lines);
-    platform::ProfileStore::Batch batch(m_context.machine.profiles);
+    IniBatch batch(m_context);
     int emptied = 0;
     for (const QString& line : lines) {
         const auto equals = line.size() > 1 ? line.indexOf(u'=') : -1;
@@ -126,6 +131,6 @@ int clsINI::clearSection(const QString& strSection)
         PutIniData(strSection, key, QStringLiteral(""));
         ++emptied;
     }
-    noteOutcome(kPutFailure, batch.commit());
+    batch.commitLogged();
     return emptied;
 }

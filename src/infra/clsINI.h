@@ -43,8 +43,7 @@ private:
     Context& m_context;
 
     QString m_machineFile; // of path and name, empty until asked for
-    QString m_lastFailure;
 
     const QString& machineFile();
-    void noteOutcome(int number, const platform::ProfileOutcome& outcome);
+    bool isReadable(int number); // a file that is not is noted under the number
 };

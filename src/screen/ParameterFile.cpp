@@ -1,5 +1,6 @@
 #include "ParameterFile.h"
 
+#include "IniBatch.h"
 #include "Numbers.h"
 #include "ProgramVersion.h"
 #include "clsCfg.h"
@@ -12,6 +13,7 @@ namespace {
 const QString kInfo = QStringLiteral("Info");
 const QString kData = QStringLiteral("Data");
 const QString kModel = QStringLiteral("MODEL");
+constexpr int kPutFailure = 556;
 
 // Whether a text can be the stored value of the item. A text item takes any; an empty one means "no value".
 bool isValueOf(const clsData& item, const QString& text)
@@ -26,14 +28,15 @@ ParameterFile::ParameterFile(clsLibrary& library, const QString& fileName) : m_l
 QString ParameterFile::save(const ParameterSet& set) const
 {
     platform::Machine& machine = m_library.context().machine;
-    const QString file = machine.paths.toMachine(m_fileName);
+    const QString file = machine.paths.toMachineForSaving(m_fileName);
     const clsCfg* settings = m_library.context().settings;
-    platform::ProfileStore::Batch batch(machine.profiles);
-    platform::ProfileOutcome first;
+    IniBatch batch(m_library.context());
+    QString refusal;
     const auto put = [&](const QString& section, const QString& key, const QString& value) {
         const platform::ProfileOutcome outcome = machine.profiles.write(file, section, key, value);
-        if (first.ok())
-            first = outcome;
+        IniBatch::note(m_library.context(), kPutFailure, outcome);
+        if (refusal.isEmpty())
+            refusal = outcome.error;
     };
     put(kInfo, kModel, set.modelString);
     put(kInfo, QStringLiteral("OffLine"),
@@ -43,13 +46,14 @@ QString ParameterFile::save(const ParameterSet& set) const
     put(kInfo, QStringLiteral("LangugeFile"), m_library.context().languageFile);
     for (const auto& [tag, value] : set.values)
         put(kData, tag, value);
-    const platform::ProfileOutcome written = batch.commit();
-    return first.ok() ? written.error : first.error;
+    // Without its commit the batch leaves the file as it was.
+    return refusal.isEmpty() ? batch.commit() : refusal;
 }
 
 QString ParameterFile::trouble() const
 {
-    const platform::PathMap& paths = m_library.context().machine.paths;
+    platform::Machine& machine = m_library.context().machine;
+    const platform::PathMap& paths = machine.paths;
     if (!paths.fileExists(m_fileName))
         return m_library.tranStr(QStringLiteral("%1 is no file.")).arg(paths.toMachine(m_fileName));
     if (paths.fileSize(m_fileName) > platform::ProfileStore::kMaxFileBytes)
@@ -57,7 +61,9 @@ QString ParameterFile::trouble() const
             .arg(paths.toMachine(m_fileName));
     if (!paths.isReadable(m_fileName))
         return m_library.tranStr(QStringLiteral("%1 may not be read by you.")).arg(paths.toMachine(m_fileName));
-    return {};
+    const platform::ProfileOutcome outcome = machine.profiles.readable(paths.toMachine(m_fileName));
+    return outcome.ok() ? QString()
+                        : m_library.tranStr(QStringLiteral("The file was not loaded: %1")).arg(outcome.error);
 }
 
 QString ParameterFile::modelString() const

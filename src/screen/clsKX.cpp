@@ -2,6 +2,7 @@
 
 #include "GridBuilder.h"
 #include "GridRefresh.h"
+#include "IniBatch.h"
 #include "MessagePresenter.h"
 #include "Numbers.h"
 #include "OptionExpression.h"
@@ -90,10 +91,11 @@ QString clsKX::getOptStr(int n) const
 
 void clsKX::setMaxRC(int n)
 {
-    platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+    IniBatch batch(m_library->context());
     m_entry = ModelCatalogue(*m_library).entry(n);
     clsINI screen = GridBuilder::screenFile(*m_library, m_entry);
     m_settings.loadSize(screen, *m_library);
+    batch.commitLogged();
     if (m_grid == nullptr)
         return;
     m_grid->setMaxRows(m_settings.maxRow);
@@ -105,20 +107,20 @@ int clsKX::load(int n, clsLibrary* objLib, const QString& modelString)
     m_library = objLib;
     m_modelString = modelString;
     // A screen file fills itself in with every key that is missing: all of them in one replacement.
-    platform::ProfileStore::Batch batch(m_library->context().machine.profiles);
+    IniBatch batch(m_library->context());
     m_entry = ModelCatalogue(*m_library).entry(n);
     clsINI screen = GridBuilder::screenFile(*m_library, m_entry);
     m_settings.load(screen, *m_library, m_entry.code, m_errorLog);
     m_eventDot.load(screen, QStringLiteral("EVDOT"), *m_library);
     m_eventBandDot.load(screen, QStringLiteral("EVDBDOT"), *m_library);
-    if (m_grid == nullptr)
-        return 1;
-    clear();
-    GridBuilder(*this, screen).build();
-    const platform::ProfileOutcome saved = batch.commit();
-    if (!saved.ok())
-        logError(QStringLiteral("definition file not completed: ") + saved.error);
-    return 0;
+    if (m_grid != nullptr) {
+        clear();
+        GridBuilder(*this, screen).build();
+    }
+    const QString error = batch.commit();
+    if (!error.isEmpty())
+        logError(QStringLiteral("definition file not completed: ") + error);
+    return m_grid == nullptr ? 1 : 0;
 }
 
 void clsKX::clear()

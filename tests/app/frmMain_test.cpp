@@ -288,6 +288,14 @@ TEST_F(MainWindow, SetsAreSavedAndOpenedOverWhatWasRead)
     window->saveDataFile();
     ASSERT_EQ(asked.texts.size(), 1);
     EXPECT_TRUE(asked.texts.first().startsWith(u"The file was not saved: ")) << qPrintable(asked.texts.first());
+    for (const char16_t* name : {u"/a:b.k41", u"/a\\b.k41"}) {
+        asked.texts.clear();
+        chosen = dir.path() + QString::fromUtf16(name);
+        window->saveDataFile();
+        ASSERT_EQ(asked.texts.size(), 1);
+        EXPECT_TRUE(asked.texts.first().startsWith(u"The name of a parameter file")) << qPrintable(asked.texts.first());
+        EXPECT_FALSE(QFile::exists(chosen));
+    }
     chosen.clear();
     window->saveDataFile();
     EXPECT_EQ(asked.texts.size(), 1) << "cancelled: nothing happens";

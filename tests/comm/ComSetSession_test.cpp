@@ -5,6 +5,9 @@
 #include "RecordingOwner.h"
 #include "clsCfg.h"
 
+#include <QDir>
+#include <QFile>
+
 namespace {
 
 const QByteArray kCatalogue = "[KXInfos]\nKXMaxCount=4\nKXModel1=KX410\nKXModel2=KX413\nKXModel3=KX620\n";
@@ -120,6 +123,19 @@ TEST_F(Session, AppliesEverythingAndReads)
     const QByteArray saved = settingsFile();
     for (const char* line : {"CommPortNo=1", "CommSpeed=19200", "CommProtocolCharacter=E,7,1"})
         EXPECT_TRUE(saved.contains(line)) << line;
+}
+
+TEST_F(Session, WhereSettingsCannotBeKeptTheBuiltInModelsAreOffered)
+{
+    plug(kKX620);
+    open();
+    ASSERT_TRUE(QFile::remove(box.path(kSettings)) && QDir().mkdir(box.path(kSettings)));
+    ComSetFields fields = session->open();
+    EXPECT_EQ(session->modelCodes().size(), 7);
+    ASSERT_TRUE(session->confirm(fields));
+    session->apply(fields);
+    ASSERT_EQ(told.texts.size(), 1);
+    EXPECT_TRUE(told.texts[0].startsWith(u"The settings were not saved: ")) << qPrintable(told.texts[0]);
 }
 
 TEST_F(Session, APortOutsideTheListIsKept)

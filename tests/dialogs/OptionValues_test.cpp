@@ -2,6 +2,9 @@
 
 #include "OptionsFixture.h"
 
+#include <QDir>
+#include <QFile>
+
 namespace {
 
 class Options : public OptionsFixture
@@ -40,7 +43,7 @@ TEST_F(Options, LanguageOfTheList)
         open("", row.list);
         EXPECT_EQ(values.language(), row.shown) << row.name;
         values.setLanguage(row.selected);
-        EXPECT_EQ(values.store(), row.changed) << row.name;
+        EXPECT_EQ(values.store().isShown, row.changed) << row.name;
         EXPECT_EQ(box.context.languageFile.toStdString(), row.stored) << row.name;
         EXPECT_TRUE(settingsFile().contains(QByteArray("LanguageFile=") + row.stored)) << row.name;
     }
@@ -56,6 +59,13 @@ struct Font
     const char* storedThen;
     bool changed;
 };
+
+TEST_F(Options, AFailedSaveIsReported)
+{
+    open("");
+    ASSERT_TRUE(QFile::remove(box.path(kSettings)) && QDir().mkdir(box.path(kSettings)));
+    EXPECT_TRUE(values.store().error.contains(u"Vorlant.ini cannot be"));
+}
 
 TEST_F(Options, FontOfTheDialog)
 {
@@ -83,7 +93,7 @@ TEST_F(Options, FontOfTheDialog)
         EXPECT_EQ(values.fontText().toStdString(), row.shown) << row.name;
         values.setFont(row.chosen);
         EXPECT_EQ(values.fontText().toStdString(), row.shownThen) << row.name;
-        EXPECT_EQ(values.store(), row.changed) << row.name;
+        EXPECT_EQ(values.store().isShown, row.changed) << row.name;
         EXPECT_TRUE(settingsFile().contains(row.storedThen)) << row.name << settingsFile().toStdString();
     }
 }

@@ -89,7 +89,7 @@ TEST_F(Ini, FailureIsLoggedOnceAndTheDefaultStands)
     EXPECT_EQ(get("A", "1"), u"1");
     EXPECT_EQ(get("B", "2"), u"2");
     const QByteArray logged = content(box.path(QStringLiteral("C:\\Vorlant\\Err.log")));
-    EXPECT_EQ(logged.count(box.machine.codePage.fromText(QStringLiteral("Exception error　556->"))), 1);
+    EXPECT_EQ(logged.count(box.machine.codePage.fromText(QStringLiteral("Exception error　759->"))), 1);
     EXPECT_TRUE(logged.contains("t.ini"));
 }
 

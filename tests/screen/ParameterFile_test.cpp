@@ -110,10 +110,14 @@ TEST_F(Parameters, WhatIsNoFileCannotBeLoaded)
     EXPECT_FALSE(QFile::exists(box.path(QStringLiteral("C:\\sets\\missing.k41"))));
     EXPECT_FALSE(kx.saveData(QStringLiteral("C:\\sets")).isEmpty());
     EXPECT_FALSE(kx.saveData(QStringLiteral("C:\\nowhere\\a.k41")).isEmpty());
+}
+
+TEST_F(Parameters, NewNameInAnotherCaseIsAnotherFile)
+{
     put(kFile, "old");
-    QFile::setPermissions(box.path(kFile), QFile::ReadOwner);
-    EXPECT_TRUE(kx.saveData(kFile).contains(u"read-only"));
+    EXPECT_EQ(kx.saveData(kFile.toUpper()), QString());
     EXPECT_EQ(content(kFile), "old");
+    EXPECT_FALSE(kx.loadData(kFile.toUpper())) << "what was saved is what is loaded";
 }
 
 // A save that is killed at any moment leaves the old file or the new one.

@@ -200,7 +200,10 @@ PROGRAM_TEXTS = (
     ('%1 holds no value for %2 ("%3"): nothing was loaded.', '%1 の %2 の値が正しくありません("%3")。読み込みを中止しました。'),
     ("Outside their limits: %1", "設定範囲外の項目: %1"),
     ("Not in the file: %1", "ファイルにない項目: %1"),
+    ("The file was not loaded: %1", "ファイルを読み込めません: %1"),
     ("The file was not saved: %1", "ファイルを保存できません: %1"),
+    ("The settings were not saved: %1", "設定を保存できません: %1"),
+    ("The name of a parameter file cannot have one of %1 in it.", "パラメータファイルの名前に %1 は使用できません。"),
     # Message box
     ("OK", "OK"),
     ("Cancel", "キャンセル"),

@@ -2,6 +2,7 @@
 
 #include "AccessibleNames.h"
 #include "ControlRegistry.h"
+#include "MessagePresenter.h"
 #include "OptionOwner.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
@@ -205,10 +206,13 @@ void frmOption::onOk()
     m_values.setLanguage(m_languages->currentIndex());
     for (int i = 0; i < OptionValues::kChecks; ++i)
         m_values.setChecked(i, m_checks[i]->isChecked());
-    const bool retranslate = m_values.store();
-    trace(retranslate ? QStringLiteral("options stored, the owner is translated anew")
-                      : QStringLiteral("options stored"));
-    if (retranslate)
+    const OptionValues::Stored stored = m_values.store();
+    trace(stored.isShown ? QStringLiteral("options stored, the owner is translated anew")
+                         : QStringLiteral("options stored"));
+    if (!stored.error.isEmpty())
+        m_library.showMessage(m_library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(stored.error),
+                              MessageStyle::kExclamation);
+    if (stored.isShown)
         m_operations.tranForm();
     m_operations.doCommCheck();
     accept();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 class clsLibrary;
@@ -21,15 +22,16 @@ class ModelCatalogue
 public:
     static constexpr int kMaxModels = 1000;
 
-    explicit ModelCatalogue(clsLibrary& library);
+    explicit ModelCatalogue(const clsLibrary& library);
 
     // Writes the seven built-in models when "KXMaxCount" reads as exactly "0".
     void ensureBuiltIn();
 
-    ModelEntry entry(int number); // empty texts for a number without entries
-    std::vector<ModelEntry> all();
+    ModelEntry entry(int number);      // empty texts for a number without entries
+    std::vector<ModelEntry> all();     // the built-in ones where settings cannot be kept
+    QStringList codes();               // of all, in order; a missing code reads as "KX" and its number
     int numberOf(const QString& code); // 0 when the catalogue lacks the code
 
 private:
-    clsLibrary& m_library;
+    const clsLibrary& m_library;
 };

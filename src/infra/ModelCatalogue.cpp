@@ -1,6 +1,7 @@
 #include "ModelCatalogue.h"
 
 #include "FileLocations.h"
+#include "IniBatch.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -37,14 +38,14 @@ bool isStored(clsINI& ini)
 
 } // namespace
 
-ModelCatalogue::ModelCatalogue(clsLibrary& library) : m_library(library) {}
+ModelCatalogue::ModelCatalogue(const clsLibrary& library) : m_library(library) {}
 
 void ModelCatalogue::ensureBuiltIn()
 {
     clsINI ini = mainSettings(m_library.context());
     if (isStored(ini))
         return;
-    platform::ProfileStore::Batch batch(m_library.context().machine.profiles);
+    IniBatch batch(m_library.context());
     ini.PutIniData(kSection, kCount, static_cast<int>(kBuiltIn.size()));
     for (int i = 1; i <= kBuiltIn.size(); ++i) {
         const ModelEntry entry = builtIn(i);
@@ -53,6 +54,7 @@ void ModelCatalogue::ensureBuiltIn()
         ini.PutIniData(kSection, QStringLiteral("KXCommFile%1").arg(i), entry.commFile);
         ini.PutIniData(kSection, QStringLiteral("KXScreenFile%1").arg(i), entry.screenFile);
     }
+    batch.commitLogged();
 }
 
 ModelEntry ModelCatalogue::entry(int number)
@@ -76,11 +78,20 @@ std::vector<ModelEntry> ModelCatalogue::all()
     const QString stored = ini.GetIniData(kSection, kCount, QStringLiteral("0"));
     const int count =
         isStored(ini) ? std::clamp(m_library.toLong(stored, 0), 0, kMaxModels) : static_cast<int>(kBuiltIn.size());
-    const platform::ProfileStore::Batch batch(m_library.context().machine.profiles);
+    IniBatch batch(m_library.context());
     std::vector<ModelEntry> entries;
     for (int n = 1; n <= count; ++n)
         entries.push_back(entry(n));
+    batch.commitLogged();
     return entries;
+}
+
+QStringList ModelCatalogue::codes()
+{
+    QStringList codes;
+    for (const ModelEntry& entry : all())
+        codes << (entry.code.isEmpty() ? QStringLiteral("KX%1").arg(entry.number) : entry.code);
+    return codes;
 }
 
 int ModelCatalogue::numberOf(const QString& code)

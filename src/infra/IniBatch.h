@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Context.h"
+
+// Several writes to INI-syntax files that reach the disk together. End it by one of the two commits: what was collected
+// is dropped otherwise. A batch within another one leaves the writing to that.
+class IniBatch
+{
+public:
+    explicit IniBatch(Context& context) : m_context(context), m_batch(context.machine.profiles) {}
+
+    // For what a person asked to have saved. Empty, or what is not on the disk and why; the error log has it too.
+    [[nodiscard]] QString commit();
+    // For what the program keeps on its own account: nobody but the error log hears of a failure.
+    void commitLogged();
+
+    // One line in the error log for a failure that is not there yet. number: of the operation.
+    static void note(const Context& context, int number, const platform::ProfileOutcome& outcome);
+
+private:
+    Context& m_context;
+    platform::ProfileStore::Batch m_batch;
+};
