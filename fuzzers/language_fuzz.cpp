@@ -57,9 +57,14 @@ bool isStorable(const platform::CodePage& page, const QString& text)
 // Whether all lines that hold something are still there, in their order.
 bool keepsLines(const QByteArray& before, const QByteArray& after)
 {
-    const QList<QByteArray> now = after.split('\n');
+    const auto linesOf = [](QByteArray bytes) {
+        if (bytes.startsWith("\xEF\xBB\xBF")) // it got a character that the code page lacks
+            bytes.remove(0, 3);
+        return bytes.replace('\x1A', ' ').replace('\r', '\n').split('\n');
+    };
+    const QList<QByteArray> now = linesOf(after);
     qsizetype place = 0;
-    for (const QByteArray& line : before.split('\n')) {
+    for (const QByteArray& line : linesOf(before)) {
         const QByteArray text = line.trimmed();
         const QByteArray value = text.mid(text.indexOf('=') + 1).split('\0').first().trimmed();
         if (!text.contains('=') || value.isEmpty() || value == "\"\"" || value == "''")

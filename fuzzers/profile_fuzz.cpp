@@ -65,21 +65,17 @@ QString asRead(const QString& value)
     QString text = value;
     text.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
     text.remove(QChar(0));
-    return text.trimmed().isEmpty() ? QString() : text;
+    return ProfileDocument::trimmed(text).isEmpty() ? QString() : text;
 }
 
 // The lines of a file, as texts without their ends.
 QStringList linesOf(const QByteArray& bytes)
 {
-    const QByteArray mark = "\xEF\xBB\xBF";
-    const QByteArray plain = bytes.startsWith(mark) ? bytes.mid(mark.size()) : bytes;
-    const bool isUtf8 = bytes.startsWith(mark) || QString::fromUtf8(bytes).toUtf8() == bytes;
+    platform::ProfileEncoding encoding(codePage());
+    const QByteArray plain = encoding.opened(bytes).replace("\r\n", "\n").replace('\r', '\n');
     QStringList lines;
-    for (QByteArray line : plain.split('\n')) {
-        while (line.endsWith('\r'))
-            line.chop(1);
-        lines << (isUtf8 ? QString::fromUtf8(line) : codePage().toText(line));
-    }
+    for (const QByteArray& line : plain.split('\n'))
+        lines << encoding.decode(line);
     if (plain.isEmpty() || plain.endsWith('\n'))
         lines.removeLast();
     return lines;
@@ -107,8 +103,7 @@ void checkWrite(ProfileDocument& document, const Write& write)
     require(changed || before == after, "a write that changes nothing leaves the bytes");
     require(differInOneEntry(linesOf(before), linesOf(after)), "a write leaves the other lines",
             QString::fromLatin1(before.toPercentEncoding(" []=") + " -> " + after.toPercentEncoding(" []=")));
-    require(document.value(write.section, write.key).value_or(QStringLiteral("-")).trimmed() ==
-                asRead(write.value).trimmed(),
+    require(document.value(write.section, write.key) == ProfileDocument::trimmed(asRead(write.value)).toString(),
             "the document holds what was written", write.key);
 
     ProfileDocument again(after, codePage());
@@ -137,6 +132,12 @@ void checkDocument(const QByteArray& bytes, const std::vector<Write>& writes)
             require(again.lines(write.section) == document.lines(write.section), "sections read back as they stand",
                     write.section);
     }
+}
+
+// A file whose characters cannot all be read is not written.
+bool isWhole(const QByteArray& bytes)
+{
+    return ProfileDocument(bytes, codePage()).isWhole();
 }
 
 // A scratch file with its store.
@@ -176,8 +177,10 @@ void checkReads(ProfileStore& store, const QString& path, const Write& write)
 
 bool isSameKey(const Write& left, const Write& right)
 {
-    return left.section.trimmed().compare(right.section.trimmed(), Qt::CaseInsensitive) == 0 &&
-           left.key.trimmed().compare(right.key.trimmed(), Qt::CaseInsensitive) == 0;
+    const auto nameOf = [](const QString& text) {
+        return platform::ProfileName{ProfileDocument::trimmed(text).toString()};
+    };
+    return nameOf(left.section) == nameOf(right.section) && nameOf(left.key) == nameOf(right.key);
 }
 
 // The last write to each key is what the file holds.
@@ -213,8 +216,9 @@ void checkStore(const QByteArray& bytes, const std::vector<Write>& writes, bool 
                 "a file changes by replacement");
         require(!inBatch || stored.bytes() == bytes, "a batch keeps its writes until it is committed");
     }
+    const bool isAnyRefused = std::any_of(writes.begin(), writes.end(), [](const Write& w) { return w.isRefused(); });
     if (batch)
-        require(batch->commit().ok(), "a batch goes out");
+        require(batch->commit().ok() != isAnyRefused, "a batch goes out, and tells of what was refused");
     checkFile(stored, writes);
 }
 
@@ -232,6 +236,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const std::vector<QByteArray> parts =
         partsOf(data + std::min<size_t>(size, 1), size - std::min<size_t>(size, 1), 2);
     const std::vector<Write> writes = writesOf(parts[1]);
+    if (!isWhole(parts[0])) {
+        StoredFile stored(parts[0]);
+        require(!stored.store.write(stored.path, QStringLiteral("S"), QStringLiteral("K"), QStringLiteral("1")).ok() &&
+                    stored.bytes() == parts[0],
+                "a damaged file is left as it is");
+        return 0;
+    }
     checkDocument(parts[0], writes);
     checkStore(parts[0], writes, inBatch);
     return 0;

@@ -1,5 +1,6 @@
 #include "ShippedFiles.h"
 
+#include "FileSnapshot.h"
 #include "LanguageAdditions.h"
 #include "LockedFolder.h"
 
@@ -9,6 +10,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <limits>
 
 namespace platform {
 
@@ -20,10 +22,10 @@ const QString kHelp = QStringLiteral("help/"); // nobody edits it: what a power 
 
 std::optional<QByteArray> contentOf(const QString& path)
 {
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return {};
-    return file.readAll();
+    FileSnapshot file = FileSnapshot::read(QFile::encodeName(path), std::numeric_limits<qint64>::max());
+    if (!file.state.exists() || !file.error.isEmpty())
+        return {}; // half a file must not take the place of a whole one
+    return file.bytes;
 }
 
 // A link leads to a file that somebody keeps himself.
