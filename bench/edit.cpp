@@ -35,6 +35,7 @@ public:
     bool isBusy() const override { return false; }
     bool writeOne(const QString& /*tag*/) override { return false; }
     bool writeBlock(clsBlock& /*block*/, bool /*readBack*/) override { return false; }
+    bool writeBlockThenOne(clsBlock* /*block*/, const QString& /*tag*/) override { return false; }
     void openMultiSelect(clsData& /*item*/, const QString& /*section*/) override {}
     int present(const Message& /*message*/) override { return MessageResult::kOk; }
 };

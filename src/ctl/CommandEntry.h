@@ -27,6 +27,7 @@ private:
     bool isBusy() const override { return false; }
     bool writeOne(const QString&) override { return false; }
     bool writeBlock(clsBlock&, bool) override { return false; }
+    bool writeBlockThenOne(clsBlock*, const QString&) override { return false; }
     void openMultiSelect(clsData& item, const QString& section) override;
 
     void setData(const QString& sTag, const QString& sData, bool bCheck) override;

@@ -84,15 +84,23 @@ void CellClicks::writeUnit(const clsData& item, int col, int row)
             openSelect(range->Col(), range->Row());
         return;
     }
-    clickBlock(m_kx.getBlockByNo(item.BlockNo()), col, row, false);
-    m_editor.noteSent(m_shell.writeOne(kRangeTag));
+    clsBlock* block = m_kx.getBlockByNo(item.BlockNo());
+    logBlock(block, col, row);
+    m_editor.noteSent(m_shell.writeBlockThenOne(block, kRangeTag));
+}
+
+void CellClicks::logBlock(const clsBlock* block, int col, int row) const
+{
+    if (block != nullptr)
+        m_editor.logEvent(
+            QStringLiteral("%1[%2-%3]=%4BlockClick").arg(block->m_sName).arg(col).arg(row).arg(block->m_lNo));
 }
 
 void CellClicks::clickBlock(clsBlock* block, int col, int row, bool readBack)
 {
     if (block == nullptr)
         return;
-    m_editor.logEvent(QStringLiteral("%1[%2-%3]=%4BlockClick").arg(block->m_sName).arg(col).arg(row).arg(block->m_lNo));
+    logBlock(block, col, row);
     if (m_kx.spread() != nullptr && m_kx.getDataByRC(row, col) == nullptr)
         m_kx.spread()->setValue(row, col, 0);
     m_editor.noteSent(m_shell.writeBlock(*block, readBack));

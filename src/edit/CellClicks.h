@@ -22,6 +22,7 @@ private:
     void clickItem(clsData& item, int col, int row);
     void switchBit(clsData& item);
     void writeUnit(const clsData& item, int col, int row);
+    void logBlock(const clsBlock* block, int col, int row) const;
     void clickBlock(clsBlock* block, int col, int row, bool readBack);
     void openInput(clsData& item);
     QString translated(const char* text) const;

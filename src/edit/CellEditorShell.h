@@ -19,6 +19,8 @@ public:
     virtual bool writeOne(const QString& tag) = 0;
     // The block and its relay blocks; readBack: then read them again.
     virtual bool writeBlock(clsBlock& block, bool readBack) = 0;
+    // The block and its relay blocks (null: none), then the parameter: one question, one report.
+    virtual bool writeBlockThenOne(clsBlock* block, const QString& tag) = 0;
 
     // Lets the user choose from a selection table, section of "MultiSelect.ini", for an item; returns when the dialog
     // is closed. What was chosen arrives through setData and setVData of the editor meanwhile.

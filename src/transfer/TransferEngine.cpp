@@ -75,9 +75,14 @@ void TransferEngine::setDataToKXAll()
     write([this] { return m_write.writeAll([this] { return keepHeldSet(); }); }, true);
 }
 
-void TransferEngine::writeBlock(const clsBlock& block, bool readBack, const QString& thenTag)
+void TransferEngine::writeBlock(const clsBlock& block, bool readBack)
 {
-    write([&] { return m_write.writeBlock(block, thenTag); }, readBack);
+    write([&] { return m_write.writeBlock(block); }, readBack);
+}
+
+void TransferEngine::writeBlockThenOne(const clsBlock* block, const QString& sTag)
+{
+    write([&] { return m_write.writeBlockThenOne(block, sTag); }, false);
 }
 
 // The settings come last: they may load another model, and end in a read of their own.

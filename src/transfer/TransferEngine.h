@@ -47,9 +47,10 @@ public:
     bool writeItems(const QStringList& tags);
     // Writes all blocks and reads everything back. What the controller held is kept in the backups before.
     void setDataToKXAll();
-    // Writes a block with its relay blocks, then parameter thenTag at once unless it is empty. With readBack the
-    // written blocks are read back and shown.
-    void writeBlock(const clsBlock& block, bool readBack, const QString& thenTag = {});
+    // Writes a block with its relay blocks; with readBack the written blocks are read back and shown.
+    void writeBlock(const clsBlock& block, bool readBack);
+    // Writes a block (null: none) with its relay blocks, then one parameter at once, under one question and report.
+    void writeBlockThenOne(const clsBlock* block, const QString& sTag);
 
     void ProgCancel(int Index);
     void abort();

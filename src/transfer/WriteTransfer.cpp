@@ -92,12 +92,33 @@ bool WriteTransfer::writeItems(const QStringList& tags)
     return finish(sendData(colWrite, true));
 }
 
-bool WriteTransfer::writeBlock(const clsBlock& block, const QString& thenTag)
+bool WriteTransfer::writeBlock(const clsBlock& block)
 {
     start();
     if (!isReady() || !mayWrite())
         return false;
     Images colWrite;
+    storeWithRelays(block, colWrite);
+    return finish(sendData(colWrite, false));
+}
+
+bool WriteTransfer::writeBlockThenOne(const clsBlock* block, const QString& sTag)
+{
+    start();
+    if (!isReady() || !mayWrite())
+        return false;
+    Images colWrite;
+    if (block != nullptr)
+        storeWithRelays(*block, colWrite);
+    Images after;
+    if (clsData* item = m_parts.kx.getDataByTag(sTag))
+        storeItem(*item, after);
+    const bool isBlockTaken = sendData(colWrite, false) && m_report.failed.isEmpty();
+    return finish(isBlockTaken && (after.empty() || sendData(after, true)));
+}
+
+void WriteTransfer::storeWithRelays(const clsBlock& block, Images& colWrite)
+{
     storeBlock(block, colWrite);
     for (int n = 0; !block.getRelayBlock(n).isEmpty(); ++n) {
         const clsLibrary& library = m_parts.kx.library();
@@ -107,10 +128,6 @@ bool WriteTransfer::writeBlock(const clsBlock& block, const QString& thenTag)
         else
             m_parts.kx.logError(QStringLiteral("リレーブロックが見つからない[%1]").arg(number));
     }
-    Images after;
-    if (clsData* item = thenTag.isEmpty() ? nullptr : m_parts.kx.getDataByTag(thenTag))
-        storeItem(*item, after);
-    return finish(sendData(colWrite, false) && (after.empty() || sendData(after, true)));
 }
 
 // The input range goes first and on its own: the controller takes the other values in its terms.
@@ -213,6 +230,7 @@ bool WriteTransfer::finish(bool sent)
     return sent;
 }
 
+// The first state of an item that was stored twice counts.
 bool WriteTransfer::isModelRight()
 {
     const clsData* code = m_parts.kx.getDataByTag(kModelCode);

@@ -41,8 +41,9 @@ public:
 
     // Each is one user action: one question, one report. True when something was sent, so that it can be read back.
     bool writeItems(const QStringList& tags); // every image once, as for a single parameter
-    // With its relay blocks; then the image of item thenTag, as for a single parameter. Empty: nothing more.
-    bool writeBlock(const clsBlock& block, const QString& thenTag);
+    bool writeBlock(const clsBlock& block);   // with its relay blocks
+    // The parameter goes behind the block (null: none), and only when all of the block was taken.
+    bool writeBlockThenOne(const clsBlock* block, const QString& sTag);
     // beforeFirstFrame runs when nothing else is in the way; false gives the write up.
     bool writeAll(const std::function<bool()>& beforeFirstFrame);
     void cancel() { m_bCancel = true; }
@@ -78,6 +79,7 @@ private:
     bool confirmed();
     bool isModelRight();
     void storeBlock(const clsBlock& block, Images& colWrite);
+    void storeWithRelays(const clsBlock& block, Images& colWrite);
     void storeItem(clsData& item, Images& colWrite);
     bool storeChanged(clsData& item, clsKXAdr& image);
     Chosen* find(const QString& tag);

@@ -82,7 +82,7 @@ TEST_F(Clicks, AskWhereTheSettingsSaySo)
         int asked;
         const char* calls;
     } const rows[] = {
-        {false, true, false, MessageResult::kYes, 1, "block 1,one PQRNO"},
+        {false, true, false, MessageResult::kYes, 1, "block 1 then PQRNO"},
         {false, true, false, MessageResult::kNo, 1, ""},
         {true, false, true, MessageResult::kYes, 1, "select PQRNO IC"},
         {true, false, true, MessageResult::kNo, 1, ""},

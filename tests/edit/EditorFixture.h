@@ -36,6 +36,11 @@ public:
     void openMultiSelect(clsData& item, const QString& section) override
     {
         calls << QStringLiteral("select %1 %2").arg(item.Key(), section);
+    bool writeBlockThenOne(clsBlock* block, const QString& tag) override
+    {
+        calls << QStringLiteral("block %1 then %2").arg(block->m_lNo).arg(tag);
+        return sends;
+    }
         if (inDialog)
             inDialog();
     }

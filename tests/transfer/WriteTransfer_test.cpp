@@ -111,6 +111,27 @@ protected:
     std::unique_ptr<TransferEngine> engine;
 };
 
+// One question and one report; when the block fails the parameter behind it does not go out, and all stay marked.
+TEST_F(Write, BlockAndParameterAreOneAction)
+{
+    runClockWhileWaiting();
+    settings.m_bViewSendConf = true;
+    for (const int deaf : {66, 0}) {
+        controller.deaf = deaf;
+        controller.log.clear();
+        window.messages.clear();
+        edit("A", "300");
+        edit("C", "9");
+        engine->writeBlockThenOne(kx.getBlockByNo(2), QStringLiteral("A"));
+        EXPECT_EQ(window.messages, QStringList{QStringLiteral("Write to the KX?")});
+        EXPECT_EQ(engine->lastWrite().requests, deaf != 0 ? 2 : 6);
+        EXPECT_EQ(engine->lastWrite().failed.join(u','), deaf != 0 ? u"Other: Direct 8100: Timeout" : u"");
+        for (const char* tag : {"A", "C"})
+            EXPECT_EQ(item(tag).Edit == EditState::kChanged, deaf != 0) << tag;
+    }
+    EXPECT_EQ(controller.low.left(2).toHex() + controller.high.left(2).toHex(), "012c0009");
+}
+
 TEST_F(Write, OneParameterGoesWithItsImage)
 {
     runClockWhileWaiting();
@@ -200,21 +221,6 @@ TEST_F(Write, CommandsGoOutAndInventedBytesDoNot)
     ASSERT_EQ(engine->lastWrite().failed.size(), 1);
     EXPECT_TRUE(engine->lastWrite().failed.first().startsWith(u"Bad: Direct 8100: not sent"));
     EXPECT_EQ(item("G").Edit, EditState::kChanged);
-}
-
-// The unit with the input range behind it: asked once, reported once.
-TEST_F(Write, BlockAndParameterAreOneAction)
-{
-    runClockWhileWaiting();
-    settings.m_bViewSendConf = true;
-    controller.deaf = 66;
-    edit("C", "1");
-    edit("A", "300");
-    engine->writeBlock(*kx.getBlockByNo(2), false, QStringLiteral("A"));
-    EXPECT_EQ(window.messages, QStringList{QStringLiteral("Write to the KX?")});
-    EXPECT_EQ(engine->lastWrite().failed.size(), 2) << "both memory writes";
-    EXPECT_EQ(engine->lastWrite().unsent, (QStringList{QStringLiteral("C"), QStringLiteral("A")}));
-    EXPECT_EQ(item("C").Edit, EditState::kChanged);
 }
 
 // The settings may load another model while the write that called for them is being reported.

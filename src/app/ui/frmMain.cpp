@@ -338,6 +338,12 @@ bool frmMain::writeBlock(clsBlock& block, bool readBack)
     return m_engine->lastWrite().requests > 0;
 }
 
+bool frmMain::writeBlockThenOne(clsBlock* block, const QString& tag)
+{
+    m_engine->writeBlockThenOne(block, tag);
+    return m_engine->lastWrite().requests > 0;
+}
+
 void frmMain::afterRead()
 {
     if (m_engine->lastRead().refreshed) {

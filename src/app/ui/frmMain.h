@@ -104,6 +104,7 @@ public:
     bool isBusy() const override { return m_engine->isBusy(); }
     bool writeOne(const QString& tag) override;
     bool writeBlock(clsBlock& block, bool readBack) override;
+    bool writeBlockThenOne(clsBlock* block, const QString& tag) override;
     void openMultiSelect(clsData& item, const QString& section) override;
 
     uclComm& mainLink() override { return m_uclComm1; }
