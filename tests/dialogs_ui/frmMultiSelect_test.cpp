@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -181,6 +182,20 @@ TEST_F(SelectionDialog, TheOwnerMayGoWhileAnEntryTakesEffect)
     window->showModeless(kRange, ending.window.get(), true);
     QTest::keyClick(&grid(*window), Qt::Key_Return);
     EXPECT_EQ(ending.calls, 1);
+}
+
+TEST_F(SelectionDialog, TwoSpellingsAreOneWindowThatIsWaitedFor)
+{
+    open()->reject();
+    QTimer::singleShot(0, &owner, [this] {
+        const auto all = owner.findChildren<frmMultiSelect*>();
+        ASSERT_EQ(all.size(), 1);
+        EXPECT_TRUE(all.first()->isVisible());
+        button(*all.first(), 0).click();
+    });
+    windows.choose(kRange, QStringLiteral("INPUTRANGEC"), &owner);
+    ASSERT_FALSE(set.isEmpty()) << "it came back before the entry was taken";
+    EXPECT_EQ(set.last(), u"PQRNO=3");
 }
 
 TEST_F(SelectionDialog, AnEntryWithoutAValueIsNotTaken)

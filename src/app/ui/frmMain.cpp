@@ -30,7 +30,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
-#include <QEventLoop>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLayout>
@@ -383,18 +382,7 @@ void frmMain::showActivity()
 // closed.
 void frmMain::openMultiSelect(clsData& item, const QString& section)
 {
-    if (!m_selections.open(SelectedItem::of(item), section, this, true))
-        return;
-    const auto windows = findChildren<frmMultiSelect*>();
-    for (frmMultiSelect* window : windows) {
-        if (window->ID() != section || !window->isVisible())
-            continue;
-        QEventLoop untilClosed;
-        connect(window, &QDialog::finished, &untilClosed, &QEventLoop::quit);
-        connect(window, &QObject::destroyed, &untilClosed, &QEventLoop::quit);
-        untilClosed.exec();
-        return;
-    }
+    m_selections.choose(SelectedItem::of(item), section, this);
 }
 
 void frmMain::showCommSetting()

@@ -1,5 +1,7 @@
 #include "SelectionWindows.h"
 
+#include <QEventLoop>
+
 SelectionWindows::~SelectionWindows()
 {
     for (const auto& window : std::as_const(m_windows))
@@ -12,13 +14,24 @@ void SelectionWindows::Logs(clsLog* objErrLog, clsLog* objTrcLog)
     m_traceLog = objTrcLog;
 }
 
-bool SelectionWindows::open(const SelectedItem& item, const QString& table, QWidget* frmOwner, bool bDisable)
+frmMultiSelect* SelectionWindows::open(const SelectedItem& item, const QString& table, QWidget* frmOwner, bool bDisable)
 {
     QPointer<frmMultiSelect>& window = m_windows[table.toLower()]; // section names have no case
     if (window.isNull())
         window = new frmMultiSelect(m_library, m_operations, table, frmOwner);
     window->Logs(m_errorLog, m_traceLog);
-    return window->showModeless(item, frmOwner, bDisable);
+    return window->showModeless(item, frmOwner, bDisable) ? window.data() : nullptr;
+}
+
+void SelectionWindows::choose(const SelectedItem& item, const QString& table, QWidget* frmOwner)
+{
+    const frmMultiSelect* window = open(item, table, frmOwner, true);
+    if (window == nullptr)
+        return;
+    QEventLoop untilClosed;
+    QObject::connect(window, &QDialog::finished, &untilClosed, &QEventLoop::quit);
+    QObject::connect(window, &QObject::destroyed, &untilClosed, &QEventLoop::quit);
+    untilClosed.exec();
 }
 
 void SelectionWindows::closeAll()

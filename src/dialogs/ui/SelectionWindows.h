@@ -17,8 +17,10 @@ public:
 
     void Logs(clsLog* objErrLog, clsLog* objTrcLog);
 
-    // bDisable: frmOwner is disabled while the window is open. False: the table cannot be used, which was told.
-    bool open(const SelectedItem& item, const QString& table, QWidget* frmOwner, bool bDisable);
+    // bDisable: frmOwner is disabled while the window is open. Null: the table cannot be used, which was told.
+    frmMultiSelect* open(const SelectedItem& item, const QString& table, QWidget* frmOwner, bool bDisable);
+    // The same, and returns when the window is closed and what was taken in it is set.
+    void choose(const SelectedItem& item, const QString& table, QWidget* frmOwner);
     void closeAll(); // nothing is taken; call it before the items change
 
 private:
