@@ -10,7 +10,6 @@
 
 namespace {
 
-const QString kTitle = QStringLiteral("KX");
 const QString kRangeTag = QStringLiteral("PQRNO");
 const QString kUnitTag = QStringLiteral("SWQCF");
 
@@ -220,9 +219,9 @@ void CellEditor::clear()
     Q_EMIT historyChanged();
 }
 
-int CellEditor::tell(const QString& text, int style)
+int CellEditor::tell(const QString& text, int style, const QString& title)
 {
-    return m_silence > 0 ? MessageResult::kOk : m_messages.showMessage(text, style, kTitle);
+    return m_silence > 0 ? MessageResult::kOk : m_messages.showMessage(text, style, title);
 }
 
 void CellEditor::logItem(const clsData& item, const QString& word) const

@@ -77,7 +77,7 @@ public:
     void clear();
 
     clsKX& model() { return m_kx; }
-    int tell(const QString& text, int style); // unless silenced; the answer
+    int tell(const QString& text, int style, const QString& title = {}); // unless silenced; the answer
 
     // Whether a person may change the item's cell.
     bool isOpen(const clsData& item) const;

@@ -9,6 +9,12 @@
 #include "clsKX.h"
 #include "clsLibrary.h"
 
+namespace {
+
+const QString kTitle = QStringLiteral("KX");
+
+} // namespace
+
 EntryCheck::EntryCheck(CellEditor& editor, Interlocks& interlocks)
     : m_editor(editor), m_interlocks(interlocks), m_kx(editor.model())
 {}
@@ -46,7 +52,7 @@ bool EntryCheck::checkNumber(clsData& item, bool bCascade, const QString& entere
     const bool inside = limits.allows(entered);
     if (!inside || isEquivalent(item, entered)) {
         m_editor.tell(inside ? tran(QStringLiteral("It cannot set equivalent.")) : limits.refusal(item, tran),
-                      MessageStyle::kInformation);
+                      MessageStyle::kInformation, kTitle);
         GridRefresh(m_kx).show(item);
         return false;
     }

@@ -101,6 +101,7 @@ TEST_F(Clicks, AskWhereTheSettingsSaySo)
         if (row.asked > 0) {
             EXPECT_EQ(record.messages[0].prompt, u"This Parameter change sure?");
             EXPECT_EQ(record.messages[0].style, MessageStyle::kYesNo + MessageStyle::kCritical);
+            EXPECT_EQ(record.messages[0].title, QString());
         }
     }
 }

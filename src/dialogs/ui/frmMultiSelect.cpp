@@ -124,7 +124,7 @@ bool frmMultiSelect::showModeless(const SelectedItem& item, QWidget* frmOwner, b
         if (m_errorLog != nullptr)
             m_errorLog->LogWrite(QStringLiteral("[KXMultiSelectFormError]%1: nothing to select from").arg(m_id));
         reject();
-        m_library.showMessage(m_table.problem(), MessageStyle::kExclamation, QStringLiteral("KX"));
+        m_library.showMessage(m_table.problem(), MessageStyle::kExclamation);
         return false;
     }
     const bool wasOpen = isVisible();
