@@ -107,6 +107,30 @@ TEST_F(SpreadInput, EntryIsToldWhenTheEditorIsGone)
     EXPECT_FALSE(spread.currentIndex().isValid());
 }
 
+// However the entry was ended, the cell is current and its text can be corrected; left as it is, it is given up.
+TEST_F(SpreadInput, ARefusedEntryStaysOpen)
+{
+    QObject::connect(&spread, &platform::vaSpread::editChanged, &spread, &platform::vaSpread::refuseEntry);
+    const std::function<void()> ways[] = {[this] { QTest::keyClick(line(), Qt::Key_Return); },
+                                          [this] { QTest::keyClick(line(), Qt::Key_Tab); }, [this] { click(4); }};
+    for (size_t way = 0; way < std::size(ways); ++way) {
+        SCOPED_TRACE(way);
+        edited.clear();
+        select(1);
+        QTest::keyClicks(&spread, QStringLiteral("9"));
+        ways[way]();
+        settle();
+        settle();
+        ASSERT_NE(line(), nullptr);
+        EXPECT_EQ(line()->selectedText(), u"9");
+        EXPECT_EQ(current(), "1,2");
+        EXPECT_EQ(grid.cell(1, 2).text, u"12.5");
+        leave(line(), Qt::Key_Return);
+        EXPECT_EQ(edited.count(), 1);
+        EXPECT_EQ(line(), nullptr);
+    }
+}
+
 class SpreadList : public SpreadInput
 {
 public:
@@ -259,6 +283,24 @@ TEST_F(SpreadInput, CopyAndPasteAreAskedFor)
     QGuiApplication::clipboard()->clear();
     QTest::keyClick(&spread, Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(pasted.count(), 1) << "nothing to paste";
+}
+
+TEST_F(SpreadInput, CopyAndPasteAreThoseOfAnOpenEditor)
+{
+    const QSignalSpy copied(&spread, &platform::vaSpread::copyRequested);
+    const QSignalSpy pasted(&spread, &platform::vaSpread::pasteRequested);
+    QLineEdit* editor = edit<QLineEdit>(1);
+    ASSERT_NE(editor, nullptr);
+    spread.setFocus(Qt::MenuBarFocusReason);
+    settle();
+    ASSERT_EQ(line(), editor) << "the menu leaves it open";
+    editor->setSelection(0, 2);
+    spread.requestCopy();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"12");
+    QGuiApplication::clipboard()->setText(QStringLiteral("77"));
+    spread.requestPaste();
+    EXPECT_EQ(editor->text(), u"77.5");
+    EXPECT_EQ(copied.count() + pasted.count(), 0);
 }
 
 TEST_F(SpreadInput, AColumnDraggedByItsHeaderIsWiderInTheGrid)

@@ -204,8 +204,10 @@ void frmMain::connectGrid()
 {
     using platform::vaSpread;
     CellEditor* editor = m_editor.get();
-    connect(m_sprMain, &vaSpread::editChanged, editor,
-            [editor](int col, int row, const QString& text) { editor->checkCell(col, row, true, text); });
+    connect(m_sprMain, &vaSpread::editChanged, editor, [this](int col, int row, const QString& text) {
+        if (!m_editor->checkCell(col, row, true, text))
+            m_sprMain->refuseEntry(col, row, text);
+    });
     connect(m_sprMain, &vaSpread::comboSelChange, editor,
             [editor](int col, int row, int choice) { editor->changeCombo(col, row, choice); });
     connect(m_sprMain, &vaSpread::buttonClicked, editor, &CellEditor::clickCell);

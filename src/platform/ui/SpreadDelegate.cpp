@@ -4,6 +4,7 @@
 #include "PaletteColors.h"
 
 #include <QApplication>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyleOptionButton>
@@ -205,6 +206,14 @@ void SpreadDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
         m_entry = {index.column() + 1, index.row() + 1, combo->currentText(), combo->currentIndex()};
     else if (auto* edit = qobject_cast<QLineEdit*>(editor); edit != nullptr && edit->isModified())
         m_entry = {index.column() + 1, index.row() + 1, edit->text(), -1};
+}
+
+// The menu bar borrows the focus: the command that is chosen there may be meant for the editor.
+bool SpreadDelegate::eventFilter(QObject* editor, QEvent* event)
+{
+    const bool isBorrowed =
+        event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() == Qt::MenuBarFocusReason;
+    return !isBorrowed && QStyledItemDelegate::eventFilter(editor, event);
 }
 
 void SpreadDelegate::tellEntry()

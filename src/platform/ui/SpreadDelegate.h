@@ -46,6 +46,9 @@ public:
     void tellEntry(); // once for each entry; nothing when nothing was entered
     static QRect comboArrow(const QRect& cell);
 
+protected:
+    bool eventFilter(QObject* editor, QEvent* event) override;
+
 Q_SIGNALS:
     void textEntered(int col, int row, const QString& text);
     void choiceMade(int col, int row, int choice);

@@ -7,6 +7,8 @@
 
 #include <optional>
 
+class QLineEdit;
+
 namespace platform {
 
 // The parameter grid as a widget: shows a GridModel and tells what a person does in it. It changes no cell by itself.
@@ -29,6 +31,8 @@ public:
     // Shows the column headers, by which a person changes the widths of the columns.
     void showColHeaders();
     void setCurrentCell(int col, int row); // a cell outside the grid changes nothing
+    // The entry that editChanged tells of is not taken: the cell is edited again, with that text.
+    void refuseEntry(int col, int row, const QString& text);
 
 Q_SIGNALS:
     void editChanged(int col, int row, const QString& text);
@@ -41,6 +45,7 @@ Q_SIGNALS:
     void pasteRequested(int col, int row, const QString& text);
 
 public Q_SLOTS:
+    // In the text of an open editor; else:
     void requestCopy();  // what is selected
     void requestPaste(); // the text of the clipboard, at the first of the selected cells
 
@@ -65,11 +70,14 @@ private:
     bool pressButton(const QModelIndex& index);
     bool openList(const QModelIndex& index);
     void showList(const QModelIndex& index);
+    QLineEdit* openEditor() const;
+    void correct(int col, int row, const QString& text);
     QModelIndex indexOf(const std::optional<CellPlace>& place) const;
     std::optional<CellRange> selectedRange() const;
 
     GridModel* m_grid = nullptr;
     bool m_isSizing = false;
+    bool m_isRefused = false; // the entry at hand
     bool m_opensListOnRelease = false;
     QPoint m_pressedAt;
     GridFonts m_fonts;

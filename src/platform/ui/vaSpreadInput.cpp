@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPointer>
 
@@ -148,11 +149,39 @@ void vaSpread::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint h
     const CellPlace edited = placeOf(currentIndex());
     const QPointer<vaSpread> alive(this);
     QTableView::closeEditor(editor, step ? QAbstractItemDelegate::NoHint : hint);
+    m_isRefused = false;
     m_delegate.tellEntry();
-    if (!alive || !step || m_grid == nullptr)
+    if (!alive || m_isRefused || !step || m_grid == nullptr)
         return;
     if (const QModelIndex next = indexOf(nextEditable(*m_grid, edited, *step)); next.isValid())
         setCurrentIndex(next);
+}
+
+// Once the event that ended the entry is over: a click elsewhere moves the current cell yet.
+void vaSpread::refuseEntry(int col, int row, const QString& text)
+{
+    m_isRefused = true;
+    QMetaObject::invokeMethod(
+        this, [this, col, row, text] { correct(col, row, text); }, Qt::QueuedConnection);
+}
+
+void vaSpread::correct(int col, int row, const QString& text)
+{
+    const QModelIndex at = indexOf(CellPlace{row, col});
+    if (!at.isValid() || !m_grid->cell(row, col).takesEntry() || !isEnabled())
+        return;
+    setCurrentIndex(at);
+    if (!edit(at, AllEditTriggers, nullptr))
+        return;
+    if (QLineEdit* editor = openEditor()) {
+        editor->setText(text);
+        editor->selectAll();
+    }
+}
+
+QLineEdit* vaSpread::openEditor() const
+{
+    return qobject_cast<QLineEdit*>(indexWidget(currentIndex()));
 }
 
 // The mouse.
@@ -202,12 +231,18 @@ std::optional<CellRange> vaSpread::selectedRange() const
 
 void vaSpread::requestCopy()
 {
-    if (const auto range = selectedRange())
+    if (const QLineEdit* editor = openEditor())
+        editor->copy();
+    else if (const auto range = selectedRange())
         Q_EMIT copyRequested(*range);
 }
 
 void vaSpread::requestPaste()
 {
+    if (QLineEdit* editor = openEditor()) {
+        editor->paste();
+        return;
+    }
     const QString text = QGuiApplication::clipboard()->text().left(kLongestPaste);
     if (const auto range = selectedRange(); range && !text.isEmpty())
         Q_EMIT pasteRequested(range->col, range->row, text);
