@@ -2,6 +2,7 @@
 
 #include "CommandEntry.h"
 #include "ControllerSession.h"
+#include "EntryOrder.h"
 #include "ItemLimits.h"
 #include "ItemStore.h"
 #include "NamedItems.h"
@@ -52,18 +53,19 @@ QStringList storeAll(clsKX& kx, const Items& items)
     return refused;
 }
 
-// In the order given; what a later value changes of an earlier one is a contradiction in the command.
+// Settings that decide how others are read first, then in the order given; what a later value changes of an earlier one
+// is a contradiction in the command.
 QStringList enterPairs(clsKX& kx, const Items& items, const QStringList& pairs)
 {
     CommandEntry entry(kx);
     QStringList refused;
-    QStringList entered;
-    for (size_t i = 0; i < items.size(); ++i) {
+    QStringList entered(pairs.size());
+    for (const size_t i : entryOrder({items.begin(), items.end()})) {
         const QString& pair = pairs[static_cast<qsizetype>(i)];
         const QString trouble = enterValue(entry, *items[i], pair.section(u'=', 1));
         if (!trouble.isEmpty())
             refused << QStringLiteral("%1: %2").arg(pair, trouble);
-        entered << items[i]->Data();
+        entered[static_cast<qsizetype>(i)] = items[i]->Data();
     }
     for (size_t i = 0; i < items.size() && refused.isEmpty(); ++i) {
         if (items[i]->Data() != entered[static_cast<qsizetype>(i)])

@@ -1,5 +1,6 @@
 #include "SetFile.h"
 
+#include "EntryOrder.h"
 #include "HeldValue.h"
 #include "ItemLimits.h"
 #include "ItemStore.h"
@@ -20,11 +21,6 @@ const QString kUnusableName =
 bool hasUsableName(const QFileInfo& file)
 {
     return platform::PathMap::hasDesktopName(file.absoluteFilePath());
-}
-
-bool setsOthers(const clsData& item)
-{
-    return item.MType() == ItemType::Multi || item.MType() == ItemType::Input;
 }
 
 QString listed(const QStringList& texts)
@@ -84,21 +80,18 @@ CommandResult SetFile::values(const clsKX& kx, Values& values) const
     return {};
 }
 
-// What a selection table sets comes before the values of the file, which hold over it; the unit, which chooses between
-// two tables, comes first of all.
+// What a selection table sets comes before the values of the file, which hold over it.
 void SetFile::apply(clsKX& kx, const Values& values)
 {
-    for (const auto& [item, value] : values) {
+    std::vector<const clsData*> items;
+    for (const auto& entry : values)
+        items.push_back(entry.first);
+    for (const size_t place : entryOrder(items)) {
+        const auto& [item, value] = values[static_cast<qsizetype>(place)];
+        item->setData(value);
+        item->setKnown(!value.isEmpty());
         if (item->Key() == kUnit)
             kx.setUnitSwitch(kx.library().toLong(value, 0));
-    }
-    for (const bool tables : {true, false}) {
-        for (const auto& [item, value] : values) {
-            if (setsOthers(*item) != tables)
-                continue;
-            item->setData(value);
-            item->setKnown(!value.isEmpty());
-        }
     }
     for (const auto& item : kx.items())
         item->Edit = EditState::kUntouched;

@@ -1,5 +1,6 @@
 #include "clsKX.h"
 
+#include "EntryOrder.h"
 #include "GridBuilder.h"
 #include "GridRefresh.h"
 #include "IniBatch.h"
@@ -315,10 +316,11 @@ bool clsKX::loadData(const QString& fileName)
     m_lastLoad = ParameterFile(*m_library, fileName).read(*this, set);
     if (m_lastLoad.outcome != ParameterLoad::Outcome::Loaded)
         return true;
-    // The unit first: it decides in which table an input range is looked up.
-    std::stable_partition(set.values.begin(), set.values.end(),
-                          [](const auto& entry) { return entry.first == kUnitTag; });
-    for (const auto& [tag, value] : std::as_const(set.values)) {
+    std::vector<const clsData*> items;
+    for (const auto& entry : std::as_const(set.values))
+        items.push_back(getDataByTag(entry.first));
+    for (const size_t place : entryOrder(items)) {
+        const auto& [tag, value] = set.values[static_cast<qsizetype>(place)];
         clsData* item = getDataByTag(tag);
         if (item->Data() != value) {
             item->Edit = EditState::kChanged;

@@ -230,7 +230,6 @@ bool WriteTransfer::finish(bool sent)
     return sent;
 }
 
-// The first state of an item that was stored twice counts.
 bool WriteTransfer::isModelRight()
 {
     const clsData* code = m_parts.kx.getDataByTag(kModelCode);

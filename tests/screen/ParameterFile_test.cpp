@@ -63,14 +63,17 @@ TEST_F(Parameters, LoadingMarksWhatDiffers)
 
 TEST_F(Parameters, UnitComesBeforeTheRange)
 {
-    put(definition(QStringLiteral("MultiSelect.ini")), "[C]\nData1=0,5\nName1=Celsius\nName2=Test\n"
-                                                       "[K]\nData1=0,5\nName1=Kelvin\nName2=Test\n");
-    load("[Setting]\nDataMaxCount=2\nMaxRow=9\nMaxCol=2\n" +
+    put(definition(QStringLiteral("MultiSelect.ini")),
+        "[C]\nData1=0,5\nName1=Celsius\nName2=Test\n"
+        "[K]\nData1=0,5,77\nSetTags1=,,tagDRANGEL\nName1=Kelvin\nName2=Test\n");
+    load("[Setting]\nDataMaxCount=3\nMaxRow=9\nMaxCol=2\n" +
          dataSection(1, "Tag=PQRNO\nCellType=Input\nInputCSelectSection=C\nInputKSelectSection=K") +
-         dataSection(2, "Tag=SWQCF\nCellType=Combo\nComboStrings=CvbTabK\nComboDatas=0vbTab1"));
-    put(kFile, "[Info]\nMODEL=" + kModel + "\n[Data]\nPQRNO=5\nSWQCF=1\n");
+         dataSection(2, "Tag=SWQCF\nCellType=Combo\nComboStrings=CvbTabK\nComboDatas=0vbTab1") +
+         dataSection(3, "Tag=RANGEL\nOption=0=KX41\nVisible=False"));
+    put(kFile, "[Info]\nMODEL=" + kModel + "\n[Data]\nRANGEL=8\nPQRNO=5\nSWQCF=1\n");
     EXPECT_FALSE(kx.loadData(kFile));
     EXPECT_EQ(grid.cell(1, 1).text, u"Kelvin");
+    EXPECT_EQ(data("RANGEL"), u"8") << "the file's own value holds over the one of the table";
 }
 
 struct BadFile
