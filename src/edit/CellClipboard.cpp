@@ -1,9 +1,13 @@
 #include "CellClipboard.h"
 
 #include "CellEditor.h"
+#include "EntryOrder.h"
 #include "MessagePresenter.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
+
+#include <utility>
+#include <vector>
 
 using platform::CellRange;
 using platform::CellType;
@@ -46,21 +50,21 @@ QVector<CellClipboard::Entry> CellClipboard::entries(const CellRange& range, con
     return list;
 }
 
-// A value may be outside its limits only until another of the pasted ones has moved them: refused ones are tried again
-// as long as that helps.
+// Values are read in terms of the settings that are pasted with them: these come first, and are shown before the others
+// are looked at.
 int CellClipboard::paste(const CellRange& range, const QString& text)
 {
     if (m_editor.model().spread() == nullptr || text.isEmpty())
         return 0;
     QVector<Entry> open = entries(range, text);
-    qsizetype before = open.size() + 1;
     {
         const CellEditor::Action action(m_editor);
         const CellEditor::Silence silence(m_editor);
-        while (!open.isEmpty() && open.size() < before) {
-            before = open.size();
-            open.removeIf([this](const Entry& entry) { return enter(entry) != Result::Refused; });
-        }
+        QVector<Entry> settings = takeSettings(open);
+        enterAll(settings);
+        m_editor.showChanges();
+        enterAll(open);
+        open += settings;
     }
     if (!open.isEmpty()) {
         const QString notice = m_editor.model().library().tranStr(
@@ -71,9 +75,35 @@ int CellClipboard::paste(const CellRange& range, const QString& text)
     return static_cast<int>(open.size());
 }
 
+// Takes them out of the list, from which cells without a parameter go too; both are in the order to be entered.
+QVector<CellClipboard::Entry> CellClipboard::takeSettings(QVector<Entry>& list) const
+{
+    const QVector<Entry> all = std::exchange(list, {});
+    std::vector<const clsData*> items;
+    for (const Entry& entry : all)
+        items.push_back(m_editor.model().getDataByRC(entry.row, entry.col));
+    QVector<Entry> settings;
+    for (const size_t place : entryOrder(items)) {
+        if (items[place] != nullptr)
+            (decidesOthers(*items[place]) ? settings : list).append(all[static_cast<qsizetype>(place)]);
+    }
+    return settings;
+}
+
+// A value may be outside its limits only until another of the pasted ones has moved them: refused ones are tried again
+// as long as that helps.
+void CellClipboard::enterAll(QVector<Entry>& open)
+{
+    qsizetype before = open.size() + 1;
+    while (!open.isEmpty() && open.size() < before) {
+        before = open.size();
+        open.removeIf([this](const Entry& entry) { return enter(entry) != Result::Refused; });
+    }
+}
+
 CellClipboard::Result CellClipboard::enter(const Entry& entry)
 {
-    clsKX& kx = m_editor.model();
+    const clsKX& kx = m_editor.model();
     const clsData* item = kx.getDataByRC(entry.row, entry.col);
     if (item == nullptr)
         return Result::Nothing;

@@ -3,6 +3,7 @@
 #include "GridModel.h"
 
 #include <QString>
+#include <QVector>
 
 class CellEditor;
 
@@ -31,6 +32,8 @@ private:
     };
 
     QVector<Entry> entries(const platform::CellRange& range, const QString& text) const;
+    QVector<Entry> takeSettings(QVector<Entry>& list) const;
+    void enterAll(QVector<Entry>& open);
     Result enter(const Entry& entry);
     Result choose(const Entry& entry, const QStringList& choices);
 

@@ -1,5 +1,6 @@
 #include "CellEditor.h"
 
+#include "EntryOrder.h"
 #include "GridRefresh.h"
 #include "MessagePresenter.h"
 #include "clsKX.h"
@@ -13,12 +14,6 @@ namespace {
 const QString kRangeTag = QStringLiteral("PQRNO");
 const QString kUnitTag = QStringLiteral("SWQCF");
 
-// Settings that decide how other parameters are looked up, scaled or locked.
-bool isSetting(const QString& tag)
-{
-    return tag == u"SVDOT" || tag == kRangeTag || tag == kUnitTag || tag.startsWith(u"PQKAL");
-}
-
 } // namespace
 
 CellEditor::CellEditor(clsKX& kx, MessagePresenter& messages, CellEditorShell& shell, QObject* parent)
@@ -27,8 +22,10 @@ CellEditor::CellEditor(clsKX& kx, MessagePresenter& messages, CellEditorShell& s
 {
     // The steps refer to items that a load replaces.
     connect(&kx, &clsKX::LoadEvent, this, [this](int mode) {
-        if (mode == 0)
-            clear();
+        if (mode != 0)
+            return;
+        m_history.forgetItems();
+        clear();
     });
 }
 
@@ -44,9 +41,7 @@ void CellEditor::endAction()
         --m_depth;
         return;
     }
-    const auto changed = m_history.changed();
-    if (m_redraw || std::any_of(changed.begin(), changed.end(), [this](auto* item) { return changesDisplay(*item); }))
-        refreshSpread();
+    showChanges();
     m_history.finish(!m_sent);
     if (m_sent)
         m_history.clear();
@@ -56,6 +51,26 @@ void CellEditor::endAction()
     m_check.start();
     Q_EMIT edited();
     Q_EMIT historyChanged();
+}
+
+bool CellEditor::needsRedraw()
+{
+    const auto changed = m_history.changed();
+    return m_redraw ||
+           std::any_of(changed.begin(), changed.end(), [this](auto* item) { return changesDisplay(*item); });
+}
+
+void CellEditor::showChanges()
+{
+    if (needsRedraw())
+        refreshSpread();
+}
+
+// Values that are sent are marked as changed no longer.
+void CellEditor::noteSent(bool sent)
+{
+    m_sent = m_sent || sent;
+    m_redraw = m_redraw || sent;
 }
 
 bool CellEditor::changesDisplay(const clsData& changed)
@@ -68,7 +83,7 @@ bool CellEditor::changesDisplay(const clsData& changed)
                 m_decimalsSources.insert(m_kx.getDataByTag(tag));
         }
     }
-    return isSetting(changed.Key()) || m_decimalsSources.contains(&changed);
+    return decidesOthers(changed) || m_decimalsSources.contains(&changed);
 }
 
 bool CellEditor::isOpen(const clsData& item) const
@@ -210,9 +225,11 @@ void CellEditor::redo()
     Q_EMIT historyChanged();
 }
 
+// Also inside an action that reads or writes: its step goes too, what it has changed is still shown at its end.
 void CellEditor::clear()
 {
     m_history.clear();
+    m_sent = m_depth > 0;
     m_check.start();
     m_decimalsSources.clear();
     m_sourcesKnown = false;

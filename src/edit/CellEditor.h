@@ -85,7 +85,8 @@ public:
     // Lines of the event log, and what has gone out and so cannot be undone: for what works on the editor's behalf.
     void logItem(const clsData& item, const QString& word) const;
     void logEvent(const QString& line) const;
-    void noteSent(bool sent) { m_sent = m_sent || sent; }
+    void noteSent(bool sent);
+    void showChanges(); // what the action has changed so far decides how other cells are shown
 
 Q_SIGNALS:
     void edited();         // a user action has changed something, or was undone or redone
@@ -95,6 +96,7 @@ private:
     void beginAction();
     void endAction();
     bool changesDisplay(const clsData& changed);
+    bool needsRedraw();
     bool checkAsSet(const clsData& item);
     void putBack(clsData& item, const ItemState& before);
 

@@ -87,6 +87,11 @@ void EditHistory::redo()
 void EditHistory::clear()
 {
     m_steps.clear();
-    m_before.clear();
     m_next = 0;
+}
+
+void EditHistory::forgetItems()
+{
+    clear();
+    m_before.clear();
 }

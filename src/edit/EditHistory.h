@@ -11,7 +11,7 @@ class clsKX;
 // interlocks changed, items with and without a cell, their cells and the unit switch.
 //
 // begin before an action, finish after it; undo and redo outside of one. A step refers to the items of the model that
-// is loaded: clear before they go.
+// is loaded: forgetItems before they go.
 class EditHistory
 {
 public:
@@ -27,7 +27,8 @@ public:
     bool canRedo() const { return m_next < m_steps.size(); }
     void undo();
     void redo();
-    void clear();
+    void clear();       // all steps; an action that runs goes on
+    void forgetItems(); // the action that runs too
 
 private:
     struct Snapshot

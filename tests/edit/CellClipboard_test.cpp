@@ -66,6 +66,17 @@ TEST_F(Clipboard, PastesLikeEntries)
     }
 }
 
+// The decimal point comes last in the block, and all values are read with it; one of them looks as it did.
+TEST_F(Clipboard, SettingsOfABlockComeFirst)
+{
+    screen({QStringLiteral("A|Data|0|DOTSVDOT,-9,9,<=,<="), QStringLiteral("B|Data|5|DOTSVDOT,-9,9,<=,<="),
+            QStringLiteral("SVDOT|Combo|0||ComboStrings=0vbTab1vbTab3\nComboDatas=0vbTab1vbTab3")});
+    grid.setLocked(3, 1, false);
+    EXPECT_EQ(clipboard.paste({1, 1}, QStringLiteral("1.234\n5\n3")), 0);
+    EXPECT_EQ(shown(QStringLiteral("A B SVDOT")), "A=1.234 B=5.000 SVDOT=3");
+    EXPECT_EQ(item(QStringLiteral("B")).Data(), u"5000");
+}
+
 TEST_F(Clipboard, CopyAndPasteOfAllChangesNothing)
 {
     shipped(QStringLiteral("KX910"));

@@ -111,6 +111,26 @@ TEST_F(Editor, SendsTheInputRange)
     }
 }
 
+// What is read or written ends the steps of undo; what the action has changed is shown all the same.
+TEST_F(Editor, AChangeThatIsSentIsShownAtOnce)
+{
+    for (const bool sends : {true, false}) {
+        shipped(QStringLiteral("KX410"));
+        start(QStringLiteral("PQRNO=20 SVDOT=1 VQLIL=0 VQLIH=1000 VQSVL=0 VQSVH=1000 VQSV1=500 VQSV2=900"));
+        shell.sends = sends;
+        shell.inWrite = [&] {
+            editor.clear();
+            item(QStringLiteral("PQRNO")).Edit = sends ? 3 : EditState::kChanged;
+        };
+        editor.setData(QStringLiteral("PQRNO"), QStringLiteral("1"), true);
+        EXPECT_TRUE(cell(QStringLiteral("VQLIL")).locked);
+        EXPECT_EQ(shown(QStringLiteral("VQSV2")), "VQSV2=" + item(QStringLiteral("VQSV2")).VData().toStdString());
+        EXPECT_EQ(cell(QStringLiteral("PQRNO")).font.bold, !sends);
+        editor.setData(QStringLiteral("PQRNO"), QStringLiteral("1"), true);
+        EXPECT_EQ(cell(QStringLiteral("PQRNO")).font.bold, !sends) << "chosen again";
+    }
+}
+
 class History : public EditorFixture
 {};
 

@@ -20,12 +20,15 @@ public:
     bool sends = true;
     QStringList calls;
     std::function<void()> inDialog;
+    std::function<void()> inWrite;
 
     MainState state() const override { return stateNow; }
     bool isBusy() const override { return busy; }
     bool writeOne(const QString& tag) override
     {
         calls << QStringLiteral("one ") + tag;
+        if (inWrite)
+            inWrite();
         return sends;
     }
     bool writeBlock(clsBlock& block, bool readBack) override
@@ -33,14 +36,14 @@ public:
         calls << QStringLiteral("block %1%2").arg(block.m_lNo).arg(readBack ? u" and back" : u"");
         return sends;
     }
-    void openMultiSelect(clsData& item, const QString& section) override
-    {
-        calls << QStringLiteral("select %1 %2").arg(item.Key(), section);
     bool writeBlockThenOne(clsBlock* block, const QString& tag) override
     {
         calls << QStringLiteral("block %1 then %2").arg(block->m_lNo).arg(tag);
         return sends;
     }
+    void openMultiSelect(clsData& item, const QString& section) override
+    {
+        calls << QStringLiteral("select %1 %2").arg(item.Key(), section);
         if (inDialog)
             inDialog();
     }
