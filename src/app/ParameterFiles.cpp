@@ -135,6 +135,17 @@ void ParameterFiles::standFor(const QString& file)
     Q_EMIT fileChanged();
 }
 
+bool ParameterFiles::mayReplace() const
+{
+    const clsCfg& settings = m_program.settings();
+    if (m_file.isEmpty() || !settings.m_bComm || settings.m_bViewRecvConf)
+        return true;
+    const QString question = m_program.library().tranStr(QStringLiteral(
+        "The default values take the place of the values of %1. Changes that are not saved are lost. Go on?"));
+    return m_questions.showMessage(question.arg(QFileInfo(m_file).fileName()), MessageStyle::kYesNoExclamation) ==
+           MessageResult::kYes;
+}
+
 void ParameterFiles::forget()
 {
     m_file.clear();

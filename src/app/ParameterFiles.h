@@ -27,6 +27,8 @@ public:
     void openDataFile(MainState state);
     void openRecent(const QString& file, MainState state); // machine path
     void saveDataFile();
+    // Off-line a read replaces the values of the file by defaults: asked, unless a read asks by itself.
+    bool mayReplace() const;
     // The grid holds something else now: a controller's values, another model.
     void forget();
 

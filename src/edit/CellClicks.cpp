@@ -26,7 +26,7 @@ QString CellClicks::translated(const char* text) const
 
 bool CellClicks::isUpToDate()
 {
-    if (m_shell.state() == MainState::UpToDate)
+    if (m_kx.isOffLine() || m_shell.state() == MainState::UpToDate)
         return true;
     m_editor.tell(translated("Please acquire the up-to-date data from the equipment."), MessageStyle::kCritical);
     return false;
@@ -78,8 +78,7 @@ void CellClicks::switchBit(clsData& item)
 void CellClicks::writeUnit(const clsData& item, int col, int row)
 {
     m_interlocks.switchUnit(item);
-    const clsCfg* settings = m_kx.library().context().settings;
-    if (settings != nullptr && settings->m_bComm) {
+    if (m_kx.isOffLine()) {
         if (const clsData* range = m_kx.getDataByTag(kRangeTag))
             openSelect(range->Col(), range->Row());
         return;

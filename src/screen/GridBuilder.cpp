@@ -49,6 +49,8 @@ void GridBuilder::build()
     buildBlocks();
     buildLabels();
     buildItems();
+    if (m_owner.isOffLine())
+        m_owner.fillOffLine();
     fitSizes();
     m_grid.endUpdate();
     m_grid.setShown(true);

@@ -55,7 +55,7 @@ void GridRefresh::take(clsData& item)
     clsKXAdr* image = m_owner.ColAdr().find(item.RSection());
     if (image == nullptr)
         return;
-    const auto value = isOffLine() ? offLineValue(item, *image) : heldValue(item, *image);
+    const auto value = m_owner.isOffLine() ? offLineValue(item, *image) : heldValue(item, *image);
     item.setKnown(value.has_value());
     item.Edit = value ? EditState::kRead : EditState::kUntouched;
     if (!value)
@@ -65,21 +65,13 @@ void GridRefresh::take(clsData& item)
         m_owner.setUnitSwitch(m_owner.library().toLong(item.Data(), 0));
 }
 
+// The only text of a controller is its model string, and off-line that is the one that was chosen.
 std::optional<QString> GridRefresh::offLineValue(const clsData& item, const clsKXAdr& image) const
 {
-    const auto value = heldValue(item, image);
-    if (!value)
+    if (!heldValue(item, image))
         return std::nullopt;
-    if (item.DataLen() == 2)
-        return item.DefData();
     const bool isText = item.DataLen() >= 4 && item.MType() != ItemType::Data;
-    return isText ? m_owner.modelString() : value;
-}
-
-bool GridRefresh::isOffLine() const
-{
-    const clsCfg* settings = m_owner.library().context().settings;
-    return settings != nullptr && settings->m_bComm;
+    return isText ? m_owner.modelString() : item.DefData();
 }
 
 void GridRefresh::showAll()

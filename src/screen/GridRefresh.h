@@ -27,7 +27,6 @@ public:
 private:
     void take(clsData& item);
     std::optional<QString> offLineValue(const clsData& item, const clsKXAdr& image) const;
-    bool isOffLine() const;
     QString textOf(const clsData& item) const;
     void widen(const clsData& item);
 

@@ -7,6 +7,7 @@
 #include "MessagePresenter.h"
 #include "Numbers.h"
 #include "OptionExpression.h"
+#include "clsCfg.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
@@ -262,6 +263,19 @@ void clsKX::refreshSpread(bool bFromComm, const std::vector<clsBlock*>* colRefDa
     if (bFromComm)
         GridRefresh(*this).takeFromImages(colRefData);
     GridRefresh(*this).showAll();
+}
+
+bool clsKX::isOffLine() const
+{
+    const clsCfg* settings = m_library->context().settings;
+    return settings != nullptr && settings->m_bComm;
+}
+
+void clsKX::fillOffLine()
+{
+    for (int i = 0; i < m_images.count(); ++i)
+        m_images.at(i).markFilled();
+    refreshSpread(true, nullptr);
 }
 
 void clsKX::refreshCell(clsData& item)

@@ -76,6 +76,9 @@ public:
     // Redraws all visible items; with bFromComm first takes stored values from the memory images that hold data from
     // the controller, for all items or those of the blocks given. Items of an image that holds none are shown empty.
     void refreshSpread(bool bFromComm, const std::vector<clsBlock*>* colRefData);
+    // Off-line ("UseCommunicate") nothing is read: the images count as read and all items take their defaults.
+    bool isOffLine() const;
+    void fillOffLine();
     // Shows one item as changed (blue, bold).
     void refreshCell(clsData& item);
 

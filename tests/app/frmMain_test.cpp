@@ -304,6 +304,33 @@ TEST_F(MainWindow, SetsAreSavedAndOpenedOverWhatWasRead)
         << "the values are the controller's, not a file's";
 }
 
+// Off-line a read fills the grid with defaults: not without asking when that ends a file.
+TEST_F(MainWindow, OffLineAReadAsksBeforeItReplacesAFile)
+{
+    openSound(kLastModel + "UseCommunicate=True\n");
+    auto* grid = window->findChild<platform::vaSpread*>(QStringLiteral("sprMain"));
+    EXPECT_EQ(cell(2), u"0.7") << "the default, scaled";
+    EXPECT_EQ(panel("panelState"), u"default values");
+    EXPECT_EQ(window->state(), MainState::UpToDate);
+    window->setFileChooser([this](const FileQuestion&) { return dir.path() + QStringLiteral("/set.k41"); });
+    Q_EMIT grid->editChanged(1, 2, QStringLiteral("5.0"));
+    window->saveDataFile();
+    const QString question = QStringLiteral(
+        "The default values take the place of the values of set.k41. Changes that are not saved are lost. Go on?");
+    for (const int answer : {MessageResult::kNo, MessageResult::kYes}) {
+        asked.texts.clear();
+        asked.answer = answer;
+        recv()->trigger();
+        EXPECT_EQ(asked.texts, QStringList{question});
+        EXPECT_EQ(cell(2), answer == MessageResult::kYes ? u"0.7" : u"5.0");
+    }
+    recv()->trigger();
+    EXPECT_EQ(asked.texts.size(), 1) << "there is no file any more";
+    program->settings().m_bComm = false;
+    window->doCommCheck();
+    EXPECT_EQ(window->state(), MainState::NoConnection) << "defaults are not the controller's values";
+}
+
 TEST_F(MainWindow, RecentFilesAreOfferedAndForgottenWhenTheyAreGone)
 {
     openSound(kLastModel + "UseCommunicate=True\n");

@@ -111,6 +111,7 @@ TEST_F(Clicks, UnitOffLineOpensTheInputTable)
 {
     parameters();
     settings.m_bComm = true;
+    shell.stateNow = MainState::NoConnection;
     shell.inDialog = [this] { EXPECT_EQ(kx.unitSwitch(), 1); };
     const Everything before = everything();
     editor.clickCell(1, 2);

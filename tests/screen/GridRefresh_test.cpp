@@ -78,6 +78,26 @@ TEST_F(Refresh, UnitIsReadBeforeTheRange)
     }
 }
 
+// At the load as after a read, whatever the images hold: defaults, scaled; what no read fills stays as it is.
+TEST_F(Refresh, OffLineItemsTakeTheirDefaults)
+{
+    settings.m_bComm = true;
+    load(
+        "[Setting]\nDataMaxCount=5\nMaxRow=9\nMaxCol=1\n" +
+            dataSection(1, "DataLen=1\nKXAddress=8000\nCommRaedSection=Main\nDefaultData=12\nDataInfo=1,0,9,<=,<=,0") +
+            dataSection(2, "DataLen=2\nKXAddress=8000\nCommRaedSection=Main\nDefaultData=345\nDataInfo=2,0,9,<=,<=,0") +
+            dataSection(3, "DataLen=4\nKXAddress=8000\nCommRaedSection=Main\nDefaultData=5\nDataInfo=1,0,9,<=,<=,0") +
+            dataSection(4, "DataLen=14\nKXAddress=8000\nCommRaedSection=Main\nDefaultData=x\nCellType=String") +
+            dataSection(5, "DataLen=1\nKXAddress=8000\nCommRaedSection=Main\nDefaultData=1\nCellType=Bit\nBitMask=1"),
+        kComm);
+    for (const char* when : {"load", "read"}) {
+        const QStringList texts{text(1), text(2), text(3), text(4), text(5)};
+        EXPECT_EQ(texts.join(u' '), u"1.2 3.45 0.5 KX41000000-10A On") << when;
+        answer(0, QByteArray("\7\7\7\0", 4));
+        kx.refreshSpread(true, nullptr);
+    }
+}
+
 TEST_F(Refresh, MissingTablesAreToldOnce)
 {
     RecordingMessages::Record told;

@@ -146,6 +146,8 @@ PROGRAM_TEXTS = (
     ("not read", "未受信"),
     ("not connected", "未接続"),
     ("default values", "初期値"),
+    ("The default values take the place of the values of %1. Changes that are not saved are lost. Go on?",
+     "%1 の値を初期値に置き換えます。保存していない変更は失われます。続行しますか？"),
     ("read at %1", "%1 受信"),
     ("%1 parameters not read (%2)", "未受信パラメータ %1 個 (%2)"),
     ("nothing read: the comm file holds no read commands", "未受信: 通信定義ファイルに読出しコマンドがありません"),

@@ -37,6 +37,7 @@
 #include <QStackedWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -294,6 +295,7 @@ void frmMain::tranForm()
     translateControls();
     setState(MainState::NoConnection);
     m_selections.closeAll();
+    m_wasOffLine = m_program.settings().m_bComm;
     m_clsKX.load(m_lModelNo, &m_program.library(), modelPanel());
     m_files->forget();
     showGridOrHint();
@@ -303,7 +305,7 @@ void frmMain::tranForm()
 
 void frmMain::getDataFromKX(const std::vector<clsBlock*>* colRefData)
 {
-    if (m_engine->isBusy())
+    if (m_engine->isBusy() || (colRefData == nullptr && !m_files->mayReplace()))
         return;
     m_engine->getDataFromKX(colRefData);
 }
@@ -446,6 +448,23 @@ void frmMain::showTraffic()
     m_traffic->activateWindow();
 }
 
+MainState frmMain::state() const
+{
+    return m_program.settings().m_bComm ? MainState::UpToDate : m_eState;
+}
+
+// What was there before the options changed to on-line or off-line work is no controller's current data.
+void frmMain::doCommCheck()
+{
+    const bool isOffLine = m_program.settings().m_bComm;
+    if (isOffLine != std::exchange(m_wasOffLine, isOffLine)) {
+        if (isOffLine && m_eState != MainState::UpToDate)
+            m_clsKX.fillOffLine();
+        setState(MainState::NoConnection);
+    }
+    m_timer1.start();
+}
+
 void frmMain::setState(MainState state)
 {
     m_eState = state;
@@ -467,10 +486,10 @@ void frmMain::showLinkStatus()
 
 void frmMain::showReadStatus()
 {
-    const ReadStatus status{m_eState, m_engine->activity(), m_program.settings().m_bComm, countUnread(m_clsKX),
+    const ReadStatus status{state(),  m_engine->activity(), m_program.settings().m_bComm, countUnread(m_clsKX),
                             m_readAt, m_engine->lastRead()};
     // Before a read the cells hold the definition's defaults, which must not be taken for the controller's values.
-    m_sprMain->setPale(m_eState != MainState::UpToDate && !m_program.settings().m_bComm);
+    m_sprMain->setPale(state() != MainState::UpToDate);
     const TranslateText tran = m_program.library().translation();
     m_stbMain->setStateText(readStatusText(status, tran), readStatusToolTip(status, tran));
 }
@@ -496,8 +515,7 @@ void frmMain::enableRecent()
 // When the menu is about to be looked at.
 void frmMain::showRecent()
 {
-    m_menus->showRecent(m_files->recent().files(),
-                        [this](const QString& file) { m_files->openRecent(file, m_eState); });
+    m_menus->showRecent(m_files->recent().files(), [this](const QString& file) { m_files->openRecent(file, state()); });
 }
 
 QString frmMain::helpFile() const

@@ -81,11 +81,11 @@ public:
     void getDataFromKX(const std::vector<clsBlock*>* colRefData = nullptr);
     void setDataToKXAll();
     void ProgCancel(int Index) { m_engine->ProgCancel(Index); }
-    void openDataFile() { m_files->openDataFile(m_eState); }
+    void openDataFile() { m_files->openDataFile(state()); }
     void saveDataFile() { m_files->saveDataFile(); }
     void setFileChooser(const FileChooser& chooser) { m_files->setChooser(chooser); }
     // Opens the communication settings once the event at hand has ended, unless the program works off-line.
-    void doCommCheck() override { m_timer1.start(); }
+    void doCommCheck() override;
     void showOption();
     void showVersion();
     void showTraffic();
@@ -93,7 +93,7 @@ public:
     void closeWithoutQuestion();
     QString helpFile() const; // of the language in use, desktop path
 
-    MainState state() const override { return m_eState; }
+    MainState state() const override; // off-line the grid always holds what there is
     void setState(MainState state) override;
     int slaveAddress() const override { return m_lDevNo; }
     int transmissionMode() const override { return m_MDBSTMode; }
@@ -181,6 +181,7 @@ private:
     int m_lDevNo = 1;
     int m_MDBSTMode = 0;
     MainState m_eState = MainState::NoConnection;
+    bool m_wasOffLine = false; // when the grid was filled
     QDateTime m_readAt;
     QString m_caption;             // of the window, without what it shows
     bool m_settingsWanted = false; // the communication settings are to open, or to open once more
