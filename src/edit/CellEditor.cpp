@@ -2,6 +2,7 @@
 
 #include "EntryOrder.h"
 #include "GridRefresh.h"
+#include "ItemLimits.h"
 #include "MessagePresenter.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
@@ -53,17 +54,34 @@ void CellEditor::endAction()
     Q_EMIT historyChanged();
 }
 
-bool CellEditor::needsRedraw()
+bool CellEditor::decidesDisplay(const std::vector<const clsData*>& changed)
 {
-    const auto changed = m_history.changed();
     return m_redraw ||
            std::any_of(changed.begin(), changed.end(), [this](auto* item) { return changesDisplay(*item); });
 }
 
 void CellEditor::showChanges()
 {
-    if (needsRedraw())
+    const auto changed = m_history.changed();
+    if (decidesDisplay(changed))
         refreshSpread();
+    else
+        showLimited(changed);
+}
+
+// How a changed value is shown depends on its limits.
+void CellEditor::showLimited(const std::vector<const clsData*>& changed)
+{
+    const auto hasChanged = [&](const QString& tag) {
+        return std::find(changed.begin(), changed.end(), m_kx.getDataByTag(tag)) != changed.end();
+    };
+    for (const auto& item : m_kx.items()) {
+        if (item->Edit != EditState::kChanged || !item->Visible())
+            continue;
+        const QStringList sources = limitSources(*item);
+        if (std::any_of(sources.begin(), sources.end(), hasChanged))
+            GridRefresh(m_kx).show(*item);
+    }
 }
 
 // Values that are sent are marked as changed no longer.

@@ -10,6 +10,8 @@
 #include <QSet>
 #include <QString>
 
+#include <vector>
+
 class MessagePresenter;
 
 // The editing of the parameter grid: what a person or the program enters is held against the parameter's limits, taken,
@@ -96,7 +98,8 @@ private:
     void beginAction();
     void endAction();
     bool changesDisplay(const clsData& changed);
-    bool needsRedraw();
+    bool decidesDisplay(const std::vector<const clsData*>& changed);
+    void showLimited(const std::vector<const clsData*>& changed);
     bool checkAsSet(const clsData& item);
     void putBack(clsData& item, const ItemState& before);
 

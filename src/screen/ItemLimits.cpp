@@ -5,8 +5,6 @@
 #include "clsKX.h"
 #include "clsLibrary.h"
 
-#include <QStringList>
-
 namespace {
 
 const QString kInclusive = QStringLiteral("<=");
@@ -69,6 +67,26 @@ bool isAllowed(const clsData& item)
 {
     const bool isNumber = item.MType() == ItemType::Data && !item.showsStoredText();
     return isNumber ? isWithinLimits(item) : item.isAmongChoices();
+}
+
+QStringList limitSources(const clsData& item)
+{
+    QStringList tags;
+    const LimitTexts& texts = item.limitTexts();
+    for (const QString& text : {texts.currentLower, texts.currentUpper, texts.definedLower, texts.definedUpper}) {
+        if (text.startsWith(u"TAG", Qt::CaseInsensitive))
+            tags << text.mid(3);
+    }
+    const QString tag = item.Key();
+    if (tag == u"VQP1")
+        tags << QStringLiteral("PIDONOF");
+    else if (tag == u"VQODB")
+        tags << QStringLiteral("VQP1");
+    else if (tag == u"VQOH1")
+        tags << QStringLiteral("VQOL1");
+    else if (tag == u"VQOL1")
+        tags << QStringLiteral("VQOH1");
+    return tags;
 }
 
 QString ItemLimits::rawLower() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class clsData;
 class clsKX;
@@ -22,6 +23,8 @@ class clsData;
 bool isWithinLimits(const clsData& item);
 // Whether the item may go out: a number within its limits, or a choice that exists.
 bool isAllowed(const clsData& item);
+// Tags whose values decide the limits of the item, besides the settings that decide how others are read.
+QStringList limitSources(const clsData& item);
 // left, operator ("=", "<>", "<", "<=", "=<", ">", ">=", "=>"), right, as single-precision numbers.
 bool compareNumbers(const QString& left, const QString& sign, const QString& right);
 

@@ -415,8 +415,10 @@ void WriteTransfer::noteResult(clsKXAdr& image, int i, bool good)
             continue;
         if (!isDirect && good)
             m_parts.kx.ColAdr().find(item->WSection())->accept(item->Address(), item->DataLen());
-        if (chosen.carried != Chosen::Carried::Failed)
-            chosen.carried = good ? Chosen::Carried::Yes : Chosen::Carried::Failed;
+        if (!good)
+            chosen.carried = Chosen::Carried::Failed;
+        else if (chosen.carried == Chosen::Carried::No && item->WSection() == image.Section())
+            chosen.carried = Chosen::Carried::Yes;
     }
 }
 

@@ -131,6 +131,22 @@ TEST_F(Editor, AChangeThatIsSentIsShownAtOnce)
     }
 }
 
+// How a changed value is shown depends on its limits: on those of its definition, and on those of its tag.
+TEST_F(Editor, AChangedLimitShowsWhatItLimits)
+{
+    screen({QStringLiteral("HI|Data|5|0,0,99,<=,<="), QStringLiteral("A|Data|1|0,0,TAGHI,<=,<="),
+            QStringLiteral("VQOL1|Data|1|0,0,99,<=,<="), QStringLiteral("VQOH1|Data|1|0,0,99,<=,<="),
+            QStringLiteral("B|Data|1|0,0,99,<=,<=")});
+    for (const char* entry : {"A=2", "VQOH1=2", "B=2"})
+        enter(QLatin1String(entry));
+    for (const int row : {2, 4, 5})
+        grid.setText(row, 1, QStringLiteral("old"));
+    enter(QStringLiteral("HI=6"));
+    EXPECT_EQ(shown(QStringLiteral("A VQOH1 B")), "A=2 VQOH1=old B=old");
+    enter(QStringLiteral("VQOL1=3"));
+    EXPECT_EQ(shown(QStringLiteral("A VQOH1 B")), "A=2 VQOH1=2 B=old");
+}
+
 class History : public EditorFixture
 {};
 

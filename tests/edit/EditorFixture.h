@@ -2,6 +2,7 @@
 
 #include "../screen/ScreenFixture.h"
 #include "CellEditor.h"
+#include "ItemLimits.h"
 #include "ModelCatalogue.h"
 #include "RecordingMessages.h"
 #include "clsLog.h"
@@ -150,7 +151,8 @@ protected:
         for (const auto& one : kx.items()) {
             const bool isMarked = one->Edit == EditState::kChanged;
             const platform::Cell& its = grid.cell(one->Row(), one->Col());
-            const bool isBlue = its.font.bold && its.foreColor == 0xFF0000U;
+            const auto expected = isAllowed(*one) ? 0xFF0000U : 0x0000FFU; // blue; red is not sent
+            const bool isBlue = its.font.bold && its.foreColor == expected;
             if (isMarked || (one->Visible() && isBlue))
                 list << (!one->Visible() || isBlue == isMarked ? QString() : QStringLiteral("!")) + one->Key();
         }
