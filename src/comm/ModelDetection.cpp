@@ -83,7 +83,7 @@ bool ModelDetection::getModelFromKX(int lSlaveNo, const QString& sAdr)
     m_wait.arm();
     m_waiting = true;
     const QString refusal = m_link.sendMsg(m_clsModbus.GetSendMessage(), m_clsModbus.RecvSize());
-    if (!refusal.isEmpty()) {
+    if (!refusal.isEmpty() && !m_stopped) {
         m_waiting = false;
         m_modelString = modelcodes::kNothing;
         fail(m_link.errorText().isEmpty() ? refusal : m_link.errorText());
@@ -119,6 +119,7 @@ void ModelDetection::waitForAnswer()
 void ModelDetection::stop()
 {
     m_stopped = true;
+    m_link.cancelSend();
     m_wait.finish();
 }
 

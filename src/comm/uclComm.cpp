@@ -3,8 +3,12 @@
 #include "EventWait.h"
 #include "FileLocations.h"
 #include "IniBatch.h"
+#include "ProgramContext.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
+
+#include <QCoreApplication>
+#include <QProcessEnvironment>
 
 #include <algorithm>
 
@@ -78,6 +82,16 @@ void uclComm::init(int lNo, clsLibrary* oLib)
     load(lNo);
 }
 
+clsLibrary& uclComm::library()
+{
+    if (m_library == nullptr) {
+        m_ownProgram = std::make_unique<ProgramContext>(QCoreApplication::applicationDirPath(),
+                                                        QProcessEnvironment::systemEnvironment(), m_colors);
+        m_library = &m_ownProgram->library();
+    }
+    return *m_library;
+}
+
 QString uclComm::section() const
 {
     return QStringLiteral("Comm%1").arg(m_linkNo);
@@ -101,7 +115,7 @@ void uclComm::load(int lNo)
 {
     m_linkNo = lNo;
     {
-        IniBatch batch(m_library->context());
+        IniBatch batch(library().context());
         configure(lNo);
         batch.commitLogged();
     }
@@ -111,11 +125,11 @@ void uclComm::load(int lNo)
 void uclComm::configure(int lNo)
 {
     Q_UNUSED(lNo);
-    clsINI ini = mainSettings(m_library->context());
+    const clsLibrary& library = this->library();
+    clsINI ini = mainSettings(library.context());
     const auto text = [&](const char* key, const char* defaultText) {
         return ini.GetIniData(section(), QLatin1String(key), QLatin1String(defaultText));
     };
-    const clsLibrary& library = *m_library;
     m_timeOut = library.toLong(text("RecieveTimeOut(s)", "5"), kDefaultTimeOut);
     termComm();
     m_speed = text("CommSpeed", "9600");
@@ -166,8 +180,8 @@ QString uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& 
 
 QString uclComm::save()
 {
-    clsINI ini = mainSettings(m_library->context());
-    IniBatch batch(m_library->context());
+    clsINI ini = mainSettings(library().context());
+    IniBatch batch(library().context());
     ini.PutIniData(section(), QStringLiteral("CommPortNo"), m_port);
     ini.PutIniData(section(), QStringLiteral("CommSpeed"), m_speed);
     ini.PutIniData(section(), QStringLiteral("CommProtocolCharacter"), m_chara);
@@ -178,15 +192,16 @@ QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize)
 {
     if (m_state != LinkState::Idle)
         return kNotIdle;
+    const unsigned sending = ++m_sendings;
+    m_comm.Input();
+    platform::dispatchPendingEvents();
+    // While events ran the port may have been lost, the request given up, or another one sent.
+    if (m_state != LinkState::Idle || sending != m_sendings)
+        return kNotIdle;
+    m_comm.discardInput();
     m_expected = std::clamp(lRecvSize, 0, kMaxReplyBytes);
     m_comm.setRThreshold(m_expected);
     m_sent = bBuff;
-    m_timer->start(kTickMs);
-    m_comm.Input();
-    platform::dispatchPendingEvents();
-    if (m_state != LinkState::Idle)
-        return kNotIdle; // the port was lost while events ran
-    m_comm.Input();      // what the machine still held has come in with the events
     m_lastActivity = wholeSeconds(m_clock.now());
     m_received.clear();
     if (!m_comm.Output(m_sent)) {
@@ -194,6 +209,7 @@ QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize)
         return kNotIdle;
     }
     m_state = LinkState::Waiting;
+    m_timer->start(kTickMs);
     return {};
 }
 
@@ -240,6 +256,7 @@ void uclComm::checkRecv()
         return;
     }
     if (m_lastActivity.secsTo(wholeSeconds(m_clock.now())) > m_timeOut) {
+        m_comm.discardOutput(); // or a line that was held would get all that was given up, with the next request
         endWait(LinkState::Idle);
         Q_EMIT RecieveError(m_sent, replyBuffer(), kTimeout);
     }

@@ -2,6 +2,7 @@
 
 #include "Clock.h"
 #include "MSComm.h"
+#include "SystemColors.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -10,6 +11,7 @@
 
 #include <memory>
 
+class ProgramContext;
 class clsLibrary;
 
 // The serial link: sends one request frame at a time and collects the reply until the expected number of bytes has
@@ -32,7 +34,8 @@ public:
     uclComm(const platform::ComPorts& ports, platform::Clock& clock, QObject* parent = nullptr);
     ~uclComm() override;
 
-    void init(int lNo, clsLibrary* oLib);
+    // Without a library the link makes one of its own, for the folders of the running program.
+    void init(int lNo, clsLibrary* oLib = nullptr);
     void load(int lNo);
     bool openComm(); // false: errorText tells why
     bool termComm(); // always false
@@ -47,7 +50,9 @@ public:
     void setCommVisible(bool visible) { m_visible = visible; }
 
     // "" when the frame went out; else why not, and nothing was done.
+    // Events run before it goes out: a request that is given up meanwhile by cancelSend does not go out.
     QString sendMsg(const QByteArray& bBuff, int lRecvSize);
+    void cancelSend() { ++m_sendings; }
 
     int State() const { return static_cast<int>(m_state); } // 0 closed, 1 idle, 3 waiting for a reply
     QString errorText() const; // why the port is not open, with the remedy, in the user's language
@@ -60,6 +65,7 @@ Q_SIGNALS:
     void RecieveError(const QByteArray& bSBuff, const QByteArray& bRBuff, const QString& sError);
 
 private:
+    clsLibrary& library();
     QString section() const;
     void configure(int lNo);
     void onCommEvent();
@@ -73,6 +79,8 @@ private:
     platform::Clock& m_clock;
     platform::MSComm m_comm;
     std::unique_ptr<platform::Timer> m_timer;
+    platform::SystemColors m_colors;
+    std::unique_ptr<ProgramContext> m_ownProgram; // for a link that was given no library
     clsLibrary* m_library = nullptr;
     int m_linkNo = 0;
     bool m_visible = false;
@@ -85,4 +93,5 @@ private:
     QByteArray m_sent;
     QByteArray m_received;
     int m_expected = 0;
+    unsigned m_sendings = 0; // calls of sendMsg and cancelSend: whether another one has come in between
 };

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <fcntl.h>
 #include <optional>
+#include <poll.h>
 #include <unistd.h>
 
 namespace platform {
@@ -19,6 +20,7 @@ namespace platform {
 namespace {
 
 constexpr int kMaxPort = 99;
+constexpr int kMaxFlushes = 100; // a line that never falls silent is no reason to wait
 const QString kNotOpened = QStringLiteral("COM%1 (%2) cannot be opened");
 const QString kLost = QStringLiteral("COM%1 (%2) was lost");
 
@@ -79,6 +81,19 @@ bool isTerminal(const QString& device)
 bool isPseudoTerminal(const QString& device)
 {
     return QFileInfo(device).canonicalFilePath().startsWith(QStringLiteral("/dev/pts/"));
+}
+
+// The one name of a device that may have several: the lock that keeps other programs off goes by the name.
+QString realName(const QString& device)
+{
+    return QFileInfo(QDir(QStringLiteral("/dev")).absoluteFilePath(device)).canonicalFilePath();
+}
+
+// Whether one of the events has come, or the device has gone.
+bool isReady(int fd, short events)
+{
+    pollfd state{fd, events, 0};
+    return poll(&state, 1, 0) > 0;
 }
 
 QString reasonOf(QSerialPort::SerialPortError error, const QString& device)
@@ -238,10 +253,11 @@ bool MSComm::setPortOpen(bool open)
         return false;
     }
     m_device = device;
-    m_port.setPortName(device);
     m_trouble = {};
+    const QString name = realName(device);
+    m_port.setPortName(name);
     // Opening begins with a lock file that is flushed to the disk: not for an adapter that is not there.
-    if (!QFileInfo::exists(QDir(QStringLiteral("/dev")).absoluteFilePath(device))) {
+    if (name.isEmpty()) {
         m_trouble = {kNotOpened, reasonOf(QSerialPort::DeviceNotFoundError, device)};
         return false;
     }
@@ -292,11 +308,28 @@ QByteArray MSComm::Input()
     return bytes;
 }
 
+// The kernel hands the bytes up in pieces: it is empty when nothing more is ready behind a flush.
+void MSComm::discardInput()
+{
+    Input();
+    for (int i = 0; m_port.isOpen() && i < kMaxFlushes && isReady(m_port.handle(), POLLIN); ++i)
+        m_port.clear(QSerialPort::Input);
+}
+
+void MSComm::discardOutput()
+{
+    if (m_port.isOpen())
+        m_port.clear(QSerialPort::Output);
+}
+
 bool MSComm::Output(const QByteArray& bytes)
 {
     if (!m_port.isOpen() || m_port.write(bytes) != bytes.size())
         return false;
-    m_port.flush();
+    // While the line takes nothing (the far end holds it, say) the bytes wait: a write now would fail as if the adapter
+    // had gone.
+    if (isReady(m_port.handle(), POLLOUT))
+        m_port.flush();
     return m_port.isOpen();
 }
 

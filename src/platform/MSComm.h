@@ -75,6 +75,8 @@ public:
     QString device() const { return m_device; } // that the port stood for at the last opening
 
     QByteArray Input();                   // takes everything out of the input buffer
+    void discardInput();                  // what has come by now, also what the kernel still holds
+    void discardOutput();                 // what has not gone out yet
     bool Output(const QByteArray& bytes); // false when the port is closed
     CommEvent Event() const;              // what the last OnComm told
 

@@ -1,5 +1,6 @@
 #include "RequestChannel.h"
 
+#include "FunctionCodes.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
 #include "uclComm.h"
@@ -163,6 +164,7 @@ void RequestChannel::pause(int milliseconds)
 void RequestChannel::abort()
 {
     m_abort = true;
+    m_parts.link.cancelSend();
     m_waiting.finish();
 }
 
@@ -197,7 +199,28 @@ bool RequestChannel::isSound(const QByteArray& received)
         m_reason = tran("the reply belongs to another request");
         return false;
     }
+    if (!announcesItsBytes(bytes)) {
+        m_reason = tran("bad reply (error %1)").arg(clsModbus::kBadReply);
+        return false;
+    }
     return true;
+}
+
+// The replies that say how many bytes of values follow; the length on the line is right by now.
+bool RequestChannel::announcesItsBytes(const QByteArray& frame) const
+{
+    const qsizetype check = m_clsModbus.TransmissionMode() == 1 ? 1 : 2;
+    switch (m_functionCode) {
+    case functioncode::kReadCoils:
+    case functioncode::kReadDiscreteInputs:
+    case functioncode::kReadHoldingRegisters:
+    case functioncode::kReadInputRegisters:
+        return static_cast<quint8>(frame[2]) == frame.size() - 3 - check;
+    case functioncode::kReadFloats:
+        return static_cast<quint8>(frame[3]) == frame.size() - 4 - check;
+    default:
+        return true;
+    }
 }
 
 // Bytes of the binary frame with its check value. In ASCII mode the frame ends with its carriage return: what the line

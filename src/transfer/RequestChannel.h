@@ -102,6 +102,7 @@ private:
     void onSuccess(const QByteArray& sent, const QByteArray& received);
     void onError(const QByteArray& sent, const QByteArray& received, const QString& text);
     bool isSound(const QByteArray& received);
+    bool announcesItsBytes(const QByteArray& frame) const;
     qsizetype expectedFrameBytes() const;
     void finish(Result result);
     QString tran(const char* english) const;

@@ -6,8 +6,13 @@
 #include "clsLibrary.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QSignalSpy>
+#include <QTimer>
 #include <gtest/gtest.h>
+
+#include <functional>
+#include <tuple>
 
 namespace {
 
@@ -90,7 +95,7 @@ TEST_F(Link, BytesThatWaitInTheMachineAreDroppedToo)
     box.clock.advance(7000);
     ASSERT_EQ(bad->size(), 1);
     bad->clear();
-    controller->send("late"); // no event has run since: only the operating system has them
+    controller->send(QByteArray(10000, 'x')); // no event has run since: only the operating system has them
     late = false;
     link->sendMsg(kRequest, 10);
     expectReply(kReply);
@@ -133,6 +138,57 @@ TEST_F(Link, RefusesASecondRequestWhileWaiting)
     EXPECT_EQ(link->sendMsg(kRequest, 10), kNotIdle);
     settle();
     EXPECT_EQ(controller->requests(), 1);
+}
+
+// What may come up while events run, before the request goes out.
+TEST_F(Link, EventsBeforeTheRequest)
+{
+    const std::tuple<const char*, std::function<void()>, bool> rows[] = {
+        {"opened anew", [this] { link->openComm(); }, true},
+        {"given up", [this] { link->cancelSend(); }, false},
+        {"another one sent", [this] { link->sendMsg("other", 10); }, false}};
+    for (const auto& [name, act, goesOut] : rows) {
+        SCOPED_TRACE(name);
+        plug(silence);
+        QTimer::singleShot(0, link.get(), act);
+        EXPECT_EQ(link->sendMsg(kRequest, 10), goesOut ? QString() : kNotIdle);
+        const bool waits = link->State() == 3;
+        box.clock.advance(7000);
+        EXPECT_EQ(bad->size(), waits ? 1 : 0) << "no wait without an end";
+        EXPECT_EQ(link->State(), 1);
+    }
+}
+
+// A far end that holds the line for a while (XOFF) is no lost adapter, and gets nothing that was given up meanwhile.
+TEST_F(Link, ALineThatIsHeld)
+{
+    library.getIniFilePath(QStringLiteral("Main"));
+    ASSERT_TRUE(box.put(QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini"), "[Comm1]\nHandshaking=1\n"));
+    QByteArray arrived;
+    plug([&](const QByteArray& bytes) {
+        arrived += bytes;
+        return kReply;
+    });
+    controller->send("\x13");
+    settle();
+    EXPECT_EQ(link->sendMsg("given up", 10), QString());
+    settle();
+    box.clock.advance(7000);
+    expectOneError("Timeout");
+    EXPECT_EQ(link->sendMsg(kRequest, 10), QString());
+    settle();
+    controller->send("\x11");
+    ASSERT_TRUE(good->size() == 1 || good->wait());
+    EXPECT_EQ(arrived, kRequest);
+}
+
+TEST_F(Link, WithoutALibraryItMakesItsOwn)
+{
+    for (const char* variable : {"VORLANT_PROGRAM_DIR", "XDG_CONFIG_HOME"})
+        qputenv(variable, QFile::encodeName(box.dir.path()));
+    uclComm own(ports, box.clock);
+    own.init(1);
+    EXPECT_EQ(own.Speed() + u',' + own.Chara(), u"9600,N,8,1");
 }
 
 TEST_F(Link, UnpluggedWhileWaitingEndsInOneError)

@@ -3,7 +3,9 @@
 #include "ScriptedController.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using platform::CommEvent;
@@ -125,6 +127,13 @@ TEST_F(SerialControl, RefusesAPortThatIsInUse)
     ASSERT_TRUE(other.setPortOpen(true));
     const QString reason = failure(1);
     EXPECT_TRUE(reason.contains(QStringLiteral("in use"))) << qPrintable(reason);
+    QTemporaryDir dir;
+    const QString otherName = dir.filePath(QStringLiteral("controller"));
+    ASSERT_TRUE(QFile::link(line.device(), otherName));
+    ports.assign(4, otherName);
+    const QString sameReason = failure(4);
+    EXPECT_TRUE(sameReason.contains(QStringLiteral("COM4 (%1)").arg(otherName))) << qPrintable(sameReason);
+    EXPECT_TRUE(sameReason.contains(QStringLiteral("in use"))) << qPrintable(sameReason);
     other.setPortOpen(false);
     EXPECT_TRUE(comm.setPortOpen(true));
 }

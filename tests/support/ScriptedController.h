@@ -25,6 +25,8 @@ public:
         char name[128] = {};
         termios raw{};
         cfmakeraw(&raw);
+        raw.c_cc[VSTART] = 0x11; // XON and XOFF, for a line that uses them
+        raw.c_cc[VSTOP] = 0x13;
         if (openpty(&m_master, &m_slave, name, &raw, nullptr) != 0)
             throw std::runtime_error("no pseudo-terminal");
         // A program that a test starts must not hold the line: then it could not be unplugged.

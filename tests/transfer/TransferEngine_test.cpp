@@ -2,6 +2,7 @@
 #include "SoundController.h"
 #include "TransferFixture.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 namespace {
@@ -78,6 +79,28 @@ TEST_F(Read, UnpluggedInTheMiddleStops)
     EXPECT_EQ(user.current, MainState::Confirmed);
     EXPECT_EQ(user.messages, QStringList{QStringLiteral("Reception error occurred.[-1]")});
     EXPECT_FALSE(engine->isBusy());
+}
+
+// Before the first request goes out, while events run.
+TEST_F(Read, NothingIsSentBehindAnAbort)
+{
+    plug([](const QByteArray& request) { return soundController::reply(request); });
+    QTimer::singleShot(0, engine.get(), [this] { engine->abort(); });
+    engine->getDataFromKX(nullptr);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(controller->requests(), 0);
+    EXPECT_EQ(engine->lastRead().outcome, ReadOutcome::Aborted);
+}
+
+TEST_F(Read, AReplyThatAnnouncesAnotherNumberOfBytesIsRepeated)
+{
+    plug([this](const QByteArray& request) {
+        return controller->requests() == 3 ? soundController::rtu(QByteArray::fromHex("0104000064"))
+                                           : soundController::reply(request);
+    });
+    engine->getDataFromKX(nullptr);
+    EXPECT_EQ(controller->requests(), 4);
+    EXPECT_EQ(cell(3), u"42");
 }
 
 TEST_F(Read, CancelIsHonouredAfterAFailure)
