@@ -29,10 +29,14 @@ QByteArray big16(qint32 value)
     return clsModbus::IntToByte(static_cast<qint16>(value));
 }
 
-QByteArray big32(qint32 value)
+// The controllers' form of a memory address, most significant byte first. Each byte comes from a division that rounds
+// to zero: a negative address, such as a four-digit one that was read as 16 bits, gives leading zero bytes.
+QByteArray memoryAddress(qint32 address)
 {
-    const auto bits = static_cast<quint32>(value);
-    return big16(static_cast<qint32>(bits >> 16U)) + big16(static_cast<qint32>(bits & 0xFFFFU));
+    QByteArray bytes;
+    for (const qint32 divisor : {1 << 24, 1 << 16, 1 << 8, 1})
+        bytes += static_cast<char>(address / divisor & 0xFF);
+    return bytes;
 }
 
 // Least significant byte first, as function codes 70 and 71 carry a single.
@@ -166,15 +170,15 @@ bool clsModbus::WriteFloatingData(qint32 SetRefNumber, const std::vector<float>&
 bool clsModbus::ReadDirectMemory(qint32 StartMemoryAddress, qint32 Count)
 {
     checkCount(Count, kMaxCount, QStringLiteral("ReadDirectMemory"));
-    return request(functioncode::kMemory, QByteArray(1, '\0') + big32(StartMemoryAddress) + static_cast<char>(Count),
-                   2 + Count);
+    return request(functioncode::kMemory,
+                   QByteArray(1, '\0') + memoryAddress(StartMemoryAddress) + static_cast<char>(Count), 2 + Count);
 }
 
 bool clsModbus::WriteDirectMemory(qint32 StartMemoryAddress, qint32 Count)
 {
     checkCount(Count, kMaxCount, QStringLiteral("WriteDirectMemory"));
     return request(functioncode::kMemory,
-                   QByteArray(1, '\1') + big32(StartMemoryAddress) + static_cast<char>(Count) +
+                   QByteArray(1, '\1') + memoryAddress(StartMemoryAddress) + static_cast<char>(Count) +
                        DigitalVals().bytes.left(Count),
                    6);
 }

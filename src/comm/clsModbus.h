@@ -24,6 +24,7 @@ class clsModbus : public QObject
 
 public:
     static constexpr int kValues = 120; // values of each kind, index 1 to 120
+    static constexpr int kReceiveBytes = 513;
 
     // Error codes beside the exception codes 1 to 255 that the controller sends.
     static constexpr int kNoError = 0;
@@ -71,7 +72,7 @@ public:
     bool IsRetryError() const { return m_errorCode < 1 || m_errorCode > 18; }
 
     QByteArray GetSendMessage() const { return m_wire; }
-    QByteArray GetRecvMessage() const { return m_received; }
+    QByteArray GetRecvMessage() const { return m_received.left(m_recvSize); } // RecvSize bytes
 
     // Checks the first lngRecvSize bytes. In ASCII mode bytRecv holds the decoded frame afterwards.
     bool SetRecvMessage(QByteArray& bytRecv, qint32 lngRecvSize);
@@ -135,9 +136,9 @@ private:
     bool m_masterMode = false;
     int m_slaveAddress = 0;
     int m_errorCode = kNoError;
-    QByteArray m_request; // binary frame without check value
-    QByteArray m_wire;    // the same as it goes out
-    QByteArray m_received;
+    QByteArray m_request;                                    // binary frame without check value
+    QByteArray m_wire;                                       // the same as it goes out
+    QByteArray m_received = QByteArray(kReceiveBytes, '\0'); // the last accepted reply, from the first byte on
     int m_recvSize = 0;
     std::array<qint16, kValues> m_registers{};
     std::array<float, kValues> m_floats{};

@@ -2,7 +2,6 @@
 
 #include "ModbusFrame.h"
 
-#include <algorithm>
 #include <bit>
 
 // The receiving half of clsModbus as a master: the check of a frame and the interpretation of a reply.
@@ -10,6 +9,7 @@
 namespace {
 
 constexpr int kExceptionMark = 129;
+constexpr int kMinFrameBytes = 2; // address and function code
 
 quint8 byteAt(const QByteArray& bytes, qsizetype index)
 {
@@ -28,8 +28,8 @@ bool clsModbus::SetRecvMessage(QByteArray& bytRecv, qint32 lngRecvSize)
 {
     m_errorCode = kNoError;
     QByteArray frame;
-    const qsizetype length = std::clamp<qsizetype>(lngRecvSize, 0, bytRecv.size());
-    bool valid = checkFrame(bytRecv, length, frame);
+    const bool isThere = lngRecvSize >= 0 && lngRecvSize <= bytRecv.size();
+    bool valid = isThere && checkFrame(bytRecv, lngRecvSize, frame);
     if (valid && m_masterMode) {
         interpretRequest(frame);
         valid = false;
@@ -38,8 +38,7 @@ bool clsModbus::SetRecvMessage(QByteArray& bytRecv, qint32 lngRecvSize)
     }
     if (!valid)
         return m_errorCode == kNoError ? fail(kBadReply) : false;
-    m_received = bytRecv.left(m_recvSize);
-    m_received.append(m_recvSize - m_received.size(), '\0');
+    m_received.replace(0, m_recvSize, bytRecv.left(m_recvSize).leftJustified(m_recvSize, '\0'));
     return true;
 }
 
@@ -49,12 +48,14 @@ bool clsModbus::checkFrame(QByteArray& bytes, qsizetype length, QByteArray& fram
     if (m_transmissionMode == 1) {
         const QByteArray decoded =
             length < modbusframe::kMinAsciiBytes ? QByteArray() : modbusframe::fromAscii(bytes.left(length));
-        if (decoded.size() < 3)
+        if (decoded.isEmpty())
             return fail(kBadReply);
         bytes = decoded;
         frame = decoded.chopped(1);
         if (modbusframe::lrc(frame, frame.size()) != static_cast<quint8>(decoded.back()))
             return fail(kLrcError);
+        if (frame.size() < kMinFrameBytes)
+            return fail(kBadReply);
     } else {
         if (length < modbusframe::kMinRtuBytes || length > modbusframe::kMaxWireBytes)
             return fail(kBadReply);

@@ -38,6 +38,8 @@ TEST(Request, IsFramedInBothModes)
                       "011000000002040001FFFF", 8, 17},
           RequestCase{"ReadMemory", [](clsModbus& m) { return m.ReadDirectMemory(0xFBC0, 8); }, "0142000000FBC008", 14,
                       29},
+          RequestCase{"NegativeAddress", [](clsModbus& m) { return m.ReadDirectMemory(-32768, 8); }, "0142000000800008",
+                      14, 29},
           RequestCase{"WriteMemory", [](clsModbus& m) { return m.WriteDirectMemory(0x8000, 3); },
                       "01420100008000"
                       "03102030",
@@ -90,8 +92,9 @@ TEST(Reply, IsChecked)
     for (const ReplyCase& row :
          {ReplyCase{"Sound", 0, rtu("0103040001FFFE"), 0}, ReplyCase{"SoundAscii", 1, ":0103040001FFFEFA\r\n", 0},
           ReplyCase{"LowerCaseHex", 1, ":0103040001fffefa\r\n", 10099},
-          ReplyCase{"BadLrc", 1, ":0103040001FFFEFB\r\n", 10020}, ReplyCase{"Exception", 0, rtu("018302"), 2},
-          ReplyCase{"Empty", 0, "", 10099},
+          ReplyCase{"BadLrc", 1, ":0103040001FFFEFB\r\n", 10020},
+          ReplyCase{"TwoBytesBadLrc", 1, ":0100\r\n\r\n", 10020}, ReplyCase{"TwoBytes", 1, ":01FF\r\n\r\n", 10099},
+          ReplyCase{"Exception", 0, rtu("018302"), 2}, ReplyCase{"Empty", 0, "", 10099},
           ReplyCase{"SwappedCrc", 0, QByteArray::fromHex("0103040001FFFE3B82"), 10019},
           ReplyCase{"OtherSlave", 0, rtu("0203040001FFFE"), 10099},
           ReplyCase{"FewerBytesThanAnnounced", 0, rtu("0103040001"), 10099},
@@ -119,7 +122,11 @@ TEST(ReplyValues, AreInterpretedByFunction)
     ASSERT_TRUE(take("0103040001FFFE"));
     EXPECT_EQ(modbus.AlalogVal(1), 1);
     EXPECT_EQ(modbus.AlalogVal(2), -2);
+    EXPECT_EQ(modbus.GetRecvMessage(), rtu("0103040001FFFE"));
     modbus.ReadDirectMemory(0x8000, 2);
+    EXPECT_EQ(modbus.GetRecvMessage().size(), 8) << "as long as the reply that is expected now";
+    QByteArray bytes = rtu("01420002A1B2");
+    EXPECT_FALSE(modbus.SetRecvMessage(bytes, 9)) << "more than there is";
     ASSERT_TRUE(take("01420002A1B2"));
     EXPECT_EQ(modbus.DigitalVal(2), 0xB2);
     modbus.ReadFloatingData(50001, 1);
