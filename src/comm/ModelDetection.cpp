@@ -136,6 +136,7 @@ void ModelDetection::onSuccess(const QByteArray& sent, const QByteArray& receive
         return;
     }
     clsKXAdr holder;
+    holder.setLib(&m_library);
     holder.setData(m_clsModbus.DigitalVals());
     m_modelString = overridden(holder.getString(QString(), modelcodes::kModelStringLength, QString()));
     endWait();

@@ -217,7 +217,8 @@ QString clsKXAdr::getString(const QString& sAdr, int iDataCount, const QString& 
     const int count = std::clamp(iDataCount, 0, kMaxImageBytes);
     for (int i = 1; i <= count && i <= m_original.upper(); ++i)
         bytes += static_cast<char>(m_original.at(i));
-    return m_library == nullptr ? QString::fromLatin1(bytes) : m_library->context().machine.codePage.toText(bytes);
+    return m_library == nullptr ? platform::CodePage::fromEnvironment().toText(bytes)
+                                : m_library->context().machine.codePage.toText(bytes);
 }
 
 void clsKXAdr::setLong(const QString& sAdr, qint32 lData)

@@ -23,6 +23,9 @@ public:
     static constexpr int kMaxCommands = 1000;    // entries of a list; a larger count is taken as damaged
     static constexpr int kMaxImageBytes = 65536; // likewise for the size of an image
 
+    // The library whose code page getString decodes by; load sets it too. Without one it is the environment's.
+    void setLib(const clsLibrary* oLib) { m_library = oLib; }
+
     // Reads one section of a comm file. Throws std::invalid_argument when "ReadCmdMax" is not a number.
     void load(const QString& sPath, const QString& sINIFile, const QString& section, clsLibrary* oLib);
 
@@ -107,5 +110,5 @@ private:
     qint16 m_writeRegister = 0;
     qint16 m_heldRegister = 0; // as read, or as written with success: the other two follow every entry
     bool m_filled = false;
-    clsLibrary* m_library = nullptr;
+    const clsLibrary* m_library = nullptr;
 };

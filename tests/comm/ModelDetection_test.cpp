@@ -69,6 +69,8 @@ INSTANTIATE_TEST_SUITE_P(
     All, Conversing,
     ::testing::Values(Conversation{"KnownAtFirst", "", kKX620, Conversing::kS, R::Found, 2, kKX620, 1},
                       Conversation{"KnownAtSecond", "", kOther, kKX620, R::Found, 2, kKX620, 2},
+                      Conversation{"OtherCharacters", "", "KX620\xB1\xB2\xB3\xB4-10AB", Conversing::kS, R::Found, 2,
+                                   "KX620\xEF\xBD\xB1\xEF\xBD\xB2\xEF\xBD\xB3\xEF\xBD\xB4-10AB", 1},
                       Conversation{"UnknownCode", "", "KX99900000-10A", kKX620, R::NotFound, -1, "KX99900000-10A", 1},
                       Conversation{"NoModelAnywhere", "", kOther, "NMLKJIHGFEDCBA", R::NotFound, -1, "NMLKJIHGFEDCBA",
                                    2},

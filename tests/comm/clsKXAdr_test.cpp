@@ -28,6 +28,15 @@ protected:
 
 const QString kHigh = QStringLiteral("FBC2");
 
+TEST_F(Image, TextsAreInTheCodePageWhetherLoadedOrNot)
+{
+    image.setData({1, "KX\xB1 "});
+    EXPECT_EQ(image.getString(QString(), 4, QString()), QStringLiteral("KX\uFF71 "));
+    load("[S]\nReadCmd1=Direct,FBC0,4\n");
+    image.setData({1, "KX\xB1 "});
+    EXPECT_EQ(image.getString(QString(), 4, QString()), QStringLiteral("KX\uFF71 "));
+}
+
 TEST_F(Image, DamagedCountsAreBounded)
 {
     EXPECT_THROW(load("[S]\nReadCmdMax=many\n"), std::invalid_argument);
