@@ -11,8 +11,6 @@
 namespace {
 
 const QString kUnit = QStringLiteral("bps");
-const QString kSevenBits = QStringLiteral("E,7,1");
-const QString kEightBits = QStringLiteral("N,8,1");
 constexpr int kLinkNumber = 1;
 
 } // namespace
@@ -37,7 +35,9 @@ ComSetFields ComSetSession::open()
     ComSetFields fields;
     fields.portPosition = mainLink.Port() <= kPorts ? mainLink.Port() - 1 : -1;
     fields.speedText = selectSpeed(mainLink.Speed());
-    fields.sevenBits = mainLink.Chara() == kSevenBits;
+    fields.chara = mainLink.Chara();
+    const bool isUsual = fields.chara == QLatin1String(kEightBits) || fields.chara == QLatin1String(kSevenBits);
+    m_otherChara = isUsual ? QString() : fields.chara;
     fields.ascii = m_parts.owner.transmissionMode() == 1;
     fields.slaveText = QString::number(m_parts.owner.slaveAddress());
     const int position = m_parts.owner.modelNumber() - 1;
@@ -115,11 +115,6 @@ QString ComSetSession::speed(const ComSetFields& fields)
     return text.remove(kUnit);
 }
 
-QString ComSetSession::chara(const ComSetFields& fields)
-{
-    return fields.sevenBits ? kSevenBits : kEightBits;
-}
-
 std::optional<int> ComSetSession::slaveNumber(const ComSetFields& fields) const
 {
     const int number = m_parts.library.toLong(fields.slaveText, 0);
@@ -139,7 +134,7 @@ DetectionResult ComSetSession::detect(ComSetFields& fields)
 {
     if (!isInRange(fields))
         return DetectionResult::Stopped;
-    m_uclComm1.changeComm(portNumber(fields), speed(fields), chara(fields), false);
+    m_uclComm1.changeComm(portNumber(fields), speed(fields), fields.chara, false);
     m_triedPort = m_uclComm1.Port();
     m_detection.setModelString(fields.modelString);
     const Detection detection = m_detection.detect(*slaveNumber(fields), fields.ascii ? 1 : 0, m_codes);
@@ -188,7 +183,7 @@ void ComSetSession::apply(const ComSetFields& fields)
 {
     ComSetOwner& owner = m_parts.owner;
     m_uclComm1.termComm(); // first: the port has room for one
-    const QString error = owner.mainLink().changeComm(portNumber(fields), speed(fields), chara(fields));
+    const QString error = owner.mainLink().changeComm(portNumber(fields), speed(fields), fields.chara);
     if (!error.isEmpty())
         tell(m_parts.library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(error));
     owner.takeOver(slaveNumber(fields).value_or(kMinSlave), fields.ascii ? 1 : 0, fields.modelPosition,

@@ -20,9 +20,9 @@ struct ComPort;
 // What the fields of the communication settings hold.
 struct ComSetFields
 {
-    int portPosition = 0;   // COMn at position n - 1; -1: the port of the settings is not in the list
-    QString speedText;      // "9600bps"
-    bool sevenBits = false; // "E,7,1" instead of "N,8,1"
+    int portPosition = 0; // COMn at position n - 1; -1: the port of the settings is not in the list
+    QString speedText;    // "9600bps"
+    QString chara;        // "N,8,1"
     bool ascii = false;
     QString slaveText;
     int modelPosition = -1; // in the catalogue, from 0
@@ -41,6 +41,8 @@ class ComSetSession : public QObject
 
 public:
     static constexpr int kPorts = 9;
+    static constexpr auto kEightBits = "N,8,1"; // the usual character formats
+    static constexpr auto kSevenBits = "E,7,1";
     static constexpr int kMinSlave = 1;
     static constexpr int kMaxSlave = 99;
 
@@ -64,6 +66,7 @@ public:
     QStringList portTexts() const; // "COM1", with the device and its description when there is one
     QString triedPortText() const; // the same for the port that is held now
     QStringList speedTexts() const { return m_speeds; }
+    QString otherChara() const { return m_otherChara; } // a stored format beside the usual two; empty: none
     QStringList modelCodes() const { return m_codes; }
     // Why the port at this position (-1: the one that is held now) cannot be used and what to do; empty when nothing
     // speaks against it.
@@ -86,8 +89,7 @@ public:
 
     // "COM3" has number 3; 0 when nothing is selected, which leaves the port as it is.
     static int portNumber(const ComSetFields& fields) { return fields.portPosition + 1; }
-    static QString speed(const ComSetFields& fields); // "9600"
-    static QString chara(const ComSetFields& fields);
+    static QString speed(const ComSetFields& fields);                 // "9600"
     std::optional<int> slaveNumber(const ComSetFields& fields) const; // nothing outside 1 to 99
 
 Q_SIGNALS:
@@ -105,6 +107,7 @@ private:
     uclComm m_uclComm1;
     ModelDetection m_detection;
     QStringList m_speeds;
+    QString m_otherChara;
     QStringList m_codes;
     int m_triedPort = 0; // that the own link was set to last
     bool m_holdsPort = false;

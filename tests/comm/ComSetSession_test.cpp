@@ -114,7 +114,7 @@ TEST_F(Session, AppliesEverythingAndReads)
     plug(kKX620);
     ComSetFields fields = open();
     fields.speedText = QStringLiteral("19200bps");
-    fields.sevenBits = true;
+    fields.chara = QString::fromLatin1(ComSetSession::kSevenBits);
     fields.slaveText = QStringLiteral("42");
     ASSERT_TRUE(session->confirm(fields));
     fields.ascii = true;
@@ -138,15 +138,17 @@ TEST_F(Session, WhereSettingsCannotBeKeptTheBuiltInModelsAreOffered)
     EXPECT_TRUE(told.texts[0].startsWith(u"The settings were not saved: ")) << qPrintable(told.texts[0]);
 }
 
-TEST_F(Session, APortOutsideTheListIsKept)
+TEST_F(Session, PortAndFormatOutsideTheListsAreKept)
 {
     plug(kKX620);
     ports.assign(12, controller->device());
-    ComSetFields fields = open("CommPortNo=12\n");
+    ComSetFields fields = open("CommPortNo=12\nCommProtocolCharacter=E,8,1\n");
+    EXPECT_EQ(session->otherChara(), u"E,8,1");
     ASSERT_TRUE(session->confirm(fields));
     session->apply(fields);
     EXPECT_EQ(mainLink->Port(), 12);
     EXPECT_TRUE(settingsFile().contains("CommPortNo=12"));
+    EXPECT_TRUE(settingsFile().contains("CommProtocolCharacter=E,8,1"));
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 
@@ -218,6 +219,20 @@ TEST_F(ComSet, SpeaksTheLanguageInUse)
     find<QLineEdit>("Text1")->clear();
     click("Command2");
     EXPECT_EQ(told.texts, QStringList{QStringLiteral("Zu gross.[ 1 <= X <= 99 ]")});
+}
+
+TEST_F(ComSet, AnotherFormatIsAThirdChoice)
+{
+    const std::pair<const char*, const char*> rows[] = {{"E,8,1", "optOther"}, {"E,7,1", "Option6"}};
+    for (const auto& [stored, button] : rows) {
+        const QByteArray lines = QByteArray("CommProtocolCharacter=") + stored + '\n';
+        open({kKX620, 1, 0, lines.constData()});
+        EXPECT_EQ(find<QRadioButton>("optOther")->isVisible(), button == QByteArray("optOther"));
+        EXPECT_TRUE(find<QRadioButton>(button)->isChecked());
+        click("Command1_0");
+        EXPECT_EQ(mainLink->Chara(), QLatin1String(stored));
+        dialog.reset();
+    }
 }
 
 TEST_F(ComSet, APortOutsideTheListIsShownAndKept)

@@ -33,11 +33,11 @@ QLabel* labelFor(QWidget* field, const char* name, const QString& caption, QWidg
     return label;
 }
 
-QHBoxLayout* sideBySide(QWidget* first, QWidget* second)
+QHBoxLayout* sideBySide(std::initializer_list<QWidget*> widgets)
 {
     auto* row = new QHBoxLayout;
-    row->addWidget(first);
-    row->addWidget(second);
+    for (QWidget* widget : widgets)
+        row->addWidget(widget);
     row->addStretch();
     return row;
 }
@@ -95,6 +95,7 @@ QGroupBox* frmComSet::setupPortFrame()
     m_speed = named(new QComboBox(frame), "Combo2");
     m_eightBits = named(new QRadioButton(QStringLiteral("&8 bits, no parity"), frame), "Option7");
     m_sevenBits = named(new QRadioButton(QStringLiteral("&7 bits, even parity"), frame), "Option6");
+    m_otherFormat = named(new QRadioButton(frame), "optOther");
     m_labels[0] = labelFor(m_port, "Label1", QStringLiteral("&Port:"), frame);
     m_labels[1] = labelFor(m_speed, "Label2", QStringLiteral("&Speed:"), frame);
     auto* layout = new QFormLayout(frame);
@@ -102,7 +103,7 @@ QGroupBox* frmComSet::setupPortFrame()
     layout->addRow(m_labels[0], m_port);
     layout->addRow(m_trouble);
     layout->addRow(m_labels[1], m_speed);
-    layout->addRow(QString(), sideBySide(m_eightBits, m_sevenBits));
+    layout->addRow(QString(), sideBySide({m_eightBits, m_sevenBits, m_otherFormat}));
     return frame;
 }
 
@@ -111,7 +112,7 @@ QGroupBox* frmComSet::setupModeFrame()
     auto* frame = m_frames[1] = named(new QGroupBox(QStringLiteral("Transmission mode"), this), "Frame2");
     m_rtu = named(new QRadioButton(QStringLiteral("&RTU"), frame), "Option4");
     m_ascii = named(new QRadioButton(QStringLiteral("&ASCII"), frame), "Option5");
-    frame->setLayout(sideBySide(m_rtu, m_ascii));
+    frame->setLayout(sideBySide({m_rtu, m_ascii}));
     return frame;
 }
 
@@ -175,8 +176,8 @@ QWidget* frmComSet::setupButtons()
 
 void frmComSet::setupTabOrder()
 {
-    QWidget* const order[] = {m_port,  m_speed,  m_eightBits,   m_sevenBits, m_rtu, m_ascii, m_slave,
-                              m_model, m_detect, m_modelString, m_stop,      m_ok,  m_cancel};
+    QWidget* const order[] = {m_port,  m_speed, m_eightBits, m_sevenBits,   m_otherFormat, m_rtu, m_ascii,
+                              m_slave, m_model, m_detect,    m_modelString, m_stop,        m_ok,  m_cancel};
     for (size_t i = 1; i < std::size(order); ++i)
         setTabOrder(order[i - 1], order[i]);
 }
@@ -226,11 +227,30 @@ void frmComSet::fill(const ComSetFields& fields)
     m_model->addItems(m_session.modelCodes());
     m_port->setCurrentIndex(fields.portPosition);
     m_speed->setCurrentIndex(m_speed->findText(fields.speedText));
-    (fields.sevenBits ? m_sevenBits : m_eightBits)->setChecked(true);
+    showChara(fields.chara);
     (fields.ascii ? m_ascii : m_rtu)->setChecked(true);
     m_slave->setText(fields.slaveText);
     showFields(fields);
     showPortTrouble();
+}
+
+// A format beside the usual two is a choice for as long as it is the stored one.
+void frmComSet::showChara(const QString& chara)
+{
+    const QString other = m_session.otherChara();
+    m_otherFormat->setText(other);
+    m_otherFormat->setVisible(!other.isEmpty());
+    (!other.isEmpty() && chara == other                  ? m_otherFormat
+     : chara == QLatin1String(ComSetSession::kSevenBits) ? m_sevenBits
+                                                         : m_eightBits)
+        ->setChecked(true);
+}
+
+QString frmComSet::chosenChara() const
+{
+    if (m_otherFormat->isChecked())
+        return m_otherFormat->text();
+    return QLatin1String(m_sevenBits->isChecked() ? ComSetSession::kSevenBits : ComSetSession::kEightBits);
 }
 
 ComSetFields frmComSet::readFields() const
@@ -238,7 +258,7 @@ ComSetFields frmComSet::readFields() const
     ComSetFields fields;
     fields.portPosition = m_port->currentIndex();
     fields.speedText = m_speed->currentText();
-    fields.sevenBits = !m_eightBits->isChecked();
+    fields.chara = chosenChara();
     fields.ascii = m_ascii->isChecked();
     fields.slaveText = m_slave->text();
     fields.modelPosition = m_model->currentIndex();

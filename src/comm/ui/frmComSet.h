@@ -59,6 +59,8 @@ private:
 
     ComSetFields readFields() const;
     void showFields(const ComSetFields& fields);
+    void showChara(const QString& chara);
+    QString chosenChara() const;
     void showPortTrouble();
     void growForTrouble();
     void showProgress(const QString& address);
@@ -80,14 +82,15 @@ private:
     QComboBox* m_speed = nullptr;        // Combo2
     QRadioButton* m_eightBits = nullptr; // Option7
     QRadioButton* m_sevenBits = nullptr; // Option6
-    QRadioButton* m_rtu = nullptr;       // Option4
-    QRadioButton* m_ascii = nullptr;     // Option5
-    QLineEdit* m_slave = nullptr;        // Text1
-    QComboBox* m_model = nullptr;        // Combo3
-    QLineEdit* m_modelString = nullptr;  // Text2
-    QPushButton* m_detect = nullptr;     // Command2
-    QPushButton* m_ok = nullptr;         // Command1(0)
-    QPushButton* m_cancel = nullptr;     // Command1(1)
+    QRadioButton* m_otherFormat = nullptr;
+    QRadioButton* m_rtu = nullptr;      // Option4
+    QRadioButton* m_ascii = nullptr;    // Option5
+    QLineEdit* m_slave = nullptr;       // Text1
+    QComboBox* m_model = nullptr;       // Combo3
+    QLineEdit* m_modelString = nullptr; // Text2
+    QPushButton* m_detect = nullptr;    // Command2
+    QPushButton* m_ok = nullptr;        // Command1(0)
+    QPushButton* m_cancel = nullptr;    // Command1(1)
     QLabel* m_trouble = nullptr;
     QWidget* m_progress = nullptr;
     QLabel* m_progressText = nullptr;
