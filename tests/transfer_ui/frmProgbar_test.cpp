@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -49,6 +50,7 @@ TEST_F(Progress, ShowsWhatItIsGiven)
     EXPECT_EQ(dialog->findChild<QLabel*>(QStringLiteral("Label1"))->text(), u"Wait");
     EXPECT_EQ(bar()->maximum(), 5);
     EXPECT_FALSE(owner->isEnabled());
+    EXPECT_EQ(dialog->windowHandle()->transientParent(), owner->windowHandle());
     EXPECT_TRUE(cancel()->isVisible());
     const QPoint apart = dialog->frameGeometry().center() - owner->frameGeometry().center();
     EXPECT_LE(apart.manhattanLength(), 8) << "over its owner, but for the window frames";

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -74,6 +75,7 @@ void frmProgbar::showModeless(QWidget* Owner, int lMax, const QString& sTitle, c
     m_bar->setValue(0);
     adjustSize();
     placeOver(Owner);
+    belongTo(Owner);
     show();
 }
 
@@ -90,6 +92,13 @@ void frmProgbar::placeOver(const QWidget* owner)
     const QRect frame = owner != nullptr && owner->isVisible() ? owner->window()->frameGeometry()
                                                                : QGuiApplication::primaryScreen()->availableGeometry();
     move(frame.left() + (frame.width() - width()) / 2, frame.top() + (frame.height() - height()) / 2);
+}
+
+// The window system keeps the dialog over its owner. It is no child of it: disabling the owner would disable it too.
+void frmProgbar::belongTo(const QWidget* owner)
+{
+    winId(); // makes the window that the owner is told to
+    windowHandle()->setTransientParent(owner != nullptr ? owner->window()->windowHandle() : nullptr);
 }
 
 void frmProgbar::setPos(int lPos)

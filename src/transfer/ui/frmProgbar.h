@@ -49,6 +49,7 @@ private:
     void translate(const QString& title, const QString& label);
     void releaseOwner();
     void placeOver(const QWidget* owner);
+    void belongTo(const QWidget* owner);
 
     clsLibrary* m_library = nullptr;
     QPointer<QWidget> m_owner;
