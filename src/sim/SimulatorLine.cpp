@@ -10,6 +10,8 @@
 #include <cstring>
 #include <fcntl.h>
 #include <pty.h>
+#include <sys/inotify.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -49,7 +51,8 @@ SimulatorLine::SimulatorLine(SimulatedController& controller, Faults faults, int
 SimulatorLine::~SimulatorLine()
 {
     m_notifier.reset();
-    for (const int fd : {m_fd, m_clientEnd}) {
+    m_clientGone.reset();
+    for (const int fd : {m_fd, m_clientEnd, m_watch}) {
         if (fd >= 0)
             close(fd);
     }
@@ -64,7 +67,27 @@ bool SimulatorLine::openTerminal()
         return false;
     }
     m_path = QString::fromLocal8Bit(name);
+    watchClients();
     return startServing();
+}
+
+void SimulatorLine::watchClients()
+{
+    m_watch = inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
+    if (m_watch < 0 || inotify_add_watch(m_watch, QFile::encodeName(m_path).constData(), IN_CLOSE) < 0)
+        return;
+    m_clientGone = std::make_unique<QSocketNotifier>(m_watch, QSocketNotifier::Read);
+    connect(m_clientGone.get(), &QSocketNotifier::activated, this, &SimulatorLine::onClientGone);
+}
+
+// A client has the terminal for itself. One that is killed cannot give that up, and the terminal stays open here: the
+// next client would be kept off.
+void SimulatorLine::onClientGone()
+{
+    char events[1024];
+    while (read(m_watch, events, sizeof events) > 0) {
+    }
+    ioctl(m_clientEnd, TIOCNXCL);
 }
 
 bool SimulatorLine::openDevice(const QString& device, int speed, const QString& chara)

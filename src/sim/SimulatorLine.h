@@ -38,6 +38,8 @@ Q_SIGNALS:
 
 private:
     bool startServing();
+    void watchClients();
+    void onClientGone();
     void onReadable();
     void serveBuffer();
     int requestLength() const; // bytes of the request at the head of the buffer, 0: not known yet
@@ -50,7 +52,9 @@ private:
     int m_clientEnd = -1; // kept open, so that clients may come and go
     QString m_path;
     QString m_errorText;
+    int m_watch = -1; // of the terminal, for clients that go
     std::unique_ptr<QSocketNotifier> m_notifier;
+    std::unique_ptr<QSocketNotifier> m_clientGone;
     std::unique_ptr<platform::Timer> m_gap; // silence in the middle of a request
     ReplyWire m_wire;
     QByteArray m_buffer;

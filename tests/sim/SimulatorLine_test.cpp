@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
@@ -67,6 +68,21 @@ TEST_F(Line, ARequestMayComeInPieces)
     EXPECT_EQ(received.size(), 0);
     send(request.mid(3));
     EXPECT_EQ(receive(8).toHex(), rtu("01 42 00 02 0102").toHex());
+}
+
+TEST_F(Line, AClientThatWasKilledDoesNotKeepOthersOff)
+{
+    serve(0);
+    const int killed = open(qPrintable(line->path()), O_RDWR | O_NOCTTY);
+    int exclusive = 0;
+    ASSERT_EQ(ioctl(killed, TIOCEXCL), 0);
+    ASSERT_EQ(ioctl(client, TIOCGEXCL, &exclusive), 0);
+    ASSERT_EQ(exclusive, 1);
+    close(killed);
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    ASSERT_EQ(ioctl(client, TIOCGEXCL, &exclusive), 0);
+    EXPECT_EQ(exclusive, 0);
 }
 
 TEST_F(Line, ALateReplyComesThoughItIsOvertaken)
