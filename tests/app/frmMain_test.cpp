@@ -65,6 +65,14 @@ protected:
         window->show();
     }
 
+    // The same window with the program's own message boxes.
+    void askForReal()
+    {
+        window.reset();
+        window = std::make_unique<frmMain>(*program);
+        window->show();
+    }
+
     void openWith(ScriptedController::Answer reply, const QByteArray& settings = kLastModel)
     {
         controller = std::make_unique<ScriptedController>(std::move(reply));
@@ -428,6 +436,19 @@ TEST_F(MainWindow, NoToQuitKeepsTheWindow)
     window->closeWithoutQuestion();
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(asked.texts.size(), 1);
+}
+
+TEST_F(MainWindow, ARequestToEndAnswersTheQuestionWhetherToQuit)
+{
+    openSound(kLastModel + "ShowProgramEndConfForm=True\n");
+    askForReal();
+    QTimer::singleShot(0, window.get(), &frmMain::closeWithoutQuestion);
+    // So that a failure ends: No.
+    QTimer::singleShot(5000, window.get(), [] { QApplication::activeModalWidget()->close(); });
+    const QSignalSpy closed(window.get(), &frmMain::closed);
+    window->close();
+    EXPECT_EQ(closed.count(), 1);
+    EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(MainWindow, EveryControlHasANameForScreenReaders)

@@ -34,6 +34,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QMenuBar>
+#include <QScopedValueRollback>
 #include <QStackedWidget>
 
 #include <algorithm>
@@ -571,7 +572,19 @@ void frmMain::onLoadEvent(int code, int number, const QString& text)
 void frmMain::closeWithoutQuestion()
 {
     m_askBeforeClosing = false;
-    close();
+    if (m_asksToQuit)
+        endQuestions();
+    else
+        close();
+}
+
+// A window that is being closed cannot be closed again: the question whether to ends, and with it the closing goes on.
+void frmMain::endQuestions()
+{
+    while (QWidget* question = QApplication::activeModalWidget()) {
+        if (!question->close())
+            return;
+    }
 }
 
 void frmMain::closeEvent(QCloseEvent* event)
@@ -598,7 +611,9 @@ bool frmMain::mayClose()
     if (!m_askBeforeClosing || !m_program.settings().m_bViewEndConf)
         return true;
     const QString question = m_program.library().tranStr(QStringLiteral("Quit?"));
-    return m_questions->showMessage(question, MessageStyle::kYesNoExclamation) != MessageResult::kNo;
+    const QScopedValueRollback<bool> asks(m_asksToQuit, true);
+    return m_questions->showMessage(question, MessageStyle::kYesNoExclamation) != MessageResult::kNo ||
+           !m_askBeforeClosing;
 }
 
 // The model that was selected, even when the last read found another controller: the grid belongs to it.

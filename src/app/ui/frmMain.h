@@ -148,6 +148,7 @@ private:
     void runCommSetting();
     void onLoadEvent(int code, int number, const QString& text);
     bool mayClose();
+    void endQuestions();
     void saveLastSetting();
 
     ProgramContext& m_program;
@@ -186,4 +187,5 @@ private:
     QString m_caption;             // of the window, without what it shows
     bool m_settingsWanted = false; // the communication settings are to open, or to open once more
     bool m_askBeforeClosing = true;
+    bool m_asksToQuit = false;
 };
