@@ -69,7 +69,6 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
         m_reason = tran("It was cancelled.");
         return Result::Failed;
     }
-    traceNow();
     m_lastRequest = m_clsModbus.GetSendMessage();
     reply.sent = now();
     if (!isRepetition)
@@ -98,6 +97,8 @@ RequestChannel::Result RequestChannel::sendAndWait()
     m_lResult = Result::Success;
     m_waiting.arm();
     const QString refusal = m_parts.link.sendMsg(m_clsModbus.GetSendMessage(), m_clsModbus.RecvSize());
+    if (refusal.isEmpty() || !m_abort) // the trace tells of no frame that the end of the program kept back
+        traceNow();
     if (!refusal.isEmpty()) {
         m_bWait = false;
         m_reason = m_parts.link.errorText().isEmpty() ? refusal : m_parts.link.errorText();

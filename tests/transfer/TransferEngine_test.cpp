@@ -89,6 +89,7 @@ TEST_F(Read, NothingIsSentBehindAnAbort)
     engine->getDataFromKX(nullptr);
     QCoreApplication::processEvents();
     EXPECT_EQ(controller->requests(), 0);
+    EXPECT_EQ(traceLines("S:"), 0);
     EXPECT_EQ(engine->lastRead().outcome, ReadOutcome::Aborted);
 }
 
