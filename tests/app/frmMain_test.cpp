@@ -443,10 +443,14 @@ TEST_F(MainWindow, ARequestToEndAnswersTheQuestionWhetherToQuit)
     openSound(kLastModel + "ShowProgramEndConfForm=True\n");
     askForReal();
     QTimer::singleShot(0, window.get(), &frmMain::closeWithoutQuestion);
-    // So that a failure ends: No.
-    QTimer::singleShot(5000, window.get(), [] { QApplication::activeModalWidget()->close(); });
+    bool isStillAsked = false;
+    QTimer::singleShot(5000, window.get(), [&isStillAsked] {
+        isStillAsked = true;
+        QApplication::activeModalWidget()->close();
+    });
     const QSignalSpy closed(window.get(), &frmMain::closed);
     window->close();
+    EXPECT_FALSE(isStillAsked);
     EXPECT_EQ(closed.count(), 1);
     EXPECT_FALSE(window->isVisible());
 }
