@@ -13,6 +13,13 @@ const QByteArray kUtf8Mark = "\xEF\xBB\xBF";
 const QByteArray kLittleMark = "\xFF\xFE";
 const QByteArray kBigMark = "\xFE\xFF";
 
+// A mark within the text is a character like any other.
+QString decoded(QByteArrayView bytes, QStringDecoder::Encoding form)
+{
+    QStringDecoder decoder(form, QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(bytes);
+}
+
 bool isUtf8Text(const QByteArray& bytes)
 {
     if (isAsciiBytes(bytes))
@@ -22,17 +29,10 @@ bool isUtf8Text(const QByteArray& bytes)
     return !decoder.hasError();
 }
 
-QByteArray utf8Of(QByteArrayView utf16, QStringDecoder::Encoding form)
-{
-    QStringDecoder decoder(form, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(utf16);
-    return text.toUtf8();
-}
-
 QByteArray utf16Of(const QByteArray& utf8, QStringEncoder::Encoding form)
 {
     QStringEncoder encoder(form);
-    return encoder(QString::fromUtf8(utf8));
+    return encoder(decoded(utf8, QStringDecoder::Utf8));
 }
 
 } // namespace
@@ -53,10 +53,10 @@ QByteArray ProfileEncoding::opened(const QByteArray& file)
     QByteArray bytes = file;
     if (file.startsWith(kLittleMark)) {
         m_form = Form::Utf16Little;
-        bytes = utf8Of(QByteArrayView(file).sliced(kLittleMark.size()), QStringDecoder::Utf16LE);
+        bytes = decoded(QByteArrayView(file).sliced(kLittleMark.size()), QStringDecoder::Utf16LE).toUtf8();
     } else if (file.startsWith(kBigMark)) {
         m_form = Form::Utf16Big;
-        bytes = utf8Of(QByteArrayView(file).sliced(kBigMark.size()), QStringDecoder::Utf16BE);
+        bytes = decoded(QByteArrayView(file).sliced(kBigMark.size()), QStringDecoder::Utf16BE).toUtf8();
     } else if (file.startsWith(kUtf8Mark)) {
         m_form = Form::Utf8WithMark;
         bytes = file.sliced(kUtf8Mark.size());
@@ -88,7 +88,7 @@ QString ProfileEncoding::decode(const QByteArray& bytes) const
 {
     if (isAsciiBytes(bytes))
         return QString::fromLatin1(bytes);
-    return isUtf8() ? QString::fromUtf8(bytes) : m_codePage.toText(bytes);
+    return isUtf8() ? decoded(bytes, QStringDecoder::Utf8) : m_codePage.toText(bytes);
 }
 
 QByteArray ProfileEncoding::encode(const QString& text) const

@@ -360,6 +360,9 @@ TEST_F(Profile, CharacterThatTheCodePageLacksMakesTheFileUtf8)
     EXPECT_TRUE(set(u"L", u"ü€").ok());
     EXPECT_EQ(content(), QByteArray("\xef\xbb\xbf; 名\r\n[S]\r\nK=値\r\nL=ü€\r\n"));
     EXPECT_EQ(get(u"K") + get(u"L"), u"値ü€");
+    const QString marked = QChar(QChar::ByteOrderMark) + QStringLiteral("[x]");
+    EXPECT_TRUE(store.write(file, QStringLiteral("S"), marked, QStringLiteral("1")).ok());
+    EXPECT_EQ(ProfileStore(page).readSection(file, QStringLiteral("S")).size(), 3) << "a mark within is a character";
 }
 
 TEST_F(Profile, DefaultDoesNotReplaceWhatAnotherProgramStored)

@@ -110,6 +110,8 @@ TEST_F(Parameters, WhatIsNoFileCannotBeLoaded)
     EXPECT_EQ(kx.lastLoad().outcome, ParameterLoad::Outcome::Unreadable);
     EXPECT_TRUE(kx.loadData(QStringLiteral("C:\\sets\\missing.k41")));
     EXPECT_EQ(kx.lastLoad().outcome, ParameterLoad::Outcome::Unreadable);
+    EXPECT_TRUE(kx.loadData(QStringLiteral("Z:\\proc\\self\\mem"))); // the first read of it fails
+    EXPECT_TRUE(kx.lastLoad().detail.startsWith(u"The file was not loaded: "));
     EXPECT_FALSE(QFile::exists(box.path(QStringLiteral("C:\\sets\\missing.k41"))));
     EXPECT_FALSE(kx.saveData(QStringLiteral("C:\\sets")).isEmpty());
     EXPECT_FALSE(kx.saveData(QStringLiteral("C:\\nowhere\\a.k41")).isEmpty());
