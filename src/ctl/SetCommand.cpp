@@ -105,7 +105,8 @@ CommandResult compareWithReadBack(const ControllerSession& session, const Items&
     for (size_t i = 0; i < items.size(); ++i) {
         const clsData& item = *items[i];
         const auto& [stored, shown] = sent[static_cast<qsizetype>(i)];
-        const bool same = item.Data() == stored || compareNumbers(item.Data(), QStringLiteral("="), stored);
+        const bool same =
+            item.Data() == heldText(item, stored) || compareNumbers(item.Data(), QStringLiteral("="), stored);
         if (!item.isKnown() || !same)
             notAccepted << QStringLiteral("%1 (sent %2, kept %3)").arg(item.Key(), shown, item.VData());
     }

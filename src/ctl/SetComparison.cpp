@@ -1,6 +1,7 @@
 #include "SetComparison.h"
 
 #include "ItemLimits.h"
+#include "ItemStore.h"
 #include "WrittenItems.h"
 #include "clsKX.h"
 
@@ -8,8 +9,10 @@ std::vector<ParameterRow> comparedRows(const clsKX& kx)
 {
     std::vector<ParameterRow> rows;
     for (const auto& item : kx.items()) {
-        if (isWritten(kx, *item))
-            rows.push_back(parameterRow(kx, *item));
+        if (!isWritten(kx, *item))
+            continue;
+        rows.push_back(parameterRow(kx, *item));
+        rows.back().data = heldText(*item, rows.back().data);
     }
     return rows;
 }

@@ -50,24 +50,9 @@ QString troubleOfNumber(const clsKX& kx, const clsData& item, const QString& tex
     return {};
 }
 
-// The controller holds whole numbers in two bytes: what it would round could not be read back.
-QString troubleOfDecimals(clsData& item, const QString& text)
-{
-    if (item.DataLen() > 2)
-        return {};
-    const ItemState before = item.state();
-    item.setVData(text);
-    const auto whole = platform::parseInt32(item.Data());
-    const bool isWhole = whole && compareNumbers(item.Data(), QStringLiteral("="), QString::number(*whole));
-    item.restore(before);
-    return isWhole ? QString() : QStringLiteral("it has more decimal places than %1").arg(item.getDecimals());
-}
-
 QString enterNumber(CommandEntry& entry, clsData& item, const QString& text)
 {
-    QString trouble = troubleOfNumber(entry.model(), item, text);
-    if (trouble.isEmpty())
-        trouble = troubleOfDecimals(item, text);
+    const QString trouble = troubleOfNumber(entry.model(), item, text);
     return trouble.isEmpty() ? entry.enterNumber(item, text) : trouble;
 }
 

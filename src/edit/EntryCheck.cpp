@@ -49,8 +49,10 @@ bool EntryCheck::checkNumber(clsData& item, bool bCascade, const QString& entere
 {
     const TranslateText tran = m_kx.library().translation();
     const LimitCheck limits = LimitCheck::of(item, m_kx, m_limitsGiven.contains(&item));
-    const bool inside = limits.allows(entered);
-    if (!inside || isEquivalent(item, entered)) {
+    // What the controller rounds must not end outside either, or on the other input limit.
+    const QString held = item.displayOf(item.storedOf(entered));
+    const bool inside = limits.allows(entered) && limits.allows(held);
+    if (!inside || isEquivalent(item, held)) {
         m_editor.tell(inside ? tran(QStringLiteral("It cannot set equivalent.")) : limits.refusal(item, tran),
                       MessageStyle::kInformation, kTitle);
         GridRefresh(m_kx).show(item);

@@ -219,6 +219,45 @@ QString formatNumber(double value, int precision, const QString& pattern)
     return QString::fromLatin1((number.negative && !isZero ? "-" : "") + digits);
 }
 
+// The digits of a decimal text without its leading zeros, and how many of them stand before the point: a negative count
+// stands for zeros behind it.
+struct PlacedDigits
+{
+    QByteArray digits;
+    qsizetype point = 0;
+
+    QByteArray whole() const { return point > 0 ? digits.left(point).leftJustified(point, '0') : QByteArray(); }
+    QByteArray behind() const { return point < 0 ? QByteArray(-point, '0') + digits : digits.mid(point); }
+};
+
+PlacedDigits placedDigits(const QString& text, qsizetype shift)
+{
+    PlacedDigits result;
+    for (const QChar c : text) {
+        if (c.toLower() == u'e')
+            break;
+        if (c >= u'0' && c <= u'9')
+            result.digits += static_cast<char>(c.unicode());
+    }
+    qsizetype zeros = 0;
+    while (zeros < result.digits.size() && result.digits[zeros] == '0')
+        ++zeros;
+    result.point = result.digits.size() + shift - zeros;
+    result.digits.remove(0, zeros);
+    return result;
+}
+
+// To the nearest whole number, halves to even; behind: the digits that stand behind the point.
+QByteArray roundedWhole(QByteArray whole, const QByteArray& behind)
+{
+    const bool isOdd = !whole.isEmpty() && (whole.back() - '0') % 2 != 0;
+    const char first = behind.isEmpty() ? '0' : behind.front();
+    const bool isHalf = first == '5' && behind.mid(1).count('0') == behind.size() - 1;
+    if (first > '5' || (first == '5' && (!isHalf || isOdd)))
+        increment(whole);
+    return whole;
+}
+
 template <typename Integer> std::optional<Integer> rounded(double value)
 {
     const double whole = std::nearbyint(value);
@@ -264,6 +303,29 @@ std::optional<float> parseSingle(const QString& text)
 std::optional<double> parseDouble(const QString& text)
 {
     return parseNumber(text);
+}
+
+std::optional<QString> scaledText(const QString& text, int places, bool isWhole)
+{
+    const QString trimmed = text.trimmed();
+    const auto value = parseSingle(trimmed);
+    if (!value)
+        return {};
+    if (const auto bits = parseRadix(trimmed))
+        return scaledText(QString::number(static_cast<qint32>(*bits)), places, isWhole);
+    const auto decimal = DecimalReader(trimmed).read();
+    if (!decimal || *value == 0.0F) // smaller than any number that is held
+        return QStringLiteral("0");
+    const PlacedDigits placed = placedDigits(trimmed, decimal->exponent - decimal->fraction + places);
+    QByteArray behind = placed.behind();
+    QByteArray digits = isWhole ? roundedWhole(placed.whole(), behind) : placed.whole();
+    while (!isWhole && behind.endsWith('0'))
+        behind.chop(1);
+    if (digits.isEmpty())
+        digits = "0";
+    if (!isWhole && !behind.isEmpty())
+        digits += '.' + behind;
+    return QString::fromLatin1((decimal->negative && digits != "0" ? "-" : "") + digits);
 }
 
 QString singleText(float value)

@@ -15,6 +15,10 @@ std::optional<qint16> parseInt16(const QString& text);
 std::optional<float> parseSingle(const QString& text);
 std::optional<double> parseDouble(const QString& text);
 
+// The number of a text times 10 to the power of places, as plain decimal text: the point is moved, so no digit changes.
+// isWhole: rounded to the nearest integer, halves to even. Nothing where parseSingle gives nothing.
+std::optional<QString> scaledText(const QString& text, int places, bool isWhole);
+
 // Rounds to the nearest integer, halves to even; nothing when it does not fit.
 std::optional<qint32> roundToInt32(double value);
 std::optional<qint16> roundToInt16(double value);

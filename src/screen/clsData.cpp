@@ -236,8 +236,17 @@ void clsData::setVData(const QString& displayValue)
     m_holdsDefault = false;
     if (m_type != ItemType::Data)
         return;
-    const float stored = m_library->toSingle(displayValue, 0.0F) * powerOfTen(getDecimals());
-    m_data = platform::singleText(stored);
+    m_data = storedOf(displayValue);
+}
+
+// The controller holds whole numbers in one and two bytes; four hold the number as it was entered.
+QString clsData::storedOf(const QString& displayValue) const
+{
+    const int places = getDecimals();
+    if (powerOfTen(places) == 0.0F)
+        return QStringLiteral("0");
+    const bool isWhole = m_dataLen == 1 || m_dataLen == 2;
+    return platform::scaledText(displayValue, places, isWhole).value_or(QStringLiteral("0"));
 }
 
 void clsData::setData(const QString& storedValue)

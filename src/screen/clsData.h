@@ -104,8 +104,9 @@ public:
     void restore(const ItemState& state);
 
     QString VData() const;
-    void setVData(const QString& displayValue);         // marks the item changed; a number is scaled up and stored
-    QString displayOf(const QString& storedText) const; // a stored number scaled down and formatted as this item's
+    void setVData(const QString& displayValue);          // marks the item changed; a number is scaled up and stored
+    QString displayOf(const QString& storedText) const;  // a stored number scaled down and formatted as this item's
+    QString storedOf(const QString& displayValue) const; // what setVData stores of a number
     int getDecimals() const;
     QString decimalsReference() const; // the tag that shows the decimal places; empty for a plain number
     QString getFormatStr() const;      // "#0", "#0.0", ...

@@ -27,6 +27,12 @@ bool storeInteger(const clsData& item, clsKXAdr& image)
 
 bool storeSingle(const clsData& item, clsKXAdr& image)
 {
+    // A text shows fewer digits than the bytes hold: a value that is still the one that was read keeps its bytes.
+    const float original = image.getSingle(item.Address(), 0);
+    if (image.isFilled() && item.Data() == platform::singleText(original)) {
+        image.setSingle(item.Address(), original);
+        return true;
+    }
     const auto value = platform::parseSingle(item.Data());
     if (value)
         image.setSingle(item.Address(), *value);
@@ -42,6 +48,13 @@ bool storeBit(const clsData& item, clsKXAdr& image)
 }
 
 } // namespace
+
+QString heldText(const clsData& item, const QString& storedText)
+{
+    const auto value = platform::parseSingle(storedText);
+    const bool isSingle = item.MType() == ItemType::Data && item.DataLen() == 4;
+    return isSingle && value ? platform::singleText(*value) : storedText;
+}
 
 bool storeInImage(const clsData& item, clsKXAdr& image)
 {

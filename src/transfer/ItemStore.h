@@ -1,10 +1,14 @@
 #pragma once
 
+#include <QString>
+
 class clsData;
 class clsKXAdr;
-class clsLibrary;
 
 // Puts the stored value of an item into the write copy of a memory image, by the item's type, length and address. False
 // when the value is none that this item can have in the controller (no number, or one that does not fit) or the item is
 // of a type that is not written; the image is unchanged then.
 bool storeInImage(const clsData& item, clsKXAdr& image);
+
+// The text that a read gives for a stored value once the controller holds it: four bytes keep seven digits.
+QString heldText(const clsData& item, const QString& storedText);

@@ -50,6 +50,44 @@ TEST(Numbers, ParseAsRecorded)
     }
 }
 
+TEST(Numbers, PointIsMovedExactly)
+{
+    struct
+    {
+        const char* text;
+        int places;
+        const char* exact;
+        const char* whole;
+    } const rows[] = {
+        {"9.98", 2, "998", "998"},
+        {"8.44", 2, "844", "844"},
+        {"12.345", 2, "1234.5", "1234"},
+        {"12.355", 2, "1235.5", "1236"},
+        {"12.3450001", 2, "1234.50001", "1235"},
+        {"-0.5", 0, "-0.5", "0"},
+        {"-1.5", 0, "-1.5", "-2"},
+        {".5", 5, "50000", "50000"},
+        {"1e1", 1, "100", "100"},
+        {" 1,234.50 ", 1, "12345", "12345"},
+        {"99.99", 1, "999.9", "1000"},
+        {"0.0004", 2, "0.04", "0"},
+        {"1e-99", 2, "0", "0"},
+        {"&hFF", 1, "2550", "2550"},
+        {"+007", 0, "7", "7"},
+        {"16777217", 5, "1677721700000", "1677721700000"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(platform::scaledText(QLatin1String(row.text), row.places, false).value_or("none").toStdString(),
+                  row.exact)
+            << row.text;
+        EXPECT_EQ(platform::scaledText(QLatin1String(row.text), row.places, true).value_or("none").toStdString(),
+                  row.whole)
+            << row.text;
+    }
+    for (const char* none : {"", "abc", "1e39", "1.2.3"})
+        EXPECT_FALSE(platform::scaledText(QLatin1String(none), 1, true)) << none;
+}
+
 TEST(Numbers, SingleTextAsRecorded)
 {
     for (const QStringList& row : recorded(QStringLiteral("single")))

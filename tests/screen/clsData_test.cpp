@@ -33,6 +33,21 @@ TEST_F(Item, VoltageRangeGivesInputLimitsThreePlaces)
     EXPECT_EQ(kx.getDataByTag(QStringLiteral("VQLIZS"))->VData(), u"500.0");
 }
 
+TEST_F(Item, EveryStoredValueComesBackFromItsText)
+{
+    for (int places = 0; places <= 5; ++places) {
+        load("[Setting]\nDataMaxCount=1\n" +
+             dataSection(1, ("DataLen=2\nDataInfo=" + QByteArray::number(places) + ",0,1,<=,<=,0,10").constData()));
+        clsData& item = *kx.items().front();
+        int wrong = 0;
+        for (int value = -32768; value <= 32767; ++value) {
+            const QString stored = QString::number(value);
+            wrong += item.storedOf(item.displayOf(stored)) == stored ? 0 : 1;
+        }
+        EXPECT_EQ(wrong, 0) << places << " places";
+    }
+}
+
 TEST_F(Item, DecimalCircleThroughTwoItemsEnds)
 {
     load(QByteArray("[Setting]\nDataMaxCount=2\n") +
