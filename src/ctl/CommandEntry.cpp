@@ -16,14 +16,19 @@ bool CommandEntry::hasOpenCell(clsData& item)
 QString CommandEntry::enterNumber(clsData& item, const QString& text)
 {
     const CellEditor::Silence silence(m_editor);
-    if (!hasOpenCell(item)) {
+    if (!hasOpenCell(item))
         m_editor.setVData(item.Key(), text, false);
-        return {};
-    }
-    if (m_editor.checkCell(item.Col(), item.Row(), true, text))
-        return {};
-    return QStringLiteral("it is outside the setting range [ %1 ]")
-        .arg(LimitCheck::of(item, model()).text(u' ' + item.Key() + u' '));
+    else if (!m_editor.checkCell(item.Col(), item.Row(), true, text))
+        return QStringLiteral("it is outside the setting range [ %1 ]")
+            .arg(LimitCheck::of(item, model()).text(u' ' + item.Key() + u' '));
+    return refusalIn(silence);
+}
+
+// What the value sets besides may be refused too.
+QString CommandEntry::refusalIn(const CellEditor::Silence& silence)
+{
+    const QStringList unsaid = silence.unsaid();
+    return unsaid.isEmpty() ? QString() : QStringLiteral("what it sets is refused: ") + unsaid.join(u' ');
 }
 
 QString CommandEntry::choose(clsData& item, int choice, const QString& stored)
@@ -37,7 +42,7 @@ QString CommandEntry::choose(clsData& item, int choice, const QString& stored)
         m_editor.openSelect(item.Col(), item.Row());
     else
         m_editor.changeCombo(item.Col(), item.Row(), choice);
-    return m_trouble;
+    return m_trouble.isEmpty() ? refusalIn(silence) : m_trouble;
 }
 
 void CommandEntry::openMultiSelect(clsData& item, const QString& section)
@@ -47,8 +52,7 @@ void CommandEntry::openMultiSelect(clsData& item, const QString& section)
         m_trouble = table.problem();
         return;
     }
-    for (const SelectionTable::Setting& setting : table.settingsOf(table.rowOf(m_wanted), item.Key()))
-        setting.apply(*this);
+    takeEntry(table.settingsOf(table.rowOf(m_wanted), item.Key()));
 }
 
 void CommandEntry::setData(const QString& sTag, const QString& sData, bool bCheck)

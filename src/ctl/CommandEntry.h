@@ -22,6 +22,7 @@ public:
 
 private:
     bool hasOpenCell(clsData& item);
+    static QString refusalIn(const CellEditor::Silence& silence);
 
     MainState state() const override { return MainState::UpToDate; }
     bool isBusy() const override { return false; }
@@ -32,6 +33,7 @@ private:
 
     void setData(const QString& sTag, const QString& sData, bool bCheck) override;
     void setVData(const QString& sTag, const QString& VData, bool bCheck) override;
+    void takeEntry(const std::vector<EntrySetting>& settings) override { m_editor.takeEntry(settings); }
 
     CellEditor m_editor;
     QString m_wanted;  // the stored value to be taken from the table that opens

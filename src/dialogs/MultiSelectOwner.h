@@ -1,6 +1,10 @@
 #pragma once
 
+#include "ChoiceTable.h"
+
 #include <QString>
+
+#include <vector>
 
 // What a selection needs of the window that opened it: a value set by tag, as if it had been entered.
 class MultiSelectOwner
@@ -11,4 +15,14 @@ public:
     virtual void setData(const QString& sTag, const QString& sData, bool bCheck) = 0;
     // The display value.
     virtual void setVData(const QString& sTag, const QString& VData, bool bCheck) = 0;
+    // All that an entry sets, in order, as one entry.
+    virtual void takeEntry(const std::vector<EntrySetting>& settings)
+    {
+        for (const EntrySetting& setting : settings) {
+            if (setting.isDisplayValue)
+                setVData(setting.tag, setting.value, true);
+            else
+                setData(setting.tag, setting.value, true);
+        }
+    }
 };

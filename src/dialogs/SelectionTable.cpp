@@ -1,7 +1,6 @@
 #include "SelectionTable.h"
 
 #include "IniBatch.h"
-#include "MultiSelectOwner.h"
 #include "Numbers.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
@@ -16,9 +15,6 @@ using platform::HAlign;
 namespace {
 
 const QString kFile = QStringLiteral("MultiSelect.ini");
-const QString kStored = QStringLiteral("tagD");
-const QString kDisplay = QStringLiteral("tagV");
-constexpr int kIdentifying = 1; // the data element that is the item's own value
 constexpr double kWidest = 200; // average characters
 constexpr double kMargin = 2;
 
@@ -38,14 +34,6 @@ bool isNumber(const QString& text)
 }
 
 } // namespace
-
-void SelectionTable::Setting::apply(MultiSelectOwner& owner) const
-{
-    if (isDisplayValue)
-        owner.setVData(tag, value, true);
-    else
-        owner.setData(tag, value, true);
-}
 
 bool SelectionTable::load(const QString& section)
 {
@@ -177,14 +165,14 @@ const ChoiceTable::Entry* SelectionTable::entry(int row) const
 
 bool SelectionTable::isTakable(int row) const
 {
-    return entry(row) != nullptr && !entry(row)->data.value(kIdentifying).trimmed().isEmpty();
+    return entry(row) != nullptr && !entry(row)->value().isEmpty();
 }
 
 int SelectionTable::rowOf(const QString& storedValue) const
 {
     const auto wanted = platform::parseDouble(storedValue);
     for (int row = 1; wanted && row <= rowCount(); ++row) {
-        const auto value = platform::parseDouble(entry(row)->data.value(kIdentifying));
+        const auto value = platform::parseDouble(entry(row)->value());
         if (value && *value == *wanted)
             return row;
     }
@@ -206,18 +194,7 @@ int SelectionTable::find(const QString& text) const
     return holding;
 }
 
-std::vector<SelectionTable::Setting> SelectionTable::settingsOf(int row, const QString& itemTag) const
+std::vector<EntrySetting> SelectionTable::settingsOf(int row, const QString& itemTag) const
 {
-    std::vector<Setting> settings;
-    if (!isTakable(row))
-        return settings;
-    const ChoiceTable::Entry& taken = *entry(row);
-    for (qsizetype i = kIdentifying; i < std::min(taken.tags.size(), taken.data.size()); ++i) {
-        const QString target = taken.tags[i].trimmed();
-        const bool isDisplay = target.startsWith(kDisplay);
-        if ((isDisplay || target.startsWith(kStored)) && target.size() > kStored.size())
-            settings.push_back({target.mid(kStored.size()), taken.data[i].trimmed(), isDisplay});
-    }
-    settings.push_back({itemTag, taken.data[kIdentifying].trimmed(), false});
-    return settings;
+    return entry(row) == nullptr ? std::vector<EntrySetting>() : entry(row)->settingsFor(itemTag);
 }

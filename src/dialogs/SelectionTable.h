@@ -8,7 +8,6 @@
 
 #include <vector>
 
-class MultiSelectOwner;
 class clsINI;
 class clsLibrary;
 
@@ -35,17 +34,8 @@ public:
     // of the characters matters.
     int find(const QString& text) const;
 
-    // What taking an entry sets, in this order: what its tag list names, then the item itself.
-    struct Setting
-    {
-        QString tag;
-        QString value;
-        bool isDisplayValue = false;
-
-        void apply(MultiSelectOwner& owner) const;
-        bool operator==(const Setting&) const = default;
-    };
-    std::vector<Setting> settingsOf(int row, const QString& itemTag) const; // none for an entry that cannot be taken
+    // What taking an entry sets; none for one that cannot be taken.
+    std::vector<EntrySetting> settingsOf(int row, const QString& itemTag) const;
 
 private:
     struct Column

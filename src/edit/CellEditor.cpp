@@ -9,6 +9,7 @@
 #include "clsLog.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -42,6 +43,9 @@ void CellEditor::endAction()
         --m_depth;
         return;
     }
+    // Only now is all set that the controller is to take along with the range.
+    if (std::exchange(m_rangeIsDue, false))
+        noteSent(m_shell.writeOne(kRangeTag));
     showChanges();
     m_history.finish(!m_sent);
     if (m_sent)
@@ -172,8 +176,31 @@ void CellEditor::setData(const QString& sTag, const QString& sData, bool bCheck)
     m_kx.refreshCell(*item);
     if (bCheck && !checkAsSet(*item))
         putBack(*item, before);
-    if (item->Key() == kRangeTag)
-        noteSent(m_shell.writeOne(kRangeTag));
+    m_rangeIsDue = m_rangeIsDue || item->Key() == kRangeTag;
+}
+
+void CellEditor::setEach(const std::vector<EntrySetting>& settings, bool bCheck)
+{
+    for (const EntrySetting& setting : settings) {
+        if (setting.isDisplayValue)
+            setVData(setting.tag, setting.value, bCheck);
+        else
+            setData(setting.tag, setting.value, bCheck);
+    }
+}
+
+// The values depend on each other both ways: all are in place before the first one is checked.
+void CellEditor::takeEntry(const std::vector<EntrySetting>& settings)
+{
+    const Action action(*this);
+    for (const EntrySetting& setting : settings) {
+        const clsData* item = m_kx.getDataByTag(setting.tag);
+        if (item != nullptr && !m_beforeEntry.contains(item))
+            m_beforeEntry.insert(item, item->state());
+    }
+    setEach(settings, false);
+    setEach(settings, true);
+    m_beforeEntry.clear();
 }
 
 // The check of a value that is set already, by the cell that shows it.
@@ -185,7 +212,7 @@ bool CellEditor::checkAsSet(const clsData& item)
 
 void CellEditor::putBack(clsData& item, const ItemState& before)
 {
-    item.restore(before);
+    item.restore(m_beforeEntry.value(&item, before));
     GridRefresh(m_kx).show(item);
 }
 
@@ -256,7 +283,10 @@ void CellEditor::clear()
 
 int CellEditor::tell(const QString& text, int style, const QString& title)
 {
-    return m_silence > 0 ? MessageResult::kOk : m_messages.showMessage(text, style, title);
+    if (m_silence == 0)
+        return m_messages.showMessage(text, style, title);
+    m_unsaid << text;
+    return MessageResult::kOk;
 }
 
 void CellEditor::logItem(const clsData& item, const QString& word) const

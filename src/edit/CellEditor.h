@@ -6,6 +6,7 @@
 #include "EntryCheck.h"
 #include "Interlocks.h"
 
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <QString>
@@ -39,7 +40,11 @@ public:
 
     // Values by tag; with bCheck they are checked like an entry, and what the check refuses is put back.
     void setVData(const QString& sTag, const QString& VData, bool bCheck) override;
-    void setData(const QString& sTag, const QString& sData, bool bCheck); // "PQRNO" is written at once
+    void setData(const QString& sTag, const QString& sData,
+                 bool bCheck); // "PQRNO" is written when the action is complete
+    // All that an entry of a selection table sets, with the check of each value; what depends on another one of the
+    // same entry is held against all of them.
+    void takeEntry(const std::vector<EntrySetting>& settings);
     int getDataTempMax() const;
     QString getDataTag(int lIndex) const;
     QString getDataByTag(const QString& sTag) const; // the stored value; empty for a tag that does not exist
@@ -59,17 +64,23 @@ public:
         CellEditor& m_editor;
     };
 
-    // Refusals are not told while this lives: for edits whose refusals are told together.
+    // Refusals are kept instead of told while this lives: for edits whose refusals are told together.
     class Silence
     {
     public:
-        explicit Silence(CellEditor& editor) : m_editor(editor) { ++m_editor.m_silence; }
-        ~Silence() { --m_editor.m_silence; }
+        explicit Silence(CellEditor& editor) : m_editor(editor), m_first(editor.m_unsaid.size()) { ++editor.m_silence; }
+        ~Silence()
+        {
+            --m_editor.m_silence;
+            m_editor.m_unsaid.resize(m_first);
+        }
         Silence(const Silence&) = delete;
         Silence& operator=(const Silence&) = delete;
+        QStringList unsaid() const { return m_editor.m_unsaid.mid(m_first); }
 
     private:
         CellEditor& m_editor;
+        qsizetype m_first;
     };
 
     bool canUndo() const { return m_history.canUndo(); }
@@ -102,6 +113,7 @@ private:
     void showLimited(const std::vector<const clsData*>& changed);
     bool checkAsSet(const clsData& item);
     void putBack(clsData& item, const ItemState& before);
+    void setEach(const std::vector<EntrySetting>& settings, bool bCheck);
 
     void setLimits(const QString& tag, const QString& lower, const QString& upper) override;
     void redrawAll() override { m_redraw = true; }
@@ -114,11 +126,15 @@ private:
     CellClicks m_clicks;
     EditHistory m_history;
     int m_silence = 0;
+    QStringList m_unsaid;
+
+    QHash<const clsData*, ItemState> m_beforeEntry; // of what an entry of a table sets
 
     // The user action that runs.
     int m_depth = 0;
     bool m_redraw = false;
     bool m_sent = false;
+    bool m_rangeIsDue = false;              // the input range was set and goes out when the action is complete
     QSet<const clsData*> m_decimalsSources; // items that others take their decimal places from
     bool m_sourcesKnown = false;
 };

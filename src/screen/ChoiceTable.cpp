@@ -4,11 +4,16 @@
 #include "clsINI.h"
 #include "clsLibrary.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kDataFields = 27;
 constexpr int kNameFields = 10;
 const QString kSeparator = QStringLiteral("vbTab");
+constexpr int kIdentifying = 1; // the data element that is the item's own value
+const QString kStored = QStringLiteral("tagD");
+const QString kDisplay = QStringLiteral("tagV");
 const QString kEndName = QStringLiteral("Test");
 
 QString repeated(const QString& text, int count, const QString& separator)
@@ -46,6 +51,28 @@ void ChoiceTable::load(clsINI& ini, const QString& section, const clsLibrary& li
             return;
         m_entries.push_back(entry);
     }
+}
+
+std::vector<EntrySetting> ChoiceTable::Entry::settings(qsizetype from) const
+{
+    std::vector<EntrySetting> settings;
+    for (qsizetype i = from; i < std::min(tags.size(), data.size()); ++i) {
+        const QString target = tags[i].trimmed();
+        const bool isDisplay = target.startsWith(kDisplay);
+        if ((isDisplay || target.startsWith(kStored)) && target.size() > kStored.size())
+            settings.push_back({target.mid(kStored.size()), data[i].trimmed(), isDisplay});
+    }
+    return settings;
+}
+
+// The item comes first: its own table gives the limits that the others are held against.
+std::vector<EntrySetting> ChoiceTable::Entry::settingsFor(const QString& itemTag) const
+{
+    if (value().isEmpty())
+        return {};
+    std::vector<EntrySetting> all = settings(kIdentifying);
+    all.insert(all.begin(), {itemTag, value(), false});
+    return all;
 }
 
 QString ChoiceTable::nameOf(const QString& storedValue) const

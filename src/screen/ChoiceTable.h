@@ -7,6 +7,15 @@
 class clsINI;
 class clsLibrary;
 
+// What a choice sets of one item: its stored value, or what it shows.
+struct EntrySetting
+{
+    QString tag;
+    QString value;
+    bool isDisplayValue = false;
+    bool operator==(const EntrySetting&) const = default;
+};
+
 // A selection table, one section of "MultiSelect.ini": entries whose data element with index 1 identifies them and
 // whose name element with index 0 is shown. The table ends before the first entry named "Test".
 class ChoiceTable
@@ -20,6 +29,13 @@ public:
         QStringList tags;
         QStringList data;
         QStringList names;
+
+        // Empty: the entry has no value to be taken.
+        QString value() const { return data.value(1).trimmed(); }
+        // What the tag list sets, from this position on; elements that name no item set nothing.
+        std::vector<EntrySetting> settings(qsizetype from) const;
+        // What taking the entry for an item sets, in this order: the item itself, then its tag list.
+        std::vector<EntrySetting> settingsFor(const QString& itemTag) const;
     };
 
     // An empty section name gives an empty table.

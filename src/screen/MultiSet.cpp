@@ -1,14 +1,14 @@
 #include "MultiSet.h"
 
-#include "ChoiceTable.h"
 #include "Numbers.h"
 #include "clsKX.h"
+
+#include <algorithm>
 
 namespace {
 
 constexpr int kFirstTarget = 2; // elements 0 and 1 number and identify the entry
-const QString kStored = QStringLiteral("tagD");
-const QString kDisplay = QStringLiteral("tagV");
+constexpr int kMaxEntries = 1000;
 const QString kDecimals = QStringLiteral("DOT");
 
 } // namespace
@@ -16,37 +16,36 @@ const QString kDecimals = QStringLiteral("DOT");
 void MultiSet::apply(const clsData& item, const ChoiceTable& table, const QString& storedValue)
 {
     const auto wanted = platform::parseDouble(storedValue);
-    if (!wanted || m_applied.contains(&item))
+    if (!wanted || m_running.contains(&item))
         return;
-    const bool outermost = m_applied.isEmpty();
-    m_applied.insert(&item);
+    if (m_running.isEmpty())
+        m_applied = 0;
+    m_running.insert(&item);
     for (const ChoiceTable::Entry& entry : table.entries()) {
         const auto candidate = platform::parseDouble(entry.data.value(1));
-        if (candidate && *candidate == *wanted)
-            applyEntry(entry.tags, entry.data);
+        if (candidate && *candidate == *wanted && ++m_applied <= kMaxEntries)
+            applyEntry(entry.settings(kFirstTarget));
     }
-    if (outermost)
-        m_applied.clear();
+    m_running.remove(&item);
 }
 
-void MultiSet::applyEntry(const QStringList& tags, const QStringList& values)
+void MultiSet::applyEntry(const std::vector<EntrySetting>& settings)
 {
-    bool restarted = false;
-    for (int position = kFirstTarget; position < values.size(); ++position) {
-        const QString target = tags.value(position);
-        applyOne(target, values[position]);
-        // Display values set before the decimal places were known were scaled with the old ones.
-        if (!restarted && target.contains(kDecimals)) {
-            restarted = true;
-            position = kFirstTarget - 1;
-        }
-    }
+    const auto isPoint = [](const EntrySetting& setting) {
+        return ((setting.isDisplayValue ? u'V' : u'D') + setting.tag).contains(kDecimals);
+    };
+    const auto point = std::find_if(settings.begin(), settings.end(), isPoint);
+    // Display values set before the decimal places were known were scaled with the old ones.
+    if (point != settings.end())
+        std::for_each(settings.begin(), std::next(point), [this](const EntrySetting& one) { applyOne(one); });
+    for (const EntrySetting& setting : settings)
+        applyOne(setting);
 }
 
-void MultiSet::applyOne(const QString& target, const QString& value)
+void MultiSet::applyOne(const EntrySetting& setting)
 {
-    if (target.startsWith(kStored))
-        m_owner.setData(target.mid(kStored.size()), value, true);
-    else if (target.startsWith(kDisplay))
-        m_owner.setVData(target.mid(kDisplay.size()), value, true);
+    if (setting.isDisplayValue)
+        m_owner.setVData(setting.tag, setting.value, true);
+    else
+        m_owner.setData(setting.tag, setting.value, true);
 }

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "ChoiceTable.h"
+
 #include <QSet>
 #include <QString>
 
-class ChoiceTable;
+#include <vector>
+
 class clsData;
 class clsKX;
 
@@ -15,13 +18,14 @@ public:
     explicit MultiSet(clsKX& owner) : m_owner(owner) {}
 
     // Applies every entry of the table whose identifying element equals the stored value as a number. An item that is
-    // reached again through its own choices is not applied a second time.
+    // reached again through its own choices is not applied once more, and a cascade of very many entries ends.
     void apply(const clsData& item, const ChoiceTable& table, const QString& storedValue);
 
 private:
-    void applyEntry(const QStringList& tags, const QStringList& values);
-    void applyOne(const QString& target, const QString& value);
+    void applyEntry(const std::vector<EntrySetting>& settings);
+    void applyOne(const EntrySetting& setting);
 
     clsKX& m_owner;
-    QSet<const clsData*> m_applied; // in the cascade that runs
+    QSet<const clsData*> m_running; // items whose choices are being applied, one inside the other
+    int m_applied = 0;              // entries in the cascade that runs
 };

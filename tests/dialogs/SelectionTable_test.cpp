@@ -118,7 +118,7 @@ TEST_F(Selection, TablesThatCannotBeUsedSayWhy)
     }
 }
 
-TEST_F(Selection, TakingAnEntrySetsItsListAndThenTheItem)
+TEST_F(Selection, TakingAnEntrySetsTheItemAndThenItsList)
 {
     struct Row
     {
@@ -128,9 +128,9 @@ TEST_F(Selection, TakingAnEntrySetsItsListAndThenTheItem)
         const char* set;
     };
     const Row rows[] = {
-        {"stored and shown values", ",,tagDA,tagVB", "1,5,10,2.5", "A=10 / B shows 2.5 / ITEM=5"},
-        {"from index 1", "tagDX,tagDA", "1,5", "A=5 / ITEM=5"},
-        {"placeholders and empty ones", ",,Tag3,,tagDA,tag5,unknown", "1,5,2,3,4,5,6", "A=4 / ITEM=5"},
+        {"stored and shown values", ",,tagDA,tagVB", "1,5,10,2.5", "ITEM=5 / A=10 / B shows 2.5"},
+        {"from index 1", "tagDX,tagDA", "1,5", "ITEM=5 / A=5"},
+        {"placeholders and empty ones", ",,Tag3,,tagDA,tag5,unknown", "1,5,2,3,4,5,6", "ITEM=5 / A=4"},
         {"no value", ",,tagDA", "1", ""},
     };
     for (const Row& taken : rows) {
@@ -138,8 +138,7 @@ TEST_F(Selection, TakingAnEntrySetsItsListAndThenTheItem)
                "\nName2=taken\nName3=Test\n");
         set.clear();
         ASSERT_TRUE(table.load(QStringLiteral("T"))) << taken.name;
-        for (const auto& setting : table.settingsOf(2, QStringLiteral("ITEM")))
-            setting.apply(*this);
+        takeEntry(table.settingsOf(2, QStringLiteral("ITEM")));
         EXPECT_EQ(set.join(QStringLiteral(" / ")).toStdString(), taken.set) << taken.name;
     }
 }

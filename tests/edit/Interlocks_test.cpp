@@ -1,5 +1,6 @@
 #include "EditorFixture.h"
 #include "Table.h"
+#include "clsINI.h"
 
 namespace {
 
@@ -29,6 +30,38 @@ TEST_P(Interlock, CarriesAnEntryOn)
         EXPECT_TRUE(everything() == before) << "undo";
         EXPECT_FALSE(editor.canUndo()) << "one entry is one step";
     }
+}
+
+// From every input range to every other one and back: what the entry sets is set, whatever was there before.
+TEST_P(Interlock, EveryRangeIsTakenWhole)
+{
+    shipped(QLatin1String(GetParam()));
+    clsINI ini(box.context);
+    ini.setIniPath(library.getIniFilePath(QString()));
+    ini.setIniFileName(QStringLiteral("MultiSelect.ini"));
+    const auto take = [this](const ChoiceTable::Entry& entry) {
+        if (kx.hasVoltageRange()) // scaled downwards, from where others begin
+            start(QStringLiteral("VQLIL=1000 VQLIH=0"));
+        const auto taken = entry.settingsFor(QStringLiteral("PQRNO"));
+        editor.takeEntry(taken);
+        return std::all_of(taken.begin(), taken.end(), [this](const EntrySetting& one) {
+            return (one.isDisplayValue ? item(one.tag).VData() : item(one.tag).Data()) == one.value;
+        });
+    };
+    for (const bool kelvin : {false, true}) {
+        ChoiceTable table;
+        table.load(ini, kelvin ? QStringLiteral("InputRangeK") : QStringLiteral("InputRangeC"), library);
+        start(QStringLiteral("SWQCF=%1").arg(kelvin ? 1 : 0));
+        for (auto from = table.entries().begin(); from != table.entries().end(); ++from) {
+            for (auto to = from; to != table.entries().end(); ++to) {
+                EXPECT_TRUE(take(*from)) << qPrintable(QStringLiteral("%1 > %2").arg(to->names[0], from->names[0]));
+                EXPECT_TRUE(take(*to)) << qPrintable(QStringLiteral("%1 > %2").arg(from->names[0], to->names[0]));
+            }
+        }
+    }
+    EXPECT_TRUE(record.texts.isEmpty()) << qPrintable(record.texts.join(u'\n'));
+    EXPECT_EQ(shell.calls.count(QStringLiteral("one PQRNO")), 2 * 18 * 19) << "one write for each entry";
+    EXPECT_EQ(shell.calls.size(), 2 * 18 * 19);
 }
 
 INSTANTIATE_TEST_SUITE_P(Shipped, Interlock,

@@ -103,6 +103,24 @@ TEST_F(Choice, StartsOverOnceAfterDecimalPlaces)
     EXPECT_EQ(kx.getDataByTag(QStringLiteral("HIGH"))->Data(), u"9999");
 }
 
+// What B's table sets in the units of the old decimal point is set once more, too.
+TEST_F(Choice, StartsOverForNestedTables)
+{
+    const QString hidden = QStringLiteral("|Option=0=KX41\nVisible=False");
+    put(definition(QStringLiteral("MultiSelect.ini")), "");
+    const QStringList items{QStringLiteral("A|Multi|0|") + hidden + QStringLiteral("\nMultiSelectSection=LA"),
+                            QStringLiteral("B|Multi|0|") + hidden + QStringLiteral("\nMultiSelectSection=LB"),
+                            QStringLiteral("LOW|Data|3|DOTSVDOT,0,0,<=,<=") + hidden,
+                            QStringLiteral("SVDOT|Data|0|0,0,3,<=,<=") + hidden};
+    build(items);
+    put(definition(QStringLiteral("MultiSelect.ini")),
+        "[LA]\nSetTags1=,, tagDB ,tagDSVDOT\nData1=0,1,1, 2\nName1=x\nName2=Test\n"
+        "[LB]\nSetTags1=,,tagVLOW\nData1=0,1,1.5\nName1=x\nName2=Test\n");
+    load(content(definition(QStringLiteral("M.ini"))));
+    kx.getDataByTag(QStringLiteral("A"))->setData(QStringLiteral("1"));
+    EXPECT_EQ(kx.getDataByTag(QStringLiteral("LOW"))->Data(), u"150");
+}
+
 TEST_F(Choice, CircleOfTablesEnds)
 {
     const QString hidden = QStringLiteral("0,0,0,<=,<=|Option=0=KX41\nVisible=False\nMultiSelectSection=");

@@ -73,6 +73,7 @@ public:
     {
         m_editor->setVData(sTag, VData, bCheck);
     }
+    void takeEntry(const std::vector<EntrySetting>& settings) override { m_editor->takeEntry(settings); }
     void setData(const QString& sTag, const QString& sData, bool bCheck) override
     {
         m_editor->setData(sTag, sData, bCheck);

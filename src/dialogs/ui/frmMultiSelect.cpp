@@ -16,7 +16,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -221,11 +220,7 @@ void frmMultiSelect::take()
         m_traceLog->LogWrite(
             QStringLiteral("[KXMultiSelectFormTrace]%1: entry %2 for %3").arg(m_id).arg(row).arg(m_item.tag));
     accept();
-    const QPointer<frmMultiSelect> alive(this);
-    for (const SelectionTable::Setting& setting : settings) {
-        if (alive) // the program may end meanwhile
-            setting.apply(m_operations);
-    }
+    m_operations.takeEntry(settings);
 }
 
 // The keys that move in a list move in this one while a text is typed, and a text that is typed in the list is
