@@ -91,6 +91,8 @@ void SetFile::apply(clsKX& kx, const Values& values)
         items.push_back(entry.first);
     for (const size_t place : entryOrder(items)) {
         const auto& [item, value] = values[static_cast<qsizetype>(place)];
+        if (item->Key() == kUnit && value.isEmpty())
+            continue; // the unit stays as it is
         item->setData(value);
         item->setKnown(!value.isEmpty());
         if (item->Key() == kUnit)
@@ -159,7 +161,7 @@ CommandResult SetFile::save(const clsKX& kx) const
         return badFile(kUnusableName);
     if (file.exists() && !file.isFile())
         return badFile(QStringLiteral("it is no plain file; choose another place with -o"));
-    const QString trouble = ParameterFile(m_program.library(), m_desktopPath).save(kx.knownSet());
+    const QString trouble = ParameterFile(m_program.library(), m_desktopPath).save(kx.currentSet());
     if (trouble.isEmpty())
         return {};
     return CommandResult::failed(ExitStatus::BadFile, trouble + QStringLiteral("; choose another place with -o"));

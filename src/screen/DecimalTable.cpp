@@ -9,7 +9,7 @@
 void DecimalTable::load(clsINI& ini, const QString& section, const clsLibrary& library)
 {
     const int lastInFile =
-        library.toLong(ini.GetIniData(section, QStringLiteral("LastIndex"), QStringLiteral("-1"), true), -1);
+        library.toLong(ini.GetIniData(section, QStringLiteral("LastIndex"), QStringLiteral("-1"), true), 0);
     const int last = std::min(lastInFile, kRows - 1);
     for (int row = 0; row <= last; ++row) {
         const QStringList fields =

@@ -21,6 +21,8 @@ HAlign alignOf(int code)
 // The number that a cell shows before anything was read: the default stored value, not scaled.
 QString unscaled(const clsLibrary& library, const clsData& item)
 {
+    if (!platform::parseSingle(item.Data()))
+        return item.Data();
     return library.ExFormat(library.toSingle(item.Data(), 0.0F), item.getFormatStr());
 }
 
@@ -53,6 +55,7 @@ void GridBuilder::build()
         m_owner.fillOffLine();
     fitSizes();
     m_grid.endUpdate();
+    Q_EMIT m_owner.LoadEvent(2, m_owner.settings().dataCount, QString());
     m_grid.setShown(true);
 }
 

@@ -1,5 +1,6 @@
 #include "GridRefresh.h"
 
+#include "EntryOrder.h"
 #include "HeldValue.h"
 #include "ItemLimits.h"
 #include "LockRules.h"
@@ -31,12 +32,10 @@ bool isNamedChoice(const QString& tag)
 
 void GridRefresh::takeFromImages(const std::vector<clsBlock*>* blocks)
 {
-    // What is only the definition's default was not sent; items that others set take their values below.
-    for (const auto& item : m_owner.items()) {
-        if (item->RSection().isEmpty() && item->holdsDefault())
-            item->setKnown(false);
-    }
     std::vector<clsData*> items;
+    std::vector<int> marks;
+    for (const auto& item : m_owner.items())
+        marks.push_back(item->Edit);
     if (blocks == nullptr) {
         for (const auto& item : m_owner.items())
             items.push_back(item.get());
@@ -44,10 +43,18 @@ void GridRefresh::takeFromImages(const std::vector<clsBlock*>* blocks)
         for (const clsBlock* block : *blocks)
             items.insert(items.end(), block->Tags().begin(), block->Tags().end());
     }
-    // Which input table an input range is looked up in depends on the unit: the unit comes first.
-    std::stable_partition(items.begin(), items.end(), [](const clsData* item) { return item->Key() == kUnitTag; });
-    for (clsData* item : items)
-        take(*item);
+    // What a choice sets comes before the values that were read, which hold over it.
+    for (const size_t place : entryOrder({items.begin(), items.end()}))
+        take(*items[place]);
+    for (size_t i = 0; i < marks.size(); ++i)
+        dropMark(*m_owner.items()[i], blocks == nullptr, marks[i]);
+}
+
+// What a choice that was read sets besides is no edit, and no edit outlives a read of everything.
+void GridRefresh::dropMark(clsData& item, bool isWhole, int before)
+{
+    if (item.Edit == EditState::kChanged && (isWhole || before != EditState::kChanged))
+        item.Edit = EditState::kUntouched;
 }
 
 void GridRefresh::take(clsData& item)

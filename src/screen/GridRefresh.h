@@ -27,6 +27,7 @@ public:
 private:
     void take(clsData& item);
     std::optional<QString> offLineValue(const clsData& item, const clsKXAdr& image) const;
+    static void dropMark(clsData& item, bool isWhole, int before);
     QString textOf(const clsData& item) const;
     void widen(const clsData& item);
 

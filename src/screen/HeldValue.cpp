@@ -8,8 +8,8 @@
 
 namespace {
 
-// Whether the reply holds a value of this item: length 3 has no meaning, a text may be longer than the image, and a
-// register has no single bits.
+// Whether the reply holds a value of this item: length 3 has no meaning, a text begins with the image and may be
+// longer, and a register has no single bits.
 bool isSent(const clsData& item, const clsKXAdr& image)
 {
     const bool isText = item.DataLen() >= 4 && item.MType() != ItemType::Data;
@@ -17,7 +17,7 @@ bool isSent(const clsData& item, const clsKXAdr& image)
         return false;
     if (image.m_bModbus)
         return item.DataLen() <= 2 && !(item.DataLen() == 1 && item.MType() == ItemType::Bit);
-    return image.holds(item.Address(), isText ? 1 : std::min(item.DataLen(), 4));
+    return isText ? image.imageSize() > 0 : image.holds(item.Address(), std::min(item.DataLen(), 4));
 }
 
 QString byteText(const clsData& item, const clsKXAdr& image)

@@ -15,10 +15,12 @@ const QString kData = QStringLiteral("Data");
 const QString kModel = QStringLiteral("MODEL");
 constexpr int kPutFailure = 556;
 
-// Whether a text can be the stored value of the item. A text item takes any; an empty one means "no value".
+// Whether a text can be the stored value of the item. A text item takes any; an empty one means "no value"; what the
+// definition itself gives was saved as it is.
 bool isValueOf(const clsData& item, const QString& text)
 {
-    return item.MType() == ItemType::String || text.isEmpty() || platform::parseSingle(text).has_value();
+    return item.showsStoredText() || text.isEmpty() || text == item.DefData() ||
+           platform::parseSingle(text).has_value();
 }
 
 } // namespace

@@ -19,7 +19,7 @@ bool carries(const clsKX& kx, const clsKXAdr& image, int i, const clsData& item)
 bool isWritten(const clsKX& kx, const clsData& item)
 {
     const clsKXAdr* image = kx.ColAdr().find(item.WSection());
-    if (image == nullptr || item.MType() == ItemType::String)
+    if (image == nullptr || item.isReadOnly() || item.MType() == ItemType::String)
         return false;
     for (int i = 1; i <= image->WMsgMax(); ++i) {
         if (carries(kx, *image, i, item))

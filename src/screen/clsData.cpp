@@ -109,6 +109,7 @@ void clsData::readPlace(clsINI& ini, const QString& section)
     const QString maskKey = QStringLiteral("BitMask");
     const QString cellKey = QStringLiteral("CellData");
     m_enabled = ini.GetIniData(section, QStringLiteral("Enabled"), QStringLiteral("True"));
+    m_readOnly = m_library->toBoolean(ini.GetIniData(section, QStringLiteral("ReadOnly"), QString(), true), false);
     m_address = ini.GetIniData(section, QStringLiteral("KXAddress"), QString());
     m_dataLen = number(lengthKey, ini.GetIniData(section, lengthKey, QStringLiteral("0")));
     m_bitMask = number(maskKey, ini.GetIniData(section, maskKey, QStringLiteral("0")));

@@ -62,6 +62,7 @@ public:
     QString Key() const { return m_tag; }
     QString DataName() const { return m_name; }
     int BlockNo() const { return m_blockNo; }
+    bool isReadOnly() const { return m_readOnly; } // only the controller changes it: takes no entry, is never written
     bool Visible() const { return m_visible; }
     int Row() const { return m_row; }
     int Col() const { return m_col; }
@@ -151,6 +152,7 @@ private:
     int m_blockNo = 0;
     bool m_visible = true;
     QString m_enabled;
+    bool m_readOnly = false;
     int m_row = 0;
     int m_col = 0;
     QString m_backColorName;

@@ -7,6 +7,7 @@
 #include "MessagePresenter.h"
 #include "Numbers.h"
 #include "OptionExpression.h"
+#include "ProfileDocument.h"
 #include "clsCfg.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
@@ -18,12 +19,15 @@
 namespace {
 
 const QString kUnitTag = QStringLiteral("SWQCF");
-const QString kVoltageMark = QStringLiteral("5V"); // in the names of voltage and current inputs
+const QString kDefaultColor = QStringLiteral("vbWindowBackGround"); // of a label; stands for the window's own
+const QString kVoltageMark = QStringLiteral("5V");                  // in the names of voltage and current inputs
 
 // A name, a number or an "RGB" text; a name or number that cannot be converted gives back whichever default it got.
 bool isColor(const clsLibrary& library, const QString& text)
 {
     const QString trimmed = text.trimmed();
+    if (trimmed == kDefaultColor)
+        return true;
     const bool hasForm = trimmed.startsWith(QStringLiteral("vb")) || trimmed.startsWith(QStringLiteral("RGB")) ||
                          platform::parseDouble(trimmed).has_value();
     return hasForm && library.StrToColor(trimmed, 1) == library.StrToColor(trimmed, 2);
@@ -135,6 +139,7 @@ void clsKX::clear()
     m_blocks.clear();
     m_itemByCell.clear();
     m_itemByTag.clear();
+    m_tagByFileKey.clear();
     m_items.clear();
     m_duplicates.clear();
     m_tags.clear();
@@ -227,11 +232,7 @@ clsData* clsKX::addItem(std::unique_ptr<clsData> item, int number)
             noteFault(QStringLiteral("Datas%1").arg(number),
                       QStringLiteral("CellData: cell %1 is taken by %2").arg(key, m_itemByCell[key]->Key()));
     }
-    const bool isNew = !m_itemByTag.contains(added->Key());
-    if (isNew)
-        m_itemByTag.insert(added->Key(), added);
-    else
-        noteFault(QStringLiteral("Datas%1").arg(number), QStringLiteral("Tag: %1 exists already").arg(added->Key()));
+    const bool isNew = takeTag(*added);
     (isNew ? m_items : m_duplicates).push_back(std::move(item));
     m_tags[static_cast<size_t>(number)] = added->Key();
     if (clsBlock* block = getBlockByNo(added->BlockNo()))
@@ -239,6 +240,23 @@ clsData* clsKX::addItem(std::unique_ptr<clsData> item, int number)
     joinImage(*added);
     noteFaults(*added);
     return added;
+}
+
+// In a parameter file, tags that differ only in case are one key.
+bool clsKX::takeTag(clsData& item)
+{
+    const QString section = QStringLiteral("Datas%1").arg(item.number());
+    const QString refusal = platform::ProfileDocument::refusal(section, item.Key());
+    if (!refusal.isEmpty())
+        noteFault(section, QStringLiteral("Tag: ") + refusal);
+    QString& taken = m_tagByFileKey[item.Key().trimmed().toCaseFolded()];
+    if (!taken.isNull()) {
+        noteFault(section, QStringLiteral("Tag: %1 exists already").arg(taken));
+        return false;
+    }
+    taken = item.Key();
+    m_itemByTag.insert(item.Key(), &item);
+    return true;
 }
 
 void clsKX::joinImage(const clsData& item)
@@ -301,11 +319,20 @@ void clsKX::setVData(const QString& tag, const QString& displayValue, bool sOnly
         item->setVData(displayValue);
 }
 
+// The definition's default of what is read is no value of the controller. Off-line, the defaults are the values.
+bool clsKX::hasValue(const clsData& item) const
+{
+    const clsCfg* settings = m_library->context().settings;
+    const bool isOffLine = settings != nullptr && settings->m_bComm;
+    const bool isRead = m_images.find(item.RSection()) != nullptr;
+    return item.isKnown() && (isOffLine || !isRead || !item.holdsDefault());
+}
+
 ParameterSet clsKX::currentSet() const
 {
     ParameterSet set{m_modelString, {}};
     for (const auto& item : m_items)
-        set.values.append({item->Key(), item->Data()});
+        set.values.append({item->Key(), hasValue(*item) ? item->Data() : QString()});
     return set;
 }
 
@@ -336,6 +363,10 @@ bool clsKX::loadData(const QString& fileName)
     for (const size_t place : entryOrder(items)) {
         const auto& [tag, value] = set.values[static_cast<qsizetype>(place)];
         clsData* item = getDataByTag(tag);
+        if (tag == kUnitTag && value.isEmpty()) {
+            m_lastLoad.missing.removeAll(tag); // the unit stays
+            continue;
+        }
         if (item->Data() != value) {
             item->Edit = EditState::kChanged;
             m_lastLoad.changed << tag;
@@ -400,7 +431,7 @@ clsBlock* clsKX::getBlockByRC(int row, int col) const
 bool clsKX::isWritable(const clsData& item) const
 {
     const clsKXAdr* image = m_images.find(item.WSection());
-    return image != nullptr && image->WMsgMax() > 0;
+    return !item.isReadOnly() && image != nullptr && image->WMsgMax() > 0;
 }
 
 int clsKX::alarmDecimals(const DecimalTable& table, int k) const

@@ -104,7 +104,7 @@ public:
     QString saveData(const QString& fileName) const;
     bool loadData(const QString& fileName);
     const ParameterLoad& lastLoad() const { return m_lastLoad; }
-    ParameterSet currentSet() const; // all items
+    ParameterSet currentSet() const; // all items; what was never read or set has an empty value
     ParameterSet knownSet() const;   // those whose value the controller sent or the user set
 
     // Decimal places of alarm k (1 to 3), its value and its dead-band.
@@ -153,6 +153,8 @@ private:
     int alarmDecimals(const DecimalTable& table, int k) const;
     void clear();
     void addBlock(std::unique_ptr<clsBlock> block, int row, int col);
+    bool takeTag(clsData& item); // false: the tag is taken
+    bool hasValue(const clsData& item) const;
     clsData* addItem(std::unique_ptr<clsData> item, int number);
     void joinImage(const clsData& item);
     void noteFaults(const clsData& item);
@@ -184,6 +186,7 @@ private:
     std::vector<std::unique_ptr<clsData>> m_items;
     std::vector<std::unique_ptr<clsData>> m_duplicates; // items whose tag is taken: cells without a place in lookups
     QHash<QString, clsData*> m_itemByTag;
+    QHash<QString, QString> m_tagByFileKey;
     QHash<QString, clsData*> m_itemByCell;
     std::vector<QString> m_tags;
     ImageCollection m_images;

@@ -58,6 +58,8 @@ QString heldText(const clsData& item, const QString& storedText)
 
 bool storeInImage(const clsData& item, clsKXAdr& image)
 {
+    if (item.isReadOnly())
+        return false;
     const int length = item.DataLen();
     switch (item.MType()) {
     case ItemType::Bit:

@@ -7,7 +7,7 @@ class clsKXAdr;
 
 // Puts the stored value of an item into the write copy of a memory image, by the item's type, length and address. False
 // when the value is none that this item can have in the controller (no number, or one that does not fit) or the item is
-// of a type that is not written; the image is unchanged then.
+// one that is not written, by its type or its definition; the image is unchanged then.
 bool storeInImage(const clsData& item, clsKXAdr& image);
 
 // The text that a read gives for a stored value once the controller holds it: four bytes keep seven digits.

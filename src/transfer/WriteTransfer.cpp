@@ -381,7 +381,7 @@ std::optional<qint16> WriteTransfer::setValue(const QString& tag)
     const clsData* item = m_parts.kx.getDataByTag(tag);
     if (item == nullptr)
         return std::nullopt;
-    if (m_chosenTags.contains(item->Key())) {
+    if (m_chosenTags.contains(item->Key()) && !item->isReadOnly()) {
         const Chosen* chosen = find(item->Key());
         const bool isRefused = !item->isKnown() || (chosen != nullptr && chosen->refused);
         return isRefused ? std::nullopt : platform::parseInt16(item->Data());

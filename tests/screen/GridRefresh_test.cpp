@@ -33,7 +33,8 @@ TEST_F(Refresh, OnlyWhatTheReplyHoldsIsShown)
         {"BitInAWord", "KXAddress=8001\nDataLen=1\nCellType=Bit\nBitMask=2\nCommRaedSection=Main", "On"},
         {"Register", "DataLen=2\nCommRaedSection=Reg", "-2"},
         {"BitOfARegister", "DataLen=1\nCellType=Bit\nBitMask=1\nCommRaedSection=Reg", ""},
-        {"NoSection", "DataLen=2\nDefaultData=7", ""},
+        {"NoSection", "DataLen=2\nDefaultData=7", "7"},
+        {"TextWithoutAddress", "DataLen=14\nCellType=String\nCommRaedSection=Main", "\1\2\3\4"},
     };
     QByteArray screen = "[Setting]\nDataMaxCount=" + QByteArray::number(std::size(rows)) + "\nMaxRow=20\nMaxCol=1\n";
     int n = 0;
@@ -54,9 +55,13 @@ TEST_F(Refresh, UnitIsReadBeforeTheRange)
 {
     for (const char* row : {"Bit", "Combo"}) {
         SCOPED_TRACE(row);
-        put(definition(QStringLiteral("MultiSelect.ini")), "[C]\nData1=0,5\nName1=Celsius\nName2=Test\n[K]\nData1=0,5,"
-                                                           "77\nSetTags1=,,tagDHIDDEN\nName1=Kelvin\nName2=Test\n");
-        load("[Setting]\nDataMaxCount=3\nMaxRow=5\nMaxCol=1\n" +
+        put(definition(QStringLiteral("MultiSelect.ini")),
+            "[C]\nData1=0,5\nName1=Celsius\nName2=Test\n[K]\nData1=0,5,"
+            "77,9,1\nSetTags1=,,tagDHIDDEN,tagDHIDDEN2,tagVHIDDEN3\nName1=Kelvin\nName2=Test\n");
+        load("[Setting]\nDataMaxCount=5\nMaxRow=5\nMaxCol=1\n" +
+                 dataSection(4, "Tag=HIDDEN2\nOption=0=KX41\nVisible=False\nDataLen=1\nKXAddress=8002\n"
+                                "CommRaedSection=Main") +
+                 dataSection(5, "Tag=HIDDEN3\nOption=0=KX41\nVisible=False") +
                  dataSection(1,
                              "Tag=PQRNO\nCellType=Input\nInputCSelectSection=C\nInputKSelectSection=K\nKXAddress=8000\n"
                              "DataLen=1\nCommRaedSection=Main") +
@@ -67,11 +72,14 @@ TEST_F(Refresh, UnitIsReadBeforeTheRange)
                                  .constData()) +
                  dataSection(3, "Tag=HIDDEN\nOption=0=KX41\nVisible=False"),
              kComm);
-        answer(0, QByteArray("\5\1\0\0", 4));
+        answer(0, QByteArray("\5\1\2\0", 4));
         kx.refreshSpread(true, nullptr);
         EXPECT_EQ(kx.unitSwitch(), 1);
         EXPECT_EQ(text(1), u"Kelvin");
         EXPECT_EQ(kx.getDataByTag(QStringLiteral("HIDDEN"))->Data(), u"77");
+        EXPECT_EQ(kx.getDataByTag(QStringLiteral("HIDDEN2"))->Data(), u"2") << "what was read holds over the table";
+        for (const auto& item : kx.items())
+            EXPECT_NE(item->Edit, EditState::kChanged) << qPrintable(item->Key());
         answer(0, QByteArray("\5\0\0\0", 4));
         kx.refreshSpread(true, nullptr);
         EXPECT_EQ(text(1), u"Celsius");

@@ -76,6 +76,38 @@ TEST_F(Parameters, UnitComesBeforeTheRange)
     EXPECT_EQ(data("RANGEL"), u"8") << "the file's own value holds over the one of the table";
 }
 
+// What was never read, and odd values and tags of a definition.
+TEST_F(Parameters, SavedFileHoldsNoInventedValueAndLoads)
+{
+    load("[Setting]\nDataMaxCount=4\nMaxRow=9\nMaxCol=2\n" +
+             dataSection(1, "Tag=A\nDataLen=2\nKXAddress=8000\nCommRaedSection=Main\nDefaultData=5") +
+             dataSection(2, "Tag=B\nDefaultData=auto") + dataSection(3, "Tag=C\nCellType=Odd\nDefaultData=x y") +
+             dataSection(4, "Tag=SWQCF\nCellType=Combo\nComboDatas=0vbTab1\nDataLen=1\nKXAddress=8002\n"
+                            "CommRaedSection=Main\nDefaultData=0"),
+         "[Main]\nReadCmd1=Direct,8000,4\n");
+    EXPECT_EQ(grid.cell(2, 1).text, u"auto");
+    EXPECT_EQ(kx.saveData(kFile), QString());
+    EXPECT_TRUE(content(kFile).contains("[Data]\r\nA=\r\nB=auto\r\nC=x y\r\nSWQCF=\r\n"))
+        << content(kFile).toStdString();
+    kx.setData(QStringLiteral("SWQCF"), QStringLiteral("1"), false);
+    kx.setUnitSwitch(1);
+    EXPECT_FALSE(kx.loadData(kFile));
+    EXPECT_EQ(kx.lastLoad().missing, QStringList{QStringLiteral("A")});
+    EXPECT_EQ(kx.unitSwitch(), 1) << "a file without a unit leaves it";
+    EXPECT_EQ(data("SWQCF"), u"1");
+}
+
+TEST_F(Parameters, TagThatNoFileCanHoldSavesNothing)
+{
+    put(kFile, "[Data]\nA=1\n");
+    load("[Setting]\nDataMaxCount=2\nMaxRow=9\nMaxCol=2\n" + dataSection(1, "Tag=A\nDefaultData=2") +
+         dataSection(2, "Tag=B=C"));
+    EXPECT_TRUE(kx.saveData(kFile).contains(u"B=C"));
+    EXPECT_EQ(content(kFile), "[Data]\nA=1\n");
+    load("[Setting]\nDataMaxCount=2\nMaxRow=9\nMaxCol=2\n" + dataSection(1, "Tag=Ab") + dataSection(2, "Tag=aB"));
+    EXPECT_EQ(kx.items().size(), 1U) << "one key in a file";
+}
+
 struct BadFile
 {
     const char* name;

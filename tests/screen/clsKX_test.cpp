@@ -56,7 +56,7 @@ TEST_F(Model, BuildsGrid)
     EXPECT_TRUE(kx.ColAdr().at(1).m_bModbus);
     ASSERT_FALSE(events.isEmpty());
     EXPECT_EQ(events.first().value(2).toString(), u"loading Block Info.");
-    EXPECT_EQ(events.last(), (QList<QVariant>{2, 7, QString()}));
+    EXPECT_EQ(events.last(), (QList<QVariant>{2, 6, QString()}));
     EXPECT_TRUE(grid.isShown());
 }
 
@@ -126,6 +126,16 @@ TEST_F(Model, DamagedFilesLoadWhatIsThere)
         EXPECT_EQ(grid.maxRows(), row.rows);
         EXPECT_EQ(static_cast<int>(kx.items().size()), row.items);
     }
+}
+
+TEST_F(Model, DecimalTableWithoutANumberOfRowsHasOne)
+{
+    load("[Setting]\nDataMaxCount=2\nMaxRow=3\n[EVDOT]\nLastIndex=x\n0=0,1,2,3\n1=3,3,3,3\n" +
+         dataSection(1, "Tag=PQKAL1\nDefaultData=0\nCellData=1,1,vbWindowBackGround,vbBlack") +
+         dataSection(2, "Tag=SVDOT\nDefaultData=2"));
+    EXPECT_EQ(kx.getEVDot(1), 2);
+    kx.setData(QStringLiteral("PQKAL1"), QStringLiteral("1"), false);
+    EXPECT_EQ(kx.getEVDot(1), 0);
 }
 
 TEST_F(Model, CatalogueIsWrittenOnce)
