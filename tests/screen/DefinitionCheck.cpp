@@ -2,6 +2,7 @@
 
 #include "ModelCatalogue.h"
 #include "Numbers.h"
+#include "clsINI.h"
 #include "clsLog.h"
 
 #include <QFile>
@@ -20,9 +21,9 @@ bool holds(const QString& low, const QString& sign, const QString& high)
     return a && b && (sign == u"<" ? *a < *b : sign == u"<=" && *a <= *b);
 }
 
-bool fitsMemory(const clsData& item)
+bool fitsMemory(const clsData& item, const QString& stored)
 {
-    const auto value = platform::parseDouble(item.Data());
+    const auto value = platform::parseDouble(stored);
     if (!value || item.DataLen() > 2)
         return value.has_value();
     return item.DataLen() == 1 ? *value >= 0 && *value <= 255 : *value >= -32768 && *value <= 32767;
@@ -54,7 +55,60 @@ QStringList DefinitionCheck::run(int number, const QString& modelString)
         else if (item->MType() != ItemType::String)
             checkChoice(*item);
     }
+    for (const auto& item : m_kx.items()) {
+        if (item->MType() == ItemType::Input)
+            checkRanges(*item);
+    }
     return m_findings;
+}
+
+// The limits hold with every input range, in both units and with every decimal point that may go with it.
+void DefinitionCheck::checkRanges(clsData& range)
+{
+    clsData* point = m_kx.getDataByTag(QStringLiteral("SVDOT"));
+    for (const int unit : {0, 1}) {
+        clsINI ini(m_context);
+        ini.setIniPath(m_library.getIniFilePath(QString()));
+        ini.setIniFileName(QStringLiteral("MultiSelect.ini"));
+        ChoiceTable table;
+        table.load(ini, unit == 0 ? range.ICSection() : range.IKSection(), m_library);
+        m_kx.setUnitSwitch(unit);
+        for (const ChoiceTable::Entry& entry : table.entries()) {
+            for (const EntrySetting& one : entry.settingsFor(range.Key())) {
+                if (one.isDisplayValue)
+                    m_kx.setVData(one.tag, one.value, false);
+                else
+                    m_kx.setData(one.tag, one.value, false);
+            }
+            checkLimits(QStringLiteral("%1, unit %2").arg(entry.names.value(0)).arg(unit));
+            for (int places = 0; point != nullptr && m_kx.hasVoltageRange() && places <= 3; ++places) {
+                point->setData(QString::number(places));
+                checkLimits(QStringLiteral("%1, %2 places").arg(entry.names.value(0)).arg(places));
+            }
+        }
+    }
+    m_kx.setUnitSwitch(0);
+}
+
+void DefinitionCheck::checkLimits(const QString& range)
+{
+    const QString ends[] = {m_kx.checkTag(QStringLiteral("TAGVQLIL")), m_kx.checkTag(QStringLiteral("TAGVQLIH"))};
+    for (const auto& item : m_kx.items()) {
+        if (item->MType() != ItemType::Data || item->isReadOnly() || !item->Visible())
+            continue;
+        const QString low = m_kx.checkTag(item->LimitL());
+        const QString high = m_kx.checkTag(item->LimitH());
+        if (!fitsMemory(*item, item->storedOf(low)) || !fitsMemory(*item, item->storedOf(high)))
+            find(item->Key(), QStringLiteral("limits %1 and %2 do not fit %3 bytes: %4")
+                                  .arg(low, high)
+                                  .arg(item->DataLen())
+                                  .arg(range));
+        const bool isAlarm = item->Key().startsWith(u"VQAL");
+        for (const QString& end : ends) {
+            if (isAlarm && !(holds(low, item->SignL(), end) && holds(end, item->SignH(), high)))
+                find(item->Key(), QStringLiteral("limits %1 and %2 leave out %3: %4").arg(low, high, end, range));
+        }
+    }
 }
 
 // What the program itself finds wrong goes to the error log.
@@ -155,7 +209,7 @@ void DefinitionCheck::checkNumber(const clsData& item)
     if (!holds(low, item.SignL(), item.VData()) || !holds(item.VData(), item.SignH(), high))
         find(item.Key(), QStringLiteral("default outside its limits: %1 %2 %3 %4 %5")
                              .arg(low, item.SignL(), item.VData(), item.SignH(), high));
-    if (!fitsMemory(item))
+    if (!fitsMemory(item, item.Data()))
         find(item.Key(), QStringLiteral("default %1 does not fit %2 bytes").arg(item.Data()).arg(item.DataLen()));
 }
 
@@ -164,7 +218,8 @@ void DefinitionCheck::checkChoice(clsData& item)
 {
     const bool isBit = item.MType() == ItemType::Bit;
     const int value = item.Data().toInt();
-    if (item.VData().isEmpty() || !fitsMemory(item) || (isBit && value != item.BitOn() && value != item.BitOff()))
+    if (item.VData().isEmpty() || !fitsMemory(item, item.Data()) ||
+        (isBit && value != item.BitOn() && value != item.BitOff()))
         find(item.Key(), QStringLiteral("default %1 is no choice").arg(item.Data()));
     if (item.MType() != ItemType::Input)
         return;

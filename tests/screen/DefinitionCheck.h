@@ -27,6 +27,8 @@ private:
     QString key(const clsData& item, const char* name) const; // of the screen file
     void loadNoted(int number, const QString& modelString);
     void checkImage(const clsKXAdr& image);
+    void checkRanges(clsData& range);
+    void checkLimits(const QString& range);
     void checkReferences();
     void checkTag(const QString& where, const QString& tag);
     void checkNumber(const clsData& item);

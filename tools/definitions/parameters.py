@@ -61,7 +61,7 @@ PID = (
     number("VQMR1", "Manual reset", "マニュアルリセット", -25, "-50.0", "50.0", 1, PERCENT),
     number("VQARW", "Anti-reset windup", "アンチリセットワインドアップ", 1000, "0.0", "100.0", 1, PERCENT),
     number("VQGAIN", "Loop gain", "ループゲイン", "125.5", "0", "100", 2, size=4),
-    in_set_value_units("ATBIAS", "Tuning bias", "オートチューニングバイアス", 20, 0, 9999),
+    in_set_value_units("ATBIAS", "Tuning bias", "オートチューニングバイアス", 20, 0, 32),
     switch("ATRUN", "Auto tuning", "オートチューニング", (("Idle", "停止中"), ("Tuning", "実行中")), section="Coil"),
 )
 
@@ -87,8 +87,8 @@ INPUT = (
     switch("SWQCF", "Unit", "単位", UNIT),
     in_set_value_units("VQLIL", "Input low limit", "入力下限", -1999, "TAGRANGEL", "TAGRANGEH"),
     in_set_value_units("VQLIH", "Input high limit", "入力上限", 5000, "TAGRANGEL", "TAGRANGEH"),
-    in_set_value_units("VQLIZL", "Scale low", "スケーリング下限", -1999, -1999, 9999),
-    in_set_value_units("VQLIZS", "Scale high", "スケーリング上限", 5000, -1999, 9999),
+    in_set_value_units("VQLIZL", "Scale low", "スケーリング下限", -1999, "TAGBARL", "TAGBARH"),
+    in_set_value_units("VQLIZS", "Scale high", "スケーリング上限", 5000, "TAGBARL", "TAGBARH"),
     in_set_value_units("VQBIA", "Sensor correction", "センサ補正", -12, -1999, 1999),
     number("VQFIL", "Input filter", "入力フィルタ", 50, "0.0", "120.0", 1, SECONDS),
     choice("CJCOMP", "Cold junction", "冷接点補償", (("External", "外部"), ("Internal", "内部")), 1),
@@ -106,13 +106,17 @@ INPUT = (
 UNIT_CHOICE = choice("SWQCF", "Unit", "単位", UNIT)
 
 
+# As stored: two places hold 323.15 K, and a deviation is as wide as a range.
+ALARM_LIMITS = (-19999, 32767)
+
+
 def alarms(table, types, values):
     """Type, value, dead-band and delay of the three alarms."""
     result = []
     for n, (kind, value) in enumerate(zip(types, values), 1):
         result += [
             from_table(f"PQKAL{n}", f"Alarm {n} type", f"警報{n}種類", table, kind),
-            number(f"VQAL{n}", f"Alarm {n} value", f"警報{n}設定値", value, -1999, 9999),
+            number(f"VQAL{n}", f"Alarm {n} value", f"警報{n}設定値", value, *ALARM_LIMITS),
             number(f"VQ{n}DB", f"Alarm {n} dead-band", f"警報{n}感度", 10, 0, 999),
             number(f"TMAL{n}", f"Alarm {n} delay", f"警報{n}遅延", 5 * n, 0, 9999, 0, SECONDS),
         ]

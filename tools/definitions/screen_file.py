@@ -116,7 +116,8 @@ def _parameter(placed, option):
     multi, celsius, kelvin = ("", "", "") if not p.tables else (p.tables[0], "", "") if p.kind == "Multi" else (
         "", *p.tables)
     return [f"Tag={p.tag}", f"BlockNo={placed.block.number}", f"Name={p.name[0]}", f"Option={option}",
-            f"Visible={not p.hidden}", f"Enabled={not p.read_only}", f"KXAddress={placed.address}",
+            f"Visible={not p.hidden}", f"Enabled={not p.read_only}",
+            *(["ReadOnly=True"] if p.read_only else []), f"KXAddress={placed.address}",
             f"DataLen={p.size}", f"BitMask={placed.mask}", f"CellData={placed.row},{placed.column},{SYSTEM_COLORS}",
             f"CommRaedSection={placed.section}", f"CommWriteSection={placed.section}", f"CellType={p.kind}",
             f"BitCaptionOn={on[0]}", f"BitCaptionOff={off[0]}", "BitData=1,0",
