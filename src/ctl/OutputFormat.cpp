@@ -1,6 +1,7 @@
 #include "OutputFormat.h"
 
 #include "TextTable.h"
+#include "WrittenItems.h"
 #include "clsKX.h"
 
 #include <QJsonArray>
@@ -86,7 +87,8 @@ ParameterRow parameterRow(const clsKX& kx, const clsData& item)
 {
     ParameterRow row{item.Key(), item.DataName(), blockText(kx, item), QString(), QString(), false};
     row.changed = item.Edit == EditState::kChanged;
-    if (item.isKnown()) {
+    // A default of what is not read at all was not sent by the controller.
+    if (item.isKnown() && (isRead(kx, item) || !item.holdsDefault())) {
         row.value = item.VData();
         row.data = item.Data();
     }

@@ -127,7 +127,7 @@ CommandResult SetFile::replaceWritten(clsKX& kx) const
     Values written;
     QStringList missing;
     for (const auto& [item, value] : all) {
-        if (!item->isKnown() || !isWritten(kx, *item))
+        if (!item->isKnown() || !isRead(kx, *item) || !isWritten(kx, *item))
             continue;
         written.append({item, value});
         if (value.isEmpty())
