@@ -39,7 +39,8 @@ QString readStatusText(const ReadStatus& status, const TranslateText& tran)
 
 QString readStatusToolTip(const ReadStatus& status, const TranslateText& tran)
 {
-    if (status.activity != TransferEngine::Activity::Idle || status.report.lastFailure.isEmpty())
+    const bool isGood = status.report.outcome == ReadOutcome::Complete && status.report.givenUp.isEmpty();
+    if (status.activity != TransferEngine::Activity::Idle || isGood || status.report.lastFailure.isEmpty())
         return QString();
     if (status.report.givenUp.isEmpty())
         return status.report.lastFailure;

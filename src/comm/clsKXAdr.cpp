@@ -128,6 +128,13 @@ void clsKXAdr::accept(const QString& address, int length)
         m_original.set(offset + i, m_write.at(offset + i));
 }
 
+void clsKXAdr::acceptBits(const QString& address, int mask)
+{
+    m_heldRegister = m_writeRegister;
+    const qint64 offset = offsetOf(address);
+    m_original.set(offset, static_cast<quint8>((m_original.at(offset) & ~mask) | (m_write.at(offset) & mask)));
+}
+
 bool clsKXAdr::isUsable(const Command& read)
 {
     return !read.address.isEmpty() && read.count != 0 && findReadCommand(read.command) != nullptr;

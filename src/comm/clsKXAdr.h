@@ -66,6 +66,7 @@ public:
     void resetWrite(); // the write image becomes what the controller held
     // The controller has taken a value of the write image, length bytes at the address.
     void accept(const QString& address, int length);
+    void acceptBits(const QString& address, int mask); // of one byte
     QByteArray getOrgData() const;
     IndexedBytes getWriteData(bool bMaxLen) const;
 

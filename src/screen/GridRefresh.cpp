@@ -60,7 +60,7 @@ void GridRefresh::dropMark(clsData& item, bool isWhole, int before)
 void GridRefresh::take(clsData& item)
 {
     clsKXAdr* image = m_owner.ColAdr().find(item.RSection());
-    if (image == nullptr)
+    if (image == nullptr || !image->hasReads())
         return;
     const auto value = m_owner.isOffLine() ? offLineValue(item, *image) : heldValue(item, *image);
     item.setKnown(value.has_value());
@@ -68,6 +68,8 @@ void GridRefresh::take(clsData& item)
     if (!value)
         return;
     item.setData(*value);
+    if (m_owner.isOffLine())
+        item.setHoldsDefault();
     if (item.Key() == kUnitTag)
         m_owner.setUnitSwitch(m_owner.library().toLong(item.Data(), 0));
 }
@@ -106,7 +108,7 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
     cell.foreColor = item.SprForeColor();
     cell.text = item.isKnown() ? textOf(item) : QString();
     cell.toolTip = item.isKnown() ? QString() : m_owner.library().tranStr(kUnknownTip);
-    if (item.isKnown() && item.Edit == EditState::kChanged && !isAllowed(item)) {
+    if (item.isKnown() && item.Edit == EditState::kChanged && !item.isReadOnly() && !isAllowed(item)) {
         cell.foreColor = kRefusedColor;
         cell.toolTip = m_owner.library().tranStr(kRefusedTip);
     }

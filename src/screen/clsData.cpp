@@ -183,6 +183,8 @@ QString clsData::comboDisplay() const
 
 bool clsData::isAmongChoices() const
 {
+    if (m_type == ItemType::Bit)
+        return sameNumber(m_data, QString::number(m_bitOn)) || sameNumber(m_data, QString::number(m_bitOff));
     const bool isChoice = m_type == ItemType::Combo || m_type == ItemType::Multi || m_type == ItemType::Input;
     return !isChoice || !VData().isEmpty();
 }

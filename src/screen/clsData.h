@@ -99,6 +99,7 @@ public:
     bool isKnown() const { return m_known; }
     void setKnown(bool known) { m_known = known; }
     bool holdsDefault() const { return m_holdsDefault; } // nothing has set a value since the load
+    void setHoldsDefault() { m_holdsDefault = true; }    // what was set is the definition's default
 
     // Taken before an edit, given back by its undo; carries nothing over to other items.
     ItemState state() const;

@@ -6,6 +6,7 @@
 #include "IniBatch.h"
 #include "OptionExpression.h"
 #include "ProfileDocument.h"
+#include "WrittenItems.h"
 #include "clsCfg.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
@@ -221,10 +222,16 @@ bool clsKX::isOffLine() const
     return settings != nullptr && settings->m_bComm;
 }
 
+bool clsKX::holdsDefaults() const
+{
+    return std::all_of(m_items.begin(), m_items.end(), [](const auto& item) { return item->holdsDefault(); });
+}
+
 void clsKX::fillOffLine()
 {
     for (int i = 0; i < m_images.count(); ++i)
-        m_images.at(i).markFilled();
+        if (m_images.at(i).hasReads())
+            m_images.at(i).markFilled();
     refreshSpread(true, nullptr);
 }
 
@@ -254,10 +261,7 @@ void clsKX::setVData(const QString& tag, const QString& displayValue, bool sOnly
 // The definition's default of what is read is no value of the controller. Off-line, the defaults are the values.
 bool clsKX::hasValue(const clsData& item) const
 {
-    const clsCfg* settings = m_library->context().settings;
-    const bool isOffLine = settings != nullptr && settings->m_bComm;
-    const bool isRead = m_images.find(item.RSection()) != nullptr;
-    return item.isKnown() && (isOffLine || !isRead || !item.holdsDefault());
+    return item.isKnown() && (isOffLine() || !isRead(*this, item) || !item.holdsDefault());
 }
 
 ParameterSet clsKX::currentSet() const
@@ -265,16 +269,6 @@ ParameterSet clsKX::currentSet() const
     ParameterSet set{m_modelString, {}};
     for (const auto& item : m_items)
         set.values.append({item->Key(), hasValue(*item) ? item->Data() : QString()});
-    return set;
-}
-
-ParameterSet clsKX::knownSet() const
-{
-    ParameterSet set{m_modelString, {}};
-    for (const auto& item : m_items) {
-        if (item->isKnown())
-            set.values.append({item->Key(), item->Data()});
-    }
     return set;
 }
 
@@ -299,7 +293,7 @@ bool clsKX::loadData(const QString& fileName)
             m_lastLoad.missing.removeAll(tag); // the unit stays
             continue;
         }
-        if (item->Data() != value) {
+        if (item->Data() != value && !item->isReadOnly()) {
             item->Edit = EditState::kChanged;
             m_lastLoad.changed << tag;
         }
@@ -308,7 +302,7 @@ bool clsKX::loadData(const QString& fileName)
         followUnit(*item);
     }
     for (const auto& item : m_items) {
-        if (item->isKnown() && !isAllowed(*item))
+        if (item->isKnown() && !item->isReadOnly() && !isAllowed(*item))
             m_lastLoad.outsideLimits << item->Key();
     }
     refreshSpread(false, nullptr);

@@ -78,6 +78,7 @@ public:
     void refreshSpread(bool bFromComm, const std::vector<clsBlock*>* colRefData);
     // Off-line ("UseCommunicate") nothing is read: the images count as read and all items take their defaults.
     bool isOffLine() const;
+    bool holdsDefaults() const; // nothing was read, loaded or entered since the load
     void fillOffLine();
     // Shows one item as changed (blue, bold).
     void refreshCell(clsData& item);
@@ -105,7 +106,6 @@ public:
     bool loadData(const QString& fileName);
     const ParameterLoad& lastLoad() const { return m_lastLoad; }
     ParameterSet currentSet() const; // all items; what was never read or set has an empty value
-    ParameterSet knownSet() const;   // those whose value the controller sent or the user set
 
     // Decimal places of alarm k (1 to 3), its value and its dead-band.
     int getEVDot(int k) const { return alarmDecimals(m_eventDot, k); }

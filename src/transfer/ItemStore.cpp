@@ -78,3 +78,11 @@ bool storeInImage(const clsData& item, clsKXAdr& image)
     }
     return false;
 }
+
+void acceptInImage(const clsData& item, clsKXAdr& image)
+{
+    if (item.MType() == ItemType::Bit)
+        image.acceptBits(item.Address(), item.BitMask());
+    else
+        image.accept(item.Address(), item.DataLen());
+}

@@ -92,11 +92,13 @@ bool TransferEngine::write(const std::function<bool()>& send, bool readBack)
         return false;
     bool sent = false;
     bool isWrongModel = false;
+    bool isLineLost = false;
     {
         const Work work(*this, Activity::Writing);
         sent = send();
         isWrongModel = lastWrite().outcome == WriteOutcome::WrongModel;
-        if (sent && readBack && isLineThere()) {
+        isLineLost = sent && readBack && !m_parts.settings.m_bComm && m_parts.link.State() == 0;
+        if (sent && readBack && !isLineLost) {
             readBackAfterWrite();
             isWrongModel = lastRead().outcome == ReadOutcome::WrongModel;
         } else {
@@ -104,19 +106,26 @@ bool TransferEngine::write(const std::function<bool()>& send, bool readBack)
         }
     }
     Q_EMIT written();
+    if (isLineLost)
+        tellLostLine();
     showSettingsWhereNeeded(isWrongModel);
     return sent;
 }
 
-// Without a line nothing can be read back. The images stay what they are, so that the write can be repeated at once.
-bool TransferEngine::isLineThere()
+std::vector<clsKXAdr> TransferEngine::imageCopies() const
 {
-    if (m_parts.settings.m_bComm || m_parts.link.State() != 0)
-        return true;
+    std::vector<clsKXAdr> copies;
+    for (int i = 0; i < m_parts.kx.ColAdr().count(); ++i)
+        copies.push_back(m_parts.kx.ColAdr().at(i));
+    return copies;
+}
+
+// Without a line nothing can be read back. The images stay what they are, so that the write can be repeated at once.
+void TransferEngine::tellLostLine()
+{
     const QString text = m_parts.kx.library().tranStr(QStringLiteral("Reception error occurred."));
     m_parts.questions.showMessage(text + QStringLiteral("[%1]").arg(static_cast<int>(RequestChannel::Result::Refused)),
                                   MessageStyle::kExclamation);
-    return false;
 }
 
 // True when the write may go on: the set is kept, there is none, or the user does without.
@@ -141,9 +150,21 @@ void TransferEngine::readBackAfterWrite()
     std::vector<clsBlock*> blocks;
     for (const int number : m_write.writtenBlocks())
         blocks.push_back(m_parts.kx.getBlockByNo(number));
+    const std::vector<clsKXAdr> before = imageCopies();
     m_read.run(m_write.isOfAll() ? nullptr : &blocks, ReadTransfer::Purpose::ReadBack);
     if (lastRead().refreshed)
         m_write.compareWithReadBack();
+    else
+        m_parts.kx.refreshSpread(false, nullptr);
+    // What did not go out can be sent again, although nobody could look: it begins with what is known.
+    const bool isUnanswered = lastRead().outcome == ReadOutcome::NoResponse ||
+                              lastRead().outcome == ReadOutcome::Cancelled ||
+                              lastRead().outcome == ReadOutcome::LinkRefused;
+    if (isUnanswered && !lastWrite().unsent.isEmpty()) {
+        for (int i = 0; i < m_parts.kx.ColAdr().count(); ++i)
+            m_parts.kx.ColAdr().at(i) = before[static_cast<size_t>(i)];
+        m_parts.shell.setState(MainState::UpToDate);
+    }
     Q_EMIT readEnded();
 }
 

@@ -41,9 +41,9 @@ public:
     void getDataFromKX(const std::vector<clsBlock*>* colRefData);
 
     // Each write is one user action with one report; the settings open, where they must, when it is over.
-    // Writes one parameter at once; its type, 0 when nothing was written.
+    // Writes one parameter at once; its type, 0 when the write did not come to its end.
     int setDataToKXOne(const QString& sTag);
-    // Writes several parameters at once, each memory image one time. True when something was sent.
+    // Writes several parameters at once, each memory image one time. True when the write was walked to its end.
     bool writeItems(const QStringList& tags);
     // Writes all blocks and reads everything back. What the controller held is kept in the backups before.
     void setDataToKXAll();
@@ -75,7 +75,8 @@ private:
 
     bool mayBegin();
     bool write(const std::function<bool()>& send, bool readBack);
-    bool isLineThere();
+    void tellLostLine();
+    std::vector<clsKXAdr> imageCopies() const;
     bool keepHeldSet();
     void readBackAfterWrite();
     void showSettingsWhereNeeded(bool isWrongModel);

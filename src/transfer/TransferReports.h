@@ -51,6 +51,7 @@ struct WriteReport
 {
     WriteOutcome outcome = WriteOutcome::None;
     int requests = 0;
+    int taken = 0;             // requests that the controller answered soundly
     QStringList failed;        // entries without a sound reply, as "section: command address: reason"
     QStringList skipped;       // tags whose value is none that the controller could hold; the controller keeps its own
     QStringList outsideLimits; // tags whose value is outside its limits or no choice; the controller keeps its own

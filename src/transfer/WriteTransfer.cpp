@@ -49,6 +49,11 @@ void WriteTransfer::start()
     m_blocks.clear();
     m_isOfAll = false;
     m_bCancel = false;
+    resetImages();
+}
+
+void WriteTransfer::resetImages()
+{
     const ImageCollection& images = m_parts.kx.ColAdr();
     for (int i = 0; i < images.count(); ++i)
         images.at(i).resetWrite();
@@ -114,6 +119,8 @@ bool WriteTransfer::writeBlockThenOne(const clsBlock* block, const QString& sTag
     if (clsData* item = m_parts.kx.getDataByTag(sTag))
         storeItem(*item, after);
     const bool isBlockTaken = sendData(colWrite, false) && m_report.failed.isEmpty();
+    if (Chosen* own = find(sTag); own != nullptr && !isBlockTaken)
+        own->changed = true; // it was to put the block in force
     return finish(isBlockTaken && (after.empty() || sendData(after, true)));
 }
 
@@ -147,7 +154,13 @@ bool WriteTransfer::writeAll(const std::function<bool()>& beforeFirstFrame)
     Images first;
     if (clsData* range = m_parts.kx.getDataByTag(kInputRange))
         storeItem(*range, first);
-    return finish((first.empty() || sendData(first, true)) && sendData(colWrite, false));
+    bool walked = first.empty() || sendData(first, true);
+    // Values in terms of a range that the controller did not take mean something else there.
+    const Chosen* range = find(kInputRange);
+    const bool isInForce = range == nullptr || !range->changed || range->carried == Chosen::Carried::Yes;
+    if (walked && (isInForce || m_parts.settings.m_bComm))
+        walked = sendData(colWrite, false);
+    return finish(walked);
 }
 
 void WriteTransfer::storeBlock(const clsBlock& block, Images& colWrite)
@@ -174,8 +187,9 @@ void WriteTransfer::storeItem(clsData& item, Images& colWrite)
     if (m_chosenTags.contains(item.Key()))
         return;
     m_chosenTags.insert(item.Key());
-    if (!isWritten(m_parts.kx, item))
-        return;
+    const bool isUnread = !image->isFilled() && image->hasReads();
+    if (isUnread || !isWritten(m_parts.kx, item))
+        return; // a section that was not read is reported as a whole
     // A value that is the controller's own stays what its bytes are, whatever the limits say.
     const auto held = heldValue(item, *image);
     Chosen chosen;
@@ -217,8 +231,7 @@ bool WriteTransfer::finish(bool sent)
 {
     for (const Chosen& chosen : m_chosen) {
         clsData* item = m_parts.kx.getDataByTag(chosen.tag);
-        const bool isIn = !chosen.refused && (chosen.carried == Chosen::Carried::Yes ||
-                                              (!chosen.changed && chosen.carried == Chosen::Carried::No));
+        const bool isIn = !chosen.changed || (!chosen.refused && chosen.carried == Chosen::Carried::Yes);
         if (item == nullptr || (isIn && !m_parts.settings.m_bComm))
             continue;
         item->Edit = chosen.before.edit;
@@ -227,6 +240,7 @@ bool WriteTransfer::finish(bool sent)
         item->Edit = EditState::kChanged;
         m_report.unsent << chosen.tag;
     }
+    resetImages();
     return sent;
 }
 
@@ -407,14 +421,15 @@ void WriteTransfer::send(clsKXAdr& image, int i)
 void WriteTransfer::noteResult(clsKXAdr& image, int i, bool good)
 {
     const bool isDirect = m_functionCode == functioncode::kMemory;
+    m_report.taken += good ? 1 : 0;
     if (good && isDirect)
-        image.setCopy();
+        image.accept(image.WAdr(i), image.WCnt(i));
     for (Chosen& chosen : m_chosen) {
         const clsData* item = m_parts.kx.getDataByTag(chosen.tag);
         if (chosen.refused || !carries(m_parts.kx, image, i, *item))
             continue;
         if (!isDirect && good)
-            m_parts.kx.ColAdr().find(item->WSection())->accept(item->Address(), item->DataLen());
+            acceptInImage(*item, *m_parts.kx.ColAdr().find(item->WSection()));
         if (!good)
             chosen.carried = Chosen::Carried::Failed;
         else if (chosen.carried == Chosen::Carried::No && item->WSection() == image.Section())

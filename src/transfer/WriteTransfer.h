@@ -74,6 +74,7 @@ private:
     };
 
     void start();
+    void resetImages();
     bool isReady();
     bool mayWrite();
     bool confirmed();

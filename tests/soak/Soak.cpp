@@ -1,11 +1,15 @@
 #include "Soak.h"
 
+#include "ItemLimits.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
 #include <stdexcept>
 
 namespace {
+
+constexpr int kDraws = 30; // of a value within its limits
 
 constexpr int kLongestDelayMs = 9000; // later than the time-out of 5 s, but no later than a transfer waits for
 constexpr int kSettleSeconds = 60;    // nothing is on its way any more
@@ -211,7 +215,11 @@ void Soak::changeSome()
     for (const auto& item : m_kx.items()) {
         if (!item->isKnown() || !m_kx.isWritable(*item) || item->MType() == ItemType::String || pick(0, 3) > 0)
             continue;
+        // Most are values that may go out; some are outside their limits and must stay behind.
+        const QString before = item->Data();
         item->setData(drawnValue(*item));
+        for (int tries = pick(0, 7) == 0 ? 0 : kDraws; tries > 0 && !isAllowed(*item); --tries)
+            item->setData(tries == 1 ? before : drawnValue(*item));
         item->Edit = EditState::kChanged;
     }
 }
@@ -283,7 +291,7 @@ void Soak::noteWrite(const Values& sent, bool all)
         return;
     // No entry is told as failed: then the controller has had every value that went out.
     for (auto value = sent.cbegin(); value != sent.cend(); ++value) {
-        if (!wasHeld(value.key(), value.value()))
+        if (!report.unsent.contains(value.key()) && !wasHeld(value.key(), value.value()))
             noteWrong(QStringLiteral("%1 is acknowledged as %2, was %3")
                           .arg(value.key(), value.value(), m_past.back().values.value(value.key())));
     }

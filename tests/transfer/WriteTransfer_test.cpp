@@ -415,6 +415,7 @@ TEST_F(Write, LostRequestIsReportedAndTheOthersAreSent)
     EXPECT_EQ(requests("05").size(), 1);
     EXPECT_EQ(engine->lastWrite().failed.first(), u"Main: SetAnalog 40001: Timeout");
     EXPECT_EQ(item("A").Edit, EditState::kChanged);
+    EXPECT_NE(item("B").Edit, EditState::kChanged) << "it was not changed";
     EXPECT_EQ(engine->lastWrite().unsent, QStringList{QStringLiteral("A")});
     EXPECT_EQ(window.current, MainState::UpToDate);
 }

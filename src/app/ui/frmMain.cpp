@@ -333,19 +333,19 @@ void frmMain::askAndSend()
 bool frmMain::writeOne(const QString& tag)
 {
     m_engine->setDataToKXOne(tag);
-    return m_engine->lastWrite().requests > 0;
+    return m_engine->lastWrite().taken > 0;
 }
 
 bool frmMain::writeBlock(clsBlock& block, bool readBack)
 {
     m_engine->writeBlock(block, readBack);
-    return m_engine->lastWrite().requests > 0;
+    return m_engine->lastWrite().taken > 0;
 }
 
 bool frmMain::writeBlockThenOne(clsBlock* block, const QString& tag)
 {
     m_engine->writeBlockThenOne(block, tag);
-    return m_engine->lastWrite().requests > 0;
+    return m_engine->lastWrite().taken > 0;
 }
 
 void frmMain::afterRead()
@@ -363,7 +363,7 @@ void frmMain::afterRead()
 // A write, and the read-back behind it, end what can be undone here.
 void frmMain::afterWrite()
 {
-    if (m_engine->lastWrite().requests > 0)
+    if (m_engine->lastWrite().taken > 0)
         m_editor->clear();
     showTransfer();
 }
@@ -392,12 +392,15 @@ void frmMain::openMultiSelect(clsData& item, const QString& section)
 
 void frmMain::showCommSetting()
 {
-    // The read that the settings start may ask for them: they open once more when they have closed.
-    m_settingsWanted = true;
-    if (m_comSet != nullptr || m_engine->isBusy())
+    if (m_engine->isBusy())
         return;
-    while (std::exchange(m_settingsWanted, false) && !m_engine->isClosing())
+    // The read that the settings start may ask for them: they open once more when they have closed.
+    m_settingsWanted = m_comSet != nullptr;
+    if (m_settingsWanted)
+        return;
+    do
         runCommSetting();
+    while (std::exchange(m_settingsWanted, false) && !m_engine->isClosing());
     showLinkStatus();
 }
 
@@ -459,7 +462,7 @@ void frmMain::doCommCheck()
 {
     const bool isOffLine = m_program.settings().m_bComm;
     if (isOffLine != std::exchange(m_wasOffLine, isOffLine)) {
-        if (isOffLine && m_eState != MainState::UpToDate)
+        if (isOffLine && m_clsKX.holdsDefaults()) // what was read, loaded or entered stays
             m_clsKX.fillOffLine();
         setState(MainState::NoConnection);
     }
