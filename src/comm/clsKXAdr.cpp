@@ -145,6 +145,13 @@ bool clsKXAdr::hasReads() const
     return std::any_of(m_reads.begin(), m_reads.end(), &clsKXAdr::isUsable);
 }
 
+bool clsKXAdr::isCommandsOnly() const
+{
+    return !hasReads() && std::any_of(m_writes.begin(), m_writes.end(), [](const Command& write) {
+        return !write.address.isEmpty() && !write.command.isEmpty();
+    });
+}
+
 QString clsKXAdr::writeFault(int i) const
 {
     const Command& write = m_writes.at(slot(i));

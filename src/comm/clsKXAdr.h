@@ -54,8 +54,8 @@ public:
 
     // Whether the whole value lies in what the read commands bring. length: bytes, 1 and up.
     bool holds(const QString& address, int length) const;
-    // Whether a read command asks the controller for anything. A section of write commands alone has nothing unread.
-    bool hasReads() const;
+    bool hasReads() const;       // a read command asks the controller for something
+    bool isCommandsOnly() const; // nothing is read, but something written: such a section has nothing unread
     // Why write entry i cannot be sent, in plain English: a "Direct" write sends the image from its first byte on, so
     // it must begin where the last "Direct" read begins and be no longer. Empty when all is well.
     QString writeFault(int i) const;

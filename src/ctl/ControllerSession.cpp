@@ -143,7 +143,7 @@ QStringList ControllerSession::unreadSections() const
     QStringList sections;
     const ImageCollection& images = m_model.kx().ColAdr();
     for (int i = 0; i < images.count(); ++i) {
-        if (!images.at(i).isFilled() && images.at(i).hasReads())
+        if (!images.at(i).isFilled() && !images.at(i).isCommandsOnly())
             sections << images.at(i).Section();
     }
     return sections;

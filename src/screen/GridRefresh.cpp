@@ -60,7 +60,7 @@ void GridRefresh::dropMark(clsData& item, bool isWhole, int before)
 void GridRefresh::take(clsData& item)
 {
     clsKXAdr* image = m_owner.ColAdr().find(item.RSection());
-    if (image == nullptr || !image->hasReads())
+    if (image == nullptr || image->isCommandsOnly())
         return;
     const auto value = m_owner.isOffLine() ? offLineValue(item, *image) : heldValue(item, *image);
     item.setKnown(value.has_value());

@@ -31,5 +31,5 @@ bool isWritten(const clsKX& kx, const clsData& item)
 bool isRead(const clsKX& kx, const clsData& item)
 {
     const clsKXAdr* image = kx.ColAdr().find(item.RSection());
-    return image != nullptr && image->hasReads();
+    return image != nullptr && !image->isCommandsOnly();
 }

@@ -92,6 +92,9 @@ TEST_F(Image, BitsByMask)
     EXPECT_EQ(after(4, 6, false), 4) << "only the whole mask is taken away";
     EXPECT_EQ(image.getBit(place, 4, 0), 1);
     EXPECT_EQ(image.getBit(place, 0, 0), 0);
+    image.setByte(place, 3);
+    image.acceptBits(place, 1);
+    EXPECT_EQ(image.getByte(place), 5) << "the bit that was taken, beside what was held";
 }
 
 } // namespace

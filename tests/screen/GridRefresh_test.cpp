@@ -1,3 +1,4 @@
+#include "ItemLimits.h"
 #include "RecordingMessages.h"
 #include "ScreenFixture.h"
 
@@ -104,6 +105,10 @@ TEST_F(Refresh, OffLineItemsTakeTheirDefaults)
         answer(0, QByteArray("\7\7\7\0", 4));
         kx.refreshSpread(true, nullptr);
     }
+    kx.items().back()->setData(QStringLiteral("7"));
+    EXPECT_FALSE(isAllowed(*kx.items().back())) << "neither on nor off";
+    settings.m_bComm = false;
+    EXPECT_EQ(kx.currentSet().values.front().second, QString()) << "on-line no value of the controller";
 }
 
 TEST_F(Refresh, MissingTablesAreToldOnce)

@@ -223,6 +223,31 @@ TEST_F(Write, CommandsGoOutAndInventedBytesDoNot)
     EXPECT_EQ(item("G").Edit, EditState::kChanged);
 }
 
+// The other values are in terms of the range: without it they stay behind, and can be sent again.
+TEST_F(Write, WithoutTheInputRangeTheRestStaysBehind)
+{
+    runClockWhileWaiting();
+    const auto member = [](int number, const char* keys) {
+        return dataSection(number, (QByteArray(keys) + "\nBlockNo=1\nDataLen=2\nDataInfo=0,0,999,<=,<=,0").constData());
+    };
+    load("[Setting]\nBlockMaxCount=1\nDataMaxCount=2\nMaxRow=9\nMaxCol=1\n[BlockInfo1]\nName=B\n" +
+             member(1, "Tag=PQRNO\nKXAddress=8000\nCommRaedSection=R\nCommWriteSection=R") +
+             member(2, "Tag=A\nKXAddress=8100\nCommRaedSection=A\nCommWriteSection=A"),
+         "[R]\nReadCmd1=Direct,8000,2\nWriteCmd1=Direct,8000,2\n"
+         "[A]\nReadCmd1=Direct,8100,2\nWriteCmd1=Direct,8100,2\n");
+    engine->getDataFromKX(nullptr);
+    edit("PQRNO", "5");
+    edit("A", "9");
+    controller.deaf = 66;
+    engine->setDataToKXAll();
+    EXPECT_EQ(requests("4201").size(), 1);
+    EXPECT_EQ(engine->lastWrite().unsent, (QStringList{QStringLiteral("PQRNO"), QStringLiteral("A")}));
+    EXPECT_EQ(window.messages, QStringList{QStringLiteral("There was no response.")});
+    controller.deaf = 0;
+    engine->setDataToKXAll();
+    EXPECT_EQ(controller.low.left(2).toHex() + controller.high.left(2).toHex(), "00050009");
+}
+
 // The settings may load another model while the write that called for them is being reported.
 TEST_F(Write, AnotherControllerEndsTheWriteBeforeTheSettingsOpen)
 {
