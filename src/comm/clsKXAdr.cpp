@@ -145,11 +145,14 @@ bool clsKXAdr::hasReads() const
     return std::any_of(m_reads.begin(), m_reads.end(), &clsKXAdr::isUsable);
 }
 
+// A damaged read command is one all the same, and memory that is written must have been read.
 bool clsKXAdr::isCommandsOnly() const
 {
-    return !hasReads() && std::any_of(m_writes.begin(), m_writes.end(), [](const Command& write) {
-        return !write.address.isEmpty() && !write.command.isEmpty();
-    });
+    const auto names = [](const Command& entry) { return !entry.address.isEmpty(); };
+    const auto writesMemory = [](const Command& entry) { return entry.command == kDirect && !entry.address.isEmpty(); };
+    return std::none_of(m_reads.begin(), m_reads.end(), names) &&
+           std::none_of(m_writes.begin(), m_writes.end(), writesMemory) &&
+           std::any_of(m_writes.begin(), m_writes.end(), names);
 }
 
 QString clsKXAdr::writeFault(int i) const
