@@ -8,8 +8,8 @@ namespace {
 
 QString filledText(const ReadStatus& status, const TranslateText& tran)
 {
-    if (status.offLine)
-        return tran(QStringLiteral("default values"));
+    if (status.offLine) // else they are a file's, or entered, or of an earlier read
+        return status.defaults ? tran(QStringLiteral("default values")) : QString();
     if (status.report.requests == 0)
         return tran(QStringLiteral("nothing read: the comm file holds no read commands"));
     if (status.unread > 0)

@@ -14,9 +14,10 @@ struct ReadStatus
     MainState state = MainState::NoConnection;
     TransferEngine::Activity activity = TransferEngine::Activity::Idle;
     bool offLine = false;
-    int unread = 0;    // parameters without a value from the controller, after a read
-    QDateTime readAt;  // end of the last complete read
-    ReadReport report; // of the last read
+    bool defaults = false; // all values are the definition's
+    int unread = 0;        // parameters without a value from the controller, after a read
+    QDateTime readAt;      // end of the last complete read
+    ReadReport report;     // of the last read
 };
 
 // "not connected", "not read", "reading...", "writing...", "read at 14:07:09", "3 parameters not read".

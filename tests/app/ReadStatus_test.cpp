@@ -32,6 +32,8 @@ TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
     status.report.requests = 0;
     EXPECT_TRUE(readStatusText(status, english).startsWith(u"nothing read"));
     status.offLine = true;
+    EXPECT_EQ(readStatusText(status, english), QString()) << "a file's, say";
+    status.defaults = true;
     EXPECT_EQ(readStatusText(status, english), u"default values");
 }
 

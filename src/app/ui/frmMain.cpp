@@ -168,6 +168,7 @@ void frmMain::setupFiles()
     connect(m_files.get(), &ParameterFiles::loaded, m_editor.get(), &CellEditor::clear);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showTitle);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::enableRecent);
+    connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showReadStatus);
 }
 
 void frmMain::connectMenus()
@@ -224,6 +225,7 @@ void frmMain::connectGrid()
     });
     connect(editor, &CellEditor::edited, this, &frmMain::showHint);
     connect(editor, &CellEditor::edited, this, &frmMain::showTitle);
+    connect(editor, &CellEditor::edited, this, &frmMain::showReadStatus);
     const auto showHistory = [this] {
         m_menus->undo->setEnabled(m_editor->canUndo());
         m_menus->redo->setEnabled(m_editor->canRedo());
@@ -490,8 +492,9 @@ void frmMain::showLinkStatus()
 
 void frmMain::showReadStatus()
 {
-    const ReadStatus status{state(),  m_engine->activity(), m_program.settings().m_bComm, countUnread(m_clsKX),
-                            m_readAt, m_engine->lastRead()};
+    const ReadStatus status{
+        state(),  m_engine->activity(), m_program.settings().m_bComm, m_clsKX.holdsDefaults(), countUnread(m_clsKX),
+        m_readAt, m_engine->lastRead()};
     // Before a read the cells hold the definition's defaults, which must not be taken for the controller's values.
     m_sprMain->setPale(state() != MainState::UpToDate);
     const TranslateText tran = m_program.library().translation();
