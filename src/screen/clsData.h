@@ -152,8 +152,8 @@ private:
     QString m_name;
     int m_blockNo = 0;
     bool m_visible = true;
-    QString m_enabled;
     bool m_readOnly = false;
+    QString m_enabled;
     int m_row = 0;
     int m_col = 0;
     QString m_backColorName;
