@@ -115,6 +115,7 @@ bool TransferEngine::write(const std::function<bool()>& send, bool readBack)
 std::vector<clsKXAdr> TransferEngine::imageCopies() const
 {
     std::vector<clsKXAdr> copies;
+    copies.reserve(static_cast<size_t>(m_parts.kx.ColAdr().count()));
     for (int i = 0; i < m_parts.kx.ColAdr().count(); ++i)
         copies.push_back(m_parts.kx.ColAdr().at(i));
     return copies;
@@ -148,6 +149,7 @@ bool TransferEngine::keepHeldSet()
 void TransferEngine::readBackAfterWrite()
 {
     std::vector<clsBlock*> blocks;
+    blocks.reserve(static_cast<size_t>(m_write.writtenBlocks().size()));
     for (const int number : m_write.writtenBlocks())
         blocks.push_back(m_parts.kx.getBlockByNo(number));
     const std::vector<clsKXAdr> before = imageCopies();
