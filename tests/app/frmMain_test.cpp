@@ -374,11 +374,17 @@ TEST_F(MainWindow, RecentFilesAreOfferedAndForgottenWhenTheyAreGone)
     EXPECT_EQ(offered(), QStringList{"Clear the list"});
 }
 
-// The toolbar asks before it sends, the menu only tells.
+// The toolbar asks before it sends, the menu only tells. The status bar tells a write from a read.
 TEST_F(MainWindow, SendOfTheToolbarAsks)
 {
-    openSound();
+    QStringList said;
+    openWith([&](const QByteArray& request) {
+        said << panel("panelState");
+        return soundController::reply(request);
+    });
+    window->findChild<platform::vaSpread*>(QStringLiteral("sprMain"))->setCurrentCell(1, 2);
     recv()->trigger();
+    EXPECT_FALSE(panel("panelHint").isEmpty()) << "of the current cell, after a read too";
     const int read = controller->requests();
     auto* send = window->findChild<QAction*>(QStringLiteral("tlbMain_Send"));
     asked.answer = MessageResult::kNo;
@@ -388,6 +394,10 @@ TEST_F(MainWindow, SendOfTheToolbarAsks)
     asked.answer = MessageResult::kYes;
     send->trigger();
     EXPECT_GT(controller->requests(), read);
+    EXPECT_EQ(said.first(), u"reading...");
+    EXPECT_EQ(said.last(), u"writing...");
+    const auto* link = window->findChild<QLabel*>(QStringLiteral("panelLink"));
+    EXPECT_EQ(link->toolTip(), link->text()) << "the whole text, where the panel shortens it";
 }
 
 TEST_F(MainWindow, RecvAndSendOpenAPortThatHasComeBack)
