@@ -84,9 +84,12 @@ void checkTaken(Loaded& model, const QByteArray& bytes)
     require(valueOf(QStringLiteral("Info"), QStringLiteral("MODEL")) == RealModel::kModelString,
             "a file of another model is not taken");
     for (const auto& item : model.kx.items()) {
+        const QString value = valueOf(QStringLiteral("Data"), item->Key());
+        // A file that names no unit leaves it as it is.
+        const bool isUnnamedUnit = item->Key() == u"SWQCF" && value.isEmpty();
         // A choice carries its own values over to items without a cell.
-        if (item->Visible())
-            require(item->Data() == valueOf(QStringLiteral("Data"), item->Key()), "a value is the file's", item->Key());
+        if (item->Visible() && !isUnnamedUnit)
+            require(item->Data() == value, "a value is the file's", item->Key());
         require(item->Data().isEmpty() || item->MType() == ItemType::String ||
                     platform::parseSingle(item->Data()).has_value(),
                 "a value is one that its parameter can have", item->Key());
