@@ -400,6 +400,37 @@ TEST_F(MainWindow, SendOfTheToolbarAsks)
     EXPECT_EQ(link->toolTip(), link->text()) << "the whole text, where the panel shortens it";
 }
 
+// The right edge of what a panel paints, in pixels; a panel of nothing but its background has 0.
+int paintedWidth(QLabel& panel)
+{
+    const QImage image = panel.grab().toImage();
+    int right = 0;
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y)
+            right = image.pixel(x, y) == image.pixel(image.width() - 1, 0) ? right : x;
+    }
+    return right;
+}
+
+TEST_F(MainWindow, LongTextsShareTheStatusBar)
+{
+    openWith([](const QByteArray& request) { return soundController::reply(request); });
+    window->show();
+    window->resize(640, 480);
+    const QString longText = QString(400, u'W');
+    for (const char* name : {"panelLink", "panelState", "panelHint"})
+        window->findChild<QLabel*>(QLatin1String(name))->setText(longText);
+    window->findChild<QLabel*>(QStringLiteral("panelModel"))->setText(QStringLiteral("KX41000000-10A"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window->width(), 640) << "no text widens the window";
+    for (const char* name : {"panelModel", "panelLink", "panelState", "panelHint"}) {
+        auto* label = window->findChild<QLabel*>(QLatin1String(name));
+        EXPECT_GE(label->width(), 60) << name;
+        EXPECT_LT(paintedWidth(*label), label->width() - 2) << name << " is cut, not elided";
+        EXPECT_GT(paintedWidth(*label), label->width() / 2) << name;
+    }
+}
+
 TEST_F(MainWindow, RecvAndSendOpenAPortThatHasComeBack)
 {
     const QString adapter = dir.path() + QStringLiteral("/adapter");
