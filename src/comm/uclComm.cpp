@@ -19,6 +19,7 @@ namespace {
 const QString kNotIdle = QStringLiteral("アイドルではありません。");
 const QString kTimeout = QStringLiteral("Timeout");
 constexpr int kDefaultTimeOut = 5;
+constexpr qint64 kMsPerSecond = 1000;
 
 // The texts of the serial control's events that are passed on; null for those that mean bytes may have come.
 const char* eventText(CommEvent event)
@@ -55,11 +56,6 @@ const char* eventText(CommEvent event)
         break;
     }
     return nullptr;
-}
-
-QDateTime wholeSeconds(const QDateTime& when)
-{
-    return when.addMSecs(-when.time().msec());
 }
 
 } // namespace
@@ -202,7 +198,7 @@ QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize)
     m_expected = std::clamp(lRecvSize, 0, kMaxReplyBytes);
     m_comm.setRThreshold(m_expected);
     m_sent = bBuff;
-    m_lastActivity = wholeSeconds(m_clock.now());
+    m_lastActivity = elapsedSeconds();
     m_received.clear();
     if (!m_comm.Output(m_sent)) {
         endWait(LinkState::Closed);
@@ -240,7 +236,7 @@ void uclComm::collect()
     if (bytes.isEmpty())
         return;
     m_received += bytes.left(kMaxReplyBytes - m_received.size());
-    m_lastActivity = wholeSeconds(m_clock.now());
+    m_lastActivity = elapsedSeconds();
     // What is still missing raises the next event; otherwise the rest would only be seen at the next tick.
     m_comm.setRThreshold(std::max(m_expected - static_cast<int>(m_received.size()), 1));
 }
@@ -255,11 +251,16 @@ void uclComm::checkRecv()
         Q_EMIT RecieveSuccess(m_sent, replyBuffer());
         return;
     }
-    if (m_lastActivity.secsTo(wholeSeconds(m_clock.now())) > m_timeOut) {
+    if (elapsedSeconds() - m_lastActivity > m_timeOut) {
         m_comm.discardOutput(); // or a line that was held would get all that was given up, with the next request
         endWait(LinkState::Idle);
         Q_EMIT RecieveError(m_sent, replyBuffer(), kTimeout);
     }
+}
+
+qint64 uclComm::elapsedSeconds() const
+{
+    return m_clock.elapsedMs() / kMsPerSecond;
 }
 
 void uclComm::endWait(LinkState state)

@@ -5,7 +5,6 @@
 #include "SystemColors.h"
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QObject>
 #include <QString>
 
@@ -73,6 +72,7 @@ private:
     void checkRecv();
     void collect();
     QByteArray replyBuffer() const { return m_received + '\0'; }
+    qint64 elapsedSeconds() const;
     void endWait(LinkState state);
 
     const platform::ComPorts& m_ports;
@@ -88,8 +88,8 @@ private:
     int m_port = 1;
     QString m_speed;
     QString m_chara;
-    QDateTime m_lastActivity; // whole seconds
-    int m_timeOut = 5;        // seconds
+    qint64 m_lastActivity = 0; // whole seconds of the running time
+    int m_timeOut = 5;         // seconds
     QByteArray m_sent;
     QByteArray m_received;
     int m_expected = 0;

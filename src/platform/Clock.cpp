@@ -2,6 +2,8 @@
 
 #include <QTimer>
 
+#include <chrono>
+
 namespace platform {
 
 namespace {
@@ -23,6 +25,12 @@ private:
 QDateTime SystemClock::now() const
 {
     return QDateTime::currentDateTime();
+}
+
+qint64 SystemClock::elapsedMs() const
+{
+    const auto elapsed = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count();
 }
 
 std::unique_ptr<Timer> SystemClock::makeTimer()

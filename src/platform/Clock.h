@@ -20,12 +20,14 @@ Q_SIGNALS:
     void timeout();
 };
 
-// Wall clock and timers, so that time-outs and stamps can be tested without waiting.
+// Wall clock, running time and timers, so that time-outs and stamps can be tested without waiting. Durations are
+// differences of elapsedMs(): the wall clock may be set at any time.
 class Clock
 {
 public:
     virtual ~Clock() = default;
-    virtual QDateTime now() const = 0; // local time, milliseconds
+    virtual QDateTime now() const = 0;    // local time, milliseconds; for stamps
+    virtual qint64 elapsedMs() const = 0; // since a fixed moment; never runs back
     virtual std::unique_ptr<Timer> makeTimer() = 0;
 };
 
@@ -34,6 +36,7 @@ class SystemClock final : public Clock
 {
 public:
     QDateTime now() const override;
+    qint64 elapsedMs() const override;
     std::unique_ptr<Timer> makeTimer() override;
 };
 

@@ -25,9 +25,9 @@ void ReplyWire::put(const QByteArray& reply, qsizetype requestBytes, int delayMs
         start(reply, requestBytes);
         return;
     }
-    const Held held{m_clock.now().addMSecs(delayMs), reply, requestBytes};
+    const Held held{m_clock.elapsedMs() + delayMs, reply, requestBytes};
     const auto later = std::upper_bound(m_held.begin(), m_held.end(), held,
-                                        [](const Held& left, const Held& right) { return left.due < right.due; });
+                                        [](const Held& left, const Held& right) { return left.dueMs < right.dueMs; });
     m_held.insert(later, held);
     armHold();
 }
@@ -37,12 +37,12 @@ void ReplyWire::armHold()
     if (m_held.empty())
         m_hold->stop();
     else
-        m_hold->start(static_cast<int>(std::max<qint64>(m_clock.now().msecsTo(m_held.front().due), 1)));
+        m_hold->start(static_cast<int>(std::max<qint64>(m_held.front().dueMs - m_clock.elapsedMs(), 1)));
 }
 
 void ReplyWire::release()
 {
-    while (!m_held.empty() && m_held.front().due <= m_clock.now()) {
+    while (!m_held.empty() && m_held.front().dueMs <= m_clock.elapsedMs()) {
         const Held held = m_held.front();
         m_held.erase(m_held.begin());
         start(held.reply, held.requestBytes);

@@ -3,7 +3,6 @@
 #include "Clock.h"
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
@@ -31,7 +30,7 @@ Q_SIGNALS:
 private:
     struct Held
     {
-        QDateTime due;
+        qint64 dueMs = 0;
         QByteArray reply;
         qsizetype requestBytes = 0;
     };

@@ -62,7 +62,7 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
 {
     m_functionCode = functionCode;
     m_accepted = accepted;
-    LateReply reply{functionCode, m_clsModbus.RecvSize(), {}, 0};
+    LateReply reply{functionCode, m_clsModbus.RecvSize(), 0, 0};
     // The late reply to the same request tells the same.
     const bool isRepetition = m_clsModbus.GetSendMessage() == m_lastRequest;
     if ((!isRepetition && !letPass(reply)) || m_abort) {
@@ -70,9 +70,9 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
         return Result::Failed;
     }
     m_lastRequest = m_clsModbus.GetSendMessage();
-    reply.sent = now();
+    reply.sentMs = nowMs();
     if (!isRepetition)
-        m_firstSent = reply.sent;
+        m_firstSentMs = reply.sentMs;
     const Result result = sendAndWait();
     // Where late replies are about, an answer may be one of them, and the answer to this request is still to come.
     const bool isOwed = result == Result::Failed && (!m_answered || !m_late.empty());
@@ -87,7 +87,7 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
 qint64 RequestChannel::latenessMs(Result result) const
 {
     const qint64 usual = (m_parts.link.timeOut() + 1 + kLatestSeconds) * kMsPerSecond;
-    return result == Result::Success ? std::max(usual, m_firstSent.msecsTo(now()) + kMsPerSecond) : usual;
+    return result == Result::Success ? std::max(usual, nowMs() - m_firstSentMs + kMsPerSecond) : usual;
 }
 
 RequestChannel::Result RequestChannel::sendAndWait()
@@ -125,7 +125,7 @@ bool RequestChannel::letPass(const LateReply& reply)
     qint64 restMs = 0;
     for (const LateReply& late : m_late) {
         if (late.isLike(reply))
-            restMs = std::max(restMs, late.restMs(now()));
+            restMs = std::max(restMs, late.restMs(nowMs()));
     }
     m_waitCancelled = false;
     m_isLettingPass = true;
@@ -134,7 +134,7 @@ bool RequestChannel::letPass(const LateReply& reply)
     m_isLettingPass = false;
     if (m_abort || m_waitCancelled)
         return false;
-    std::erase_if(m_late, [&](const LateReply& late) { return late.isLike(reply) || late.restMs(now()) == 0; });
+    std::erase_if(m_late, [&](const LateReply& late) { return late.isLike(reply) || late.restMs(nowMs()) == 0; });
     return true;
 }
 
@@ -255,9 +255,9 @@ void RequestChannel::finish(Result result)
     m_waiting.finish();
 }
 
-QDateTime RequestChannel::now() const
+qint64 RequestChannel::nowMs() const
 {
-    return m_parts.library.context().machine.clock.now();
+    return m_parts.library.context().machine.clock.elapsedMs();
 }
 
 QString RequestChannel::tran(const char* english) const

@@ -5,7 +5,6 @@
 #include "clsModbus.h"
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QObject>
 #include <QString>
 
@@ -82,14 +81,10 @@ private:
     {
         quint8 functionCode = 0;
         int size = 0;
-        QDateTime sent;        // its request
+        qint64 sentMs = 0;     // its request
         qint64 latenessMs = 0; // after that
         bool isLike(const LateReply& other) const { return functionCode == other.functionCode && size == other.size; }
-        // Never more than the lateness, should somebody put the clock back.
-        qint64 restMs(const QDateTime& now) const
-        {
-            return std::clamp<qint64>(latenessMs - sent.msecsTo(now), 0, latenessMs);
-        }
+        qint64 restMs(qint64 nowMs) const { return std::max<qint64>(latenessMs - (nowMs - sentMs), 0); }
     };
 
     void useShellSettings();
@@ -98,7 +93,7 @@ private:
     bool letPass(const LateReply& reply); // false when the wait was ended early
     void expectLate(const LateReply& reply);
     qint64 latenessMs(Result result) const;
-    QDateTime now() const;
+    qint64 nowMs() const;
     void onSuccess(const QByteArray& sent, const QByteArray& received);
     void onError(const QByteArray& sent, const QByteArray& received, const QString& text);
     bool isSound(const QByteArray& received);
@@ -124,6 +119,6 @@ private:
     int m_requests = 0;
     qint64 m_wireBytes = 0;
     QByteArray m_lastRequest; // of this transfer; sent again it is a repetition
-    QDateTime m_firstSent;    // the last request, before its repetitions
+    qint64 m_firstSentMs = 0; // the last request, before its repetitions
     std::vector<LateReply> m_late;
 };

@@ -12,10 +12,9 @@
 class FakeClock : public platform::Clock
 {
 public:
-    FakeClock() : m_now(QDate(2007, 3, 5), QTime(14, 7, 9, 42)) {}
-
-    QDateTime now() const override { return m_now; }
-    void setNow(const QDateTime& now) { m_now = now; }
+    QDateTime now() const override { return m_start.addMSecs(m_elapsed); }
+    qint64 elapsedMs() const override { return m_elapsed; }
+    void setNow(const QDateTime& now) { m_start = now.addMSecs(-m_elapsed); } // as somebody sets the machine's clock
 
     std::unique_ptr<platform::Timer> makeTimer() override
     {
@@ -26,13 +25,13 @@ public:
 
     void advance(int ms)
     {
-        const QDateTime end = m_now.addMSecs(ms);
+        const qint64 end = m_elapsed + ms;
         while (FakeTimer* next = nextDue(end)) {
-            m_now = std::max(m_now, next->due);
-            next->due = m_now.addMSecs(next->interval);
+            m_elapsed = std::max(m_elapsed, next->due);
+            next->due = m_elapsed + next->interval;
             Q_EMIT next->timeout();
         }
-        m_now = end;
+        m_elapsed = end;
     }
 
 private:
@@ -44,13 +43,13 @@ private:
         void start(int intervalMs) override
         {
             interval = std::max(intervalMs, 1);
-            due = m_clock.m_now.addMSecs(interval);
+            due = m_clock.m_elapsed + interval;
             active = true;
         }
         void stop() override { active = false; }
         bool isActive() const override { return active; }
 
-        QDateTime due;
+        qint64 due = 0;
         int interval = 1;
         bool active = false;
 
@@ -58,7 +57,7 @@ private:
         FakeClock& m_clock;
     };
 
-    FakeTimer* nextDue(const QDateTime& end)
+    FakeTimer* nextDue(qint64 end)
     {
         FakeTimer* next = nullptr;
         for (FakeTimer* timer : m_timers) {
@@ -68,6 +67,7 @@ private:
         return next;
     }
 
-    QDateTime m_now;
+    QDateTime m_start{QDate(2007, 3, 5), QTime(14, 7, 9)};
+    qint64 m_elapsed = 42;
     std::vector<FakeTimer*> m_timers;
 };
