@@ -2,6 +2,9 @@
 #include "SpreadFixture.h"
 
 #include <QHeaderView>
+#include <QProxyStyle>
+#include <QSet>
+#include <QStyleOption>
 
 #include <memory>
 
@@ -77,6 +80,38 @@ TEST_F(Spread, CellColoursArePainted)
     EXPECT_EQ(image.pixelColor(middle(5)), QColor(Qt::red));
     grid.setShown(false);
     EXPECT_NE(spread.viewport()->grab().toImage().pixelColor(middle(5)), QColor(Qt::red)) << "hidden while loading";
+}
+
+// What a style draws with, as far as it keeps pictures by it.
+class PaletteWatch : public QProxyStyle
+{
+public:
+    mutable QSet<qint64> palettes;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override
+    {
+        palettes << option->palette.cacheKey();
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        palettes << option->palette.cacheKey();
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+};
+
+TEST_F(Spread, PaintingAgainNeedsNoNewPalette)
+{
+    auto* watch = new PaletteWatch;
+    QApplication::setStyle(watch);
+    spread.viewport()->grab();
+    const QSet<qint64> first = watch->palettes;
+    EXPECT_GE(first.size(), 2);
+    for (int i = 0; i < 3; ++i)
+        spread.viewport()->grab();
+    EXPECT_EQ(watch->palettes, first);
+    QApplication::setStyle(QStringLiteral("fusion"));
 }
 
 TEST(PaletteColors, GreyTextIsNoPlainText)

@@ -72,6 +72,8 @@ Soak::Soak(int mode, unsigned seed, SoakResult& result)
     m_trace.setLogPath(m_program.box.machine.folders.program());
     m_trace.setLogFileName(QStringLiteral("Trc.log"));
     m_kx.setSpread(&m_grid);
+    m_view.setGrid(&m_grid);
+    m_view.resize(1280, 900);
     m_kx.load(1, &m_program.library, RealModel::kModelString);
     m_witness.setSpread(&m_witnessGrid);
     m_witness.load(1, &m_far.library, RealModel::kModelString);
@@ -93,6 +95,7 @@ void Soak::cycle()
         write();
     else
         read();
+    m_view.viewport()->grab();
 }
 
 void Soak::finish()

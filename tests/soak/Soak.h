@@ -9,6 +9,7 @@
 #include "clsKX.h"
 #include "clsLog.h"
 #include "uclComm.h"
+#include "vaSpread.h"
 
 #include <QStringList>
 
@@ -57,7 +58,8 @@ struct SoakResult
 
 // A real model and its simulated controller at the two ends of a pseudo-terminal. Every cycle draws faults, then reads,
 // and writes with values of its own; what the program holds for read or written afterwards is compared with what the
-// controller held meanwhile. The clock runs only while the line is quiet. The same number gives the same run.
+// controller held meanwhile, and the grid is painted. The clock runs only while the line is quiet. The same number
+// gives the same run.
 class Soak
 {
 public:
@@ -99,6 +101,7 @@ private:
     RealModel m_far; // the controller's own, and the witness's
     SoakShell m_shell;
     platform::GridModel m_grid;
+    platform::vaSpread m_view;
     clsLog m_trace{m_program.box.machine};
     platform::ComPorts m_ports{QProcessEnvironment()};
     clsKX m_kx;

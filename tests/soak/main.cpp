@@ -4,7 +4,7 @@
 
 #include "Soak.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 
@@ -52,7 +52,8 @@ qint64 run(int mode, int cycles, unsigned seed, SoakResult& result, Memory& memo
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication app(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication app(argc, argv);
     const int cycles = argc > 1 ? QByteArray(argv[1]).toInt() : 500;
     const unsigned seed = argc > 2 ? QByteArray(argv[2]).toUInt() : 1;
     if (cycles < 2 || argc > 3) {

@@ -123,8 +123,7 @@ void SpreadDelegate::paintButton(QPainter* painter, const QStyleOptionViewItem& 
     QStyleOptionButton button;
     button.rect = option.rect.adjusted(1, 1, -1, -1);
     button.state = QStyle::State_Enabled | (cell.value != 0 ? QStyle::State_On : QStyle::State_Raised);
-    button.palette = option.palette;
-    button.palette.setColor(QPalette::Button, back);
+    button.palette = paletteOn(back, option.palette);
     QApplication::style()->drawControl(QStyle::CE_PushButtonBevel, &button, painter);
 }
 
@@ -132,11 +131,26 @@ void SpreadDelegate::paintComboMark(QPainter* painter, const QStyleOptionViewIte
 {
     QStyleOption mark;
     mark.rect = comboArrow(option.rect).adjusted(3, 3, -3, -3);
-    mark.palette = option.palette;
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        mark.palette.setColor(role, legible(option.palette.color(role), back));
+    mark.palette = paletteOn(back, option.palette);
     mark.state = QStyle::State_Enabled;
     QApplication::style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &mark, painter);
+}
+
+// A style keeps a picture for each palette that it is given. So there is one for each colour, not one for each
+// painting.
+const QPalette& SpreadDelegate::paletteOn(const QColor& back, const QPalette& desktop) const
+{
+    if (m_desktopPalette != desktop.cacheKey())
+        m_palettes.clear();
+    m_desktopPalette = desktop.cacheKey();
+    const auto known = m_palettes.constFind(back.rgba());
+    if (known != m_palettes.cend())
+        return *known;
+    QPalette palette = desktop;
+    palette.setColor(QPalette::Button, back);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, legible(desktop.color(role), back));
+    return *m_palettes.insert(back.rgba(), palette);
 }
 
 QRect SpreadDelegate::comboArrow(const QRect& cell)

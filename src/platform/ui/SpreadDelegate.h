@@ -3,6 +3,8 @@
 #include "GridFonts.h"
 #include "GridModel.h"
 
+#include <QHash>
+#include <QPalette>
 #include <QStyledItemDelegate>
 
 #include <optional>
@@ -71,8 +73,12 @@ private:
     void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell, const QColor& back) const;
     void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
 
+    const QPalette& paletteOn(const QColor& back, const QPalette& desktop) const;
+
     GridFonts& m_fonts;
     bool m_isPale = false;
+    mutable QHash<QRgb, QPalette> m_palettes; // by the colour of the cell, for the desktop's palette
+    mutable qint64 m_desktopPalette = 0;
     mutable std::optional<Entry> m_entry; // Qt asks for an editor's content by const functions
 };
 
