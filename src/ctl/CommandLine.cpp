@@ -37,6 +37,7 @@ Options (those left out come from the main settings file):
   --model CODE           model code, such as KX410, or the whole model string; a parameter file names its own
   --timeout S            seconds of silence after which a request counts as lost, 1 to 3600
   --quiet                show no progress
+  --no-backup            of write: keep nothing of what the controller held
   -o FILE                write the result to FILE, whole or not at all
   --as table|csv|json    form of the result (default: table)
   --as set               of read, with -o: write a parameter file
@@ -93,6 +94,7 @@ public:
     {
         CommandLine& line = m_result.line;
         line.quiet = m_parser.isSet(QStringLiteral("quiet"));
+        line.withoutBackup = m_parser.isSet(QStringLiteral("no-backup"));
         readText(QStringLiteral("port"), line.port);
         readText(QStringLiteral("model"), line.model);
         readText(QStringLiteral("o"), line.outputFile);
@@ -176,7 +178,7 @@ void addOptions(QCommandLineParser& parser)
 {
     for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "as", "o"})
         parser.addOption({QString::fromLatin1(name), QString(), QStringLiteral("value")});
-    for (const char* name : {"quiet", "help", "version"})
+    for (const char* name : {"quiet", "no-backup", "help", "version"})
         parser.addOption(QCommandLineOption(QString::fromLatin1(name)));
 }
 

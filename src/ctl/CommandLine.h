@@ -21,7 +21,8 @@ struct CommandLine
     QString model;                       // a code of the catalogue, or a whole model string
     std::optional<int> timeoutSeconds;   // 1 to 3600
     bool quiet = false;
-    QString outputFile; // empty: standard output
+    bool withoutBackup = false; // `write` keeps nothing of what the controller held
+    QString outputFile;         // empty: standard output
     OutputFormat format = OutputFormat::Table;
     bool asParameterFile = false; // `read` writes a parameter file; outputFile is its name then
 };

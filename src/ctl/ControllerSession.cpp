@@ -12,7 +12,8 @@ CommandResult failed(ExitStatus status, const QString& line)
 } // namespace
 
 ControllerSession::ControllerSession(ProgramContext& program, const CommandLine& line, ProgressView& progress)
-    : m_program(program), m_progress(progress), m_controlLink(program, line), m_model(program)
+    : m_program(program), m_progress(progress), m_withoutBackup(line.withoutBackup), m_controlLink(program, line),
+      m_model(program)
 {
     m_program.context().messages = &m_messages;
 }
@@ -36,6 +37,7 @@ CommandResult ControllerSession::open()
                                              m_controlLink.transmissionMode());
     m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
         kx(), m_controlLink.link(), m_program.settings(), m_program.traceLog(), m_messages, m_progress, *m_shell});
+    m_engine->setBackup(m_withoutBackup ? TransferEngine::Backup::None : TransferEngine::Backup::Required);
     connect(m_engine.get(), &TransferEngine::attemptFailed, this, &ControllerSession::onAttemptFailed);
     return {};
 }
@@ -124,6 +126,11 @@ CommandResult ControllerSession::writeResult() const
                       QStringLiteral("interrupted; some parameters may have been written: read them"));
     if (report.outcome == WriteOutcome::WrongModel)
         return wrongModel();
+    if (!m_engine->backupError().isEmpty())
+        return failed(ExitStatus::BadFile,
+                      QStringLiteral("nothing was written, because what the controller holds cannot be kept: %1; "
+                                     "correct that, or repeat with --no-backup")
+                          .arg(m_engine->backupError()));
     if (report.outcome != WriteOutcome::Complete)
         return failed(ExitStatus::NoAnswer, QStringLiteral("%1: the write did not come to its end; %2")
                                                 .arg(m_controlLink.text(), m_messages.lastNotice()));

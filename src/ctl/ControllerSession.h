@@ -51,6 +51,7 @@ private:
 
     ProgramContext& m_program;
     ProgressView& m_progress;
+    const bool m_withoutBackup;
     ControlLink m_controlLink;
     LoadedModel m_model;
     HeadlessMessages m_messages;

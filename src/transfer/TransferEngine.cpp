@@ -132,16 +132,17 @@ void TransferEngine::tellLostLine()
 // True when the write may go on: the set is kept, there is none, or the user does without.
 bool TransferEngine::keepHeldSet()
 {
+    m_backupError.clear();
     const ParameterSet set = heldSet(m_parts.kx);
-    if (set.values.isEmpty() || m_parts.settings.m_bComm)
+    if (m_backup == Backup::None || set.values.isEmpty() || m_parts.settings.m_bComm)
         return true;
     clsLibrary& library = m_parts.kx.library();
-    const QString error = BackupStore(library).keep(set, m_parts.kx.Ext());
-    if (error.isEmpty())
-        return true;
+    m_backupError = BackupStore(library).keep(set, m_parts.kx.Ext());
+    if (m_backupError.isEmpty() || m_backup == Backup::Required)
+        return m_backupError.isEmpty();
     const QString question =
         library.tranStr(QStringLiteral("The parameters last read cannot be kept: %1vbCrLfWrite all the same?"))
-            .arg(error);
+            .arg(m_backupError);
     return m_parts.questions.showMessage(question, MessageStyle::kYesNoExclamation) == MessageResult::kYes;
 }
 

@@ -47,6 +47,10 @@ public:
     bool writeItems(const QStringList& tags);
     // Writes all blocks and reads everything back. What the controller held is kept in the backups before.
     void setDataToKXAll();
+    // Where it cannot be kept: the user is asked, or the write is given up. Or nothing is kept.
+    enum class Backup { AskWithout, Required, None };
+    void setBackup(Backup backup) { m_backup = backup; }
+    const QString& backupError() const { return m_backupError; } // of the last write of all
     // Writes a block with its relay blocks; with readBack the written blocks are read back and shown.
     void writeBlock(const clsBlock& block, bool readBack);
     // Writes a block (null: none) with its relay blocks, then one parameter at once, under one question and report.
@@ -86,4 +90,6 @@ private:
     ReadTransfer m_read;
     WriteTransfer m_write;
     Activity m_activity = Activity::Idle;
+    Backup m_backup = Backup::AskWithout;
+    QString m_backupError;
 };

@@ -36,6 +36,20 @@ TEST_F(SimulatedCtl, WhatAWriteReplacedCanBeWrittenAgain)
     EXPECT_EQ(changedMemory(before), QByteArrayList());
 }
 
+TEST_F(SimulatedCtl, WithoutABackupNothingIsWritten)
+{
+    plugModel(QStringLiteral("KX410"));
+    const QString file = savedSet("a.kx");
+    changeValue(file, "VQI1", "270");
+    const QByteArray before = simulated->state();
+    ASSERT_TRUE(soundController::writeFile(path("config/Vorlan/Backup"), "in the way"));
+    EXPECT_EQ(runWith({QStringLiteral("write"), file}), BadFile);
+    expectOneLineAbout("Backup");
+    EXPECT_EQ(changedMemory(before), QByteArrayList());
+    EXPECT_EQ(runWith({QStringLiteral("write"), file, QStringLiteral("--no-backup")}), Done) << errors.toStdString();
+    EXPECT_FALSE(changedMemory(before).isEmpty());
+}
+
 TEST_F(SimulatedCtl, CompareListsWhatDiffers)
 {
     plugModel(QStringLiteral("KX410"));
