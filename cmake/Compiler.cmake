@@ -13,6 +13,16 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverl
                     -Werror)
 add_compile_definitions(QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_DEPRECATED_WARNINGS)
 
+# What Debian builds its programs with, as far as the compiler knows it for this processor. The sanitizers have checks of
+# their own, and the checked library functions need an optimized build.
+if(NOT VORLANT_SANITIZE AND NOT VORLANT_FUZZ)
+  include(CheckCXXCompilerFlag)
+  check_cxx_compiler_flag(-fcf-protection VORLANT_CF_PROTECTION)
+  add_compile_options(-fstack-protector-strong -Wformat -Werror=format-security
+                      $<$<BOOL:${VORLANT_CF_PROTECTION}>:-fcf-protection>
+                      $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+endif()
+
 if(VORLANT_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)

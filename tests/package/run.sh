@@ -52,6 +52,20 @@ check_desktop() {
     "$root/usr/share/applications/vorlant.desktop").svg" ] || fail "the icon of the desktop entry is missing"
 }
 
+# The compiler's and the linker's guards are in the programs, and the bitmaps of the icons in the package.
+check_build() {
+  local program size
+  for program in vorlant vorlantctl vorlant-sim; do
+    readelf -hldW --dyn-syms "$root/usr/bin/$program" > "$work/elf.txt"
+    for guard in '__stack_chk_fail' '__[a-z]*_chk@' 'GNU_RELRO' 'Flags:.* NOW .*PIE|FLAGS.*BIND_NOW' 'Type: +DYN'; do
+      grep -qE "$guard" "$work/elf.txt" || fail "$program was built without $guard"
+    done
+  done
+  for size in 48 128 256; do
+    [ -s "$root/usr/share/icons/hicolor/${size}x$size/apps/vorlant.png" ] || fail "no icon of $size pixels"
+  done
+}
+
 # Man pages render without a warning and tell of every option that a program knows.
 check_man_pages() {
   local program option options
@@ -180,6 +194,7 @@ chmod -R a-w "$root"
 use "$root"
 make_home "$work/home"
 check_desktop
+check_build
 check_man_pages
 check_programs "$work/home"
 check_mime_type "$work/home/set.kx410"
