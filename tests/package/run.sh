@@ -60,6 +60,8 @@ check_build() {
     for guard in '__stack_chk_fail' '__[a-z]*_chk@' 'GNU_RELRO' 'Flags:.* NOW .*PIE|FLAGS.*BIND_NOW' 'Type: +DYN'; do
       grep -qE "$guard" "$work/elf.txt" || fail "$program was built without $guard"
     done
+    [ "$(dpkg --print-architecture)" != amd64 ] ||
+      [ "$(objdump -d "$root/usr/bin/$program" | grep -c endbr64)" -gt 100 ] || fail "$program: no marked jump targets"
   done
   for size in 48 128 256; do
     [ -s "$root/usr/share/icons/hicolor/${size}x$size/apps/vorlant.png" ] || fail "no icon of $size pixels"
