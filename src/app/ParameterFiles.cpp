@@ -3,6 +3,7 @@
 #include "MessagePresenter.h"
 #include "ParameterFile.h"
 #include "ProgramContext.h"
+#include "VisibleText.h"
 #include "clsKX.h"
 
 #include <QFileInfo>
@@ -177,5 +178,5 @@ QString windowTitleText(const QString& program, const QString& model, const QStr
     // Brackets in a name are not the mark of a change.
     QString document = parts.join(QStringLiteral(" - "));
     document.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
-    return document.isEmpty() ? program : QStringLiteral("%1 - [%2[*]]").arg(program, document);
+    return platform::visibleText(document.isEmpty() ? program : QStringLiteral("%1 - [%2[*]]").arg(program, document));
 }

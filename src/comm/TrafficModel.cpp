@@ -1,6 +1,7 @@
 #include "TrafficModel.h"
 
 #include "FrameTexts.h"
+#include "VisibleText.h"
 
 #include <algorithm>
 #include <array>
@@ -20,16 +21,6 @@ QString readableStamp(QString stamp)
     if (stamp.size() > kMillisecondMark)
         stamp[kMillisecondMark] = u'.';
     return stamp;
-}
-
-// For one cell of a table of text.
-QString oneLine(QString text)
-{
-    for (QChar& c : text) {
-        if (c == u'\t' || c == u'\n' || c == u'\r' || c == u'\0')
-            c = u' ';
-    }
-    return text;
 }
 
 } // namespace
@@ -129,7 +120,8 @@ QVariant TrafficModel::data(const QModelIndex& index, int role) const
     case kIsErrorRole:
         return row.fields.isError();
     case kDetailsRole:
-        return row.note.isEmpty() ? frametexts::details(row.fields, row.stamp, m_tran) : m_tran(row.note);
+        return platform::visibleLines(row.note.isEmpty() ? frametexts::details(row.fields, row.stamp, m_tran)
+                                                         : m_tran(row.note));
     default:
         return {};
     }
@@ -139,10 +131,15 @@ QVariant TrafficModel::headerData(int section, Qt::Orientation orientation, int 
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= kColumns)
         return {};
-    return m_tran(QString::fromLatin1(kCaptions[static_cast<size_t>(section)]));
+    return platform::visibleText(m_tran(QString::fromLatin1(kCaptions[static_cast<size_t>(section)])));
 }
 
 QString TrafficModel::text(const Row& row, int column) const
+{
+    return platform::visibleText(plainText(row, column));
+}
+
+QString TrafficModel::plainText(const Row& row, int column) const
 {
     const FrameFields& fields = row.fields;
     switch (column) {
@@ -163,7 +160,7 @@ QString TrafficModel::text(const Row& row, int column) const
     case kCheck:
         return frametexts::check(fields, m_tran);
     case kRemark:
-        return oneLine(row.note.isEmpty() ? frametexts::remark(fields, m_tran) : m_tran(row.note));
+        return row.note.isEmpty() ? frametexts::remark(fields, m_tran) : m_tran(row.note);
     default:
         return {};
     }
@@ -174,7 +171,7 @@ QString TrafficModel::copyText(int row) const
     if (row < 0 || row >= rowCount())
         return {};
     const Row& copied = m_rows[static_cast<size_t>(row)];
-    QStringList cells{copied.stamp};
+    QStringList cells{platform::visibleText(copied.stamp)};
     for (int column = kDirection; column < kColumns; ++column)
         cells << text(copied, column);
     cells << frametexts::hexBytes(copied.fields.wire);

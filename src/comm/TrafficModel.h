@@ -51,7 +51,8 @@ private:
 
     void appendRows(std::vector<Row> rows);
     void dropOldest(int count);
-    QString text(const Row& row, int column) const;
+    QString text(const Row& row, int column) const; // as it is shown and copied
+    QString plainText(const Row& row, int column) const;
 
     TranslateText m_tran;
     TraceDecoder m_decoder;

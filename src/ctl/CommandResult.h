@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VisibleText.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -24,7 +26,7 @@ struct CommandResult
     static CommandResult done(const QByteArray& output) { return {ExitStatus::Done, output, QString()}; }
     static CommandResult failed(ExitStatus status, const QString& line)
     {
-        return {status, QByteArray(), line.simplified()};
+        return {status, QByteArray(), platform::visibleText(line.simplified())};
     }
     bool ok() const { return status == ExitStatus::Done; }
 };

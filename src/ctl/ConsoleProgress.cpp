@@ -1,5 +1,7 @@
 #include "ConsoleProgress.h"
 
+#include "VisibleText.h"
+
 namespace {
 
 constexpr char kWipeLine[] = "\r\033[K"; // carriage return, erase to the end of the line
@@ -22,7 +24,7 @@ void ConsoleProgress::setPosition(int position)
 
 void ConsoleProgress::setText(const QString& text)
 {
-    m_text = text.simplified().left(kMaxTextLength);
+    m_text = platform::visibleText(text.simplified()).left(kMaxTextLength);
     draw();
 }
 

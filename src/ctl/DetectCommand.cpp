@@ -3,21 +3,7 @@
 #include "ModelChoice.h"
 #include "ModelCodes.h"
 #include "ProgramContext.h"
-
-namespace {
-
-// What a controller sends may be anything; a terminal gets only what can be printed.
-QString printable(const QString& text)
-{
-    QString shown = text.simplified();
-    for (QChar& c : shown) {
-        if (!c.isPrint())
-            c = u'?';
-    }
-    return shown;
-}
-
-} // namespace
+#include "VisibleText.h"
 
 DetectCommand::DetectCommand(ProgramContext& program, const CommandLine& line)
     : m_program(program), m_line(program, line), m_detection(m_line.link(), program.library(), QString())
@@ -44,7 +30,7 @@ void DetectCommand::interrupt()
 
 CommandResult DetectCommand::result(const Detection& detection, const QStringList& codes) const
 {
-    const QString model = printable(m_detection.modelString());
+    const QString model = platform::visibleText(m_detection.modelString().trimmed());
     switch (detection.result) {
     case DetectionResult::Found:
         return CommandResult::done((model + u' ' + codes.value(detection.position) + u'\n').toUtf8());

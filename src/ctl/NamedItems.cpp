@@ -1,6 +1,6 @@
 #include "NamedItems.h"
 
-#include "TextTable.h"
+#include "VisibleText.h"
 #include "clsKX.h"
 
 CommandResult findItems(const clsKX& kx, const QStringList& tags, std::vector<clsData*>& items)
@@ -30,6 +30,6 @@ QByteArray formatItems(const clsKX& kx, const std::vector<clsData*>& items, Outp
         return formatParameters(rows, format);
     QString lines;
     for (const ParameterRow& row : rows)
-        lines += row.tag + u'=' + oneLine(row.value) + u'\n';
+        lines += row.tag + u'=' + platform::visibleText(row.value) + u'\n';
     return lines.toUtf8();
 }

@@ -1,6 +1,7 @@
 #include "OutputFormat.h"
 
 #include "TextTable.h"
+#include "VisibleText.h"
 #include "WrittenItems.h"
 #include "clsKX.h"
 
@@ -28,9 +29,10 @@ QByteArray asTable(const PrintedRows& printed)
     return table.text().toUtf8();
 }
 
-QString csvField(QString text)
+QString csvField(const QString& raw)
 {
-    const bool quoted = text.contains(u'"') || text.contains(u',') || text.contains(u'\r') || text.contains(u'\n');
+    QString text = platform::visibleText(raw);
+    const bool quoted = text.contains(u'"') || text.contains(u',');
     return quoted ? u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"' : text;
 }
 
@@ -45,10 +47,22 @@ QByteArray asCsv(const PrintedRows& printed)
     return text.toUtf8();
 }
 
+QString jsonEscape(char32_t code)
+{
+    QString units;
+    for (const QChar unit : QString::fromUcs4(&code, 1))
+        units += QStringLiteral("\\u%1").arg(unit.unicode(), 4, 16, QLatin1Char('0'));
+    return units;
+}
+
+// Beside what JSON itself asks for, what a terminal would take for more than text.
 QByteArray quoted(const QString& text)
 {
     const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
-    return array.mid(1, array.size() - 2);
+    QString escaped;
+    for (const char32_t code : QString::fromUtf8(array.mid(1, array.size() - 2)).toStdU32String())
+        escaped += platform::isInvisible(code) ? jsonEscape(code) : QString::fromUcs4(&code, 1);
+    return escaped.toUtf8();
 }
 
 // Written by hand because the library's objects put their keys into alphabetical order.

@@ -1,5 +1,7 @@
 #include "TextTable.h"
 
+#include "VisibleText.h"
+
 #include <algorithm>
 
 namespace {
@@ -37,13 +39,6 @@ int displayWidth(const QString& text)
     return width;
 }
 
-QString oneLine(QString text)
-{
-    std::replace_if(
-        text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; }, u' ');
-    return text;
-}
-
 TextTable::TextTable(const QStringList& heading) : m_widths(heading.size(), 0)
 {
     add(heading);
@@ -53,7 +48,7 @@ void TextTable::add(const QStringList& row)
 {
     QStringList fields;
     for (int i = 0; i < m_widths.size(); ++i) {
-        fields << oneLine(row.value(i));
+        fields << platform::visibleText(row.value(i));
         m_widths[i] = std::max(m_widths[i], displayWidth(fields.last()));
     }
     m_rows << fields;

@@ -7,16 +7,13 @@
 // Columns a terminal uses for a text: two for a full-width character, none for a combining mark.
 int displayWidth(const QString& text);
 
-// Control characters become blanks: the text stays one line.
-QString oneLine(QString text);
-
 // Rows of text in aligned columns, two blanks apart, with a heading.
 class TextTable
 {
 public:
     explicit TextTable(const QStringList& heading);
 
-    // A row has as many fields as the heading. Its texts go through oneLine.
+    // A row has as many fields as the heading. Its texts go through visibleText.
     void add(const QStringList& row);
     QString text() const;
 

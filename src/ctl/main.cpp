@@ -11,6 +11,7 @@
 #include "SetCommand.h"
 #include "Terminal.h"
 #include "TerminationSignals.h"
+#include "VisibleText.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -57,7 +58,7 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     program.context().translates = false;
     for (const platform::FolderNotice& notice : program.machine().folders.notices())
-        errors << "vorlantctl: " << notice.english() << Qt::endl;
+        errors << "vorlantctl: " << platform::visibleText(notice.english()) << Qt::endl;
     if (line.command == Command::Models)
         return listModels(program);
     if (line.command == Command::Ports)
@@ -88,6 +89,7 @@ CommandResult run(const QStringList& arguments, QTextStream& errors)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
+    platform::showWarningsVisibly();
     QTextStream errors(stderr);
     const CommandResult result = run(QCoreApplication::arguments().mid(1), errors);
     if (!result.failure.isEmpty())

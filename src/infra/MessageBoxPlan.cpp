@@ -1,5 +1,7 @@
 #include "MessageBoxPlan.h"
 
+#include "VisibleText.h"
+
 namespace {
 
 constexpr int kSetCount = 6;
@@ -94,7 +96,5 @@ int MessageBoxPlan::escapeIndex() const
 
 QString MessageBoxPlan::shownText(const QString& prompt)
 {
-    return QString(prompt)
-        .replace(QStringLiteral("vbCrLf"), QStringLiteral("\n"))
-        .replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    return platform::visibleLines(QString(prompt).replace(QStringLiteral("vbCrLf"), QStringLiteral("\n")));
 }

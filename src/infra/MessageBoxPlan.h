@@ -31,7 +31,7 @@ public:
     int escapeIndex() const;
     int escapeResult() const { return m_buttons[escapeIndex()].result; }
 
-    // A prompt as it is shown, its "vbCrLf" as line breaks.
+    // A prompt as it is shown: its "vbCrLf" as line breaks, the rest visible.
     static QString shownText(const QString& prompt);
 
 private:

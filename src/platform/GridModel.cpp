@@ -235,14 +235,15 @@ void GridModel::measure() const
         const int row = static_cast<int>(entry.key() >> 32U);
         const int col = static_cast<int>(entry.key() & 0xFFFFFFFFU);
         const CellFont font = fontOf(cell);
-        double width = cell.text.isEmpty() ? 0 : m_measure->widthUnits(cell.text, font);
-        for (const QString& choice : cell.comboList)
+        const QString text = cell.shownText();
+        double width = text.isEmpty() ? 0 : m_measure->widthUnits(text, font);
+        for (const QString& choice : visibleTexts(cell.comboList))
             width = std::max(width, m_measure->widthUnits(choice, font));
         width += kTextMargin + extraWidth(cell.type);
         double& widest = m_textWidths[col];
         widest = std::max(widest, width);
         double& tallest = m_textHeights[row];
-        tallest = std::max(tallest, m_measure->heightPoints(cell.text, font));
+        tallest = std::max(tallest, m_measure->heightPoints(text, font));
     }
 }
 
@@ -328,10 +329,11 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     const Cell& shown = cell(index.row() + 1, index.column() + 1);
     switch (role) {
     case Qt::DisplayRole:
+        return shown.shownText();
     case Qt::EditRole:
         return shown.text;
     case Qt::ToolTipRole:
-        return shown.toolTip.isEmpty() ? QVariant() : shown.toolTip;
+        return shown.toolTip.isEmpty() ? QVariant() : visibleLines(shown.toolTip);
     case Qt::TextAlignmentRole:
         return static_cast<int>(alignmentOf(shown.align));
     default:
@@ -349,7 +351,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     if (orientation == Qt::Vertical)
         return section + 1;
     if (named != m_colHeaders.cend())
-        return named->text;
+        return visibleText(named->text);
     QString letters;
     for (int rest = section + 1; rest > 0; rest = (rest - 1) / 26)
         letters.prepend(QChar(u'A' + (rest - 1) % 26));

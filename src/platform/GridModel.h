@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SystemColors.h"
+#include "VisibleText.h"
 
 #include <QAbstractTableModel>
 #include <QHash>
@@ -37,6 +38,7 @@ struct Cell
     bool readOnly = false; // shown like any other, takes no entry
     bool operator==(const Cell&) const = default;
 
+    QString shownText() const { return visibleLines(text); }
     bool takesEntry() const { return !locked && !readOnly && (type == CellType::Edit || type == CellType::ComboBox); }
     bool takesClick() const { return !locked && !readOnly && type == CellType::Button; }
 };

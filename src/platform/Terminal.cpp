@@ -1,5 +1,7 @@
 #include "Terminal.h"
 
+#include "VisibleText.h"
+
 #include <QProcessEnvironment>
 
 #include <algorithm>
@@ -10,6 +12,14 @@ namespace platform {
 bool standardErrorIsTerminal()
 {
     return isatty(STDERR_FILENO) == 1;
+}
+
+void showWarningsVisibly()
+{
+    static QtMessageHandler printed = nullptr;
+    printed = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& message) {
+        printed(type, context, visibleLines(message));
+    });
 }
 
 bool hasDisplay(const QProcessEnvironment& environment)

@@ -3,7 +3,9 @@
 #include "ProgramContext.h"
 #include "SimulatedController.h"
 #include "SimulatorLine.h"
+#include "Terminal.h"
 #include "TerminationSignals.h"
+#include "VisibleText.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -21,7 +23,7 @@ constexpr int kNoDefinition = 5;
 
 int fail(int status, const QString& message)
 {
-    std::fprintf(stderr, "vorlant-sim: %s\n", qPrintable(message));
+    std::fprintf(stderr, "vorlant-sim: %s\n", qPrintable(platform::visibleText(message)));
     return status;
 }
 
@@ -113,6 +115,7 @@ bool saveState(const QString& file, const QByteArray& state)
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
+    platform::showWarningsVisibly();
     const Options options = parse(application);
     if (!options.error.isEmpty())
         return fail(kUsage, options.error + QStringLiteral("; try --help"));
@@ -120,7 +123,7 @@ int main(int argc, char** argv)
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     program.context().translates = false;
     for (const platform::FolderNotice& notice : program.machine().folders.notices())
-        std::fprintf(stderr, "vorlant-sim: %s\n", qPrintable(notice.english()));
+        std::fprintf(stderr, "vorlant-sim: %s\n", qPrintable(platform::visibleText(notice.english())));
     ModelCatalogue catalogue(program.library());
     catalogue.ensureBuiltIn();
     const int number = catalogue.numberOf(options.model);

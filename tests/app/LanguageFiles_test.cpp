@@ -1,7 +1,9 @@
+#include "HelpWindow.h"
 #include "MultiSelectOwner.h"
 #include "ProgramContext.h"
 #include "RecordingMessages.h"
 #include "SelectionWindows.h"
+#include "VisibleText.h"
 #include "frmComSet.h"
 #include "frmMain.h"
 #include "frmMessageBox.h"
@@ -10,11 +12,21 @@
 #include "frmShowVersion.h"
 #include "frmTraffic.h"
 
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMessageBox>
+#include <QTabWidget>
 #include <QTemporaryDir>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -44,8 +56,7 @@ struct NoSettings : MultiSelectOwner
     void setVData(const QString&, const QString&, bool) override {}
 };
 
-// Every form of the program is shown once with a language file as it is shipped: a word that the file lacks would be
-// added to it.
+// Every form of the program is shown once with a language file.
 class ShippedLanguage : public ::testing::TestWithParam<const char*>
 {
 protected:
@@ -67,7 +78,7 @@ protected:
 
     QString languageFile() const { return dir.filePath(QStringLiteral("program/Lang/")) + QLatin1String(GetParam()); }
 
-    void showEveryForm()
+    void showEveryForm(const std::function<void()>& inspect = [] {})
     {
         const platform::SystemColors colors;
         ProgramContext program(platform::PathMap(),
@@ -95,11 +106,15 @@ protected:
         frmMessageBox box(program.library());
         window.getDataFromKX();
         EXPECT_EQ(told.texts.size(), 1) << qPrintable(told.texts.join(u'|'));
+        platform::HelpWindow help(program.library().translation());
+        help.showPage(QStringLiteral(VORLANT_DATA_DIR "/help/Vorlant"), QStringLiteral("index.html"));
+        inspect();
     }
 
     QTemporaryDir dir;
 };
 
+// A word that the file lacks would be added to it.
 TEST_P(ShippedLanguage, HoldsEveryWordOfEveryForm)
 {
     const QStringList shipped = wordLines(languageFile());
@@ -108,6 +123,75 @@ TEST_P(ShippedLanguage, HoldsEveryWordOfEveryForm)
     for (const QString& line : shipped)
         added.removeOne(line);
     EXPECT_EQ(added, QStringList()) << qPrintable(added.join(u'\n'));
+}
+
+// Every text of the language file names a file in HTML and speaks to the terminal.
+constexpr char kHostile[] = "<img src=\"/dev/zero\"><b>%1</b>\x1b\u202E";
+
+void makeHostile(const QString& file)
+{
+    const QStringList words = wordLines(file);
+    QByteArray text("\xEF\xBB\xBF[Info]\r\nName=x\r\n");
+    QString section = QStringLiteral("[Info]");
+    for (const QString& word : words) { // sorted by section
+        if (word.startsWith(QStringLiteral("[Info]")))
+            continue;
+        if (!word.startsWith(section))
+            text += (section = word.section(u']', 0, 0) + u']').toUtf8() + "\r\n";
+        text += word.mid(section.size()).section(u'=', 0, 0).toUtf8() + '=' + kHostile + "\r\n";
+    }
+    QFile out(file);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(text) == text.size());
+}
+
+QStringList textsOf(const QWidget& widget)
+{
+    QStringList texts{widget.windowTitle(), widget.toolTip()};
+    if (const auto* label = qobject_cast<const QLabel*>(&widget))
+        texts << label->text();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
+        texts << button->text();
+    if (const auto* box = qobject_cast<const QGroupBox*>(&widget))
+        texts << box->title();
+    if (const auto* tabs = qobject_cast<const QTabWidget*>(&widget)) {
+        for (int i = 0; i < tabs->count(); ++i)
+            texts << tabs->tabText(i);
+    }
+    if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) {
+        for (int i = 0; i < combo->count(); ++i)
+            texts << combo->itemText(i);
+    }
+    const auto actions = widget.actions();
+    for (const QAction* action : actions)
+        texts << action->text() << action->toolTip();
+    return texts;
+}
+
+// Also what Qt makes itself: a tool tip, and a message box of its own.
+TEST_P(ShippedLanguage, HostileTextsAreOnlyShown)
+{
+    makeHostile(languageFile());
+    int shown = 0;
+    showEveryForm([&] {
+        QMessageBox box(QMessageBox::Warning, QString(), QStringLiteral("<b>x</b>"));
+        box.show();
+        QToolTip::showText(QPoint(), QStringLiteral("<b>x</b>"));
+        QStringList labels;
+        const auto widgets = QApplication::allWidgets();
+        for (const QWidget* widget : widgets) {
+            const auto* label = qobject_cast<const QLabel*>(widget);
+            if (label != nullptr && label->text().contains(u'<')) {
+                EXPECT_EQ(label->textFormat(), Qt::PlainText) << qPrintable(label->objectName());
+                labels << QString::fromLatin1(label->metaObject()->className());
+            }
+            for (const QString& text : textsOf(*widget)) {
+                EXPECT_EQ(platform::visibleLines(text), text) << qPrintable(widget->objectName());
+                shown += text.contains(u"\\x1b<U+202E>") ? 1 : 0;
+            }
+        }
+        EXPECT_TRUE(labels.contains(u"QTipLabel")) << "it was there to be looked at";
+    });
+    EXPECT_GT(shown, 150);
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, ShippedLanguage, ::testing::Values("EN.txt", "JP.txt"),

@@ -339,6 +339,27 @@ TEST_F(MainWindow, OffLineAReadAsksBeforeItReplacesAFile)
     EXPECT_EQ(window->state(), MainState::NoConnection) << "defaults are not the controller's values";
 }
 
+// A model string may hold anything: it is shown, and goes on as it is.
+TEST_F(MainWindow, HostileModelStringIsShownAndKept)
+{
+    const QByteArray model = "KX4100\x1b[\x7f<b>AB";
+    open(QString(), "[Setting]\nLastModelNo=1\nUseCommunicate=True\nLastModelString=" + model + '\n');
+    const QString shown = QStringLiteral("KX4100\\x1b[\\x7f<b>AB");
+    const auto* panel = window->findChild<QLabel*>(QStringLiteral("panelModel"));
+    onSettings([&](frmComSet& dialog) {
+        EXPECT_EQ(dialog.findChild<QLineEdit*>(QStringLiteral("Text2"))->text(), shown);
+        dialog.findChild<QPushButton*>(QStringLiteral("Command1_0"))->click();
+        EXPECT_FALSE(dialog.isVisible()) << qPrintable(asked.texts.join(u'|'));
+        dialog.close();
+    });
+    window->showCommSetting();
+    EXPECT_EQ(panel->text(), shown);
+    EXPECT_EQ(panel->textFormat(), Qt::PlainText);
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Vorlant - [%1[*]]").arg(shown));
+    window->close();
+    EXPECT_TRUE(settingsFile().contains("LastModelString=" + model)) << settingsFile().toStdString();
+}
+
 TEST_F(MainWindow, RecentFilesAreOfferedAndForgottenWhenTheyAreGone)
 {
     openSound(kLastModel + "UseCommunicate=True\n");

@@ -177,6 +177,15 @@ TEST_F(Traffic, CopiesTheSelectionOrAll)
         u"2007/03/05 14:07:09.042\tSent\t1\t66 read memory\t8000\t8\t\tCRC OK\t\t01 42 00 00 00 80 00 08 E3 ED\n");
 }
 
+TEST_F(Traffic, LineThatSpeaksToTheTerminalIsShown)
+{
+    open();
+    trace.LogWrite(QStringLiteral("\x1b[2J\x07"));
+    look();
+    EXPECT_TRUE(cell(0, TrafficModel::kRemark).endsWith(u"\\x1b[2J\\x07"))
+        << qPrintable(cell(0, TrafficModel::kRemark));
+}
+
 TEST_F(Traffic, KeepsLayoutAndSpeaksJapanese)
 {
     open();

@@ -142,6 +142,13 @@ INSTANTIATE_TEST_SUITE_P(Lines, OddSetting,
                                            SettingRow{"HandshakingUnknown", "Comm1", "Handshaking=99"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
+// FILES that speak to the terminal: the error line shows what they hold.
+TEST_F(BadInput, TextsOfFilesAreShownInTheErrorLine)
+{
+    put("set.k41", "[Info]\nMODEL=KX\x1b]0;owned\x07\xE2\x80\xAE\x7f\n[Data]\nVQSV1=1\n");
+    expectEnd(run({QStringLiteral("show"), path("set.k41")}), WrongModel, "KX\\x1b]0;owned\\x07<U+202E>\\x7f\"");
+}
+
 // PORTS
 
 TEST_F(BadInput, PortThatIsNone)

@@ -57,7 +57,8 @@ TEST_F(VorlantCtl, DetectPrintsTheModelOrWhatItIsInstead)
         const char* printed;
     } rows[] = {{"KX41012345-20B", 0, "KX41012345-20B KX410\n"},
                 {"KX99900000-10A", 4, "KX99900000-10A\n"},
-                {"KX\x01\x02\x03\x04\x05\x06\x07\x0e\x0f\x10\x11\x1b", 4, "KX????????????\n"}};
+                {"KX\x01\x02\x03\x04\x05\x06\x07\x0e\x0f\x10\x11\x1b", 4,
+                 "KX\\x01\\x02\\x03\\x04\\x05\\x06\\x07\\x0e\\x0f\\x10\\x11\\x1b\n"}};
     for (const auto& row : rows) {
         plug([&row](const QByteArray& request) { return soundController::reply(request, row.model); });
         EXPECT_EQ(run({QStringLiteral("--port"), controller->device(), QStringLiteral("detect")}), row.status);

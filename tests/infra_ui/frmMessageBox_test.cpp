@@ -92,10 +92,11 @@ TEST_F(MessageBox, AnswerIsTheButtonsCode)
 TEST_F(MessageBox, TextsComeFromTheLanguageFile)
 {
     box.put(QStringLiteral("C:\\Vorlant\\Lang\\XX.txt"), "[Language]\r\nYes=はい(&Y)\r\nNo=いいえ(&N)\r\n");
-    ask(QStringLiteral("Weiter?vbCrLf<b>"), 4, [this] {
+    ask(QStringLiteral("Weiter?vbCrLf<b>\x1b\u202E"), 4, [this] {
         EXPECT_EQ(button(0)->text(), QStringLiteral("はい(&Y)"));
         EXPECT_EQ(button(1)->text(), QStringLiteral("いいえ(&N)"));
-        EXPECT_EQ(label()->text(), QStringLiteral("Weiter?\n<b>")) << "the caller translates the prompt";
+        EXPECT_EQ(label()->text(), QStringLiteral("Weiter?\n<b>\\x1b<U+202E>")) << "the caller translates the prompt";
+        EXPECT_EQ(label()->textFormat(), Qt::PlainText);
         EXPECT_EQ(form.windowTitle(), u"Vorlant");
         form.reject();
     });

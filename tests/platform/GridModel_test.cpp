@@ -50,6 +50,20 @@ struct SizeRow
     int cols;
 };
 
+TEST_F(Grid, ShowsWhatIsNotSeenAndKeepsIt)
+{
+    Cell cell = labelled(QStringLiteral("a\x1b\r\nb"));
+    cell.toolTip = QStringLiteral("\u202E");
+    grid.setCell(1, 1, cell);
+    grid.setColHeader(1, QStringLiteral("\x01"), platform::HAlign::Left);
+    const QModelIndex at = grid.index(0, 0);
+    EXPECT_EQ(at.data(Qt::DisplayRole).toString(), u"a\\x1b\nb");
+    EXPECT_EQ(at.data(Qt::ToolTipRole).toString(), u"<U+202E>");
+    EXPECT_EQ(grid.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(), u"\\x01");
+    EXPECT_EQ(at.data(Qt::EditRole).toString(), cell.text);
+    EXPECT_EQ(grid.cell(1, 1).text, cell.text);
+}
+
 TEST(GridSize, IsKeptWithinBounds)
 {
     for (const SizeRow& row : {SizeRow{"Zero", 0, 0, 0}, SizeRow{"Negative", -1, 0, 0}, SizeRow{"One", 1, 1, 1},

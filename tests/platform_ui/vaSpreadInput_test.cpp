@@ -53,6 +53,21 @@ protected:
     }
 };
 
+// What is shown of a choice is not what is compared: the list opens at the cell's own.
+TEST_F(SpreadInput, ChoicesThatAreNotSeenAreShown)
+{
+    platform::Cell cell = grid.cell(2, 2);
+    cell.comboList = QStringList{QStringLiteral("J"), QStringLiteral("K\x1b")};
+    cell.text = cell.comboList.last();
+    grid.setCell(2, 2, cell);
+    select(2);
+    key(Qt::Key_F4);
+    ASSERT_TRUE(isListOpen());
+    EXPECT_EQ(combo()->currentText(), u"K\\x1b");
+    inList(Qt::Key_Return);
+    EXPECT_TRUE(chosen.isEmpty());
+}
+
 struct Leaving
 {
     const char* name;

@@ -1,5 +1,7 @@
 #include "FileChooser.h"
 
+#include "VisibleText.h"
+
 #include <QFileDialog>
 
 namespace {
@@ -10,7 +12,8 @@ QStringList nameFilters(const QString& filter)
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         QString patterns = parts[i + 1];
-        filters << QStringLiteral("%1 (%2)").arg(parts[i].section(u'(', 0, 0).trimmed(), patterns.replace(u';', u' '));
+        filters << QStringLiteral("%1 (%2)").arg(platform::visibleText(parts[i].section(u'(', 0, 0).trimmed()),
+                                                 patterns.replace(u';', u' '));
     }
     return filters;
 }

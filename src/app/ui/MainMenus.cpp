@@ -2,6 +2,7 @@
 
 #include "ControlRegistry.h"
 #include "ToolIcons.h"
+#include "VisibleText.h"
 
 #include <QAction>
 #include <QFileInfo>
@@ -69,7 +70,7 @@ void MainMenus::showRecent(const QStringList& files, const std::function<void(co
     }
     for (qsizetype i = 0; i < files.size(); ++i) {
         const QFileInfo file(files.at(i));
-        QString caption = QStringLiteral("%1 (%2)").arg(file.fileName(), file.absolutePath());
+        QString caption = platform::visibleText(QStringLiteral("%1 (%2)").arg(file.fileName(), file.absolutePath()));
         auto* item =
             new QAction(QStringLiteral("&%1 %2").arg(i + 1).arg(caption.replace(u'&', QStringLiteral("&&"))), recent);
         QObject::connect(

@@ -1,5 +1,7 @@
 #include "MainStatusBar.h"
 
+#include "VisibleText.h"
+
 #include <QLabel>
 #include <QPainter>
 #include <QStyle>
@@ -49,7 +51,6 @@ QLabel* MainStatusBar::addPanel(const QString& objectName, const QString& access
     auto* panel = new ElidedLabel(this);
     panel->setObjectName(objectName);
     panel->setAccessibleName(accessibleName);
-    panel->setTextFormat(Qt::PlainText);
     // A long reason must not force the window to its own width: the panels share the width that there is.
     panel->setMinimumWidth(1);
     panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
@@ -58,39 +59,37 @@ QLabel* MainStatusBar::addPanel(const QString& objectName, const QString& access
     return panel;
 }
 
-void MainStatusBar::setModelText(const QString& text)
+void MainStatusBar::showIn(QLabel& panel, const QString& text, const QString& toolTip)
 {
-    m_model->setText(text);
-    m_model->setToolTip(text);
+    panel.setText(platform::visibleLines(text));
+    panel.setToolTip(platform::visibleLines(toolTip));
 }
 
-QString MainStatusBar::modelText() const
+void MainStatusBar::setModelText(const QString& text)
 {
-    return m_model->text();
+    m_modelText = text;
+    showIn(*m_model, text, text);
 }
 
 void MainStatusBar::setLinkText(const QString& text)
 {
-    m_link->setText(text);
-    m_link->setToolTip(text);
+    showIn(*m_link, text, text);
 }
 
 void MainStatusBar::setStateText(const QString& text, const QString& toolTip)
 {
-    m_state->setText(text);
-    m_state->setToolTip(toolTip.isEmpty() ? text : toolTip);
+    showIn(*m_state, text, toolTip.isEmpty() ? text : toolTip);
 }
 
 void MainStatusBar::setHintText(const QString& text)
 {
-    m_hint->setText(text);
-    m_hint->setToolTip(text);
+    showIn(*m_hint, text, text);
 }
 
 void MainStatusBar::setWriteText(const QString& text, const QString& details)
 {
-    m_write->setText(text);
-    m_write->setToolTip(details);
-    m_write->setAccessibleName(text);
+    m_write->setText(platform::visibleText(text));
+    m_write->setToolTip(platform::visibleLines(details));
+    m_write->setAccessibleName(m_write->text());
     m_write->setVisible(!text.isEmpty());
 }

@@ -17,6 +17,7 @@
 #include "ProgramContext.h"
 #include "ProgressDialogView.h"
 #include "ReadStatus.h"
+#include "VisibleText.h"
 #include "WidgetPlacement.h"
 #include "WriteStatus.h"
 #include "clsINI.h"
@@ -152,7 +153,6 @@ void frmMain::setupGrid()
     m_hint = new QLabel(m_pages);
     m_hint->setObjectName(QStringLiteral("lblHint"));
     m_hint->setAccessibleName(QStringLiteral("What to do"));
-    m_hint->setTextFormat(Qt::PlainText);
     m_hint->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_hint->setWordWrap(true);
     m_hint->setAlignment(Qt::AlignCenter);
@@ -554,7 +554,7 @@ void frmMain::showGridOrHint()
     const int items = static_cast<int>(m_clsKX.items().size());
     const QString hint = gridHint(modelPanel(), items, m_program.definitionFile(m_clsKX.entry().screenFile),
                                   m_program.library().translation());
-    m_hint->setText(hint);
+    m_hint->setText(platform::visibleLines(hint));
     m_pages->setCurrentWidget(hint.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
     for (QAction* action : {m_menus->recv, m_menus->send, m_menus->open, m_menus->save, m_menus->paste})
         action->setEnabled(hint.isEmpty());

@@ -1,10 +1,12 @@
 #include "mdlMain.h"
 
 #include "PaletteColors.h"
+#include "PlainTexts.h"
 #include "ProgramContext.h"
 #include "SingleInstance.h"
 #include "Terminal.h"
 #include "TerminationSignals.h"
+#include "VisibleText.h"
 #include "WindowlessAnswer.h"
 #include "frmMain.h"
 
@@ -21,7 +23,7 @@ namespace {
 void tellStartedAlready(const clsLibrary& library)
 {
     QMessageBox::critical(nullptr, QApplication::applicationName(),
-                          library.tranStr(QStringLiteral("It is started already.")));
+                          platform::visibleLines(library.tranStr(QStringLiteral("It is started already."))));
 }
 
 // The window closes with its last state stored when the process is asked to end, or the user logs out.
@@ -57,6 +59,8 @@ int Main(int& argc, char* argv[])
     QGuiApplication::setDesktopFileName(QStringLiteral("vorlant"));
     QApplication::setWindowIcon(
         QIcon::fromTheme(QStringLiteral("vorlant"), QIcon(QStringLiteral(":/icons/vorlant.svg"))));
+    platform::showTextsPlain();
+    platform::showWarningsVisibly();
     const platform::PaletteColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     const platform::SingleInstance instance(QCoreApplication::applicationFilePath());

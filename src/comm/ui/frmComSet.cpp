@@ -2,6 +2,7 @@
 
 #include "AccessibleNames.h"
 #include "ControlRegistry.h"
+#include "VisibleText.h"
 #include "clsLibrary.h"
 
 #include <QCloseEvent>
@@ -89,7 +90,6 @@ QGroupBox* frmComSet::setupPortFrame()
     m_port->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_port->setMinimumContentsLength(kPortCharacters);
     m_trouble = named(new QLabel(frame), "lblTrouble");
-    m_trouble->setTextFormat(Qt::PlainText);
     m_trouble->setWordWrap(true);
     m_trouble->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_speed = named(new QComboBox(frame), "Combo2");
@@ -221,12 +221,12 @@ void frmComSet::connectControls()
 
 void frmComSet::fill(const ComSetFields& fields)
 {
-    m_port->addItems(m_session.portTexts());
-    m_port->setPlaceholderText(m_session.triedPortText());
-    m_speed->addItems(m_session.speedTexts());
-    m_model->addItems(m_session.modelCodes());
+    m_port->addItems(platform::visibleTexts(m_session.portTexts()));
+    m_port->setPlaceholderText(platform::visibleText(m_session.triedPortText()));
+    m_speed->addItems(platform::visibleTexts(m_session.speedTexts()));
+    m_model->addItems(platform::visibleTexts(m_session.modelCodes()));
     m_port->setCurrentIndex(fields.portPosition);
-    m_speed->setCurrentIndex(m_speed->findText(fields.speedText));
+    m_speed->setCurrentIndex(static_cast<int>(m_session.speedTexts().indexOf(fields.speedText)));
     showChara(fields.chara);
     (fields.ascii ? m_ascii : m_rtu)->setChecked(true);
     m_slave->setText(fields.slaveText);
@@ -238,7 +238,7 @@ void frmComSet::fill(const ComSetFields& fields)
 void frmComSet::showChara(const QString& chara)
 {
     const QString other = m_session.otherChara();
-    m_otherFormat->setText(other);
+    m_otherFormat->setText(platform::visibleText(other));
     m_otherFormat->setVisible(!other.isEmpty());
     (!other.isEmpty() && chara == other                  ? m_otherFormat
      : chara == QLatin1String(ComSetSession::kSevenBits) ? m_sevenBits
@@ -249,7 +249,7 @@ void frmComSet::showChara(const QString& chara)
 QString frmComSet::chosenChara() const
 {
     if (m_otherFormat->isChecked())
-        return m_otherFormat->text();
+        return m_session.otherChara();
     return QLatin1String(m_sevenBits->isChecked() ? ComSetSession::kSevenBits : ComSetSession::kEightBits);
 }
 
@@ -257,12 +257,12 @@ ComSetFields frmComSet::readFields() const
 {
     ComSetFields fields;
     fields.portPosition = m_port->currentIndex();
-    fields.speedText = m_speed->currentText();
+    fields.speedText = m_session.speedTexts().value(m_speed->currentIndex());
     fields.chara = chosenChara();
     fields.ascii = m_ascii->isChecked();
     fields.slaveText = m_slave->text();
     fields.modelPosition = m_model->currentIndex();
-    fields.modelString = m_modelString->text();
+    fields.modelString = modelString();
     return fields;
 }
 
@@ -271,13 +271,26 @@ void frmComSet::showFields(const ComSetFields& fields)
 {
     const QSignalBlocker blocker(m_model);
     m_model->setCurrentIndex(fields.modelPosition);
-    m_modelString->setText(fields.modelString);
+    showModelString(fields.modelString);
+}
+
+void frmComSet::showModelString(const QString& modelString)
+{
+    m_heldModelString = modelString;
+    m_modelString->setText(platform::visibleText(modelString));
+}
+
+// A string that nobody typed over goes on as it came.
+QString frmComSet::modelString() const
+{
+    const QString text = m_modelString->text();
+    return text == platform::visibleText(m_heldModelString) ? m_heldModelString : text;
 }
 
 void frmComSet::showPortTrouble()
 {
     const QString trouble = m_session.portTrouble(m_port->currentIndex());
-    m_trouble->setText(trouble);
+    m_trouble->setText(platform::visibleLines(trouble));
     m_trouble->setVisible(!trouble.isEmpty());
     growForTrouble();
 }
@@ -293,7 +306,8 @@ void frmComSet::growForTrouble()
 
 void frmComSet::showProgress(const QString& address)
 {
-    m_progressText->setText(m_library.tranStr(QStringLiteral("Asking the controller...")) + u' ' + address);
+    m_progressText->setText(
+        platform::visibleText(m_library.tranStr(QStringLiteral("Asking the controller...")) + u' ' + address));
     enableControls(false);
     m_progress->show();
     m_stop->setFocus();
@@ -318,7 +332,7 @@ void frmComSet::onModelPicked(int position)
 {
     const QString text = m_session.pickModel(position);
     if (!text.isEmpty())
-        m_modelString->setText(text);
+        showModelString(text);
 }
 
 void frmComSet::onDetect()

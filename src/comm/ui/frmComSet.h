@@ -59,6 +59,8 @@ private:
 
     ComSetFields readFields() const;
     void showFields(const ComSetFields& fields);
+    void showModelString(const QString& modelString);
+    QString modelString() const;
     void showChara(const QString& chara);
     QString chosenChara() const;
     void showPortTrouble();
@@ -75,6 +77,8 @@ private:
     ComSetSession m_session;
     std::unique_ptr<platform::ControlRegistry> m_registry;
     platform::WidgetPlacement m_placement;
+
+    QString m_heldModelString; // what the field shows, as it came
 
     QGroupBox* m_frames[3] = {};
     QLabel* m_labels[5] = {};

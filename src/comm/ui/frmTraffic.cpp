@@ -5,6 +5,7 @@
 #include "Fonts.h"
 #include "GridModel.h"
 #include "TrafficDelegate.h"
+#include "VisibleText.h"
 #include "clsLibrary.h"
 
 #include <QCheckBox>
@@ -60,7 +61,6 @@ void frmTraffic::setupForm()
                               static_cast<int>(2 * m_details->document()->documentMargin()));
     m_status = new QLabel(this);
     m_status->setObjectName(QStringLiteral("Label1"));
-    m_status->setTextFormat(Qt::PlainText);
     m_status->setWordWrap(true);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(setupButtons());
@@ -325,7 +325,8 @@ void frmTraffic::showDetails()
 void frmTraffic::showStatus()
 {
     const bool paused = m_pause->isChecked();
-    m_pause->setText(m_library.tranStr(paused ? QStringLiteral("&Continue") : QStringLiteral("&Pause")));
+    m_pause->setText(
+        platform::visibleText(m_library.tranStr(paused ? QStringLiteral("&Continue") : QStringLiteral("&Pause"))));
     QStringList parts;
     if (m_problem != LogReader::Problem::None)
         parts << problemText();
@@ -333,7 +334,7 @@ void frmTraffic::showStatus()
         parts << m_library.tranStr(QStringLiteral("paused, %1 new lines")).arg(m_waitingLines);
     parts
         << m_library.tranStr(QStringLiteral("%1 lines, %2 with errors")).arg(m_model.rowCount()).arg(m_model.errors());
-    m_status->setText(parts.join(QStringLiteral("   ")));
+    m_status->setText(platform::visibleLines(parts.join(QStringLiteral("   "))));
 }
 
 QString frmTraffic::problemText() const

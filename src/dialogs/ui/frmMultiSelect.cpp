@@ -5,6 +5,7 @@
 #include "MessagePresenter.h"
 #include "MultiSelectOwner.h"
 #include "PaletteColors.h"
+#include "VisibleText.h"
 #include "clsData.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
@@ -150,8 +151,8 @@ void frmMultiSelect::fill(const SelectedItem& item)
     m_library.tranForm(*m_registry);
     m_table.fill(m_grid);
     const QString name = m_library.tranStr(item.name);
-    setWindowTitle(name.isEmpty() || name == m_table.title() ? m_table.title()
-                                                             : m_table.title() + QStringLiteral(": ") + name);
+    setWindowTitle(platform::visibleText(
+        name.isEmpty() || name == m_table.title() ? m_table.title() : m_table.title() + QStringLiteral(": ") + name));
     platform::nameField(*m_sprMulti, windowTitle());
     for (int i = 0; i < m_grid.maxCols(); ++i) {
         QHeaderView* headers = m_sprMulti->horizontalHeader();

@@ -4,6 +4,7 @@
 #include "ControlRegistry.h"
 #include "MessagePresenter.h"
 #include "OptionOwner.h"
+#include "VisibleText.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
 
@@ -110,7 +111,6 @@ QWidget* frmOption::setupDisplayPage()
     m_frames[2] = new QGroupBox(QStringLiteral("Font"), page);
     m_font = new QLabel(m_frames[2]);
     m_font->setObjectName(QStringLiteral("Label1"));
-    m_font->setTextFormat(Qt::PlainText);
     m_chooseFont = new QPushButton(QStringLiteral("&Font..."), m_frames[2]);
     m_chooseFont->setObjectName(QStringLiteral("Command2"));
     m_chooseFont->setAutoDefault(false);
@@ -183,11 +183,11 @@ void frmOption::fill()
 {
     m_values.load();
     m_languages->clear();
-    m_languages->addItems(m_values.languages());
+    m_languages->addItems(platform::visibleTexts(m_values.languages()));
     m_languages->setCurrentIndex(m_values.language());
     for (int i = 0; i < OptionValues::kChecks; ++i)
         m_checks[i]->setChecked(m_values.isChecked(i));
-    m_font->setText(m_values.fontText());
+    m_font->setText(platform::visibleText(m_values.fontText()));
     m_tabs->setCurrentIndex(0);
 }
 
@@ -197,7 +197,7 @@ void frmOption::onFont()
     if (!chosen)
         return;
     m_values.setFont(*chosen);
-    m_font->setText(m_values.fontText());
+    m_font->setText(platform::visibleText(m_values.fontText()));
 }
 
 // The owner acts on the options while the dialog is still there: it may take a moment, with a progress of its own.

@@ -1,6 +1,7 @@
 #include "frmShowVersion.h"
 
 #include "ControlRegistry.h"
+#include "VisibleText.h"
 #include "clsLibrary.h"
 
 #include <QGuiApplication>
@@ -66,9 +67,9 @@ void frmShowVersion::showModeless(QWidget* frmOwner, bool bModal)
 void frmShowVersion::loadForm()
 {
     m_library.tranForm(*m_registry);
-    setWindowTitle(m_library.tranStr(QStringLiteral("VersionInfo")));
-    m_title->setText(m_library.tranStr(m_library.context().machine.folders.baseName()));
-    m_text->setText(m_version.text(m_library));
+    setWindowTitle(platform::visibleText(m_library.tranStr(QStringLiteral("VersionInfo"))));
+    m_title->setText(platform::visibleLines(m_library.tranStr(m_library.context().machine.folders.baseName())));
+    m_text->setText(platform::visibleLines(m_version.text(m_library)));
     adjustSize();
     centre();
     m_library.loadFormSize(m_placement); // a stored place goes before the middle of the screen

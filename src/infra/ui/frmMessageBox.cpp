@@ -2,6 +2,7 @@
 
 #include "MessageBoxLayout.h"
 #include "MessageIcons.h"
+#include "VisibleText.h"
 #include "clsLibrary.h"
 
 #include <QGuiApplication>
@@ -54,7 +55,6 @@ void frmMessageBox::setupControls()
     m_icon->setObjectName(QStringLiteral("icon"));
     m_icon->setGeometry({kIconAt, QSize(kIconSide, kIconSide)});
     m_lblMessage->setObjectName(QStringLiteral("lblMessage"));
-    m_lblMessage->setTextFormat(Qt::PlainText);
     m_lblMessage->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_lblMessage->setWordWrap(true);
     m_lblMessage->setAlignment(Qt::AlignLeft | Qt::AlignTop);
@@ -104,13 +104,13 @@ int frmMessageBox::MsgBox(const QString& Prompt, int Buttons, const QString& Tit
 
 void frmMessageBox::setTexts(const QString& prompt, const QString& title)
 {
-    setWindowTitle(title.isEmpty() ? m_library.context().machine.folders.baseName() : title);
+    setWindowTitle(platform::visibleText(title.isEmpty() ? m_library.context().machine.folders.baseName() : title));
     m_lblMessage->setText(MessageBoxPlan::shownText(prompt));
     for (int i = 0; i < static_cast<int>(m_cmdCommand.size()); ++i) {
         QPushButton* button = m_cmdCommand.at(static_cast<size_t>(i));
         const bool used = i < m_plan.buttons().size();
         button->setVisible(used);
-        button->setText(used ? m_library.tranStr(m_plan.buttons().at(i).caption) : QString());
+        button->setText(used ? platform::visibleText(m_library.tranStr(m_plan.buttons().at(i).caption)) : QString());
         button->setDefault(i == m_plan.defaultIndex());
     }
 }

@@ -1,13 +1,17 @@
 #include "ControlRegistry.h"
 
+#include "PlainTexts.h"
 #include "RegisteredControls.h"
+#include "VisibleText.h"
 
 namespace platform {
 
 ControlRegistry::ControlRegistry(QWidget& form, const QString& name)
     : m_form(form), m_name(name), m_designCaption(form.windowTitle()),
       m_face(std::make_unique<RegisteredWidget>(form, name, std::nullopt, ControlKind::Plain))
-{}
+{
+    showTextsPlain(form);
+}
 
 ControlRegistry::~ControlRegistry() = default;
 
@@ -18,6 +22,7 @@ void ControlRegistry::keep(std::unique_ptr<FormControl> control)
 
 void ControlRegistry::add(QWidget* control, const QString& name, std::optional<int> index)
 {
+    showTextsPlain(*control); // it may have come to the form after the registry
     keep(std::make_unique<RegisteredWidget>(*control, name, index, ControlKind::Plain));
 }
 
@@ -59,7 +64,7 @@ std::optional<QString> ControlRegistry::property(FormProperty which) const
 void ControlRegistry::setProperty(FormProperty which, const QString& text)
 {
     if (which == FormProperty::Caption)
-        m_form.setWindowTitle(text);
+        m_form.setWindowTitle(visibleText(text));
     else
         m_face->setProperty(which, text);
 }

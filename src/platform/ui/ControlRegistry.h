@@ -21,7 +21,8 @@ class vaSpread;
 
 // The controls of one form under the names and indexes that language files use, in the order of registration. Register
 // every control once, with its English text set, when the form has been built; then hand the registry to translation.
-// Controls belong to the form and must outlive the registry.
+// The labels of the form show their texts as they are, and what comes from a language file is made visible. Controls
+// belong to the form and must outlive the registry.
 class ControlRegistry final : public Form
 {
 public:

@@ -1,6 +1,8 @@
 #include "HelpWindow.h"
 
 #include "HelpFindBar.h"
+#include "PlainTexts.h"
+#include "VisibleText.h"
 
 #include <QAction>
 #include <QApplication>
@@ -25,8 +27,10 @@ constexpr QSize kDesignedSize(1020, 760); // the pictures of the manual fit in
 } // namespace
 
 HelpWindow::HelpWindow(HelpBrowser::Translate translate, QWidget* parent)
-    : QMainWindow(parent), m_translate(std::move(translate)), m_browser(new HelpBrowser(m_translate, this)),
-      m_findBar(new HelpFindBar(*m_browser, this)), m_toolBar(new QToolBar(this))
+    : QMainWindow(parent),
+      m_translate([translate = std::move(translate)](const QString& text) { return visibleText(translate(text)); }),
+      m_browser(new HelpBrowser(m_translate, this)), m_findBar(new HelpFindBar(*m_browser, this)),
+      m_toolBar(new QToolBar(this))
 {
     setObjectName(QStringLiteral("HelpWindow"));
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -44,13 +48,14 @@ HelpWindow::HelpWindow(HelpBrowser::Translate translate, QWidget* parent)
     layout->addWidget(m_findBar);
     m_findBar->hide();
     setCentralWidget(middle);
+    showTextsPlain(*this);
     setupActions();
     connect(m_browser, &QTextBrowser::sourceChanged, this, [this] {
-        setWindowTitle(m_browser->documentTitle());
+        setWindowTitle(visibleText(m_browser->documentTitle()));
         statusBar()->clearMessage();
     });
     connect(m_browser, &HelpBrowser::linkRefused, this, [this](const QString& address) {
-        statusBar()->showMessage(m_translate(QStringLiteral("%1 is not part of the manual")).arg(address));
+        statusBar()->showMessage(m_translate(QStringLiteral("%1 is not part of the manual")).arg(visibleText(address)));
     });
     resize(kDesignedSize);
 }
@@ -109,7 +114,7 @@ void HelpWindow::showPage(const QString& folder, const QString& page, const QStr
 {
     translateTexts();
     m_browser->showPage(folder, page, anchor);
-    setWindowTitle(m_browser->documentTitle());
+    setWindowTitle(visibleText(m_browser->documentTitle()));
     if (isMinimized())
         showNormal();
     show();

@@ -2,6 +2,7 @@
 
 #include "Fonts.h"
 #include "Numbers.h"
+#include "VisibleText.h"
 
 #include <QAbstractButton>
 #include <QGroupBox>
@@ -66,10 +67,10 @@ void RegisteredWidget::setProperty(FormProperty which, const QString& text)
     switch (which) {
     case FormProperty::Caption:
         if (m_caption)
-            setCaption(m_widget, text);
+            setCaption(m_widget, visibleText(text));
         return;
     case FormProperty::ToolTipText:
-        m_widget.setToolTip(text);
+        m_widget.setToolTip(visibleLines(text));
         return;
     case FormProperty::Font:
         m_face.family = text;
@@ -101,7 +102,7 @@ std::optional<QString> RegisteredItem::property(FormProperty which) const
 void RegisteredItem::setProperty(FormProperty which, const QString& text)
 {
     if (which == FormProperty::Caption)
-        m_action.setText(text);
+        m_action.setText(visibleText(text));
 }
 
 RegisteredTabs::RegisteredTabs(QTabWidget& tabs, const QString& name, std::optional<int> index)
@@ -126,7 +127,7 @@ QString RegisteredTabs::partProperty(int part, FormProperty which) const
 void RegisteredTabs::setPartProperty(int part, FormProperty which, const QString& text)
 {
     if (which == FormProperty::Caption)
-        m_tabs.setTabText(part, text);
+        m_tabs.setTabText(part, visibleText(text));
 }
 
 RegisteredToolbar::RegisteredToolbar(QToolBar& bar, const QString& name, std::optional<int> index)
@@ -156,9 +157,9 @@ void RegisteredToolbar::setPartProperty(int part, FormProperty which, const QStr
 {
     QAction* action = m_buttons.at(static_cast<size_t>(part) - 1).action;
     if (which == FormProperty::Caption)
-        action->setText(text);
+        action->setText(visibleText(text));
     else
-        action->setToolTip(text);
+        action->setToolTip(visibleLines(text));
 }
 
 RegisteredGrid::RegisteredGrid(vaSpread& grid, const QString& name, std::optional<int> index)

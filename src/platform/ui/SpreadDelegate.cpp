@@ -91,22 +91,22 @@ void SpreadDelegate::paintFocus(QPainter* painter, const QStyleOptionViewItem& o
 void SpreadDelegate::paintText(QPainter* painter, const QRect& place, Qt::Alignment align, const Cell& cell,
                                const GridFonts::Face& face) const
 {
-    if (cell.text.isEmpty())
+    const QString text = cell.shownText();
+    if (text.isEmpty())
         return;
-    const double room = place.width() - face.width(cell.text);
-    if (room < 0 && !cell.text.contains(u'\n')) {
+    const double room = place.width() - face.width(text);
+    if (room < 0 && !text.contains(u'\n')) {
         // Cut where it can be seen: the end of a number alone is another number.
-        painter->drawText(place, static_cast<int>(align),
-                          face.metrics.elidedText(cell.text, Qt::ElideRight, place.width()));
+        painter->drawText(place, static_cast<int>(align), face.metrics.elidedText(text, Qt::ElideRight, place.width()));
         return;
     }
-    if (cell.text.contains(u'\n')) {
-        painter->drawText(place, static_cast<int>(align), cell.text);
+    if (text.contains(u'\n')) {
+        painter->drawText(place, static_cast<int>(align), text);
         return;
     }
     const double left = align.testFlag(Qt::AlignRight) ? room : align.testFlag(Qt::AlignHCenter) ? room / 2 : 0;
     const double base = (place.height() + face.metrics.ascent() - face.metrics.descent()) / 2;
-    painter->drawText(QPointF(place.left() + left, place.top() + base), cell.text);
+    painter->drawText(QPointF(place.left() + left, place.top() + base), text);
 }
 
 // A line below what can be entered, so that it is told from what the controller only shows.
@@ -172,7 +172,7 @@ QWidget* SpreadDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
 QWidget* SpreadDelegate::createComboEditor(QWidget* parent, const QModelIndex& index) const
 {
     auto* combo = new ComboEditor(parent);
-    combo->addItems(cellAt(index).comboList);
+    combo->addItems(visibleTexts(cellAt(index).comboList));
     for (int i = 0; i < combo->count(); ++i)
         combo->setItemData(i, index.data(Qt::TextAlignmentRole), Qt::TextAlignmentRole);
     auto* self = const_cast<SpreadDelegate*>(this);
@@ -206,17 +206,18 @@ void SpreadDelegate::setEditorData(QWidget* editor, const QModelIndex& index) co
 {
     const Cell& cell = cellAt(index);
     if (auto* combo = qobject_cast<ComboEditor*>(editor))
-        combo->setCurrentIndex(combo->findText(cell.text));
+        combo->setCurrentIndex(static_cast<int>(cell.comboList.indexOf(cell.text)));
     else if (auto* edit = qobject_cast<QLineEdit*>(editor))
-        edit->setText(cell.text);
+        edit->setText(visibleText(cell.text));
 }
 
 // The grid only tells what was entered; whether it is taken is decided by those who know the parameter.
 void SpreadDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
     Q_UNUSED(model);
+    const Cell& cell = cellAt(index);
     const auto* combo = qobject_cast<ComboEditor*>(editor);
-    if (combo != nullptr && combo->currentIndex() != combo->findText(cellAt(index).text))
+    if (combo != nullptr && combo->currentIndex() != cell.comboList.indexOf(cell.text))
         m_entry = {index.column() + 1, index.row() + 1, combo->currentText(), combo->currentIndex()};
     else if (auto* edit = qobject_cast<QLineEdit*>(editor); edit != nullptr && edit->isModified())
         m_entry = {index.column() + 1, index.row() + 1, edit->text(), -1};

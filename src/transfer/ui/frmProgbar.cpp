@@ -1,6 +1,7 @@
 #include "frmProgbar.h"
 
 #include "EventWait.h"
+#include "VisibleText.h"
 #include "clsLibrary.h"
 
 #include <QCloseEvent>
@@ -83,8 +84,8 @@ void frmProgbar::translate(const QString& title, const QString& label)
 {
     if (m_library != nullptr)
         m_library->tranForm(*m_controls);
-    setWindowTitle(m_library != nullptr ? m_library->tranStr(title) : title);
-    m_label->setText(m_library != nullptr ? m_library->tranStr(label) : label);
+    setWindowTitle(platform::visibleText(m_library != nullptr ? m_library->tranStr(title) : title));
+    m_label->setText(platform::visibleLines(m_library != nullptr ? m_library->tranStr(label) : label));
 }
 
 void frmProgbar::placeOver(const QWidget* owner)
@@ -114,7 +115,7 @@ void frmProgbar::setPos(int lPos)
 
 void frmProgbar::setText(const QString& text)
 {
-    m_label->setText(text);
+    m_label->setText(platform::visibleLines(text));
     const int needed = layout()->totalHeightForWidth(width());
     if (needed > height())
         resize(width(), needed);
