@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -201,6 +202,37 @@ TEST_F(Help, LinksOutOfTheManualAreRefused)
     }
     Q_EMIT browser->anchorClicked(QUrl(QStringLiteral("windows.html#version")));
     EXPECT_EQ(shown(), u"windows.html#version");
+}
+
+// A page that names files elsewhere gets none of them; the folder's own it gets.
+TEST(HelpBrowser, ShowsNothingFromOutsideOfItsFolder)
+{
+    const QTemporaryDir dir;
+    const QString folder = dir.filePath(QStringLiteral("help"));
+    ASSERT_TRUE(QDir().mkdir(folder));
+    QImage picture(70, 50, QImage::Format_RGB32);
+    ASSERT_TRUE(picture.save(dir.filePath(QStringLiteral("out.png"))) &&
+                picture.save(folder + QStringLiteral("/in.png")));
+    ASSERT_TRUE(QFile::link(dir.filePath(QStringLiteral("out.png")), folder + QStringLiteral("/link.png")));
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/zero"), folder + QStringLiteral("/zero.png")));
+    ASSERT_TRUE(soundController::writeFile(dir.filePath(QStringLiteral("out.css")), "p { font-size: 99px }"));
+    platform::HelpBrowser browser([](const QString& text) { return text; });
+    browser.show();
+    const auto heightWith = [&](const QString& head, const QString& body) {
+        EXPECT_TRUE(soundController::writeFile(
+            folder + QStringLiteral("/p.html"),
+            QStringLiteral("<html><head>%1</head><body><p>a%2</p></body></html>").arg(head, body).toUtf8()));
+        browser.showPage(folder, QStringLiteral("p.html"), {});
+        return browser.document()->size().height();
+    };
+    const double plain = heightWith({}, {});
+    EXPECT_GT(heightWith({}, QStringLiteral("<img src=\"in.png\">")), plain + 20);
+    for (const QString& source :
+         {dir.filePath(QStringLiteral("out.png")), QStringLiteral("../out.png"),
+          QStringLiteral("file://") + dir.filePath(QStringLiteral("out.png")), QStringLiteral("link.png"),
+          QStringLiteral("zero.png"), QStringLiteral("/dev/zero"), QStringLiteral("https://example.org/out.png")})
+        EXPECT_LT(heightWith({}, QStringLiteral("<img src=\"%1\">").arg(source)), plain + 20) << qPrintable(source);
+    EXPECT_EQ(heightWith(QStringLiteral("<link rel=\"stylesheet\" href=\"../out.css\">"), {}), plain);
 }
 
 TEST_F(Help, OtherLanguageOpensTheOtherManual)

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QEvent>
 #include <QFileInfo>
+#include <QImage>
 
 #include <utility>
 
@@ -13,6 +14,14 @@ namespace platform {
 namespace {
 
 constexpr double kMargin = 14; // between text and frame
+constexpr qint64 kMaxFileBytes = 20'000'000;
+
+QImage emptyPicture()
+{
+    QImage picture(1, 1, QImage::Format_ARGB32);
+    picture.fill(Qt::transparent);
+    return picture;
+}
 
 } // namespace
 
@@ -59,13 +68,26 @@ bool HelpBrowser::isInside(const QUrl& address) const
     return !m_folder.isEmpty() && address.isLocalFile() && QDir::cleanPath(address.toLocalFile()).startsWith(inside);
 }
 
+// A link in the folder may lead out of it, and what is there need not be a file that ends.
+bool HelpBrowser::isReadable(const QUrl& address) const
+{
+    const QFileInfo file(address.toLocalFile());
+    const QString inside = QDir(m_folder).canonicalPath() + u'/';
+    return isInside(address) && file.isFile() && file.size() <= kMaxFileBytes &&
+           file.canonicalFilePath().startsWith(inside);
+}
+
+// Without an answer the document would look for the file itself, anywhere.
 QVariant HelpBrowser::loadResource(int type, const QUrl& name)
 {
     const QUrl address = source().resolved(name);
-    const bool isThere = isInside(address) && QFileInfo(address.toLocalFile()).isFile();
-    if (isThere)
+    if (isReadable(address))
         return QTextBrowser::loadResource(type, address);
-    return type == QTextDocument::HtmlResource ? missingText(address.toLocalFile()) : QVariant();
+    if (type == QTextDocument::HtmlResource)
+        return missingText(address.toLocalFile());
+    if (type == QTextDocument::ImageResource)
+        return emptyPicture();
+    return QByteArray("");
 }
 
 QString HelpBrowser::missingText(const QString& file) const

@@ -34,6 +34,7 @@ protected:
 private:
     void follow(const QUrl& link);
     bool isInside(const QUrl& address) const;
+    bool isReadable(const QUrl& address) const;
     QString missingText(const QString& file) const;
     void setColors();
 
