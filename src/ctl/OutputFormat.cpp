@@ -7,6 +7,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 
 namespace {
 
@@ -29,9 +30,22 @@ QByteArray asTable(const PrintedRows& printed)
     return table.text().toUtf8();
 }
 
+bool isPlainNumber(const QString& text)
+{
+    static const QRegularExpression form(QStringLiteral("\\A[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?\\z"));
+    return form.match(text).hasMatch();
+}
+
+// What spreadsheets take for the beginning of a formula; the last four are full-width.
+bool looksLikeFormula(const QString& text)
+{
+    static const QString starts = QStringLiteral("=+-@\t\r\uFF1D\uFF0B\uFF0D\uFF20");
+    return !text.isEmpty() && starts.contains(text.front()) && !isPlainNumber(text);
+}
+
 QString csvField(const QString& raw)
 {
-    QString text = platform::visibleText(raw);
+    QString text = (looksLikeFormula(raw) ? QStringLiteral("'") : QString()) + platform::visibleText(raw);
     const bool quoted = text.contains(u'"') || text.contains(u',');
     return quoted ? u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"' : text;
 }

@@ -40,6 +40,7 @@ std::vector<ParameterRow> parameterRows(const clsKX& kx);
 
 QByteArray formatParameters(const std::vector<ParameterRow>& rows, OutputFormat format);
 
-// UTF-8. Table: aligned columns with a heading. Csv: RFC 4180 with a heading. Json: an array with one object a line. Characters
+// UTF-8. Table: aligned columns with a heading. Csv: RFC 4180 with a heading; a text that a
+// spreadsheet would take for a formula has an apostrophe before it. Json: an array with one object a line. Characters
 // that are not seen are shown, in Json escaped.
 QByteArray formatRows(const PrintedRows& rows, OutputFormat format);

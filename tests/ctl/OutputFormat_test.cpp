@@ -47,6 +47,37 @@ TEST(OutputFormat, ControlCharactersAreShown)
     EXPECT_EQ(QJsonDocument::fromJson(json)[0][u"name"].toString().left(11), hostile.left(11));
 }
 
+// What a spreadsheet would calculate is marked as text; numbers stay numbers.
+TEST(OutputFormat, CsvHoldsNoFormulas)
+{
+    const struct
+    {
+        const char16_t* value;
+        const char* field;
+    } rows[] = {{u"=1+1", "'=1+1"},
+                {u"@SUM(A1)", "'@SUM(A1)"},
+                {u"+cmd|' /C calc'!A0", "'+cmd|' /C calc'!A0"},
+                {u"-1+2", "'-1+2"},
+                {u"-", "'-"},
+                {u"-&H10", "'-&H10"},
+                {u"=1,\"2\"", "\"'=1,\"\"2\"\"\""},
+                {u"\t=1", "'\\x09=1"},
+                {u"\r=1", "'\\x0d=1"},
+                {u"＝1", "'＝1"},
+                {u"-12.50", "-12.50"},
+                {u"+3", "+3"},
+                {u"-.5", "-.5"},
+                {u"-1.2E+07", "-1.2E+07"},
+                {u"12", "12"},
+                {u"a=1", "a=1"}};
+    for (const auto& row : rows) {
+        const QString value = QString::fromUtf16(row.value);
+        SCOPED_TRACE(qPrintable(value));
+        EXPECT_EQ(formatRows({{QStringLiteral("v")}, {{value}}, {}}, OutputFormat::Csv).toStdString(),
+                  std::string("v\r\n") + row.field + "\r\n");
+    }
+}
+
 struct Width
 {
     const char* name;
