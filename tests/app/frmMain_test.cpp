@@ -4,6 +4,7 @@
 #include "RecordingMessages.h"
 #include "ScriptedController.h"
 #include "SoundController.h"
+#include "WhenShown.h"
 #include "frmComSet.h"
 #include "frmOption.h"
 #include "vaSpread.h"
@@ -12,14 +13,17 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -358,6 +362,20 @@ TEST_F(MainWindow, HostileModelStringIsShownAndKept)
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Vorlant - [%1[*]]").arg(shown));
     window->close();
     EXPECT_TRUE(settingsFile().contains("LastModelString=" + model)) << settingsFile().toStdString();
+}
+
+TEST_F(MainWindow, FileDialogShowsWhatANameHides)
+{
+    openSound(kLastModel + "UseCommunicate=True\n");
+    const WhenShown<QFileDialog> asking([](QFileDialog& dialog) {
+        const auto* view = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+        const auto* delegate = view == nullptr ? nullptr : qobject_cast<QStyledItemDelegate*>(view->itemDelegate());
+        EXPECT_TRUE(delegate != nullptr &&
+                    delegate->displayText(QStringLiteral("a\u202E14k.exe"), QLocale()) == u"a<U+202E>14k.exe");
+        dialog.reject();
+    });
+    window->saveDataFile();
+    EXPECT_TRUE(asking.done());
 }
 
 TEST_F(MainWindow, RecentFilesAreOfferedAndForgottenWhenTheyAreGone)

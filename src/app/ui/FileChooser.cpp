@@ -3,6 +3,7 @@
 #include "VisibleText.h"
 
 #include <QFileDialog>
+#include <QStyledItemDelegate>
 
 namespace {
 
@@ -18,11 +19,23 @@ QStringList nameFilters(const QString& filter)
     return filters;
 }
 
+// A name may hold what makes it look like another.
+class VisibleNames : public QStyledItemDelegate
+{
+public:
+    QString displayText(const QVariant& value, const QLocale& locale) const override
+    {
+        return platform::visibleText(QStyledItemDelegate::displayText(value, locale));
+    }
+};
+
 } // namespace
 
 QString chooseFile(QWidget* owner, const FileQuestion& question)
 {
+    VisibleNames names;
     QFileDialog dialog(owner);
+    dialog.setItemDelegate(&names);
     dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setNameFilters(nameFilters(question.filter) << QStringLiteral("* (*)"));
