@@ -32,8 +32,10 @@ QByteArray asTable(const PrintedRows& printed)
 
 bool isPlainNumber(const QString& text)
 {
-    static const QRegularExpression form(QStringLiteral("\\A[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?\\z"));
-    return form.match(text).hasMatch();
+    static const QRegularExpression form(QStringLiteral("\\A[-+.0-9eE]+\\z"));
+    bool isNumber = false;
+    text.toDouble(&isNumber);
+    return isNumber && form.match(text).hasMatch();
 }
 
 // What spreadsheets take for the beginning of a formula; the last four are full-width.
@@ -64,8 +66,8 @@ QByteArray asCsv(const PrintedRows& printed)
 QString jsonEscape(char32_t code)
 {
     QString units;
-    for (const QChar unit : QString::fromUcs4(&code, 1))
-        units += QStringLiteral("\\u%1").arg(unit.unicode(), 4, 16, QLatin1Char('0'));
+    for (const char16_t unit : QChar::fromUcs4(code))
+        units += QStringLiteral("\\u%1").arg(static_cast<uint>(unit), 4, 16, QLatin1Char('0'));
     return units;
 }
 
@@ -75,7 +77,7 @@ QByteArray quoted(const QString& text)
     const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
     QString escaped;
     for (const char32_t code : QString::fromUtf8(array.mid(1, array.size() - 2)).toStdU32String())
-        escaped += platform::isInvisible(code) ? jsonEscape(code) : QString::fromUcs4(&code, 1);
+        escaped += platform::isInvisible(code) ? jsonEscape(code) : QStringView(QChar::fromUcs4(code)).toString();
     return escaped.toUtf8();
 }
 

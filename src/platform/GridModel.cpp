@@ -237,8 +237,8 @@ void GridModel::measure() const
         const CellFont font = fontOf(cell);
         const QString text = cell.shownText();
         double width = text.isEmpty() ? 0 : m_measure->widthUnits(text, font);
-        for (const QString& choice : visibleTexts(cell.comboList))
-            width = std::max(width, m_measure->widthUnits(choice, font));
+        for (const QString& choice : cell.comboList)
+            width = std::max(width, m_measure->widthUnits(visibleText(choice), font));
         width += kTextMargin + extraWidth(cell.type);
         double& widest = m_textWidths[col];
         widest = std::max(widest, width);

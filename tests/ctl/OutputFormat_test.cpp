@@ -35,16 +35,16 @@ TEST(OutputFormat, ControlCharactersAreShown)
 {
     const QString hostile = QStringLiteral("a\t\x1b[2J\u009b"
                                            "2\u202Eb") +
-                            QChar(0) + QChar(0xD800);
+                            QChar(0xFEFF) + QChar(0) + QChar(0xD800);
     const std::vector<ParameterRow> rows{{QStringLiteral("T"), hostile, QString(), QString(), QString(), false}};
-    const std::string shown = "a\\x09\\x1b[2J\\x9b2<U+202E>b\\x00<U+D800>";
+    const std::string shown = "a\\x09\\x1b[2J\\x9b2<U+202E>b<U+FEFF>\\x00<U+D800>";
     EXPECT_EQ(formatParameters(rows, OutputFormat::Csv).toStdString(),
               "tag,name,block,value,data\r\nT," + shown + ",,,\r\n");
     EXPECT_NE(formatParameters(rows, OutputFormat::Table).toStdString().find("T    " + shown + '\n'),
               std::string::npos);
     const QByteArray json = formatParameters(rows, OutputFormat::Json);
-    EXPECT_TRUE(json.contains("a\\t\\u001b[2J\\u009b2\\u202eb\\u0000\\ud800")) << json.toStdString();
-    EXPECT_EQ(QJsonDocument::fromJson(json)[0][u"name"].toString().left(11), hostile.left(11));
+    EXPECT_TRUE(json.contains("a\\t\\u001b[2J\\u009b2\\u202eb\\ufeff\\u0000\\ud800")) << json.toStdString();
+    EXPECT_EQ(QJsonDocument::fromJson(json)[0][u"name"].toString().left(12), hostile.left(12));
 }
 
 // What a spreadsheet would calculate is marked as text; numbers stay numbers.
@@ -68,6 +68,7 @@ TEST(OutputFormat, CsvHoldsNoFormulas)
                 {u"+3", "+3"},
                 {u"-.5", "-.5"},
                 {u"-1.2E+07", "-1.2E+07"},
+                {u"-inf", "'-inf"},
                 {u"12", "12"},
                 {u"a=1", "a=1"}};
     for (const auto& row : rows) {
