@@ -1,8 +1,8 @@
 #include "OutputTarget.h"
 
+#include "FileReplacement.h"
+
 #include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
 
 #include <cstdio>
 
@@ -16,33 +16,12 @@ QString writeToStandardOutput(const QByteArray& bytes)
     return QStringLiteral("standard output: %1; nothing more was written").arg(out.errorString());
 }
 
-// A device or pipe takes the bytes; replacing it would take it away from everybody else.
-bool isDevice(const QString& file)
-{
-    const QFileInfo info(file);
-    return info.exists() && !info.isFile() && !info.isDir();
-}
-
-QString writeThrough(const QByteArray& bytes, const QString& file)
-{
-    QFile out(file);
-    const bool written = out.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && out.write(bytes) == bytes.size();
-    return written ? QString() : out.errorString();
-}
-
-QString replace(const QByteArray& bytes, const QString& file)
-{
-    QSaveFile out(file);
-    const bool written = out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size() && out.commit();
-    return written ? QString() : out.errorString();
-}
-
 } // namespace
 
 QString writeOutput(const QByteArray& bytes, const QString& file)
 {
     if (file.isEmpty())
         return writeToStandardOutput(bytes);
-    const QString trouble = isDevice(file) ? writeThrough(bytes, file) : replace(bytes, file);
+    const QString trouble = platform::writeWholeFile(QFile::encodeName(file), bytes);
     return trouble.isEmpty() ? QString() : QStringLiteral("%1: %2; choose another place with -o").arg(file, trouble);
 }

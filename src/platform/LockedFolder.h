@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FileReplacement.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -10,11 +12,6 @@ namespace platform {
 class LockedFolder
 {
 public:
-    enum class Flush {
-        ToDisk,
-        Later // for what is made again when a power cut takes it
-    };
-
     // Waits for the lock, two seconds at most.
     explicit LockedFolder(const QByteArray& folder);
     ~LockedFolder();
@@ -24,9 +21,7 @@ public:
     // Why the folder could not be locked; empty when it is.
     QString error() const { return m_error; }
 
-    // Puts bytes in the place of a file of this folder, which keeps its access rights, owner and group; a new file can
-    // be read by all. Gives why it failed, with the old file left whole; empty when it is on the disk. Call only
-    // without error().
+    // Puts bytes in the place of a file of this folder, see replaceInFolder. Call only without error().
     QString replace(const QByteArray& path, const QByteArray& bytes, Flush flush = Flush::ToDisk) const;
 
 private:

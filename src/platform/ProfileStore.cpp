@@ -6,37 +6,9 @@
 
 #include <QFile>
 
-#include <climits>
-#include <fcntl.h>
-#include <unistd.h>
-
 namespace platform {
 
 namespace {
-
-constexpr int kMostLinks = 40;
-
-// The file behind a chain of links, whether it is there or not.
-QByteArray behindLinks(QByteArray path)
-{
-    char target[PATH_MAX];
-    for (int i = 0; i < kMostLinks; ++i) {
-        const ssize_t length = readlink(path.constData(), target, sizeof target);
-        if (length <= 0)
-            break;
-        const QByteArray next(target, length);
-        path = next.startsWith('/') ? next : path.left(path.lastIndexOf('/') + 1) + next;
-    }
-    return path;
-}
-
-// Why the user may not write a file that is there; empty when it is not.
-QString writeRefusal(const QByteArray& path)
-{
-    if (faccessat(AT_FDCWD, path.constData(), W_OK, AT_EACCESS) == 0 || errno == ENOENT)
-        return {};
-    return errno == EACCES || errno == EROFS ? QStringLiteral("it is read-only") : systemError();
-}
 
 QString unquoted(const QString& value)
 {
@@ -253,8 +225,11 @@ ProfileOutcome ProfileStore::flush(const QString& file, Entry& entry)
 QString ProfileStore::replaceFile(const QString& file, Entry& entry)
 {
     // A link stays a link: its target is replaced.
-    const QByteArray path = behindLinks(QFile::encodeName(file));
-    const LockedFolder folder(path.left(std::max<qsizetype>(path.lastIndexOf('/'), 1)));
+    QString linkError;
+    const QByteArray path = behindLinks(QFile::encodeName(file), linkError);
+    if (!linkError.isEmpty())
+        return linkError;
+    const LockedFolder folder(folderOf(path));
     if (!folder.error().isEmpty())
         return folder.error();
     const FileState now = FileState::of(entry.path);
@@ -268,7 +243,7 @@ QString ProfileStore::replaceFile(const QString& file, Entry& entry)
         if (!entry.applyPending())
             return {};
     }
-    QString error = folder.replace(path, entry.document->toBytes());
+    const QString error = folder.replace(path, entry.document->toBytes());
     if (!error.isEmpty())
         return error;
     ++m_replacements;

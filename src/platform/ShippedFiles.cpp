@@ -49,8 +49,7 @@ QString writeRecord(const QString& path, const QByteArray& bytes)
 {
     QDir().mkpath(QFileInfo(path).path());
     const LockedFolder folder(encodedFolder(path));
-    return folder.error().isEmpty() ? folder.replace(QFile::encodeName(path), bytes, LockedFolder::Flush::Later)
-                                    : folder.error();
+    return folder.error().isEmpty() ? folder.replace(QFile::encodeName(path), bytes, Flush::Later) : folder.error();
 }
 
 QStringList namesBelow(const QString& folder)
@@ -121,7 +120,7 @@ QString ShippedFiles::updateFile(const QString& name, FolderNotices& notices) co
     std::optional<QByteArray> wanted = next;
     if (isThere(path))
         wanted = copy ? successor(*copy, shipped, *next, name.startsWith(kLanguages)) : std::nullopt;
-    const auto flush = name.startsWith(kHelp) ? LockedFolder::Flush::Later : LockedFolder::Flush::ToDisk;
+    const auto flush = name.startsWith(kHelp) ? Flush::Later : Flush::ToDisk;
     const QString error =
         wanted && wanted != copy ? folder.replace(QFile::encodeName(path), *wanted, flush) : QString();
     if (!error.isEmpty())

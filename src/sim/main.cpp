@@ -1,3 +1,4 @@
+#include "FileReplacement.h"
 #include "ModelCatalogue.h"
 #include "ModelCodes.h"
 #include "ProgramContext.h"
@@ -11,7 +12,6 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <cstdio>
 
@@ -104,12 +104,6 @@ Options parse(const QCoreApplication& application)
     return options;
 }
 
-bool saveState(const QString& file, const QByteArray& state)
-{
-    QSaveFile out(file);
-    return out.open(QIODevice::WriteOnly) && out.write(state) == state.size() && out.commit();
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -162,8 +156,12 @@ int main(int argc, char** argv)
     QCoreApplication::exec();
     if (!options.link.isEmpty())
         QFile::remove(options.link);
-    if (!options.state.isEmpty() && !saveState(options.state, controller.state()))
-        return fail(kNoDefinition,
-                    QStringLiteral("%1 cannot be written; choose another --state file").arg(options.state));
-    return 0;
+    if (options.state.isEmpty())
+        return 0;
+    const QString error = platform::writeWholeFile(QFile::encodeName(options.state), controller.state());
+    return error.isEmpty()
+               ? 0
+               : fail(
+                     kNoDefinition,
+                     QStringLiteral("%1 cannot be written: %2; choose another --state file").arg(options.state, error));
 }

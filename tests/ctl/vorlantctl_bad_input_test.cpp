@@ -6,8 +6,10 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <csignal>
 #include <fcntl.h>
 #include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace {
@@ -215,6 +217,21 @@ TEST_F(BadInput, OutputThatCannotBeWritten)
     EXPECT_EQ(QDir(dir.path()).entryList(words("out* folder?*")), QStringList());
     process.setStandardOutputFile(QStringLiteral("/dev/full"));
     expectEnd(readWith(), BadFile, "standard output");
+}
+
+TEST_F(BadInput, OutputOnAFullDiskLeavesTheGoodFile)
+{
+    ASSERT_EQ(run({QStringLiteral("models"), QStringLiteral("-o"), path("good.txt")}), Done);
+    const QByteArray good = contentOf("good.txt");
+    process.setChildProcessModifier([] {
+        const rlimit limit{16, 16};
+        signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+    });
+    expectEnd(run({QStringLiteral("models"), QStringLiteral("-o"), path("good.txt")}), BadFile,
+              "good.txt: File too large");
+    EXPECT_EQ(contentOf("good.txt"), good);
+    EXPECT_FALSE(good.isEmpty());
 }
 
 // THE LINE

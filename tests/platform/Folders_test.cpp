@@ -50,8 +50,8 @@ protected:
 // What cannot be copied as a whole is not used: the disk is full in the middle of the definitions.
 TEST_F(FoldersOf, HalfFilledFolderIsNotUsed)
 {
-    put("data/ini/KX620Screen.ini", "new");
-    ASSERT_TRUE(QDir().mkpath(path("home/.local/share/vorlant/ini/.KX620Screen.ini.new")));
+    ASSERT_TRUE(QDir().mkpath(path("home/.local/share/vorlant")));
+    put("home/.local/share/vorlant/ini", "in the way");
     const Folders folders = start();
     EXPECT_EQ(machine(folders.program()), path("data"));
     EXPECT_EQ(folders.notices().size(), 1);

@@ -101,7 +101,7 @@ TEST_F(Shipped, KilledFillIsCompleted)
     put("package/ini/A.ini", "a");
     put("package/ini/B.ini", "b");
     put("own/ini/A.ini", "a"); // copied, not noted yet
-    put("own/ini/.B.ini.new", "half of");
+    put("own/ini/.vorlant-save-0123456789abcdef", "half of");
     EXPECT_TRUE(start().isEmpty());
     EXPECT_EQ(content("own/ini/B.ini"), "b");
     EXPECT_EQ(QDir(path("own/ini")).entryList(QDir::Files | QDir::Hidden), QStringList({"A.ini", "B.ini"}));

@@ -1,0 +1,146 @@
+#include "FileReplacement.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr uid_t kOther = 65534;
+constexpr char kLeftover[] = ".vorlant-save-0123456789abcdef";
+constexpr char kHeld[] = ".vorlant-save-0123456789abcde0";
+
+class Replacement : public ::testing::Test
+{
+protected:
+    QByteArray path(const QByteArray& name) const { return QFile::encodeName(dir.path()) + '/' + name; }
+    void put(const QByteArray& name, const QByteArray& bytes) const
+    {
+        QFile file(QFile::decodeName(path(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    QByteArray content(const QByteArray& name) const
+    {
+        QFile file(QFile::decodeName(path(name)));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
+    }
+    mode_t modeOf(const QByteArray& name) const
+    {
+        struct stat info
+        {};
+        return stat(path(name).constData(), &info) == 0 ? info.st_mode & 07777 : 0;
+    }
+    QStringList names() const
+    {
+        return QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
+    std::string write(const QByteArray& name, const QByteArray& bytes = "new") const
+    {
+        return platform::writeWholeFile(path(name), bytes).toStdString();
+    }
+
+    QTemporaryDir dir;
+};
+
+TEST_F(Replacement, DiskThatIsFullIsReportedAndTheOldFileStays)
+{
+    put("a", "old");
+    const pid_t child = fork();
+    if (child == 0) {
+        const rlimit limit{4096, 4096};
+        signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+        _exit(write("a", QByteArray(4097, 'x')) == "File too large" ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(content("a"), "old");
+    EXPECT_EQ(names(), QStringList{QStringLiteral("a")});
+    EXPECT_EQ(platform::writeWholeFile("/dev/full", "x").toStdString(), "No space left on device");
+}
+
+TEST_F(Replacement, OnlyWhatADeadSaveLeftIsRemoved)
+{
+    put(kLeftover, "of a killed save");
+    put(kHeld, "of a running save");
+    const int held = open(path(kHeld).constData(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(held, LOCK_EX), 0);
+    const QByteArray foreign[] = {".a.new", "a.123456", ".vorlant-save-", ".vorlant-save-0123456789abcdeg",
+                                  ".vorlant-save-0123456789abcdef0"};
+    for (const QByteArray& name : foreign)
+        put(name, "somebody's");
+    ASSERT_EQ(symlink("a.123456", path(".vorlant-save-0123456789abcde1").constData()), 0);
+    ASSERT_EQ(mkfifo(path(".vorlant-save-0123456789abcde2").constData(), 0600), 0);
+    QStringList expected = names();
+    expected.removeAll(QString::fromLatin1(kLeftover));
+    EXPECT_EQ(write("~"), "");
+    EXPECT_EQ(names(), expected << QStringLiteral("~"));
+    close(held);
+    EXPECT_EQ(write("~"), "");
+    EXPECT_FALSE(names().contains(QString::fromLatin1(kHeld)));
+}
+
+TEST_F(Replacement, RightsAreThoseOfTheUmaskOrOfTheOldFile)
+{
+    const mode_t before = umask(027);
+    put("old", "");
+    const struct
+    {
+        mode_t mode;
+        mode_t kept;
+    } rows[] = {{0604, 0604}, {06755, 0755}, {0600, 0600}};
+    for (const auto& row : rows) {
+        chmod(path("old").constData(), row.mode);
+        EXPECT_EQ(write("old"), "");
+        EXPECT_EQ(modeOf("old"), row.kept);
+    }
+    EXPECT_EQ(write("new"), "");
+    EXPECT_EQ(modeOf("new"), 0640U);
+    umask(before);
+}
+
+TEST_F(Replacement, OnlyRegularFilesAreReplaced)
+{
+    QDir(dir.path()).mkdir(QStringLiteral("folder"));
+    EXPECT_EQ(write("folder"), "it is a folder");
+    ASSERT_EQ(mkfifo(path("pipe").constData(), 0600), 0);
+    const int folder = platform::openFolder(QFile::encodeName(dir.path()));
+    EXPECT_EQ(platform::replaceInFolder(folder, "pipe", "x", platform::Flush::ToDisk), u"it is not a regular file");
+    close(folder);
+    const int reader = open(path("pipe").constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    EXPECT_EQ(write("pipe", "through"), "") << "a pipe that was named takes the bytes";
+    char bytes[7];
+    EXPECT_EQ(read(reader, bytes, sizeof bytes), 7);
+    close(reader);
+}
+
+TEST_F(Replacement, LinkIsFollowedUnlessAnotherUserPutItIntoASharedFolder)
+{
+    put("mine", "old");
+    ASSERT_EQ(symlink("mine", path("link").constData()), 0);
+    EXPECT_EQ(write("link"), "");
+    EXPECT_EQ(content("mine"), "new");
+    struct stat info
+    {};
+    ASSERT_EQ(lstat(path("link").constData(), &info), 0);
+    EXPECT_TRUE(S_ISLNK(info.st_mode));
+    if (geteuid() != 0)
+        return;
+    ASSERT_EQ(lchown(path("link").constData(), kOther, kOther), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(dir.path()).constData(), 01777), 0);
+    EXPECT_EQ(write("link", "overwritten"), "it is a link of another user");
+    EXPECT_EQ(content("mine"), "new");
+}
+
+} // namespace
