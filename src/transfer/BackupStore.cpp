@@ -2,9 +2,22 @@
 
 #include "clsLibrary.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace {
+
+constexpr qsizetype kMaxExtension = 16;
+const QString kUsualExtension = QStringLiteral("par");
+
+// The extension comes from a definition file.
+QString plainExtension(const QString& text)
+{
+    static const QRegularExpression kPlain(QStringLiteral("^[A-Za-z0-9]{1,%1}$").arg(kMaxExtension));
+    return kPlain.match(text).hasMatch() ? text : kUsualExtension;
+}
 
 // The model string is what a controller answered: only what can stand in a file name is taken of it.
 QString fileStem(const QString& modelString)
@@ -30,25 +43,36 @@ QString BackupStore::keep(const ParameterSet& set, const QString& extension) con
         return m_library.tranStr(QStringLiteral("the folder %1 cannot be made"))
             .arg(m_library.context().machine.paths.toMachine(folder()));
     const QString stamp = m_library.context().machine.clock.now().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
-    const QString name =
-        fileStem(set.modelString) + stamp + u'.' + (extension.isEmpty() ? QStringLiteral("par") : extension);
+    const std::vector<Backup> kept = backupsOf(set.modelString);
+    const QString number = QString::number(kept.empty() ? 1 : kept.back().number + 1).rightJustified(kDigits, u'0');
+    const QString name = fileStem(set.modelString) + number + u'_' + stamp + u'.' + plainExtension(extension);
     const QString error = ParameterFile(m_library, folder() + u'\\' + name).save(set);
     if (error.isEmpty())
         removeOld(set.modelString);
     return error;
 }
 
-// Names begin with the model and go on with the time: in name order the oldest comes first.
+// Oldest first. The number of the name gives the order, whatever the clock said; names without one are older.
+std::vector<BackupStore::Backup> BackupStore::backupsOf(const QString& modelString) const
+{
+    static const QRegularExpression kRest(
+        QStringLiteral("^(?:([0-9]{%1,15})_)?[0-9]{8}-[0-9]{6}-[0-9]{3}\\.").arg(kDigits));
+    const QString stem = fileStem(modelString);
+    std::vector<Backup> backups;
+    const QStringList files = m_library.context().machine.paths.filesIn(folder());
+    for (const QString& file : files) {
+        const auto rest = kRest.match(file.startsWith(stem) ? file.mid(stem.size()) : QString());
+        if (rest.hasMatch())
+            backups.push_back({rest.captured(1).toLongLong(), file});
+    }
+    std::stable_sort(backups.begin(), backups.end(),
+                     [](const Backup& left, const Backup& right) { return left.number < right.number; });
+    return backups;
+}
+
 void BackupStore::removeOld(const QString& modelString) const
 {
-    const platform::PathMap& paths = m_library.context().machine.paths;
-    const QString stem = fileStem(modelString);
-    QStringList own;
-    const QStringList files = paths.filesIn(folder());
-    for (const QString& file : files) {
-        if (file.startsWith(stem))
-            own << file;
-    }
-    for (qsizetype i = 0; i < own.size() - kKeptPerModel; ++i)
-        paths.removeFile(folder() + u'\\' + own[i]);
+    const std::vector<Backup> backups = backupsOf(modelString);
+    for (size_t i = 0; i + kKeptPerModel < backups.size(); ++i)
+        m_library.context().machine.paths.removeFile(folder() + u'\\' + backups[i].file);
 }
