@@ -39,7 +39,7 @@ void clsKXAdr::load(const QString& sPath, const QString& sINIFile, const QString
     m_writes.clear();
     clsINI ini(oLib->context());
     ini.setIniPath(sPath);
-    ini.setIniFileName(sINIFile);
+    ini.setIniFileOrNone(sINIFile);
     const QString countText = ini.GetIniData(section, QStringLiteral("ReadCmdMax"), QStringLiteral("1"));
     const auto count = platform::parseInt32(countText);
     if (!count)

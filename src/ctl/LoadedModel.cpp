@@ -1,5 +1,6 @@
 #include "LoadedModel.h"
 
+#include "DefinitionFault.h"
 #include "LastState.h"
 #include "ProgramContext.h"
 
@@ -30,6 +31,9 @@ QString LoadedModel::commFile() const
 
 CommandResult LoadedModel::checkDefinition() const
 {
+    const QString fault = definitionFault(m_program.library(), m_model.entry);
+    if (!fault.isEmpty())
+        return CommandResult::failed(ExitStatus::BadFile, QStringLiteral("%1: %2").arg(m_model.entry.code, fault));
     const CommandResult screen = checkFile(m_model.entry.screenFile);
     return screen.ok() ? checkFile(m_model.entry.commFile) : screen;
 }

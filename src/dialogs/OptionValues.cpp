@@ -1,5 +1,6 @@
 #include "OptionValues.h"
 
+#include "FontSize.h"
 #include "IniBatch.h"
 #include "Numbers.h"
 #include "clsCfg.h"
@@ -25,7 +26,6 @@ constexpr Check kCheckFields[OptionValues::kChecks] = {
 
 constexpr int kTenths = 10;
 constexpr double kPlainSize = 9;
-constexpr int kMaxSize = 1000;
 constexpr int kByte = 0xFF;
 
 QString boolText(bool value)
@@ -42,9 +42,7 @@ FontRecord recordOf(const clsLibrary& library, const clsCfg& settings)
 {
     FontRecord font;
     font.face = settings.m_sFont;
-    double size = library.toDouble(settings.m_sFontSize, kPlainSize);
-    if (size <= 0 || size > kMaxSize)
-        size = kPlainSize;
+    const double size = platform::boundedFontSize(library.toDouble(settings.m_sFontSize, kPlainSize), kPlainSize);
     font.tenthsOfPoint = static_cast<int>(std::lround(size * kTenths));
     font.charSet = settings.m_lCharSet & kByte;
     font.height = library.toLong(settings.m_sFontHeight, 0);

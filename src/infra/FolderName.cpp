@@ -11,11 +11,15 @@ void takeFolder(const platform::PathMap& paths, const QString& text, QString& fo
         folder = stripped + u'\\';
 }
 
-void takeFileName(const QString& text, QString& name)
+bool isBareFileName(const QString& text)
 {
     static const QString kRefused = QStringLiteral("\\/:*?\"<>|");
-    const bool refused = std::any_of(text.cbegin(), text.cend(), [](QChar c) { return kRefused.contains(c); });
-    if (!text.isEmpty() && !refused)
+    return !text.isEmpty() && std::none_of(text.cbegin(), text.cend(), [](QChar c) { return kRefused.contains(c); });
+}
+
+void takeFileName(const QString& text, QString& name)
+{
+    if (isBareFileName(text))
         name = text;
 }
 

@@ -10,6 +10,13 @@
 // existing plain file, changes nothing; a folder that does not exist is taken.
 void takeFolder(const platform::PathMap& paths, const QString& text, QString& folder);
 
+// The message about such a name, to be translated.
+inline const QString kRefusedFileName =
+    QStringLiteral("The file name %1 is refused: it holds one of \\ / : * ? \" < > |");
+
+// Whether the text is a name, and holds none of \ / : * ? " < > |
+bool isBareFileName(const QString& text);
+
 // Sets name unless the text is empty or holds any of \ / : * ? " < > |
 void takeFileName(const QString& text, QString& name);
 

@@ -26,7 +26,8 @@ void LanguageList::rebuild(const QString& userLanguageCode)
             continue;
         clsINI language(m_context);
         language.setIniPath(folder);
-        language.setIniFileName(file);
+        if (!language.setIniFileOrNone(file))
+            continue;
         const auto info = [&language](const char16_t* key) {
             return language.GetIniData(kInfo, QString::fromUtf16(key), QString(), true);
         };

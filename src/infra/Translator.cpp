@@ -1,6 +1,7 @@
 #include "Translator.h"
 
 #include "FilePaths.h"
+#include "FolderName.h"
 #include "FormTranslation.h"
 #include "IniBatch.h"
 #include "clsLog.h"
@@ -24,6 +25,15 @@ bool Translator::isUsable(const Context& context, const QString& fileName)
     return context.machine.paths.fileSize(folder(context) + u'\\' + fileName) <= kMaxFileBytes;
 }
 
+// A name that is refused must not lead to another file.
+QString Translator::faultOf(const QString& fileName) const
+{
+    if (!fileName.isEmpty() && !isBareFileName(fileName))
+        return kRefusedFileName.arg(fileName);
+    return isUsable(m_context, fileName) ? QString()
+                                         : QStringLiteral("%1 is too large for a language file").arg(fileName);
+}
+
 clsINI* Translator::file()
 {
     if (m_isOpen && m_fileName == m_context.languageFile)
@@ -31,11 +41,10 @@ clsINI* Translator::file()
     m_isOpen = true;
     m_fileName = m_context.languageFile;
     m_file.reset();
-    if (!isUsable(m_context, m_fileName)) {
+    const QString fault = faultOf(m_fileName);
+    if (!fault.isEmpty()) {
         if (m_context.errorLog != nullptr)
-            m_context.errorLog->LogWrite(
-                QStringLiteral("[LibraryError]%1 is too large for a language file: the texts stay English")
-                    .arg(m_fileName));
+            m_context.errorLog->LogWrite(QStringLiteral("[LibraryError]%1: the texts stay English").arg(fault));
         return nullptr;
     }
     m_file = std::make_unique<clsINI>(m_context);

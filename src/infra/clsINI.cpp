@@ -43,6 +43,13 @@ void clsINI::setIniFileName(const QString& NewValue)
     m_machineFile.clear();
 }
 
+bool clsINI::setIniFileOrNone(const QString& name)
+{
+    m_isNone = !isBareFileName(name);
+    setIniFileName(name);
+    return !m_isNone;
+}
+
 void clsINI::setBufferSize(int size)
 {
     if (size > 0)
@@ -51,7 +58,7 @@ void clsINI::setBufferSize(int size)
 
 const QString& clsINI::machineFile()
 {
-    if (m_machineFile.isEmpty())
+    if (m_machineFile.isEmpty() && !m_isNone)
         m_machineFile = m_context.machine.paths.toMachine(m_iniPath + m_iniFileName);
     return m_machineFile;
 }
@@ -65,14 +72,14 @@ QString clsINI::GetIniData(const QString& strSection, const QString& strKey, con
     const QString value = stored.count >= 1 ? stored.text : strDefault;
     // A key that holds its default already needs no writing.
     const bool kept = stored.found && stored.text == strDefault;
-    if (value == strDefault && !bReadOnly && !kept)
+    if (value == strDefault && !bReadOnly && !kept && !m_isNone)
         IniBatch::note(m_context, kPutFailure, profiles.writeDefault(machineFile(), strSection, strKey, strDefault));
     return value;
 }
 
 void clsINI::PutIniData(const QString& strSection, const QString& strKey, const QVariant& vntItem)
 {
-    if (!vntItem.isValid() || (vntItem.isNull() && vntItem.typeId() != QMetaType::QString))
+    if (m_isNone || !vntItem.isValid() || (vntItem.isNull() && vntItem.typeId() != QMetaType::QString))
         return;
     IniBatch::note(m_context, kPutFailure,
                    m_context.machine.profiles.write(machineFile(), strSection, strKey, textOf(vntItem)));
@@ -114,6 +121,16 @@ int clsINI::EnumSectionString(const QString& strSection, QStringList& strSection
     }
     strSectionString = lines;
     return static_cast<int>(lines.size());
+}
+
+bool clsINI::hasSection(const QString& section)
+{
+    return m_context.machine.profiles.hasSection(machineFile(), section);
+}
+
+int clsINI::sectionCount()
+{
+    return static_cast<int>(m_context.machine.profiles.sections(machineFile()).size());
 }
 
 int clsINI::clearSection(const QString& strSection)

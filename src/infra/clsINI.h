@@ -14,8 +14,11 @@ class clsINI
 public:
     explicit clsINI(Context& context);
 
-    void setIniPath(const QString& NewValue);       // folder; refused when it names a plain file
-    void setIniFileName(const QString& NewValue);   // bare name; refused with any of \ / : * ? " < > |
+    void setIniPath(const QString& NewValue);     // folder; refused when it names a plain file
+    void setIniFileName(const QString& NewValue); // bare name; refused with any of \ / : * ? " < > |
+    // For a name from outside: one that is refused must not lead to another file. Without a file a read gives its
+    // default and nothing is written. False when there is none.
+    bool setIniFileOrNone(const QString& name);
     int BufferSize() const { return m_bufferSize; } // bytes of a single read, terminator included
     void setBufferSize(int size);                   // taken when greater than 0
 
@@ -34,12 +37,16 @@ public:
     // Empties the values of all keys of a section; returns how many were emptied.
     int clearSection(const QString& strSection);
 
+    bool hasSection(const QString& section);
+    int sectionCount();
+
 private:
     QString m_windowsPath;
     QString m_systemPath;
     QString m_iniPath;
     QString m_iniFileName;
     int m_bufferSize = 512;
+    bool m_isNone = false; // no file at all
     Context& m_context;
 
     QString m_machineFile; // of path and name, empty until asked for

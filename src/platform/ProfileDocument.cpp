@@ -199,6 +199,16 @@ bool ProfileDocument::hasSection(const QString& section) const
     return m_index.contains(folded(section));
 }
 
+QStringList ProfileDocument::sections() const
+{
+    QStringList names;
+    for (auto section = m_index.cbegin(); section != m_index.cend(); ++section) {
+        if (section.value() != 0)
+            names << detached(section.key().text);
+    }
+    return names;
+}
+
 std::optional<QString> ProfileDocument::value(const QString& section, const QString& key) const
 {
     const Section* holder = find(section);

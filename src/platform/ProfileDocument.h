@@ -43,6 +43,7 @@ public:
     // Lines of nothing but "=" are left out too.
     QStringList lines(const QString& section) const;
     bool hasSection(const QString& section) const;
+    QStringList sections() const; // names, in no order
 
     // Sets a value, adding section and key as needed. True when the document changed. A character that the code page
     // lacks makes the whole file UTF-8.

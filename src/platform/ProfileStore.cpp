@@ -168,6 +168,11 @@ bool ProfileStore::hasSection(const QString& file, const QString& section)
     return fresh(file).document->hasSection(section);
 }
 
+QStringList ProfileStore::sections(const QString& file)
+{
+    return fresh(file).document->sections();
+}
+
 ProfileOutcome ProfileStore::write(const QString& file, const QString& section, const QString& key,
                                    const QString& value)
 {

@@ -64,6 +64,7 @@ public:
     QStringList readSection(const QString& file, const QString& section, int bufferSize = kSectionBufferBytes);
 
     bool hasSection(const QString& file, const QString& section);
+    QStringList sections(const QString& file); // names, in no order
 
     // Sets one value, creating file, section and key as needed. Inside a Batch only the cached document changes.
     ProfileOutcome write(const QString& file, const QString& section, const QString& key, const QString& value);

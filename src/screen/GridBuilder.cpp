@@ -1,5 +1,7 @@
 #include "GridBuilder.h"
 
+#include "DefinitionFault.h"
+#include "FontSize.h"
 #include "Numbers.h"
 #include "OptionExpression.h"
 #include "clsCfg.h"
@@ -36,8 +38,8 @@ clsINI GridBuilder::screenFile(clsLibrary& library, const ModelEntry& entry)
 {
     clsINI ini(library.context());
     ini.setIniPath(library.getIniFilePath(QString()));
-    // Without a screen file the model is an empty definition; the reader's own default name must not be read instead.
-    ini.setIniFileName(entry.screenFile.isEmpty() ? QStringLiteral("NoScreen.ini") : entry.screenFile);
+    // Without a screen file the model is an empty definition.
+    ini.setIniFileOrNone(definitionFault(library, entry).isEmpty() ? entry.screenFile : QString());
     return ini;
 }
 
@@ -159,8 +161,9 @@ void GridBuilder::buildLabel(const QString& section)
         label.align = alignOf(number(place, 4));
     label.text = m_library.tranStr(m_screen.GetIniData(section, QStringLiteral("Caption"), QString()));
     const double defaultSize = m_owner.settings().fontSize;
-    label.font.pointSize = m_library.toDouble(
-        m_screen.GetIniData(section, QStringLiteral("FontSize"), platform::doubleText(defaultSize), true), defaultSize);
+    const QString size =
+        m_screen.GetIniData(section, QStringLiteral("FontSize"), platform::doubleText(defaultSize), true);
+    label.font.pointSize = platform::boundedFontSize(m_library.toDouble(size, defaultSize), defaultSize);
     label.font.bold = m_library.toBoolean(
         m_screen.GetIniData(section, QStringLiteral("FontBold"), QStringLiteral("False"), true), false);
     m_grid.setCell(row, col, label);

@@ -1,5 +1,6 @@
 #include "ParameterFile.h"
 
+#include "FolderName.h"
 #include "IniBatch.h"
 #include "Numbers.h"
 #include "ProgramVersion.h"
@@ -58,6 +59,8 @@ QString ParameterFile::trouble() const
     const platform::PathMap& paths = machine.paths;
     if (!paths.fileExists(m_fileName))
         return m_library.tranStr(QStringLiteral("%1 is no file.")).arg(paths.toMachine(m_fileName));
+    if (!isBareFileName(m_library.GetFileTitle(m_fileName)))
+        return m_library.tranStr(kRefusedFileName).arg(paths.toMachine(m_fileName));
     if (paths.fileSize(m_fileName) > platform::ProfileStore::kMaxFileBytes)
         return m_library.tranStr(QStringLiteral("%1 is too large for a parameter file."))
             .arg(paths.toMachine(m_fileName));
@@ -72,7 +75,7 @@ QString ParameterFile::modelString() const
 {
     clsINI ini(m_library.context());
     ini.setIniPath(m_library.GetDirName(m_fileName));
-    ini.setIniFileName(m_library.GetFileTitle(m_fileName));
+    ini.setIniFileOrNone(m_library.GetFileTitle(m_fileName));
     return ini.GetIniData(kInfo, kModel, QString(), true);
 }
 
@@ -86,7 +89,7 @@ ParameterLoad ParameterFile::read(const clsKX& kx, ParameterSet& set) const
     }
     clsINI ini(m_library.context());
     ini.setIniPath(m_library.GetDirName(m_fileName));
-    ini.setIniFileName(m_library.GetFileTitle(m_fileName));
+    ini.setIniFileOrNone(m_library.GetFileTitle(m_fileName));
     set.modelString = modelString();
     if (set.modelString != kx.modelString()) {
         load.outcome = ParameterLoad::Outcome::OtherModel;

@@ -1,5 +1,6 @@
 #include "ScreenSettings.h"
 
+#include "FontSize.h"
 #include "Numbers.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
@@ -10,13 +11,12 @@
 namespace {
 
 const QString kSetting = QStringLiteral("Setting");
+constexpr int kUsualFontSize = 11;
 
 int presentSections(clsINI& ini, const QString& prefix)
 {
-    QStringList lines;
     int count = 0;
-    while (count < ScreenSettings::kMaxSections &&
-           ini.EnumSectionString(prefix + QString::number(count + 1), lines) >= 0)
+    while (count < ScreenSettings::kMaxSections && ini.hasSection(prefix + QString::number(count + 1)))
         ++count;
     return count;
 }
@@ -25,9 +25,10 @@ int readCount(clsINI& ini, const clsLibrary& library, const QString& key, const 
 {
     const QString text = ini.GetIniData(kSetting, key, QStringLiteral("0"));
     const int count = library.toLong(text, 0);
-    if (count >= 0 && count <= ScreenSettings::kMaxSections)
-        return count;
     const int present = count < 0 ? 0 : presentSections(ini, prefix);
+    // Missing sections are written into the file: never more than it has of its own.
+    if (count >= 0 && count - present <= ini.sectionCount())
+        return count;
     if (errorLog != nullptr)
         errorLog->LogWrite(QStringLiteral("[KXClassError]screen file: %1=%2 is not a count; %3 sections are used")
                                .arg(key, text)
@@ -62,7 +63,8 @@ void ScreenSettings::load(clsINI& ini, const clsLibrary& library, const QString&
     const QString filter = modelCode + QStringLiteral("パラメータファイル(*.") + ext() + QStringLiteral(")|*.") + ext();
     dialogFilter = ini.GetIniData(kSetting, QStringLiteral("DialogFilter"), filter);
     fontName = ini.GetIniData(kSetting, QStringLiteral("DefaultFontName"), QStringLiteral("System"));
-    fontSize = library.toDouble(ini.GetIniData(kSetting, QStringLiteral("DefaultFontSize"), QStringLiteral("11")), 0);
+    const QString size = ini.GetIniData(kSetting, QStringLiteral("DefaultFontSize"), QString::number(kUsualFontSize));
+    fontSize = platform::boundedFontSize(library.toDouble(size, 0), kUsualFontSize);
     backColor = ini.GetIniData(kSetting, QStringLiteral("DefaultBackColor"), QStringLiteral("vbWindowBackground"));
     foreColor = ini.GetIniData(kSetting, QStringLiteral("DefaultForeColor"), QStringLiteral("vbWindowText"));
     maxRow = library.toLong(ini.GetIniData(kSetting, QStringLiteral("MaxRow"), QStringLiteral("10")), 0);

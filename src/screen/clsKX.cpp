@@ -1,5 +1,6 @@
 #include "clsKX.h"
 
+#include "DefinitionFault.h"
 #include "EntryOrder.h"
 #include "GridBuilder.h"
 #include "GridRefresh.h"
@@ -102,6 +103,9 @@ int clsKX::load(int n, clsLibrary* objLib, const QString& modelString)
     // A screen file fills itself in with every key that is missing: all of them in one replacement.
     IniBatch batch(m_library->context());
     m_entry = ModelCatalogue(*m_library).entry(n);
+    const QString fault = definitionFault(*m_library, m_entry);
+    if (!fault.isEmpty())
+        logError(fault);
     clsINI screen = GridBuilder::screenFile(*m_library, m_entry);
     m_settings.load(screen, *m_library, m_entry.code, m_errorLog);
     m_eventDot.load(screen, QStringLiteral("EVDOT"), *m_library);

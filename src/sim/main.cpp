@@ -1,3 +1,4 @@
+#include "DefinitionFault.h"
 #include "FileReplacement.h"
 #include "ModelCatalogue.h"
 #include "ModelCodes.h"
@@ -124,6 +125,9 @@ int main(int argc, char** argv)
     if (number == 0)
         return fail(kUsage,
                     QStringLiteral("model %1 is not in the catalogue; see vorlantctl models").arg(options.model));
+    const QString fault = definitionFault(program.library(), catalogue.entry(number));
+    if (!fault.isEmpty())
+        return fail(kNoDefinition, fault);
     const QString screen = program.definitionFile(catalogue.entry(number).screenFile);
     if (!QFileInfo(screen).isFile())
         return fail(kNoDefinition,

@@ -57,6 +57,13 @@ TEST_F(Translation, WithoutALanguageTheTextsGoToTheDefaultFile)
     EXPECT_FALSE(content(QStringLiteral("Vorlant.ini")).contains("Other"));
 }
 
+TEST_F(Translation, NameThatIsRefusedLeadsToNoOtherFile)
+{
+    box.context.languageFile = QStringLiteral("..\\Lang\\Fr?.txt");
+    EXPECT_EQ(library.tranStr(QStringLiteral("Quit?")), u"Quit?");
+    EXPECT_EQ(content(QStringLiteral("Vorlant.ini")), QByteArray());
+}
+
 // Each gives the English text, and a file that is no language file is not touched.
 TEST_F(Translation, UnusableFilesGiveEnglishTexts)
 {

@@ -1,3 +1,4 @@
+#include "RegisteredControls.h"
 #include "WidgetPlacement.h"
 
 #include <QWidget>
@@ -16,6 +17,17 @@ TEST(WidgetPlacement, MovesAndReadsInTwips)
     EXPECT_EQ(place.boundsTwips(), QRect(1500, 750, 6000, 4515));
     EXPECT_EQ(place.name() + place.id(), u"frmTest3");
     EXPECT_FALSE(place.splitLeftTwips());
+}
+
+TEST(RegisteredWidget, FontSizeOfALanguageFileIsBounded)
+{
+    QWidget widget;
+    platform::RegisteredWidget control(widget, QStringLiteral("w"), {}, platform::ControlKind::Plain);
+    const std::pair<const char*, double> rows[] = {{"20", 20}, {"0", 20}, {"x", 20}, {"1E9", 96}, {"0.5", 4}};
+    for (const auto& [text, expected] : rows) {
+        control.setProperty(platform::FormProperty::FontSize, QLatin1String(text));
+        EXPECT_EQ(widget.font().pointSizeF(), expected) << text;
+    }
 }
 
 } // namespace

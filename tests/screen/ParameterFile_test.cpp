@@ -76,6 +76,15 @@ TEST_F(Parameters, UnitComesBeforeTheRange)
     EXPECT_EQ(data("RANGEL"), u"8") << "the file's own value holds over the one of the table";
 }
 
+TEST_F(Parameters, NameThatIsRefusedLeadsToNoOtherFile)
+{
+    const QString refused = definition(QStringLiteral("a?b.kx"));
+    for (const QString& file : {refused, definition(QStringLiteral("Vorlant.ini"))})
+        put(file, "[Info]\nMODEL=" + kModel + "\n[Data]\n");
+    EXPECT_TRUE(kx.loadData(refused));
+    EXPECT_TRUE(kx.lastLoad().detail.contains(u"a?b.kx is refused")) << qPrintable(kx.lastLoad().detail);
+}
+
 // What was never read, and odd values and tags of a definition.
 TEST_F(Parameters, SavedFileHoldsNoInventedValueAndLoads)
 {

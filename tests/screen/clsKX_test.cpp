@@ -1,3 +1,4 @@
+#include "DefinitionFault.h"
 #include "ScreenFixture.h"
 
 #include <QSignalSpy>
@@ -119,6 +120,7 @@ TEST_F(Model, DamagedFilesLoadWhatIsThere)
                       "[Setting]\nDataMaxCount=2147483647\nBlockMaxCount=2147483647\nMaxRow=3\n[Datas1]\nTag=A\n"
                       "[Datas2]\nTag=B\n[Datas4]\nTag=D\n",
                       3, 2},
+          DamagedCase{"CountOfMissingSections", "[Setting]\nDataMaxCount=99999\nMaxRow=3\n[Datas1]\nTag=A\n", 3, 1},
           DamagedCase{"CutInTheMiddle", "[Setting]\nDataMaxCount=2\nMaxRow=3\n[Datas1]\nTag=A\nCellDa", 3, 2}}) {
         SCOPED_TRACE(row.name);
         put(definition(QStringLiteral("M.ini")), row.screen);
@@ -126,6 +128,54 @@ TEST_F(Model, DamagedFilesLoadWhatIsThere)
         EXPECT_EQ(grid.maxRows(), row.rows);
         EXPECT_EQ(static_cast<int>(kx.items().size()), row.items);
     }
+}
+
+struct RefusedNames
+{
+    const char* name;
+    const char* screenFile;
+    const char* commFile;
+    const char* fault;
+};
+
+// Nothing is read or written in the place of a file that is refused, nor into one of the other kind.
+TEST_F(Model, DefinitionFilesThatCannotBeMeantStayUntouched)
+{
+    const QString folder = box.path(library.getIniFilePath({}));
+    const QByteArray screen = "[Setting]\nDataMaxCount=1\n[Datas1]\nTag=A\nCommRaedSection=S\n";
+    const QByteArray comm = "[S]\nReadCmdMax=1\nReadCmd1=Direct,1000,2\n";
+    const QString settingsFile = library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini");
+    put(definition(QStringLiteral("M.ini")), screen);
+    put(definition(QStringLiteral("C.ini")), comm);
+    put(definition(QStringLiteral("Vorlant.ini")), screen); // the name that a refused one would leave in place
+    for (const RefusedNames& row : {RefusedNames{"Path", "../M.ini", "C.ini", "../M.ini is refused"},
+                                    RefusedNames{"CommPath", "M.ini", "a:C.ini", "a:C.ini is refused"},
+                                    RefusedNames{"CommAsScreen", "C.ini", "C.ini", "C.ini is a comm file"},
+                                    RefusedNames{"ScreenAsComm", "M.ini", "M.ini", "M.ini is a screen file"}}) {
+        SCOPED_TRACE(row.name);
+        put(settingsFile, QByteArray("[KXInfos]\nKXMaxCount=1\nKXModel1=KX410\nKXName1=KX410\nKXScreenFile1=") +
+                              row.screenFile + "\nKXCommFile1=" + row.commFile + '\n');
+        kx.setMaxRC(1);
+        kx.load(1, &library, QStringLiteral("KX41000000-10A"));
+        EXPECT_TRUE(kx.items().empty());
+        EXPECT_TRUE(definitionFault(library, kx.entry()).contains(QLatin1String(row.fault)));
+        EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList({"C.ini", "M.ini", "Vorlant.ini"}));
+        EXPECT_EQ(content(definition(QStringLiteral("M.ini"))), screen);
+        EXPECT_EQ(content(definition(QStringLiteral("C.ini"))), comm);
+        EXPECT_EQ(content(definition(QStringLiteral("Vorlant.ini"))), screen);
+    }
+}
+
+TEST_F(Model, FontSizesAreBounded)
+{
+    load("[Setting]\nStringMaxCount=5\nMaxRow=5\nDefaultFontSize=12\n"
+         "[Strings1]\nCellData=1,1\nFontSize=1E9\n[Strings2]\nCellData=2,1\nFontSize=0.1\n"
+         "[Strings3]\nCellData=3,1\nFontSize=-3\n[Strings4]\nCellData=4,1\nFontSize=nan\n[Strings5]\nCellData=5,1\n");
+    const double expected[] = {96, 4, 12, 12, 12};
+    for (int row = 1; row <= 5; ++row)
+        EXPECT_EQ(grid.cell(row, 1).font.pointSize, expected[row - 1]) << row;
+    load("[Setting]\nStringMaxCount=1\nMaxRow=5\nDefaultFontSize=1E300\n[Strings1]\nCellData=1,1\n");
+    EXPECT_EQ(grid.cell(1, 1).font.pointSize, 96);
 }
 
 TEST_F(Model, DecimalTableWithoutANumberOfRowsHasOne)

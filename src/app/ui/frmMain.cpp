@@ -2,6 +2,7 @@
 
 #include "CellHint.h"
 #include "ControlRegistry.h"
+#include "DefinitionFault.h"
 #include "DesktopTexts.h"
 #include "FileChooser.h"
 #include "GridHint.h"
@@ -552,8 +553,9 @@ void frmMain::tellWriteDetails()
 void frmMain::showGridOrHint()
 {
     const int items = static_cast<int>(m_clsKX.items().size());
-    const QString hint = gridHint(modelPanel(), items, m_program.definitionFile(m_clsKX.entry().screenFile),
-                                  m_program.library().translation());
+    const QString hint =
+        gridHint(modelPanel(), items, definitionFault(m_program.library(), m_clsKX.entry()),
+                 m_program.definitionFile(m_clsKX.entry().screenFile), m_program.library().translation());
     m_hint->setText(platform::visibleLines(hint));
     m_pages->setCurrentWidget(hint.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
     for (QAction* action : {m_menus->recv, m_menus->send, m_menus->open, m_menus->save, m_menus->paste})

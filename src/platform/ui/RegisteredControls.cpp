@@ -1,5 +1,6 @@
 #include "RegisteredControls.h"
 
+#include "FontSize.h"
 #include "Fonts.h"
 #include "Numbers.h"
 #include "VisibleText.h"
@@ -76,7 +77,7 @@ void RegisteredWidget::setProperty(FormProperty which, const QString& text)
         m_face.family = text;
         break;
     case FormProperty::FontSize:
-        m_face.size = parseDouble(text).value_or(m_face.size);
+        m_face.size = boundedFontSize(parseDouble(text).value_or(m_face.size), m_face.size);
         break;
     case FormProperty::FontCharSet:
         m_face.charSet = parseInt32(text).value_or(m_face.charSet);
