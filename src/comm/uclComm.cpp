@@ -104,7 +104,7 @@ QString uclComm::errorText() const
     if (trouble.pattern.isEmpty() || m_library == nullptr)
         return m_comm.errorText();
     return m_library->tranStr(trouble.pattern).arg(m_comm.CommPort()).arg(m_comm.device()) + QStringLiteral(": ") +
-           m_library->tranStr(trouble.reason);
+           trouble.inWords(m_library->tranStr(trouble.reason));
 }
 
 void uclComm::load(int lNo)

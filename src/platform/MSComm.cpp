@@ -1,6 +1,7 @@
 #include "MSComm.h"
 
 #include "Numbers.h"
+#include "PortLock.h"
 
 #include <QDir>
 #include <QFile>
@@ -113,6 +114,26 @@ QString reasonOf(QSerialPort::SerialPortError error, const QString& device)
         return QStringLiteral("it does not take these settings");
     default:
         return QStringLiteral("it is not a working serial port");
+    }
+}
+
+PortTrouble lockTrouble(const PortLock& lock)
+{
+    switch (lock.state) {
+    case PortLock::State::Held:
+        return {kNotOpened,
+                QStringLiteral("it is in use by process %2, which holds the lock file %1; close that program"),
+                lock.file, lock.process};
+    case PortLock::State::Abandoned:
+        return {kNotOpened,
+                QStringLiteral("the lock file %1 was left by process %2, which has ended, and you may not remove it; "
+                               "have the administrator remove it"),
+                lock.file, lock.process};
+    default:
+        return {kNotOpened,
+                QStringLiteral("the lock file %1 is in the way and names no process; have the administrator remove it"),
+                lock.file,
+                {}};
     }
 }
 
@@ -249,7 +270,8 @@ bool MSComm::setPortOpen(bool open)
     const QString device = m_ports.device(m_commPort);
     if (device.isEmpty()) {
         m_device.clear();
-        m_trouble = {kNotOpened, QStringLiteral("there is no such port; plug the adapter in or choose another port")};
+        m_trouble = {
+            kNotOpened, QStringLiteral("there is no such port; plug the adapter in or choose another port"), {}, {}};
         return false;
     }
     m_device = device;
@@ -258,7 +280,11 @@ bool MSComm::setPortOpen(bool open)
     m_port.setPortName(name);
     // Opening begins with a lock file that is flushed to the disk: not for an adapter that is not there.
     if (name.isEmpty()) {
-        m_trouble = {kNotOpened, reasonOf(QSerialPort::DeviceNotFoundError, device)};
+        m_trouble = {kNotOpened, reasonOf(QSerialPort::DeviceNotFoundError, device), {}, {}};
+        return false;
+    }
+    if (const PortLock lock = PortLock::of(name); lock.state == PortLock::State::NoLock) {
+        m_trouble = lockTrouble(lock);
         return false;
     }
     const bool opened = m_port.open(QIODevice::ReadWrite);
@@ -266,9 +292,11 @@ bool MSComm::setPortOpen(bool open)
         m_port.clear();
         return true;
     }
-    const QString reason = reasonOf(m_port.error(), device);
+    const bool isRefused = m_port.error() == QSerialPort::PermissionError;
+    m_trouble = {kNotOpened, reasonOf(m_port.error(), device), {}, {}};
     m_port.close();
-    m_trouble = {kNotOpened, reason};
+    if (const PortLock lock = PortLock::of(name); isRefused && lock.state != PortLock::State::None)
+        m_trouble = lockTrouble(lock);
     return false;
 }
 
@@ -297,7 +325,7 @@ QString MSComm::errorText() const
 {
     if (m_trouble.pattern.isEmpty())
         return {};
-    return m_trouble.pattern.arg(m_commPort).arg(m_device) + QStringLiteral(": ") + m_trouble.reason;
+    return m_trouble.pattern.arg(m_commPort).arg(m_device) + QStringLiteral(": ") + m_trouble.inWords(m_trouble.reason);
 }
 
 QByteArray MSComm::Input()
@@ -356,7 +384,7 @@ void MSComm::onError(QSerialPort::SerialPortError error)
         error == QSerialPort::ResourceError || error == QSerialPort::ReadError || error == QSerialPort::WriteError;
     if (!lost || !m_port.isOpen())
         return;
-    m_trouble = {kLost, QStringLiteral("check cable and adapter")};
+    m_trouble = {kLost, QStringLiteral("check cable and adapter"), {}, {}};
     m_port.close();
     raise(CommEvent::DCB);
 }

@@ -36,7 +36,12 @@ enum class CommEvent {
 struct PortTrouble
 {
     QString pattern; // empty: all is well
-    QString reason;
+    QString reason;  // %1 is the lock file and %2 the process, when there is a lock
+    QString lockFile;
+    QString process;
+
+    // A reason, translated or not, with what it names.
+    QString inWords(const QString& text) const { return lockFile.isEmpty() ? text : text.arg(lockFile, process); }
 };
 
 class MSComm : public QObject

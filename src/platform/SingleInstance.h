@@ -1,23 +1,32 @@
 #pragma once
 
-#include <QLockFile>
 #include <QString>
 
 namespace platform {
 
 // Whether another copy of the same executable runs for the same user. The first one holds a lock for as long as the
-// object lives; a copy that was killed leaves none behind.
+// object lives; the system takes the lock away from a process that ends, however it ends. A lock file that is not this
+// user's own, and one that cannot be made, stops nobody.
 class SingleInstance
 {
 public:
     // lockFolder: where locks of this user are kept; empty for the temporary folder.
     explicit SingleInstance(const QString& executable, const QString& lockFolder = QString());
+    ~SingleInstance();
+    SingleInstance(const SingleInstance&) = delete;
+    SingleInstance& operator=(const SingleInstance&) = delete;
 
-    bool isFirst() const { return m_first; }
+    bool isFirst() const { return m_isFirst; }
+    QString lockFile() const { return m_path; }
+    QString holder() const { return m_holder; } // number of the process that was first; empty when it is this one
 
 private:
-    QLockFile m_lock;
-    bool m_first;
+    bool tryLock(); // false when the file went away in between
+
+    QString m_path;
+    int m_file = -1;
+    bool m_isFirst = true;
+    QString m_holder;
 };
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "ComPorts.h"
 #include "MSComm.h"
+#include "PortLock.h"
 #include "ScriptedController.h"
 
 #include <QCoreApplication>
@@ -8,10 +9,15 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 using platform::CommEvent;
 using platform::ComPort;
 using platform::ComPorts;
 using platform::MSComm;
+using platform::PortLock;
 
 namespace {
 
@@ -121,12 +127,37 @@ TEST_F(SerialControl, TellsWhyAPortCannotBeOpened)
     EXPECT_TRUE(comm.errorText().isEmpty());
 }
 
+TEST_F(SerialControl, LockFilesOfNobody)
+{
+    const QByteArray lock = QFile::encodeName(PortLock::of(line.device()).file);
+    comm.setCommPort(1);
+    ASSERT_EQ(mkfifo(lock.constData(), 0600), 0);
+    const QString reason = failure(1);
+    ASSERT_EQ(unlink(lock.constData()), 0);
+    EXPECT_TRUE(reason.contains(QFile::decodeName(lock) + QStringLiteral(" is in the way"))) << qPrintable(reason);
+
+    QFile file(QFile::decodeName(lock));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("99999999\nvorlant\n");
+    file.close();
+    if (geteuid() == 0) { // in a folder with the sticky bit a user cannot take over what another one left
+        const pid_t child = fork();
+        if (child == 0)
+            _exit(setuid(65534) == 0 && failure(1).contains(QStringLiteral("left by process 99999999")) ? 0 : 1);
+        int status = -1;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0);
+    }
+    EXPECT_TRUE(comm.setPortOpen(true)) << "that of a dead process is taken over: " << qPrintable(comm.errorText());
+}
+
 TEST_F(SerialControl, RefusesAPortThatIsInUse)
 {
     MSComm other(ports);
     ASSERT_TRUE(other.setPortOpen(true));
     const QString reason = failure(1);
-    EXPECT_TRUE(reason.contains(QStringLiteral("in use"))) << qPrintable(reason);
+    EXPECT_TRUE(reason.contains(QStringLiteral("in use by process %1").arg(getpid()))) << qPrintable(reason);
+    EXPECT_TRUE(reason.contains(PortLock::of(line.device()).file)) << qPrintable(reason);
     QTemporaryDir dir;
     const QString otherName = dir.filePath(QStringLiteral("controller"));
     ASSERT_TRUE(QFile::link(line.device(), otherName));

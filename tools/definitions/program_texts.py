@@ -3,6 +3,7 @@
 PROGRAM_TEXTS = (
     # Start and end
     ("It is started already.", "既に起動しています。"),
+    ("Process %1 holds the lock file %2.", "プロセス %1 がロックファイル %2 を使用しています。"),
     ("Initialize...", "初期化中..."),
     ("loading Block Info.", "ブロック情報を読み込んでいます。"),
     ("loading Label Info.", "ラベル情報を読み込んでいます。"),
@@ -165,6 +166,13 @@ PROGRAM_TEXTS = (
     ("there is no such device; plug the adapter in or choose another port",
      "デバイスがありません。変換器を接続するか別のポートを選択してください"),
     ("it is in use by another program; close that program", "他のプログラムが使用中です。そのプログラムを終了してください"),
+    ("it is in use by process %2, which holds the lock file %1; close that program",
+     "プロセス %2 が使用中です(ロックファイル %1)。そのプログラムを終了してください"),
+    ("the lock file %1 was left by process %2, which has ended, and you may not remove it; have the administrator"
+     " remove it",
+     "終了したプロセス %2 のロックファイル %1 が残っていて、削除する権限がありません。管理者に削除を依頼してください"),
+    ("the lock file %1 is in the way and names no process; have the administrator remove it",
+     "ロックファイル %1 が妨げになっていて、プロセスを特定できません。管理者に削除を依頼してください"),
     ('you may not open it; add your user to the group "dialout" and log in again',
      '使用権限がありません。ユーザーをグループ"dialout"に加えて再度ログインしてください'),
     ("it is open already", "既に開いています"),

@@ -20,10 +20,12 @@
 
 namespace {
 
-void tellStartedAlready(const clsLibrary& library)
+void tellStartedAlready(const clsLibrary& library, const platform::SingleInstance& instance)
 {
+    const QString lock = library.tranStr(QStringLiteral("Process %1 holds the lock file %2."));
     QMessageBox::critical(nullptr, QApplication::applicationName(),
-                          platform::visibleLines(library.tranStr(QStringLiteral("It is started already."))));
+                          platform::visibleLines(library.tranStr(QStringLiteral("It is started already.")) + u'\n' +
+                                                 lock.arg(instance.holder(), instance.lockFile())));
 }
 
 // The window closes with its last state stored when the process is asked to end, or the user logs out.
@@ -65,7 +67,7 @@ int Main(int& argc, char* argv[])
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     const platform::SingleInstance instance(QCoreApplication::applicationFilePath());
     if (program.settings().m_bPrevInstance && !instance.isFirst()) {
-        tellStartedAlready(program.library());
+        tellStartedAlready(program.library(), instance);
         return 0;
     }
     const platform::TerminationSignals endRequest; // one that comes while the window is made waits for it
