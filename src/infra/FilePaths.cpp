@@ -32,7 +32,9 @@ bool makeDir(const platform::Machine& machine, const QString& pathGiven)
     QString path = pathGiven;
     if (!path.contains(u':'))
         path = withBackslash(machine.folders.program()) + path;
-    const bool refused = !isPathName(machine, path) || !isLocal(machine.paths.driveType(path.left(2) + u'\\')) ||
+    const bool isPackaged = machine.folders.isPackaged() && path.startsWith(withBackslash(machine.folders.program()));
+    const bool refused = isPackaged || !isPathName(machine, path) ||
+                         !isLocal(machine.paths.driveType(path.left(2) + u'\\')) ||
                          path.contains(QStringLiteral("\\\\")) || path.trimmed().size() < kMinDirLength;
     if (refused)
         return false;

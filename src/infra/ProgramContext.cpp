@@ -46,6 +46,11 @@ void ProgramContext::loadLanguageFile()
 
 void ProgramContext::openLogs()
 {
+    if (m_machine.folders.isPackaged()) { // what belongs to the package takes no logs
+        for (clsLog* log : {&m_traceLog, &m_errorLog, &m_eventLog})
+            log->setLogSwitch(false);
+        return;
+    }
     m_machine.paths.makeOneDir(m_machine.folders.program());
     m_machine.paths.makeOneDir(m_machine.folders.program() + QStringLiteral("\\Log"));
     openLog(m_traceLog, QStringLiteral("Trc.log"));

@@ -18,12 +18,14 @@ public:
     // For a running program. Program folder: VORLANT_PROGRAM_DIR when set; else the executable's folder when it is
     // writable and holds the definition folder "ini" (a folder of programs such as /usr/bin never does, not even for
     // root); else $XDG_DATA_HOME/vorlant (~/.local/share/vorlant), filled from installedData at the first start and
-    // kept up to date with it (installedData itself when there is no home, or one that cannot be written to).
-    // Application data: $XDG_CONFIG_HOME, else ~/.config.
+    // kept up to date with it. Application data: $XDG_CONFIG_HOME, else ~/.config. Without a home withoutHome stands
+    // for both. installedData itself is the program folder when none of these can be written to; nothing is kept then.
     static Folders forProcess(const PathMap& paths, const QString& executableFolder, const QString& installedData,
-                              const QProcessEnvironment& environment);
+                              const QProcessEnvironment& environment,
+                              const QString& withoutHome = QStringLiteral("/var/lib/vorlant"));
 
     QString program() const { return m_program; }
+    bool isPackaged() const { return m_isPackaged; } // the program folder is the package's: it is never written to
     QString applicationData() const { return m_applicationData; } // empty when it cannot be obtained
     QString windows() const { return m_windows; }                 // the machine's shared program data
     QString system() const { return m_system; }                   // the machine's libraries
@@ -41,6 +43,7 @@ private:
     QString m_windows;
     QString m_system;
     QString m_temporary;
+    bool m_isPackaged = false;
     FolderNotices m_notices;
 };
 

@@ -22,7 +22,10 @@ struct Machine
     Machine(const CodePage& page, PathMap map, Folders where, Clock& time, const SystemColors& palette)
         : codePage(page), paths(std::move(map)), folders(std::move(where)), profiles(page), clock(time),
           colors(&palette)
-    {}
+    {
+        if (folders.isPackaged())
+            profiles.protect(paths.toMachine(folders.program()));
+    }
 };
 
 } // namespace platform

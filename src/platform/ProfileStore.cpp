@@ -191,6 +191,8 @@ ProfileOutcome ProfileStore::store(const QString& file, const Write& write)
     const QString refusal = ProfileDocument::refusal(write.section, write.key);
     if (!refusal.isEmpty())
         return refused(entry, QStringLiteral("%1: %2").arg(file, refusal));
+    if (!m_protected.isEmpty() && file.startsWith(m_protected))
+        return refused(entry, QStringLiteral("%1 cannot be written: it belongs to the installed program").arg(file));
     if (!entry.unreadable.isEmpty())
         return refused(entry, QStringLiteral("%1 cannot be read: %2").arg(file, entry.unreadable));
     Write stored = write;

@@ -92,6 +92,9 @@ public:
         bool m_open = true;
     };
 
+    // Files below this folder (machine path) are never written.
+    void protect(const QString& folder) { m_protected = folder + u'/'; }
+
     // How many times a file has been replaced since construction (for measures and tests).
     int replacements() const { return m_replacements; }
     int documents() const { return static_cast<int>(m_entries.size()); }
@@ -110,6 +113,7 @@ private:
     QString replaceFile(const QString& file, Entry& entry);
 
     CodePage m_codePage;
+    QString m_protected;
     QHash<QString, std::shared_ptr<Entry>> m_entries;
     int m_batchDepth = 0;
     int m_batchNumber = 0;  // of the outermost batch that is open, or was last

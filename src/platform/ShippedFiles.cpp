@@ -76,9 +76,7 @@ FolderNotices ShippedFiles::update() const
         const QString error = updateFile(name, notices);
         if (error.isEmpty())
             continue;
-        notices.append({QStringLiteral("The program folder %1 cannot be filled: %2. Make room there or give yourself "
-                                       "the right to write there, then start again."),
-                        m_own, error});
+        notices.append({kNotFilled, m_own, error});
         break;
     }
     return notices;

@@ -9,6 +9,10 @@
 
 namespace platform {
 
+// The notice about a folder that cannot be filled.
+inline const QString kNotFilled = QStringLiteral("The program folder %1 cannot be filled: %2. Make room there or give "
+                                                 "yourself the right to write there, then start again.");
+
 // The files that come with the program (definitions, texts, help), as a user's own folder holds them. Beside the copies
 // the folder ".shipped" keeps each file as it was shipped when the copy was last looked at; that tells an edited copy
 // from one that is only old, and a new package from the one before.

@@ -1,3 +1,4 @@
+#include "ProgramContext.h"
 #include "TestMachine.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
@@ -193,6 +194,25 @@ TEST_F(Library, ColourTableEndsWithAnEmptySlot)
     EXPECT_EQ(name, u"vbInfoBackground");
     library.getColorTable(library.getColorTableUbound(), name, comment);
     EXPECT_EQ(name + comment, QString());
+}
+
+// The package's own folder takes no text, no setting, no folder and no log, not even from root.
+TEST(InstalledProgram, IsReadAndNeverWritten)
+{
+    const QTemporaryDir dir;
+    const QString data = dir.filePath(QStringLiteral("data"));
+    QDir().mkpath(data + QStringLiteral("/ini"));
+    QFile file(dir.filePath(QStringLiteral("file"))); // nobody makes a folder below it
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const platform::PathMap paths;
+    const platform::SystemColors colors;
+    ProgramContext program(paths, platform::Folders::forProcess(paths, dir.path(), data, {}, file.fileName() + u'/'),
+                           {}, colors);
+    program.errorLog().LogWrite(QStringLiteral("an error"));
+    EXPECT_EQ(program.library().tranStr(QStringLiteral("Quit?")), u"Quit?");
+    EXPECT_FALSE(program.library().MakeDir(program.machine().folders.program() + QStringLiteral("\\New")));
+    EXPECT_EQ(QDir(data).entryList(QDir::NoDotAndDotDot | QDir::AllEntries), QStringList{QStringLiteral("ini")});
+    EXPECT_TRUE(QDir(data + QStringLiteral("/ini")).isEmpty());
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "Folders.h"
+#include "ProfileStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -38,10 +39,11 @@ protected:
 
     Folders start(const char* executableFolder = "bin") const
     {
-        return Folders::forProcess(paths, path(executableFolder), path("data"), environment);
+        return Folders::forProcess(paths, path(executableFolder), path("data"), environment, path(withoutHome));
     }
     QString machine(const QString& desktop) const { return paths.toMachine(desktop); }
 
+    const char* withoutHome = "state";
     QTemporaryDir dir;
     PathMap paths;
     QProcessEnvironment environment;
@@ -111,22 +113,50 @@ TEST_F(FoldersOf, EnvironmentChoosesTheFolders)
     }
 }
 
-TEST_F(FoldersOf, WithoutAHomeTheInstalledDataIsUsedInPlace)
+TEST_F(FoldersOf, WithoutAHomeTheStateHasAPlaceOfItsOwn)
 {
     environment.clear();
     const Folders folders = start();
-    EXPECT_EQ(machine(folders.program()), path("data"));
-    EXPECT_EQ(folders.applicationData(), QString());
+    EXPECT_EQ(machine(folders.program()), path("state"));
+    EXPECT_EQ(machine(folders.applicationData()), path("state"));
+    EXPECT_FALSE(folders.isPackaged());
+    EXPECT_TRUE(folders.notices().isEmpty());
+    EXPECT_EQ(content("state/ini/KX410Screen.ini"), "installed");
 }
 
-TEST_F(FoldersOf, HomeThatCannotBeWrittenToIsToldAndTheInstalledDataIsUsed)
+// Not even root makes a folder below a file. What is installed is read, and never written.
+TEST_F(FoldersOf, OneLineSaysThatNothingCanBeKept)
 {
-    environment.insert(QStringLiteral("HOME"), path("data/Lang/JP.txt")); // not even root makes a folder below a file
-    const Folders folders = start();
-    EXPECT_EQ(machine(folders.program()), path("data"));
-    ASSERT_EQ(folders.notices().size(), 2);
-    EXPECT_EQ(folders.notices()[0].place, path("data/Lang/JP.txt/.local/share/vorlant"));
-    EXPECT_EQ(folders.notices()[1].place, path("data/Lang/JP.txt/.config"));
+    withoutHome = "data/Lang/JP.txt/state";
+    const struct
+    {
+        const char* name;
+        const char* variable;
+        const char* value;
+        const char* place;
+        const char* text;
+    } rows[] = {
+        {"no home", "LANG", "", "data/Lang/JP.txt/state", "Set HOME, or"},
+        {"home that cannot be written to", "HOME", "data/Lang/JP.txt", "data/Lang/JP.txt", "set HOME to a folder"},
+        {"the package as program folder", "VORLANT_PROGRAM_DIR", "data", "data/Lang/JP.txt/state", "Set HOME, or"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        environment.clear();
+        environment.insert(QLatin1String(row.variable), path(row.value));
+        const Folders folders = start();
+        EXPECT_EQ(machine(folders.program()), path("data"));
+        EXPECT_TRUE(folders.isPackaged());
+        ASSERT_EQ(folders.notices().size(), 1);
+        EXPECT_EQ(folders.notices()[0].place, path(row.place));
+        EXPECT_TRUE(folders.notices()[0].english().contains(QLatin1String(row.text)));
+
+        platform::ProfileStore profiles{platform::CodePage()};
+        profiles.protect(machine(folders.program()));
+        const QString file = path("data/ini/KX410Screen.ini");
+        EXPECT_FALSE(profiles.write(file, QStringLiteral("S"), QStringLiteral("K"), QStringLiteral("1")).ok());
+        EXPECT_EQ(content("data/ini/KX410Screen.ini"), "installed");
+    }
 }
 
 } // namespace

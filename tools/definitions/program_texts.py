@@ -18,6 +18,13 @@ PROGRAM_TEXTS = (
     ("Settings cannot be kept in %1: %2. Give yourself the right to write there, or name another folder with"
      " XDG_CONFIG_HOME.",
      "設定を %1 に保存できません: %2。書き込み権限を確認するか、XDG_CONFIG_HOMEで別のフォルダを指定してください。"),
+    ("There is no home folder, and %1 cannot be written to: %2. Set HOME, or XDG_CONFIG_HOME and XDG_DATA_HOME, so that"
+     " settings and logs can be kept.",
+     "ホームフォルダがなく、%1 にも書き込めません: %2。設定とログを保存するには、HOME、またはXDG_CONFIG_HOMEとXDG_DATA_HOMEを"
+     "設定してください。"),
+    ("Nothing can be kept in the home folder %1: %2. Give yourself the right to write there, or set HOME to a folder of"
+     " your own.",
+     "ホームフォルダ %1 に保存できません: %2。書き込み権限を確認するか、HOMEに自分のフォルダを設定してください。"),
     # Menus and toolbar
     ("FileMenu", "ファイル(&F)"),
     ("EditMenu", "編集(&E)"),
