@@ -42,16 +42,11 @@ CommandResult openCatalogue(ProgramContext& program, ModelCatalogue& catalogue)
     if (file.exists() && !(file.isFile() && file.isReadable()))
         return CommandResult::failed(
             ExitStatus::BadFile, QStringLiteral("%1 cannot be read as a settings file; mend or remove it").arg(path));
-    const QString noFolder = QStringLiteral("%1 cannot be written; make its folder and let it be written to").arg(path);
-    if (!QFileInfo(file.path()).isDir())
-        return CommandResult::failed(ExitStatus::BadFile, noFolder);
-    catalogue.ensureBuiltIn();
+    catalogue.ensureBuiltIn(); // they stand for themselves where it cannot be written
     if (!catalogue.all().empty())
         return {};
     return CommandResult::failed(
-        ExitStatus::BadFile,
-        file.exists() ? QStringLiteral("%1 lists no model; mend KXMaxCount in its section [KXInfos]").arg(path)
-                      : noFolder);
+        ExitStatus::BadFile, QStringLiteral("%1 lists no model; mend KXMaxCount in its section [KXInfos]").arg(path));
 }
 
 CommandResult chooseModel(ModelCatalogue& catalogue, const QString& wanted, const LastState& last, ModelChoice& choice)

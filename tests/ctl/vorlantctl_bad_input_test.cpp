@@ -207,6 +207,20 @@ TEST_F(BadInput, ReadOnlyFilesStayAsTheyAre)
     EXPECT_EQ(contentOf(kSettings), settings);
 }
 
+TEST_F(BadInput, HomeThatCannotBeWrittenToIsOneLine)
+{
+    ASSERT_TRUE(QFile::copy(path(kScreen), path("program/ini/KX410Screen.ini")));
+    ASSERT_TRUE(QFile::copy(path(kComm), path("program/ini/KX410Comm.ini")));
+    put("file", "");
+    QProcessEnvironment environment = process.processEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), path("file/x")); // not even root makes it
+    process.setProcessEnvironment(environment);
+    EXPECT_EQ(readJson(), Done);
+    EXPECT_EQ(valuedTags().join(u' '), QLatin1String(kAllTags));
+    EXPECT_TRUE(errors.contains("Settings cannot be kept in")) << errors.toStdString();
+    EXPECT_EQ(errors.count('\n'), 1) << errors.toStdString();
+}
+
 TEST_F(BadInput, OutputThatCannotBeWritten)
 {
     ASSERT_TRUE(QDir().mkdir(path("folder")));

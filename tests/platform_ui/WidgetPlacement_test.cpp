@@ -23,7 +23,7 @@ TEST(RegisteredWidget, FontSizeOfALanguageFileIsBounded)
 {
     QWidget widget;
     platform::RegisteredWidget control(widget, QStringLiteral("w"), {}, platform::ControlKind::Plain);
-    const std::pair<const char*, double> rows[] = {{"20", 20}, {"0", 20}, {"x", 20}, {"1E9", 96}, {"0.5", 4}};
+    const std::pair<const char*, double> rows[] = {{"20", 20}, {"-1", 20}, {"x", 20}, {"1E9", 96}, {"0.5", 4}};
     for (const auto& [text, expected] : rows) {
         control.setProperty(platform::FormProperty::FontSize, QLatin1String(text));
         EXPECT_EQ(widget.font().pointSizeF(), expected) << text;

@@ -76,9 +76,11 @@ void RegisteredWidget::setProperty(FormProperty which, const QString& text)
     case FormProperty::Font:
         m_face.family = text;
         break;
-    case FormProperty::FontSize:
-        m_face.size = boundedFontSize(parseDouble(text).value_or(m_face.size), m_face.size);
+    case FormProperty::FontSize: {
+        const double points = parseDouble(text).value_or(m_face.size);
+        m_face.size = points == 0 ? 0 : boundedFontSize(points, m_face.size); // 0: the desktop's own
         break;
+    }
     case FormProperty::FontCharSet:
         m_face.charSet = parseInt32(text).value_or(m_face.charSet);
         break;
