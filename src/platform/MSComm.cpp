@@ -119,22 +119,19 @@ QString reasonOf(QSerialPort::SerialPortError error, const QString& device)
 
 PortTrouble lockTrouble(const PortLock& lock)
 {
-    switch (lock.state) {
-    case PortLock::State::Held:
-        return {kNotOpened,
-                QStringLiteral("it is in use by process %2, which holds the lock file %1; close that program"),
-                lock.file, lock.process};
-    case PortLock::State::Abandoned:
-        return {kNotOpened,
-                QStringLiteral("the lock file %1 was left by process %2, which has ended, and you may not remove it; "
-                               "have the administrator remove it"),
-                lock.file, lock.process};
-    default:
+    if (lock.process.isEmpty())
         return {kNotOpened,
                 QStringLiteral("the lock file %1 is in the way and names no process; have the administrator remove it"),
                 lock.file,
                 {}};
-    }
+    if (lock.state == PortLock::State::Held)
+        return {kNotOpened,
+                QStringLiteral("it is in use by process %2, which holds the lock file %1; close that program"),
+                lock.file, lock.process};
+    return {kNotOpened,
+            QStringLiteral("the lock file %1 was left by process %2, which has ended, and you may not remove it; "
+                           "have the administrator remove it"),
+            lock.file, lock.process};
 }
 
 } // namespace
@@ -283,8 +280,11 @@ bool MSComm::setPortOpen(bool open)
         m_trouble = {kNotOpened, reasonOf(QSerialPort::DeviceNotFoundError, device), {}, {}};
         return false;
     }
-    if (const PortLock lock = PortLock::of(name); lock.state == PortLock::State::NoLock) {
-        m_trouble = lockTrouble(lock);
+    const PortLock found = PortLock::of(name);
+    if (found.state == PortLock::State::Abandoned)
+        found.removeAbandoned();
+    if (found.state == PortLock::State::NoLock) {
+        m_trouble = lockTrouble(found);
         return false;
     }
     const bool opened = m_port.open(QIODevice::ReadWrite);

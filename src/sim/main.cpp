@@ -152,11 +152,12 @@ int main(int argc, char** argv)
         QObject::connect(&line, &SimulatorLine::traced, [](const QString& direction, const QByteArray& bytes) {
             std::fprintf(stderr, "%s%s\n", qPrintable(direction), bytes.toHex().toUpper().constData());
         });
+    const platform::TerminationSignals ending; // one that comes as soon as the line is ready is not lost
+    QObject::connect(&ending, &platform::TerminationSignals::requested, &application, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
     std::printf("ready %s\n", qPrintable(options.link.isEmpty() ? line.path() : options.link));
     std::fflush(stdout);
 
-    platform::TerminationSignals ending;
-    QObject::connect(&ending, &platform::TerminationSignals::requested, &application, &QCoreApplication::quit);
     QCoreApplication::exec();
     if (!options.link.isEmpty())
         QFile::remove(options.link);

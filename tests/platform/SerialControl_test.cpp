@@ -148,7 +148,10 @@ TEST_F(SerialControl, LockFilesOfNobody)
         ASSERT_EQ(waitpid(child, &status, 0), child);
         EXPECT_EQ(status, 0);
     }
+    QFile removal(file.fileName() + QStringLiteral(".rmlock")); // of one that was killed while it took a lock over
+    ASSERT_TRUE(removal.open(QIODevice::WriteOnly));
     EXPECT_TRUE(comm.setPortOpen(true)) << "that of a dead process is taken over: " << qPrintable(comm.errorText());
+    removal.remove();
 }
 
 TEST_F(SerialControl, RefusesAPortThatIsInUse)
