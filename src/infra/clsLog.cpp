@@ -1,5 +1,6 @@
 #include "clsLog.h"
 
+#include "FileReplacement.h"
 #include "FolderName.h"
 
 #include <QFile>
@@ -81,7 +82,8 @@ void clsLog::LogWrite(const QString& Message)
         return;
     const QByteArray stamp = m_machine.clock.now().toString(QStringLiteral("[yyyy/MM/dd HH:mm:ss:zzz]")).toLatin1();
     QFile file(filePath());
-    if (file.fileName().isEmpty() || !file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
+    if (file.fileName().isEmpty() || !platform::mayWriteInPlace(QFile::encodeName(file.fileName())) ||
+        !file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
         return;
     const std::optional<Header> found = headerOf(file.read(kHeaderBytes));
     Header header = found.value_or(Header());

@@ -199,6 +199,17 @@ QByteArray behindLinks(const QByteArray& path, QString& error)
     return file;
 }
 
+bool mayWriteInPlace(const QByteArray& path)
+{
+    QString error;
+    const QByteArray target = behindLinks(path, error);
+    struct stat info
+    {};
+    if (!error.isEmpty())
+        return false;
+    return stat(target.constData(), &info) == 0 ? S_ISREG(info.st_mode) : errno == ENOENT;
+}
+
 QString writeRefusal(const QByteArray& path)
 {
     if (faccessat(AT_FDCWD, path.constData(), W_OK, AT_EACCESS) == 0 || errno == ENOENT)

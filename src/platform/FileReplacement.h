@@ -28,6 +28,10 @@ QString writeWholeFile(const QByteArray& path, const QByteArray& bytes);
 // write to is not followed: error says so.
 QByteArray behindLinks(const QByteArray& path, QString& error);
 
+// For a file that is written in place: whether it is missing or a regular one that no other user's link leads to. What
+// else stands there would make the program wait, or change somebody's file.
+bool mayWriteInPlace(const QByteArray& path);
+
 // Why the user may not write a file that is there; empty when it is not.
 QString writeRefusal(const QByteArray& path);
 

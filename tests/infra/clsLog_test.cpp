@@ -5,6 +5,9 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 class Log : public ::testing::Test
@@ -84,6 +87,24 @@ TEST_F(Log, OtherOrDamagedFileIsRestarted)
         EXPECT_EQ(last(), 1);
         EXPECT_EQ(content().size(), 16 + 2 * 64) << "what was logged stays";
     }
+}
+
+// A pipe would make the program wait, and a link into a shared folder may be another user's.
+TEST_F(Log, OnlyARegularFileIsWritten)
+{
+    const QByteArray folder = QFile::encodeName(box.path(QStringLiteral("C:\\Vorlant\\Log")));
+    log.setLogPath(QStringLiteral("C:\\Vorlant\\Log"));
+    log.setLogFileName(QStringLiteral("pipe.log"));
+    ASSERT_EQ(mkfifo((folder + "/pipe.log").constData(), 0600), 0);
+    log.LogWrite(QStringLiteral("x"));
+    ASSERT_TRUE(box.put(QStringLiteral("C:\\Vorlant\\kept.txt"), "good"));
+    log.setLogFileName(QStringLiteral("link.log"));
+    ASSERT_EQ(symlink("../kept.txt", (folder + "/link.log").constData()), 0);
+    if (geteuid() != 0 || lchown((folder + "/link.log").constData(), 65534, 65534) != 0)
+        return;
+    ASSERT_EQ(chmod(folder.constData(), 01777), 0);
+    log.LogWrite(QStringLiteral("x"));
+    EXPECT_EQ(box.content(QStringLiteral("C:\\Vorlant\\kept.txt")), "good");
 }
 
 TEST_F(Log, RefusedSettingsAndFailuresAreSilent)
