@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <ctime>
+#include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -24,17 +25,19 @@ bool lockFolder(int folder)
             return false;
         nanosleep(&kLockPause, nullptr);
     }
+    errno = EWOULDBLOCK;
     return false;
 }
 
 } // namespace
 
-LockedFolder::LockedFolder(const QByteArray& folder) : m_folder(openFolder(folder))
+LockedFolder::LockedFolder(const QByteArray& folder)
+    : m_folder(open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
 {
     if (m_folder < 0)
         m_error = systemError();
     else if (!lockFolder(m_folder))
-        m_error = QStringLiteral("another program keeps its folder locked");
+        m_error = errno == EWOULDBLOCK ? QStringLiteral("another program keeps its folder locked") : systemError();
 }
 
 LockedFolder::~LockedFolder()
