@@ -160,14 +160,14 @@ QString writeThrough(const QByteArray& path, const QByteArray& bytes)
     return close(file) == 0 || !isWritten ? error : systemError();
 }
 
-// As the kernel judges links of folders such as /tmp.
-bool isPlanted(const QByteArray& link)
+// As the kernel judges links and pipes in folders such as /tmp.
+bool isPlanted(const QByteArray& file)
 {
     struct stat own
     {};
     struct stat folder
     {};
-    if (lstat(link.constData(), &own) != 0 || stat(folderOf(link).constData(), &folder) != 0)
+    if (lstat(file.constData(), &own) != 0 || stat(folderOf(file).constData(), &folder) != 0)
         return false;
     const bool isShared = (folder.st_mode & S_ISVTX) != 0 && (folder.st_mode & S_IWOTH) != 0;
     return isShared && own.st_uid != geteuid() && own.st_uid != folder.st_uid;
@@ -250,10 +250,10 @@ QString writeWholeFile(const QByteArray& path, const QByteArray& bytes)
     struct stat info
     {};
     const bool isThere = stat(path.constData(), &info) == 0;
-    if (isThere && !S_ISREG(info.st_mode) && !S_ISDIR(info.st_mode))
-        return writeThrough(path, bytes);
     QString error;
     const QByteArray target = behindLinks(path, error);
+    if (isThere && error.isEmpty() && !S_ISREG(info.st_mode) && !S_ISDIR(info.st_mode))
+        return isPlanted(target) ? QStringLiteral("it is a pipe or device of another user") : writeThrough(path, bytes);
     if (error.isEmpty())
         error = writeRefusal(target);
     if (!error.isEmpty())

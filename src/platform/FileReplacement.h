@@ -21,7 +21,8 @@ int openFolder(const QByteArray& folder);
 // group; those of a new file follow the umask. Only a regular file is replaced.
 QString replaceInFolder(int folder, const QByteArray& name, const QByteArray& bytes, Flush flush);
 
-// The same for a file that a person named: a link stays a link, and a device or pipe takes the bytes.
+// The same for a file that a person named: a link stays a link, and a device or pipe takes the bytes, unless another
+// user put it into a folder that all may write to: nobody may be reading there.
 QString writeWholeFile(const QByteArray& path, const QByteArray& bytes);
 
 // The file behind a chain of links, whether it is there or not. A link that another user put into a folder that all may

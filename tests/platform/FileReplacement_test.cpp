@@ -140,6 +140,9 @@ TEST_F(Replacement, LinkIsFollowedUnlessAnotherUserPutItIntoASharedFolder)
     ASSERT_EQ(lchown(path("link").constData(), kOther, kOther), 0);
     ASSERT_EQ(chmod(QFile::encodeName(dir.path()).constData(), 01777), 0);
     EXPECT_EQ(write("link", "overwritten"), "it is a link of another user");
+    ASSERT_EQ(mkfifo(path("pipe").constData(), 0666), 0);
+    ASSERT_EQ(chown(path("pipe").constData(), kOther, kOther), 0);
+    EXPECT_EQ(write("pipe"), "it is a pipe or device of another user") << "it would wait for a reader";
     EXPECT_EQ(content("mine"), "new");
 }
 
