@@ -5,6 +5,7 @@
 #include "MessagePresenter.h"
 #include "ModelCatalogue.h"
 #include "ModelCodes.h"
+#include "SlaveRange.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
 
@@ -118,7 +119,8 @@ QString ComSetSession::speed(const ComSetFields& fields)
 std::optional<int> ComSetSession::slaveNumber(const ComSetFields& fields) const
 {
     const int number = m_parts.library.toLong(fields.slaveText, 0);
-    return number >= kMinSlave && number <= kMaxSlave ? std::optional(number) : std::nullopt;
+    return number >= slaverange::kFirst && number <= slaverange::kLastOfControllers ? std::optional(number)
+                                                                                    : std::nullopt;
 }
 
 bool ComSetSession::isInRange(const ComSetFields& fields)
@@ -186,7 +188,7 @@ void ComSetSession::apply(const ComSetFields& fields)
     const QString error = owner.mainLink().changeComm(portNumber(fields), speed(fields), fields.chara);
     if (!error.isEmpty())
         tell(m_parts.library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(error));
-    owner.takeOver(slaveNumber(fields).value_or(kMinSlave), fields.ascii ? 1 : 0, fields.modelPosition,
+    owner.takeOver(slaveNumber(fields).value_or(slaverange::kFirst), fields.ascii ? 1 : 0, fields.modelPosition,
                    fields.modelString);
     close();
     owner.startRead();

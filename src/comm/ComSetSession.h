@@ -43,8 +43,6 @@ public:
     static constexpr int kPorts = 9;
     static constexpr auto kEightBits = "N,8,1"; // the usual character formats
     static constexpr auto kSevenBits = "E,7,1";
-    static constexpr int kMinSlave = 1;
-    static constexpr int kMaxSlave = 99;
 
     struct Parts
     {

@@ -1,13 +1,13 @@
 #include "FrameFields.h"
 
-#include "FunctionCodes.h"
+#include "FrameLength.h"
 #include "ModbusFrame.h"
+#include "ProtocolNumbers.h"
 
 using namespace functioncode;
 
 namespace {
 
-constexpr int kExceptionMark = 0x80;
 constexpr qsizetype kHeadBytes = 2; // slave and function
 
 bool isHexDigit(char c)
@@ -139,7 +139,7 @@ void FrameFields::takeReply(const FrameFields* request)
         slave = request->slave;
         function = request->function;
     }
-    if (function.value_or(0) > kExceptionMark)
+    if (isException(function.value_or(0)))
         takeException();
     else
         takeReplyData(request);
@@ -193,38 +193,17 @@ void FrameFields::takeReplyData(const FrameFields* request)
 
 void FrameFields::takeException()
 {
-    function = *function - kExceptionMark;
+    function = *function - kExceptionBit;
     exception = byteAt(2);
     data = m_frame.mid(3);
 }
 
-// Bytes of the binary frame that answers this request; 0: of no function that is known.
 qsizetype FrameFields::replyBytes() const
 {
-    const int items = count.value_or(0);
-    switch (function.value_or(0)) {
-    case kReadCoils:
-    case kReadDiscreteInputs:
-        return 3 + (items + 7) / 8;
-    case kReadHoldingRegisters:
-    case kReadInputRegisters:
-        return 3 + 2 * items;
-    case kWriteCoil:
-    case kWriteRegister:
-    case kWriteRegisters:
-        return 6;
-    case kMemory:
-        return writesMemory ? 8 : 4 + items;
-    case kReadFloats:
-        return 4 + 4 * items;
-    case kWriteFloats:
-        return 7;
-    default:
-        return 0;
-    }
+    return framelength::ofReply(function.value_or(0), count.value_or(0), writesMemory);
 }
 
-// The same as a reply tells of itself.
+// Bytes of the binary frame, as a reply tells of itself.
 qsizetype FrameFields::ownBytes() const
 {
     switch (function.value_or(0)) {

@@ -1,6 +1,6 @@
 #include "FrameTexts.h"
 
-#include "FunctionCodes.h"
+#include "ProtocolNumbers.h"
 #include "clsModbus.h"
 
 #include <QStringList>

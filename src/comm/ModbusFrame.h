@@ -22,11 +22,18 @@ QByteArray toAscii(const QByteArray& binary);
 // The bytes of an ASCII frame; empty when it is malformed (even or too long, no colon, other digits than 0-9 A-F).
 QByteArray fromAscii(const QByteArray& ascii);
 
+constexpr int kAsciiMarks = 3; // colon, carriage return, line feed
+
 // Bytes on the line of a binary frame of that many, its check value included.
 constexpr qsizetype wireBytes(qsizetype frameBytes, bool ascii)
 {
-    constexpr int kAsciiMarks = 3; // colon, carriage return, line feed
     return ascii ? 2 * (frameBytes + 1) + kAsciiMarks : frameBytes + 2;
+}
+
+// And back: bytes of the binary frame with its check value.
+constexpr qsizetype checkedBytes(qsizetype wireBytes, bool ascii)
+{
+    return ascii ? (wireBytes - kAsciiMarks) / 2 : wireBytes;
 }
 
 // The wire form of a binary frame (address, function, data), with its check value.

@@ -2,6 +2,11 @@
 
 namespace modelcodes {
 
+QString memoryText(int address)
+{
+    return QString::number(address, 16).toUpper();
+}
+
 Selection select(const QString& modelString, const QStringList& codes)
 {
     if (modelString == kNothing)

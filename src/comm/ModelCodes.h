@@ -6,6 +6,9 @@
 // What a model string says before its definition is known: its first five characters are a model code.
 namespace modelcodes {
 
+// Where a controller holds its model string, and where else it may be.
+constexpr int kModelAddress = 0xFBC0;
+constexpr int kOtherModelAddress = 0xFBC8;
 constexpr int kModelStringLength = 14;
 constexpr int kCodeLength = 5;
 
@@ -19,6 +22,9 @@ struct Selection
     Match match = Match::NotFound;
     int position = -1; // in the list, from 0; -1 unless found
 };
+
+// An address of the memory as definition files and people write it: "FBC0".
+QString memoryText(int address);
 
 // The first of the catalogue's codes that begins as the model string does. A text shorter than a model string finds
 // none.

@@ -1,8 +1,8 @@
 #include "ModelDetection.h"
 
-#include "FunctionCodes.h"
 #include "ModbusError.h"
 #include "ModelCodes.h"
+#include "ProtocolNumbers.h"
 #include "clsKXAdr.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
@@ -13,8 +13,6 @@
 namespace {
 
 const QString kHexPrefix = QStringLiteral("&h");
-const QString kFirstAddress = kHexPrefix + QStringLiteral("FBC0");
-const QString kSecondAddress = kHexPrefix + QStringLiteral("FBC8");
 const QString kFamily = QStringLiteral("KX");
 
 // Without the spare element that the link puts behind the bytes received.
@@ -58,10 +56,10 @@ Detection ModelDetection::detect(int lSlaveNo, int mode, const QStringList& code
     m_busy = true;
     m_stopped = false;
     setTransmissionMode(mode);
-    bool answered = getModelFromKX(lSlaveNo, kFirstAddress);
+    bool answered = getModelFromKX(lSlaveNo, kHexPrefix + modelcodes::memoryText(modelcodes::kModelAddress));
     const bool elsewhere = !m_modelString.startsWith(kFamily) && m_modelString != modelcodes::kNothing;
     if (elsewhere && !m_stopped)
-        answered = getModelFromKX(lSlaveNo, kSecondAddress);
+        answered = getModelFromKX(lSlaveNo, kHexPrefix + modelcodes::memoryText(modelcodes::kOtherModelAddress));
     m_busy = false;
     if (m_stopped)
         return {};
@@ -167,7 +165,7 @@ void ModelDetection::onError(const QByteArray& sent, const QByteArray& received,
     const auto count = static_cast<qint32>(bytes.size());
     m_clsModbus.SetRecvMessage(bytes, count);
     const int code = m_clsModbus.ErrorCode();
-    fail(code >= 1 && code <= 255 ? QStringLiteral("the controller refused (exception %1)").arg(code) : text);
+    fail(exceptioncode::contains(code) ? QStringLiteral("the controller refused (exception %1)").arg(code) : text);
     m_modelString = modelcodes::kNothing;
     endWait();
 }

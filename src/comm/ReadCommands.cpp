@@ -1,6 +1,6 @@
 #include "ReadCommands.h"
 
-#include "FunctionCodes.h"
+#include "ProtocolNumbers.h"
 
 namespace {
 

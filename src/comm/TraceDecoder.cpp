@@ -1,6 +1,6 @@
 #include "TraceDecoder.h"
 
-#include "FunctionCodes.h"
+#include "ProtocolNumbers.h"
 
 #include <algorithm>
 

@@ -1,8 +1,10 @@
 #include "clsModbus.h"
 
-#include "FunctionCodes.h"
+#include "FrameLength.h"
 #include "ModbusError.h"
 #include "ModbusFrame.h"
+#include "ProtocolNumbers.h"
+#include "SlaveRange.h"
 
 #include <bit>
 #include <cstring>
@@ -49,18 +51,13 @@ QByteArray littleSingle(float value)
     return bytes;
 }
 
-int bitBytes(qint32 count)
-{
-    return (count + 7) / 8;
-}
-
 } // namespace
 
 clsModbus::clsModbus(QObject* parent) : QObject(parent) {}
 
 void clsModbus::setSlaveAddress(int address)
 {
-    if (address < 1 || address > 247)
+    if (!slaverange::contains(address))
         throw ModbusError(QStringLiteral("SlaveAddress is 1 to 247"), QStringLiteral("SlaveAddress"));
     m_slaveAddress = address;
 }
@@ -78,41 +75,40 @@ void clsModbus::setDigitalVals(const IndexedBytes& values)
     }
 }
 
-// replyDataBytes: bytes of the reply behind address and function code, without the check value.
-bool clsModbus::request(int functionCode, const QByteArray& data, int replyDataBytes)
+// items: as for the length of the reply.
+bool clsModbus::request(int functionCode, const QByteArray& data, int items, bool writesMemory)
 {
     m_request = QByteArray(1, static_cast<char>(m_slaveAddress)) + static_cast<char>(functionCode) + data;
     m_wire = modbusframe::toWire(m_request, isAscii());
-    m_recvSize = static_cast<int>(modbusframe::wireBytes(replyDataBytes + 2, isAscii()));
+    m_recvSize =
+        static_cast<int>(modbusframe::wireBytes(framelength::ofReply(functionCode, items, writesMemory), isAscii()));
     return true;
 }
 
-bool clsModbus::readReferences(int functionCode, qint32 offset, qint32 count, int replyDataBytes)
+bool clsModbus::readReferences(int functionCode, qint32 offset, qint32 count)
 {
-    return request(functionCode, big16(offset) + big16(count), 1 + replyDataBytes);
+    return request(functionCode, big16(offset) + big16(count), count);
 }
 
 bool clsModbus::ReadDigitalSetValue(qint32 StartRefNumber, qint32 Count)
 {
     checkReference(StartRefNumber, reference::kCoil, QStringLiteral("ReadDigitalSetValue"));
     checkCount(Count, kMaxCount, QStringLiteral("ReadDigitalSetValue"));
-    return readReferences(functioncode::kReadCoils, StartRefNumber - reference::kCoil, Count, bitBytes(Count));
+    return readReferences(functioncode::kReadCoils, StartRefNumber - reference::kCoil, Count);
 }
 
 bool clsModbus::ReadDigitalInputData(qint32 StartRefNumber, qint32 Count)
 {
     checkReference(StartRefNumber, reference::kDiscreteInput, QStringLiteral("ReadDigitalInputData"));
     checkCount(Count, kMaxCount, QStringLiteral("ReadDigitalInputData"));
-    return readReferences(functioncode::kReadDiscreteInputs, StartRefNumber - reference::kDiscreteInput, Count,
-                          bitBytes(Count));
+    return readReferences(functioncode::kReadDiscreteInputs, StartRefNumber - reference::kDiscreteInput, Count);
 }
 
 bool clsModbus::ReadAnalogSetValue(qint32 StartRefNumber, qint32 Count)
 {
     checkReference(StartRefNumber, reference::kHoldingRegister, QStringLiteral("ReadAnalogSetValue"));
     checkCount(Count, kMaxCount, QStringLiteral("ReadAnalogSetValue"));
-    return readReferences(functioncode::kReadHoldingRegisters, StartRefNumber - reference::kHoldingRegister, Count,
-                          2 * Count);
+    return readReferences(functioncode::kReadHoldingRegisters, StartRefNumber - reference::kHoldingRegister, Count);
 }
 
 bool clsModbus::ReadAnalogInputData(qint32 StartRefNumber, qint32 Count)
@@ -121,21 +117,21 @@ bool clsModbus::ReadAnalogInputData(qint32 StartRefNumber, qint32 Count)
     const qint64 offset = static_cast<qint64>(StartRefNumber) - reference::kInputRegister;
     if (offset < INT16_MIN || offset > INT16_MAX)
         throw ModbusError(QStringLiteral("Overflow"), QStringLiteral("ReadAnalogInputData"));
-    return readReferences(functioncode::kReadInputRegisters, static_cast<qint32>(offset), Count, 2 * Count);
+    return readReferences(functioncode::kReadInputRegisters, static_cast<qint32>(offset), Count);
 }
 
 bool clsModbus::WriteDigitalSetValue(qint32 SetRefNumber, bool SetValue)
 {
     if (SetRefNumber < reference::kCoil || SetRefNumber >= reference::kCoil + reference::kTableSize)
         return false;
-    return request(functioncode::kWriteCoil, big16(SetRefNumber - reference::kCoil) + big16(SetValue ? 0xFF00 : 0), 4);
+    return request(functioncode::kWriteCoil, big16(SetRefNumber - reference::kCoil) + big16(SetValue ? 0xFF00 : 0), 1);
 }
 
 bool clsModbus::WriteAnalogSetValue(qint32 SetRefNumber, qint16 SetValue)
 {
     checkReference(SetRefNumber, reference::kHoldingRegister, QStringLiteral("WriteAnalogSetValue"));
     return request(functioncode::kWriteRegister, big16(SetRefNumber - reference::kHoldingRegister) + big16(SetValue),
-                   4);
+                   1);
 }
 
 bool clsModbus::WriteAnalogSetValues(qint32 SetRefNumber, const std::vector<qint16>& SetValues, qint32 Count)
@@ -145,7 +141,7 @@ bool clsModbus::WriteAnalogSetValues(qint32 SetRefNumber, const std::vector<qint
     QByteArray data = big16(SetRefNumber - reference::kHoldingRegister) + big16(Count) + static_cast<char>(2 * Count);
     for (qint32 i = 1; i <= Count; ++i)
         data += big16(SetValues.at(static_cast<size_t>(i)));
-    return request(functioncode::kWriteRegisters, data, 4);
+    return request(functioncode::kWriteRegisters, data, Count);
 }
 
 bool clsModbus::ReadFloatingData(qint32 StartRefNumber, qint32 Count)
@@ -153,7 +149,7 @@ bool clsModbus::ReadFloatingData(qint32 StartRefNumber, qint32 Count)
     checkReference(StartRefNumber, reference::kFloat, QStringLiteral("ReadFloatingData"));
     checkCount(Count, kMaxFloats, QStringLiteral("ReadFloatingData"));
     return request(functioncode::kReadFloats,
-                   QByteArray(1, '\0') + big16(StartRefNumber - reference::kFloat) + big16(Count), 2 + 4 * Count);
+                   QByteArray(1, '\0') + big16(StartRefNumber - reference::kFloat) + big16(Count), Count);
 }
 
 bool clsModbus::WriteFloatingData(qint32 SetRefNumber, const std::vector<float>& SetValues, qint32 Count)
@@ -164,14 +160,14 @@ bool clsModbus::WriteFloatingData(qint32 SetRefNumber, const std::vector<float>&
         QByteArray(1, '\0') + big16(SetRefNumber - reference::kFloat) + big16(Count) + static_cast<char>(4 * Count);
     for (qint32 i = 1; i <= Count; ++i)
         data += littleSingle(SetValues.at(static_cast<size_t>(i)));
-    return request(functioncode::kWriteFloats, data, 5);
+    return request(functioncode::kWriteFloats, data, Count);
 }
 
 bool clsModbus::ReadDirectMemory(qint32 StartMemoryAddress, qint32 Count)
 {
     checkCount(Count, kMaxCount, QStringLiteral("ReadDirectMemory"));
     return request(functioncode::kMemory,
-                   QByteArray(1, '\0') + memoryAddress(StartMemoryAddress) + static_cast<char>(Count), 2 + Count);
+                   QByteArray(1, '\0') + memoryAddress(StartMemoryAddress) + static_cast<char>(Count), Count);
 }
 
 bool clsModbus::WriteDirectMemory(qint32 StartMemoryAddress, qint32 Count)
@@ -180,7 +176,7 @@ bool clsModbus::WriteDirectMemory(qint32 StartMemoryAddress, qint32 Count)
     return request(functioncode::kMemory,
                    QByteArray(1, '\1') + memoryAddress(StartMemoryAddress) + static_cast<char>(Count) +
                        DigitalVals().bytes.left(Count),
-                   6);
+                   Count, true);
 }
 
 bool clsModbus::MakeCRC16(QByteArray& bytBuff, qint32 lngByteCnt)

@@ -114,8 +114,8 @@ Q_SIGNALS:
 private:
     static size_t slot(int index) { return static_cast<size_t>(index) - 1; }
     bool isAscii() const { return m_transmissionMode != 0; }
-    bool request(int functionCode, const QByteArray& data, int replyDataBytes);
-    bool readReferences(int functionCode, qint32 offset, qint32 count, int replyDataBytes);
+    bool request(int functionCode, const QByteArray& data, int items, bool writesMemory = false);
+    bool readReferences(int functionCode, qint32 offset, qint32 count);
 
     bool checkFrame(QByteArray& bytes, qsizetype length, QByteArray& frame);
     bool fail(int code);

@@ -1,6 +1,7 @@
 #include "clsModbus.h"
 
 #include "ModbusFrame.h"
+#include "ProtocolNumbers.h"
 
 #include <bit>
 
@@ -8,7 +9,6 @@
 
 namespace {
 
-constexpr int kExceptionMark = 129;
 constexpr int kMinFrameBytes = 2; // address and function code
 
 quint8 byteAt(const QByteArray& bytes, qsizetype index)
@@ -70,27 +70,27 @@ bool clsModbus::checkFrame(QByteArray& bytes, qsizetype length, QByteArray& fram
 bool clsModbus::interpretReply(const QByteArray& frame)
 {
     const int functionCode = byteAt(frame, 1);
-    if (functionCode >= kExceptionMark)
+    if (functioncode::isException(functionCode))
         return fail(byteAt(frame, 2));
     switch (functionCode) {
-    case 1:
-    case 2:
+    case functioncode::kReadCoils:
+    case functioncode::kReadDiscreteInputs:
         return takeBytes(frame, 3, byteAt(frame, 2));
-    case 3:
-    case 4:
+    case functioncode::kReadHoldingRegisters:
+    case functioncode::kReadInputRegisters:
         return takeRegisters(frame);
-    case 5:
-    case 6:
+    case functioncode::kWriteCoil:
+    case functioncode::kWriteRegister:
         return frame == m_request;
-    case 16:
+    case functioncode::kWriteRegisters:
         return sameAt(frame, 4);
-    case 66:
+    case functioncode::kMemory:
         if (byteAt(m_request, 2) != 0)
             return functionCode == byteAt(m_request, 1);
         return takeBytes(frame, 4, byteAt(m_request, 7));
-    case 70:
+    case functioncode::kReadFloats:
         return takeFloats(frame);
-    case 71:
+    case functioncode::kWriteFloats:
         return sameAt(frame, 5);
     default:
         return false;

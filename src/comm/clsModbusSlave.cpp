@@ -1,14 +1,19 @@
 #include "clsModbus.h"
 
 #include "ModbusFrame.h"
+#include "ProtocolNumbers.h"
+
+using namespace functioncode;
 
 // clsModbus as a slave: a request becomes an event, the handler's answer a response.
 
 namespace {
 
-constexpr int kLastFunctionCode = 127; // above are the exceptions of responses
-
-enum Exception { IllegalFunction = 1, IllegalDataAddress = 2, IllegalDataValue = 3 };
+// Items of one request ("MODBUS Application Protocol" V1.1b3, 6; registers to write as the controllers take them).
+constexpr int kMaxBitsRead = 2000;
+constexpr int kMaxRegistersRead = 125;
+constexpr int kMaxCoilsWritten = 1968;
+constexpr int kMaxRegistersWritten = 120;
 
 bool isUserDefined(int functionCode)
 {
@@ -36,13 +41,14 @@ void clsModbus::interpretRequest(const QByteArray& frame)
     bool supported = false;
     Q_EMIT FunctionCodeSupported(functionCode, supported);
     const int dataLength = static_cast<int>(frame.size()) - 2;
-    if (functionCode > kLastFunctionCode)
+    if (functionCode >= kExceptionBit)
         return; // no response has room for it
     if (!supported)
-        refuse(functionCode, IllegalFunction);
-    else if (functionCode >= 1 && functionCode <= 4)
+        refuse(functionCode, exceptioncode::kIllegalFunction);
+    else if (functionCode >= kReadCoils && functionCode <= kReadInputRegisters)
         readRequest(functionCode, frame);
-    else if (functionCode == 5 || functionCode == 6 || functionCode == 15 || functionCode == 16)
+    else if (functionCode == kWriteCoil || functionCode == kWriteRegister || functionCode == kWriteCoils ||
+             functionCode == kWriteRegisters)
         writeRequest(functionCode, frame);
     else if (isUserDefined(functionCode))
         Q_EMIT UserDefinedFunction(functionCode, frame, dataLength);
@@ -54,19 +60,19 @@ void clsModbus::readRequest(int functionCode, const QByteArray& frame)
 {
     const int start = ByteToInt(frame, 2);
     const int quantity = ByteToInt(frame, 4);
-    if (frame.size() < 6 || !within(quantity, functionCode <= 2 ? 2000 : 125)) {
-        refuse(functionCode, IllegalDataValue);
+    if (frame.size() < 6 || !within(quantity, functionCode <= kReadDiscreteInputs ? kMaxBitsRead : kMaxRegistersRead)) {
+        refuse(functionCode, exceptioncode::kIllegalDataValue);
         return;
     }
     bool illegal = false;
     switch (functionCode) {
-    case 1:
+    case kReadCoils:
         Q_EMIT ReadCoils(start, quantity, illegal);
         break;
-    case 2:
+    case kReadDiscreteInputs:
         Q_EMIT ReadDiscreteInputs(start, quantity, illegal);
         break;
-    case 3:
+    case kReadHoldingRegisters:
         Q_EMIT ReadHoldingRegisters(start, quantity, illegal);
         break;
     default:
@@ -74,7 +80,7 @@ void clsModbus::readRequest(int functionCode, const QByteArray& frame)
         break;
     }
     if (illegal)
-        refuse(functionCode, IllegalDataAddress);
+        refuse(functionCode, exceptioncode::kIllegalDataAddress);
 }
 
 void clsModbus::writeRequest(int functionCode, const QByteArray& frame)
@@ -84,27 +90,27 @@ void clsModbus::writeRequest(int functionCode, const QByteArray& frame)
     const int dataLength = static_cast<int>(frame.size()) - 2;
     const int byteCount = frame.size() > 6 ? static_cast<quint8>(frame[6]) : 0;
     bool valid = dataLength >= 4;
-    if (functionCode == 5)
+    if (functionCode == kWriteCoil)
         valid = valid && (value == 0 || value == 0xFF00);
-    else if (functionCode == 15)
-        valid = within(value, 1968) && byteCount == (value + 7) / 8 && dataLength == byteCount + 5;
-    else if (functionCode == 16)
-        valid = within(value, 120) && byteCount == 2 * value && dataLength == byteCount + 5;
+    else if (functionCode == kWriteCoils)
+        valid = within(value, kMaxCoilsWritten) && byteCount == (value + 7) / 8 && dataLength == byteCount + 5;
+    else if (functionCode == kWriteRegisters)
+        valid = within(value, kMaxRegistersWritten) && byteCount == 2 * value && dataLength == byteCount + 5;
     if (!valid) {
-        refuse(functionCode, IllegalDataValue);
+        refuse(functionCode, exceptioncode::kIllegalDataValue);
         return;
     }
     bool illegal = false;
-    if (functionCode == 5)
+    if (functionCode == kWriteCoil)
         Q_EMIT WriteSingleCoil(start, value, illegal);
-    else if (functionCode == 6)
+    else if (functionCode == kWriteRegister)
         Q_EMIT WriteSingleRegister(start, static_cast<qint16>(value), illegal);
-    else if (functionCode == 15)
+    else if (functionCode == kWriteCoils)
         Q_EMIT WriteMultipleCoils(start, value, byteCount, frame.mid(7), illegal);
     else
         Q_EMIT WriteMultipleRegisters(start, value, byteCount, registersFrom(frame, 7, value), illegal);
     if (illegal)
-        refuse(functionCode, IllegalDataAddress);
+        refuse(functionCode, exceptioncode::kIllegalDataAddress);
 }
 
 void clsModbus::refuse(int functionCode, int exceptionCode)
@@ -133,48 +139,48 @@ void clsModbus::ResponsReadCoils(int ByteCount, const IndexedBytes& CoilStatus)
     QByteArray data(1, static_cast<char>(ByteCount));
     for (int i = 1; i <= ByteCount; ++i)
         data += static_cast<char>(CoilStatus.at(i));
-    respond(1, data);
+    respond(kReadCoils, data);
 }
 
 void clsModbus::ResponsReadDiscreteInputs(int ByteCount, const IndexedBytes& InputsStatus)
 {
     ResponsReadCoils(ByteCount, InputsStatus);
-    respond(2, m_request.mid(2));
+    respond(kReadDiscreteInputs, m_request.mid(2));
 }
 
 void clsModbus::ResponsReadHoldingRegisters(int ByteCount, const std::vector<qint16>& RegisterValue)
 {
-    respondRegisters(3, ByteCount, RegisterValue);
+    respondRegisters(kReadHoldingRegisters, ByteCount, RegisterValue);
 }
 
 void clsModbus::ResponsReadInputRegisters(int ByteCount, const std::vector<qint16>& InputsRegisters)
 {
-    respondRegisters(4, ByteCount, InputsRegisters);
+    respondRegisters(kReadInputRegisters, ByteCount, InputsRegisters);
 }
 
 void clsModbus::ResponsWriteSingleCoil(qint16 OutputAddress, qint16 OutputValue)
 {
-    respond(5, IntToByte(OutputAddress) + IntToByte(OutputValue));
+    respond(kWriteCoil, IntToByte(OutputAddress) + IntToByte(OutputValue));
 }
 
 void clsModbus::ResponsWriteSingleRegister(qint16 RegisterAddress, qint16 RegisterValue)
 {
-    respond(6, IntToByte(RegisterAddress) + IntToByte(RegisterValue));
+    respond(kWriteRegister, IntToByte(RegisterAddress) + IntToByte(RegisterValue));
 }
 
 void clsModbus::ResponsWriteMultipleCoils(qint16 StartingAddress, qint16 Quantity)
 {
-    respond(15, IntToByte(StartingAddress) + IntToByte(Quantity));
+    respond(kWriteCoils, IntToByte(StartingAddress) + IntToByte(Quantity));
 }
 
 void clsModbus::ResponsWriteMultipleRegisters(qint16 StartingAddress, qint16 Quantity)
 {
-    respond(16, IntToByte(StartingAddress) + IntToByte(Quantity));
+    respond(kWriteRegisters, IntToByte(StartingAddress) + IntToByte(Quantity));
 }
 
 void clsModbus::ErrorResponse(int FunctionCode, int ExceptionCode)
 {
-    respond(FunctionCode + 128, QByteArray(1, static_cast<char>(ExceptionCode)));
+    respond(FunctionCode + kExceptionBit, QByteArray(1, static_cast<char>(ExceptionCode)));
 }
 
 void clsModbus::ResponsUserDefined(int FunctionCode, const QByteArray& Data)

@@ -1,5 +1,7 @@
 #include "CommandLine.h"
 
+#include "SlaveRange.h"
+
 #include <QCommandLineParser>
 #include <QRegularExpression>
 
@@ -7,7 +9,6 @@
 
 namespace {
 
-constexpr int kMaxSlave = 247;
 constexpr int kMaxTimeoutSeconds = 3600;
 constexpr int kMaxSpeed = 4000000;
 
@@ -101,7 +102,7 @@ public:
         readSpeed(line);
         readChara(line);
         readMode(line);
-        readNumber(QStringLiteral("slave"), kMaxSlave, line.slave);
+        readNumber(QStringLiteral("slave"), slaverange::kLast, line.slave);
         readNumber(QStringLiteral("timeout"), kMaxTimeoutSeconds, line.timeoutSeconds);
         readFormat(line);
     }

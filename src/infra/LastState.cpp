@@ -2,6 +2,7 @@
 
 #include "FileLocations.h"
 #include "IniBatch.h"
+#include "SlaveRange.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -12,7 +13,6 @@ const QString kModelNo = QStringLiteral("LastModelNo");
 const QString kSlave = QStringLiteral("LastSlaveAdr");
 const QString kMode = QStringLiteral("LastModebusMode");
 const QString kModelString = QStringLiteral("LastModelString");
-constexpr int kMaxSlave = 247;
 constexpr int kMaxModelNo = 9999;
 
 } // namespace
@@ -27,7 +27,7 @@ LastState LastState::load(clsLibrary& library)
     };
     LastState state;
     state.modelNo = number(kModelNo, state.modelNo, 1, kMaxModelNo);
-    state.slaveAddress = number(kSlave, state.slaveAddress, 1, kMaxSlave);
+    state.slaveAddress = number(kSlave, state.slaveAddress, slaverange::kFirst, slaverange::kLast);
     state.transmissionMode = number(kMode, state.transmissionMode, 0, 1);
     state.modelString = ini.GetIniData(kSection, kModelString, QString());
     return state;

@@ -1,6 +1,8 @@
 #include "Faults.h"
 
 #include "ModbusFrame.h"
+#include "ProtocolNumbers.h"
+#include "SlaveRange.h"
 
 #include <QStringList>
 
@@ -8,7 +10,6 @@ namespace {
 
 constexpr int kMaxDelayMs = 3600000;
 constexpr int kMaxExtraBytes = 4;
-constexpr int kLastSlave = 247;
 
 struct KindRow
 {
@@ -18,9 +19,15 @@ struct KindRow
 };
 
 // In the order of Faults::Kind.
-constexpr KindRow kKinds[] = {{"silent", nullptr, 0},     {"drop", nullptr, 0},        {"corrupt", nullptr, 0},
-                              {"truncate", nullptr, 0},   {"extra", nullptr, 0},       {"delay", "MS", kMaxDelayMs},
-                              {"exception", "CODE", 255}, {"wrong-slave", nullptr, 0}, {"noise", nullptr, 0},
+constexpr KindRow kKinds[] = {{"silent", nullptr, 0},
+                              {"drop", nullptr, 0},
+                              {"corrupt", nullptr, 0},
+                              {"truncate", nullptr, 0},
+                              {"extra", nullptr, 0},
+                              {"delay", "MS", kMaxDelayMs},
+                              {"exception", "CODE", exceptioncode::kLast},
+                              {"wrong-slave", nullptr, 0},
+                              {"noise", nullptr, 0},
                               {"reset", nullptr, 0}};
 
 const KindRow* findKind(const QString& name)
@@ -46,7 +53,7 @@ bool parseArgument(const QString& what, const KindRow& row, int& argument)
 QByteArray fromOtherSlave(const QByteArray& reply, bool ascii)
 {
     QByteArray frame = ascii ? modbusframe::fromAscii(reply).chopped(1) : reply.chopped(2);
-    frame[0] = static_cast<char>(static_cast<quint8>(frame[0]) % kLastSlave + 1);
+    frame[0] = static_cast<char>(static_cast<quint8>(frame[0]) % slaverange::kLast + 1);
     return modbusframe::toWire(frame, ascii);
 }
 

@@ -1,6 +1,8 @@
 #include "SimulatedController.h"
 
 #include "ModbusError.h"
+#include "ModelCodes.h"
+#include "ProtocolNumbers.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -9,16 +11,19 @@
 
 namespace {
 
-constexpr int kCoilBase = 1;
-constexpr int kDiscreteBase = 10001;
-constexpr int kInputBase = 30001;
-constexpr int kHoldingBase = 40001;
-constexpr quint32 kModelAddress = 0xFBC0;
+constexpr int kMaxFloats = 60; // of one request
 
 QByteArray bigSingle(float value)
 {
     const auto bits = std::bit_cast<quint32>(value);
     return clsModbus::IntToByte(static_cast<qint16>(bits >> 16U)) + clsModbus::IntToByte(static_cast<qint16>(bits));
+}
+
+bool isSupported(int code)
+{
+    return (code >= functioncode::kReadCoils && code <= functioncode::kWriteRegister) ||
+           code == functioncode::kWriteRegisters || code == functioncode::kMemory ||
+           code == functioncode::kReadFloats || code == functioncode::kWriteFloats;
 }
 
 QByteArray reversed(QByteArray bytes)
@@ -66,21 +71,21 @@ void SimulatedController::layImage(const clsKXAdr& image)
                 m_values.memory[static_cast<quint32>(library.toLong(QStringLiteral("&h") + image.Adr(i), 0)) +
                                 static_cast<quint32>(k)] = 0;
             else if (image.Cmd(i) == u"GetAnalogInput")
-                m_values.inputs[reference - kInputBase + k] = value;
+                m_values.inputs[reference - reference::kInputRegister + k] = value;
             else if (image.Cmd(i) == u"GetAnalogSet")
-                m_values.holdings[reference - kHoldingBase + k] = value;
+                m_values.holdings[reference - reference::kHoldingRegister + k] = value;
             else if (image.Cmd(i) == u"GetDigitalInput")
-                m_values.discretes[reference - kDiscreteBase + k] = value != 0;
+                m_values.discretes[reference - reference::kDiscreteInput + k] = value != 0;
             else if (image.Cmd(i) == u"GetDigitalSet")
-                m_values.coils[reference - kCoilBase + k] = value != 0;
+                m_values.coils[reference - reference::kCoil + k] = value != 0;
         }
     }
     for (int i = 1; i <= image.WMsgMax(); ++i) {
         const int reference = library.toLong(image.WAdr(i), 0);
         if (image.WCmd(i) == u"SetAnalog")
-            m_values.holdings.try_emplace(reference - kHoldingBase, defaultOf(image.WTag(i)));
+            m_values.holdings.try_emplace(reference - reference::kHoldingRegister, defaultOf(image.WTag(i)));
         else if (image.WCmd(i) == u"SetDigital")
-            m_values.coils.try_emplace(reference - kCoilBase, defaultOf(image.WTag(i)) != 0);
+            m_values.coils.try_emplace(reference - reference::kCoil, defaultOf(image.WTag(i)) != 0);
     }
 }
 
@@ -103,7 +108,7 @@ void SimulatedController::layItem(const clsData& item, const QString& modelStrin
         store(address, bigSingle(library.toSingle(value, 0)));
         m_floatAddress[static_cast<int>(m_floatAddress.size())] = address;
     } else if (item.DataLen() >= 4) {
-        const QString text = address == kModelAddress ? modelString : value;
+        const QString text = address == modelcodes::kModelAddress ? modelString : value;
         store(address, library.context().machine.codePage.fromText(text).leftJustified(item.DataLen(), ' ', true));
     }
 }
@@ -116,9 +121,8 @@ void SimulatedController::store(quint32 address, const QByteArray& bytes)
 
 void SimulatedController::connectModbus()
 {
-    connect(&m_modbus, &clsModbus::FunctionCodeSupported, this, [this](int code, bool& supported) {
-        supported = !m_refusing && ((code >= 1 && code <= 6) || code == 16 || code == 66 || code == 70 || code == 71);
-    });
+    connect(&m_modbus, &clsModbus::FunctionCodeSupported, this,
+            [this](int code, bool& supported) { supported = !m_refusing && isSupported(code); });
     connect(&m_modbus, &clsModbus::ReadCoils, this, [this](int s, int n, bool& bad) { readBits(s, n, bad, true); });
     connect(&m_modbus, &clsModbus::ReadDiscreteInputs, this,
             [this](int s, int n, bool& bad) { readBits(s, n, bad, false); });
@@ -206,8 +210,8 @@ void SimulatedController::userDefined(int functionCode, const QByteArray& reques
 {
     constexpr qsizetype kShortest = 7;
     if (request.size() < kShortest)
-        m_modbus.ErrorResponse(functionCode, 3);
-    else if (functionCode == 66)
+        m_modbus.ErrorResponse(functionCode, exceptioncode::kIllegalDataValue);
+    else if (functionCode == functioncode::kMemory)
         directMemory(request);
     else
         floats(functionCode, request);
@@ -222,23 +226,23 @@ void SimulatedController::directMemory(const QByteArray& request)
         address = address << 8U | static_cast<quint8>(request[i]);
     const int count = request.size() > 7 ? static_cast<quint8>(request[7]) : 0;
     if (count < 1 || count > clsModbus::kValues || (isWrite && request.size() != 8 + count)) {
-        m_modbus.ErrorResponse(66, 3);
+        m_modbus.ErrorResponse(functioncode::kMemory, exceptioncode::kIllegalDataValue);
         return;
     }
     QByteArray bytes;
     for (int i = 0; i < count; ++i) {
         const auto found = m_values.memory.find(address + static_cast<quint32>(i));
         if (found == m_values.memory.end()) {
-            m_modbus.ErrorResponse(66, 2);
+            m_modbus.ErrorResponse(functioncode::kMemory, exceptioncode::kIllegalDataAddress);
             return;
         }
         bytes += static_cast<char>(found->second);
     }
     if (isWrite) {
         store(address, request.mid(8));
-        m_modbus.ResponsUserDefined(66, request.mid(2, 6));
+        m_modbus.ResponsUserDefined(functioncode::kMemory, request.mid(2, 6));
     } else {
-        m_modbus.ResponsUserDefined(66, QByteArray(1, '\0') + static_cast<char>(count) + bytes);
+        m_modbus.ResponsUserDefined(functioncode::kMemory, QByteArray(1, '\0') + static_cast<char>(count) + bytes);
     }
 }
 
@@ -247,16 +251,16 @@ void SimulatedController::floats(int functionCode, const QByteArray& request)
 {
     const int start = clsModbus::ByteToInt(request, 3);
     const int count = clsModbus::ByteToInt(request, 5);
-    const bool isWrite = functionCode == 71;
-    if (count < 1 || count > 60 || (isWrite && request.size() != 8 + 4 * count)) {
-        m_modbus.ErrorResponse(functionCode, 3);
+    const bool isWrite = functionCode == functioncode::kWriteFloats;
+    if (count < 1 || count > kMaxFloats || (isWrite && request.size() != 8 + 4 * count)) {
+        m_modbus.ErrorResponse(functionCode, exceptioncode::kIllegalDataValue);
         return;
     }
     QByteArray bytes;
     for (int i = 0; i < count; ++i) {
         const auto found = m_floatAddress.find(start + i);
         if (found == m_floatAddress.end()) {
-            m_modbus.ErrorResponse(functionCode, 2);
+            m_modbus.ErrorResponse(functionCode, exceptioncode::kIllegalDataAddress);
             return;
         }
         if (isWrite)
@@ -276,10 +280,12 @@ QByteArray SimulatedController::state() const
         text += "MEM " + QByteArray::number(address, 16).toUpper() + ' ' +
                 QByteArray(1, static_cast<char>(value)).toHex().toUpper() + '\n';
     for (const auto& [address, value] : m_values.inputs)
-        text += "IREG " + QByteArray::number(address + kInputBase) + ' ' + QByteArray::number(value) + '\n';
+        text +=
+            "IREG " + QByteArray::number(address + reference::kInputRegister) + ' ' + QByteArray::number(value) + '\n';
     for (const auto& [address, value] : m_values.holdings)
-        text += "REG " + QByteArray::number(address + kHoldingBase) + ' ' + QByteArray::number(value) + '\n';
+        text +=
+            "REG " + QByteArray::number(address + reference::kHoldingRegister) + ' ' + QByteArray::number(value) + '\n';
     for (const auto& [address, value] : m_values.coils)
-        text += "COIL " + QByteArray::number(address + kCoilBase) + ' ' + (value ? "1\n" : "0\n");
+        text += "COIL " + QByteArray::number(address + reference::kCoil) + ' ' + (value ? "1\n" : "0\n");
     return text;
 }

@@ -1,6 +1,7 @@
 #include "SimulatorLine.h"
 
 #include "DeviceSettings.h"
+#include "FrameLength.h"
 
 #include <QFile>
 
@@ -27,11 +28,6 @@ termios rawLine()
     raw.c_cflag |= CLOCAL | CREAD;
     cfsetspeed(&raw, B9600);
     return raw;
-}
-
-quint8 at(const QByteArray& bytes, qsizetype index)
-{
-    return static_cast<quint8>(bytes[index]);
 }
 
 } // namespace
@@ -141,21 +137,7 @@ int SimulatorLine::requestLength() const
 {
     if (m_controller.isAscii())
         return static_cast<int>(m_buffer.indexOf('\n') + 1);
-    if (m_buffer.size() < 8)
-        return 0;
-    switch (at(m_buffer, 1)) {
-    case 15:
-    case 16:
-        return 9 + at(m_buffer, 6);
-    case 66:
-        return 10 + (m_buffer[2] != 0 ? at(m_buffer, 7) : 0);
-    case 70:
-        return 9;
-    case 71:
-        return 10 + at(m_buffer, 7);
-    default:
-        return 8;
-    }
+    return static_cast<int>(framelength::ofRtuRequest(m_buffer));
 }
 
 void SimulatorLine::handle(const QByteArray& request)

@@ -5,6 +5,7 @@
 #include "ProgramContext.h"
 #include "SimulatedController.h"
 #include "SimulatorLine.h"
+#include "SlaveRange.h"
 #include "Terminal.h"
 #include "TerminationSignals.h"
 #include "VisibleText.h"
@@ -88,7 +89,7 @@ Options parse(const QCoreApplication& application)
     options.device = parser.value(QStringLiteral("device"));
     options.state = parser.value(QStringLiteral("state"));
     options.trace = parser.isSet(QStringLiteral("trace"));
-    options.slave = number("slave", 1, 247);
+    options.slave = number("slave", slaverange::kFirst, slaverange::kLast);
     options.speed = number("speed", 50, 4000000);
     options.chara = parser.value(QStringLiteral("chara"));
     options.pace = number("pace", 0, 4000000);

@@ -1,7 +1,8 @@
 #include "ReadTransfer.h"
 
-#include "FunctionCodes.h"
 #include "ModbusError.h"
+#include "ModelCodes.h"
+#include "ProtocolNumbers.h"
 #include "ReadCommands.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
@@ -12,8 +13,6 @@ namespace {
 
 const char* const kProgressTitle = "Sending...";
 const char* const kProgressText = "It is forwarding it. Please wait for a while.";
-const QString kModelAddress = QStringLiteral("FBC0");
-constexpr int kModelStringBytes = 14;
 
 QString entryName(const clsKXAdr& image, int i)
 {
@@ -165,9 +164,9 @@ RequestChannel::Result ReadTransfer::storeReply(clsKXAdr& image)
         return Result::Success;
     }
     image.setData(modbus.DigitalVals());
-    if (image.StartAddress() != kModelAddress)
+    if (image.StartAddress() != modelcodes::memoryText(modelcodes::kModelAddress))
         return Result::Success;
-    m_report.answeredModel = image.getString(kModelAddress, kModelStringBytes, QString());
+    m_report.answeredModel = image.getString(image.StartAddress(), modelcodes::kModelStringLength, QString());
     m_parts.shell.setConnectedModel(m_report.answeredModel);
     const bool isOther = m_parts.shell.modelPanel() != m_report.answeredModel && !m_parts.settings.m_bComm;
     return isOther ? Result::WrongModel : Result::Success;

@@ -1,6 +1,7 @@
 #include "RequestChannel.h"
 
-#include "FunctionCodes.h"
+#include "ModbusFrame.h"
+#include "ProtocolNumbers.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
 #include "uclComm.h"
@@ -9,7 +10,6 @@
 
 namespace {
 
-constexpr int kMaxException = 255;
 constexpr qint64 kMsPerSecond = 1000;
 
 // Without the spare element that the link puts behind the bytes received.
@@ -228,9 +228,7 @@ bool RequestChannel::announcesItsBytes(const QByteArray& frame) const
 // picked up behind it does not count.
 qsizetype RequestChannel::expectedFrameBytes() const
 {
-    constexpr int kAsciiMarks = 3; // colon, carriage return, line feed
-    const bool ascii = m_clsModbus.TransmissionMode() == 1;
-    return ascii ? (m_clsModbus.RecvSize() - kAsciiMarks) / 2 : m_clsModbus.RecvSize();
+    return modbusframe::checkedBytes(m_clsModbus.RecvSize(), m_clsModbus.TransmissionMode() == 1);
 }
 
 void RequestChannel::onError(const QByteArray& sent, const QByteArray& received, const QString& text)
@@ -243,7 +241,7 @@ void RequestChannel::onError(const QByteArray& sent, const QByteArray& received,
     const auto count = static_cast<qint32>(bytes.size());
     m_clsModbus.SetRecvMessage(bytes, count);
     const int code = m_clsModbus.ErrorCode();
-    m_answered = code >= 1 && code <= kMaxException;
+    m_answered = exceptioncode::contains(code);
     m_reason = m_answered ? tran("the controller refused (exception %1)").arg(code) : m_parts.library.tranStr(text);
     finish(Result::Failed);
 }

@@ -1,11 +1,11 @@
 #include "WriteTransfer.h"
 
-#include "FunctionCodes.h"
 #include "HeldValue.h"
 #include "ItemLimits.h"
 #include "ItemStore.h"
 #include "ModbusError.h"
 #include "Numbers.h"
+#include "ProtocolNumbers.h"
 #include "WrittenItems.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
