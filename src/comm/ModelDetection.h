@@ -1,7 +1,6 @@
 #pragma once
 
-#include "EventWait.h"
-#include "clsModbus.h"
+#include "RequestChannel.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -45,7 +44,7 @@ public:
     Detection detect(int lSlaveNo, int mode, const QStringList& codes);
     // One question. sAdr: "&hFBC0". False when no sound answer came.
     bool getModelFromKX(int lSlaveNo, const QString& sAdr);
-    void setTransmissionMode(int mode) { m_clsModbus.setTransmissionMode(mode); }
+    void setTransmissionMode(int mode) { m_mode = mode; }
     void stop();
     bool isBusy() const { return m_busy; }
 
@@ -60,26 +59,15 @@ Q_SIGNALS:
 
 private:
     bool buildRequest(int lSlaveNo, const QString& sAdr);
-    void waitForAnswer();
-    void onSuccess(const QByteArray& sent, const QByteArray& received);
-    void onError(const QByteArray& sent, const QByteArray& received, const QString& text);
-    bool accept(const QByteArray& received);
-    void fail(const QString& reason);
-    void endWait();
+    QString answeredModel();
     QString overridden(const QString& answered) const;
-    void trace(const QString& tag, const QByteArray& bytes);
 
-    uclComm& m_link;
     const clsLibrary& m_library;
     const QString m_commandLine;
+    RequestChannel m_channel;
     clsLog* m_errorLog = nullptr;
-    clsLog* m_traceLog = nullptr;
-    clsModbus m_clsModbus;
-    platform::EventWait m_wait;
+    int m_mode = 0;
     QString m_modelString;
     QString m_failure;
     bool m_busy = false;
-    bool m_waiting = false;
-    bool m_failed = false;
-    bool m_stopped = false;
 };

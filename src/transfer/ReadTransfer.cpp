@@ -33,7 +33,7 @@ void ReadTransfer::run(const std::vector<clsBlock*>* colRefData, Purpose purpose
     m_parts.shell.setState(MainState::NoConnection);
     if (!confirmed())
         return;
-    m_parts.channel.begin();
+    m_parts.channel.begin(m_parts.shell.slaveAddress(), m_parts.shell.transmissionMode());
     m_bCancel = false;
     m_lResult = Result::Success;
     m_parts.progress.open(m_parts.kx.ColAdr().count(), QString::fromLatin1(kProgressTitle),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RequestChannel.h"
+#include "TransferPorts.h"
 #include "TransferReports.h"
 #include "clsKX.h"
 

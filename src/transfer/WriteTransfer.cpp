@@ -259,7 +259,7 @@ bool WriteTransfer::isModelRight()
 bool WriteTransfer::sendData(const Images& colWrite, bool bSingle)
 {
     noteSentValues(colWrite);
-    m_parts.channel.begin();
+    m_parts.channel.begin(m_parts.shell.slaveAddress(), m_parts.shell.transmissionMode());
     m_parts.progress.open(2 * static_cast<int>(colWrite.size()), QString::fromLatin1(kProgressTitle),
                           QString::fromLatin1(kProgressText), true, true);
     int position = 0;

@@ -79,6 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Conversation{"Refused", "", Conversing::kE, kKX620, R::NoAnswer, -1, "Nothing", 1},
                       Conversation{"DamagedKeepsTheOldString", kOld, Conversing::kD, kKX620, R::NoAnswer, -1, kOld, 1},
                       Conversation{"DamagedThenSound", "", Conversing::kD, kKX620, R::Found, 2, kKX620, 2},
+                      Conversation{"ReplyOfAnotherLength", kOld, "KX62000000-10AXX", kKX620, R::NoAnswer, -1, kOld, 1},
                       Conversation{"ReplyOfAnotherFunction", kOld, Conversing::kF, kKX620, R::NoAnswer, -1, kOld, 1}),
     [](const auto& row) { return std::string(row.param.name); });
 

@@ -20,30 +20,31 @@ QByteArray receivedPart(const QByteArray& linkBuffer)
 
 } // namespace
 
-RequestChannel::RequestChannel(const Parts& parts, QObject* parent)
-    : QObject(parent), m_parts(parts), m_pause(parts.library.context().machine.clock.makeTimer())
+RequestChannel::RequestChannel(uclComm& link, const clsLibrary& library, clsLog* traceLog, QObject* parent)
+    : QObject(parent), m_link(link), m_library(library), m_traceLog(traceLog),
+      m_pause(library.context().machine.clock.makeTimer())
 {
-    connect(&m_parts.link, &uclComm::RecieveSuccess, this, &RequestChannel::onSuccess);
-    connect(&m_parts.link, &uclComm::RecieveError, this, &RequestChannel::onError);
+    connect(&m_link, &uclComm::RecieveSuccess, this, &RequestChannel::onSuccess);
+    connect(&m_link, &uclComm::RecieveError, this, &RequestChannel::onError);
     connect(m_pause.get(), &platform::Timer::timeout, this, [this] { m_waiting.finish(); });
 }
 
 RequestChannel::~RequestChannel() = default;
 
-void RequestChannel::begin()
+void RequestChannel::setSlave(int slave, int mode)
+{
+    m_clsModbus.setSlaveAddress(slave);
+    m_clsModbus.setTransmissionMode(mode);
+}
+
+void RequestChannel::begin(int slave, int mode)
 {
     m_requests = 0;
     m_wireBytes = 0;
     m_reason.clear();
     m_lastRequest.clear();
     m_traceTag.clear();
-    useShellSettings();
-}
-
-void RequestChannel::useShellSettings()
-{
-    m_clsModbus.setSlaveAddress(m_parts.shell.slaveAddress());
-    m_clsModbus.setTransmissionMode(m_parts.shell.transmissionMode());
+    setSlave(slave, mode);
 }
 
 void RequestChannel::traceNow()
@@ -55,14 +56,15 @@ void RequestChannel::traceNow()
 
 void RequestChannel::trace(const QString& tag, const QByteArray& bytes)
 {
-    m_parts.traceLog.LogWrite(tag + m_parts.library.HexString(bytes));
+    if (m_traceLog != nullptr)
+        m_traceLog->LogWrite(tag + m_library.HexString(bytes));
 }
 
 RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::function<Result()>& accepted)
 {
     m_functionCode = functionCode;
     m_accepted = accepted;
-    LateReply reply{functionCode, m_clsModbus.RecvSize(), 0, 0};
+    LateReply reply{m_clsModbus.SlaveAddress(), functionCode, m_clsModbus.RecvSize(), 0, 0};
     // The late reply to the same request tells the same.
     const bool isRepetition = m_clsModbus.GetSendMessage() == m_lastRequest;
     if ((!isRepetition && !letPass(reply)) || m_abort) {
@@ -86,22 +88,23 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
 // An answer to a repetition may be that to the first sending: then the others are as slow.
 qint64 RequestChannel::latenessMs(Result result) const
 {
-    const qint64 usual = (m_parts.link.timeOut() + 1 + kLatestSeconds) * kMsPerSecond;
+    const qint64 usual = (m_link.timeOut() + 1 + kLatestSeconds) * kMsPerSecond;
     return result == Result::Success ? std::max(usual, nowMs() - m_firstSentMs + kMsPerSecond) : usual;
 }
 
 RequestChannel::Result RequestChannel::sendAndWait()
 {
     m_bWait = true;
+    m_hasReply = false;
     m_answered = false;
     m_lResult = Result::Success;
     m_waiting.arm();
-    const QString refusal = m_parts.link.sendMsg(m_clsModbus.GetSendMessage(), m_clsModbus.RecvSize());
+    const QString refusal = m_link.sendMsg(m_clsModbus.GetSendMessage(), m_clsModbus.RecvSize());
     if (refusal.isEmpty() || !m_abort) // the trace tells of no frame that the end of the program kept back
         traceNow();
     if (!refusal.isEmpty()) {
         m_bWait = false;
-        m_reason = m_parts.link.errorText().isEmpty() ? refusal : m_parts.link.errorText();
+        m_reason = m_link.errorText().isEmpty() ? refusal : m_link.errorText();
         return Result::Refused;
     }
     ++m_requests;
@@ -165,7 +168,7 @@ void RequestChannel::pause(int milliseconds)
 void RequestChannel::abort()
 {
     m_abort = true;
-    m_parts.link.cancelSend();
+    m_link.cancelSend();
     m_waiting.finish();
 }
 
@@ -174,9 +177,9 @@ void RequestChannel::onSuccess(const QByteArray& sent, const QByteArray& receive
     Q_UNUSED(sent);
     if (!m_bWait)
         return;
+    m_hasReply = true;
     m_answered = true;
     const QByteArray bytes = receivedPart(received);
-    useShellSettings();
     trace(QStringLiteral("(Scces)R:"), bytes);
     if (isSound(bytes)) {
         finish(m_accepted ? m_accepted() : Result::Success);
@@ -242,7 +245,7 @@ void RequestChannel::onError(const QByteArray& sent, const QByteArray& received,
     m_clsModbus.SetRecvMessage(bytes, count);
     const int code = m_clsModbus.ErrorCode();
     m_answered = exceptioncode::contains(code);
-    m_reason = m_answered ? tran("the controller refused (exception %1)").arg(code) : m_parts.library.tranStr(text);
+    m_reason = m_answered ? tran("the controller refused (exception %1)").arg(code) : m_library.tranStr(text);
     finish(Result::Failed);
 }
 
@@ -255,10 +258,10 @@ void RequestChannel::finish(Result result)
 
 qint64 RequestChannel::nowMs() const
 {
-    return m_parts.library.context().machine.clock.elapsedMs();
+    return m_library.context().machine.clock.elapsedMs();
 }
 
 QString RequestChannel::tran(const char* english) const
 {
-    return m_parts.library.tranStr(QString::fromLatin1(english));
+    return m_library.tranStr(QString::fromLatin1(english));
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "EventWait.h"
-#include "TransferPorts.h"
 #include "clsModbus.h"
 
 #include <QByteArray>
@@ -28,7 +27,7 @@ class Timer;
 // the same function and length: such a request waits until no late reply can be on its way any more.
 //
 // Order of calls: begin at the start of a transfer; then for each request a request operation of modbus(), traceRequest
-// and exchange. All parts are kept by reference and must outlive the channel.
+// and exchange. The link, the library and the log are kept by reference and must outlive the channel.
 class RequestChannel : public QObject
 {
     Q_OBJECT
@@ -40,19 +39,15 @@ public:
     // How a request ended.
     enum class Result { WrongModel = -2, Refused = -1, Success = 0, Failed = 1 };
 
-    struct Parts
-    {
-        uclComm& link;
-        clsLog& traceLog;
-        const clsLibrary& library;
-        const TransferShell& shell; // names slave address and transmission mode
-    };
-
-    explicit RequestChannel(const Parts& parts, QObject* parent = nullptr);
+    // traceLog may be null.
+    RequestChannel(uclComm& link, const clsLibrary& library, clsLog* traceLog, QObject* parent = nullptr);
     ~RequestChannel() override;
 
     clsModbus& modbus() { return m_clsModbus; }
-    void begin();
+    void setTraceLog(clsLog* traceLog) { m_traceLog = traceLog; }
+    // mode: 0 RTU, 1 ASCII. Throws ModbusError for an address outside 1 to 247.
+    void setSlave(int slave, int mode);
+    void begin(int slave, int mode); // counts and reasons begin anew
     // The next exchange leaves a line of its request under this tag, when it sends it.
     void traceRequest(const QString& tag) { m_traceTag = tag; }
     void traceNow(); // that line at once; also for a request that is built and not sent
@@ -67,11 +62,13 @@ public:
     // Ends a wait for late replies: the request that waits for them is not sent and fails.
     void cancelWait();
 
-    // Ends a wait at once, for a program that is closing: nothing is sent any more, whatever is begun yet.
+    // Ends a wait at once. Nothing is sent any more, whatever is begun yet, until a new work is allowed to.
     void abort();
     bool isAborted() const { return m_abort; }
+    void allow() { m_abort = false; }
 
     QString reason() const { return m_reason; }      // why the last request did not succeed, in the user's language
+    bool hasReply() const { return m_hasReply; }     // as many bytes as were announced came for it, sound or not
     int requests() const { return m_requests; }      // sent since begin
     qint64 wireBytes() const { return m_wireBytes; } // sent, and announced for replies, since begin
 
@@ -79,15 +76,18 @@ private:
     // A reply that may still come.
     struct LateReply
     {
+        int slave = 0;
         quint8 functionCode = 0;
         int size = 0;
         qint64 sentMs = 0;     // its request
         qint64 latenessMs = 0; // after that
-        bool isLike(const LateReply& other) const { return functionCode == other.functionCode && size == other.size; }
+        bool isLike(const LateReply& other) const
+        {
+            return slave == other.slave && functionCode == other.functionCode && size == other.size;
+        }
         qint64 restMs(qint64 nowMs) const { return std::max<qint64>(latenessMs - (nowMs - sentMs), 0); }
     };
 
-    void useShellSettings();
     Result sendAndWait();
     bool mayComeLate(const LateReply& reply) const;
     bool letPass(const LateReply& reply); // false when the wait was ended early
@@ -102,12 +102,15 @@ private:
     void finish(Result result);
     QString tran(const char* english) const;
 
-    Parts m_parts;
+    uclComm& m_link;
+    const clsLibrary& m_library;
+    clsLog* m_traceLog;
     clsModbus m_clsModbus;
     platform::EventWait m_waiting;
     std::unique_ptr<platform::Timer> m_pause;
     std::function<Result()> m_accepted;
     bool m_bWait = false;
+    bool m_hasReply = false;
     bool m_answered = false; // as much as was announced has come, or an exception, sound or not
     bool m_abort = false;
     bool m_isLettingPass = false;
