@@ -23,10 +23,9 @@ namespace paced {
 constexpr double kBitsPerByte = 10;
 inline const QString kModelString = QStringLiteral("KX41000000-10A");
 
-class Shell : public MessagePresenter, public ProgressView, public TransferShell
+class Shell : public MessagePresenter, public ProgressView
 {
 public:
-    explicit Shell(int mode) : m_mode(mode) {}
     int present(const Message& message) override
     {
         std::fprintf(stderr, "%s\n", qPrintable(message.prompt));
@@ -36,17 +35,6 @@ public:
     void setPosition(int) override {}
     void setText(const QString&) override {}
     void close() override {}
-    MainState state() const override { return m_state; }
-    void setState(MainState state) override { m_state = state; }
-    int slaveAddress() const override { return 1; }
-    int transmissionMode() const override { return m_mode; }
-    QString modelPanel() const override { return kModelString; }
-    void setConnectedModel(const QString&) override {}
-    void showCommSetting() override {}
-
-private:
-    int m_mode;
-    MainState m_state = MainState::Confirmed;
 };
 
 inline platform::Folders scratchFolders(const QString& root)
@@ -99,16 +87,19 @@ public:
     Connection(int mode, int pace)
         : m_controller(m_controllerDir.path(), mode, pace),
           program(platform::PathMap(), scratchFolders(m_dir.path()), QProcessEnvironment(), m_colors),
-          kx(program.library()), link(program.ports(), program.clock()), m_shell(mode)
+          kx(program.library()), link(program.ports(), program.clock()), m_state(program.settings())
     {
         m_controller.start();
         program.ports().assign(1, m_controller.device());
         ModelCatalogue(program.library()).ensureBuiltIn();
+        m_state.setModel(1, kModelString);
+        m_state.setLine(1, mode);
+        m_state.setState(MainState::Confirmed);
         kx.setSpread(&m_grid);
         kx.load(1, &program.library(), kModelString);
         link.init(1, &program.library());
         engine = std::make_unique<TransferEngine>(
-            TransferEngine::Parts{kx, link, program.settings(), program.traceLog(), m_shell, m_shell, m_shell});
+            TransferEngine::Parts{kx, link, program.settings(), program.traceLog(), m_shell, m_shell, m_state});
     }
     ~Connection()
     {
@@ -133,6 +124,7 @@ public:
 
 private:
     Shell m_shell;
+    ControllerState m_state;
 };
 
 } // namespace paced

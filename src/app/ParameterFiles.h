@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ControllerState.h"
 #include "FileQuestion.h"
 #include "RecentFiles.h"
-#include "TransferPorts.h"
 
 #include <QObject>
 #include <QString>

@@ -13,7 +13,7 @@ CommandResult failed(ExitStatus status, const QString& line)
 
 ControllerSession::ControllerSession(ProgramContext& program, const CommandLine& line, ProgressView& progress)
     : m_program(program), m_progress(progress), m_withoutBackup(line.withoutBackup), m_controlLink(program, line),
-      m_model(program)
+      m_model(program), m_controller(program.settings())
 {
     m_program.context().messages = &m_messages;
 }
@@ -33,10 +33,11 @@ CommandResult ControllerSession::open()
     const CommandResult opened = m_controlLink.open();
     if (!opened.ok())
         return opened;
-    m_shell = std::make_unique<ControlShell>(m_model.modelString(), m_controlLink.slaveAddress(),
-                                             m_controlLink.transmissionMode());
+    m_controller.setModel(kx().entry().number, m_model.modelString());
+    m_controller.setLine(m_controlLink.slaveAddress(), m_controlLink.transmissionMode());
+    m_controller.setState(MainState::Confirmed);
     m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
-        kx(), m_controlLink.link(), m_program.settings(), m_program.traceLog(), m_messages, m_progress, *m_shell});
+        kx(), m_controlLink.link(), m_program.settings(), m_program.traceLog(), m_messages, m_progress, m_controller});
     m_engine->setBackup(m_withoutBackup ? TransferEngine::Backup::None : TransferEngine::Backup::Required);
     connect(m_engine.get(), &TransferEngine::attemptFailed, this, &ControllerSession::onAttemptFailed);
     return {};

@@ -2,7 +2,6 @@
 
 #include "CommandResult.h"
 #include "ControlLink.h"
-#include "ControlShell.h"
 #include "HeadlessMessages.h"
 #include "LoadedModel.h"
 #include "TransferEngine.h"
@@ -55,7 +54,7 @@ private:
     ControlLink m_controlLink;
     LoadedModel m_model;
     HeadlessMessages m_messages;
-    std::unique_ptr<ControlShell> m_shell;
+    ControllerState m_controller;
     std::unique_ptr<TransferEngine> m_engine;
     bool m_interrupted = false;
     bool m_wrote = false;  // something was sent that may have changed the controller

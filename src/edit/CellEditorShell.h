@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TransferPorts.h"
+#include "ControllerState.h"
 
 #include <QString>
 

@@ -30,10 +30,10 @@ void ReadTransfer::run(const std::vector<clsBlock*>* colRefData, Purpose purpose
     m_report = {};
     m_answered = 0;
     m_purpose = purpose;
-    m_parts.shell.setState(MainState::NoConnection);
+    m_parts.controller.setState(MainState::NoConnection);
     if (!confirmed())
         return;
-    m_parts.channel.begin(m_parts.shell.slaveAddress(), m_parts.shell.transmissionMode());
+    m_parts.channel.begin(m_parts.controller.slaveAddress(), m_parts.controller.transmissionMode());
     m_bCancel = false;
     m_lResult = Result::Success;
     m_parts.progress.open(m_parts.kx.ColAdr().count(), QString::fromLatin1(kProgressTitle),
@@ -167,8 +167,7 @@ RequestChannel::Result ReadTransfer::storeReply(clsKXAdr& image)
     if (image.StartAddress() != modelcodes::memoryText(modelcodes::kModelAddress))
         return Result::Success;
     m_report.answeredModel = image.getString(image.StartAddress(), modelcodes::kModelStringLength, QString());
-    m_parts.shell.setConnectedModel(m_report.answeredModel);
-    const bool isOther = m_parts.shell.modelPanel() != m_report.answeredModel && !m_parts.settings.m_bComm;
+    const bool isOther = m_parts.controller.model() != m_report.answeredModel && !m_parts.settings.m_bComm;
     return isOther ? Result::WrongModel : Result::Success;
 }
 
@@ -180,7 +179,7 @@ void ReadTransfer::finishNormally(const std::vector<clsBlock*>* colRefData)
         m_parts.kx.refreshSpread(true, colRefData);
     m_parts.progress.close();
     m_report.outcome = ReadOutcome::Complete;
-    m_parts.shell.setState(MainState::UpToDate);
+    m_parts.controller.setState(MainState::UpToDate);
     if (!m_report.givenUp.isEmpty())
         m_parts.questions.showMessage(
             tran("These blocks were not read: %1").arg(unreadBlocks().join(QStringLiteral(", "))),
@@ -191,7 +190,7 @@ void ReadTransfer::finishNormally(const std::vector<clsBlock*>* colRefData)
 void ReadTransfer::finishUnanswered()
 {
     m_report.outcome = ReadOutcome::NoResponse;
-    m_parts.shell.setState(MainState::Confirmed);
+    m_parts.controller.setState(MainState::Confirmed);
     m_parts.progress.close();
     m_parts.questions.showMessage(tran("There was no response."), MessageStyle::kExclamation);
 }
@@ -220,7 +219,7 @@ QStringList ReadTransfer::unreadBlocks() const
 
 void ReadTransfer::finishStopped()
 {
-    m_parts.shell.setState(MainState::Confirmed);
+    m_parts.controller.setState(MainState::Confirmed);
     m_parts.progress.close();
     if (m_parts.channel.isAborted()) {
         m_report.outcome = ReadOutcome::Aborted;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "ControllerState.h"
+#include "MessagePresenter.h"
+#include "ProgressView.h"
 #include "RequestChannel.h"
-#include "TransferPorts.h"
 #include "TransferReports.h"
 #include "clsKX.h"
 
@@ -22,7 +24,7 @@ public:
         clsCfg& settings;
         MessagePresenter& questions;
         ProgressView& progress;
-        TransferShell& shell;
+        ControllerState& controller;
         RequestChannel& channel;
     };
     using AttemptFailed = std::function<void(const QString& entry, int attempt, int maximum, const QString& reason)>;

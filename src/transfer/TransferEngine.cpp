@@ -8,11 +8,11 @@
 
 TransferEngine::TransferEngine(const Parts& parts, QObject* parent)
     : QObject(parent), m_parts(parts), m_channel(parts.link, parts.kx.library(), &parts.traceLog),
-      m_read({parts.kx, parts.settings, parts.questions, parts.progress, parts.shell, m_channel},
+      m_read({parts.kx, parts.settings, parts.questions, parts.progress, parts.controller, m_channel},
              [this](const QString& entry, int attempt, int maximum, const QString& reason) {
                  Q_EMIT attemptFailed(entry, attempt, maximum, reason);
              }),
-      m_write({parts.kx, parts.settings, parts.questions, parts.progress, parts.shell, m_channel})
+      m_write({parts.kx, parts.settings, parts.questions, parts.progress, parts.controller, m_channel})
 {}
 
 // What is going on, for as long as it lives.
@@ -166,7 +166,7 @@ void TransferEngine::readBackAfterWrite()
     if (isUnanswered && !lastWrite().unsent.isEmpty()) {
         for (int i = 0; i < m_parts.kx.ColAdr().count(); ++i)
             m_parts.kx.ColAdr().at(i) = before[static_cast<size_t>(i)];
-        m_parts.shell.setState(MainState::UpToDate);
+        m_parts.controller.setState(MainState::UpToDate);
     }
     Q_EMIT readEnded();
 }
@@ -174,7 +174,7 @@ void TransferEngine::readBackAfterWrite()
 void TransferEngine::showSettingsWhereNeeded(bool isWrongModel)
 {
     if (isWrongModel)
-        m_parts.shell.showCommSetting();
+        Q_EMIT settingsWanted();
 }
 
 void TransferEngine::ProgCancel(int Index)

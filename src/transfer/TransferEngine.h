@@ -1,8 +1,10 @@
 #pragma once
 
+#include "ControllerState.h"
+#include "MessagePresenter.h"
+#include "ProgressView.h"
 #include "ReadTransfer.h"
 #include "RequestChannel.h"
-#include "TransferPorts.h"
 #include "TransferReports.h"
 #include "WriteTransfer.h"
 #include "clsKX.h"
@@ -32,7 +34,7 @@ public:
         clsLog& traceLog;
         MessagePresenter& questions;
         ProgressView& progress;
-        TransferShell& shell;
+        ControllerState& controller;
     };
 
     explicit TransferEngine(const Parts& parts, QObject* parent = nullptr);
@@ -73,6 +75,8 @@ Q_SIGNALS:
     void readEnded();
     // A write and the read-back that belongs to it have ended.
     void written();
+    // The controller is another model than the one chosen. Emitted last, when nothing is under way any more.
+    void settingsWanted();
 
 private:
     class Work;

@@ -61,7 +61,7 @@ void WriteTransfer::resetImages()
 
 bool WriteTransfer::isReady()
 {
-    if (m_parts.shell.state() == MainState::UpToDate)
+    if (m_parts.controller.state() == MainState::UpToDate)
         return true;
     m_report.outcome = WriteOutcome::NotRead;
     m_parts.questions.showMessage(tran("Please acquire the up-to-date data from the equipment."),
@@ -247,7 +247,7 @@ bool WriteTransfer::finish(bool sent)
 bool WriteTransfer::isModelRight()
 {
     const clsData* code = m_parts.kx.getDataByTag(kModelCode);
-    const bool isRight = code == nullptr || (code->isKnown() && code->VData() == m_parts.shell.modelPanel());
+    const bool isRight = code == nullptr || (code->isKnown() && code->VData() == m_parts.controller.model());
     if (m_parts.settings.m_bComm || isRight)
         return true;
     m_report.outcome = WriteOutcome::WrongModel;
@@ -259,7 +259,7 @@ bool WriteTransfer::isModelRight()
 bool WriteTransfer::sendData(const Images& colWrite, bool bSingle)
 {
     noteSentValues(colWrite);
-    m_parts.channel.begin(m_parts.shell.slaveAddress(), m_parts.shell.transmissionMode());
+    m_parts.channel.begin(m_parts.controller.slaveAddress(), m_parts.controller.transmissionMode());
     m_parts.progress.open(2 * static_cast<int>(colWrite.size()), QString::fromLatin1(kProgressTitle),
                           QString::fromLatin1(kProgressText), true, true);
     int position = 0;

@@ -62,13 +62,16 @@ bool isSameNumber(const QString& left, const QString& right)
 } // namespace
 
 Soak::Soak(int mode, unsigned seed, SoakResult& result)
-    : m_result(result), m_random(seed), m_shell(mode), m_kx(m_program.library),
+    : m_result(result), m_random(seed), m_state(m_program.settings), m_kx(m_program.library),
       m_controller(m_far.library, 1, RealModel::kModelString, 1, mode),
       m_line(m_controller, Faults(), 0, m_program.box.clock), m_link(m_ports, m_program.box.clock),
-      m_engine({m_kx, m_link, m_program.settings, m_trace, m_shell, m_shell, m_shell}), m_idle(m_program.box.clock),
+      m_engine({m_kx, m_link, m_program.settings, m_trace, m_shell, m_shell, m_state}), m_idle(m_program.box.clock),
       m_start(m_program.box.clock.now()), m_witness(m_far.library)
 {
     m_program.box.context.messages = &m_shell;
+    m_state.setModel(1, RealModel::kModelString);
+    m_state.setLine(1, mode);
+    m_state.setState(MainState::Confirmed);
     m_trace.setLogPath(m_program.box.machine.folders.program());
     m_trace.setLogFileName(QStringLiteral("Trc.log"));
     m_kx.setSpread(&m_grid);
@@ -192,7 +195,7 @@ void Soak::read()
 
 void Soak::write()
 {
-    if (m_shell.state() != MainState::UpToDate)
+    if (m_state.state() != MainState::UpToDate)
         read();
     changeSome();
     m_past.assign(1, held());

@@ -17,10 +17,9 @@
 #include <vector>
 
 // The program around the transfers: answers yes, and keeps what it was told.
-class SoakShell : public MessagePresenter, public ProgressView, public TransferShell
+class SoakShell : public MessagePresenter, public ProgressView
 {
 public:
-    explicit SoakShell(int mode) : m_mode(mode) {}
     int present(const Message& message) override
     {
         messages << message.prompt;
@@ -30,19 +29,8 @@ public:
     void setPosition(int) override {}
     void setText(const QString&) override {}
     void close() override {}
-    MainState state() const override { return m_state; }
-    void setState(MainState state) override { m_state = state; }
-    int slaveAddress() const override { return 1; }
-    int transmissionMode() const override { return m_mode; }
-    QString modelPanel() const override { return RealModel::kModelString; }
-    void setConnectedModel(const QString&) override {}
-    void showCommSetting() override {}
 
     QStringList messages;
-
-private:
-    int m_mode;
-    MainState m_state = MainState::Confirmed;
 };
 
 // What became of the cycles.
@@ -100,6 +88,7 @@ private:
     RealModel m_program;
     RealModel m_far; // the controller's own, and the witness's
     SoakShell m_shell;
+    ControllerState m_state;
     platform::GridModel m_grid;
     platform::vaSpread m_view;
     clsLog m_trace{m_program.box.machine};

@@ -11,17 +11,23 @@
 class MatrixWindow : public RecordingWindow, public ComSetOwner
 {
 public:
-    void showCommSetting() override { messages << QStringLiteral("#settings"); }
-    int slaveAddress() const override { return RecordingWindow::slaveAddress(); }
-    int transmissionMode() const override { return mode; }
+    explicit MatrixWindow(ControllerState& controller) : m_state(controller) {}
+    int slaveAddress() const override { return m_state.slaveAddress(); }
+    int transmissionMode() const override { return m_state.transmissionMode(); }
     uclComm& mainLink() override { return *link; }
-    int modelNumber() const override { return 1; }
-    QString currentModel() const override { return model; }
-    void setConfirmed(bool confirmed) override { current = confirmed ? MainState::Confirmed : MainState::NoConnection; }
+    int modelNumber() const override { return m_state.modelNumber(); }
+    QString currentModel() const override { return m_state.model(); }
+    void setConfirmed(bool confirmed) override
+    {
+        m_state.setState(confirmed ? MainState::Confirmed : MainState::NoConnection);
+    }
     void takeOver(int, int, int, const QString&) override {}
     void startRead() override {}
 
     uclComm* link = nullptr;
+
+private:
+    ControllerState& m_state;
 };
 
 // A simulated controller on a pseudo-terminal with the program's link, engine and detection at the other end, in one
@@ -32,12 +38,12 @@ class FaultMatrixFixture : public TransferFixture
 protected:
     void start(int mode)
     {
-        window.mode = mode;
+        state.setLine(1, mode);
         box.context.messages = &window;
         idle.emplace(box.clock);
         writeDefinition();
-        kx.load(1, &library, window.model);
-        controller = std::make_unique<SimulatedController>(library, 1, window.model, 1, mode);
+        kx.load(1, &library, state.model());
+        controller = std::make_unique<SimulatedController>(library, 1, state.model(), 1, mode);
         atStart = values();
         line = std::make_unique<SimulatorLine>(*controller, Faults(), 0, box.clock);
         QObject::connect(line.get(), &SimulatorLine::traced, line.get(), [this] { touchClock(); });
@@ -47,7 +53,9 @@ protected:
         window.link = link.get();
         link->init(1, &library);
         engine =
-            std::make_unique<TransferEngine>(TransferEngine::Parts{kx, *link, settings, trace, window, window, window});
+            std::make_unique<TransferEngine>(TransferEngine::Parts{kx, *link, settings, trace, window, window, state});
+        QObject::connect(engine.get(), &TransferEngine::settingsWanted, engine.get(),
+                         [this] { window.messages << QStringLiteral("#settings"); });
     }
 
     // Values at the controller that are not those of the definition.
@@ -55,7 +63,7 @@ protected:
     {
         clsModbus master;
         master.setSlaveAddress(1);
-        master.setTransmissionMode(window.mode);
+        master.setTransmissionMode(state.transmissionMode());
         master.setDigitalVals({1, QByteArray::fromHex("0315000041200000")});
         master.WriteDirectMemory(0x8000, 8);
         controller->answer(master.GetSendMessage());
@@ -144,7 +152,7 @@ protected:
 
     static constexpr unsigned kSeed = 1;
 
-    MatrixWindow window;
+    MatrixWindow window{state};
     std::unique_ptr<SimulatedController> controller;
     std::unique_ptr<SimulatorLine> line;
     std::unique_ptr<uclComm> link;

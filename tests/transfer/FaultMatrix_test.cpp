@@ -133,7 +133,7 @@ TEST_P(FaultMatrix, EndsAsTheTableSays)
     setFault(cell.fault == u"none" ? QString() : cell.fault);
     run(cell.transfer);
     const QStringList outcome{window.messages.isEmpty() ? QStringLiteral("-") : window.messages.join(u'|'),
-                              QString::number(static_cast<int>(window.current)), linesSince(traced), images(),
+                              QString::number(static_cast<int>(state.state())), linesSince(traced), images(),
                               change(before, cell.transfer)};
     EXPECT_EQ(outcome.join(u'\t').toStdString(), cell.outcome.toStdString());
     const bool isReadBack = engine->lastRead().outcome == ReadOutcome::Complete;
@@ -152,7 +152,7 @@ TEST_P(FaultMatrix, EndsAsTheTableSays)
     prepare(cell.transfer);
     run(cell.transfer);
     EXPECT_EQ(window.messages.join(u'|').toStdString(), "");
-    EXPECT_EQ(static_cast<int>(window.current), cell.transfer == u"detect" ? 1 : 2);
+    EXPECT_EQ(static_cast<int>(state.state()), cell.transfer == u"detect" ? 1 : 2);
     EXPECT_EQ(images().toStdString(), cell.transfer == u"detect" ? "none" : "all");
     EXPECT_TRUE(engine->lastWrite().failed.isEmpty());
 }

@@ -34,7 +34,7 @@ protected:
                  dataSection(3, "Tag=B\nDataLen=2\nCommRaedSection=Reg\nCellData=3,1,vbWhite,vbBlack"),
              "[Id]\nReadCmd1=Direct,FBC0,14\n[Main]\nReadCmdMax=3\nReadCmd1=Direct,8000,4\nReadCmd2=Unknown,1,2\n"
              "ReadCmd3=Direct,,4\n[Reg]\nReadCmd1=GetAnalogInput,30001,1,B\n");
-        engine = std::make_unique<TransferEngine>(TransferEngine::Parts{kx, *link, settings, trace, user, user, user});
+        engine = std::make_unique<TransferEngine>(TransferEngine::Parts{kx, *link, settings, trace, user, user, state});
     }
 
     QString cell(int row) { return grid.cell(row, 1).text; }
@@ -52,8 +52,8 @@ TEST_F(Read, FillsTheGrid)
     EXPECT_EQ(cell(1), QString::fromLatin1(kModel));
     EXPECT_EQ(cell(2), u"258");
     EXPECT_EQ(cell(3), u"42");
-    EXPECT_EQ(user.current, MainState::UpToDate);
-    EXPECT_EQ(user.connected, QString::fromLatin1(kModel));
+    EXPECT_EQ(state.state(), MainState::UpToDate);
+    EXPECT_EQ(engine->lastRead().answeredModel, QString::fromLatin1(kModel));
     EXPECT_EQ(controller->requests(), 3) << "unknown commands and empty addresses send nothing";
     EXPECT_EQ(user.maximumShown, 3);
     EXPECT_EQ(user.positions.last(), 3);
@@ -76,7 +76,7 @@ TEST_F(Read, UnpluggedInTheMiddleStops)
     });
     runClockWhileWaiting();
     engine->getDataFromKX(nullptr);
-    EXPECT_EQ(user.current, MainState::Confirmed);
+    EXPECT_EQ(state.state(), MainState::Confirmed);
     EXPECT_EQ(user.messages, QStringList{QStringLiteral("Reception error occurred.[-1]")});
     EXPECT_FALSE(engine->isBusy());
 }
@@ -124,7 +124,7 @@ TEST_F(Read, OffLineTracesAndSendsNothing)
     engine->getDataFromKX(nullptr);
     EXPECT_EQ(controller->requests(), 0);
     EXPECT_EQ(traceLines("(Dirct)S:"), 2);
-    EXPECT_EQ(user.current, MainState::UpToDate);
+    EXPECT_EQ(state.state(), MainState::UpToDate);
     EXPECT_EQ(cell(2), u"7") << "the definition's default";
     EXPECT_EQ(cell(1), QString::fromLatin1(kModel));
 }
@@ -137,7 +137,7 @@ TEST_F(Read, DeclinedSendsNothing)
     engine->getDataFromKX(nullptr);
     EXPECT_EQ(controller->requests(), 0);
     EXPECT_EQ(user.messages, QStringList{QStringLiteral("It reads out from the KX?")});
-    EXPECT_EQ(user.current, MainState::NoConnection);
+    EXPECT_EQ(state.state(), MainState::NoConnection);
 }
 
 } // namespace

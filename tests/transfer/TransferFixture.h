@@ -13,7 +13,7 @@
 #include <optional>
 
 // The window around the transfers: keeps its state and what it was told.
-class RecordingWindow : public MessagePresenter, public ProgressView, public TransferShell
+class RecordingWindow : public MessagePresenter, public ProgressView
 {
 public:
     int present(const Message& message) override
@@ -35,31 +35,12 @@ public:
     }
     void setText(const QString&) override {}
     void close() override { progressShown = false; }
-    MainState state() const override { return current; }
-    void setState(MainState state) override { current = state; }
-    int slaveAddress() const override { return 1; }
-    int transmissionMode() const override { return mode; }
-    QString modelPanel() const override { return model; }
-    void setConnectedModel(const QString& modelString) override { connected = modelString; }
-    void showCommSetting() override
-    {
-        ++settingsShown;
-        if (onSettings)
-            onSettings();
-    }
-
-    int mode = 0;
-    QString model = QStringLiteral("KX41000000-10A");
     int answer = MessageResult::kYes;
     std::function<void(int)> onPosition;
-    std::function<void()> onSettings;
-    MainState current = MainState::Confirmed;
-    QString connected;
     QStringList messages;
     QList<int> styles;
     QList<int> positions;
     int maximumShown = 0;
-    int settingsShown = 0;
     bool progressShown = false;
 };
 
@@ -67,8 +48,12 @@ public:
 class TransferFixture : public ScreenFixture
 {
 protected:
+    static constexpr auto kModelString = "KX41000000-10A";
+
     TransferFixture()
     {
+        state.setModel(1, QString::fromLatin1(kModelString));
+        state.setState(MainState::Confirmed);
         trace.setLogPath(box.machine.folders.program());
         trace.setLogFileName(QStringLiteral("Trc.log"));
     }
@@ -88,5 +73,6 @@ protected:
 
     platform::ComPorts ports{QProcessEnvironment()};
     clsLog trace{box.machine};
+    ControllerState state{settings};
     std::optional<IdleClock> idle;
 };

@@ -3,6 +3,7 @@
 #include "SoundController.h"
 #include "TransferFixture.h"
 
+#include <QSignalSpy>
 #include <QTimer>
 
 #include <map>
@@ -83,7 +84,7 @@ protected:
              "[Cmd]\nReadCmdMax=0\nWriteCmd1=SetDigital,20,&h0001\n"
              "[Bad]\nReadCmdMax=2\nReadCmd1=Direct,8100,8\nReadCmd2=Direct,8100,2\nWriteCmd1=Direct,8100,8\n");
         engine =
-            std::make_unique<TransferEngine>(TransferEngine::Parts{kx, link, settings, trace, window, window, window});
+            std::make_unique<TransferEngine>(TransferEngine::Parts{kx, link, settings, trace, window, window, state});
         engine->getDataFromKX(nullptr);
         controller.log.clear();
         window.positions.clear();
@@ -143,7 +144,7 @@ TEST_F(Write, OneParameterGoesWithItsImage)
                                               "060009"
                                               "0001"}));
     EXPECT_EQ(requests("05"), QByteArrayList{"050000ff00"});
-    EXPECT_EQ(window.current, MainState::UpToDate);
+    EXPECT_EQ(state.state(), MainState::UpToDate);
     EXPECT_EQ(engine->lastWrite().outcome, WriteOutcome::Complete);
     EXPECT_EQ(engine->lastWrite().pausesMs, 1000);
     EXPECT_EQ(window.maximumShown, 2);
@@ -253,11 +254,11 @@ TEST_F(Write, AnotherControllerEndsTheWriteBeforeTheSettingsOpen)
 {
     QStringList order;
     QObject::connect(engine.get(), &TransferEngine::written, engine.get(), [&] { order << QStringLiteral("written"); });
-    window.onSettings = [&] {
+    QObject::connect(engine.get(), &TransferEngine::settingsWanted, engine.get(), [&] {
         order << QStringLiteral("settings");
         EXPECT_FALSE(engine->isBusy());
         kx.load(1, &library, QStringLiteral("KX41300000-10A"));
-    };
+    });
     controller.model = "KX41300000-10A";
     edit("A", "300");
     engine->setDataToKXAll();
@@ -381,15 +382,15 @@ TEST_F(Write, RefusalSendsNothingAndKeepsTheMarks)
         WriteOutcome outcome;
         const char* message;
         int settingsShown;
-    } rows[] = {{[this] { window.current = MainState::Confirmed; }, WriteOutcome::NotRead,
+    } rows[] = {{[this] { state.setState(MainState::Confirmed); }, WriteOutcome::NotRead,
                  "Please acquire the up-to-date data from the equipment.", 0},
                 {[this] {
-                     window.current = MainState::UpToDate;
-                     window.model = QStringLiteral("KX41300000-10A");
+                     state.setState(MainState::UpToDate);
+                     state.setModel(1, QStringLiteral("KX41300000-10A"));
                  },
                  WriteOutcome::WrongModel, "Model number is different.", 1},
                 {[this] {
-                     window.model = QString::fromLatin1(kModel);
+                     state.setModel(1, QString::fromLatin1(kModel));
                      item("MQCODE").setKnown(false);
                  },
                  WriteOutcome::WrongModel, "Model number is different.", 1},
@@ -408,11 +409,11 @@ TEST_F(Write, RefusalSendsNothingAndKeepsTheMarks)
         for (const auto& write : writes) {
             SCOPED_TRACE(row.message);
             window.messages.clear();
-            window.settingsShown = 0;
+            const QSignalSpy settingsWanted(engine.get(), &TransferEngine::settingsWanted);
             write();
             EXPECT_EQ(engine->lastWrite().outcome, row.outcome);
             EXPECT_EQ(window.messages, QStringList{QLatin1String(row.message)});
-            EXPECT_EQ(window.settingsShown, row.settingsShown);
+            EXPECT_EQ(settingsWanted.count(), row.settingsShown);
             EXPECT_EQ(item("A").Edit, EditState::kChanged);
             EXPECT_EQ(item("A").Data(), u"300");
         }
@@ -474,7 +475,7 @@ TEST_F(Write, LostRequestIsReportedAndTheOthersAreSent)
     EXPECT_EQ(item("A").Edit, EditState::kChanged);
     EXPECT_NE(item("B").Edit, EditState::kChanged) << "it was not changed";
     EXPECT_EQ(engine->lastWrite().unsent, QStringList{QStringLiteral("A")});
-    EXPECT_EQ(window.current, MainState::UpToDate);
+    EXPECT_EQ(state.state(), MainState::UpToDate);
 }
 
 TEST_F(Write, SingleBitIsStored)

@@ -67,7 +67,6 @@ void MainStatusBar::showIn(QLabel& panel, const QString& text, const QString& to
 
 void MainStatusBar::setModelText(const QString& text)
 {
-    m_modelText = text;
     showIn(*m_model, text, text);
 }
 

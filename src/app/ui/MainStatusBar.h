@@ -14,7 +14,6 @@ public:
     explicit MainStatusBar(QWidget* parent = nullptr);
 
     void setModelText(const QString& text);
-    QString modelText() const { return m_modelText; } // as it was set, however it is shown
     void setLinkText(const QString& text);
     void setStateText(const QString& text, const QString& toolTip);
     void setHintText(const QString& text); // about the current cell
@@ -28,7 +27,6 @@ private:
     QLabel* addPanel(const QString& objectName, const QString& accessibleName, int stretch);
     static void showIn(QLabel& panel, const QString& text, const QString& toolTip);
 
-    QString m_modelText;
     QLabel* m_model;
     QLabel* m_link;
     QLabel* m_state;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TransferPorts.h"
+#include "ProgressView.h"
 
 #include <QObject>
 #include <memory>

@@ -69,15 +69,15 @@ platform::ColorRef namedColor(const clsLibrary& library, const char* name)
 } // namespace
 
 frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> questions)
-    : m_program(program), m_questions(std::move(questions)), m_clsKX(program.library()),
-      m_uclComm1(program.ports(), program.clock()),
+    : m_program(program), m_questions(std::move(questions)), m_controller(program.settings()),
+      m_clsKX(program.library()), m_uclComm1(program.ports(), program.clock()),
       m_progress(std::make_unique<ProgressDialogView>(*this, program.library())), m_selections(program.library(), *this)
 {
     if (m_questions == nullptr)
         m_questions = std::make_unique<MessageBoxPresenter>(program.library(), this);
     program.context().messages = m_questions.get();
     m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
-        m_clsKX, m_uclComm1, program.settings(), program.traceLog(), *m_questions, *m_progress, *this});
+        m_clsKX, m_uclComm1, program.settings(), program.traceLog(), *m_questions, *m_progress, m_controller});
     m_editor = std::make_unique<CellEditor>(m_clsKX, *m_questions, *this);
     m_clipboard = std::make_unique<CellClipboard>(*m_editor);
     setupFiles();
@@ -88,6 +88,8 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     connect(m_engine.get(), &TransferEngine::readEnded, this, &frmMain::afterRead);
     connect(m_engine.get(), &TransferEngine::activityChanged, this, &frmMain::showActivity);
     connect(m_engine.get(), &TransferEngine::written, this, &frmMain::afterWrite);
+    connect(m_engine.get(), &TransferEngine::settingsWanted, this, &frmMain::showCommSetting);
+    connect(&m_controller, &ControllerState::changed, this, &frmMain::showController);
     connect(&m_clsKX, &clsKX::LoadEvent, this, &frmMain::onLoadEvent);
     setupWindow();
     program.library().makeLangList();
@@ -96,7 +98,6 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     program.loadLanguageFile();
     const LastState last = LastState::load(program.library());
     initForm(last);
-    m_sModel.clear();
     loadKXInfo(last.modelNo, last.modelString);
     if (last.modelString.isEmpty())
         translateControls();
@@ -115,7 +116,7 @@ void frmMain::start()
     const platform::FolderNotices& notices = m_program.machine().folders.notices();
     for (const platform::FolderNotice& notice : notices)
         m_questions->showMessage(notice.in(m_program.library().tranStr(notice.text)), MessageStyle::kExclamation);
-    if (!m_program.settings().m_bComm || modelPanel().isEmpty())
+    if (!m_program.settings().m_bComm || m_controller.model().isEmpty())
         QMetaObject::invokeMethod(this, &frmMain::showCommSetting, Qt::QueuedConnection);
 }
 
@@ -248,10 +249,8 @@ void frmMain::initForm(const LastState& last)
 {
     const int space = spreadSpacePixels(m_program.library());
     m_pages->setContentsMargins(space, space, space, space);
-    m_lModelNo = last.modelNo;
-    m_lDevNo = last.slaveAddress;
-    m_MDBSTMode = last.transmissionMode;
-    setModel(last.modelString);
+    m_controller.setModel(last.modelNo, last.modelString);
+    m_controller.setLine(last.slaveAddress, last.transmissionMode);
     m_sprMain->setSelectionColors(namedColor(m_program.library(), "vbHighlight"),
                                   namedColor(m_program.library(), "vbHighlightText"));
     ModelCatalogue(m_program.library()).ensureBuiltIn();
@@ -261,24 +260,23 @@ void frmMain::initForm(const LastState& last)
     m_uclComm1.init(1, &m_program.library());
 }
 
-void frmMain::setModel(const QString& modelString)
+// The model string stands in the first panel.
+void frmMain::showController()
 {
-    m_sModel = modelString;
-    m_stbMain->setModelText(modelString);
+    m_stbMain->setModelText(m_controller.model());
+    showLinkStatus();
+    showReadStatus();
 }
 
 void frmMain::loadKXInfo(int lModelNo, const QString& sModel)
 {
-    // What is loaded counts: a read that found another controller has left its model string.
-    m_sModel = sModel;
-    if (sModel == m_clsKX.modelString() && lModelNo == m_lModelNo)
+    if (sModel == m_clsKX.modelString() && lModelNo == m_controller.modelNumber())
         return;
     m_program.eventLog().LogWrite(QStringLiteral("loadKXInfo%1-%2").arg(lModelNo).arg(sModel));
-    setModel(sModel);
+    m_controller.setModel(lModelNo, sModel);
     m_grid.setMaxCols(0);
     m_grid.setMaxRows(0);
-    m_lModelNo = lModelNo;
-    m_clsKX.setMaxRC(m_lModelNo);
+    m_clsKX.setMaxRC(lModelNo);
     tranForm();
 }
 
@@ -297,10 +295,10 @@ void frmMain::translateControls()
 void frmMain::tranForm()
 {
     translateControls();
-    setState(MainState::NoConnection);
+    m_controller.setState(MainState::NoConnection);
     m_selections.closeAll();
     m_wasOffLine = m_program.settings().m_bComm;
-    m_clsKX.load(m_lModelNo, &m_program.library(), modelPanel());
+    m_clsKX.load(m_controller.modelNumber(), &m_program.library(), m_controller.model());
     m_files->forget();
     showGridOrHint();
     showActivity();
@@ -419,15 +417,13 @@ void frmMain::runCommSetting()
 
 void frmMain::setConfirmed(bool confirmed)
 {
-    setState(confirmed ? MainState::Confirmed : MainState::NoConnection);
+    m_controller.setState(confirmed ? MainState::Confirmed : MainState::NoConnection);
 }
 
 void frmMain::takeOver(int slaveNo, int mode, int modelPosition, const QString& modelString)
 {
-    m_lDevNo = slaveNo;
-    m_MDBSTMode = mode;
-    loadKXInfo(modelPosition < 0 ? m_lModelNo : modelPosition + 1, modelString);
-    showLinkStatus();
+    m_controller.setLine(slaveNo, mode);
+    loadKXInfo(modelPosition < 0 ? m_controller.modelNumber() : modelPosition + 1, modelString);
 }
 
 void frmMain::showOption()
@@ -455,11 +451,6 @@ void frmMain::showTraffic()
     m_traffic->activateWindow();
 }
 
-MainState frmMain::state() const
-{
-    return m_program.settings().m_bComm ? MainState::UpToDate : m_eState;
-}
-
 // What was there before the options changed to on-line or off-line work is no controller's current data.
 void frmMain::doCommCheck()
 {
@@ -467,27 +458,17 @@ void frmMain::doCommCheck()
     if (isOffLine != std::exchange(m_wasOffLine, isOffLine)) {
         if (isOffLine && m_clsKX.holdsDefaults()) // what was read, loaded or entered stays
             m_clsKX.fillOffLine();
-        setState(MainState::NoConnection);
+        m_controller.setState(MainState::NoConnection);
     }
     m_timer1.start();
-}
-
-void frmMain::setState(MainState state)
-{
-    m_eState = state;
-    showReadStatus();
-}
-
-QString frmMain::modelPanel() const
-{
-    return m_stbMain->modelText();
 }
 
 void frmMain::showLinkStatus()
 {
     m_stbMain->setLinkText(
         linkStatusText({m_program.settings().m_bComm, m_uclComm1.State() != 0, m_uclComm1.Port(), m_uclComm1.device(),
-                        m_uclComm1.Speed(), m_uclComm1.Chara(), m_MDBSTMode, m_lDevNo, m_uclComm1.errorText()},
+                        m_uclComm1.Speed(), m_uclComm1.Chara(), m_controller.transmissionMode(),
+                        m_controller.slaveAddress(), m_uclComm1.errorText()},
                        m_program.library().translation()));
 }
 
@@ -511,7 +492,7 @@ void frmMain::showHint()
 
 void frmMain::showTitle()
 {
-    setWindowTitle(windowTitleText(m_caption, modelPanel(), QFileInfo(m_files->file()).fileName()));
+    setWindowTitle(windowTitleText(m_caption, m_controller.model(), QFileInfo(m_files->file()).fileName()));
     setWindowModified(m_files->isChanged());
 }
 
@@ -554,7 +535,7 @@ void frmMain::showGridOrHint()
 {
     const int items = static_cast<int>(m_clsKX.items().size());
     const QString hint =
-        gridHint(modelPanel(), items, definitionFault(m_program.library(), m_clsKX.entry()),
+        gridHint(m_controller.model(), items, definitionFault(m_program.library(), m_clsKX.entry()),
                  m_program.definitionFile(m_clsKX.entry().screenFile), m_program.library().translation());
     m_hint->setText(platform::visibleLines(hint));
     m_pages->setCurrentWidget(hint.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
@@ -627,5 +608,7 @@ bool frmMain::mayClose()
 // The model that was selected, even when the last read found another controller: the grid belongs to it.
 void frmMain::saveLastSetting()
 {
-    LastState{m_lModelNo, m_lDevNo, m_MDBSTMode, modelPanel()}.save(m_program.library());
+    LastState{m_controller.modelNumber(), m_controller.slaveAddress(), m_controller.transmissionMode(),
+              m_controller.model()}
+        .save(m_program.library());
 }

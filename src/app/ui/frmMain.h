@@ -44,7 +44,6 @@ class vaSpread;
 // Constructing it restores the last model's grid; start(), once the window is shown, asks for the communication
 // settings where they are needed.
 class frmMain : public QMainWindow,
-                public TransferShell,
                 public ComSetOwner,
                 public OptionOwner,
                 public CellEditorShell,
@@ -59,7 +58,6 @@ public:
 
     void start();
 
-    void setModel(const QString& modelString); // the model string, shown in status bar panel 1
     // Switches the grid to another model; nothing happens when it is the current one.
     void loadKXInfo(int lModelNo, const QString& sModel);
     // The window in the language in use; rebuilds the grid for the current model.
@@ -94,13 +92,10 @@ public:
     void closeWithoutQuestion();
     QString helpFile() const; // of the language in use, desktop path
 
-    MainState state() const override; // off-line the grid always holds what there is
-    void setState(MainState state) override;
-    int slaveAddress() const override { return m_lDevNo; }
-    int transmissionMode() const override { return m_MDBSTMode; }
-    QString modelPanel() const override;
-    void setConnectedModel(const QString& modelString) override { m_sModel = modelString; }
-    void showCommSetting() override;
+    MainState state() const override { return m_controller.state(); }
+    int slaveAddress() const override { return m_controller.slaveAddress(); }
+    int transmissionMode() const override { return m_controller.transmissionMode(); }
+    void showCommSetting();
 
     bool isBusy() const override { return m_engine->isBusy(); }
     bool writeOne(const QString& tag) override;
@@ -109,8 +104,8 @@ public:
     void openMultiSelect(clsData& item, const QString& section) override;
 
     uclComm& mainLink() override { return m_uclComm1; }
-    int modelNumber() const override { return m_lModelNo; }
-    QString currentModel() const override { return modelPanel(); }
+    int modelNumber() const override { return m_controller.modelNumber(); }
+    QString currentModel() const override { return m_controller.model(); }
     void setConfirmed(bool confirmed) override;
     void takeOver(int slaveNo, int mode, int modelPosition, const QString& modelString) override;
     void startRead() override { getDataFromKX(); }
@@ -129,6 +124,7 @@ private:
     void connectToolbar();
     void registerControls();
     void initForm(const LastState& last);
+    void showController();
     void showLinkStatus();
     void showReadStatus();
     void showGridOrHint();
@@ -154,6 +150,7 @@ private:
 
     ProgramContext& m_program;
     std::unique_ptr<MessagePresenter> m_questions;
+    ControllerState m_controller;
     platform::GridModel m_grid;
     clsKX m_clsKX;
     uclComm m_uclComm1;
@@ -178,11 +175,6 @@ private:
     MainToolbar* m_tlbMain = nullptr;
     MainStatusBar* m_stbMain = nullptr;
 
-    int m_lModelNo = 1;
-    QString m_sModel;
-    int m_lDevNo = 1;
-    int m_MDBSTMode = 0;
-    MainState m_eState = MainState::NoConnection;
     bool m_wasOffLine = false; // when the grid was filled
     QDateTime m_readAt;
     QString m_caption;             // of the window, without what it shows
