@@ -22,6 +22,7 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${VORLANT_MAINTAINER})
 set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/postrm)
 # Linked libraries are found by themselves (the window systems X11 and offscreen are in the library packages); the SVG
 # library draws the icon through a plug-in, and the icon is looked up below the hicolor theme.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
