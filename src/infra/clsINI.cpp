@@ -4,6 +4,8 @@
 #include "IniBatch.h"
 #include "Numbers.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kPutFailure = 556;
@@ -128,9 +130,14 @@ bool clsINI::hasSection(const QString& section)
     return m_context.machine.profiles.hasSection(machineFile(), section);
 }
 
-int clsINI::sectionCount()
+int clsINI::numberedSections(const QString& prefix)
 {
-    return static_cast<int>(m_context.machine.profiles.sections(machineFile()).size());
+    const QStringList sections = m_context.machine.profiles.sections(machineFile());
+    return static_cast<int>(std::count_if(sections.begin(), sections.end(), [&](const QString& section) {
+        bool isNumber = false;
+        section.mid(prefix.size()).toUInt(&isNumber);
+        return isNumber && section.startsWith(prefix, Qt::CaseInsensitive);
+    }));
 }
 
 int clsINI::clearSection(const QString& strSection)

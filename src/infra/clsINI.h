@@ -38,7 +38,8 @@ public:
     int clearSection(const QString& strSection);
 
     bool hasSection(const QString& section);
-    int sectionCount();
+    // How many sections are called by this prefix and a number.
+    int numberedSections(const QString& prefix);
 
 private:
     QString m_windowsPath;
