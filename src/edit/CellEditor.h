@@ -5,6 +5,7 @@
 #include "EditHistory.h"
 #include "EntryCheck.h"
 #include "Interlocks.h"
+#include "MultiSelectOwner.h"
 
 #include <QHash>
 #include <QObject>
@@ -21,7 +22,7 @@ class MessagePresenter;
 //
 // Everything that one user action changes is one step of undo. Clear the history after a read, a loaded file and a
 // write; a model load clears it by itself. Model, messages and shell are kept.
-class CellEditor : public QObject, private InterlockTarget
+class CellEditor : public QObject, public MultiSelectOwner, private InterlockTarget
 {
     Q_OBJECT
 
@@ -40,11 +41,11 @@ public:
 
     // Values by tag; with bCheck they are checked like an entry, and what the check refuses is put back.
     void setVData(const QString& sTag, const QString& VData, bool bCheck) override;
-    void setData(const QString& sTag, const QString& sData,
-                 bool bCheck); // "PQRNO" is written when the action is complete
+    // "PQRNO" is written when the action is complete.
+    void setData(const QString& sTag, const QString& sData, bool bCheck) override;
     // All that an entry of a selection table sets, with the check of each value; what depends on another one of the
     // same entry is held against all of them.
-    void takeEntry(const std::vector<EntrySetting>& settings);
+    void takeEntry(const std::vector<EntrySetting>& settings) override;
     int getDataTempMax() const;
     QString getDataTag(int lIndex) const;
     QString getDataByTag(const QString& sTag) const; // the stored value; empty for a tag that does not exist

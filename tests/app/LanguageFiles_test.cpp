@@ -54,6 +54,7 @@ struct NoSettings : MultiSelectOwner
 {
     void setData(const QString&, const QString&, bool) override {}
     void setVData(const QString&, const QString&, bool) override {}
+    void takeEntry(const std::vector<EntrySetting>&) override {}
 };
 
 // Every form of the program is shown once with a language file.
@@ -91,7 +92,7 @@ protected:
         window.show();
         frmTraffic(program.library(), program.traceLog().filePath()).show();
         frmComSet({window, program.ports(), program.library(), QString()}, &window).show();
-        frmOption options(program.library(), program.settings(), window);
+        frmOption options(program.library(), program.settings());
         options.showModeless(&window, false);
         frmShowVersion version(program.library(), ProgramVersion::current());
         version.showModeless(&window, false);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "OptionOwner.h"
 #include "OptionValues.h"
 #include "SoundController.h"
 #include "TestMachine.h"

@@ -19,6 +19,16 @@ protected:
         set << sTag + QStringLiteral(" shows ") + VData + (bCheck ? QString() : QStringLiteral(" unchecked"));
     }
 
+    void takeEntry(const std::vector<EntrySetting>& entry) override
+    {
+        for (const EntrySetting& setting : entry) {
+            if (setting.isDisplayValue)
+                setVData(setting.tag, setting.value, true);
+            else
+                setData(setting.tag, setting.value, true);
+        }
+    }
+
     void tables(const QByteArray& text) { ASSERT_TRUE(soundController::writeFile(tablesPath(), text)); }
     void shippedTables()
     {

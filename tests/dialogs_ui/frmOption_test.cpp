@@ -14,21 +14,25 @@
 
 namespace {
 
-class OptionDialog : public OptionsFixture, public OptionOwner
+class OptionDialog : public OptionsFixture
 {
 protected:
-    void tranForm() override { calls << QStringLiteral("tranForm"); }
-    void doCommCheck() override { calls << QStringLiteral("doCommCheck"); }
-
     void open(bool disable = true)
     {
         if (!dialog)
-            dialog = std::make_unique<frmOption>(library, settings, *this, [this](QWidget*, const FontRecord& current) {
-                offered = current;
-                return chosen;
-            });
+            make();
         owner.show();
         dialog->showModeless(&owner, disable);
+    }
+
+    void make()
+    {
+        dialog = std::make_unique<frmOption>(library, settings, [this](QWidget*, const FontRecord& current) {
+            offered = current;
+            return chosen;
+        });
+        QObject::connect(dialog.get(), &frmOption::designChanged, [this] { calls << QStringLiteral("design"); });
+        QObject::connect(dialog.get(), &frmOption::stored, [this] { calls << QStringLiteral("stored"); });
     }
 
     template <class Widget> Widget* find(const char* name) { return dialog->findChild<Widget*>(QLatin1String(name)); }
@@ -79,14 +83,14 @@ TEST_P(OptionChange, TellsTheOwnerWhatConcernsIt)
 INSTANTIATE_TEST_SUITE_P(
     All, OptionChange,
     ::testing::Values(
-        Change{"Nothing", [](auto&, frmOption&) {}, "doCommCheck"},
-        Change{"ForcedFont", [](auto&, frmOption& d) { toggle(d, 4); }, "tranForm doCommCheck"},
+        Change{"Nothing", [](auto&, frmOption&) {}, "stored"},
+        Change{"ForcedFont", [](auto&, frmOption& d) { toggle(d, 4); }, "design stored"},
         Change{"FontChosen",
                [](OptionDialog& test, frmOption& d) {
                    static_cast<OptionChange&>(test).chosen = FontRecord{QStringLiteral("Mono"), 120, 0, -16, 0};
                    chooseFontIn(d);
                },
-               "tranForm doCommCheck"}),
+               "design stored"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 struct Leaving

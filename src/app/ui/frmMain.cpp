@@ -1,6 +1,5 @@
 #include "frmMain.h"
 
-#include "CellHint.h"
 #include "ControlRegistry.h"
 #include "DefinitionFault.h"
 #include "DesktopTexts.h"
@@ -9,18 +8,16 @@
 #include "HelpFiles.h"
 #include "HelpKey.h"
 #include "LastState.h"
-#include "LinkStatus.h"
 #include "MainMenus.h"
+#include "MainStatus.h"
 #include "MainStatusBar.h"
 #include "MainToolbar.h"
 #include "MessageBoxPresenter.h"
 #include "ModelCatalogue.h"
 #include "ProgramContext.h"
 #include "ProgressDialogView.h"
-#include "ReadStatus.h"
 #include "VisibleText.h"
 #include "WidgetPlacement.h"
-#include "WriteStatus.h"
 #include "clsINI.h"
 #include "frmComSet.h"
 #include "frmOption.h"
@@ -71,25 +68,29 @@ platform::ColorRef namedColor(const clsLibrary& library, const char* name)
 frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> questions)
     : m_program(program), m_questions(std::move(questions)), m_controller(program.settings()),
       m_clsKX(program.library()), m_uclComm1(program.ports(), program.clock()),
-      m_progress(std::make_unique<ProgressDialogView>(*this, program.library())), m_selections(program.library(), *this)
+      m_progress(std::make_unique<ProgressDialogView>(*this, program.library()))
 {
     if (m_questions == nullptr)
         m_questions = std::make_unique<MessageBoxPresenter>(program.library(), this);
     program.context().messages = m_questions.get();
     m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
         m_clsKX, m_uclComm1, program.settings(), program.traceLog(), *m_questions, *m_progress, m_controller});
-    m_editor = std::make_unique<CellEditor>(m_clsKX, *m_questions, *this);
+    // The window is modeless in its looks; what it sets belongs to the action that opened it, which goes on when it has
+    // closed.
+    m_shell = std::make_unique<EditorShell>(*m_engine, m_controller, [this](clsData& item, const QString& section) {
+        m_selections->choose(SelectedItem::of(item), section, this);
+    });
+    m_editor = std::make_unique<CellEditor>(m_clsKX, *m_questions, *m_shell);
+    m_selections = std::make_unique<SelectionWindows>(program.library(), *m_editor);
     m_clipboard = std::make_unique<CellClipboard>(*m_editor);
     setupFiles();
     m_help = std::make_unique<HelpKey>(
         HelpKey::Parts{program.machine().paths, program.library().translation(), [this] { return helpFile(); }});
-    m_selections.Logs(&program.errorLog(), &program.traceLog());
+    m_selections->Logs(&program.errorLog(), &program.traceLog());
     connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
     connect(m_engine.get(), &TransferEngine::readEnded, this, &frmMain::afterRead);
-    connect(m_engine.get(), &TransferEngine::activityChanged, this, &frmMain::showActivity);
     connect(m_engine.get(), &TransferEngine::written, this, &frmMain::afterWrite);
     connect(m_engine.get(), &TransferEngine::settingsWanted, this, &frmMain::showCommSetting);
-    connect(&m_controller, &ControllerState::changed, this, &frmMain::showController);
     connect(&m_clsKX, &clsKX::LoadEvent, this, &frmMain::onLoadEvent);
     setupWindow();
     program.library().makeLangList();
@@ -102,8 +103,7 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     if (last.modelString.isEmpty())
         translateControls();
     showGridOrHint();
-    showLinkStatus();
-    showReadStatus();
+    m_status->showAll();
 }
 
 frmMain::~frmMain()
@@ -131,6 +131,7 @@ void frmMain::setupWindow()
     addToolBar(m_tlbMain);
     m_stbMain = new MainStatusBar(this);
     setStatusBar(m_stbMain);
+    m_status = new MainStatus({m_program, m_controller, *m_engine, m_clsKX, m_uclComm1, *m_sprMain, *m_stbMain}, this);
     connectMenus();
     connectToolbar();
     connectGrid();
@@ -170,7 +171,7 @@ void frmMain::setupFiles()
     connect(m_files.get(), &ParameterFiles::loaded, m_editor.get(), &CellEditor::clear);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showTitle);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::enableRecent);
-    connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showReadStatus);
+    connect(m_files.get(), &ParameterFiles::fileChanged, this, [this] { m_status->showData(); });
 }
 
 void frmMain::connectMenus()
@@ -218,16 +219,15 @@ void frmMain::connectGrid()
     connect(m_sprMain, &vaSpread::buttonClicked, editor, &CellEditor::clickCell);
     connect(m_sprMain, &vaSpread::dblClick, editor, &CellEditor::openSelect);
     connect(m_sprMain, &vaSpread::enterPressed, editor, &CellEditor::openSelect);
-    connect(m_sprMain, &vaSpread::currentCellChanged, this, &frmMain::showHint);
     connect(m_sprMain, &vaSpread::copyRequested, this, [this](const platform::CellRange& range) {
         QGuiApplication::clipboard()->setText(m_clipboard->copy(range));
     });
     connect(m_sprMain, &vaSpread::pasteRequested, this, [this](int col, int row, const QString& text) {
         m_clipboard->paste({row, col}, text);
     });
-    connect(editor, &CellEditor::edited, this, &frmMain::showHint);
+    connect(editor, &CellEditor::edited, m_status, &MainStatus::showHint);
     connect(editor, &CellEditor::edited, this, &frmMain::showTitle);
-    connect(editor, &CellEditor::edited, this, &frmMain::showReadStatus);
+    connect(editor, &CellEditor::edited, m_status, &MainStatus::showData);
     const auto showHistory = [this] {
         m_menus->undo->setEnabled(m_editor->canUndo());
         m_menus->redo->setEnabled(m_editor->canRedo());
@@ -260,14 +260,6 @@ void frmMain::initForm(const LastState& last)
     m_uclComm1.init(1, &m_program.library());
 }
 
-// The model string stands in the first panel.
-void frmMain::showController()
-{
-    m_stbMain->setModelText(m_controller.model());
-    showLinkStatus();
-    showReadStatus();
-}
-
 void frmMain::loadKXInfo(int lModelNo, const QString& sModel)
 {
     if (sModel == m_clsKX.modelString() && lModelNo == m_controller.modelNumber())
@@ -296,13 +288,12 @@ void frmMain::tranForm()
 {
     translateControls();
     m_controller.setState(MainState::NoConnection);
-    m_selections.closeAll();
+    m_selections->closeAll();
     m_wasOffLine = m_program.settings().m_bComm;
     m_clsKX.load(m_controller.modelNumber(), &m_program.library(), m_controller.model());
     m_files->forget();
     showGridOrHint();
-    showActivity();
-    showHint();
+    m_status->showAll();
 }
 
 void frmMain::getDataFromKX(const std::vector<clsBlock*>* colRefData)
@@ -331,34 +322,15 @@ void frmMain::askAndSend()
         m_engine->setDataToKXAll();
 }
 
-bool frmMain::writeOne(const QString& tag)
-{
-    m_engine->setDataToKXOne(tag);
-    return m_engine->lastWrite().taken > 0;
-}
-
-bool frmMain::writeBlock(clsBlock& block, bool readBack)
-{
-    m_engine->writeBlock(block, readBack);
-    return m_engine->lastWrite().taken > 0;
-}
-
-bool frmMain::writeBlockThenOne(clsBlock* block, const QString& tag)
-{
-    m_engine->writeBlockThenOne(block, tag);
-    return m_engine->lastWrite().taken > 0;
-}
-
 void frmMain::afterRead()
 {
     if (m_engine->lastRead().refreshed) {
-        m_readAt = m_program.clock().now();
         m_editor->clear();
         // All values are the controller's now, and no file's. A read-back behind a write leaves the file what it is.
         if (m_engine->activity() == TransferEngine::Activity::Idle)
             m_files->forget();
     }
-    showTransfer();
+    showTitle();
 }
 
 // A write, and the read-back behind it, end what can be undone here.
@@ -366,29 +338,7 @@ void frmMain::afterWrite()
 {
     if (m_engine->lastWrite().taken > 0)
         m_editor->clear();
-    showTransfer();
-}
-
-// What a transfer may have changed of what the window says.
-void frmMain::showTransfer()
-{
-    showWriteStatus();
-    showActivity();
-    showHint();
     showTitle();
-}
-
-void frmMain::showActivity()
-{
-    showLinkStatus();
-    showReadStatus();
-}
-
-// The window is modeless in its looks; what it sets belongs to the action that opened it, which goes on when it has
-// closed.
-void frmMain::openMultiSelect(clsData& item, const QString& section)
-{
-    m_selections.choose(SelectedItem::of(item), section, this);
 }
 
 void frmMain::showCommSetting()
@@ -402,7 +352,7 @@ void frmMain::showCommSetting()
     do
         runCommSetting();
     while (std::exchange(m_settingsWanted, false) && !m_engine->isClosing());
-    showLinkStatus();
+    m_status->showLink();
 }
 
 void frmMain::runCommSetting()
@@ -428,8 +378,11 @@ void frmMain::takeOver(int slaveNo, int mode, int modelPosition, const QString& 
 
 void frmMain::showOption()
 {
-    if (m_option == nullptr)
-        m_option = std::make_unique<frmOption>(m_program.library(), m_program.settings(), *this);
+    if (m_option == nullptr) {
+        m_option = std::make_unique<frmOption>(m_program.library(), m_program.settings());
+        connect(m_option.get(), &frmOption::designChanged, this, &frmMain::tranForm);
+        connect(m_option.get(), &frmOption::stored, this, &frmMain::doCommCheck);
+    }
     m_option->Logs(&m_program.errorLog(), &m_program.traceLog());
     m_option->showModeless(this, true);
 }
@@ -463,33 +416,6 @@ void frmMain::doCommCheck()
     m_timer1.start();
 }
 
-void frmMain::showLinkStatus()
-{
-    m_stbMain->setLinkText(
-        linkStatusText({m_program.settings().m_bComm, m_uclComm1.State() != 0, m_uclComm1.Port(), m_uclComm1.device(),
-                        m_uclComm1.Speed(), m_uclComm1.Chara(), m_controller.transmissionMode(),
-                        m_controller.slaveAddress(), m_uclComm1.errorText()},
-                       m_program.library().translation()));
-}
-
-void frmMain::showReadStatus()
-{
-    const ReadStatus status{
-        state(),  m_engine->activity(), m_program.settings().m_bComm, m_clsKX.holdsDefaults(), countUnread(m_clsKX),
-        m_readAt, m_engine->lastRead()};
-    // Before a read the cells hold the definition's defaults, which must not be taken for the controller's values.
-    m_sprMain->setPale(state() != MainState::UpToDate);
-    const TranslateText tran = m_program.library().translation();
-    m_stbMain->setStateText(readStatusText(status, tran), readStatusToolTip(status, tran));
-}
-
-void frmMain::showHint()
-{
-    const QModelIndex at = m_sprMain->currentIndex();
-    m_stbMain->setHintText(
-        at.isValid() ? cellHint(m_clsKX, at.column() + 1, at.row() + 1, m_program.library().translation()) : QString());
-}
-
 void frmMain::showTitle()
 {
     setWindowTitle(windowTitleText(m_caption, m_controller.model(), QFileInfo(m_files->file()).fileName()));
@@ -518,17 +444,9 @@ void frmMain::showHelp()
     m_help->openFor(QApplication::focusWidget());
 }
 
-void frmMain::showWriteStatus()
-{
-    const TranslateText tran = m_program.library().translation();
-    m_stbMain->setWriteText(writeStatusText(m_engine->lastWrite(), tran),
-                            writeStatusDetails(m_engine->lastWrite(), tran));
-}
-
 void frmMain::tellWriteDetails()
 {
-    m_questions->showMessage(writeStatusDetails(m_engine->lastWrite(), m_program.library().translation()),
-                             MessageStyle::kExclamation);
+    m_questions->showMessage(m_status->writeDetails(), MessageStyle::kExclamation);
 }
 
 void frmMain::showGridOrHint()
@@ -585,7 +503,7 @@ void frmMain::closeEvent(QCloseEvent* event)
     m_engine->abort();
     if (m_comSet != nullptr)
         m_comSet->close();
-    m_selections.closeAll();
+    m_selections->closeAll();
     if (m_traffic != nullptr)
         m_traffic->close();
     saveLastSetting();

@@ -3,16 +3,14 @@
 #include "CellClipboard.h"
 #include "CellEditor.h"
 #include "ComSetOwner.h"
+#include "EditorShell.h"
 #include "GridModel.h"
-#include "MultiSelectOwner.h"
-#include "OptionOwner.h"
 #include "ParameterFiles.h"
 #include "SelectionWindows.h"
 #include "TransferEngine.h"
 #include "clsKX.h"
 #include "uclComm.h"
 
-#include <QDateTime>
 #include <QMainWindow>
 #include <QPointer>
 #include <QTimer>
@@ -20,6 +18,7 @@
 
 class HelpKey;
 class MainMenus;
+class MainStatus;
 class MainStatusBar;
 class MainToolbar;
 class MessagePresenter;
@@ -43,11 +42,7 @@ class vaSpread;
 //
 // Constructing it restores the last model's grid; start(), once the window is shown, asks for the communication
 // settings where they are needed.
-class frmMain : public QMainWindow,
-                public ComSetOwner,
-                public OptionOwner,
-                public CellEditorShell,
-                public MultiSelectOwner
+class frmMain : public QMainWindow, public ComSetOwner
 {
     Q_OBJECT
 
@@ -61,21 +56,14 @@ public:
     // Switches the grid to another model; nothing happens when it is the current one.
     void loadKXInfo(int lModelNo, const QString& sModel);
     // The window in the language in use; rebuilds the grid for the current model.
-    void tranForm() override;
+    void tranForm();
     void exitApp() { close(); }
     QString getOptStr(int lIndex) const { return m_editor->getOptStr(lIndex); }
     int getDataTempMax() const { return m_editor->getDataTempMax(); }
     QString getDataTag(int lIndex) const { return m_editor->getDataTag(lIndex); }
     QString getDataByTag(const QString& sTag) const { return m_editor->getDataByTag(sTag); }
-    void setVData(const QString& sTag, const QString& VData, bool bCheck) override
-    {
-        m_editor->setVData(sTag, VData, bCheck);
-    }
-    void takeEntry(const std::vector<EntrySetting>& settings) override { m_editor->takeEntry(settings); }
-    void setData(const QString& sTag, const QString& sData, bool bCheck) override
-    {
-        m_editor->setData(sTag, sData, bCheck);
-    }
+    void setVData(const QString& sTag, const QString& VData, bool bCheck) { m_editor->setVData(sTag, VData, bCheck); }
+    void setData(const QString& sTag, const QString& sData, bool bCheck) { m_editor->setData(sTag, sData, bCheck); }
     void refreshSpread() { m_editor->refreshSpread(); }
     void getDataFromKX(const std::vector<clsBlock*>* colRefData = nullptr);
     void setDataToKXAll();
@@ -84,7 +72,7 @@ public:
     void saveDataFile() { m_files->saveDataFile(); }
     void setFileChooser(const FileChooser& chooser) { m_files->setChooser(chooser); }
     // Opens the communication settings once the event at hand has ended, unless the program works off-line.
-    void doCommCheck() override;
+    void doCommCheck();
     void showOption();
     void showVersion();
     void showTraffic();
@@ -92,16 +80,10 @@ public:
     void closeWithoutQuestion();
     QString helpFile() const; // of the language in use, desktop path
 
-    MainState state() const override { return m_controller.state(); }
+    MainState state() const { return m_controller.state(); }
     int slaveAddress() const override { return m_controller.slaveAddress(); }
     int transmissionMode() const override { return m_controller.transmissionMode(); }
     void showCommSetting();
-
-    bool isBusy() const override { return m_engine->isBusy(); }
-    bool writeOne(const QString& tag) override;
-    bool writeBlock(clsBlock& block, bool readBack) override;
-    bool writeBlockThenOne(clsBlock* block, const QString& tag) override;
-    void openMultiSelect(clsData& item, const QString& section) override;
 
     uclComm& mainLink() override { return m_uclComm1; }
     int modelNumber() const override { return m_controller.modelNumber(); }
@@ -124,14 +106,9 @@ private:
     void connectToolbar();
     void registerControls();
     void initForm(const LastState& last);
-    void showController();
-    void showLinkStatus();
-    void showReadStatus();
     void showGridOrHint();
-    void showWriteStatus();
     void tellWriteDetails();
     void connectGrid();
-    void showHint();
     void translateControls();
     void showTitle();
     void enableRecent();
@@ -140,8 +117,6 @@ private:
     void showHelp();
     void afterRead();
     void afterWrite();
-    void showTransfer();
-    void showActivity();
     void runCommSetting();
     void onLoadEvent(int code, int number, const QString& text);
     bool mayClose();
@@ -156,10 +131,11 @@ private:
     uclComm m_uclComm1;
     std::unique_ptr<ProgressDialogView> m_progress;
     std::unique_ptr<TransferEngine> m_engine;
+    std::unique_ptr<EditorShell> m_shell;
     std::unique_ptr<CellEditor> m_editor;
     std::unique_ptr<CellClipboard> m_clipboard;
     std::unique_ptr<ParameterFiles> m_files;
-    SelectionWindows m_selections;
+    std::unique_ptr<SelectionWindows> m_selections;
     std::unique_ptr<MainMenus> m_menus;
     std::unique_ptr<HelpKey> m_help;
     std::unique_ptr<platform::ControlRegistry> m_controls;
@@ -174,9 +150,9 @@ private:
     QLabel* m_hint = nullptr;
     MainToolbar* m_tlbMain = nullptr;
     MainStatusBar* m_stbMain = nullptr;
+    MainStatus* m_status = nullptr;
 
-    bool m_wasOffLine = false; // when the grid was filled
-    QDateTime m_readAt;
+    bool m_wasOffLine = false;     // when the grid was filled
     QString m_caption;             // of the window, without what it shows
     bool m_settingsWanted = false; // the communication settings are to open, or to open once more
     bool m_askBeforeClosing = true;

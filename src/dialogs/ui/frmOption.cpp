@@ -3,7 +3,6 @@
 #include "AccessibleNames.h"
 #include "ControlRegistry.h"
 #include "MessagePresenter.h"
-#include "OptionOwner.h"
 #include "VisibleText.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
@@ -41,8 +40,8 @@ QVBoxLayout* columnOn(QWidget* page)
 
 } // namespace
 
-frmOption::frmOption(clsLibrary& library, clsCfg& settings, OptionOwner& owner, FontChooser chooser)
-    : m_library(library), m_operations(owner), m_chooser(std::move(chooser)), m_values(library, settings),
+frmOption::frmOption(clsLibrary& library, clsCfg& settings, FontChooser chooser)
+    : m_library(library), m_chooser(std::move(chooser)), m_values(library, settings),
       m_placement(*this, QStringLiteral("frmOption"))
 {
     setupForm();
@@ -213,8 +212,8 @@ void frmOption::onOk()
         m_library.showMessage(m_library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(stored.error),
                               MessageStyle::kExclamation);
     if (stored.isShown)
-        m_operations.tranForm();
-    m_operations.doCommCheck();
+        Q_EMIT designChanged();
+    Q_EMIT this->stored();
     accept();
 }
 

@@ -9,7 +9,6 @@
 
 #include <memory>
 
-class OptionOwner;
 class QCheckBox;
 class QComboBox;
 class QGroupBox;
@@ -22,20 +21,24 @@ namespace platform {
 class ControlRegistry;
 }
 
-// The options: language, questions, display and font. OK stores them and lets the owner act on them; Cancel, Escape and
-// the close button leave everything as it was. showModeless opens it, as often as wanted; the owner outlives it.
+// The options: language, questions, display and font. OK stores them and reports what the owner acts on; Cancel, Escape
+// and the close button leave everything as it was. showModeless opens it, as often as wanted; the owner outlives it.
 class frmOption : public QDialog
 {
     Q_OBJECT
 
 public:
-    frmOption(clsLibrary& library, clsCfg& settings, OptionOwner& owner, FontChooser chooser = chooseFont);
+    frmOption(clsLibrary& library, clsCfg& settings, FontChooser chooser = chooseFont);
     ~frmOption() override;
 
     void Logs(clsLog* objErrLog, clsLog* objTrcLog);
 
     // bDisable: the owner is disabled while the dialog is open, and the dialog is modal.
     void showModeless(QWidget* frmOwner, bool bDisable);
+
+Q_SIGNALS:
+    void designChanged(); // language or font: everything is to be shown anew
+    void stored();        // after that; the program may work off-line now, or on-line
 
 protected:
     void hideEvent(QHideEvent* event) override;
@@ -54,7 +57,6 @@ private:
     void trace(const QString& message);
 
     clsLibrary& m_library;
-    OptionOwner& m_operations;
     FontChooser m_chooser;
     OptionValues m_values;
     ModelessOwner m_owner;

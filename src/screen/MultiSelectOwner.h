@@ -6,7 +6,7 @@
 
 #include <vector>
 
-// What a selection needs of the window that opened it: a value set by tag, as if it had been entered.
+// Whoever takes what a selection sets: values by tag, as if they had been entered.
 class MultiSelectOwner
 {
 public:
@@ -16,13 +16,5 @@ public:
     // The display value.
     virtual void setVData(const QString& sTag, const QString& VData, bool bCheck) = 0;
     // All that an entry sets, in order, as one entry.
-    virtual void takeEntry(const std::vector<EntrySetting>& settings)
-    {
-        for (const EntrySetting& setting : settings) {
-            if (setting.isDisplayValue)
-                setVData(setting.tag, setting.value, true);
-            else
-                setData(setting.tag, setting.value, true);
-        }
-    }
+    virtual void takeEntry(const std::vector<EntrySetting>& settings) = 0;
 };
