@@ -65,8 +65,9 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
     m_functionCode = functionCode;
     m_accepted = accepted;
     LateReply reply{m_clsModbus.SlaveAddress(), functionCode, m_clsModbus.RecvSize(), 0, 0};
+    std::erase_if(m_late, [this](const LateReply& late) { return late.restMs(nowMs()) == 0; });
     // The late reply to the same request tells the same.
-    const bool isRepetition = m_clsModbus.GetSendMessage() == m_lastRequest;
+    const bool isRepetition = mayComeLate(reply) && m_clsModbus.GetSendMessage() == m_lastRequest;
     if ((!isRepetition && !letPass(reply)) || m_abort) {
         m_reason = tran("It was cancelled.");
         return Result::Failed;
@@ -137,7 +138,7 @@ bool RequestChannel::letPass(const LateReply& reply)
     m_isLettingPass = false;
     if (m_abort || m_waitCancelled)
         return false;
-    std::erase_if(m_late, [&](const LateReply& late) { return late.isLike(reply) || late.restMs(nowMs()) == 0; });
+    std::erase_if(m_late, [&](const LateReply& late) { return late.isLike(reply); });
     return true;
 }
 

@@ -100,6 +100,20 @@ TEST_F(Detecting, StopEndsTheWaitAtOnceAndALateReplyIsDropped)
     EXPECT_EQ(detection->modelString().toStdString(), kOld);
 }
 
+// The reply that a question of long ago did not get is not waited for, however the ones since then begin.
+TEST_F(Detecting, AnOldSilenceDelaysNothing)
+{
+    plug([this](const QByteArray& request) {
+        const bool isSecond = soundController::asksFor(request, "0000FBC8");
+        return answer(request, controller->requests() == 1 ? kSilent : isSecond ? kKX620 : kOther);
+    });
+    start();
+    ASSERT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::NoAnswer);
+    box.clock.advance(600000);
+    QTimer::singleShot(2000, &pulse, [this] { detection->stop(); }); // nothing else would end a wait
+    EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::Found);
+}
+
 TEST_F(Detecting, TheEndOfTheProgramEndsTheWait)
 {
     plug([](const QByteArray&) {
