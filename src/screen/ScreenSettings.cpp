@@ -25,11 +25,11 @@ int readCount(clsINI& ini, const clsLibrary& library, const QString& key, const 
 {
     const QString text = ini.GetIniData(kSetting, key, QStringLiteral("0"));
     const int count = library.toLong(text, 0);
-    const int present = count < 0 ? 0 : presentSections(ini, prefix);
     // Missing sections are written into the file: never more than it has of the kind. The measure does not change when
     // they are there.
-    if (count >= 0 && count <= 2 * ini.numberedSections(prefix))
+    if (count >= 0 && count <= std::min(2 * ini.numberedSections(prefix), ScreenSettings::kMaxSections))
         return count;
+    const int present = count < 0 ? 0 : presentSections(ini, prefix);
     if (errorLog != nullptr)
         errorLog->LogWrite(QStringLiteral("[KXClassError]screen file: %1=%2 is not a count; %3 sections are used")
                                .arg(key, text)

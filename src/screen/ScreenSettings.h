@@ -9,8 +9,8 @@ class clsLog;
 // The global keys of a screen file, section "Setting".
 struct ScreenSettings
 {
-    // More sections of a kind than this are not looked for. A count that announces more missing sections than the file
-    // has sections is taken as damaged: then the sections really present count.
+    // A count of more sections than this, or of more than twice those of its kind in the file, is taken as damaged:
+    // then the sections really present count.
     static constexpr int kMaxSections = 100000;
 
     QString extension; // "ExtName" as stored
