@@ -57,7 +57,7 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
     const platform::SystemColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     program.context().translates = false;
-    for (const platform::FolderNotice& notice : program.machine().folders.notices())
+    for (const FolderNotice& notice : program.folderNotices())
         errors << "vorlantctl: " << platform::visibleText(notice.english()) << Qt::endl;
     if (line.command == Command::Models)
         return listModels(program);

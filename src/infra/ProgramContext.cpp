@@ -17,11 +17,18 @@ QString installedData(const QString& executableFolder)
 
 ProgramContext::ProgramContext(const QString& executableFolder, const QProcessEnvironment& environment,
                                const platform::SystemColors& colors)
-    : ProgramContext(platform::PathMap(),
-                     platform::Folders::forProcess(platform::PathMap(), executableFolder,
-                                                   installedData(executableFolder), environment),
-                     environment, colors)
+    : ProgramContext(
+          platform::PathMap(),
+          programFolders(platform::PathMap(), executableFolder, installedData(executableFolder), environment),
+          environment, colors)
 {}
+
+ProgramContext::ProgramContext(const platform::PathMap& paths, const ProgramFolders& folders,
+                               const QProcessEnvironment& environment, const platform::SystemColors& colors)
+    : ProgramContext(paths, folders.folders, environment, colors)
+{
+    m_folderNotices = folders.notices;
+}
 
 ProgramContext::ProgramContext(const platform::PathMap& paths, const platform::Folders& folders,
                                const QProcessEnvironment& environment, const platform::SystemColors& colors)

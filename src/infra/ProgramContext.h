@@ -4,6 +4,7 @@
 #include "ComPorts.h"
 #include "Context.h"
 #include "Machine.h"
+#include "ProgramFolders.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
@@ -11,7 +12,7 @@
 #include <QProcessEnvironment>
 #include <QString>
 
-// What every program of this house stands on: machine, folders, the three logs, library, settings and COM names. Made
+// What every program stands on: machine, folders, the three logs, library, settings and COM names. Made
 // once by the entry procedure, before anything else, and handed down by reference; it outlives everything else.
 class ProgramContext
 {
@@ -35,6 +36,9 @@ public:
     clsLog& traceLog() { return m_traceLog; }
     clsLog& eventLog() { return m_eventLog; }
 
+    // What the person at the program has to know about its folders: show it once, when the program starts.
+    const FolderNotices& folderNotices() const { return m_folderNotices; }
+
     // Reads again which language file is in use; the default is known once the installed ones have been listed.
     void loadLanguageFile();
 
@@ -43,6 +47,8 @@ public:
     QString definitionFile(const QString& name) const;
 
 private:
+    ProgramContext(const platform::PathMap& paths, const ProgramFolders& folders,
+                   const QProcessEnvironment& environment, const platform::SystemColors& colors);
     void openLogs();
     void openLog(clsLog& log, const QString& ending);
     QString portSetting(const QString& key);
@@ -56,4 +62,5 @@ private:
     Context m_context;
     clsLibrary m_library;
     platform::ComPorts m_ports;
+    FolderNotices m_folderNotices;
 };

@@ -1,118 +1,14 @@
 #include "Folders.h"
 
-#include "CodePage.h"
-#include "ShippedFiles.h"
-
 #include <QDir>
-#include <QFileInfo>
-
-#include <cerrno>
 
 namespace platform {
 
-namespace {
-
-const QString kDefinitions = QStringLiteral("/ini");
-const QString kNoHome = QStringLiteral("There is no home folder, and %1 cannot be written to: %2. Set HOME, or "
-                                       "XDG_CONFIG_HOME and XDG_DATA_HOME, so that settings and logs can be kept.");
-const QString kNoSettings = QStringLiteral("Settings cannot be kept in %1: %2. Give yourself the right to write there, "
-                                           "or name another folder with XDG_CONFIG_HOME.");
-const QString kNotKept = QStringLiteral("Nothing can be kept in the home folder %1: %2. Give yourself the right to "
-                                        "write there, or set HOME to a folder of your own.");
-
-QString userFolder(const QProcessEnvironment& environment, const QString& variable, const QString& belowHome)
-{
-    const QString set = environment.value(variable);
-    if (QDir::isAbsolutePath(set))
-        return set;
-    const QString home = environment.value(QStringLiteral("HOME"));
-    return home.isEmpty() ? QString() : home + belowHome;
-}
-
-// Makes the folder; gives why it cannot be written to, or nothing.
-QString troubleOfWriting(const QString& folder)
-{
-    if (!QDir().mkpath(folder))
-        return qt_error_string();
-    return QFileInfo(folder).isWritable() ? QString() : qt_error_string(EACCES);
-}
-
-// A user's own folder, filled from the installed data; these where not all could be written: they do for reading.
-QString filledFolder(const QString& own, const QString& installedData, FolderNotices& notices)
-{
-    QDir().mkpath(own);
-    const ShippedFiles files(installedData, own, CodePage::fromEnvironment());
-    notices = files.update();
-    return notices.isEmpty() || files.isWhole() ? own : installedData;
-}
-
-// What the machine's owner set up in place of user folders; empty when it is not needed or needs no filling.
-QString presetProgramFolder(const QString& executableFolder, const QProcessEnvironment& environment)
-{
-    const QString set = environment.value(QStringLiteral("VORLANT_PROGRAM_DIR"));
-    if (!set.isEmpty())
-        return QFileInfo(set).absoluteFilePath();
-    const bool isBeside =
-        QFileInfo(executableFolder).isWritable() && QFileInfo(executableFolder + kDefinitions).isDir();
-    return isBeside ? executableFolder : QString();
-}
-
-// The folders of a user, or those of a process that has no home.
-struct StateFolders
-{
-    QString data;
-    QString settings;
-    FolderNotices notices;
-
-    StateFolders(const QProcessEnvironment& environment, const QString& withoutHome, bool needsData)
-        : data(userFolder(environment, QStringLiteral("XDG_DATA_HOME"), QStringLiteral("/.local/share"))),
-          settings(userFolder(environment, QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("/.config")))
-    {
-        if (!data.isEmpty())
-            data += QStringLiteral("/vorlant");
-        if ((!data.isEmpty() || !needsData) && !settings.isEmpty())
-            return;
-        const QString trouble = troubleOfWriting(withoutHome);
-        if (!trouble.isEmpty()) {
-            notices.append({kNoHome, withoutHome, trouble});
-            return;
-        }
-        data = data.isEmpty() ? withoutHome : data;
-        settings = settings.isEmpty() ? withoutHome : settings;
-    }
-};
-
-// One line says what two would: neither the program folder nor the settings can be written.
-FolderNotices asOne(const FolderNotices& program, const FolderNotice& settings, const QString& home)
-{
-    const bool isFillFailure = program.size() == 1 && program.first().text == kNotFilled;
-    return isFillFailure ? FolderNotices{{kNotKept, home, settings.detail}} : program + FolderNotices{settings};
-}
-
-} // namespace
-
-Folders::Folders(const PathMap& paths, const QString& programFolder, const QString& applicationData)
+Folders::Folders(const PathMap& paths, const QString& programFolder, const QString& applicationData, bool isPackaged)
     : m_program(paths.toDesktop(programFolder)),
       m_applicationData(applicationData.isEmpty() ? QString() : paths.toDesktop(applicationData)),
       m_windows(paths.toDesktop(QStringLiteral("/usr/share"))), m_system(paths.toDesktop(QStringLiteral("/usr/lib"))),
-      m_temporary(paths.toDesktop(QDir::tempPath()))
+      m_temporary(paths.toDesktop(QDir::tempPath())), m_isPackaged(isPackaged)
 {}
-
-Folders Folders::forProcess(const PathMap& paths, const QString& executableFolder, const QString& installedData,
-                            const QProcessEnvironment& environment, const QString& withoutHome)
-{
-    QString program = presetProgramFolder(executableFolder, environment);
-    const StateFolders state(environment, withoutHome, program.isEmpty());
-    FolderNotices notices = state.notices;
-    if (program.isEmpty())
-        program = state.data.isEmpty() ? installedData : filledFolder(state.data, installedData, notices);
-    const QString trouble = state.settings.isEmpty() ? QString() : troubleOfWriting(state.settings);
-    if (!trouble.isEmpty())
-        notices = asOne(notices, {kNoSettings, state.settings, trouble}, environment.value(QStringLiteral("HOME")));
-    Folders folders(paths, program, state.settings);
-    folders.m_isPackaged = QFileInfo(program).canonicalFilePath() == QFileInfo(installedData).canonicalFilePath();
-    folders.m_notices = notices;
-    return folders;
-}
 
 } // namespace platform

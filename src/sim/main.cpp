@@ -118,7 +118,7 @@ int main(int argc, char** argv)
     const platform::SystemColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     program.context().translates = false;
-    for (const platform::FolderNotice& notice : program.machine().folders.notices())
+    for (const FolderNotice& notice : program.folderNotices())
         std::fprintf(stderr, "vorlant-sim: %s\n", qPrintable(platform::visibleText(notice.english())));
     ModelCatalogue catalogue(program.library());
     catalogue.ensureBuiltIn();

@@ -206,8 +206,8 @@ TEST(InstalledProgram, IsReadAndNeverWritten)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     const platform::PathMap paths;
     const platform::SystemColors colors;
-    ProgramContext program(paths, platform::Folders::forProcess(paths, dir.path(), data, {}, file.fileName() + u'/'),
-                           {}, colors);
+    ProgramContext program(paths, programFolders(paths, dir.path(), data, {}, file.fileName() + u'/').folders, {},
+                           colors);
     program.errorLog().LogWrite(QStringLiteral("an error"));
     EXPECT_EQ(program.library().tranStr(QStringLiteral("Quit?")), u"Quit?");
     EXPECT_FALSE(program.library().MakeDir(program.machine().folders.program() + QStringLiteral("\\New")));

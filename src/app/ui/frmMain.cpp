@@ -16,6 +16,7 @@
 #include "ModelCatalogue.h"
 #include "ProgramContext.h"
 #include "ProgressDialogView.h"
+#include "RegisteredGrid.h"
 #include "VisibleText.h"
 #include "WidgetPlacement.h"
 #include "clsINI.h"
@@ -23,7 +24,6 @@
 #include "frmOption.h"
 #include "frmShowVersion.h"
 #include "frmTraffic.h"
-#include "vaSpread.h"
 
 #include <QAction>
 #include <QApplication>
@@ -113,8 +113,8 @@ frmMain::~frmMain()
 
 void frmMain::start()
 {
-    const platform::FolderNotices& notices = m_program.machine().folders.notices();
-    for (const platform::FolderNotice& notice : notices)
+    const FolderNotices& notices = m_program.folderNotices();
+    for (const FolderNotice& notice : notices)
         m_questions->showMessage(notice.in(m_program.library().tranStr(notice.text)), MessageStyle::kExclamation);
     if (!m_program.settings().m_bComm || m_controller.model().isEmpty())
         QMetaObject::invokeMethod(this, &frmMain::showCommSetting, Qt::QueuedConnection);
@@ -241,7 +241,7 @@ void frmMain::registerControls()
     m_controls = std::make_unique<platform::ControlRegistry>(*this, kFormName);
     m_controls->add(m_tlbMain, m_tlbMain->objectName());
     m_menus->registerAt(*m_controls);
-    m_controls->add(m_sprMain, m_sprMain->objectName());
+    m_controls->add(std::make_unique<platform::RegisteredGrid>(*m_sprMain, m_sprMain->objectName(), std::nullopt));
     m_controls->add(static_cast<QStatusBar*>(m_stbMain), m_stbMain->objectName());
 }
 

@@ -5,11 +5,11 @@
 #include "MessagePresenter.h"
 #include "MultiSelectOwner.h"
 #include "PaletteColors.h"
+#include "RegisteredGrid.h"
 #include "VisibleText.h"
 #include "clsData.h"
 #include "clsLibrary.h"
 #include "clsLog.h"
-#include "vaSpread.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
@@ -113,7 +113,7 @@ void frmMultiSelect::registerControls()
     m_registry = std::make_unique<platform::ControlRegistry>(*this, kFormName);
     m_registry->add(m_caption, QStringLiteral("Label1"));
     m_registry->add(m_search, QStringLiteral("Text1"));
-    m_registry->add(m_sprMulti, QStringLiteral("sprMulti"));
+    m_registry->add(std::make_unique<platform::RegisteredGrid>(*m_sprMulti, QStringLiteral("sprMulti"), std::nullopt));
     m_registry->add(m_ok, QStringLiteral("Command1"), 0);
     m_registry->add(m_cancel, QStringLiteral("Command1"), 1);
 }

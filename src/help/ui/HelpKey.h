@@ -3,7 +3,6 @@
 #include "HelpTopics.h"
 #include "HelpWindow.h"
 #include "PathMap.h"
-#include "Translator.h"
 
 #include <QObject>
 
@@ -19,9 +18,9 @@ class HelpKey : public QObject
 public:
     struct Parts
     {
-        const platform::PathMap& paths;    // kept
-        TranslateText translate;           // texts of the help window
-        std::function<QString()> helpFile; // desktop path of the help file of the language in use
+        const platform::PathMap& paths;                   // kept
+        std::function<QString(const QString&)> translate; // texts of the help window
+        std::function<QString()> helpFile;                // desktop path of the help file of the language in use
     };
 
     explicit HelpKey(const Parts& parts, QObject* parent = nullptr);

@@ -1,12 +1,11 @@
-#include "Folders.h"
 #include "ProfileStore.h"
+#include "ProgramFolders.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-using platform::Folders;
 using platform::PathMap;
 
 namespace {
@@ -37,9 +36,9 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
     }
 
-    Folders start(const char* executableFolder = "bin") const
+    ProgramFolders start(const char* executableFolder = "bin") const
     {
-        return Folders::forProcess(paths, path(executableFolder), path("data"), environment, path(withoutHome));
+        return programFolders(paths, path(executableFolder), path("data"), environment, path(withoutHome));
     }
     QString machine(const QString& desktop) const { return paths.toMachine(desktop); }
 
@@ -54,9 +53,9 @@ TEST_F(FoldersOf, HalfFilledFolderIsNotUsed)
 {
     ASSERT_TRUE(QDir().mkpath(path("home/.local/share/vorlant")));
     put("home/.local/share/vorlant/ini", "in the way");
-    const Folders folders = start();
+    const auto [folders, notices] = start();
     EXPECT_EQ(machine(folders.program()), path("data"));
-    EXPECT_EQ(folders.notices().size(), 1);
+    EXPECT_EQ(notices.size(), 1);
 }
 
 TEST_F(FoldersOf, FirstStartFillsTheProgramFolderAndLaterOnesKeepEdits)
@@ -106,7 +105,7 @@ TEST_F(FoldersOf, EnvironmentChoosesTheFolders)
         environment = plain;
         for (const auto& [variable, value] : row.variables)
             environment.insert(QLatin1String(variable), value);
-        const Folders folders = start(row.executable);
+        const auto [folders, notices] = start(row.executable);
         EXPECT_EQ(machine(folders.program()), path(row.program));
         EXPECT_EQ(machine(folders.applicationData()), path(row.applicationData));
         EXPECT_EQ(QDir(path("home/.local")).exists(), QByteArray(row.program).startsWith("home")) << "copied";
@@ -116,11 +115,11 @@ TEST_F(FoldersOf, EnvironmentChoosesTheFolders)
 TEST_F(FoldersOf, WithoutAHomeTheStateHasAPlaceOfItsOwn)
 {
     environment.clear();
-    const Folders folders = start();
+    const auto [folders, notices] = start();
     EXPECT_EQ(machine(folders.program()), path("state"));
     EXPECT_EQ(machine(folders.applicationData()), path("state"));
     EXPECT_FALSE(folders.isPackaged());
-    EXPECT_TRUE(folders.notices().isEmpty());
+    EXPECT_TRUE(notices.isEmpty());
     EXPECT_EQ(content("state/ini/KX410Screen.ini"), "installed");
 }
 
@@ -144,12 +143,12 @@ TEST_F(FoldersOf, OneLineSaysThatNothingCanBeKept)
         SCOPED_TRACE(row.name);
         environment.clear();
         environment.insert(QLatin1String(row.variable), path(row.value));
-        const Folders folders = start();
+        const auto [folders, notices] = start();
         EXPECT_EQ(machine(folders.program()), path("data"));
         EXPECT_TRUE(folders.isPackaged());
-        ASSERT_EQ(folders.notices().size(), 1);
-        EXPECT_EQ(folders.notices()[0].place, path(row.place));
-        EXPECT_TRUE(folders.notices()[0].english().contains(QLatin1String(row.text)));
+        ASSERT_EQ(notices.size(), 1);
+        EXPECT_EQ(notices[0].place, path(row.place));
+        EXPECT_TRUE(notices[0].english().contains(QLatin1String(row.text)));
 
         platform::ProfileStore profiles{platform::CodePage()};
         profiles.protect(machine(folders.program()));

@@ -46,11 +46,4 @@ public:
     virtual std::vector<FormControl*> controls() const = 0;
 };
 
-inline QString FormControl::partProperty(int, FormProperty) const
-{
-    return {};
-}
-
-inline void FormControl::setPartProperty(int, FormProperty, const QString&) {}
-
 } // namespace platform

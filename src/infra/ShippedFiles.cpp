@@ -12,17 +12,16 @@
 #include <algorithm>
 #include <limits>
 
-namespace platform {
-
 namespace {
 
 const QString kShipped = QStringLiteral("/.shipped/");
 const QString kLanguages = QStringLiteral("Lang/");
-const QString kHelp = QStringLiteral("help/"); // nobody edits it: what a power cut damages the next package mends
+const QString kHelp = QStringLiteral("help/"); // nobody edits it: what a power cut damages the next package repairs
 
 std::optional<QByteArray> contentOf(const QString& path)
 {
-    FileSnapshot file = FileSnapshot::read(QFile::encodeName(path), std::numeric_limits<qint64>::max());
+    platform::FileSnapshot file =
+        platform::FileSnapshot::read(QFile::encodeName(path), std::numeric_limits<qint64>::max());
     if (!file.state.exists() || !file.error.isEmpty())
         return {}; // half a file must not take the place of a whole one
     return file.bytes;
@@ -48,8 +47,9 @@ QByteArray encodedFolder(const QString& path)
 QString writeRecord(const QString& path, const QByteArray& bytes)
 {
     QDir().mkpath(QFileInfo(path).path());
-    const LockedFolder folder(encodedFolder(path));
-    return folder.error().isEmpty() ? folder.replace(QFile::encodeName(path), bytes, Flush::Later) : folder.error();
+    const platform::LockedFolder folder(encodedFolder(path));
+    return folder.error().isEmpty() ? folder.replace(QFile::encodeName(path), bytes, platform::Flush::Later)
+                                    : folder.error();
 }
 
 QStringList namesBelow(const QString& folder)
@@ -64,7 +64,7 @@ QStringList namesBelow(const QString& folder)
 
 } // namespace
 
-ShippedFiles::ShippedFiles(const QString& installed, const QString& own, const CodePage& codePage)
+ShippedFiles::ShippedFiles(const QString& installed, const QString& own, const platform::CodePage& codePage)
     : m_installed(installed), m_own(own), m_codePage(codePage)
 {}
 
@@ -111,14 +111,14 @@ QString ShippedFiles::updateFile(const QString& name, FolderNotices& notices) co
         return {};
     if (!QDir().mkpath(QFileInfo(path).path()))
         return qt_error_string();
-    const LockedFolder folder(encodedFolder(path)); // whoever else changes the copy waits
+    const platform::LockedFolder folder(encodedFolder(path)); // whoever else changes the copy waits
     if (!folder.error().isEmpty())
         return folder.error();
     const std::optional<QByteArray> copy = plainContentOf(path);
     std::optional<QByteArray> wanted = next;
     if (isThere(path))
         wanted = copy ? successor(*copy, shipped, *next, name.startsWith(kLanguages)) : std::nullopt;
-    const auto flush = name.startsWith(kHelp) ? Flush::Later : Flush::ToDisk;
+    const auto flush = name.startsWith(kHelp) ? platform::Flush::Later : platform::Flush::ToDisk;
     const QString error =
         wanted && wanted != copy ? folder.replace(QFile::encodeName(path), *wanted, flush) : QString();
     if (!error.isEmpty())
@@ -128,5 +128,3 @@ QString ShippedFiles::updateFile(const QString& name, FolderNotices& notices) co
                         path, m_installed + u'/' + name});
     return writeRecord(record, *next);
 }
-
-} // namespace platform

@@ -17,8 +17,6 @@ class QWidget;
 
 namespace platform {
 
-class vaSpread;
-
 // The controls of one form under the names and indexes that language files use, in the order of registration. Register
 // every control once, with its English text set, when the form has been built; then hand the registry to translation.
 // The labels of the form show their texts as they are, and what comes from a language file is made visible. Controls
@@ -38,7 +36,7 @@ public:
     void add(QTabWidget* tabs, const QString& name, std::optional<int> index = std::nullopt);
     void add(QToolBar* bar, const QString& name, std::optional<int> index = std::nullopt);
     void add(QStatusBar* bar, const QString& name, std::optional<int> index = std::nullopt);
-    void add(vaSpread* grid, const QString& name, std::optional<int> index = std::nullopt);
+    void add(std::unique_ptr<FormControl> control); // of any other kind
 
     QString name() const override { return m_name; }
     std::optional<QString> property(FormProperty which) const override;
@@ -47,8 +45,6 @@ public:
     std::vector<FormControl*> controls() const override;
 
 private:
-    void keep(std::unique_ptr<FormControl> control);
-
     QWidget& m_form;
     QString m_name;
     QString m_designCaption;

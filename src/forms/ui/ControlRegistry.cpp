@@ -15,7 +15,7 @@ ControlRegistry::ControlRegistry(QWidget& form, const QString& name)
 
 ControlRegistry::~ControlRegistry() = default;
 
-void ControlRegistry::keep(std::unique_ptr<FormControl> control)
+void ControlRegistry::add(std::unique_ptr<FormControl> control)
 {
     m_controls.push_back(std::move(control));
 }
@@ -23,37 +23,32 @@ void ControlRegistry::keep(std::unique_ptr<FormControl> control)
 void ControlRegistry::add(QWidget* control, const QString& name, std::optional<int> index)
 {
     showTextsPlain(*control); // it may have come to the form after the registry
-    keep(std::make_unique<RegisteredWidget>(*control, name, index, ControlKind::Plain));
+    add(std::make_unique<RegisteredWidget>(*control, name, index, ControlKind::Plain));
 }
 
 void ControlRegistry::add(QAction* item, const QString& name, std::optional<int> index)
 {
-    keep(std::make_unique<RegisteredItem>(*item, name, index));
+    add(std::make_unique<RegisteredItem>(*item, name, index));
 }
 
 void ControlRegistry::add(QMenu* menu, const QString& name, std::optional<int> index)
 {
-    keep(std::make_unique<RegisteredItem>(*menu->menuAction(), name, index));
+    add(std::make_unique<RegisteredItem>(*menu->menuAction(), name, index));
 }
 
 void ControlRegistry::add(QTabWidget* tabs, const QString& name, std::optional<int> index)
 {
-    keep(std::make_unique<RegisteredTabs>(*tabs, name, index));
+    add(std::make_unique<RegisteredTabs>(*tabs, name, index));
 }
 
 void ControlRegistry::add(QToolBar* bar, const QString& name, std::optional<int> index)
 {
-    keep(std::make_unique<RegisteredToolbar>(*bar, name, index));
+    add(std::make_unique<RegisteredToolbar>(*bar, name, index));
 }
 
 void ControlRegistry::add(QStatusBar* bar, const QString& name, std::optional<int> index)
 {
-    keep(std::make_unique<RegisteredWidget>(*bar, name, index, ControlKind::StatusBar));
-}
-
-void ControlRegistry::add(vaSpread* grid, const QString& name, std::optional<int> index)
-{
-    keep(std::make_unique<RegisteredGrid>(*grid, name, index));
+    add(std::make_unique<RegisteredWidget>(*bar, name, index, ControlKind::StatusBar));
 }
 
 std::optional<QString> ControlRegistry::property(FormProperty which) const

@@ -3,8 +3,6 @@
 #include <QString>
 #include <QVector>
 
-namespace platform {
-
 // Something about the program's folders that the person at the program has to know. The text is an English key, as the
 // translator takes it; place and detail stand for its %1 and %2.
 struct FolderNotice
@@ -18,5 +16,3 @@ struct FolderNotice
 };
 
 using FolderNotices = QVector<FolderNotice>;
-
-} // namespace platform

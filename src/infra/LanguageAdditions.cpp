@@ -8,8 +8,6 @@
 
 #include <vector>
 
-namespace platform {
-
 namespace {
 
 struct Addition
@@ -19,7 +17,7 @@ struct Addition
     QString value;
 };
 
-QStringList linesOf(const QByteArray& bytes, const CodePage& codePage)
+QStringList linesOf(const QByteArray& bytes, const platform::CodePage& codePage)
 {
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString utf8 = decoder(bytes);
@@ -57,12 +55,12 @@ std::optional<std::vector<Addition>> additionsTo(const QStringList& shipped, con
 } // namespace
 
 std::optional<QByteArray> withAdditions(const QByteArray& shipped, const QByteArray& copy, const QByteArray& next,
-                                        const CodePage& codePage)
+                                        const platform::CodePage& codePage)
 {
     const auto additions = additionsTo(linesOf(shipped, codePage), linesOf(copy, codePage));
     if (!additions)
         return {};
-    ProfileDocument merged(next, codePage);
+    platform::ProfileDocument merged(next, codePage);
     for (const Addition& added : *additions) {
         const std::optional<QString> known = merged.value(added.section, added.key);
         if (known && *known != added.value && added.value != added.key)
@@ -72,5 +70,3 @@ std::optional<QByteArray> withAdditions(const QByteArray& shipped, const QByteAr
     }
     return merged.toBytes();
 }
-
-} // namespace platform

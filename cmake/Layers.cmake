@@ -1,5 +1,5 @@
-# The floors of the house. Every folder under src/ is a library that sees its own headers and those of the libraries
-# named after USES, nothing else: headers are included by their bare names, so an include of a higher floor is not found.
+# The layers of the program. Every folder under src/ is a library that sees its own headers and those of the libraries
+# named after USES, nothing else: headers are included by their bare names, so an include of a higher layer is not found.
 #
 #   vorlant_library(NAME [USES lib...] [QT module...] SOURCES file...)
 function(vorlant_library name)

@@ -7,8 +7,6 @@
 #include <QString>
 #include <optional>
 
-namespace platform {
-
 // The notice about a folder that cannot be filled.
 inline const QString kNotFilled = QStringLiteral("The program folder %1 cannot be filled: %2. Make room there or give "
                                                  "yourself the right to write there, then start again.");
@@ -18,16 +16,16 @@ inline const QString kNotFilled = QStringLiteral("The program folder %1 cannot b
 // from one that is only old, and a new package from the one before.
 //
 // A missing file is copied, a copy that nobody edited follows the package (a language file keeps what was added to it),
-// an edited one stays and is told of once for each version. Every file is replaced whole or not at all, so a start that
-// was killed is completed by the next.
+// an edited one stays and is reported once for each version. Every file is replaced whole or not at all, so a start
+// that was killed is completed by the next.
 class ShippedFiles
 {
 public:
     // Both as machine paths; the codePage is that of the files.
-    ShippedFiles(const QString& installed, const QString& own, const CodePage& codePage);
+    ShippedFiles(const QString& installed, const QString& own, const platform::CodePage& codePage);
 
-    // Brings the own folder up to date; gives what has to be told, which is nothing on most days. The first file that
-    // cannot be written ends it.
+    // Brings the own folder up to date; returns what has to be reported, which is nothing on most days. The first file
+    // that cannot be written ends it.
     FolderNotices update() const;
     // Whether the own folder holds every file that is shipped, edited or not.
     bool isWhole() const;
@@ -41,7 +39,5 @@ private:
 
     QString m_installed;
     QString m_own;
-    CodePage m_codePage;
+    platform::CodePage m_codePage;
 };
-
-} // namespace platform

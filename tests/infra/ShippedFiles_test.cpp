@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 
 using platform::CodePage;
-using platform::FolderNotices;
-using platform::ShippedFiles;
 
 namespace {
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "FormControls.h"
-#include "vaSpread.h"
 
 #include <QAction>
 #include <QHash>
@@ -102,19 +101,6 @@ private:
         QString toolTip;
     };
     std::vector<Button> m_buttons;
-};
-
-// The parameter grid: its face is that of the cells.
-class RegisteredGrid final : public RegisteredWidget
-{
-public:
-    RegisteredGrid(vaSpread& grid, const QString& name, std::optional<int> index);
-
-protected:
-    void applyFace() override;
-
-private:
-    vaSpread& m_grid;
 };
 
 } // namespace platform

@@ -1,0 +1,106 @@
+#include "ProgramFolders.h"
+
+#include "CodePage.h"
+#include "ShippedFiles.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <cerrno>
+
+namespace {
+
+const QString kDefinitions = QStringLiteral("/ini");
+const QString kNoHome = QStringLiteral("There is no home folder, and %1 cannot be written to: %2. Set HOME, or "
+                                       "XDG_CONFIG_HOME and XDG_DATA_HOME, so that settings and logs can be kept.");
+const QString kNoSettings = QStringLiteral("Settings cannot be kept in %1: %2. Give yourself the right to write there, "
+                                           "or name another folder with XDG_CONFIG_HOME.");
+const QString kNotKept = QStringLiteral("Nothing can be kept in the home folder %1: %2. Give yourself the right to "
+                                        "write there, or set HOME to a folder of your own.");
+
+QString userFolder(const QProcessEnvironment& environment, const QString& variable, const QString& belowHome)
+{
+    const QString set = environment.value(variable);
+    if (QDir::isAbsolutePath(set))
+        return set;
+    const QString home = environment.value(QStringLiteral("HOME"));
+    return home.isEmpty() ? QString() : home + belowHome;
+}
+
+// Makes the folder; gives why it cannot be written to, or nothing.
+QString whyNotWritable(const QString& folder)
+{
+    if (!QDir().mkpath(folder))
+        return qt_error_string();
+    return QFileInfo(folder).isWritable() ? QString() : qt_error_string(EACCES);
+}
+
+// A user's own folder, filled from the installed data; these where not all could be written: they do for reading.
+QString filledFolder(const QString& own, const QString& installedData, FolderNotices& notices)
+{
+    QDir().mkpath(own);
+    const ShippedFiles files(installedData, own, platform::CodePage::fromEnvironment());
+    notices = files.update();
+    return notices.isEmpty() || files.isWhole() ? own : installedData;
+}
+
+// What the machine's owner set up in place of user folders; empty when it is not needed or needs no filling.
+QString presetProgramFolder(const QString& executableFolder, const QProcessEnvironment& environment)
+{
+    const QString set = environment.value(QStringLiteral("VORLANT_PROGRAM_DIR"));
+    if (!set.isEmpty())
+        return QFileInfo(set).absoluteFilePath();
+    const bool isBeside =
+        QFileInfo(executableFolder).isWritable() && QFileInfo(executableFolder + kDefinitions).isDir();
+    return isBeside ? executableFolder : QString();
+}
+
+// The folders of a user, or those of a process that has no home.
+struct StateFolders
+{
+    QString data;
+    QString settings;
+    FolderNotices notices;
+
+    StateFolders(const QProcessEnvironment& environment, const QString& withoutHome, bool needsData)
+        : data(userFolder(environment, QStringLiteral("XDG_DATA_HOME"), QStringLiteral("/.local/share"))),
+          settings(userFolder(environment, QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("/.config")))
+    {
+        if (!data.isEmpty())
+            data += QStringLiteral("/vorlant");
+        if ((!data.isEmpty() || !needsData) && !settings.isEmpty())
+            return;
+        const QString error = whyNotWritable(withoutHome);
+        if (!error.isEmpty()) {
+            notices.append({kNoHome, withoutHome, error});
+            return;
+        }
+        data = data.isEmpty() ? withoutHome : data;
+        settings = settings.isEmpty() ? withoutHome : settings;
+    }
+};
+
+// One line says what two would: neither the program folder nor the settings can be written.
+FolderNotices asOne(const FolderNotices& program, const FolderNotice& settings, const QString& home)
+{
+    const bool isFillFailure = program.size() == 1 && program.first().text == kNotFilled;
+    return isFillFailure ? FolderNotices{{kNotKept, home, settings.detail}} : program + FolderNotices{settings};
+}
+
+} // namespace
+
+ProgramFolders programFolders(const platform::PathMap& paths, const QString& executableFolder,
+                              const QString& installedData, const QProcessEnvironment& environment,
+                              const QString& withoutHome)
+{
+    QString program = presetProgramFolder(executableFolder, environment);
+    const StateFolders state(environment, withoutHome, program.isEmpty());
+    FolderNotices notices = state.notices;
+    if (program.isEmpty())
+        program = state.data.isEmpty() ? installedData : filledFolder(state.data, installedData, notices);
+    const QString error = state.settings.isEmpty() ? QString() : whyNotWritable(state.settings);
+    if (!error.isEmpty())
+        notices = asOne(notices, {kNoSettings, state.settings, error}, environment.value(QStringLiteral("HOME")));
+    const bool isPackaged = QFileInfo(program).canonicalFilePath() == QFileInfo(installedData).canonicalFilePath();
+    return {platform::Folders(paths, program, state.settings, isPackaged), notices};
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "FolderNotice.h"
+#include "Folders.h"
+#include "PathMap.h"
+
+#include <QProcessEnvironment>
+#include <QString>
+
+// Where the files of a running program are, and what the person at the program has to know about that: show the notices
+// once, when the program starts.
+struct ProgramFolders
+{
+    platform::Folders folders;
+    FolderNotices notices;
+};
+
+// Program folder: VORLANT_PROGRAM_DIR when set; else the executable's folder when it is writable and holds the
+// definition folder "ini" (a folder of programs such as /usr/bin never does, not even for root); else
+// $XDG_DATA_HOME/vorlant
+// (~/.local/share/vorlant), filled from installedData at the first start and kept up to date with it. Application data:
+// $XDG_CONFIG_HOME, else ~/.config. Without a home withoutHome stands for both. installedData itself is the program
+// folder when none of these can be written to; nothing is kept then. All are machine paths.
+ProgramFolders programFolders(const platform::PathMap& paths, const QString& executableFolder,
+                              const QString& installedData, const QProcessEnvironment& environment,
+                              const QString& withoutHome = QStringLiteral("/var/lib/vorlant"));

@@ -1,1 +1,0 @@
-#include "frmProgbar.h" // a higher floor

@@ -1,1 +1,0 @@
-#include "clsINI.h" // a lower floor

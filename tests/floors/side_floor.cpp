@@ -1,1 +1,0 @@
-#include "Faults.h" // a side floor

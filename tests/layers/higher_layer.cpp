@@ -1,0 +1,1 @@
+#include "frmProgbar.h" // a higher layer

@@ -1,0 +1,1 @@
+#include "clsINI.h" // a lower layer

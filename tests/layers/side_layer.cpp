@@ -1,0 +1,1 @@
+#include "Faults.h" // a side layer
