@@ -1,10 +1,11 @@
 # Sourced by the scripts at the top.
 
 # What every build of the programs needs.
-build_packages=(build-essential cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev libgl-dev)
+build_packages=(build-essential cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev libgl-dev
+                python3)
 
 # What the tests need besides.
-test_packages=(pkg-config libgtest-dev librapidcheck-dev libmodbus-dev libinih-dev python3)
+test_packages=(pkg-config libgtest-dev librapidcheck-dev libmodbus-dev libinih-dev)
 
 # Installs the Debian packages named that this machine lacks.
 install_packages() {

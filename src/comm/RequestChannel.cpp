@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr qint64 kMsPerSecond = 1000;
-
 // Without the spare element that the link puts behind the bytes received.
 QByteArray receivedPart(const QByteArray& linkBuffer)
 {
@@ -89,8 +87,8 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
 // An answer to a repetition may be that to the first sending: then the others are as slow.
 qint64 RequestChannel::latenessMs(Result result) const
 {
-    const qint64 usual = (m_link.timeOut() + 1 + kLatestSeconds) * kMsPerSecond;
-    return result == Result::Success ? std::max(usual, nowMs() - m_firstSentMs + kMsPerSecond) : usual;
+    const qint64 usual = (m_link.timeOut() + 1 + kLatestSeconds) * platform::kMsPerSecond;
+    return result == Result::Success ? std::max(usual, nowMs() - m_firstSentMs + platform::kMsPerSecond) : usual;
 }
 
 RequestChannel::Result RequestChannel::sendAndWait()

@@ -19,7 +19,6 @@ namespace {
 const QString kNotIdle = QStringLiteral("アイドルではありません。");
 const QString kTimeout = QStringLiteral("Timeout");
 constexpr int kDefaultTimeOut = 5;
-constexpr qint64 kMsPerSecond = 1000;
 
 // The texts of the serial control's events that are passed on; null for those that mean bytes may have come.
 const char* eventText(CommEvent event)
@@ -260,7 +259,7 @@ void uclComm::checkRecv()
 
 qint64 uclComm::elapsedSeconds() const
 {
-    return m_clock.elapsedMs() / kMsPerSecond;
+    return m_clock.elapsedMs() / platform::kMsPerSecond;
 }
 
 void uclComm::endWait(LinkState state)

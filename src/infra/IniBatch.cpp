@@ -2,12 +2,6 @@
 
 #include "clsLog.h"
 
-namespace {
-
-constexpr int kPutFailure = 556;
-
-} // namespace
-
 QString IniBatch::commit()
 {
     const platform::ProfileOutcome outcome = m_batch.commit();

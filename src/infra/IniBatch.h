@@ -2,6 +2,8 @@
 
 #include "Context.h"
 
+constexpr int kPutFailure = 556; // error number of a write that failed, in the error log
+
 // Several writes to INI-syntax files that reach the disk together. End it by one of the two commits: what was collected
 // is dropped otherwise. A batch within another one leaves the writing to that.
 class IniBatch

@@ -8,7 +8,7 @@
 
 namespace {
 
-const QString kSection = QStringLiteral("Language");
+const QString kLanguages = QStringLiteral("Language");
 const QString kInfo = QStringLiteral("Info");
 
 } // namespace
@@ -37,15 +37,15 @@ void LanguageList::rebuild(const QString& userLanguageCode)
         if (name.isEmpty())
             continue;
         ++count;
-        settings.PutIniData(kSection, QStringLiteral("Language%1").arg(count),
+        settings.PutIniData(kLanguages, QStringLiteral("Language%1").arg(count),
                             QStringLiteral("%1  [%2  Ver(%3)]").arg(name, file, info(u"Version")));
-        settings.PutIniData(kSection, QStringLiteral("LanguageFile%1").arg(count), file);
+        settings.PutIniData(kLanguages, QStringLiteral("LanguageFile%1").arg(count), file);
     }
     m_defaultFile = found.isEmpty() ? QStringLiteral("EN.txt") : found;
     if (count == 0) {
-        settings.PutIniData(kSection, QStringLiteral("Language1"), QStringLiteral("Japanese"));
-        settings.PutIniData(kSection, QStringLiteral("LanguageFile1"), QStringLiteral("JP.txt"));
+        settings.PutIniData(kLanguages, QStringLiteral("Language1"), QStringLiteral("Japanese"));
+        settings.PutIniData(kLanguages, QStringLiteral("LanguageFile1"), QStringLiteral("JP.txt"));
     }
-    settings.PutIniData(kSection, QStringLiteral("LanguageMax"), std::max(count, 1));
+    settings.PutIniData(kLanguages, QStringLiteral("LanguageMax"), std::max(count, 1));
     batch.commitLogged();
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-const QString kSection = QStringLiteral("KXInfos");
+const QString kModels = QStringLiteral("KXInfos");
 const QString kCount = QStringLiteral("KXMaxCount");
 
 const QStringList kBuiltIn{QStringLiteral("KX410"), QStringLiteral("KX413"), QStringLiteral("KX620"),
@@ -33,7 +33,7 @@ ModelEntry builtIn(int number)
 // Where settings cannot be kept the models are those that would stand there.
 bool isStored(clsINI& ini)
 {
-    return ini.GetIniData(kSection, kCount, QStringLiteral("0")) != u"0";
+    return ini.GetIniData(kModels, kCount, QStringLiteral("0")) != u"0";
 }
 
 } // namespace
@@ -46,13 +46,13 @@ void ModelCatalogue::ensureBuiltIn()
     if (isStored(ini))
         return;
     IniBatch batch(m_library.context());
-    ini.PutIniData(kSection, kCount, static_cast<int>(kBuiltIn.size()));
+    ini.PutIniData(kModels, kCount, static_cast<int>(kBuiltIn.size()));
     for (int i = 1; i <= kBuiltIn.size(); ++i) {
         const ModelEntry entry = builtIn(i);
-        ini.PutIniData(kSection, QStringLiteral("KXModel%1").arg(i), entry.code);
-        ini.PutIniData(kSection, QStringLiteral("KXName%1").arg(i), entry.name);
-        ini.PutIniData(kSection, QStringLiteral("KXCommFile%1").arg(i), entry.commFile);
-        ini.PutIniData(kSection, QStringLiteral("KXScreenFile%1").arg(i), entry.screenFile);
+        ini.PutIniData(kModels, QStringLiteral("KXModel%1").arg(i), entry.code);
+        ini.PutIniData(kModels, QStringLiteral("KXName%1").arg(i), entry.name);
+        ini.PutIniData(kModels, QStringLiteral("KXCommFile%1").arg(i), entry.commFile);
+        ini.PutIniData(kModels, QStringLiteral("KXScreenFile%1").arg(i), entry.screenFile);
     }
     batch.commitLogged();
 }
@@ -61,7 +61,7 @@ ModelEntry ModelCatalogue::entry(int number)
 {
     clsINI ini = mainSettings(m_library.context());
     const auto text = [&](const char16_t* key) {
-        return ini.GetIniData(kSection, QString::fromUtf16(key) + QString::number(number), QString());
+        return ini.GetIniData(kModels, QString::fromUtf16(key) + QString::number(number), QString());
     };
     ModelEntry entry;
     entry.number = number;
@@ -75,7 +75,7 @@ ModelEntry ModelCatalogue::entry(int number)
 std::vector<ModelEntry> ModelCatalogue::all()
 {
     clsINI ini = mainSettings(m_library.context());
-    const QString stored = ini.GetIniData(kSection, kCount, QStringLiteral("0"));
+    const QString stored = ini.GetIniData(kModels, kCount, QStringLiteral("0"));
     const int count =
         isStored(ini) ? std::clamp(m_library.toLong(stored, 0), 0, kMaxModels) : static_cast<int>(kBuiltIn.size());
     IniBatch batch(m_library.context());

@@ -15,7 +15,7 @@
 namespace {
 
 const QString kShipped = QStringLiteral("/.shipped/");
-const QString kLanguages = QStringLiteral("Lang/");
+const QString kLanguageFolder = QStringLiteral("Lang/");
 const QString kHelp = QStringLiteral("help/"); // nobody edits it: what a power cut damages the next package repairs
 
 std::optional<QByteArray> contentOf(const QString& path)
@@ -117,7 +117,7 @@ QString ShippedFiles::updateFile(const QString& name, FolderNotices& notices) co
     const std::optional<QByteArray> copy = plainContentOf(path);
     std::optional<QByteArray> wanted = next;
     if (isThere(path))
-        wanted = copy ? successor(*copy, shipped, *next, name.startsWith(kLanguages)) : std::nullopt;
+        wanted = copy ? successor(*copy, shipped, *next, name.startsWith(kLanguageFolder)) : std::nullopt;
     const auto flush = name.startsWith(kHelp) ? platform::Flush::Later : platform::Flush::ToDisk;
     const QString error =
         wanted && wanted != copy ? folder.replace(QFile::encodeName(path), *wanted, flush) : QString();

@@ -8,7 +8,7 @@
 
 namespace {
 
-const QString kSection = QStringLiteral("Language");
+const QString kProgramTexts = QStringLiteral("Language");
 const QString kLineBreak = QStringLiteral("vbCrLf");
 
 } // namespace
@@ -58,7 +58,7 @@ QString Translator::text(const QString& english)
     if (english.isEmpty())
         return english;
     clsINI* language = m_context.translates ? file() : nullptr;
-    QString value = language != nullptr ? language->GetIniData(kSection, english, english) : english;
+    QString value = language != nullptr ? language->GetIniData(kProgramTexts, english, english) : english;
     return value.replace(kLineBreak, QStringLiteral("\r\n"));
 }
 

@@ -7,7 +7,7 @@
 
 namespace {
 
-const QString kSection = QStringLiteral("Setting");
+const QString kOptions = QStringLiteral("Setting");
 
 struct BooleanKey
 {
@@ -54,16 +54,16 @@ void clsCfg::load()
     clsINI ini = mainSettings(m_library->context());
     IniBatch batch(m_library->context());
     const auto readFlag = [&](const BooleanKey& flag) {
-        const QString text = ini.GetIniData(kSection, QLatin1String(flag.key), QStringLiteral("False"));
+        const QString text = ini.GetIniData(kOptions, QLatin1String(flag.key), QStringLiteral("False"));
         this->*flag.field = m_library->toBoolean(text, false);
     };
     for (const BooleanKey& flag : kFirstFlags)
         readFlag(flag);
     for (const TextKey& text : kTexts)
-        this->*text.field = ini.GetIniData(kSection, QLatin1String(text.key), QLatin1String(text.defaultText));
+        this->*text.field = ini.GetIniData(kOptions, QLatin1String(text.key), QLatin1String(text.defaultText));
     for (const BooleanKey& flag : kLastFlags)
         readFlag(flag);
-    m_lCharSet = m_library->toLong(ini.GetIniData(kSection, kCharSet, QStringLiteral("0")), 0);
+    m_lCharSet = m_library->toLong(ini.GetIniData(kOptions, kCharSet, QStringLiteral("0")), 0);
     batch.commitLogged();
 }
 
@@ -72,11 +72,11 @@ QString clsCfg::save()
     clsINI ini = mainSettings(m_library->context());
     IniBatch batch(m_library->context());
     for (const BooleanKey& flag : kFirstFlags)
-        ini.PutIniData(kSection, QLatin1String(flag.key), this->*flag.field);
+        ini.PutIniData(kOptions, QLatin1String(flag.key), this->*flag.field);
     for (const TextKey& text : kTexts)
-        ini.PutIniData(kSection, QLatin1String(text.key), this->*text.field);
+        ini.PutIniData(kOptions, QLatin1String(text.key), this->*text.field);
     for (const BooleanKey& flag : kLastFlags)
-        ini.PutIniData(kSection, QLatin1String(flag.key), this->*flag.field);
-    ini.PutIniData(kSection, kCharSet, m_lCharSet);
+        ini.PutIniData(kOptions, QLatin1String(flag.key), this->*flag.field);
+    ini.PutIniData(kOptions, kCharSet, m_lCharSet);
     return batch.commit();
 }

@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr int kPutFailure = 556;
 constexpr int kGetFailure = 759;
 constexpr int kSectionFailure = 763;
 

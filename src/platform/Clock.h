@@ -6,6 +6,8 @@
 
 namespace platform {
 
+constexpr qint64 kMsPerSecond = 1000;
+
 // A repeating timer of a Clock. Emits timeout() every intervalMs while active.
 class Timer : public QObject
 {

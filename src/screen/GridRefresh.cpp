@@ -17,7 +17,7 @@ namespace {
 constexpr platform::ColorRef kGray = 0x808080;
 constexpr platform::ColorRef kRefusedColor = 0x0000FF; // red, in the order blue, green, red
 const QString kRefusedTip = QStringLiteral("Outside its limits or no choice: it is not sent until it is corrected");
-const QString kUnitTag = QStringLiteral("SWQCF");
+const QString kUnitSwitchTag = QStringLiteral("SWQCF");
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
 
 // Choices whose names are words: shown in the user's language, in a column that grows with them.
@@ -70,7 +70,7 @@ void GridRefresh::take(clsData& item)
     item.setData(*value);
     if (m_owner.isOffLine())
         item.setHoldsDefault();
-    if (item.Key() == kUnitTag)
+    if (item.Key() == kUnitSwitchTag)
         m_owner.setUnitSwitch(m_owner.library().toLong(item.Data(), 0));
 }
 

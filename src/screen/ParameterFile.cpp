@@ -14,7 +14,6 @@ namespace {
 const QString kInfo = QStringLiteral("Info");
 const QString kData = QStringLiteral("Data");
 const QString kModel = QStringLiteral("MODEL");
-constexpr int kPutFailure = 556;
 
 // Whether a text can be the stored value of the item. A text item takes any; an empty one means "no value"; what the
 // definition itself gives was saved as it is.

@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int kMaxQuoted = 40; // characters of a faulty text that are quoted
-const QString kSeparator = QStringLiteral("vbTab");
+const QString kChoiceSeparator = QStringLiteral("vbTab");
 const QString kTablesFile = QStringLiteral("MultiSelect.ini");
 
 ItemType typeOf(const QString& name)
@@ -107,11 +107,11 @@ void clsData::readValue(clsINI& ini, const QString& section)
 void clsData::readChoices(clsINI& ini, const QString& section)
 {
     const QString choices = ini.GetIniData(section, QStringLiteral("ComboStrings"), QString());
-    m_comboStrings = m_library->tranStr(choices).split(kSeparator);
+    m_comboStrings = m_library->tranStr(choices).split(kChoiceSeparator);
     // A translation with another number of choices would show wrong ones.
-    if (m_comboStrings.size() != choices.split(kSeparator).size())
-        m_comboStrings = choices.split(kSeparator);
-    m_comboDatas = ini.GetIniData(section, QStringLiteral("ComboDatas"), QString()).split(kSeparator);
+    if (m_comboStrings.size() != choices.split(kChoiceSeparator).size())
+        m_comboStrings = choices.split(kChoiceSeparator);
+    m_comboDatas = ini.GetIniData(section, QStringLiteral("ComboDatas"), QString()).split(kChoiceSeparator);
     if (m_comboStrings.size() != m_comboDatas.size())
         m_faults << QStringLiteral("ComboStrings: %1 choices for %2 values")
                         .arg(m_comboStrings.size())

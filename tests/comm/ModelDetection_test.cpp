@@ -61,40 +61,40 @@ TEST_P(Conversing, EndsAsItMust)
 }
 
 using R = DetectionResult;
-const char* const kKX620 = "KX62000000-10A";
+const char* const kDetected = "KX62000000-10A";
 const char* const kOther = "ABCDEFGHIJKLMN";
 const char* const kOld = "KX41000000-10A";
 
 INSTANTIATE_TEST_SUITE_P(
     All, Conversing,
-    ::testing::Values(Conversation{"KnownAtFirst", "", kKX620, Conversing::kS, R::Found, 2, kKX620, 1},
-                      Conversation{"KnownAtSecond", "", kOther, kKX620, R::Found, 2, kKX620, 2},
+    ::testing::Values(Conversation{"KnownAtFirst", "", kDetected, Conversing::kS, R::Found, 2, kDetected, 1},
+                      Conversation{"KnownAtSecond", "", kOther, kDetected, R::Found, 2, kDetected, 2},
                       Conversation{"OtherCharacters", "", "KX620\xB1\xB2\xB3\xB4-10AB", Conversing::kS, R::Found, 2,
                                    "KX620\xEF\xBD\xB1\xEF\xBD\xB2\xEF\xBD\xB3\xEF\xBD\xB4-10AB", 1},
-                      Conversation{"UnknownCode", "", "KX99900000-10A", kKX620, R::NotFound, -1, "KX99900000-10A", 1},
+                      Conversation{"UnknownCode", "", "KX99900000-10A", kDetected, R::NotFound, -1, "KX99900000-10A", 1},
                       Conversation{"NoModelAnywhere", "", kOther, "NMLKJIHGFEDCBA", R::NotFound, -1, "NMLKJIHGFEDCBA",
                                    2},
-                      Conversation{"Silence", "", Conversing::kS, kKX620, R::NoAnswer, -1, "Nothing", 1},
+                      Conversation{"Silence", "", Conversing::kS, kDetected, R::NoAnswer, -1, "Nothing", 1},
                       Conversation{"SecondSilent", "", kOther, Conversing::kS, R::NoAnswer, -1, "Nothing", 2},
-                      Conversation{"Refused", "", Conversing::kE, kKX620, R::NoAnswer, -1, "Nothing", 1},
-                      Conversation{"DamagedKeepsTheOldString", kOld, Conversing::kD, kKX620, R::NoAnswer, -1, kOld, 1},
-                      Conversation{"DamagedThenSound", "", Conversing::kD, kKX620, R::Found, 2, kKX620, 2},
-                      Conversation{"ReplyOfAnotherLength", kOld, "KX62000000-10AXX", kKX620, R::NoAnswer, -1, kOld, 1},
-                      Conversation{"ReplyOfAnotherFunction", kOld, Conversing::kF, kKX620, R::NoAnswer, -1, kOld, 1}),
+                      Conversation{"Refused", "", Conversing::kE, kDetected, R::NoAnswer, -1, "Nothing", 1},
+                      Conversation{"DamagedKeepsTheOldString", kOld, Conversing::kD, kDetected, R::NoAnswer, -1, kOld, 1},
+                      Conversation{"DamagedThenSound", "", Conversing::kD, kDetected, R::Found, 2, kDetected, 2},
+                      Conversation{"ReplyOfAnotherLength", kOld, "KX62000000-10AXX", kDetected, R::NoAnswer, -1, kOld, 1},
+                      Conversation{"ReplyOfAnotherFunction", kOld, Conversing::kF, kDetected, R::NoAnswer, -1, kOld, 1}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(Detecting, StopEndsTheWaitAtOnceAndALateReplyIsDropped)
 {
     plug([this](const QByteArray& request) {
         QTimer::singleShot(0, &pulse, [this] { detection->stop(); });
-        return controller->requests() == 1 ? QByteArray() : answer(request, kKX620);
+        return controller->requests() == 1 ? QByteArray() : answer(request, kDetected);
     });
     start();
     detection->setModelString(QString::fromLatin1(kOld));
     const QDateTime before = box.clock.now();
     EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::Stopped);
     EXPECT_EQ(box.clock.now(), before) << "not the time-out";
-    controller->send(answer(QByteArray::fromHex("0142"), kKX620));
+    controller->send(answer(QByteArray::fromHex("0142"), kDetected));
     for (int i = 0; i < 5; ++i)
         QCoreApplication::processEvents();
     EXPECT_EQ(detection->modelString().toStdString(), kOld);
@@ -105,7 +105,7 @@ TEST_F(Detecting, AnOldSilenceDelaysNothing)
 {
     plug([this](const QByteArray& request) {
         const bool isSecond = soundController::asksFor(request, "0000FBC8");
-        return answer(request, controller->requests() == 1 ? kSilent : isSecond ? kKX620 : kOther);
+        return answer(request, controller->requests() == 1 ? kSilent : isSecond ? kDetected : kOther);
     });
     start();
     ASSERT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::NoAnswer);
@@ -132,7 +132,7 @@ TEST_F(Detecting, ASecondDetectionInsideTheFirstIsRefused)
     Detection inner{DetectionResult::Found, 0};
     plug([this, &inner](const QByteArray& request) {
         inner = detection->detect(1, 0, kCodes);
-        return answer(request, kKX620);
+        return answer(request, kDetected);
     });
     start();
     EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::Found);
@@ -168,7 +168,7 @@ TEST(ModelCodes, SelectTheFirstEntryThatBeginsAlike)
 
 TEST_F(Detecting, BadSlaveNumberSendsNothing)
 {
-    plug(kKX620);
+    plug(kDetected);
     start();
     EXPECT_FALSE(detection->getModelFromKX(248, QStringLiteral("&hFBC0")));
     EXPECT_EQ(controller->requests(), 0);

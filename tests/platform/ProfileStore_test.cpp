@@ -306,20 +306,20 @@ TEST_F(Profile, LinkStaysALink)
 // True when `work` gave true in a process without root's rights, whom the owner's mode bits hold back as well.
 template <typename Work> bool asOther(Work work)
 {
-    constexpr uid_t kOther = 65534;
+    constexpr uid_t kOtherText = 65534;
     const pid_t child = fork();
     if (child == 0)
-        _exit((geteuid() != 0 || (setgid(kOther) == 0 && setuid(kOther) == 0)) && work() ? 0 : 1);
+        _exit((geteuid() != 0 || (setgid(kOtherText) == 0 && setuid(kOtherText) == 0)) && work() ? 0 : 1);
     int status = 1;
     return waitpid(child, &status, 0) == child && status == 0;
 }
 
 TEST_F(Profile, FileThatWasNotReadWholeIsNeverWritten)
 {
-    constexpr uid_t kOther = 65534;
+    constexpr uid_t kOtherText = 65534;
     put("[S]\r\nA=1\r\n");
     QFile::setPermissions(dir.path(), QFile::Permissions(0x7777));
-    ASSERT_TRUE(geteuid() != 0 || chown(QFile::encodeName(file).constData(), kOther, kOther) == 0);
+    ASSERT_TRUE(geteuid() != 0 || chown(QFile::encodeName(file).constData(), kOtherText, kOtherText) == 0);
     EXPECT_TRUE(asOther([&] {
         QFile::setPermissions(file, QFile::WriteOwner);
         ProfileStore::Batch batch(store); // the file is looked at once
@@ -342,7 +342,7 @@ TEST_F(Profile, RightsAreThoseOfTheSystem)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "needs to change users";
-    constexpr uid_t kOther = 65534;
+    constexpr uid_t kOtherText = 65534;
     QFile::setPermissions(dir.path(), QFile::Permissions(0x7777));
     put("[S]\r\nA=1\r\n");
     QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadOther);
@@ -350,10 +350,10 @@ TEST_F(Profile, RightsAreThoseOfTheSystem)
     QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadOther | QFile::WriteOther);
     EXPECT_TRUE(asOther([&] { return set(u"A", u"3").error.contains(u"its owner and group cannot be kept"); }));
     EXPECT_EQ(content(), "[S]\r\nA=1\r\n");
-    ASSERT_EQ(chown(QFile::encodeName(file).constData(), kOther, kOther), 0);
+    ASSERT_EQ(chown(QFile::encodeName(file).constData(), kOtherText, kOtherText), 0);
     QFile::setPermissions(file, QFile::ReadOwner);
     EXPECT_TRUE(set(u"A", u"4").ok()) << "the system lets it be written";
-    EXPECT_EQ(QFileInfo(file).ownerId(), kOther);
+    EXPECT_EQ(QFileInfo(file).ownerId(), kOtherText);
     EXPECT_FALSE(QFileInfo(file).permission(QFile::WriteOwner));
 }
 

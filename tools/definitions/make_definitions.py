@@ -1,12 +1,10 @@
 #!/usr/bin/env python3
-"""Writes the definition files (data/ini) and the language files (data/Lang) from the tables of this folder.
+"""Writes the definition files (ini) and the language files (Lang) into a data folder, from the tables beside this file.
 
-  make_definitions.py           write the files that differ
-  make_definitions.py --check   write nothing; name the files that differ and exit with 1 if there are any
+  make_definitions.py FOLDER    the build does this for the folder "data" of the build
 """
 
 import argparse
-import sys
 from pathlib import Path
 
 from comm_file import comm_text
@@ -15,8 +13,6 @@ from layout import place
 from models import MODELS
 from screen_file import screen_text
 from selection_file import selection_text
-
-DATA = Path(__file__).resolve().parents[2] / "data"
 
 
 def all_files():
@@ -32,22 +28,13 @@ def all_files():
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--check", action="store_true", help="write nothing, exit with 1 when a file differs")
-    parser.add_argument("--data", type=Path, default=DATA, metavar="FOLDER", help="default: the data folder")
-    arguments = parser.parse_args()
-    differing = 0
+    parser.add_argument("folder", type=Path, metavar="FOLDER")
+    folder = parser.parse_args().folder
     for name, text in all_files():
-        file = arguments.data / name
-        content = text.rstrip("\n").replace("\n", "\r\n").encode("cp932") + b"\r\n"
-        if file.is_file() and file.read_bytes() == content:
-            continue
-        differing += 1
-        print(f"differs: {name}" if arguments.check else f"written: {name}")
-        if not arguments.check:
-            file.parent.mkdir(parents=True, exist_ok=True)
-            file.write_bytes(content)
-    return 1 if arguments.check and differing else 0
+        file = folder / name
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_bytes(text.rstrip("\n").replace("\n", "\r\n").encode("cp932") + b"\r\n")
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()
