@@ -91,7 +91,7 @@ protected:
         frmMain window(program, std::make_unique<RecordingMessages>(told));
         window.show();
         frmTraffic(program.library(), program.traceLog().filePath()).show();
-        frmComSet({window, program.ports(), program.library(), QString()}, &window).show();
+        frmComSet({window.commSettings(), program.ports(), program.library(), QString()}, &window).show();
         frmOption options(program.library(), program.settings());
         options.showModeless(&window, false);
         frmShowVersion version(program.library(), ProgramVersion::current());

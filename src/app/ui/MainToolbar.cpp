@@ -1,10 +1,14 @@
 #include "MainToolbar.h"
 
+#include "MainMenus.h"
 #include "ToolIcons.h"
 
 #include <QAction>
 
-MainToolbar::MainToolbar(QWidget* parent) : QToolBar(parent)
+#include <initializer_list>
+
+MainToolbar::MainToolbar(const MainMenus& menus, QWidget* parent)
+    : QToolBar(parent), m_send(new QAction(toolIcon(QStringLiteral("Send")), QStringLiteral("Send"), this))
 {
     setObjectName(QStringLiteral("tlbMain"));
     setAccessibleName(QStringLiteral("Commands"));
@@ -12,18 +16,19 @@ MainToolbar::MainToolbar(QWidget* parent) : QToolBar(parent)
     setContextMenuPolicy(Qt::PreventContextMenu);
     toggleViewAction()->setVisible(false);
     setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    for (const char* group : {"Open Save", "Comm Option Exit", "Recv Send", "Version Help"}) {
-        if (!m_buttons.isEmpty())
+    m_send->setObjectName(QStringLiteral("tlbMain_Send"));
+    const std::initializer_list<QAction*> groups[] = {
+        {menus.open, menus.save},
+        {menus.comm, menus.option, menus.exit},
+        {menus.recv, m_send},
+        {menus.version, menus.help},
+    };
+    for (const auto& group : groups) {
+        if (!actions().isEmpty())
             addSeparator();
-        const QStringList keys = QString::fromLatin1(group).split(u' ');
-        for (const QString& key : keys)
-            addButton(key);
+        for (QAction* command : group) {
+            command->setIconText(command->text()); // the menu's own text may be longer in a language
+            addAction(command);
+        }
     }
-}
-
-void MainToolbar::addButton(const QString& key)
-{
-    QAction* action = addAction(toolIcon(key), key);
-    action->setObjectName(QStringLiteral("tlbMain_") + key);
-    m_buttons.insert(key, action);
 }

@@ -1,22 +1,21 @@
 #pragma once
 
-#include <QHash>
 #include <QToolBar>
 
+class MainMenus;
 class QAction;
 
-// Toolbar of the main window: nine buttons, each known by its key. Captions are the keys until they are translated.
+// Toolbar of the main window: nine buttons. Each is the command of the menu; only "Send" is one of its own, which asks
+// before it sends. Captions are the English keys until they are translated.
 class MainToolbar : public QToolBar
 {
     Q_OBJECT
 
 public:
-    explicit MainToolbar(QWidget* parent = nullptr);
+    explicit MainToolbar(const MainMenus& menus, QWidget* parent = nullptr);
 
-    QAction* button(const QString& key) const { return m_buttons.value(key); } // null for another key
+    QAction* send() const { return m_send; }
 
 private:
-    void addButton(const QString& key);
-
-    QHash<QString, QAction*> m_buttons;
+    QAction* m_send;
 };

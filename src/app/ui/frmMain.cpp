@@ -17,51 +17,18 @@
 #include "ProgramContext.h"
 #include "ProgressDialogView.h"
 #include "RegisteredGrid.h"
-#include "VisibleText.h"
 #include "WidgetPlacement.h"
-#include "clsINI.h"
-#include "frmComSet.h"
-#include "frmOption.h"
-#include "frmShowVersion.h"
-#include "frmTraffic.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QClipboard>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QLabel>
-#include <QLayout>
 #include <QMenuBar>
-#include <QScopedValueRollback>
-#include <QStackedWidget>
-
-#include <algorithm>
-#include <utility>
 
 namespace {
 
-constexpr int kMaxSpreadSpaceTwips = 3000;
-constexpr int kCommCheckMs = 100;
-constexpr double kGridPointSize = 11; // that of the labels in a definition file
 constexpr QSize kDesignedSize(1280, 860);
 const QString kFormName = QStringLiteral("frmMain");
-
-// Margin between the window's edges and the grid.
-int spreadSpacePixels(clsLibrary& library)
-{
-    clsINI ini(library.context());
-    ini.setIniPath(library.getIniFilePath(QStringLiteral("Main")));
-    ini.setIniFileName(library.getIniFileName(QString()));
-    const QString text =
-        ini.GetIniData(QStringLiteral("Setting"), QStringLiteral("FormToSpreadSpace"), QStringLiteral("100"));
-    return platform::pixels(std::clamp(library.toLong(text, 100), 0, kMaxSpreadSpaceTwips));
-}
-
-platform::ColorRef namedColor(const clsLibrary& library, const char* name)
-{
-    return static_cast<platform::ColorRef>(library.StrToColor(QLatin1String(name), 0));
-}
 
 } // namespace
 
@@ -73,26 +40,13 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     if (m_questions == nullptr)
         m_questions = std::make_unique<MessageBoxPresenter>(program.library(), this);
     program.context().messages = m_questions.get();
-    m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
-        m_clsKX, m_uclComm1, program.settings(), program.traceLog(), *m_questions, *m_progress, m_controller});
-    // The window is modeless in its looks; what it sets belongs to the action that opened it, which goes on when it has
-    // closed.
-    m_shell = std::make_unique<EditorShell>(*m_engine, m_controller, [this](clsData& item, const QString& section) {
-        m_selections->choose(SelectedItem::of(item), section, this);
-    });
-    m_editor = std::make_unique<CellEditor>(m_clsKX, *m_questions, *m_shell);
-    m_selections = std::make_unique<SelectionWindows>(program.library(), *m_editor);
-    m_clipboard = std::make_unique<CellClipboard>(*m_editor);
+    setupParts();
     setupFiles();
-    m_help = std::make_unique<HelpKey>(
-        HelpKey::Parts{program.machine().paths, program.library().translation(), [this] { return helpFile(); }});
-    m_selections->Logs(&program.errorLog(), &program.traceLog());
-    connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
-    connect(m_engine.get(), &TransferEngine::readEnded, this, &frmMain::afterRead);
-    connect(m_engine.get(), &TransferEngine::written, this, &frmMain::afterWrite);
-    connect(m_engine.get(), &TransferEngine::settingsWanted, this, &frmMain::showCommSetting);
-    connect(&m_clsKX, &clsKX::LoadEvent, this, &frmMain::onLoadEvent);
     setupWindow();
+    connectParts();
+    connectMenus();
+    connectEditor();
+    registerControls();
     program.library().makeLangList();
     platform::WidgetPlacement placement(*this, kFormName);
     program.library().loadFormSize(placement);
@@ -117,7 +71,28 @@ void frmMain::start()
     for (const FolderNotice& notice : notices)
         m_questions->showMessage(notice.in(m_program.library().tranStr(notice.text)), MessageStyle::kExclamation);
     if (!m_program.settings().m_bComm || m_controller.model().isEmpty())
-        QMetaObject::invokeMethod(this, &frmMain::showCommSetting, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(m_comm.get(), &CommSettings::show, Qt::QueuedConnection);
+}
+
+void frmMain::setupParts()
+{
+    m_engine = std::make_unique<TransferEngine>(TransferEngine::Parts{
+        m_clsKX, m_uclComm1, m_program.settings(), m_program.traceLog(), *m_questions, *m_progress, m_controller});
+    // The window of selections is modeless in its looks; what it sets belongs to the action that opened it, which goes
+    // on when it has closed.
+    m_shell = std::make_unique<EditorShell>(*m_engine, m_controller, [this](clsData& item, const QString& section) {
+        m_selections->choose(SelectedItem::of(item), section, this);
+    });
+    m_editor = std::make_unique<CellEditor>(m_clsKX, *m_questions, *m_shell);
+    m_selections = std::make_unique<SelectionWindows>(m_program.library(), *m_editor);
+    m_selections->Logs(&m_program.errorLog(), &m_program.traceLog());
+    m_clipboard = std::make_unique<CellClipboard>(*m_editor);
+    m_comm = std::make_unique<CommSettings>(
+        CommSettings::Parts{m_program, m_controller, m_uclComm1, *m_engine, m_clsKX, *this});
+    m_dialogs = std::make_unique<MainDialogs>(m_program, *this);
+    m_closing = std::make_unique<ClosingQuestion>(m_program, *m_questions);
+    m_help = std::make_unique<HelpKey>(
+        HelpKey::Parts{m_program.machine().paths, m_program.library().translation(), [this] { return helpFile(); }});
 }
 
 void frmMain::setupWindow()
@@ -125,43 +100,15 @@ void frmMain::setupWindow()
     setObjectName(kFormName);
     setWindowTitle(m_program.machine().folders.baseName());
     resize(kDesignedSize.boundedTo(platform::roomFor(*this)));
-    setupGrid();
+    m_pages = new MainGrid(this);
+    setCentralWidget(m_pages);
     m_menus = std::make_unique<MainMenus>(*menuBar());
-    m_tlbMain = new MainToolbar(this);
+    m_tlbMain = new MainToolbar(*m_menus, this);
     addToolBar(m_tlbMain);
     m_stbMain = new MainStatusBar(this);
     setStatusBar(m_stbMain);
-    m_status = new MainStatus({m_program, m_controller, *m_engine, m_clsKX, m_uclComm1, *m_sprMain, *m_stbMain}, this);
-    connectMenus();
-    connectToolbar();
-    connectGrid();
-    m_timer1.setSingleShot(true);
-    m_timer1.setInterval(kCommCheckMs);
-    connect(&m_timer1, &QTimer::timeout, this, [this] {
-        if (!m_program.settings().m_bComm)
-            showCommSetting();
-    });
-    registerControls();
-}
-
-void frmMain::setupGrid()
-{
-    m_pages = new QStackedWidget(this);
-    m_pages->setObjectName(QStringLiteral("pages"));
-    m_sprMain = new platform::vaSpread(m_pages);
-    m_sprMain->setObjectName(QStringLiteral("sprMain"));
-    m_sprMain->setAccessibleName(QStringLiteral("Parameters"));
-    m_sprMain->setGrid(&m_grid);
-    m_grid.setBaseSize(kGridPointSize);
-    m_hint = new QLabel(m_pages);
-    m_hint->setObjectName(QStringLiteral("lblHint"));
-    m_hint->setAccessibleName(QStringLiteral("What to do"));
-    m_hint->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    m_hint->setWordWrap(true);
-    m_hint->setAlignment(Qt::AlignCenter);
-    m_pages->addWidget(m_sprMain);
-    m_pages->addWidget(m_hint);
-    setCentralWidget(m_pages);
+    m_status =
+        new MainStatus({m_program, m_controller, *m_engine, m_clsKX, m_uclComm1, m_pages->sheet(), *m_stbMain}, this);
 }
 
 void frmMain::setupFiles()
@@ -174,14 +121,29 @@ void frmMain::setupFiles()
     connect(m_files.get(), &ParameterFiles::fileChanged, this, [this] { m_status->showData(); });
 }
 
+void frmMain::connectParts()
+{
+    connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
+    connect(m_engine.get(), &TransferEngine::readEnded, this, &frmMain::afterRead);
+    connect(m_engine.get(), &TransferEngine::written, this, &frmMain::afterWrite);
+    connect(m_engine.get(), &TransferEngine::settingsWanted, m_comm.get(), &CommSettings::show);
+    connect(&m_clsKX, &clsKX::LoadEvent, this, &frmMain::onLoadEvent);
+    connect(m_comm.get(), &CommSettings::modelChosen, this, &frmMain::loadKXInfo);
+    connect(m_comm.get(), &CommSettings::readWanted, this, [this] { getDataFromKX(); });
+    connect(m_comm.get(), &CommSettings::closed, m_status, &MainStatus::showLink);
+    connect(m_dialogs.get(), &MainDialogs::designChanged, this, &frmMain::tranForm);
+    connect(m_dialogs.get(), &MainDialogs::optionsStored, m_comm.get(), &CommSettings::doCommCheck);
+    connect(m_stbMain, &MainStatusBar::writeClicked, this, &frmMain::showWriteDetails);
+}
+
 void frmMain::connectMenus()
 {
     connect(m_menus->open, &QAction::triggered, this, &frmMain::openDataFile);
     connect(m_menus->save, &QAction::triggered, this, &frmMain::saveDataFile);
     connect(m_menus->send, &QAction::triggered, this, &frmMain::setDataToKXAll);
-    connect(m_stbMain, &MainStatusBar::writeClicked, this, &frmMain::tellWriteDetails);
-    connect(m_menus->copy, &QAction::triggered, m_sprMain, &platform::vaSpread::requestCopy);
-    connect(m_menus->paste, &QAction::triggered, m_sprMain, &platform::vaSpread::requestPaste);
+    connect(m_tlbMain->send(), &QAction::triggered, this, &frmMain::askAndSend);
+    connect(m_menus->copy, &QAction::triggered, &m_pages->sheet(), &platform::vaSpread::requestCopy);
+    connect(m_menus->paste, &QAction::triggered, &m_pages->sheet(), &platform::vaSpread::requestPaste);
     connect(m_menus->undo, &QAction::triggered, m_editor.get(), &CellEditor::undo);
     connect(m_menus->redo, &QAction::triggered, m_editor.get(), &CellEditor::redo);
     connect(m_menus->exit, &QAction::triggered, this, &frmMain::exitApp);
@@ -195,36 +157,10 @@ void frmMain::connectMenus()
     connect(m_menus->recent, &QMenu::aboutToShow, this, &frmMain::showRecent);
 }
 
-void frmMain::connectToolbar()
+void frmMain::connectEditor()
 {
-    const std::pair<const char*, void (frmMain::*)()> commands[] = {
-        {"Open", &frmMain::openDataFile},   {"Save", &frmMain::saveDataFile}, {"Comm", &frmMain::showCommSetting},
-        {"Option", &frmMain::showOption},   {"Exit", &frmMain::exitApp},      {"Send", &frmMain::askAndSend},
-        {"Version", &frmMain::showVersion}, {"Help", &frmMain::showHelp}};
-    for (const auto& [key, command] : commands)
-        connect(m_tlbMain->button(QLatin1String(key)), &QAction::triggered, this, command);
-    connect(m_tlbMain->button(QStringLiteral("Recv")), &QAction::triggered, this, [this] { getDataFromKX(); });
-}
-
-void frmMain::connectGrid()
-{
-    using platform::vaSpread;
-    CellEditor* editor = m_editor.get();
-    connect(m_sprMain, &vaSpread::editChanged, editor, [this](int col, int row, const QString& text) {
-        if (!m_editor->checkCell(col, row, true, text))
-            m_sprMain->refuseEntry(col, row, text);
-    });
-    connect(m_sprMain, &vaSpread::comboSelChange, editor,
-            [editor](int col, int row, int choice) { editor->changeCombo(col, row, choice); });
-    connect(m_sprMain, &vaSpread::buttonClicked, editor, &CellEditor::clickCell);
-    connect(m_sprMain, &vaSpread::dblClick, editor, &CellEditor::openSelect);
-    connect(m_sprMain, &vaSpread::enterPressed, editor, &CellEditor::openSelect);
-    connect(m_sprMain, &vaSpread::copyRequested, this, [this](const platform::CellRange& range) {
-        QGuiApplication::clipboard()->setText(m_clipboard->copy(range));
-    });
-    connect(m_sprMain, &vaSpread::pasteRequested, this, [this](int col, int row, const QString& text) {
-        m_clipboard->paste({row, col}, text);
-    });
+    const CellEditor* editor = m_editor.get();
+    m_pages->connectTo(*m_editor, *m_clipboard);
     connect(editor, &CellEditor::edited, m_status, &MainStatus::showHint);
     connect(editor, &CellEditor::edited, this, &frmMain::showTitle);
     connect(editor, &CellEditor::edited, m_status, &MainStatus::showData);
@@ -241,20 +177,18 @@ void frmMain::registerControls()
     m_controls = std::make_unique<platform::ControlRegistry>(*this, kFormName);
     m_controls->add(m_tlbMain, m_tlbMain->objectName());
     m_menus->registerAt(*m_controls);
-    m_controls->add(std::make_unique<platform::RegisteredGrid>(*m_sprMain, m_sprMain->objectName(), std::nullopt));
+    m_controls->add(
+        std::make_unique<platform::RegisteredGrid>(m_pages->sheet(), m_pages->sheet().objectName(), std::nullopt));
     m_controls->add(static_cast<QStatusBar*>(m_stbMain), m_stbMain->objectName());
 }
 
 void frmMain::initForm(const LastState& last)
 {
-    const int space = spreadSpacePixels(m_program.library());
-    m_pages->setContentsMargins(space, space, space, space);
+    m_pages->applySettings(m_program.library());
     m_controller.setModel(last.modelNo, last.modelString);
     m_controller.setLine(last.slaveAddress, last.transmissionMode);
-    m_sprMain->setSelectionColors(namedColor(m_program.library(), "vbHighlight"),
-                                  namedColor(m_program.library(), "vbHighlightText"));
     ModelCatalogue(m_program.library()).ensureBuiltIn();
-    m_clsKX.setSpread(&m_grid);
+    m_clsKX.setSpread(&m_pages->cells());
     m_clsKX.Logs(&m_program.errorLog(), &m_program.traceLog());
     m_clsKX.setLib(&m_program.library());
     m_uclComm1.init(1, &m_program.library());
@@ -266,8 +200,7 @@ void frmMain::loadKXInfo(int lModelNo, const QString& sModel)
         return;
     m_program.eventLog().LogWrite(QStringLiteral("loadKXInfo%1-%2").arg(lModelNo).arg(sModel));
     m_controller.setModel(lModelNo, sModel);
-    m_grid.setMaxCols(0);
-    m_grid.setMaxRows(0);
+    m_pages->clearCells();
     m_clsKX.setMaxRC(lModelNo);
     tranForm();
 }
@@ -278,8 +211,7 @@ void frmMain::translateControls()
     setWindowTitle(m_controls->designCaption());
     m_program.library().tranForm(*m_controls);
     platform::translateDesktopDialogs(m_program.library().languageCode());
-    if (m_traffic != nullptr)
-        m_traffic->tranForm();
+    m_dialogs->translate();
     m_caption = windowTitle();
     showTitle();
 }
@@ -289,7 +221,7 @@ void frmMain::tranForm()
     translateControls();
     m_controller.setState(MainState::NoConnection);
     m_selections->closeAll();
-    m_wasOffLine = m_program.settings().m_bComm;
+    m_comm->noteFilled();
     m_clsKX.load(m_controller.modelNumber(), &m_program.library(), m_controller.model());
     m_files->forget();
     showGridOrHint();
@@ -341,81 +273,6 @@ void frmMain::afterWrite()
     showTitle();
 }
 
-void frmMain::showCommSetting()
-{
-    if (m_engine->isBusy())
-        return;
-    // The read that the settings start may ask for them: they open once more when they have closed.
-    m_settingsWanted = m_comSet != nullptr;
-    if (m_settingsWanted)
-        return;
-    do
-        runCommSetting();
-    while (std::exchange(m_settingsWanted, false) && !m_engine->isClosing());
-    m_status->showLink();
-}
-
-void frmMain::runCommSetting()
-{
-    frmComSet dialog({*this, m_program.ports(), m_program.library(), QCoreApplication::arguments().mid(1).join(u' ')},
-                     this);
-    m_comSet = &dialog;
-    dialog.Logs(&m_program.errorLog(), &m_program.traceLog());
-    dialog.exec();
-    m_comSet = nullptr;
-}
-
-void frmMain::setConfirmed(bool confirmed)
-{
-    m_controller.setState(confirmed ? MainState::Confirmed : MainState::NoConnection);
-}
-
-void frmMain::takeOver(int slaveNo, int mode, int modelPosition, const QString& modelString)
-{
-    m_controller.setLine(slaveNo, mode);
-    loadKXInfo(modelPosition < 0 ? m_controller.modelNumber() : modelPosition + 1, modelString);
-}
-
-void frmMain::showOption()
-{
-    if (m_option == nullptr) {
-        m_option = std::make_unique<frmOption>(m_program.library(), m_program.settings());
-        connect(m_option.get(), &frmOption::designChanged, this, &frmMain::tranForm);
-        connect(m_option.get(), &frmOption::stored, this, &frmMain::doCommCheck);
-    }
-    m_option->Logs(&m_program.errorLog(), &m_program.traceLog());
-    m_option->showModeless(this, true);
-}
-
-void frmMain::showVersion()
-{
-    if (m_version == nullptr)
-        m_version = std::make_unique<frmShowVersion>(m_program.library(), ProgramVersion::current());
-    m_version->showModeless(this, true);
-}
-
-// A window of its own: it is there while a transfer or the communication settings keep this one.
-void frmMain::showTraffic()
-{
-    if (m_traffic == nullptr)
-        m_traffic = std::make_unique<frmTraffic>(m_program.library(), m_program.traceLog().filePath());
-    m_traffic->show();
-    m_traffic->raise();
-    m_traffic->activateWindow();
-}
-
-// What was there before the options changed to on-line or off-line work is no controller's current data.
-void frmMain::doCommCheck()
-{
-    const bool isOffLine = m_program.settings().m_bComm;
-    if (isOffLine != std::exchange(m_wasOffLine, isOffLine)) {
-        if (isOffLine && m_clsKX.holdsDefaults()) // what was read, loaded or entered stays
-            m_clsKX.fillOffLine();
-        m_controller.setState(MainState::NoConnection);
-    }
-    m_timer1.start();
-}
-
 void frmMain::showTitle()
 {
     setWindowTitle(windowTitleText(m_caption, m_controller.model(), QFileInfo(m_files->file()).fileName()));
@@ -444,7 +301,7 @@ void frmMain::showHelp()
     m_help->openFor(QApplication::focusWidget());
 }
 
-void frmMain::tellWriteDetails()
+void frmMain::showWriteDetails()
 {
     m_questions->showMessage(m_status->writeDetails(), MessageStyle::kExclamation);
 }
@@ -455,12 +312,10 @@ void frmMain::showGridOrHint()
     const QString hint =
         gridHint(m_controller.model(), items, definitionFault(m_program.library(), m_clsKX.entry()),
                  m_program.definitionFile(m_clsKX.entry().screenFile), m_program.library().translation());
-    m_hint->setText(platform::visibleLines(hint));
-    m_pages->setCurrentWidget(hint.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
-    for (QAction* action : {m_menus->recv, m_menus->send, m_menus->open, m_menus->save, m_menus->paste})
+    m_pages->showHint(hint);
+    for (QAction* action :
+         {m_menus->recv, m_menus->send, m_tlbMain->send(), m_menus->open, m_menus->save, m_menus->paste})
         action->setEnabled(hint.isEmpty());
-    for (const char* key : {"Recv", "Send", "Open", "Save"})
-        m_tlbMain->button(QLatin1String(key))->setEnabled(hint.isEmpty());
     enableRecent();
 }
 
@@ -476,57 +331,22 @@ void frmMain::onLoadEvent(int code, int number, const QString& text)
         m_progress->close();
 }
 
-void frmMain::closeWithoutQuestion()
-{
-    m_askBeforeClosing = false;
-    if (m_asksToQuit)
-        endQuestions();
-    else
-        close();
-}
-
-// A window that is being closed cannot be closed again: the question whether to ends, and with it the closing goes on.
-void frmMain::endQuestions()
-{
-    while (QWidget* question = QApplication::activeModalWidget()) {
-        if (!question->close())
-            return;
-    }
-}
-
 void frmMain::closeEvent(QCloseEvent* event)
 {
-    if (!mayClose()) {
+    if (!m_closing->mayClose()) {
         event->ignore();
         return;
     }
     m_engine->abort();
-    if (m_comSet != nullptr)
-        m_comSet->close();
+    m_comm->close();
     m_selections->closeAll();
-    if (m_traffic != nullptr)
-        m_traffic->close();
-    saveLastSetting();
+    m_dialogs->close();
+    // The model that was selected, even when the last read found another controller: the grid belongs to it.
+    LastState{m_controller.modelNumber(), m_controller.slaveAddress(), m_controller.transmissionMode(),
+              m_controller.model()}
+        .save(m_program.library());
     m_program.library().saveFormSize(platform::WidgetPlacement(*this, kFormName));
     platform::HelpWindow::closeAll();
     event->accept();
     Q_EMIT closed();
-}
-
-bool frmMain::mayClose()
-{
-    if (!m_askBeforeClosing || !m_program.settings().m_bViewEndConf)
-        return true;
-    const QString question = m_program.library().tranStr(QStringLiteral("Quit?"));
-    const QScopedValueRollback<bool> asks(m_asksToQuit, true);
-    return m_questions->showMessage(question, MessageStyle::kYesNoExclamation) != MessageResult::kNo ||
-           !m_askBeforeClosing;
-}
-
-// The model that was selected, even when the last read found another controller: the grid belongs to it.
-void frmMain::saveLastSetting()
-{
-    LastState{m_controller.modelNumber(), m_controller.slaveAddress(), m_controller.transmissionMode(),
-              m_controller.model()}
-        .save(m_program.library());
 }

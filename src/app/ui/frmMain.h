@@ -2,9 +2,11 @@
 
 #include "CellClipboard.h"
 #include "CellEditor.h"
-#include "ComSetOwner.h"
+#include "ClosingQuestion.h"
+#include "CommSettings.h"
 #include "EditorShell.h"
-#include "GridModel.h"
+#include "MainDialogs.h"
+#include "MainGrid.h"
 #include "ParameterFiles.h"
 #include "SelectionWindows.h"
 #include "TransferEngine.h"
@@ -12,8 +14,6 @@
 #include "uclComm.h"
 
 #include <QMainWindow>
-#include <QPointer>
-#include <QTimer>
 #include <memory>
 
 class HelpKey;
@@ -24,25 +24,18 @@ class MainToolbar;
 class MessagePresenter;
 class ProgramContext;
 class ProgressDialogView;
-class QLabel;
-class QStackedWidget;
-class frmComSet;
-class frmOption;
-class frmShowVersion;
-class frmTraffic;
 struct LastState;
 
 namespace platform {
 class ControlRegistry;
-class vaSpread;
-} // namespace platform
+}
 
 // The main window: owns the grid, the loaded model, the serial link and the transfer engine, wires them and passes the
 // user's commands on. The program context is kept and outlives the window.
 //
 // Constructing it restores the last model's grid; start(), once the window is shown, asks for the communication
 // settings where they are needed.
-class frmMain : public QMainWindow, public ComSetOwner
+class frmMain : public QMainWindow
 {
     Q_OBJECT
 
@@ -71,26 +64,18 @@ public:
     void openDataFile() { m_files->openDataFile(state()); }
     void saveDataFile() { m_files->saveDataFile(); }
     void setFileChooser(const FileChooser& chooser) { m_files->setChooser(chooser); }
-    // Opens the communication settings once the event at hand has ended, unless the program works off-line.
-    void doCommCheck();
-    void showOption();
-    void showVersion();
-    void showTraffic();
+    void doCommCheck() { m_comm->doCommCheck(); }
+    void showCommSetting() { m_comm->show(); }
+    CommSettings& commSettings() { return *m_comm; }
+    void showOption() { m_dialogs->showOption(); }
+    void showVersion() { m_dialogs->showVersion(); }
+    void showTraffic() { m_dialogs->showTraffic(); }
     // For a process that is asked to end: a running transfer is given up and nobody is asked.
-    void closeWithoutQuestion();
+    void closeWithoutQuestion() { m_closing->closeUnasked(*this); }
     QString helpFile() const; // of the language in use, desktop path
 
     MainState state() const { return m_controller.state(); }
-    int slaveAddress() const override { return m_controller.slaveAddress(); }
-    int transmissionMode() const override { return m_controller.transmissionMode(); }
-    void showCommSetting();
-
-    uclComm& mainLink() override { return m_uclComm1; }
-    int modelNumber() const override { return m_controller.modelNumber(); }
-    QString currentModel() const override { return m_controller.model(); }
-    void setConfirmed(bool confirmed) override;
-    void takeOver(int slaveNo, int mode, int modelPosition, const QString& modelString) override;
-    void startRead() override { getDataFromKX(); }
+    uclComm& mainLink() { return m_uclComm1; }
 
 Q_SIGNALS:
     void closed();
@@ -99,34 +84,29 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void setupParts();
     void setupWindow();
-    void setupGrid();
     void setupFiles();
+    void connectParts();
     void connectMenus();
-    void connectToolbar();
+    void connectEditor();
     void registerControls();
     void initForm(const LastState& last);
     void showGridOrHint();
-    void tellWriteDetails();
-    void connectGrid();
     void translateControls();
     void showTitle();
     void enableRecent();
     void showRecent();
     void askAndSend();
     void showHelp();
+    void showWriteDetails();
     void afterRead();
     void afterWrite();
-    void runCommSetting();
     void onLoadEvent(int code, int number, const QString& text);
-    bool mayClose();
-    void endQuestions();
-    void saveLastSetting();
 
     ProgramContext& m_program;
     std::unique_ptr<MessagePresenter> m_questions;
     ControllerState m_controller;
-    platform::GridModel m_grid;
     clsKX m_clsKX;
     uclComm m_uclComm1;
     std::unique_ptr<ProgressDialogView> m_progress;
@@ -136,25 +116,17 @@ private:
     std::unique_ptr<CellClipboard> m_clipboard;
     std::unique_ptr<ParameterFiles> m_files;
     std::unique_ptr<SelectionWindows> m_selections;
+    std::unique_ptr<CommSettings> m_comm;
+    std::unique_ptr<MainDialogs> m_dialogs;
+    std::unique_ptr<ClosingQuestion> m_closing;
     std::unique_ptr<MainMenus> m_menus;
     std::unique_ptr<HelpKey> m_help;
     std::unique_ptr<platform::ControlRegistry> m_controls;
-    std::unique_ptr<frmOption> m_option;
-    std::unique_ptr<frmShowVersion> m_version;
-    std::unique_ptr<frmTraffic> m_traffic;
-    QPointer<frmComSet> m_comSet; // while it is open
-    QTimer m_timer1;
 
-    QStackedWidget* m_pages = nullptr;
-    platform::vaSpread* m_sprMain = nullptr;
-    QLabel* m_hint = nullptr;
+    MainGrid* m_pages = nullptr;
     MainToolbar* m_tlbMain = nullptr;
     MainStatusBar* m_stbMain = nullptr;
     MainStatus* m_status = nullptr;
 
-    bool m_wasOffLine = false;     // when the grid was filled
-    QString m_caption;             // of the window, without what it shows
-    bool m_settingsWanted = false; // the communication settings are to open, or to open once more
-    bool m_askBeforeClosing = true;
-    bool m_asksToQuit = false;
+    QString m_caption; // of the window, without what it shows
 };

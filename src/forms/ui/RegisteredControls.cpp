@@ -139,7 +139,7 @@ RegisteredToolbar::RegisteredToolbar(QToolBar& bar, const QString& name, std::op
     const auto actions = bar.actions();
     for (QAction* action : actions) {
         if (!action->isSeparator())
-            m_buttons.push_back({action, action->text(), action->toolTip()});
+            m_buttons.push_back({action, action->iconText(), action->toolTip()});
     }
 }
 
@@ -160,7 +160,7 @@ void RegisteredToolbar::setPartProperty(int part, FormProperty which, const QStr
 {
     QAction* action = m_buttons.at(static_cast<size_t>(part) - 1).action;
     if (which == FormProperty::Caption)
-        action->setText(visibleText(text));
+        action->setIconText(visibleText(text));
     else
         action->setToolTip(visibleLines(text));
 }

@@ -70,6 +70,7 @@ private:
     QString m_caption;
 };
 
+// The captions of the tabs.
 class RegisteredTabs final : public RegisteredWidget
 {
 public:
@@ -84,6 +85,7 @@ private:
     QStringList m_captions;
 };
 
+// Its buttons. Captions are the actions' icon texts: a menu may show the same action with a text of its own.
 class RegisteredToolbar final : public RegisteredWidget
 {
 public:

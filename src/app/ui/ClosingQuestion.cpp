@@ -1,0 +1,39 @@
+#include "ClosingQuestion.h"
+
+#include "MessagePresenter.h"
+#include "ProgramContext.h"
+
+#include <QApplication>
+#include <QScopedValueRollback>
+#include <QWidget>
+
+namespace {
+
+void endQuestions()
+{
+    while (QWidget* question = QApplication::activeModalWidget()) {
+        if (!question->close())
+            return;
+    }
+}
+
+} // namespace
+
+bool ClosingQuestion::mayClose()
+{
+    if (!m_asksBefore || !m_program.settings().m_bViewEndConf)
+        return true;
+    const QString question = m_program.library().tranStr(QStringLiteral("Quit?"));
+    const QScopedValueRollback<bool> asking(m_isAsking, true);
+    return m_questions.showMessage(question, MessageStyle::kYesNoExclamation) != MessageResult::kNo || !m_asksBefore;
+}
+
+// A window that is being closed cannot be closed again: the question whether to ends, and with it the closing goes on.
+void ClosingQuestion::closeUnasked(QWidget& window)
+{
+    m_asksBefore = false;
+    if (m_isAsking)
+        endQuestions();
+    else
+        window.close();
+}

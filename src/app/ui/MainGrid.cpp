@@ -1,0 +1,94 @@
+#include "MainGrid.h"
+
+#include "CellClipboard.h"
+#include "CellEditor.h"
+#include "VisibleText.h"
+#include "WidgetPlacement.h"
+#include "clsINI.h"
+#include "clsLibrary.h"
+#include "vaSpread.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kMaxSpreadSpaceTwips = 3000;
+constexpr double kGridPointSize = 11; // that of the labels in a definition file
+
+// Margin between the window's edges and the grid.
+int spreadSpacePixels(clsLibrary& library)
+{
+    clsINI ini(library.context());
+    ini.setIniPath(library.getIniFilePath(QStringLiteral("Main")));
+    ini.setIniFileName(library.getIniFileName(QString()));
+    const QString text =
+        ini.GetIniData(QStringLiteral("Setting"), QStringLiteral("FormToSpreadSpace"), QStringLiteral("100"));
+    return platform::pixels(std::clamp(library.toLong(text, 100), 0, kMaxSpreadSpaceTwips));
+}
+
+platform::ColorRef namedColor(const clsLibrary& library, const char* name)
+{
+    return static_cast<platform::ColorRef>(library.StrToColor(QLatin1String(name), 0));
+}
+
+} // namespace
+
+MainGrid::MainGrid(QWidget* parent)
+    : QStackedWidget(parent), m_sprMain(new platform::vaSpread(this)), m_hint(new QLabel(this))
+{
+    setObjectName(QStringLiteral("pages"));
+    m_sprMain->setObjectName(QStringLiteral("sprMain"));
+    m_sprMain->setAccessibleName(QStringLiteral("Parameters"));
+    m_sprMain->setGrid(&m_cells);
+    m_cells.setBaseSize(kGridPointSize);
+    m_hint->setObjectName(QStringLiteral("lblHint"));
+    m_hint->setAccessibleName(QStringLiteral("What to do"));
+    m_hint->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_hint->setWordWrap(true);
+    m_hint->setAlignment(Qt::AlignCenter);
+    addWidget(m_sprMain);
+    addWidget(m_hint);
+}
+
+void MainGrid::applySettings(clsLibrary& library)
+{
+    const int space = spreadSpacePixels(library);
+    setContentsMargins(space, space, space, space);
+    m_sprMain->setSelectionColors(namedColor(library, "vbHighlight"), namedColor(library, "vbHighlightText"));
+}
+
+void MainGrid::connectTo(CellEditor& editor, CellClipboard& clipboard)
+{
+    using platform::vaSpread;
+    connect(m_sprMain, &vaSpread::editChanged, &editor, [this, &editor](int col, int row, const QString& text) {
+        if (!editor.checkCell(col, row, true, text))
+            m_sprMain->refuseEntry(col, row, text);
+    });
+    connect(m_sprMain, &vaSpread::comboSelChange, &editor,
+            [&editor](int col, int row, int choice) { editor.changeCombo(col, row, choice); });
+    connect(m_sprMain, &vaSpread::buttonClicked, &editor, &CellEditor::clickCell);
+    connect(m_sprMain, &vaSpread::dblClick, &editor, &CellEditor::openSelect);
+    connect(m_sprMain, &vaSpread::enterPressed, &editor, &CellEditor::openSelect);
+    connect(m_sprMain, &vaSpread::copyRequested, &editor, [&clipboard](const platform::CellRange& range) {
+        QGuiApplication::clipboard()->setText(clipboard.copy(range));
+    });
+    connect(m_sprMain, &vaSpread::pasteRequested, &editor, [&clipboard](int col, int row, const QString& text) {
+        clipboard.paste({row, col}, text);
+    });
+}
+
+void MainGrid::clearCells()
+{
+    m_cells.setMaxCols(0);
+    m_cells.setMaxRows(0);
+}
+
+void MainGrid::showHint(const QString& text)
+{
+    m_hint->setText(platform::visibleLines(text));
+    setCurrentWidget(text.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "GridModel.h"
+
+#include <QStackedWidget>
+
+class CellClipboard;
+class CellEditor;
+class QLabel;
+class clsLibrary;
+
+namespace platform {
+class vaSpread;
+}
+
+// The middle of the main window: the parameter grid, or in its place a hint what to do while there is none. Owns the
+// cells; what the user does in them goes to the editor and the clipboard that it was connected to.
+class MainGrid : public QStackedWidget
+{
+    Q_OBJECT
+
+public:
+    explicit MainGrid(QWidget* parent = nullptr);
+
+    platform::GridModel& cells() { return m_cells; }
+    platform::vaSpread& sheet() { return *m_sprMain; }
+
+    // Margins and selection colours as the settings have them.
+    void applySettings(clsLibrary& library);
+    // Both are kept and outlive the grid's events.
+    void connectTo(CellEditor& editor, CellClipboard& clipboard);
+    void clearCells();
+    // An empty text shows the grid.
+    void showHint(const QString& text);
+
+private:
+    platform::GridModel m_cells;
+    platform::vaSpread* m_sprMain;
+    QLabel* m_hint;
+};
