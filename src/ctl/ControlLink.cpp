@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr int kMaxComNumber = 99;
-
 CommandResult noPort(const QString& line)
 {
     return CommandResult::failed(ExitStatus::NoAnswer, line.simplified());
@@ -29,7 +27,7 @@ int settingsPortNumber(clsLibrary& library)
     clsINI ini = mainSettings(library.context());
     const int number = library.toLong(
         ini.GetIniData(QStringLiteral("Comm1"), QStringLiteral("CommPortNo"), QStringLiteral("1"), true), 1);
-    return number >= 1 && number <= kMaxComNumber ? number : 1;
+    return number >= 1 && number <= platform::kMaxComNumber ? number : 1;
 }
 
 } // namespace

@@ -4,18 +4,12 @@
 
 #include <QSet>
 
-namespace {
-
-constexpr int kMaxComNumber = 99;
-
-}
-
 CommandResult listPorts(const platform::ComPorts& ports)
 {
     TextTable table({QStringLiteral("Port"), QStringLiteral("Device"), QStringLiteral("Description")});
     QSet<QString> named;
     int number = 0;
-    for (const platform::ComPort& port : ports.first(kMaxComNumber)) {
+    for (const platform::ComPort& port : ports.first(platform::kMaxComNumber)) {
         ++number;
         if (port.device.isEmpty())
             continue;

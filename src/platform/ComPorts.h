@@ -8,6 +8,8 @@
 
 namespace platform {
 
+constexpr int kMaxComNumber = 99; // COM1 to COM99
+
 // A serial port of this machine.
 struct ComPort
 {

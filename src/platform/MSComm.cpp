@@ -20,7 +20,6 @@ namespace platform {
 
 namespace {
 
-constexpr int kMaxPort = 99;
 constexpr int kMaxFlushes = 100; // a line that never falls silent is no reason to wait
 const QString kNotOpened = QStringLiteral("COM%1 (%2) cannot be opened");
 const QString kLost = QStringLiteral("COM%1 (%2) was lost");
@@ -155,7 +154,7 @@ int MSComm::CommPort() const
 
 void MSComm::setCommPort(int number)
 {
-    if (number >= 1 && number <= kMaxPort)
+    if (number >= 1 && number <= kMaxComNumber)
         m_commPort = number;
 }
 
