@@ -33,7 +33,7 @@ public:
     explicit Model(const Definition& definition) : library(box.context), kx(library)
     {
         settings.init(&library);
-        box.context.settings = &settings;
+        box.context.settings = settings;
         box.context.translates = false;
         kx.setSpread(&grid);
         putFile(box, library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"),

@@ -27,7 +27,7 @@ class Program
 public:
     Program(const QByteArray& used, const QByteArray& other) : library(box.context)
     {
-        box.context.settings = &settings;
+        box.context.settings = settings;
         box.context.languageFile = kFiles[0];
         putFile(box, kFolder + kFiles[0], used);
         putFile(box, kFolder + kFiles[1], other);

@@ -6,7 +6,6 @@
 #include "ModelCatalogue.h"
 #include "ModelCodes.h"
 #include "SlaveRange.h"
-#include "clsCfg.h"
 #include "clsLibrary.h"
 
 namespace {
@@ -163,8 +162,7 @@ bool ComSetSession::confirm(ComSetFields& fields)
 // Off-line the model string is taken as it is; on-line only the controller's own word counts.
 bool ComSetSession::isModelKnown(ComSetFields& fields)
 {
-    const clsCfg* settings = m_parts.library.context().settings;
-    if (settings == nullptr || !settings->m_bComm) {
+    if (!m_parts.library.context().settings.get().m_bComm) {
         const QString before = fields.modelString;
         fields.modelString.clear();
         const DetectionResult result = detect(fields);

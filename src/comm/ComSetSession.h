@@ -55,7 +55,7 @@ public:
     explicit ComSetSession(const Parts& parts, QObject* parent = nullptr);
     ~ComSetSession() override;
 
-    void Logs(clsLog* objErrLog, clsLog* objTrcLog) { m_detection.Logs(objErrLog, objTrcLog); }
+    void Logs(Log& objErrLog, Log& objTrcLog) { m_detection.Logs(objErrLog, objTrcLog); }
 
     ComSetFields open();
     void close();

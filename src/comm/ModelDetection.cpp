@@ -5,7 +5,6 @@
 #include "ProtocolNumbers.h"
 #include "clsKXAdr.h"
 #include "clsLibrary.h"
-#include "clsLog.h"
 
 namespace {
 
@@ -28,10 +27,10 @@ DetectionResult resultOf(modelcodes::Match match)
 } // namespace
 
 ModelDetection::ModelDetection(uclComm& link, const clsLibrary& library, const QString& commandLine, QObject* parent)
-    : QObject(parent), m_library(library), m_commandLine(commandLine), m_channel(link, library, nullptr)
+    : QObject(parent), m_library(library), m_commandLine(commandLine), m_channel(link, library, noLog())
 {}
 
-void ModelDetection::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+void ModelDetection::Logs(Log& objErrLog, Log& objTrcLog)
 {
     m_errorLog = objErrLog;
     m_channel.setTraceLog(objTrcLog);
@@ -84,8 +83,8 @@ bool ModelDetection::buildRequest(int lSlaveNo, const QString& sAdr)
         m_channel.setSlave(lSlaveNo, m_mode);
         m_channel.modbus().ReadDirectMemory(m_library.toLong(sAdr, 0), modelcodes::kModelStringLength);
     } catch (const ModbusError& error) {
-        if (m_errorLog != nullptr)
-            m_errorLog->LogWrite(QStringLiteral("[KXCommSetFormError]%1: %2").arg(error.source(), error.description()));
+        m_errorLog.get().LogWrite(
+            QStringLiteral("[KXCommSetFormError]%1: %2").arg(error.source(), error.description()));
         m_failure = error.description();
         return false;
     }

@@ -8,7 +8,6 @@
 #include <QStringList>
 
 class clsLibrary;
-class clsLog;
 class uclComm;
 
 // How a detection ended.
@@ -35,10 +34,10 @@ class ModelDetection : public QObject
 
 public:
     // commandLine: without the program's name. With "/D" in it the value of "/M:" takes the place of what a controller
-    // answers, so that a model can be tried without having one. traceLog may be null.
+    // answers, so that a model can be tried without having one.
     ModelDetection(uclComm& link, const clsLibrary& library, const QString& commandLine, QObject* parent = nullptr);
 
-    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+    void Logs(Log& objErrLog, Log& objTrcLog);
 
     // lSlaveNo 1 to 247, mode 0 RTU or 1 ASCII.
     Detection detect(int lSlaveNo, int mode, const QStringList& codes);
@@ -65,7 +64,7 @@ private:
     const clsLibrary& m_library;
     const QString m_commandLine;
     RequestChannel m_channel;
-    clsLog* m_errorLog = nullptr;
+    std::reference_wrapper<Log> m_errorLog = noLog();
     int m_mode = 0;
     QString m_modelString;
     QString m_failure;

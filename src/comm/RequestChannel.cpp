@@ -3,7 +3,6 @@
 #include "ModbusFrame.h"
 #include "ProtocolNumbers.h"
 #include "clsLibrary.h"
-#include "clsLog.h"
 #include "uclComm.h"
 
 #include <algorithm>
@@ -18,7 +17,7 @@ QByteArray receivedPart(const QByteArray& linkBuffer)
 
 } // namespace
 
-RequestChannel::RequestChannel(uclComm& link, const clsLibrary& library, clsLog* traceLog, QObject* parent)
+RequestChannel::RequestChannel(uclComm& link, const clsLibrary& library, Log& traceLog, QObject* parent)
     : QObject(parent), m_link(link), m_library(library), m_traceLog(traceLog),
       m_pause(library.context().machine.clock.makeTimer())
 {
@@ -54,8 +53,7 @@ void RequestChannel::traceNow()
 
 void RequestChannel::trace(const QString& tag, const QByteArray& bytes)
 {
-    if (m_traceLog != nullptr)
-        m_traceLog->LogWrite(tag + m_library.HexString(bytes));
+    m_traceLog.get().LogWrite(tag + m_library.HexString(bytes));
 }
 
 RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::function<Result()>& accepted)

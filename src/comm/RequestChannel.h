@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EventWait.h"
+#include "Log.h"
 #include "clsModbus.h"
 
 #include <QByteArray>
@@ -13,7 +14,6 @@
 #include <vector>
 
 class clsLibrary;
-class clsLog;
 class uclComm;
 
 namespace platform {
@@ -39,12 +39,11 @@ public:
     // How a request ended.
     enum class Result { WrongModel = -2, Refused = -1, Success = 0, Failed = 1 };
 
-    // traceLog may be null.
-    RequestChannel(uclComm& link, const clsLibrary& library, clsLog* traceLog, QObject* parent = nullptr);
+    RequestChannel(uclComm& link, const clsLibrary& library, Log& traceLog, QObject* parent = nullptr);
     ~RequestChannel() override;
 
     clsModbus& modbus() { return m_clsModbus; }
-    void setTraceLog(clsLog* traceLog) { m_traceLog = traceLog; }
+    void setTraceLog(Log& traceLog) { m_traceLog = traceLog; }
     // mode: 0 RTU, 1 ASCII. Throws ModbusError for an address outside 1 to 247.
     void setSlave(int slave, int mode);
     void begin(int slave, int mode); // counts and reasons begin anew
@@ -104,7 +103,7 @@ private:
 
     uclComm& m_link;
     const clsLibrary& m_library;
-    clsLog* m_traceLog;
+    std::reference_wrapper<Log> m_traceLog;
     clsModbus m_clsModbus;
     platform::EventWait m_waiting;
     std::unique_ptr<platform::Timer> m_pause;

@@ -6,7 +6,7 @@
 #include "clsKX.h"
 #include "clsLibrary.h"
 
-CommandEntry::CommandEntry(clsKX& kx) : m_editor(kx, *kx.library().context().messages, *this) {}
+CommandEntry::CommandEntry(clsKX& kx) : m_editor(kx, kx.library().context().messages, *this) {}
 
 bool CommandEntry::hasOpenCell(clsData& item)
 {

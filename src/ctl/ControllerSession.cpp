@@ -15,12 +15,12 @@ ControllerSession::ControllerSession(ProgramContext& program, const CommandLine&
     : m_program(program), m_progress(progress), m_withoutBackup(line.withoutBackup), m_controlLink(program, line),
       m_model(program), m_controller(program.settings())
 {
-    m_program.context().messages = &m_messages;
+    m_program.context().messages = m_messages;
 }
 
 ControllerSession::~ControllerSession()
 {
-    m_program.context().messages = nullptr;
+    m_program.context().messages = m_program.context().nobody;
 }
 
 CommandResult ControllerSession::load(const QString& wanted)

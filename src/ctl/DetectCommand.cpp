@@ -8,7 +8,7 @@
 DetectCommand::DetectCommand(ProgramContext& program, const CommandLine& line)
     : m_program(program), m_line(program, line), m_detection(m_line.link(), program.library(), QString())
 {
-    m_detection.Logs(&program.errorLog(), &program.traceLog());
+    m_detection.Logs(program.errorLog(), program.traceLog());
 }
 
 CommandResult DetectCommand::run()

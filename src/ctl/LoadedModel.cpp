@@ -53,7 +53,7 @@ CommandResult LoadedModel::checkFile(const QString& name) const
 CommandResult LoadedModel::loadDefinition()
 {
     m_kx.setSpread(&m_grid);
-    m_kx.Logs(&m_program.errorLog(), &m_program.traceLog());
+    m_kx.Logs(m_program.errorLog(), m_program.traceLog());
     m_kx.setMaxRC(m_model.entry.number);
     m_kx.load(m_model.entry.number, &m_program.library(), m_model.modelString);
     if (!m_kx.items().empty())

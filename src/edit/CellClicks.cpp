@@ -3,7 +3,6 @@
 #include "CellEditor.h"
 #include "ItemLimits.h"
 #include "MessagePresenter.h"
-#include "clsCfg.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
 
@@ -54,9 +53,9 @@ void CellClicks::clickItem(clsData& item, int col, int row)
     if (!m_editor.isOpen(item))
         return;
     m_editor.logItem(item, QStringLiteral("Click"));
-    const clsCfg* settings = m_kx.library().context().settings;
+    const ProgramOptions& settings = m_kx.library().context().settings;
     const bool isUnit = item.Key() == kUnitTag;
-    if (!confirm(isUnit && settings != nullptr && settings->m_bViewUnitConf))
+    if (!confirm(isUnit && settings.m_bViewUnitConf))
         return;
     if (item.CellType() == platform::CellType::Button)
         switchBit(item);
@@ -126,8 +125,7 @@ void CellClicks::openInput(clsData& item)
     const bool isCelsius = compareNumbers(value, QStringLiteral("="), QStringLiteral("0"));
     if (!isCelsius && !compareNumbers(value, QStringLiteral("="), QStringLiteral("1")))
         return;
-    const clsCfg* settings = m_kx.library().context().settings;
-    if (!confirm(settings != nullptr && settings->m_bViewInputConf))
+    if (!confirm(m_kx.library().context().settings.get().m_bViewInputConf))
         return;
     m_editor.logItem(item, isCelsius ? QStringLiteral("InputSelectCOpen") : QStringLiteral("InputSelectKOpen"));
     m_shell.openMultiSelect(item, isCelsius ? item.ICSection() : item.IKSection());

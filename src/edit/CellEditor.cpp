@@ -3,10 +3,10 @@
 #include "EntryOrder.h"
 #include "GridRefresh.h"
 #include "ItemLimits.h"
+#include "Log.h"
 #include "MessagePresenter.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
-#include "clsLog.h"
 
 #include <algorithm>
 #include <utility>
@@ -296,6 +296,5 @@ void CellEditor::logItem(const clsData& item, const QString& word) const
 
 void CellEditor::logEvent(const QString& line) const
 {
-    if (clsLog* log = m_kx.library().context().eventLog)
-        log->LogWrite(line);
+    m_kx.library().context().eventLog.get().LogWrite(line);
 }

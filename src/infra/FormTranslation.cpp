@@ -1,6 +1,5 @@
 #include "FormTranslation.h"
 
-#include "clsCfg.h"
 #include "clsINI.h"
 
 using platform::ControlKind;
@@ -32,8 +31,8 @@ QString keyword(FormProperty which)
 
 } // namespace
 
-FormTranslation::FormTranslation(platform::Form& form, clsINI& language, const clsCfg* settings)
-    : m_form(form), m_language(language), m_forced(settings != nullptr && settings->m_bForceFont ? settings : nullptr)
+FormTranslation::FormTranslation(platform::Form& form, clsINI& language, const ProgramOptions& options)
+    : m_form(form), m_language(language), m_options(options)
 {}
 
 void FormTranslation::run()
@@ -55,10 +54,10 @@ void FormTranslation::translateFormItself()
     if (caption && !caption->contains(kDocumentMark))
         m_form.setProperty(FormProperty::Caption,
                            lookUp(section, keyword(FormProperty::Caption), m_form.designCaption()));
-    if (m_forced != nullptr) {
-        m_form.setProperty(FormProperty::Font, m_forced->m_sFont);
-        m_form.setProperty(FormProperty::FontSize, m_forced->m_sFontSize);
-        m_form.setProperty(FormProperty::FontCharSet, QString::number(m_forced->m_lCharSet));
+    if (m_options.m_bForceFont) {
+        m_form.setProperty(FormProperty::Font, m_options.m_sFont);
+        m_form.setProperty(FormProperty::FontSize, m_options.m_sFontSize);
+        m_form.setProperty(FormProperty::FontCharSet, QString::number(m_options.m_lCharSet));
         return;
     }
     for (const FormProperty which : {FormProperty::Font, FormProperty::FontSize, FormProperty::FontCharSet}) {
@@ -82,8 +81,8 @@ void FormTranslation::translateControl(FormControl& control)
     else
         setFace(control, key, kControlFace);
     translateTexts(control);
-    if (!isGrid && m_forced != nullptr)
-        control.setProperty(FormProperty::FontSize, m_forced->m_sFontSize);
+    if (!isGrid && m_options.m_bForceFont)
+        control.setProperty(FormProperty::FontSize, m_options.m_sFontSize);
     else if (!isGrid)
         look(control, FormProperty::FontSize, key);
     look(control, FormProperty::ToolTipText, key);
@@ -91,9 +90,9 @@ void FormTranslation::translateControl(FormControl& control)
 
 void FormTranslation::setFace(FormControl& control, const QString& faceKey, const QString& designed)
 {
-    if (m_forced != nullptr) {
-        control.setProperty(FormProperty::Font, m_forced->m_sFont);
-        control.setProperty(FormProperty::FontCharSet, QString::number(m_forced->m_lCharSet));
+    if (m_options.m_bForceFont) {
+        control.setProperty(FormProperty::Font, m_options.m_sFont);
+        control.setProperty(FormProperty::FontCharSet, QString::number(m_options.m_lCharSet));
         return;
     }
     if (control.property(FormProperty::Font))

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "FormControls.h"
+#include "ProgramOptions.h"
 
 #include <QString>
 
-class clsCfg;
 class clsINI;
 
 // One translation of one form: walks its controls in their order, looks every property up under the control's key
@@ -12,8 +12,7 @@ class clsINI;
 class FormTranslation
 {
 public:
-    // settings may be null: no forced font.
-    FormTranslation(platform::Form& form, clsINI& language, const clsCfg* settings);
+    FormTranslation(platform::Form& form, clsINI& language, const ProgramOptions& options);
 
     void run();
 
@@ -29,6 +28,6 @@ private:
 
     platform::Form& m_form;
     clsINI& m_language;
-    const clsCfg* m_forced; // null unless the font is forced
+    const ProgramOptions& m_options;
     int m_runningIndex = 0; // of the array control met last: a control outside arrays takes it over
 };

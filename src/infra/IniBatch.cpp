@@ -1,7 +1,5 @@
 #include "IniBatch.h"
 
-#include "clsLog.h"
-
 QString IniBatch::commit()
 {
     const platform::ProfileOutcome outcome = m_batch.commit();
@@ -17,6 +15,6 @@ void IniBatch::commitLogged()
 // The same failure again and again (every key of a read-only file) is one line, not thousands.
 void IniBatch::note(const Context& context, int number, const platform::ProfileOutcome& outcome)
 {
-    if (!outcome.ok() && !outcome.isRepeated && context.errorLog != nullptr)
-        context.errorLog->LogWrite(QStringLiteral("Exception error　%1->").arg(number) + outcome.error);
+    if (!outcome.ok() && !outcome.isRepeated)
+        context.errorLog.get().LogWrite(QStringLiteral("Exception error　%1->").arg(number) + outcome.error);
 }

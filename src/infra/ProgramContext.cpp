@@ -33,12 +33,13 @@ ProgramContext::ProgramContext(const platform::PathMap& paths, const ProgramFold
 ProgramContext::ProgramContext(const platform::PathMap& paths, const platform::Folders& folders,
                                const QProcessEnvironment& environment, const platform::SystemColors& colors)
     : m_machine(platform::CodePage::fromEnvironment(), paths, folders, m_clock, colors), m_errorLog(m_machine),
-      m_traceLog(m_machine),
-      m_eventLog(m_machine), m_context{m_machine, &m_errorLog, &m_eventLog, &m_settings, QString(), true},
-      m_library(m_context), m_ports(environment, [this](const QString& key) { return portSetting(key); })
+      m_traceLog(m_machine), m_eventLog(m_machine), m_context(m_machine), m_library(m_context),
+      m_ports(environment, [this](const QString& key) { return portSetting(key); })
 {
     openLogs();
-    m_library.Logs(&m_errorLog, &m_traceLog);
+    m_library.Logs(m_errorLog, m_traceLog);
+    m_context.eventLog = m_eventLog;
+    m_context.settings = m_settings;
     loadLanguageFile();
     m_settings.init(&m_library);
     m_settings.load();

@@ -4,7 +4,6 @@
 #include "FolderName.h"
 #include "FormTranslation.h"
 #include "IniBatch.h"
-#include "clsLog.h"
 
 namespace {
 
@@ -43,8 +42,7 @@ clsINI* Translator::file()
     m_file.reset();
     const QString fault = faultOf(m_fileName);
     if (!fault.isEmpty()) {
-        if (m_context.errorLog != nullptr)
-            m_context.errorLog->LogWrite(QStringLiteral("[LibraryError]%1: the texts stay English").arg(fault));
+        m_context.errorLog.get().LogWrite(QStringLiteral("[LibraryError]%1: the texts stay English").arg(fault));
         return nullptr;
     }
     m_file = std::make_unique<clsINI>(m_context);

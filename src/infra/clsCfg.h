@@ -1,30 +1,17 @@
 #pragma once
 
+#include "ProgramOptions.h"
+
 #include <QString>
 
 class clsLibrary;
 
-// The options of section "Setting": loaded once at start-up, saved by the options dialog. Call init before load/save.
-class clsCfg
+// The options that the process keeps in the main settings file: loaded once at start-up, saved by the options dialog.
+// Call init before load and save.
+class clsCfg : public ProgramOptions
 {
 public:
-    bool m_bViewRecvConf = false;  // "ShowRecieveConfForm": ask before receiving
-    bool m_bViewSendConf = false;  // "ShowSendConfForm": ask before sending
-    bool m_bViewEndConf = false;   // "ShowProgramEndConfForm": ask before the program ends
-    bool m_bAdjustDesign = false;  // "ColWidthAdjustDesign": keep the column widths of the screen file
-    bool m_bForceFont = false;     // "ForceAppFontUpdate"
-    bool m_bComm = false;          // "UseCommunicate": off-line working, nothing is sent
-    bool m_bViewInputConf = false; // "ShowInputSelectConfForm"
-    bool m_bViewUnitConf = false;  // "ShowUnitSelectConfForm"
-    QString m_sFont;
-    QString m_sFontSize;
-    QString m_sFontWidth;
-    QString m_sFontHeight;
-    bool m_bLoadView = false; // "ShowLoadingScreen"
-    int m_lCharSet = 0;
-    bool m_bPrevInstance = false; // "NotPermitPrevInstance"
-
-    void init(clsLibrary* objLib);
+    void init(clsLibrary* objLib); // kept by reference
     void load();
     // Empty, or why the options are not on the disk.
     [[nodiscard]] QString save();

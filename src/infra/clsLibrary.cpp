@@ -6,11 +6,9 @@
 #include "FileLocations.h"
 #include "FilePaths.h"
 #include "FolderName.h"
-#include "MessageBoxPlan.h"
 #include "TextTools.h"
 #include "WindowLayout.h"
 #include "clsINI.h"
-#include "clsLog.h"
 
 #include <cmath>
 
@@ -266,15 +264,11 @@ void clsLibrary::saveColSize(const platform::GridModel& oSpread, const QString& 
 
 qint32 clsLibrary::showMessage(const QString& Prompt, qint32 Buttons, const QString& Title, qint32 lTimer) const
 {
-    if (m_context.messages != nullptr)
-        return m_context.messages->showMessage(Prompt, Buttons, Title, lTimer);
-    if (m_context.errorLog != nullptr)
-        m_context.errorLog->LogWrite(QStringLiteral("[LibraryError]showMessage: ") + Prompt);
-    return MessageBoxPlan(Buttons).defaultResult();
+    return m_context.messages.get().showMessage(Prompt, Buttons, Title, lTimer);
 }
 
-void clsLibrary::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+void clsLibrary::Logs(Log& objErrLog, Log& objTrcLog)
 {
-    m_errorLog = objErrLog;
-    m_traceLog = objTrcLog;
+    Q_UNUSED(objTrcLog);
+    m_context.errorLog = objErrLog;
 }

@@ -9,8 +9,6 @@
 #include <QString>
 #include <QVariant>
 
-class clsLog;
-
 namespace platform {
 class FormPlacement;
 class GridModel;
@@ -87,12 +85,11 @@ public:
     void saveColSize(const platform::GridModel& oSpread, const QString& sName, const QString& sFileName) const;
 
     // A question or notice by the context's presenter (MessagePresenter.h), which knows the window that it belongs to;
-    // lTimer in seconds. Without a presenter it is a line of the error log and counts as answered by its default
-    // button.
+    // lTimer in seconds.
     qint32 showMessage(const QString& Prompt, qint32 Buttons, const QString& Title = {}, qint32 lTimer = 0) const;
 
-    // Logs for the error and trace lines of this class ("[LibraryError]", "[LibraryTrace]").
-    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+    // Log of the error lines of this class ("[LibraryError]"): the process's own. It has no trace lines.
+    void Logs(Log& objErrLog, Log& objTrcLog);
 
 private:
     Context& m_context;
@@ -100,6 +97,4 @@ private:
     platform::UserLocale m_locale;
     mutable Translator m_translator;
     LanguageList m_languages;
-    clsLog* m_errorLog = nullptr;
-    clsLog* m_traceLog = nullptr;
 };

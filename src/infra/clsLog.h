@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Log.h"
 #include "Machine.h"
 
 #include <QByteArray>
@@ -9,7 +10,7 @@
 
 // One fixed-size ring log file: a 16-byte header and records of one length, the oldest overwritten when the ring is
 // full. Every LogWrite opens, writes and closes; a failure is silent. Not guarded against a second process.
-class clsLog
+class clsLog final : public Log
 {
 public:
     static constexpr int kHeaderBytes = 16;
@@ -36,7 +37,7 @@ public:
     void setLogSwitch(bool on) { m_logSwitch = on; }
 
     // Appends the message as one or more records that bear the same time stamp.
-    void LogWrite(const QString& Message);
+    void LogWrite(const QString& Message) override;
 
 private:
     platform::Machine& m_machine;

@@ -4,7 +4,6 @@
 #include "FontSize.h"
 #include "Numbers.h"
 #include "OptionExpression.h"
-#include "clsCfg.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
 
@@ -45,8 +44,7 @@ clsINI GridBuilder::screenFile(clsLibrary& library, const ModelEntry& entry)
 
 void GridBuilder::build()
 {
-    const clsCfg* settings = m_library.context().settings;
-    if (settings == nullptr || !settings->m_bLoadView)
+    if (!m_library.context().settings.get().m_bLoadView)
         m_grid.setShown(false);
     m_grid.beginUpdate();
     prepareGrid();
@@ -238,8 +236,7 @@ void GridBuilder::layItem(const clsData& item)
 
 void GridBuilder::fitSizes()
 {
-    const clsCfg* settings = m_library.context().settings;
-    if (settings == nullptr || !settings->m_bAdjustDesign) {
+    if (!m_library.context().settings.get().m_bAdjustDesign) {
         for (int col = 0; col <= m_grid.maxCols(); ++col)
             m_grid.setColWidth(col, m_grid.maxTextColWidth(col));
     }

@@ -4,7 +4,6 @@
 #include "HeldValue.h"
 #include "ItemLimits.h"
 #include "LockRules.h"
-#include "clsCfg.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
 
@@ -130,8 +129,7 @@ QString GridRefresh::textOf(const clsData& item) const
 
 void GridRefresh::widen(const clsData& item)
 {
-    const clsCfg* settings = m_owner.library().context().settings;
-    if (settings != nullptr && settings->m_bAdjustDesign)
+    if (m_owner.library().context().settings.get().m_bAdjustDesign)
         return;
     platform::GridModel* grid = m_owner.spread();
     const double needed = grid->maxTextColWidth(item.Col());

@@ -4,7 +4,6 @@
 #include "IniBatch.h"
 #include "Numbers.h"
 #include "ProgramVersion.h"
-#include "clsCfg.h"
 #include "clsINI.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
@@ -31,7 +30,7 @@ QString ParameterFile::save(const ParameterSet& set) const
 {
     platform::Machine& machine = m_library.context().machine;
     const QString file = machine.paths.toMachineForSaving(m_fileName);
-    const clsCfg* settings = m_library.context().settings;
+    const bool isOffLine = m_library.context().settings.get().m_bComm;
     IniBatch batch(m_library.context());
     QString refusal;
     const auto put = [&](const QString& section, const QString& key, const QString& value) {
@@ -41,8 +40,7 @@ QString ParameterFile::save(const ParameterSet& set) const
             refusal = outcome.error;
     };
     put(kInfo, kModel, set.modelString);
-    put(kInfo, QStringLiteral("OffLine"),
-        settings != nullptr && settings->m_bComm ? QStringLiteral("True") : QStringLiteral("False"));
+    put(kInfo, QStringLiteral("OffLine"), isOffLine ? QStringLiteral("True") : QStringLiteral("False"));
     put(kInfo, QStringLiteral("SaveDate"), machine.clock.now().toString(QStringLiteral("yyyy/MM/dd HH:mm:ss")));
     put(kInfo, QStringLiteral("SoftwareVersion"), ProgramVersion::current().plain());
     put(kInfo, QStringLiteral("LangugeFile"), m_library.context().languageFile);

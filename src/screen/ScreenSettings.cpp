@@ -1,10 +1,10 @@
 #include "ScreenSettings.h"
 
 #include "FontSize.h"
+#include "Log.h"
 #include "Numbers.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
-#include "clsLog.h"
 
 #include <algorithm>
 
@@ -21,7 +21,7 @@ int presentSections(clsINI& ini, const QString& prefix)
     return count;
 }
 
-int readCount(clsINI& ini, const clsLibrary& library, const QString& key, const QString& prefix, clsLog* errorLog)
+int readCount(clsINI& ini, const clsLibrary& library, const QString& key, const QString& prefix, Log& errorLog)
 {
     const QString text = ini.GetIniData(kSetting, key, QStringLiteral("0"));
     const int count = library.toLong(text, 0);
@@ -30,10 +30,9 @@ int readCount(clsINI& ini, const clsLibrary& library, const QString& key, const 
     if (count >= 0 && count <= std::min(2 * ini.numberedSections(prefix), ScreenSettings::kMaxSections))
         return count;
     const int present = count < 0 ? 0 : presentSections(ini, prefix);
-    if (errorLog != nullptr)
-        errorLog->LogWrite(QStringLiteral("[KXClassError]screen file: %1=%2 is not a count; %3 sections are used")
-                               .arg(key, text)
-                               .arg(present));
+    errorLog.LogWrite(QStringLiteral("[KXClassError]screen file: %1=%2 is not a count; %3 sections are used")
+                          .arg(key, text)
+                          .arg(present));
     return present;
 }
 
@@ -47,14 +46,14 @@ QString ScreenSettings::ext() const
 
 void ScreenSettings::loadSize(clsINI& ini, const clsLibrary& library)
 {
-    blockCount = readCount(ini, library, QStringLiteral("BlockMaxCount"), QStringLiteral("BlockInfo"), nullptr);
-    stringCount = readCount(ini, library, QStringLiteral("StringMaxCount"), QStringLiteral("Strings"), nullptr);
-    dataCount = readCount(ini, library, QStringLiteral("DataMaxCount"), QStringLiteral("Datas"), nullptr);
+    blockCount = readCount(ini, library, QStringLiteral("BlockMaxCount"), QStringLiteral("BlockInfo"), noLog());
+    stringCount = readCount(ini, library, QStringLiteral("StringMaxCount"), QStringLiteral("Strings"), noLog());
+    dataCount = readCount(ini, library, QStringLiteral("DataMaxCount"), QStringLiteral("Datas"), noLog());
     maxRow = library.toLong(ini.GetIniData(kSetting, QStringLiteral("MaxRow"), QStringLiteral("10")), 0);
     maxCol = library.toLong(ini.GetIniData(kSetting, QStringLiteral("MaxCol"), QStringLiteral("10")), 0);
 }
 
-void ScreenSettings::load(clsINI& ini, const clsLibrary& library, const QString& modelCode, clsLog* errorLog)
+void ScreenSettings::load(clsINI& ini, const clsLibrary& library, const QString& modelCode, Log& errorLog)
 {
     extension = ini.GetIniData(kSetting, QStringLiteral("ExtName"), QString());
     dataPath = ini.GetIniData(kSetting, QStringLiteral("DataPath"), QString());

@@ -42,7 +42,7 @@ QString formatFor(int places)
 
 } // namespace
 
-void clsData::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+void clsData::Logs(Log& objErrLog, Log& objTrcLog)
 {
     m_errorLog = objErrLog;
     m_traceLog = objTrcLog;

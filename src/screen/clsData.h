@@ -3,15 +3,16 @@
 #include "ChoiceTable.h"
 #include "GridModel.h"
 #include "ItemLimits.h"
+#include "Log.h"
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <vector>
 
 class clsINI;
 class clsKX;
 class clsLibrary;
-class clsLog;
 
 // Item types (MType).
 enum class ItemType { Bit = 0, Data = 1, Combo = 2, Multi = 3, Input = 4, String = 5 };
@@ -52,7 +53,7 @@ class clsData
 public:
     int Edit = EditState::kUntouched;
 
-    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+    void Logs(Log& objErrLog, Log& objTrcLog);
 
     // Reads section "Datas"number. bUse false: the item is visible whatever the file says.
     void load(clsINI& objIni, int number, clsKX* owner, clsLibrary* objLib, bool bUse);
@@ -185,8 +186,8 @@ private:
     ChoiceTable m_inputKTable;
     clsKX* m_owner = nullptr;
     clsLibrary* m_library = nullptr;
-    clsLog* m_errorLog = nullptr;
-    clsLog* m_traceLog = nullptr;
+    std::reference_wrapper<Log> m_errorLog = noLog();
+    std::reference_wrapper<Log> m_traceLog = noLog();
     mutable bool m_resolving = false; // inside a look-up that may lead back here
     QStringList m_faults;
 };

@@ -4,7 +4,6 @@
 #include "clsINI.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
-#include "clsLog.h"
 
 namespace {
 
@@ -124,8 +123,7 @@ void clsData::readChoices(clsINI& ini, const QString& section)
 
 void clsData::readTables()
 {
-    if (m_library->context().eventLog != nullptr)
-        m_library->context().eventLog->LogWrite(QStringLiteral("ReadMulti   :") + m_tag);
+    m_library->context().eventLog.get().LogWrite(QStringLiteral("ReadMulti   :") + m_tag);
     const QString folder = m_library->getIniFilePath(QString());
     if (!m_library->FileExists(folder + u'\\' + kTablesFile)) {
         m_owner->noteMissingTables();

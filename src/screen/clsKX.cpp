@@ -8,10 +8,8 @@
 #include "OptionExpression.h"
 #include "ProfileDocument.h"
 #include "WrittenItems.h"
-#include "clsCfg.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
-#include "clsLog.h"
 
 #include <algorithm>
 #include <utility>
@@ -60,7 +58,7 @@ void clsKX::setLib(clsLibrary* library)
     m_library = library;
 }
 
-void clsKX::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+void clsKX::Logs(Log& objErrLog, Log& objTrcLog)
 {
     m_errorLog = objErrLog;
     m_traceLog = objTrcLog;
@@ -68,14 +66,12 @@ void clsKX::Logs(clsLog* objErrLog, clsLog* objTrcLog)
 
 void clsKX::logError(const QString& message) const
 {
-    if (m_errorLog != nullptr)
-        m_errorLog->LogWrite(QStringLiteral("[KXClassError]") + message);
+    m_errorLog.get().LogWrite(QStringLiteral("[KXClassError]") + message);
 }
 
 void clsKX::logTrace(const QString& message) const
 {
-    if (m_traceLog != nullptr)
-        m_traceLog->LogWrite(QStringLiteral("[KXClassTrace]") + message);
+    m_traceLog.get().LogWrite(QStringLiteral("[KXClassTrace]") + message);
 }
 
 QString clsKX::getOptStr(int n) const
@@ -222,8 +218,7 @@ void clsKX::refreshSpread(bool bFromComm, const std::vector<clsBlock*>* colRefDa
 
 bool clsKX::isOffLine() const
 {
-    const clsCfg* settings = m_library->context().settings;
-    return settings != nullptr && settings->m_bComm;
+    return m_library->context().settings.get().m_bComm;
 }
 
 bool clsKX::holdsDefaults() const

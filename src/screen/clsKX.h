@@ -2,6 +2,7 @@
 
 #include "DecimalTable.h"
 #include "GridModel.h"
+#include "Log.h"
 #include "ModelCatalogue.h"
 #include "MultiSet.h"
 #include "ParameterFile.h"
@@ -14,11 +15,11 @@
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
 class clsLibrary;
-class clsLog;
 
 // The memory images of a model, one for each read section, in the order in which the data items name them.
 class ImageCollection
@@ -51,7 +52,7 @@ public:
     platform::GridModel* spread() const { return m_grid; }
     void setLib(clsLibrary* library);
     clsLibrary& library() const { return *m_library; }
-    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+    void Logs(Log& objErrLog, Log& objTrcLog);
     void logError(const QString& message) const;
     void logTrace(const QString& message) const;
 
@@ -162,8 +163,8 @@ private:
     void checkColor(const QString& where, const QString& text); // notes a colour text of no known form
 
     clsLibrary* m_library;
-    clsLog* m_errorLog = nullptr;
-    clsLog* m_traceLog = nullptr;
+    std::reference_wrapper<Log> m_errorLog = noLog();
+    std::reference_wrapper<Log> m_traceLog = noLog();
     platform::GridModel* m_grid = nullptr;
     QString m_modelString;
     ModelEntry m_entry;

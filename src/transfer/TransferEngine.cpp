@@ -7,7 +7,7 @@
 #include "uclComm.h"
 
 TransferEngine::TransferEngine(const Parts& parts, QObject* parent)
-    : QObject(parent), m_parts(parts), m_channel(parts.link, parts.kx.library(), &parts.traceLog),
+    : QObject(parent), m_parts(parts), m_channel(parts.link, parts.kx.library(), parts.traceLog),
       m_read({parts.kx, parts.settings, parts.questions, parts.progress, parts.controller, m_channel},
              [this](const QString& entry, int attempt, int maximum, const QString& reason) {
                  Q_EMIT attemptFailed(entry, attempt, maximum, reason);

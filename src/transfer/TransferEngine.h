@@ -14,7 +14,7 @@
 #include <functional>
 
 class clsCfg;
-class clsLog;
+class Log;
 class uclComm;
 
 // Moves parameters between the controller and the memory images, without a window. One transfer at a time; each returns
@@ -31,7 +31,7 @@ public:
         clsKX& kx;
         uclComm& link;
         clsCfg& settings;
-        clsLog& traceLog;
+        Log& traceLog;
         MessagePresenter& questions;
         ProgressView& progress;
         ControllerState& controller;

@@ -21,8 +21,8 @@ class Session : public DetectionFixture
 protected:
     Session()
     {
-        box.context.settings = &settings;
-        box.context.messages = &messages;
+        box.context.settings = settings;
+        box.context.messages = messages;
     }
 
     // lines: of section "Comm1".

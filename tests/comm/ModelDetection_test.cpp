@@ -17,7 +17,7 @@ protected:
         link = std::make_unique<uclComm>(ports, box.clock);
         link->init(1, &library);
         detection = std::make_unique<ModelDetection>(*link, library, commandLine);
-        detection->Logs(&errorLog, &traceLog);
+        detection->Logs(errorLog, traceLog);
     }
 
     std::unique_ptr<uclComm> link;

@@ -34,7 +34,7 @@ protected:
         const char* commandLine = "";
     };
 
-    ComSet() : ports{QProcessEnvironment()} { box.context.messages = &messages; }
+    ComSet() : ports{QProcessEnvironment()} { box.context.messages = messages; }
 
     void open(const Setup& setup)
     {
@@ -61,7 +61,6 @@ protected:
         owner->model = QStringLiteral("KX41000000-10A");
         dialog = std::make_unique<frmComSet>(
             ComSetSession::Parts{*owner, ports, library, QString::fromLatin1(setup.commandLine)}, &window);
-        dialog->Logs(nullptr, nullptr);
         dialog->show();
     }
 

@@ -15,7 +15,7 @@ protected:
     OptionsFixture() : library(box.context)
     {
         settings.init(&library);
-        box.context.settings = &settings;
+        box.context.settings = settings;
     }
 
     void load(const QByteArray& setting = {}, const QByteArray& languages = kTwoLanguages)

@@ -8,7 +8,7 @@
 class SelectionFixture : public OptionsFixture, public MultiSelectOwner
 {
 protected:
-    SelectionFixture() { box.context.messages = &messages; }
+    SelectionFixture() { box.context.messages = messages; }
 
     void setData(const QString& sTag, const QString& sData, bool bCheck) override
     {

@@ -60,8 +60,8 @@ protected:
         eventLog.setLogFileName(QStringLiteral("Event.log"));
         errorLog.setLogPath(QStringLiteral("C:\\Vorlant\\Log"));
         errorLog.setLogFileName(QStringLiteral("Error.log"));
-        box.context.eventLog = &eventLog;
-        kx.Logs(&errorLog, nullptr);
+        box.context.eventLog = eventLog;
+        kx.Logs(errorLog, noLog());
         settings.m_bAdjustDesign = true;
     }
 

@@ -50,7 +50,7 @@ TEST(ShowMessage, WithoutAPresenterIsLoggedAndTakesTheDefault)
     TestMachine box;
     clsLog log(box.machine);
     log.setLogFileName(QStringLiteral("Err.log"));
-    box.context.errorLog = &log;
+    box.context.errorLog = log;
     const clsLibrary library(box.context);
     EXPECT_EQ(library.showMessage(QStringLiteral("Nobody reads this"), 4 + 256), MessageResult::kNo);
     QFile file(box.path(QStringLiteral("C:\\Vorlant\\Err.log")));

@@ -15,7 +15,7 @@ class Translation : public ::testing::Test
 protected:
     Translation() : library(box.context)
     {
-        box.context.settings = &settings;
+        box.context.settings = settings;
         box.context.languageFile = QStringLiteral("T.txt");
     }
 

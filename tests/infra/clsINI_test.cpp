@@ -15,7 +15,7 @@ protected:
     Ini()
     {
         log.setLogFileName(QStringLiteral("Err.log"));
-        box.context.errorLog = &log;
+        box.context.errorLog = log;
         ini.setIniFileName(QStringLiteral("t.ini"));
     }
     QString file() { return box.path(QStringLiteral("C:\\Vorlant")) + QStringLiteral("/t.ini"); }

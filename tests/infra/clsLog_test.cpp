@@ -10,10 +10,10 @@
 
 namespace {
 
-class Log : public ::testing::Test
+class LogFile : public ::testing::Test
 {
 protected:
-    Log()
+    LogFile()
     {
         log.setLogPath(QStringLiteral("C:\\Vorlant\\Log\\\\"));
         log.setLogFileName(QStringLiteral("L.log"));
@@ -26,7 +26,7 @@ protected:
     clsLog log{box.machine};
 };
 
-TEST_F(Log, FirstRecordByteByByte)
+TEST_F(LogFile, FirstRecordByteByByte)
 {
     log.LogWrite(QStringLiteral("Hello"));
     QByteArray expected = QByteArray::fromHex("FF0F0000"
@@ -38,7 +38,7 @@ TEST_F(Log, FirstRecordByteByByte)
     EXPECT_EQ(content(), expected);
 }
 
-TEST_F(Log, RingOverwritesTheOldest)
+TEST_F(LogFile, RingOverwritesTheOldest)
 {
     log.setMaxLogCnt(3);
     log.setLogRecSize(40);
@@ -50,7 +50,7 @@ TEST_F(Log, RingOverwritesTheOldest)
     EXPECT_EQ(body(3, 40).trimmed(), "3");
 }
 
-TEST_F(Log, LongMessagesAreSpread)
+TEST_F(LogFile, LongMessagesAreSpread)
 {
     log.LogWrite(QString(229, u'a'));
     EXPECT_EQ(last(), 1);
@@ -70,7 +70,7 @@ TEST_F(Log, LongMessagesAreSpread)
     EXPECT_EQ(box.machine.codePage.toText(body(2, 32)), u"ñ ");
 }
 
-TEST_F(Log, OtherOrDamagedFileIsRestarted)
+TEST_F(LogFile, OtherOrDamagedFileIsRestarted)
 {
     log.LogWrite(QStringLiteral("old"));
     log.setLogRecSize(64);
@@ -90,7 +90,7 @@ TEST_F(Log, OtherOrDamagedFileIsRestarted)
 }
 
 // A pipe would make the program wait, and a link into a shared folder may be another user's.
-TEST_F(Log, OnlyARegularFileIsWritten)
+TEST_F(LogFile, OnlyARegularFileIsWritten)
 {
     const QByteArray folder = QFile::encodeName(box.path(QStringLiteral("C:\\Vorlant\\Log")));
     log.setLogPath(QStringLiteral("C:\\Vorlant\\Log"));
@@ -107,7 +107,7 @@ TEST_F(Log, OnlyARegularFileIsWritten)
     EXPECT_EQ(box.content(QStringLiteral("C:\\Vorlant\\kept.txt")), "good");
 }
 
-TEST_F(Log, RefusedSettingsAndFailuresAreSilent)
+TEST_F(LogFile, RefusedSettingsAndFailuresAreSilent)
 {
     log.setLogRecSize(27);
     log.setMaxLogCnt(0);

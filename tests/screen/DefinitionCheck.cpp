@@ -117,9 +117,9 @@ void DefinitionCheck::loadNoted(int number, const QString& modelString)
     clsLog log(m_context.machine);
     log.setLogPath(QStringLiteral("C:\\Vorlant\\Log"));
     log.setLogFileName(QStringLiteral("Check.log"));
-    m_kx.Logs(&log, nullptr);
+    m_kx.Logs(log, noLog());
     m_kx.load(number, &m_library, modelString);
-    m_kx.Logs(nullptr, nullptr);
+    m_kx.Logs(noLog(), noLog());
     QFile file(m_context.machine.paths.toMachine(QStringLiteral("C:\\Vorlant\\Log\\Check.log")));
     if (!file.open(QIODevice::ReadOnly))
         return;

@@ -115,7 +115,7 @@ TEST_F(Refresh, MissingTablesAreToldOnce)
 {
     RecordingMessages::Record told;
     RecordingMessages presenter(told);
-    box.context.messages = &presenter;
+    box.context.messages = presenter;
     load("[Setting]\nDataMaxCount=2\nMaxRow=5\nMaxCol=1\n" +
          dataSection(1, "Tag=A\nCellType=Multi\nMultiSelectSection=AL\nDataLen=1") +
          dataSection(2, "Tag=B\nCellType=Input\nInputCSelectSection=C\nDataLen=1"));

@@ -15,7 +15,7 @@ protected:
     ScreenFixture() : library(box.context), kx(library)
     {
         settings.init(&library);
-        box.context.settings = &settings;
+        box.context.settings = settings;
         kx.setSpread(&grid);
         library.getIniFilePath(QStringLiteral("Main"));
         put(library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"),

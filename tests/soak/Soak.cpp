@@ -68,7 +68,7 @@ Soak::Soak(int mode, unsigned seed, SoakResult& result)
       m_engine({m_kx, m_link, m_program.settings, m_trace, m_shell, m_shell, m_state}), m_idle(m_program.box.clock),
       m_start(m_program.box.clock.now()), m_witness(m_far.library)
 {
-    m_program.box.context.messages = &m_shell;
+    m_program.box.context.messages = m_shell;
     m_state.setModel(1, RealModel::kModelString);
     m_state.setLine(1, mode);
     m_state.setState(MainState::Confirmed);

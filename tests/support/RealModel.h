@@ -18,7 +18,7 @@ public:
     RealModel() : library(box.context)
     {
         settings.init(&library);
-        box.context.settings = &settings;
+        box.context.settings = settings;
         box.context.translates = false;
         const QString definitions = library.getIniFilePath(QString()) + u'\\';
         const QDir data(QStringLiteral(VORLANT_DATA_DIR "/ini"));

@@ -18,7 +18,7 @@ struct TestMachine
     platform::Machine machine;
     Context context;
 
-    TestMachine() : machine(makeMachine(dir, clock, colors)), context{machine, nullptr, nullptr, nullptr, QString()} {}
+    TestMachine() : machine(makeMachine(dir, clock, colors)), context(machine) {}
 
     // The machine path of a desktop path, and the file there; one that is not there has no bytes.
     QString path(const QString& desktopPath) const { return machine.paths.toMachine(desktopPath); }

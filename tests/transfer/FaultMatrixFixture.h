@@ -39,7 +39,7 @@ protected:
     void start(int mode)
     {
         state.setLine(1, mode);
-        box.context.messages = &window;
+        box.context.messages = window;
         idle.emplace(box.clock);
         writeDefinition();
         kx.load(1, &library, state.model());

@@ -62,7 +62,7 @@ protected:
     void detect()
     {
         ComSetSession session({window, ports, library, QString()});
-        session.Logs(nullptr, &trace);
+        session.Logs(noLog(), trace);
         ComSetFields fields = session.open();
         session.confirm(fields);
     }

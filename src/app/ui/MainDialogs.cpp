@@ -16,7 +16,7 @@ void MainDialogs::showOption()
         connect(m_option.get(), &frmOption::designChanged, this, &MainDialogs::designChanged);
         connect(m_option.get(), &frmOption::stored, this, &MainDialogs::optionsStored);
     }
-    m_option->Logs(&m_program.errorLog(), &m_program.traceLog());
+    m_option->Logs(m_program.errorLog(), m_program.traceLog());
     m_option->showModeless(&m_window, true);
 }
 

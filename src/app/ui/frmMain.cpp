@@ -39,7 +39,7 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
 {
     if (m_questions == nullptr)
         m_questions = std::make_unique<MessageBoxPresenter>(program.library(), this);
-    program.context().messages = m_questions.get();
+    program.context().messages = *m_questions;
     setupParts();
     setupFiles();
     setupWindow();
@@ -62,7 +62,7 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
 
 frmMain::~frmMain()
 {
-    m_program.context().messages = nullptr;
+    m_program.context().messages = m_program.context().nobody;
 }
 
 void frmMain::start()
@@ -85,7 +85,7 @@ void frmMain::setupParts()
     });
     m_editor = std::make_unique<CellEditor>(m_clsKX, *m_questions, *m_shell);
     m_selections = std::make_unique<SelectionWindows>(m_program.library(), *m_editor);
-    m_selections->Logs(&m_program.errorLog(), &m_program.traceLog());
+    m_selections->Logs(m_program.errorLog(), m_program.traceLog());
     m_clipboard = std::make_unique<CellClipboard>(*m_editor);
     m_comm = std::make_unique<CommSettings>(
         CommSettings::Parts{m_program, m_controller, m_uclComm1, *m_engine, m_clsKX, *this});
@@ -189,7 +189,7 @@ void frmMain::initForm(const LastState& last)
     m_controller.setLine(last.slaveAddress, last.transmissionMode);
     ModelCatalogue(m_program.library()).ensureBuiltIn();
     m_clsKX.setSpread(&m_pages->cells());
-    m_clsKX.Logs(&m_program.errorLog(), &m_program.traceLog());
+    m_clsKX.Logs(m_program.errorLog(), m_program.traceLog());
     m_clsKX.setLib(&m_program.library());
     m_uclComm1.init(1, &m_program.library());
 }

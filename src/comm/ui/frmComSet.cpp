@@ -63,7 +63,7 @@ frmComSet::frmComSet(const ComSetSession::Parts& parts, QWidget* parent)
 
 frmComSet::~frmComSet() = default;
 
-void frmComSet::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+void frmComSet::Logs(Log& objErrLog, Log& objTrcLog)
 {
     m_session.Logs(objErrLog, objTrcLog);
 }

@@ -15,7 +15,6 @@ class QProgressBar;
 class QPushButton;
 class QRadioButton;
 class QVBoxLayout;
-class clsLog;
 
 namespace platform {
 class ControlRegistry;
@@ -35,7 +34,7 @@ public:
     explicit frmComSet(const ComSetSession::Parts& parts, QWidget* parent = nullptr);
     ~frmComSet() override;
 
-    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+    void Logs(Log& objErrLog, Log& objTrcLog);
 
     // Escape: gives a detection up, else leaves like Cancel.
     void reject() override;

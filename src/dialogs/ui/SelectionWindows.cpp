@@ -8,7 +8,7 @@ SelectionWindows::~SelectionWindows()
         delete window;
 }
 
-void SelectionWindows::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+void SelectionWindows::Logs(Log& objErrLog, Log& objTrcLog)
 {
     m_errorLog = objErrLog;
     m_traceLog = objTrcLog;

@@ -15,7 +15,7 @@ public:
     SelectionWindows(const SelectionWindows&) = delete;
     SelectionWindows& operator=(const SelectionWindows&) = delete;
 
-    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+    void Logs(Log& objErrLog, Log& objTrcLog);
 
     // bDisable: frmOwner is disabled while the window is open. Null: the table cannot be used, which was told.
     frmMultiSelect* open(const SelectedItem& item, const QString& table, QWidget* frmOwner, bool bDisable);
@@ -27,6 +27,6 @@ private:
     const clsLibrary& m_library;
     MultiSelectOwner& m_operations;
     QHash<QString, QPointer<frmMultiSelect>> m_windows;
-    clsLog* m_errorLog = nullptr;
-    clsLog* m_traceLog = nullptr;
+    std::reference_wrapper<Log> m_errorLog = noLog();
+    std::reference_wrapper<Log> m_traceLog = noLog();
 };

@@ -9,7 +9,6 @@
 #include "VisibleText.h"
 #include "clsData.h"
 #include "clsLibrary.h"
-#include "clsLog.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
@@ -47,7 +46,7 @@ frmMultiSelect::frmMultiSelect(const clsLibrary& library, MultiSelectOwner& owne
 
 frmMultiSelect::~frmMultiSelect() = default;
 
-void frmMultiSelect::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+void frmMultiSelect::Logs(Log& objErrLog, Log& objTrcLog)
 {
     m_errorLog = objErrLog;
     m_traceLog = objTrcLog;
@@ -121,8 +120,7 @@ void frmMultiSelect::registerControls()
 bool frmMultiSelect::showModeless(const SelectedItem& item, QWidget* frmOwner, bool bDisable)
 {
     if (!m_table.load(m_id)) {
-        if (m_errorLog != nullptr)
-            m_errorLog->LogWrite(QStringLiteral("[KXMultiSelectFormError]%1: nothing to select from").arg(m_id));
+        m_errorLog.get().LogWrite(QStringLiteral("[KXMultiSelectFormError]%1: nothing to select from").arg(m_id));
         reject();
         m_library.showMessage(m_table.problem(), MessageStyle::kExclamation);
         return false;
@@ -217,9 +215,8 @@ void frmMultiSelect::take()
     const auto settings = m_table.settingsOf(row, m_item.tag);
     if (settings.empty())
         return;
-    if (m_traceLog != nullptr)
-        m_traceLog->LogWrite(
-            QStringLiteral("[KXMultiSelectFormTrace]%1: entry %2 for %3").arg(m_id).arg(row).arg(m_item.tag));
+    m_traceLog.get().LogWrite(
+        QStringLiteral("[KXMultiSelectFormTrace]%1: entry %2 for %3").arg(m_id).arg(row).arg(m_item.tag));
     accept();
     m_operations.takeEntry(settings);
 }

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "GridModel.h"
+#include "Log.h"
 #include "ModelessOwner.h"
 #include "SelectionTable.h"
 #include "WidgetPlacement.h"
 
 #include <QDialog>
+#include <functional>
 
 #include <memory>
 
@@ -15,7 +17,6 @@ class QLineEdit;
 class QPushButton;
 class clsData;
 class clsLibrary;
-class clsLog;
 
 namespace platform {
 class ControlRegistry;
@@ -43,7 +44,7 @@ public:
     frmMultiSelect(const clsLibrary& library, MultiSelectOwner& owner, const QString& ID, QWidget* parent = nullptr);
     ~frmMultiSelect() override;
 
-    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+    void Logs(Log& objErrLog, Log& objTrcLog);
     QString ID() const { return m_id; }
 
     // bDisable: the owner is disabled while the window is open. A window that is open already comes to the front and
@@ -77,8 +78,8 @@ private:
     ModelessOwner m_owner;
     platform::WidgetPlacement m_placement;
     std::unique_ptr<platform::ControlRegistry> m_registry;
-    clsLog* m_errorLog = nullptr;
-    clsLog* m_traceLog = nullptr;
+    std::reference_wrapper<Log> m_errorLog = noLog();
+    std::reference_wrapper<Log> m_traceLog = noLog();
 
     QLabel* m_caption = nullptr;              // Label1
     QLineEdit* m_search = nullptr;            // Text1

@@ -5,7 +5,6 @@
 #include "MessagePresenter.h"
 #include "VisibleText.h"
 #include "clsLibrary.h"
-#include "clsLog.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -53,7 +52,7 @@ frmOption::frmOption(clsLibrary& library, clsCfg& settings, FontChooser chooser)
 
 frmOption::~frmOption() = default;
 
-void frmOption::Logs(clsLog* objErrLog, clsLog* objTrcLog)
+void frmOption::Logs(Log& objErrLog, Log& objTrcLog)
 {
     m_errorLog = objErrLog;
     m_traceLog = objTrcLog;
@@ -219,8 +218,7 @@ void frmOption::onOk()
 
 void frmOption::trace(const QString& message)
 {
-    if (m_traceLog != nullptr)
-        m_traceLog->LogWrite(QStringLiteral("[KXOptionFormTrace]") + message);
+    m_traceLog.get().LogWrite(QStringLiteral("[KXOptionFormTrace]") + message);
 }
 
 // Hidden by whatever way; a minimised dialog is still open.

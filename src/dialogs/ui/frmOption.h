@@ -1,11 +1,13 @@
 #pragma once
 
 #include "FontChooser.h"
+#include "Log.h"
 #include "ModelessOwner.h"
 #include "OptionValues.h"
 #include "WidgetPlacement.h"
 
 #include <QDialog>
+#include <functional>
 
 #include <memory>
 
@@ -15,7 +17,6 @@ class QGroupBox;
 class QLabel;
 class QPushButton;
 class QTabWidget;
-class clsLog;
 
 namespace platform {
 class ControlRegistry;
@@ -31,7 +32,7 @@ public:
     frmOption(clsLibrary& library, clsCfg& settings, FontChooser chooser = chooseFont);
     ~frmOption() override;
 
-    void Logs(clsLog* objErrLog, clsLog* objTrcLog);
+    void Logs(Log& objErrLog, Log& objTrcLog);
 
     // bDisable: the owner is disabled while the dialog is open, and the dialog is modal.
     void showModeless(QWidget* frmOwner, bool bDisable);
@@ -62,8 +63,8 @@ private:
     ModelessOwner m_owner;
     platform::WidgetPlacement m_placement;
     std::unique_ptr<platform::ControlRegistry> m_registry;
-    clsLog* m_errorLog = nullptr;
-    clsLog* m_traceLog = nullptr;
+    std::reference_wrapper<Log> m_errorLog = noLog();
+    std::reference_wrapper<Log> m_traceLog = noLog();
 
     QTabWidget* m_tabs = nullptr;                    // SSTab1
     QComboBox* m_languages = nullptr;                // Combo1
