@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <tuple>
 
 namespace {
 
@@ -39,7 +40,7 @@ double fill(const QString& file, int items, int& replacements)
     for (int n = 1; n <= items; ++n) {
         for (int k = 0; k < kKeys; ++k) {
             if (store.read(file, sectionName(n), keyName(k), QString(), 512).count == 0)
-                store.write(file, sectionName(n), keyName(k), QStringLiteral("default"));
+                std::ignore = store.write(file, sectionName(n), keyName(k), QStringLiteral("default"));
         }
     }
     if (!batch.commit().ok())

@@ -211,7 +211,8 @@ void checkStore(const QByteArray& bytes, const std::vector<Write>& writes, bool 
         const int replacements = stored.store.replacements();
         const QByteArray before = stored.bytes();
         const auto outcome = stored.store.write(stored.path, write.section, write.key, write.value);
-        require(outcome.ok() != write.isRefused(), "what can be stored is stored, the rest is refused", outcome.error);
+        require(outcome.ok() != write.isRefused(), "what can be stored is stored, the rest is refused",
+                outcome.error());
         require(stored.store.replacements() > replacements || stored.bytes() == before,
                 "a file changes by replacement");
         require(!inBatch || stored.bytes() == bytes, "a batch keeps its writes until it is committed");

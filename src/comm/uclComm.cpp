@@ -99,11 +99,11 @@ QString uclComm::device() const
 
 QString uclComm::errorText() const
 {
-    const platform::PortTrouble& trouble = m_comm.trouble();
-    if (trouble.pattern.isEmpty() || m_library == nullptr)
+    const platform::PortError& error = m_comm.error();
+    if (error.pattern.isEmpty() || m_library == nullptr)
         return m_comm.errorText();
-    return m_library->tranStr(trouble.pattern).arg(m_comm.CommPort()).arg(m_comm.device()) + QStringLiteral(": ") +
-           trouble.inWords(m_library->tranStr(trouble.reason));
+    return m_library->tranStr(error.pattern).arg(m_comm.CommPort()).arg(m_comm.device()) + QStringLiteral(": ") +
+           error.inWords(m_library->tranStr(error.reason));
 }
 
 void uclComm::load(int lNo)
@@ -145,8 +145,8 @@ bool uclComm::openComm()
 {
     m_state = LinkState::Closed;
     m_timer->stop();
-    m_comm.setPortOpen(false);
-    if (!m_comm.setPortOpen(true))
+    m_comm.closePort();
+    if (!m_comm.openPort())
         return false;
     m_state = LinkState::Idle;
     return m_comm.PortOpen();
@@ -156,7 +156,7 @@ bool uclComm::termComm()
 {
     m_state = LinkState::Closed;
     m_timer->stop();
-    m_comm.setPortOpen(false);
+    m_comm.closePort();
     return false;
 }
 
@@ -168,12 +168,12 @@ QString uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& 
     m_comm.setSettings(m_speed + u',' + m_chara);
     m_comm.setCommPort(lComPort);
     m_port = m_comm.CommPort();
-    const QString error = bSave ? save() : QString();
+    const QString error = bSave ? save().error() : QString();
     openComm();
     return error;
 }
 
-QString uclComm::save()
+platform::Result<> uclComm::save()
 {
     clsINI ini = mainSettings(library().context());
     IniBatch batch(library().context());

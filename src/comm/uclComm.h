@@ -40,7 +40,7 @@ public:
     bool termComm(); // always false
     // bSave: the settings go into their file too. Gives why they did not.
     QString changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave = true);
-    [[nodiscard]] QString save();
+    platform::Result<> save();
 
     int Port() const { return m_port; }
     QString Speed() const { return m_speed; }

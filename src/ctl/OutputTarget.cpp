@@ -22,6 +22,6 @@ QString writeOutput(const QByteArray& bytes, const QString& file)
 {
     if (file.isEmpty())
         return writeToStandardOutput(bytes);
-    const QString trouble = platform::writeWholeFile(QFile::encodeName(file), bytes);
-    return trouble.isEmpty() ? QString() : QStringLiteral("%1: %2; choose another place with -o").arg(file, trouble);
+    const platform::Result<> written = platform::writeWholeFile(QFile::encodeName(file), bytes);
+    return written.ok() ? QString() : QStringLiteral("%1: %2; choose another place with -o").arg(file, written.error());
 }

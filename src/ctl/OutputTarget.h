@@ -5,4 +5,4 @@
 
 // Writes everything to the file (replaced whole or left as it was), or to standard output when file is empty. Returns
 // what went wrong in one line, empty when all was written.
-QString writeOutput(const QByteArray& bytes, const QString& file);
+[[nodiscard]] QString writeOutput(const QByteArray& bytes, const QString& file);

@@ -48,9 +48,9 @@ CommandResult SetFile::open(const QString& wantedModel)
         return badFile(QStringLiteral("it is too large for a parameter file"));
     if (!hasUsableName(file))
         return badFile(kUnusableName);
-    const platform::ProfileOutcome readable = m_program.machine().profiles.readable(file.absoluteFilePath());
+    const platform::Result<> readable = m_program.machine().profiles.readable(file.absoluteFilePath());
     if (!readable.ok())
-        return CommandResult::failed(ExitStatus::BadFile, readable.error);
+        return CommandResult::failed(ExitStatus::BadFile, readable.error());
     m_modelString = ParameterFile(m_program.library(), m_desktopPath).modelString();
     if (m_modelString.isEmpty())
         return badFile(QStringLiteral("it names no model in its section [Info]; name a parameter file"));

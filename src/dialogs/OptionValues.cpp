@@ -74,9 +74,9 @@ OptionValues::Stored OptionValues::store()
     storeLanguage(changed);
     storeChecks(changed);
     storeFont(changed);
-    const QString refused = m_settings.save();
-    const QString error = batch.commit();
-    return {changed, error.isEmpty() ? refused : error};
+    const platform::Result<> saved = m_settings.save();
+    const platform::Result<> committed = batch.commit();
+    return {changed, committed.ok() ? saved.error() : committed.error()};
 }
 
 void OptionValues::storeLanguage(bool& changed)

@@ -1,10 +1,10 @@
 #include "IniBatch.h"
 
-QString IniBatch::commit()
+platform::Result<> IniBatch::commit()
 {
-    const platform::ProfileOutcome outcome = m_batch.commit();
+    platform::Result<> outcome = m_batch.commit();
     note(m_context, kPutFailure, outcome);
-    return outcome.error;
+    return outcome;
 }
 
 void IniBatch::commitLogged()
@@ -13,8 +13,8 @@ void IniBatch::commitLogged()
 }
 
 // The same failure again and again (every key of a read-only file) is one line, not thousands.
-void IniBatch::note(const Context& context, int number, const platform::ProfileOutcome& outcome)
+void IniBatch::note(const Context& context, int number, const platform::Result<>& outcome)
 {
-    if (!outcome.ok() && !outcome.isRepeated)
-        context.errorLog.get().LogWrite(QStringLiteral("Exception error　%1->").arg(number) + outcome.error);
+    if (!outcome.ok() && !outcome.isRepeated())
+        context.errorLog.get().LogWrite(QStringLiteral("Exception error　%1->").arg(number) + outcome.error());
 }

@@ -5,6 +5,8 @@
 
 #include <QDir>
 
+#include <tuple>
+
 namespace {
 
 // Definition, language and help files, which a user's program folder is filled from.
@@ -59,8 +61,9 @@ void ProgramContext::openLogs()
             log->setLogSwitch(false);
         return;
     }
-    m_machine.paths.makeOneDir(m_machine.folders.program());
-    m_machine.paths.makeOneDir(m_machine.folders.program() + QStringLiteral("\\Log"));
+    // Without the folder the logs are silent.
+    std::ignore = m_machine.paths.makeOneDir(m_machine.folders.program()) &&
+                  m_machine.paths.makeOneDir(m_machine.folders.program() + QStringLiteral("\\Log"));
     openLog(m_traceLog, QStringLiteral("Trc.log"));
     openLog(m_errorLog, QStringLiteral("Err.log"));
     openLog(m_eventLog, QStringLiteral(".log"));

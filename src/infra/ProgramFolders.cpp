@@ -1,6 +1,7 @@
 #include "ProgramFolders.h"
 
 #include "CodePage.h"
+#include "Result.h"
 #include "ShippedFiles.h"
 
 #include <QDir>
@@ -27,12 +28,11 @@ QString userFolder(const QProcessEnvironment& environment, const QString& variab
     return home.isEmpty() ? QString() : home + belowHome;
 }
 
-// Makes the folder; gives why it cannot be written to, or nothing.
-QString whyNotWritable(const QString& folder)
+platform::Result<> makeWritable(const QString& folder)
 {
     if (!QDir().mkpath(folder))
-        return qt_error_string();
-    return QFileInfo(folder).isWritable() ? QString() : qt_error_string(EACCES);
+        return platform::Failure{qt_error_string()};
+    return QFileInfo(folder).isWritable() ? platform::Result<>() : platform::Failure{qt_error_string(EACCES)};
 }
 
 // A user's own folder, filled from the installed data; these where not all could be written: they do for reading.
@@ -70,9 +70,9 @@ struct StateFolders
             data += QStringLiteral("/vorlant");
         if ((!data.isEmpty() || !needsData) && !settings.isEmpty())
             return;
-        const QString error = whyNotWritable(withoutHome);
-        if (!error.isEmpty()) {
-            notices.append({kNoHome, withoutHome, error});
+        const platform::Result<> made = makeWritable(withoutHome);
+        if (!made.ok()) {
+            notices.append({kNoHome, withoutHome, made.error()});
             return;
         }
         data = data.isEmpty() ? withoutHome : data;
@@ -98,9 +98,10 @@ ProgramFolders programFolders(const platform::PathMap& paths, const QString& exe
     FolderNotices notices = state.notices;
     if (program.isEmpty())
         program = state.data.isEmpty() ? installedData : filledFolder(state.data, installedData, notices);
-    const QString error = state.settings.isEmpty() ? QString() : whyNotWritable(state.settings);
-    if (!error.isEmpty())
-        notices = asOne(notices, {kNoSettings, state.settings, error}, environment.value(QStringLiteral("HOME")));
+    const platform::Result<> made = state.settings.isEmpty() ? platform::Result<>() : makeWritable(state.settings);
+    if (!made.ok())
+        notices =
+            asOne(notices, {kNoSettings, state.settings, made.error()}, environment.value(QStringLiteral("HOME")));
     const bool isPackaged = QFileInfo(program).canonicalFilePath() == QFileInfo(installedData).canonicalFilePath();
     return {platform::Folders(paths, program, state.settings, isPackaged), notices};
 }

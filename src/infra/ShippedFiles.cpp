@@ -12,6 +12,10 @@
 #include <algorithm>
 #include <limits>
 
+using platform::Failure;
+using platform::LockedFolder;
+using platform::Result;
+
 namespace {
 
 const QString kShipped = QStringLiteral("/.shipped/");
@@ -20,11 +24,11 @@ const QString kHelp = QStringLiteral("help/"); // nobody edits it: what a power 
 
 std::optional<QByteArray> contentOf(const QString& path)
 {
-    platform::FileSnapshot file =
+    const platform::FileSnapshot file =
         platform::FileSnapshot::read(QFile::encodeName(path), std::numeric_limits<qint64>::max());
-    if (!file.state.exists() || !file.error.isEmpty())
+    if (!file.state.exists() || !file.content.ok())
         return {}; // half a file must not take the place of a whole one
-    return file.bytes;
+    return file.content.value();
 }
 
 // A link leads to a file that somebody keeps himself.
@@ -44,12 +48,12 @@ QByteArray encodedFolder(const QString& path)
     return QFile::encodeName(QFileInfo(path).path());
 }
 
-QString writeRecord(const QString& path, const QByteArray& bytes)
+Result<> writeRecord(const QString& path, const QByteArray& bytes)
 {
     QDir().mkpath(QFileInfo(path).path());
-    const platform::LockedFolder folder(encodedFolder(path));
-    return folder.error().isEmpty() ? folder.replace(QFile::encodeName(path), bytes, platform::Flush::Later)
-                                    : folder.error();
+    const Result<LockedFolder> folder = LockedFolder::lock(encodedFolder(path));
+    return folder.ok() ? folder.value().replace(QFile::encodeName(path), bytes, platform::Flush::Later)
+                       : Failure{folder.error()};
 }
 
 QStringList namesBelow(const QString& folder)
@@ -73,10 +77,10 @@ FolderNotices ShippedFiles::update() const
     FolderNotices notices;
     const QStringList names = namesBelow(m_installed);
     for (const QString& name : names) {
-        const QString error = updateFile(name, notices);
-        if (error.isEmpty())
+        const Result<> updated = updateFile(name, notices);
+        if (updated.ok())
             continue;
-        notices.append({kNotFilled, m_own, error});
+        notices.append({kNotFilled, m_own, updated.error()});
         break;
     }
     return notices;
@@ -101,7 +105,7 @@ std::optional<QByteArray> ShippedFiles::successor(const QByteArray& copy, const 
     return isLanguage ? withAdditions(*shipped, copy, next, m_codePage) : std::nullopt;
 }
 
-QString ShippedFiles::updateFile(const QString& name, FolderNotices& notices) const
+Result<> ShippedFiles::updateFile(const QString& name, FolderNotices& notices) const
 {
     const QString path = m_own + u'/' + name;
     const QString record = m_own + kShipped + name;
@@ -110,19 +114,19 @@ QString ShippedFiles::updateFile(const QString& name, FolderNotices& notices) co
     if (!next || (isThere(path) && shipped == next))
         return {};
     if (!QDir().mkpath(QFileInfo(path).path()))
-        return qt_error_string();
-    const platform::LockedFolder folder(encodedFolder(path)); // whoever else changes the copy waits
-    if (!folder.error().isEmpty())
-        return folder.error();
+        return Failure{qt_error_string()};
+    const Result<LockedFolder> folder = LockedFolder::lock(encodedFolder(path)); // whoever else changes the copy waits
+    if (!folder.ok())
+        return Failure{folder.error()};
     const std::optional<QByteArray> copy = plainContentOf(path);
     std::optional<QByteArray> wanted = next;
     if (isThere(path))
         wanted = copy ? successor(*copy, shipped, *next, name.startsWith(kLanguageFolder)) : std::nullopt;
     const auto flush = name.startsWith(kHelp) ? platform::Flush::Later : platform::Flush::ToDisk;
-    const QString error =
-        wanted && wanted != copy ? folder.replace(QFile::encodeName(path), *wanted, flush) : QString();
-    if (!error.isEmpty())
-        return error;
+    Result<> replaced =
+        wanted && wanted != copy ? folder.value().replace(QFile::encodeName(path), *wanted, flush) : Result<>();
+    if (!replaced.ok())
+        return replaced;
     if (!wanted)
         notices.append({QStringLiteral("%1 was edited here and is kept as it is. The new version is %2: compare them."),
                         path, m_installed + u'/' + name});

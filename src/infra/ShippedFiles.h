@@ -2,6 +2,7 @@
 
 #include "CodePage.h"
 #include "FolderNotice.h"
+#include "Result.h"
 
 #include <QByteArray>
 #include <QString>
@@ -31,8 +32,8 @@ public:
     bool isWhole() const;
 
 private:
-    // Why a file cannot be written, or nothing. Adds the file to the notices when it is an edited one.
-    QString updateFile(const QString& name, FolderNotices& notices) const;
+    // Adds the file to the notices when it is an edited one.
+    platform::Result<> updateFile(const QString& name, FolderNotices& notices) const;
     // What has to be in the place of the copy; nothing when it was edited.
     std::optional<QByteArray> successor(const QByteArray& copy, const std::optional<QByteArray>& shipped,
                                         const QByteArray& next, bool isLanguage) const;

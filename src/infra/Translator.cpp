@@ -25,12 +25,13 @@ bool Translator::isUsable(const Context& context, const QString& fileName)
 }
 
 // A name that is refused must not lead to another file.
-QString Translator::faultOf(const QString& fileName) const
+platform::Result<> Translator::mayUse(const QString& fileName) const
 {
     if (!fileName.isEmpty() && !isBareFileName(fileName))
-        return kRefusedFileName.arg(fileName);
-    return isUsable(m_context, fileName) ? QString()
-                                         : QStringLiteral("%1 is too large for a language file").arg(fileName);
+        return platform::Failure{kRefusedFileName.arg(fileName)};
+    if (!isUsable(m_context, fileName))
+        return platform::Failure{QStringLiteral("%1 is too large for a language file").arg(fileName)};
+    return {};
 }
 
 clsINI* Translator::file()
@@ -40,9 +41,10 @@ clsINI* Translator::file()
     m_isOpen = true;
     m_fileName = m_context.languageFile;
     m_file.reset();
-    const QString fault = faultOf(m_fileName);
-    if (!fault.isEmpty()) {
-        m_context.errorLog.get().LogWrite(QStringLiteral("[LibraryError]%1: the texts stay English").arg(fault));
+    const platform::Result<> allowed = mayUse(m_fileName);
+    if (!allowed.ok()) {
+        m_context.errorLog.get().LogWrite(
+            QStringLiteral("[LibraryError]%1: the texts stay English").arg(allowed.error()));
         return nullptr;
     }
     m_file = std::make_unique<clsINI>(m_context);

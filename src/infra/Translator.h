@@ -38,8 +38,8 @@ public:
     static bool isUsable(const Context& context, const QString& fileName);
 
 private:
-    QString faultOf(const QString& fileName) const; // why the file is not used; empty when it is
-    clsINI* file();                                 // null: the texts stay English
+    platform::Result<> mayUse(const QString& fileName) const;
+    clsINI* file(); // null: the texts stay English
 
     Context& m_context;
     std::unique_ptr<clsINI> m_file; // kept open on m_fileName

@@ -67,7 +67,7 @@ void clsCfg::load()
     batch.commitLogged();
 }
 
-QString clsCfg::save()
+platform::Result<> clsCfg::save()
 {
     clsINI ini = mainSettings(m_library->context());
     IniBatch batch(m_library->context());

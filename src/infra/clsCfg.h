@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ProgramOptions.h"
+#include "Result.h"
 
 #include <QString>
 
@@ -13,8 +14,8 @@ class clsCfg : public ProgramOptions
 public:
     void init(clsLibrary* objLib); // kept by reference
     void load();
-    // Empty, or why the options are not on the disk.
-    [[nodiscard]] QString save();
+    // A failure says why the options are not on the disk.
+    platform::Result<> save();
 
 private:
     clsLibrary* m_library = nullptr;

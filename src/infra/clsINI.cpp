@@ -88,7 +88,7 @@ void clsINI::PutIniData(const QString& strSection, const QString& strKey, const 
 
 bool clsINI::isReadable(int number)
 {
-    const platform::ProfileOutcome outcome = m_context.machine.profiles.readable(machineFile());
+    const platform::Result<> outcome = m_context.machine.profiles.readable(machineFile());
     IniBatch::note(m_context, number, outcome);
     return outcome.ok();
 }

@@ -136,12 +136,11 @@ bool clsLibrary::CheckDrive(const QString& strPathName) const
 
 bool clsLibrary::GetDiskFreeSP(const QString& strPathName, double& lngTotal, double& lngFreeSize) const
 {
-    qint64 total = 0;
-    qint64 available = 0;
-    if (!m_context.machine.paths.diskSpace(strPathName, total, available))
+    const auto space = m_context.machine.paths.diskSpace(strPathName);
+    if (!space)
         return false;
-    lngTotal = std::nearbyint(static_cast<double>(total) / kDiskUnit);
-    lngFreeSize = std::nearbyint(static_cast<double>(available) / kDiskUnit);
+    lngTotal = std::nearbyint(static_cast<double>(space->totalBytes) / kDiskUnit);
+    lngFreeSize = std::nearbyint(static_cast<double>(space->freeBytes) / kDiskUnit);
     return true;
 }
 

@@ -137,27 +137,26 @@ bool writeAll(int fd, const QByteArray& bytes)
 
 // Gives the new file the owner, group and rights of the one that it replaces: a file that changes hands by being saved
 // might be lost to its owner.
-QString takeRights(int file, const struct stat& old)
+Result<> takeRights(int file, const struct stat& old)
 {
     struct stat now
     {};
     if (fstat(file, &now) != 0)
-        return systemError();
+        return Failure{systemError()};
     const bool isSameOwner = old.st_uid == now.st_uid && old.st_gid == now.st_gid;
     if (!isSameOwner && fchown(file, old.st_uid, old.st_gid) != 0)
-        return QStringLiteral("its owner and group cannot be kept: ") + systemError();
-    return fchmod(file, old.st_mode & kKeptBits) == 0 ? QString() : systemError();
+        return Failure{QStringLiteral("its owner and group cannot be kept: ") + systemError()};
+    return fchmod(file, old.st_mode & kKeptBits) == 0 ? Result<>() : Failure{systemError()};
 }
 
 // A device or pipe cannot be replaced: that would take it away from everybody else.
-QString writeThrough(const QByteArray& path, const QByteArray& bytes)
+Result<> writeThrough(const QByteArray& path, const QByteArray& bytes)
 {
     const int file = open(path.constData(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
     if (file < 0)
-        return systemError();
-    const bool isWritten = writeAll(file, bytes);
-    const QString error = isWritten ? QString() : systemError();
-    return close(file) == 0 || !isWritten ? error : systemError();
+        return Failure{systemError()};
+    const Result<> written = writeAll(file, bytes) ? Result<>() : Failure{systemError()};
+    return close(file) == 0 || !written.ok() ? written : Failure{systemError()};
 }
 
 // As the kernel judges links and pipes in folders such as /tmp.
@@ -181,7 +180,7 @@ QByteArray folderOf(const QByteArray& path)
     return slash < 0 ? QByteArray(".") : path.left(std::max<qsizetype>(slash, 1));
 }
 
-QByteArray behindLinks(const QByteArray& path, QString& error)
+Result<QByteArray> behindLinks(const QByteArray& path)
 {
     char target[PATH_MAX];
     QByteArray file = path;
@@ -189,10 +188,8 @@ QByteArray behindLinks(const QByteArray& path, QString& error)
         const ssize_t length = readlink(file.constData(), target, sizeof target);
         if (length <= 0)
             break;
-        if (isPlanted(file)) {
-            error = QStringLiteral("it is a link of another user");
-            break;
-        }
+        if (isPlanted(file))
+            return Failure{QStringLiteral("it is a link of another user")};
         const QByteArray next(target, length);
         file = next.startsWith('/') ? next : file.left(file.lastIndexOf('/') + 1) + next;
     }
@@ -201,20 +198,19 @@ QByteArray behindLinks(const QByteArray& path, QString& error)
 
 bool mayWriteInPlace(const QByteArray& path)
 {
-    QString error;
-    const QByteArray target = behindLinks(path, error);
+    const Result<QByteArray> target = behindLinks(path);
     struct stat info
     {};
-    if (!error.isEmpty())
+    if (!target.ok())
         return false;
-    return stat(target.constData(), &info) == 0 ? S_ISREG(info.st_mode) : errno == ENOENT;
+    return stat(target.value().constData(), &info) == 0 ? S_ISREG(info.st_mode) : errno == ENOENT;
 }
 
-QString writeRefusal(const QByteArray& path)
+Result<> mayWrite(const QByteArray& path)
 {
     if (faccessat(AT_FDCWD, path.constData(), W_OK, AT_EACCESS) == 0 || errno == ENOENT)
         return {};
-    return errno == EACCES || errno == EROFS ? QStringLiteral("it is read-only") : systemError();
+    return Failure{errno == EACCES || errno == EROFS ? QStringLiteral("it is read-only") : systemError()};
 }
 
 int openFolder(const QByteArray& folder)
@@ -224,46 +220,49 @@ int openFolder(const QByteArray& folder)
     return file < 0 && errno == EACCES ? open(folder.constData(), O_PATH | O_DIRECTORY | O_CLOEXEC) : file;
 }
 
-QString replaceInFolder(int folder, const QByteArray& name, const QByteArray& bytes, Flush flush)
+Result<> replaceInFolder(int folder, const QByteArray& name, const QByteArray& bytes, Flush flush)
 {
     removeLeftovers(folder);
     struct stat old
     {};
     const bool isThere = fstatat(folder, name.constData(), &old, AT_SYMLINK_NOFOLLOW) == 0;
     if (isThere && !S_ISREG(old.st_mode))
-        return S_ISDIR(old.st_mode) ? QStringLiteral("it is a folder") : QStringLiteral("it is not a regular file");
+        return Failure{S_ISDIR(old.st_mode) ? QStringLiteral("it is a folder")
+                                            : QStringLiteral("it is not a regular file")};
     TemporaryFile temporary(folder, isThere ? kPrivate : kByUmask);
     if (temporary.file() < 0 || !writeAll(temporary.file(), bytes))
-        return systemError();
-    const QString error = isThere ? takeRights(temporary.file(), old) : QString();
-    if (!error.isEmpty())
-        return error;
+        return Failure{systemError()};
+    const Result<> rights = isThere ? takeRights(temporary.file(), old) : Result<>();
+    if (!rights.ok())
+        return rights;
     if ((flush == Flush::ToDisk && fsync(temporary.file()) != 0) || !temporary.renameTo(name))
-        return systemError();
+        return Failure{systemError()};
     if (flush == Flush::ToDisk)
         fsync(folder);
     return {};
 }
 
-QString writeWholeFile(const QByteArray& path, const QByteArray& bytes)
+Result<> writeWholeFile(const QByteArray& path, const QByteArray& bytes)
 {
     struct stat info
     {};
     const bool isThere = stat(path.constData(), &info) == 0;
-    QString error;
-    const QByteArray target = behindLinks(path, error);
-    if (isThere && error.isEmpty() && !S_ISREG(info.st_mode) && !S_ISDIR(info.st_mode))
-        return isPlanted(target) ? QStringLiteral("it is a pipe or device of another user") : writeThrough(path, bytes);
-    if (error.isEmpty())
-        error = writeRefusal(target);
-    if (!error.isEmpty())
-        return error;
-    const int folder = openFolder(folderOf(target));
+    const Result<QByteArray> target = behindLinks(path);
+    if (!target.ok())
+        return Failure{target.error()};
+    if (isThere && !S_ISREG(info.st_mode) && !S_ISDIR(info.st_mode))
+        return isPlanted(target.value()) ? Failure{QStringLiteral("it is a pipe or device of another user")}
+                                         : writeThrough(path, bytes);
+    const Result<> allowed = mayWrite(target.value());
+    if (!allowed.ok())
+        return allowed;
+    const int folder = openFolder(folderOf(target.value()));
     if (folder < 0)
-        return systemError();
-    error = replaceInFolder(folder, target.mid(target.lastIndexOf('/') + 1), bytes, Flush::ToDisk);
+        return Failure{systemError()};
+    const QByteArray name = target.value().mid(target.value().lastIndexOf('/') + 1);
+    Result<> written = replaceInFolder(folder, name, bytes, Flush::ToDisk);
     close(folder);
-    return error;
+    return written;
 }
 
 } // namespace platform

@@ -22,30 +22,36 @@ bool isAbsent()
     return errno == ENOENT || errno == ENOTDIR;
 }
 
-QString kindRefusal(const struct stat& info, qint64 maxBytes)
+const QString kTooLarge = QStringLiteral("it is too large for a settings file");
+
+Result<> mayRead(const struct stat& info, qint64 maxBytes)
 {
     if (S_ISDIR(info.st_mode))
-        return QStringLiteral("it is a folder");
+        return Failure{QStringLiteral("it is a folder")};
     if (!S_ISREG(info.st_mode))
-        return QStringLiteral("it is not a regular file");
-    return info.st_size > maxBytes ? QStringLiteral("it is too large for a settings file") : QString();
+        return Failure{QStringLiteral("it is not a regular file")};
+    return info.st_size > maxBytes ? Failure{kTooLarge} : Result<>();
 }
 
-// Reads to the end, whatever size was announced; empty, or why it ended before.
-QString readAll(int file, qint64 maxBytes, QByteArray& bytes)
+// Reads to the end, at least as much as was announced.
+Result<QByteArray> readAll(int file, qint64 announced, qint64 maxBytes)
 {
+    QByteArray bytes;
     for (;;) {
         const qsizetype filled = bytes.size();
         bytes.resize(filled + static_cast<qsizetype>(kChunkBytes));
         const ssize_t count = ::read(file, bytes.data() + filled, kChunkBytes);
-        const QString error = count < 0 ? systemError() : QString();
-        const bool interrupted = count < 0 && errno == EINTR;
+        if (count < 0 && errno != EINTR)
+            return Failure{systemError()};
         bytes.resize(filled + std::max<ssize_t>(count, 0));
-        if (count == 0 || (count < 0 && !interrupted))
-            return error;
+        if (count == 0)
+            break;
         if (bytes.size() > maxBytes)
-            return QStringLiteral("it is too large for a settings file");
+            return Failure{kTooLarge};
     }
+    if (bytes.size() < announced)
+        return Failure{QStringLiteral("it ended before its size")};
+    return bytes;
 }
 
 } // namespace
@@ -70,27 +76,18 @@ FileState FileState::of(const QByteArray& path)
 
 FileSnapshot FileSnapshot::read(const QByteArray& path, qint64 maxBytes)
 {
-    FileSnapshot snapshot;
     struct stat info
     {};
-    if (stat(path.constData(), &info) != 0) {
-        snapshot.error = isAbsent() ? QString() : systemError();
-        return snapshot;
-    }
-    snapshot.state = stateOf(info);
-    snapshot.error = kindRefusal(info, maxBytes);
-    if (!snapshot.error.isEmpty())
-        return snapshot;
+    if (stat(path.constData(), &info) != 0)
+        return {{}, isAbsent() ? Result<QByteArray>(QByteArray()) : Failure{systemError()}};
+    const Result<> allowed = mayRead(info, maxBytes);
+    if (!allowed.ok())
+        return {stateOf(info), Failure{allowed.error()}};
     const int file = open(path.constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
-    if (file < 0) {
-        snapshot.error = systemError();
-        return snapshot;
-    }
-    if (fstat(file, &info) == 0)
-        snapshot.state = stateOf(info);
-    snapshot.error = readAll(file, maxBytes, snapshot.bytes);
-    if (snapshot.error.isEmpty() && snapshot.bytes.size() < snapshot.state.size)
-        snapshot.error = QStringLiteral("it ended before its size");
+    if (file < 0)
+        return {stateOf(info), Failure{systemError()}};
+    fstat(file, &info);
+    FileSnapshot snapshot{stateOf(info), readAll(file, info.st_size, maxBytes)};
     close(file);
     return snapshot;
 }

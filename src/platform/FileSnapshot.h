@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Result.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -27,8 +29,7 @@ struct FileState
 struct FileSnapshot
 {
     FileState state;
-    QByteArray bytes;
-    QString error; // why the file, which may be there, could not be read whole
+    Result<QByteArray> content; // a failure: the file, which may be there, could not be read whole
 
     // A folder, a pipe or device (opening it could wait for ever) and a file above maxBytes are not read.
     static FileSnapshot read(const QByteArray& path, qint64 maxBytes);

@@ -31,13 +31,15 @@ bool lockFolder(int folder)
 
 } // namespace
 
-LockedFolder::LockedFolder(const QByteArray& folder)
-    : m_folder(open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+Result<LockedFolder> LockedFolder::lock(const QByteArray& folder)
 {
-    if (m_folder < 0)
-        m_error = systemError();
-    else if (!lockFolder(m_folder))
-        m_error = errno == EWOULDBLOCK ? QStringLiteral("another program keeps its folder locked") : systemError();
+    LockedFolder opened(open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened.m_folder < 0)
+        return Failure{systemError()};
+    if (!lockFolder(opened.m_folder))
+        return Failure{errno == EWOULDBLOCK ? QStringLiteral("another program keeps its folder locked")
+                                            : systemError()};
+    return opened;
 }
 
 LockedFolder::~LockedFolder()
@@ -46,7 +48,7 @@ LockedFolder::~LockedFolder()
         close(m_folder);
 }
 
-QString LockedFolder::replace(const QByteArray& path, const QByteArray& bytes, Flush flush) const
+Result<> LockedFolder::replace(const QByteArray& path, const QByteArray& bytes, Flush flush) const
 {
     return replaceInFolder(m_folder, path.mid(path.lastIndexOf('/') + 1), bytes, flush);
 }

@@ -3,7 +3,8 @@
 #include "FileReplacement.h"
 
 #include <QByteArray>
-#include <QString>
+
+#include <utility>
 
 namespace platform {
 
@@ -13,20 +14,19 @@ class LockedFolder
 {
 public:
     // Waits for the lock, two seconds at most.
-    explicit LockedFolder(const QByteArray& folder);
+    static Result<LockedFolder> lock(const QByteArray& folder);
     ~LockedFolder();
+    LockedFolder(LockedFolder&& other) noexcept : m_folder(std::exchange(other.m_folder, -1)) {}
     LockedFolder(const LockedFolder&) = delete;
     LockedFolder& operator=(const LockedFolder&) = delete;
 
-    // Why the folder could not be locked; empty when it is.
-    QString error() const { return m_error; }
-
-    // Puts bytes in the place of a file of this folder, see replaceInFolder. Call only without error().
-    QString replace(const QByteArray& path, const QByteArray& bytes, Flush flush = Flush::ToDisk) const;
+    // Puts bytes in the place of a file of this folder, see replaceInFolder.
+    Result<> replace(const QByteArray& path, const QByteArray& bytes, Flush flush = Flush::ToDisk) const;
 
 private:
-    int m_folder;
-    QString m_error;
+    explicit LockedFolder(int folder) : m_folder(folder) {}
+
+    int m_folder; // descriptor; -1 when moved from
 };
 
 } // namespace platform

@@ -116,7 +116,7 @@ QString reasonOf(QSerialPort::SerialPortError error, const QString& device)
     }
 }
 
-PortTrouble lockTrouble(const PortLock& lock)
+PortError lockError(const PortLock& lock)
 {
     if (lock.process.isEmpty())
         return {kNotOpened,
@@ -256,34 +256,35 @@ bool MSComm::PortOpen() const
     return m_port.isOpen();
 }
 
-bool MSComm::setPortOpen(bool open)
+void MSComm::closePort()
 {
-    if (!open) {
-        if (m_port.isOpen())
-            m_port.close();
-        return true;
-    }
+    if (m_port.isOpen())
+        m_port.close();
+}
+
+bool MSComm::openPort()
+{
     const QString device = m_ports.device(m_commPort);
     if (device.isEmpty()) {
         m_device.clear();
-        m_trouble = {
+        m_error = {
             kNotOpened, QStringLiteral("there is no such port; plug the adapter in or choose another port"), {}, {}};
         return false;
     }
     m_device = device;
-    m_trouble = {};
+    m_error = {};
     const QString name = realName(device);
     m_port.setPortName(name);
     // Opening begins with a lock file that is flushed to the disk: not for an adapter that is not there.
     if (name.isEmpty()) {
-        m_trouble = {kNotOpened, reasonOf(QSerialPort::DeviceNotFoundError, device), {}, {}};
+        m_error = {kNotOpened, reasonOf(QSerialPort::DeviceNotFoundError, device), {}, {}};
         return false;
     }
     const PortLock found = PortLock::of(name);
     if (found.state == PortLock::State::Abandoned)
         found.removeAbandoned();
     if (found.state == PortLock::State::NoLock) {
-        m_trouble = lockTrouble(found);
+        m_error = lockError(found);
         return false;
     }
     const bool opened = m_port.open(QIODevice::ReadWrite);
@@ -292,10 +293,10 @@ bool MSComm::setPortOpen(bool open)
         return true;
     }
     const bool isRefused = m_port.error() == QSerialPort::PermissionError;
-    m_trouble = {kNotOpened, reasonOf(m_port.error(), device), {}, {}};
+    m_error = {kNotOpened, reasonOf(m_port.error(), device), {}, {}};
     m_port.close();
     if (const PortLock lock = PortLock::of(name); isRefused && lock.state != PortLock::State::None)
-        m_trouble = lockTrouble(lock);
+        m_error = lockError(lock);
     return false;
 }
 
@@ -322,9 +323,9 @@ bool MSComm::applySettings()
 
 QString MSComm::errorText() const
 {
-    if (m_trouble.pattern.isEmpty())
+    if (m_error.pattern.isEmpty())
         return {};
-    return m_trouble.pattern.arg(m_commPort).arg(m_device) + QStringLiteral(": ") + m_trouble.inWords(m_trouble.reason);
+    return m_error.pattern.arg(m_commPort).arg(m_device) + QStringLiteral(": ") + m_error.inWords(m_error.reason);
 }
 
 QByteArray MSComm::Input()
@@ -383,7 +384,7 @@ void MSComm::onError(QSerialPort::SerialPortError error)
         error == QSerialPort::ResourceError || error == QSerialPort::ReadError || error == QSerialPort::WriteError;
     if (!lost || !m_port.isOpen())
         return;
-    m_trouble = {kLost, QStringLiteral("check cable and adapter"), {}, {}};
+    m_error = {kLost, QStringLiteral("check cable and adapter"), {}, {}};
     m_port.close();
     raise(CommEvent::DCB);
 }

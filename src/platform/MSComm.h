@@ -27,13 +27,10 @@ enum class CommEvent {
     DCB = 1011 // the port can no longer be controlled: the adapter has gone
 };
 
-// The serial control: one port, event-driven, never blocking. Set the properties, open with setPortOpen(true), write
-// with Output(), and read with Input() when OnComm tells so. Properties may be changed while the port is closed; those
-// that the open port understands (settings, lines) take effect at once.
 // Why a port could not be opened or was lost. pattern names the port by %1 (its number) and %2 (its device, may be
 // empty); reason says why, with the remedy. Both are whole sentences or phrases of their own, so that they can be
 // translated.
-struct PortTrouble
+struct PortError
 {
     QString pattern; // empty: all is well
     QString reason;  // %1 is the lock file and %2 the process, when there is a lock
@@ -44,6 +41,9 @@ struct PortTrouble
     QString inWords(const QString& text) const { return lockFile.isEmpty() ? text : text.arg(lockFile, process); }
 };
 
+// The serial control: one port, event-driven, never blocking. Set the properties, open with openPort(), write
+// with Output(), and read with Input() when OnComm tells so. Properties may be changed while the port is closed; those
+// that the open port understands (settings, lines) take effect at once.
 class MSComm : public QObject
 {
     Q_OBJECT
@@ -72,18 +72,19 @@ public:
     void setRThreshold(int bytes); // bytes in the input buffer that raise OnComm(Receive); 0: never
 
     bool PortOpen() const;
-    bool setPortOpen(bool open); // false when the port could not be opened: see errorText()
+    [[nodiscard]] bool openPort(); // false when the port could not be opened: see error()
+    void closePort();
 
     // Of the last opening or of an open port; the text is its English form, empty when all is well.
-    const PortTrouble& trouble() const { return m_trouble; }
+    const PortError& error() const { return m_error; }
     QString errorText() const;
     QString device() const { return m_device; } // that the port stood for at the last opening
 
-    QByteArray Input();                   // takes everything out of the input buffer
-    void discardInput();                  // what has come by now, also what the kernel still holds
-    void discardOutput();                 // what has not gone out yet
-    bool Output(const QByteArray& bytes); // false when the port is closed
-    CommEvent Event() const;              // what the last OnComm told
+    QByteArray Input();                                 // takes everything out of the input buffer
+    void discardInput();                                // what has come by now, also what the kernel still holds
+    void discardOutput();                               // what has not gone out yet
+    [[nodiscard]] bool Output(const QByteArray& bytes); // false when the port is closed
+    CommEvent Event() const;                            // what the last OnComm told
 
 Q_SIGNALS:
     void OnComm();
@@ -107,7 +108,7 @@ private:
     bool m_rts = false;
     bool m_nullDiscard = false;
     CommEvent m_event = CommEvent::None;
-    PortTrouble m_trouble;
+    PortError m_error;
 };
 
 } // namespace platform

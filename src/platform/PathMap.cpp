@@ -124,9 +124,9 @@ bool PathMap::makeOneDir(const QString& desktopPath) const
     return !machine.isEmpty() && (QFileInfo(machine).isDir() || QDir().mkdir(machine));
 }
 
-bool PathMap::removeFile(const QString& desktopPath) const
+void PathMap::removeFile(const QString& desktopPath) const
 {
-    return fileExists(desktopPath) && QFile::remove(toMachine(desktopPath));
+    fileExists(desktopPath) && QFile::remove(toMachine(desktopPath));
 }
 
 QStringList PathMap::filesIn(const QString& desktopFolder) const
@@ -141,15 +141,14 @@ PathMap::DriveType PathMap::driveType(const QString& root) const
     return machine.isEmpty() ? DriveType::NoRoot : DriveType::Fixed;
 }
 
-bool PathMap::diskSpace(const QString& desktopPath, qint64& totalBytes, qint64& freeBytes) const
+std::optional<PathMap::DiskSpace> PathMap::diskSpace(const QString& desktopPath) const
 {
     const QString machine = toMachine(desktopPath);
     struct statvfs disk = {};
     if (machine.isEmpty() || statvfs(QFile::encodeName(machine).constData(), &disk) != 0)
-        return false;
-    totalBytes = static_cast<qint64>(disk.f_blocks) * static_cast<qint64>(disk.f_frsize);
-    freeBytes = static_cast<qint64>(disk.f_bavail) * static_cast<qint64>(disk.f_frsize);
-    return true;
+        return {};
+    const auto unit = static_cast<qint64>(disk.f_frsize);
+    return DiskSpace{static_cast<qint64>(disk.f_blocks) * unit, static_cast<qint64>(disk.f_bavail) * unit};
 }
 
 } // namespace platform

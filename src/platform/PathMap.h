@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace platform {
 
 // Translates between the program's own path texts (drive letter, backslashes, no difference between upper and lower
@@ -35,8 +37,9 @@ public:
     qint64 fileSize(const QString& desktopPath) const; // bytes; 0 for what is no file
     bool isReadable(const QString& desktopPath) const;
     bool dirExists(const QString& desktopPath) const;
-    bool makeOneDir(const QString& desktopPath) const; // creates one level; true when it exists afterwards
-    bool removeFile(const QString& desktopPath) const;
+    [[nodiscard]] bool
+    makeOneDir(const QString& desktopPath) const; // creates one level; true when it exists afterwards
+    void removeFile(const QString& desktopPath) const;
     QStringList filesIn(const QString& desktopFolder) const; // names of plain files, in name order; no hidden ones
 
     // Whether a desktop path can say the name of this machine file: it has none of \ : * ? " < > | in it.
@@ -45,8 +48,13 @@ public:
     // root: a letter and a colon, with or without a backslash.
     DriveType driveType(const QString& root) const;
 
-    // Bytes in total and free for the caller; false when the path has no machine path or cannot be asked.
-    bool diskSpace(const QString& desktopPath, qint64& totalBytes, qint64& freeBytes) const;
+    struct DiskSpace
+    {
+        qint64 totalBytes;
+        qint64 freeBytes; // for the caller
+    };
+    // Nothing when the path has no machine path or cannot be asked.
+    std::optional<DiskSpace> diskSpace(const QString& desktopPath) const;
 
 private:
     QHash<QChar, QString> m_drives;

@@ -108,11 +108,11 @@ PortLock PortLock::of(const QString& device)
 }
 
 // Its holder, and whoever else removes it, locks the file itself, too: it is the same one until the name is gone.
-bool PortLock::removeAbandoned() const
+void PortLock::removeAbandoned() const
 {
     const int handle = openLock(file);
     if (handle < 0)
-        return false;
+        return;
     struct stat own
     {};
     struct stat named
@@ -120,11 +120,12 @@ bool PortLock::removeAbandoned() const
     PortLock now;
     readLock(handle, now);
     const QByteArray path = QFile::encodeName(file);
-    const bool isRemoved = now.state == State::Abandoned && flock(handle, LOCK_EX | LOCK_NB) == 0 &&
-                           fstat(handle, &own) == 0 && lstat(path.constData(), &named) == 0 &&
-                           own.st_ino == named.st_ino && own.st_dev == named.st_dev && unlink(path.constData()) == 0;
+    const bool isSame = now.state == State::Abandoned && flock(handle, LOCK_EX | LOCK_NB) == 0 &&
+                        fstat(handle, &own) == 0 && lstat(path.constData(), &named) == 0 &&
+                        own.st_ino == named.st_ino && own.st_dev == named.st_dev;
+    if (isSame)
+        unlink(path.constData());
     close(handle);
-    return isRemoved;
 }
 
 } // namespace platform

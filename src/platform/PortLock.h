@@ -19,8 +19,8 @@ struct PortLock
     QString file;    // machine path
     QString process; // number and name; empty when there is none
 
-    // Removes one whose process has ended; false where the folder does not allow that.
-    bool removeAbandoned() const;
+    // Removes one whose process has ended, where the folder allows that.
+    void removeAbandoned() const;
 
     // device: canonical path below /dev.
     static PortLock of(const QString& device);

@@ -234,13 +234,13 @@ QStringList ProfileDocument::lines(const QString& section) const
     return result;
 }
 
-QString ProfileDocument::refusal(const QString& section, const QString& key)
+Result<> ProfileDocument::canStore(const QString& section, const QString& key)
 {
     if (hasLineBreak(section) || section.contains(u']'))
-        return QStringLiteral("the section name \"%1\" cannot be stored").arg(section);
+        return Failure{QStringLiteral("the section name \"%1\" cannot be stored").arg(section)};
     const QStringView plain = trimmed(key);
     if (hasLineBreak(key) || key.contains(u'=') || plain.isEmpty() || plain.startsWith(u'['))
-        return QStringLiteral("the key \"%1\" cannot be stored").arg(key);
+        return Failure{QStringLiteral("the key \"%1\" cannot be stored").arg(key)};
     return {};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ProfileEncoding.h"
+#include "Result.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -49,8 +50,8 @@ public:
     // lacks makes the whole file UTF-8.
     bool setValue(const QString& section, const QString& key, const QString& value);
 
-    // Why a section, key and value cannot be stored so that they are found again; empty when they can.
-    static QString refusal(const QString& section, const QString& key);
+    // Whether a section and key can be stored so that they are found again.
+    static Result<> canStore(const QString& section, const QString& key);
 
     // A value without what cannot stand in a line: line breaks become blanks.
     static QString oneLine(QString value);

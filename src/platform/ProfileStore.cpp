@@ -55,9 +55,9 @@ struct ProfileStore::Entry
     void parse(const CodePage& codePage)
     {
         const FileSnapshot file = FileSnapshot::read(path, kMaxFileBytes);
-        document = std::make_unique<ProfileDocument>(file.error.isEmpty() ? file.bytes : QByteArray(), codePage);
+        document = std::make_unique<ProfileDocument>(file.content.ok() ? file.content.value() : QByteArray(), codePage);
         state = file.state;
-        const QString before = std::exchange(unreadable, file.error);
+        const QString before = std::exchange(unreadable, file.content.error());
         if (!document->isWhole())
             unreadable = QStringLiteral("it holds damaged UTF-16 text");
         if (!before.isEmpty() && unreadable.isEmpty())
@@ -136,7 +136,7 @@ ProfileStore::Value ProfileStore::read(const QString& file, const QString& secti
     return {cut, static_cast<int>(m_codePage.fromText(cut).size()), stored.has_value()};
 }
 
-ProfileOutcome ProfileStore::readable(const QString& file)
+Result<> ProfileStore::readable(const QString& file)
 {
     Entry& entry = fresh(file);
     if (entry.unreadable.isEmpty())
@@ -173,24 +173,23 @@ QStringList ProfileStore::sections(const QString& file)
     return fresh(file).document->sections();
 }
 
-ProfileOutcome ProfileStore::write(const QString& file, const QString& section, const QString& key,
-                                   const QString& value)
+Result<> ProfileStore::write(const QString& file, const QString& section, const QString& key, const QString& value)
 {
     return store(file, {section, key, value, false});
 }
 
-ProfileOutcome ProfileStore::writeDefault(const QString& file, const QString& section, const QString& key,
-                                          const QString& value)
+Result<> ProfileStore::writeDefault(const QString& file, const QString& section, const QString& key,
+                                    const QString& value)
 {
     return store(file, {section, key, value, true});
 }
 
-ProfileOutcome ProfileStore::store(const QString& file, const Write& write)
+Result<> ProfileStore::store(const QString& file, const Write& write)
 {
     Entry& entry = fresh(file);
-    const QString refusal = ProfileDocument::refusal(write.section, write.key);
-    if (!refusal.isEmpty())
-        return refused(entry, QStringLiteral("%1: %2").arg(file, refusal));
+    const Result<> allowed = ProfileDocument::canStore(write.section, write.key);
+    if (!allowed.ok())
+        return refused(entry, QStringLiteral("%1: %2").arg(file, allowed.error()));
     if (!m_protected.isEmpty() && file.startsWith(m_protected))
         return refused(entry, QStringLiteral("%1 cannot be written: it belongs to the installed program").arg(file));
     if (!entry.unreadable.isEmpty())
@@ -200,65 +199,64 @@ ProfileOutcome ProfileStore::store(const QString& file, const Write& write)
     if (!entry.apply(stored))
         return {};
     entry.pending.push_back(stored);
-    return m_batchDepth > 0 ? ProfileOutcome{} : flush(file, entry);
+    return m_batchDepth > 0 ? Result<>() : flush(file, entry);
 }
 
-ProfileOutcome ProfileStore::failure(Entry& entry, const QString& error) const
+Failure ProfileStore::failure(Entry& entry, const QString& error) const
 {
     const bool isRepeated = entry.lastFailure == error;
     entry.lastFailure = error;
     return {error, isRepeated};
 }
 
-ProfileOutcome ProfileStore::refused(Entry& entry, const QString& error)
+Failure ProfileStore::refused(Entry& entry, const QString& error)
 {
     if (m_batchDepth > 0 && !m_refusals.contains(error))
         m_refusals << error;
     return failure(entry, error);
 }
 
-ProfileOutcome ProfileStore::flush(const QString& file, Entry& entry)
+Result<> ProfileStore::flush(const QString& file, Entry& entry)
 {
-    const QString error = replaceFile(file, entry);
-    if (error.isEmpty()) {
+    const Result<> replaced = replaceFile(file, entry);
+    if (replaced.ok()) {
         entry.pending.clear();
         entry.lastFailure.clear();
         return {};
     }
     entry.forget();
-    return failure(entry, QStringLiteral("%1 cannot be written: %2").arg(file, error));
+    return failure(entry, QStringLiteral("%1 cannot be written: %2").arg(file, replaced.error()));
 }
 
-QString ProfileStore::replaceFile(const QString& file, Entry& entry)
+Result<> ProfileStore::replaceFile(const QString& file, Entry& entry)
 {
     // A link stays a link: its target is replaced.
-    QString linkError;
-    const QByteArray path = behindLinks(QFile::encodeName(file), linkError);
-    if (!linkError.isEmpty())
-        return linkError;
-    const LockedFolder folder(folderOf(path));
-    if (!folder.error().isEmpty())
-        return folder.error();
+    const Result<QByteArray> path = behindLinks(QFile::encodeName(file));
+    if (!path.ok())
+        return Failure{path.error()};
+    const Result<LockedFolder> folder = LockedFolder::lock(folderOf(path.value()));
+    if (!folder.ok())
+        return Failure{folder.error()};
     const FileState now = FileState::of(entry.path);
-    const QString refusal = now.exists() ? writeRefusal(path) : QString();
-    if (!refusal.isEmpty())
-        return refusal;
+    const Result<> allowed = now.exists() ? mayWrite(path.value()) : Result<>();
+    if (!allowed.ok())
+        return allowed;
     if (!(now == entry.state)) {
         entry.parse(m_codePage);
         if (!entry.unreadable.isEmpty())
-            return QStringLiteral("it cannot be read: ") + entry.unreadable;
+            return Failure{QStringLiteral("it cannot be read: ") + entry.unreadable};
         if (!entry.applyPending())
             return {};
     }
-    const QString error = folder.replace(path, entry.document->toBytes());
-    if (!error.isEmpty())
-        return error;
+    Result<> replaced = folder.value().replace(path.value(), entry.document->toBytes());
+    if (!replaced.ok())
+        return replaced;
     ++m_replacements;
     entry.state = FileState::of(entry.path);
     return {};
 }
 
-ProfileOutcome ProfileStore::endBatch()
+Result<> ProfileStore::endBatch()
 {
     if (--m_batchDepth > 0)
         return {};
@@ -267,13 +265,13 @@ ProfileOutcome ProfileStore::endBatch()
     for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
         if (entry.value()->pending.empty())
             continue;
-        const ProfileOutcome outcome = flush(entry.key(), *entry.value());
+        const Result<> outcome = flush(entry.key(), *entry.value());
         if (outcome.ok())
             continue;
-        errors << outcome.error;
-        isRepeated = isRepeated && outcome.isRepeated;
+        errors << outcome.error();
+        isRepeated = isRepeated && outcome.isRepeated();
     }
-    return {errors.join(QStringLiteral("; ")), isRepeated};
+    return Failure{errors.join(QStringLiteral("; ")), isRepeated};
 }
 
 void ProfileStore::dropBatch()
@@ -299,7 +297,7 @@ ProfileStore::Batch::~Batch()
         m_store.dropBatch();
 }
 
-ProfileOutcome ProfileStore::Batch::commit()
+Result<> ProfileStore::Batch::commit()
 {
     if (!m_open)
         return {};

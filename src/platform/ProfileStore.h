@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CodePage.h"
+#include "Result.h"
 
 #include <QHash>
 #include <QString>
@@ -10,15 +11,6 @@
 namespace platform {
 
 class ProfileDocument;
-
-// What became of a write: an empty error text means that the file holds the value now. The error text says what failed
-// and where (machine path), ready to be logged or shown.
-struct ProfileOutcome
-{
-    QString error;
-    bool isRepeated = false; // the last failure of the same file once more: whoever keeps a log has it already
-    bool ok() const { return error.isEmpty(); }
-};
 
 // INI-syntax files ("profiles"): single values, whole sections, single writes and batches of writes.
 //
@@ -32,7 +24,7 @@ struct ProfileOutcome
 //
 // A file that cannot be read whole (a folder, a pipe or device, no permission, larger than kMaxFileBytes, an error of
 // the disk, too many open files) reads as if it were missing, and readable() says why. It is never written. The next
-// call tries to read it again.
+// call tries to read it again. A failure says what failed and where (machine path), ready to be logged or shown.
 class ProfileStore
 {
 public:
@@ -57,7 +49,7 @@ public:
                int bufferSize);
 
     // Whether the file could be read whole; a missing file can.
-    ProfileOutcome readable(const QString& file);
+    Result<> readable(const QString& file);
 
     // The lines of a section in file order (comments and blank lines left out); empty when missing. Cut as a platform
     // read with a buffer of bufferSize bytes cuts them, the NULs behind each line and at the end included.
@@ -67,10 +59,10 @@ public:
     QStringList sections(const QString& file); // names, in no order
 
     // Sets one value, creating file, section and key as needed. Inside a Batch only the cached document changes.
-    ProfileOutcome write(const QString& file, const QString& section, const QString& key, const QString& value);
+    Result<> write(const QString& file, const QString& section, const QString& key, const QString& value);
 
     // The same for a value that is only the default: one that another program has stored meanwhile stays.
-    ProfileOutcome writeDefault(const QString& file, const QString& section, const QString& key, const QString& value);
+    Result<> writeDefault(const QString& file, const QString& section, const QString& key, const QString& value);
 
     // Collects all writes made while it lives into one replacement per file. Batches nest; the outermost one writes.
     // Within a batch a file is looked at once: an outside edit is merged when the batch is written.
@@ -85,7 +77,7 @@ public:
 
         // Writes all changed files (outermost batch only). A file that cannot be replaced keeps its old content and its
         // pending writes are dropped. The outcome holds the errors of all files and of all writes that were refused.
-        [[nodiscard]] ProfileOutcome commit();
+        Result<> commit();
 
     private:
         ProfileStore& m_store;
@@ -104,13 +96,13 @@ private:
     struct Write;
     Entry& fresh(const QString& file);
     void forgetOldest();
-    ProfileOutcome store(const QString& file, const Write& write);
-    ProfileOutcome failure(Entry& entry, const QString& error) const;
-    ProfileOutcome refused(Entry& entry, const QString& error);
-    ProfileOutcome endBatch();
+    Result<> store(const QString& file, const Write& write);
+    Failure failure(Entry& entry, const QString& error) const;
+    Failure refused(Entry& entry, const QString& error);
+    Result<> endBatch();
     void dropBatch();
-    ProfileOutcome flush(const QString& file, Entry& entry);
-    QString replaceFile(const QString& file, Entry& entry);
+    Result<> flush(const QString& file, Entry& entry);
+    Result<> replaceFile(const QString& file, Entry& entry);
 
     CodePage m_codePage;
     QString m_protected;

@@ -34,10 +34,10 @@ QString ParameterFile::save(const ParameterSet& set) const
     IniBatch batch(m_library.context());
     QString refusal;
     const auto put = [&](const QString& section, const QString& key, const QString& value) {
-        const platform::ProfileOutcome outcome = machine.profiles.write(file, section, key, value);
+        const platform::Result<> outcome = machine.profiles.write(file, section, key, value);
         IniBatch::note(m_library.context(), kPutFailure, outcome);
         if (refusal.isEmpty())
-            refusal = outcome.error;
+            refusal = outcome.error();
     };
     put(kInfo, kModel, set.modelString);
     put(kInfo, QStringLiteral("OffLine"), isOffLine ? QStringLiteral("True") : QStringLiteral("False"));
@@ -47,7 +47,7 @@ QString ParameterFile::save(const ParameterSet& set) const
     for (const auto& [tag, value] : set.values)
         put(kData, tag, value);
     // Without its commit the batch leaves the file as it was.
-    return refusal.isEmpty() ? batch.commit() : refusal;
+    return refusal.isEmpty() ? batch.commit().error() : refusal;
 }
 
 QString ParameterFile::trouble() const
@@ -63,9 +63,9 @@ QString ParameterFile::trouble() const
             .arg(paths.toMachine(m_fileName));
     if (!paths.isReadable(m_fileName))
         return m_library.tranStr(QStringLiteral("%1 may not be read by you.")).arg(paths.toMachine(m_fileName));
-    const platform::ProfileOutcome outcome = machine.profiles.readable(paths.toMachine(m_fileName));
+    const platform::Result<> outcome = machine.profiles.readable(paths.toMachine(m_fileName));
     return outcome.ok() ? QString()
-                        : m_library.tranStr(QStringLiteral("The file was not loaded: %1")).arg(outcome.error);
+                        : m_library.tranStr(QStringLiteral("The file was not loaded: %1")).arg(outcome.error());
 }
 
 QString ParameterFile::modelString() const

@@ -40,7 +40,7 @@ public:
     ParameterFile(clsLibrary& library, const QString& fileName);
 
     // Empty, or why the file was not written (machine path included).
-    QString save(const ParameterSet& set) const;
+    [[nodiscard]] QString save(const ParameterSet& set) const;
 
     // The values of the file for the items of a model; the outcome tells whether they may be used.
     ParameterLoad read(const clsKX& kx, ParameterSet& set) const;

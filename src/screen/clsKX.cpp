@@ -110,9 +110,9 @@ int clsKX::load(int n, clsLibrary* objLib, const QString& modelString)
         clear();
         GridBuilder(*this, screen).build();
     }
-    const QString error = batch.commit();
-    if (!error.isEmpty())
-        logError(QStringLiteral("definition file not completed: ") + error);
+    const platform::Result<> completed = batch.commit();
+    if (!completed.ok())
+        logError(QStringLiteral("definition file not completed: ") + completed.error());
     return m_grid == nullptr ? 1 : 0;
 }
 

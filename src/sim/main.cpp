@@ -164,10 +164,8 @@ int main(int argc, char** argv)
         QFile::remove(options.link);
     if (options.state.isEmpty())
         return 0;
-    const QString error = platform::writeWholeFile(QFile::encodeName(options.state), controller.state());
-    return error.isEmpty()
-               ? 0
-               : fail(
-                     kNoDefinition,
-                     QStringLiteral("%1 cannot be written: %2; choose another --state file").arg(options.state, error));
+    const platform::Result<> written = platform::writeWholeFile(QFile::encodeName(options.state), controller.state());
+    return written.ok() ? 0
+                        : fail(kNoDefinition, QStringLiteral("%1 cannot be written: %2; choose another --state file")
+                                                  .arg(options.state, written.error()));
 }

@@ -19,7 +19,7 @@ public:
 
     // extension: of parameter files of the model, without a point; "par" stands for one that is no plain extension.
     // Empty, or why the set could not be kept.
-    QString keep(const ParameterSet& set, const QString& extension) const;
+    [[nodiscard]] QString keep(const ParameterSet& set, const QString& extension) const;
 
     QString folder() const; // desktop path
 

@@ -124,7 +124,7 @@ TEST_F(Library, SettingsFillTheFileAndComeBack)
     EXPECT_TRUE(settings.m_bComm);
     EXPECT_EQ(settings.m_lCharSet, 0);
     settings.m_sFont = QStringLiteral("ゴシック");
-    EXPECT_EQ(settings.save(), QString());
+    EXPECT_TRUE(settings.save().ok());
     settings.m_sFont.clear();
     settings.load();
     EXPECT_EQ(settings.m_sFont, u"ゴシック");

@@ -46,7 +46,7 @@ protected:
     }
     std::string write(const QByteArray& name, const QByteArray& bytes = "new") const
     {
-        return platform::writeWholeFile(path(name), bytes).toStdString();
+        return platform::writeWholeFile(path(name), bytes).error().toStdString();
     }
 
     QTemporaryDir dir;
@@ -67,7 +67,7 @@ TEST_F(Replacement, DiskThatIsFullIsReportedAndTheOldFileStays)
     EXPECT_EQ(status, 0);
     EXPECT_EQ(content("a"), "old");
     EXPECT_EQ(names(), QStringList{QStringLiteral("a")});
-    EXPECT_EQ(platform::writeWholeFile("/dev/full", "x").toStdString(), "No space left on device");
+    EXPECT_EQ(platform::writeWholeFile("/dev/full", "x").error().toStdString(), "No space left on device");
 }
 
 TEST_F(Replacement, OnlyWhatADeadSaveLeftIsRemoved)
@@ -116,7 +116,8 @@ TEST_F(Replacement, OnlyRegularFilesAreReplaced)
     EXPECT_EQ(write("folder"), "it is a folder");
     ASSERT_EQ(mkfifo(path("pipe").constData(), 0600), 0);
     const int folder = platform::openFolder(QFile::encodeName(dir.path()));
-    EXPECT_EQ(platform::replaceInFolder(folder, "pipe", "x", platform::Flush::ToDisk), u"it is not a regular file");
+    EXPECT_EQ(platform::replaceInFolder(folder, "pipe", "x", platform::Flush::ToDisk).error(),
+              u"it is not a regular file");
     close(folder);
     const int reader = open(path("pipe").constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     EXPECT_EQ(write("pipe", "through"), "") << "a pipe that was named takes the bytes";

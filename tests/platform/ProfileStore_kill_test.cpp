@@ -13,11 +13,12 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <tuple>
 #include <unistd.h>
 
 using platform::CodePage;
-using platform::ProfileOutcome;
 using platform::ProfileStore;
+using platform::Result;
 
 namespace {
 
@@ -96,11 +97,11 @@ protected:
         return bytes;
     }
 
-    static ProfileOutcome writeGeneration(ProfileStore& store, const QString& path, int n)
+    static Result<> writeGeneration(ProfileStore& store, const QString& path, int n)
     {
         ProfileStore::Batch batch(store);
         for (int key = 0; key < kKeys; ++key)
-            store.write(path, QStringLiteral("S"), QStringLiteral("Key%1").arg(key), QString::number(n));
+            std::ignore = store.write(path, QStringLiteral("S"), QStringLiteral("Key%1").arg(key), QString::number(n));
         return batch.commit();
     }
 
@@ -151,10 +152,10 @@ TEST_F(Survival, KilledWriterLeavesAWholeFile)
 void writeTooMuch(const QString& file, int tell)
 {
     ProfileStore store{CodePage()};
-    const ProfileOutcome outcome = store.write(file, QStringLiteral("S"), QStringLiteral("Big"), QString(200000, u'x'));
+    const Result<> outcome = store.write(file, QStringLiteral("S"), QStringLiteral("Big"), QString(200000, u'x'));
     const auto kept = store.read(file, QStringLiteral("S"), QStringLiteral("A"), QString(), 100);
     const auto lost = store.read(file, QStringLiteral("S"), QStringLiteral("Big"), QStringLiteral("none"), 100);
-    const QByteArray report = (outcome.error + u'|' + kept.text + u'|' + lost.text).toUtf8();
+    const QByteArray report = (outcome.error() + u'|' + kept.text + u'|' + lost.text).toUtf8();
     if (write(tell, report.constData(), static_cast<size_t>(report.size())) != report.size())
         _exit(1);
 }
@@ -181,8 +182,8 @@ TEST_F(Survival, PipeInPlaceOfAFileIsNotWaitedFor)
     ASSERT_EQ(mkfifo(qPrintable(file), 0600), 0);
     ProfileStore store{CodePage()};
     EXPECT_EQ(store.read(file, QStringLiteral("S"), QStringLiteral("A"), QStringLiteral("none"), 100).text, u"none");
-    const ProfileOutcome outcome = store.write(file, QStringLiteral("S"), QStringLiteral("A"), QStringLiteral("1"));
-    EXPECT_TRUE(outcome.error.endsWith(u"it is not a regular file")) << qPrintable(outcome.error);
+    const Result<> outcome = store.write(file, QStringLiteral("S"), QStringLiteral("A"), QStringLiteral("1"));
+    EXPECT_TRUE(outcome.error().endsWith(u"it is not a regular file")) << qPrintable(outcome.error());
 }
 
 // A tiny file system of its own, seen by the child only and gone with it.
@@ -198,7 +199,7 @@ TEST_F(Survival, FullDiskIsToldAndKeepsTheOldFile)
         if (!mounted)
             return;
         ProfileStore before{CodePage()};
-        before.write(file, QStringLiteral("S"), QStringLiteral("A"), QStringLiteral("1"));
+        std::ignore = before.write(file, QStringLiteral("S"), QStringLiteral("A"), QStringLiteral("1"));
         writeTooMuch(file, tell);
         const QByteArray after = '|' + contentOf(file) + '|' +
                                  QByteArray::number(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size());

@@ -74,7 +74,7 @@ protected:
     {
         return store.read(file, QStringLiteral("S"), QString::fromUtf16(key), QStringLiteral("DEF"), 512).text;
     }
-    platform::ProfileOutcome set(const char16_t* key, const char16_t* value)
+    platform::Result<> set(const char16_t* key, const char16_t* value)
     {
         return store.write(file, QStringLiteral("S"), QString::fromUtf16(key), QString::fromUtf16(value));
     }
@@ -179,7 +179,7 @@ TEST_F(Profile, BatchReplacesOnceAndMergesOutsideEdits)
     {
         ProfileStore::Batch inner(store);
         for (int i = 0; i < 100; ++i)
-            set(u"N", QString::number(i).toStdU16String().c_str());
+            ASSERT_TRUE(set(u"N", QString::number(i).toStdU16String().c_str()).ok());
         EXPECT_TRUE(inner.commit().ok());
     }
     EXPECT_EQ(get(u"N"), u"99") << "readable before it is on disk";
@@ -278,10 +278,11 @@ TEST_F(Profile, DocumentsOfManyFilesAreForgotten)
     ProfileStore::Batch batch(store);
     for (int i = 0; i < 100; ++i) {
         file = dir.filePath(QStringLiteral("%1.ini").arg(i));
-        if (i < 50)
-            set(u"A", QString::number(i).toStdU16String().c_str());
-        else
+        if (i < 50) {
+            ASSERT_TRUE(set(u"A", QString::number(i).toStdU16String().c_str()).ok());
+        } else {
             get(u"A");
+        }
     }
     EXPECT_LE(store.documents(), 51) << "what a batch has still to write is kept";
     EXPECT_TRUE(batch.commit().ok());
@@ -326,7 +327,7 @@ TEST_F(Profile, FileThatWasNotReadWholeIsNeverWritten)
         const bool unread = get(u"A") == u"DEF";
         QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
         EXPECT_TRUE(unread);
-        EXPECT_TRUE(set(u"B", u"2").error.contains(u"cannot be read"));
+        EXPECT_TRUE(set(u"B", u"2").error().contains(u"cannot be read"));
         EXPECT_FALSE(store.readable(file).ok());
         EXPECT_FALSE(batch.commit().ok()) << "a refusal within a batch is not lost";
         EXPECT_EQ(content(), "[S]\r\nA=1\r\n");
@@ -335,7 +336,7 @@ TEST_F(Profile, FileThatWasNotReadWholeIsNeverWritten)
     }));
     file = QStringLiteral("/proc/self/mem"); // a regular file whose first read fails
     EXPECT_EQ(get(u"A"), u"DEF");
-    EXPECT_TRUE(store.readable(file).error.contains(u"cannot be read"));
+    EXPECT_TRUE(store.readable(file).error().contains(u"cannot be read"));
 }
 
 TEST_F(Profile, RightsAreThoseOfTheSystem)
@@ -346,9 +347,9 @@ TEST_F(Profile, RightsAreThoseOfTheSystem)
     QFile::setPermissions(dir.path(), QFile::Permissions(0x7777));
     put("[S]\r\nA=1\r\n");
     QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadOther);
-    EXPECT_TRUE(asOther([&] { return set(u"A", u"2").error.contains(u"read-only") && get(u"A") == u"1"; }));
+    EXPECT_TRUE(asOther([&] { return set(u"A", u"2").error().contains(u"read-only") && get(u"A") == u"1"; }));
     QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadOther | QFile::WriteOther);
-    EXPECT_TRUE(asOther([&] { return set(u"A", u"3").error.contains(u"its owner and group cannot be kept"); }));
+    EXPECT_TRUE(asOther([&] { return set(u"A", u"3").error().contains(u"its owner and group cannot be kept"); }));
     EXPECT_EQ(content(), "[S]\r\nA=1\r\n");
     ASSERT_EQ(chown(QFile::encodeName(file).constData(), kOtherText, kOtherText), 0);
     QFile::setPermissions(file, QFile::ReadOwner);
@@ -384,19 +385,19 @@ TEST_F(Profile, FailureIsRepeatedUntilASuccess)
 {
     const QString good = file;
     file = dir.filePath(QStringLiteral("later/p.ini"));
-    EXPECT_FALSE(set(u"A", u"1").isRepeated);
-    EXPECT_TRUE(set(u"B", u"1").isRepeated);
+    EXPECT_FALSE(set(u"A", u"1").isRepeated());
+    EXPECT_TRUE(set(u"B", u"1").isRepeated());
     QDir(dir.path()).mkdir(QStringLiteral("later"));
     EXPECT_TRUE(set(u"A", u"1").ok());
     QDir(dir.filePath(QStringLiteral("later"))).removeRecursively();
-    EXPECT_FALSE(set(u"C", u"1").isRepeated);
+    EXPECT_FALSE(set(u"C", u"1").isRepeated());
 }
 
 TEST_F(Profile, BatchWithoutCommitIsDropped)
 {
     {
         ProfileStore::Batch batch(store);
-        set(u"A", u"1");
+        EXPECT_TRUE(set(u"A", u"1").ok());
     }
     EXPECT_EQ(content(), "<none>");
     EXPECT_EQ(get(u"A"), u"DEF");

@@ -105,7 +105,7 @@ protected:
     QString failure(int number)
     {
         comm.setCommPort(number);
-        EXPECT_FALSE(comm.setPortOpen(true));
+        EXPECT_FALSE(comm.openPort());
         EXPECT_FALSE(comm.PortOpen());
         return comm.errorText();
     }
@@ -123,7 +123,7 @@ TEST_F(SerialControl, TellsWhyAPortCannotBeOpened)
     EXPECT_TRUE(failure(3).contains(QStringLiteral("COM3 (/dev/null)"))) << qPrintable(failure(3));
     EXPECT_TRUE(failure(98).contains(QStringLiteral("no such port")));
     comm.setCommPort(1);
-    EXPECT_TRUE(comm.setPortOpen(true)) << qPrintable(comm.errorText());
+    EXPECT_TRUE(comm.openPort()) << qPrintable(comm.errorText());
     EXPECT_TRUE(comm.errorText().isEmpty());
 }
 
@@ -150,14 +150,14 @@ TEST_F(SerialControl, LockFilesOfNobody)
     }
     QFile removal(file.fileName() + QStringLiteral(".rmlock")); // of one that was killed while it took a lock over
     ASSERT_TRUE(removal.open(QIODevice::WriteOnly));
-    EXPECT_TRUE(comm.setPortOpen(true)) << "that of a dead process is taken over: " << qPrintable(comm.errorText());
+    EXPECT_TRUE(comm.openPort()) << "that of a dead process is taken over: " << qPrintable(comm.errorText());
     removal.remove();
 }
 
 TEST_F(SerialControl, RefusesAPortThatIsInUse)
 {
     MSComm other(ports);
-    ASSERT_TRUE(other.setPortOpen(true));
+    ASSERT_TRUE(other.openPort());
     const QString reason = failure(1);
     EXPECT_TRUE(reason.contains(QStringLiteral("in use by process %1").arg(getpid()))) << qPrintable(reason);
     EXPECT_TRUE(reason.contains(PortLock::of(line.device()).file)) << qPrintable(reason);
@@ -168,14 +168,14 @@ TEST_F(SerialControl, RefusesAPortThatIsInUse)
     const QString sameReason = failure(4);
     EXPECT_TRUE(sameReason.contains(QStringLiteral("COM4 (%1)").arg(otherName))) << qPrintable(sameReason);
     EXPECT_TRUE(sameReason.contains(QStringLiteral("in use"))) << qPrintable(sameReason);
-    other.setPortOpen(false);
-    EXPECT_TRUE(comm.setPortOpen(true));
+    other.closePort();
+    EXPECT_TRUE(comm.openPort());
 }
 
 TEST_F(SerialControl, TellsBytesFromTheThresholdOn)
 {
     comm.setRThreshold(3);
-    ASSERT_TRUE(comm.setPortOpen(true));
+    ASSERT_TRUE(comm.openPort());
     line.send("ab");
     QCoreApplication::processEvents();
     EXPECT_EQ(events.size(), 0);
@@ -188,7 +188,7 @@ TEST_F(SerialControl, TellsBytesFromTheThresholdOn)
 
 TEST_F(SerialControl, ClosesAndTellsWhenTheAdapterGoes)
 {
-    ASSERT_TRUE(comm.setPortOpen(true));
+    ASSERT_TRUE(comm.openPort());
     line.unplug();
     ASSERT_TRUE(events.wait());
     EXPECT_EQ(comm.Event(), CommEvent::DCB);
