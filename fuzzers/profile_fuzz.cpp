@@ -26,7 +26,7 @@ struct Write
     QString section;
     QString key;
     QString value;
-    bool isRefused() const { return !ProfileDocument::refusal(section, key).isEmpty(); }
+    bool isRefused() const { return !ProfileDocument::canStore(section, key).ok(); }
 };
 
 const CodePage& codePage()

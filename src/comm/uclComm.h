@@ -2,6 +2,7 @@
 
 #include "Clock.h"
 #include "MSComm.h"
+#include "Result.h"
 #include "SystemColors.h"
 
 #include <QByteArray>

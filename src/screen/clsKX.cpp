@@ -179,9 +179,9 @@ clsData* clsKX::addItem(std::unique_ptr<clsData> item, int number)
 bool clsKX::takeTag(clsData& item)
 {
     const QString section = QStringLiteral("Datas%1").arg(item.number());
-    const QString refusal = platform::ProfileDocument::refusal(section, item.Key());
-    if (!refusal.isEmpty())
-        noteFault(section, QStringLiteral("Tag: ") + refusal);
+    const platform::Result<> allowed = platform::ProfileDocument::canStore(section, item.Key());
+    if (!allowed.ok())
+        noteFault(section, QStringLiteral("Tag: ") + allowed.error());
     QString& taken = m_tagByFileKey[item.Key().trimmed().toCaseFolded()];
     if (!taken.isNull()) {
         noteFault(section, QStringLiteral("Tag: %1 exists already").arg(taken));
