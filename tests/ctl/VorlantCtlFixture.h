@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ChildProcess.h"
 #include "ScriptedController.h"
 #include "SoundController.h"
 
@@ -9,7 +10,6 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include <grp.h>
 #include <memory>
 #include <unistd.h>
 
@@ -41,32 +41,35 @@ protected:
         controller = std::make_unique<ScriptedController>(std::move(answer));
     }
 
-    // From here on the program runs as a user without rights over other people's files. False when it cannot.
+    // From here on the program runs as a user without rights over other people's files: a copy of it, because that user
+    // may not reach the folder that it was built in. False when it cannot.
     bool becomePlainUser()
     {
         if (geteuid() != 0)
             return true;
-        constexpr uid_t kNobody = 65534;
+        bool given =
+            QFile::copy(executable, path("vorlantctl")) && chown(qPrintable(dir.path()), kOtherUser, kOtherUser) == 0;
+        executable = path("vorlantctl");
+        process.setWorkingDirectory(dir.path());
         QDirIterator all(dir.path(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
                          QDirIterator::Subdirectories);
-        bool given = chown(qPrintable(dir.path()), kNobody, kNobody) == 0;
         while (all.hasNext())
-            given = chown(qPrintable(all.next()), kNobody, kNobody) == 0 && given;
+            given = chown(qPrintable(all.next()), kOtherUser, kOtherUser) == 0 && given;
         if (controller)
-            given = chown(qPrintable(controller->device()), kNobody, kNobody) == 0 && given;
+            given = chown(qPrintable(controller->device()), kOtherUser, kOtherUser) == 0 && given;
         process.setChildProcessModifier([] {
-            if (setgroups(0, nullptr) != 0 || setgid(kNobody) != 0 || setuid(kNobody) != 0)
+            if (!becomeOtherUser())
                 _exit(126);
         });
         return given && run(words("--version")) == 0;
     }
 
-    // Runs to the end; returns the exit status.
+    // Runs to the end; returns the exit status, -1 for a program that does not start or does not end.
     int run(const QStringList& arguments)
     {
         QSignalSpy finished(&process, &QProcess::finished);
-        process.start(QStringLiteral(VORLANT_CTL), arguments);
-        if (finished.isEmpty() && !finished.wait(kGenerousMs))
+        process.start(executable, arguments);
+        if (!process.waitForStarted(kGenerousMs) || (finished.isEmpty() && !finished.wait(kGenerousMs)))
             return -1;
         output = process.readAllStandardOutput();
         errors = process.readAllStandardError();
@@ -88,6 +91,7 @@ protected:
     }
 
     QTemporaryDir dir;
+    QString executable = QStringLiteral(VORLANT_CTL);
     QProcess process;
     std::unique_ptr<ScriptedController> controller;
     QByteArray output;

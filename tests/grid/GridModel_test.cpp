@@ -42,14 +42,6 @@ TEST_F(Grid, CellsOutsideAreIgnored)
     EXPECT_EQ(changes.count(), 0);
 }
 
-struct SizeRow
-{
-    const char* name;
-    int asked;
-    int rows;
-    int cols;
-};
-
 TEST_F(Grid, ShowsWhatIsNotSeenAndKeepsIt)
 {
     Cell cell = labelled(QStringLiteral("a\x1b\r\nb"));
@@ -66,9 +58,14 @@ TEST_F(Grid, ShowsWhatIsNotSeenAndKeepsIt)
 
 TEST(GridSize, IsKeptWithinBounds)
 {
-    for (const SizeRow& row : {SizeRow{"Zero", 0, 0, 0}, SizeRow{"Negative", -1, 0, 0}, SizeRow{"One", 1, 1, 1},
-                               SizeRow{"Million", 1000000, GridModel::kMaxRows, GridModel::kMaxCols}}) {
-        SCOPED_TRACE(row.name);
+    const struct
+    {
+        int asked;
+        int rows;
+        int cols;
+    } rows[] = {{0, 0, 0}, {-1, 0, 0}, {1, 1, 1}, {1000000, GridModel::kMaxRows, GridModel::kMaxCols}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.asked);
         GridModel grid;
         grid.setMaxRows(row.asked);
         grid.setMaxCols(row.asked);

@@ -59,57 +59,35 @@ public:
 
 TEST_F(Reader, FollowsTheRing)
 {
-    struct
+    struct Row
     {
         const char* name;
-        std::function<void(Reader&)> happens;
+        std::initializer_list<const char*> messages; // written after what happens
         const char* seen;
+        std::function<void(Reader&)> happens = [](Reader&) {};
     } const rows[] = {
-        {"no file yet", [](Reader&) {}, "?1"},
-        {"first lines",
-         [](Reader& r) {
-             r.write({"a", "b"});
-         },
-         "a|b"},
-        {"nothing new", [](Reader&) {}, ""},
-        {"round the end",
-         [](Reader& r) {
-             r.write({"c", "d"});
-         },
-         "c|d"},
-        {"a whole round but one",
-         [](Reader& r) {
-             r.write({"e", "f"});
-         },
-         "e|f"},
-        {"exactly one round",
-         [](Reader& r) {
-             r.write({"g", "h", "i"});
-         },
-         "~g|h|i"},
-        {"overtaken",
-         [](Reader& r) {
-             r.write({"k", "l", "m", "n", "o"});
-         },
-         "~m|n|o"},
-        {"empty", [](Reader& r) { QFile(r.log.filePath()).resize(0); }, "?1"},
-        {"cut off in the header", [](Reader& r) { r.patch(0, QByteArray(9, '\1')); }, "?3"},
-        {"begun anew", [](Reader& r) { r.write({"p"}); }, "!p"},
-        {"other layout",
-         [](Reader& r) {
-             r.log.setMaxLogCnt(4), r.write({"q", "r"});
-         },
-         "!q|r"},
-        {"header points behind the end", [](Reader& r) { r.patch(8, QByteArray("\4\0\0\0", 4)); }, "?3"},
-        {"header is sound again", [](Reader& r) { r.patch(8, QByteArray("\2\0\0\0", 4)), r.write({"s"}); }, "s"},
-        {"no count", [](Reader& r) { r.patch(0, QByteArray(4, '\0')); }, "?3"},
-        {"huge size", [](Reader& r) { r.patch(0, QByteArray("\4\0\0\0\xff\xff\xff\x7f", 8)); }, "?3"},
-        {"removed", [](Reader& r) { QFile::remove(r.log.filePath()); }, "?1"},
-        {"a folder", [](Reader& r) { QDir().mkdir(r.log.filePath()); }, "?2"},
+        {"no file yet", {}, "?1"},
+        {"first lines", {"a", "b"}, "a|b"},
+        {"nothing new", {}, ""},
+        {"round the end", {"c", "d"}, "c|d"},
+        {"a whole round but one", {"e", "f"}, "e|f"},
+        {"exactly one round", {"g", "h", "i"}, "~g|h|i"},
+        {"overtaken", {"k", "l", "m", "n", "o"}, "~m|n|o"},
+        {"empty", {}, "?1", [](Reader& r) { QFile(r.log.filePath()).resize(0); }},
+        {"cut off in the header", {}, "?3", [](Reader& r) { r.patch(0, QByteArray(9, '\1')); }},
+        {"begun anew", {"p"}, "!p"},
+        {"other layout", {"q", "r"}, "!q|r", [](Reader& r) { r.log.setMaxLogCnt(4); }},
+        {"header points behind the end", {}, "?3", [](Reader& r) { r.patch(8, QByteArray("\4\0\0\0", 4)); }},
+        {"header is sound again", {"s"}, "s", [](Reader& r) { r.patch(8, QByteArray("\2\0\0\0", 4)); }},
+        {"no count", {}, "?3", [](Reader& r) { r.patch(0, QByteArray(4, '\0')); }},
+        {"huge size", {}, "?3", [](Reader& r) { r.patch(0, QByteArray("\4\0\0\0\xff\xff\xff\x7f", 8)); }},
+        {"removed", {}, "?1", [](Reader& r) { QFile::remove(r.log.filePath()); }},
+        {"a folder", {}, "?2", [](Reader& r) { QDir().mkdir(r.log.filePath()); }},
     };
-    for (const auto& row : rows) {
+    for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         row.happens(*this);
+        write(row.messages);
         EXPECT_EQ(look(), QString::fromLatin1(row.seen));
     }
 }

@@ -4,7 +4,6 @@
 #include "clsLibrary.h"
 #include "clsLog.h"
 
-#include <QFile>
 #include <gtest/gtest.h>
 
 namespace {
@@ -53,9 +52,8 @@ TEST(ShowMessage, WithoutAPresenterIsLoggedAndTakesTheDefault)
     box.context.errorLog = log;
     const clsLibrary library(box.context);
     EXPECT_EQ(library.showMessage(QStringLiteral("Nobody reads this"), 4 + 256), MessageResult::kNo);
-    QFile file(box.path(QStringLiteral("C:\\Vorlant\\Err.log")));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(file.readAll().contains("[LibraryError]showMessage: Nobody reads this"));
+    EXPECT_TRUE(
+        box.content(QStringLiteral("C:\\Vorlant\\Err.log")).contains("[LibraryError]showMessage: Nobody reads this"));
 }
 
 } // namespace

@@ -1,9 +1,8 @@
 #include "ProfileStore.h"
 #include "ProgramFolders.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
+#include "ScratchFolder.h"
+
 #include <gtest/gtest.h>
 
 using platform::PathMap;
@@ -11,29 +10,16 @@ using platform::PathMap;
 namespace {
 
 // A machine with a home, an installation without its own definitions folder and the installed data.
-class FoldersOf : public ::testing::Test
+class FoldersOf : public ::testing::Test, protected ScratchFolder
 {
 protected:
     FoldersOf()
     {
-        for (const char* folder : {"home", "bin", "data/ini", "data/Lang", "program/ini"})
+        for (const char* folder : {"home", "bin", "program/ini"})
             QDir().mkpath(path(folder));
         put("data/ini/KX410Screen.ini", "installed");
         put("data/Lang/JP.txt", "installed");
         environment.insert(QStringLiteral("HOME"), path("home"));
-    }
-
-    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
-    void put(const char* name, const QByteArray& bytes)
-    {
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-    QByteArray content(const char* name) const
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
     }
 
     ProgramFolders start(const char* executableFolder = "bin") const
@@ -43,7 +29,6 @@ protected:
     QString machine(const QString& desktop) const { return paths.toMachine(desktop); }
 
     const char* withoutHome = "state";
-    QTemporaryDir dir;
     PathMap paths;
     QProcessEnvironment environment;
 };
@@ -51,7 +36,6 @@ protected:
 // What cannot be copied as a whole is not used: the disk is full in the middle of the definitions.
 TEST_F(FoldersOf, HalfFilledFolderIsNotUsed)
 {
-    ASSERT_TRUE(QDir().mkpath(path("home/.local/share/vorlant")));
     put("home/.local/share/vorlant/ini", "in the way");
     const auto [folders, notices] = start();
     EXPECT_EQ(machine(folders.program()), path("data"));

@@ -3,12 +3,11 @@
 #include "TestMachine.h"
 #include "clsLibrary.h"
 
-#include <QDir>
-#include <QFile>
 #include <gtest/gtest.h>
 
 namespace {
 
+const QString kFile = QStringLiteral("C:\\Users\\AppData\\Vorlan\\VorlantPos.ini");
 const QRect kScreen(0, 0, 28800, 16200); // 1920 x 1080
 
 struct FakeForm : platform::FormPlacement
@@ -32,22 +31,9 @@ struct FakeForm : platform::FormPlacement
 class WindowPlace : public ::testing::Test
 {
 protected:
-    WindowPlace() { QDir().mkpath(box.path(QStringLiteral("C:\\Users\\AppData\\Vorlan"))); }
-    QString path() const
-    {
-        return box.path(QStringLiteral("C:\\Users\\AppData\\Vorlan")) + QStringLiteral("/VorlantPos.ini");
-    }
-    QByteArray content() const
-    {
-        QFile file(path());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
-    }
-    void store(const QByteArray& keys)
-    {
-        QFile file(path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("[frmTest]\r\n" + keys);
-    }
+    WindowPlace() { library.getIniFilePath(QStringLiteral("Main")); } // makes the folder
+    QByteArray content() const { return box.content(kFile); }
+    void store(const QByteArray& keys) const { ASSERT_TRUE(box.put(kFile, "[frmTest]\r\n" + keys)); }
 
     TestMachine box;
     clsLibrary library{box.context};

@@ -3,8 +3,6 @@
 #include "TestMachine.h"
 #include "clsLog.h"
 
-#include <QDir>
-#include <QFile>
 #include <gtest/gtest.h>
 
 namespace {
@@ -18,12 +16,7 @@ protected:
         box.context.errorLog = log;
         ini.setIniFileName(QStringLiteral("t.ini"));
     }
-    QString file() { return box.path(QStringLiteral("C:\\Vorlant")) + QStringLiteral("/t.ini"); }
-    QByteArray content(const QString& path)
-    {
-        QFile in(path);
-        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("<none>");
-    }
+    QByteArray content() const { return box.content(QStringLiteral("C:\\Vorlant\\t.ini")); }
     QString get(const char* key, const char* defaultText, bool readOnly = false)
     {
         return ini.GetIniData(QStringLiteral("S"), QLatin1String(key), QLatin1String(defaultText), readOnly);
@@ -37,12 +30,12 @@ protected:
 TEST_F(Ini, MissingKeyIsWrittenBackUnlessReadOnly)
 {
     EXPECT_EQ(get("A", "1", true), u"1");
-    EXPECT_EQ(content(file()), "<none>");
+    EXPECT_EQ(content(), "");
     EXPECT_EQ(get("A", "1"), u"1");
     EXPECT_EQ(get("B", ""), QString());
-    EXPECT_EQ(content(file()), "[S]\r\nA=1\r\nB=\r\n");
+    EXPECT_EQ(content(), "[S]\r\nA=1\r\nB=\r\n");
     EXPECT_EQ(get("B", "x"), u"x") << "an empty value reads as the default";
-    EXPECT_EQ(content(file()), "[S]\r\nA=1\r\nB=x\r\n");
+    EXPECT_EQ(content(), "[S]\r\nA=1\r\nB=x\r\n");
 }
 
 TEST_F(Ini, LongValueIsCut)
@@ -60,13 +53,13 @@ TEST_F(Ini, NamesAndFoldersAreChecked)
     ini.setIniFileName(QStringLiteral("a?.ini"));
     ini.setIniFileName(QString());
     get("A", "1");
-    EXPECT_NE(content(file()), "<none>");
+    EXPECT_NE(content(), "");
     ini.setIniPath(QStringLiteral("C:\\Vorlant\\t.ini\\\\")); // a plain file
     get("B", "2");
     ini.setIniPath(QStringLiteral("c:\\VORLANT\\Ini\\\\\\"));
     get("C", "3");
-    EXPECT_EQ(content(file()), "[S]\r\nA=1\r\nB=2\r\n");
-    EXPECT_EQ(content(box.path(QStringLiteral("C:\\Vorlant\\ini")) + QStringLiteral("/t.ini")), "[S]\r\nC=3\r\n");
+    EXPECT_EQ(content(), "[S]\r\nA=1\r\nB=2\r\n");
+    EXPECT_EQ(box.content(QStringLiteral("C:\\Vorlant\\ini\\t.ini")), "[S]\r\nC=3\r\n");
 }
 
 TEST_F(Ini, SectionsAreListedAndCleared)
@@ -80,15 +73,15 @@ TEST_F(Ini, SectionsAreListedAndCleared)
     EXPECT_EQ(ini.EnumSectionString(QStringLiteral("s"), lines), 3);
     EXPECT_EQ(lines[2], u"C=3");
     EXPECT_EQ(ini.clearSection(QStringLiteral("S")), 2);
-    EXPECT_EQ(content(file()), "[S]\r\nA=\r\nB=\r\nC=\r\n");
+    EXPECT_EQ(content(), "[S]\r\nA=\r\nB=\r\nC=\r\n");
 }
 
 TEST_F(Ini, FailureIsLoggedOnceAndTheDefaultStands)
 {
-    QDir().mkdir(file());
+    QDir().mkdir(box.path(QStringLiteral("C:\\Vorlant\\t.ini")));
     EXPECT_EQ(get("A", "1"), u"1");
     EXPECT_EQ(get("B", "2"), u"2");
-    const QByteArray logged = content(box.path(QStringLiteral("C:\\Vorlant\\Err.log")));
+    const QByteArray logged = box.content(QStringLiteral("C:\\Vorlant\\Err.log"));
     EXPECT_EQ(logged.count(box.machine.codePage.fromText(QStringLiteral("Exception error　759->"))), 1);
     EXPECT_TRUE(logged.contains("t.ini"));
 }

@@ -1,4 +1,5 @@
 #include "ProgramContext.h"
+#include "Table.h"
 #include "TestMachine.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
@@ -19,47 +20,54 @@ protected:
 
 TEST_F(Library, ConversionsFallBack)
 {
-    struct
+    for (const QStringList& row : tableRows("infra/conversions.tsv")) {
+        SCOPED_TRACE(qPrintable(row[0]));
+        EXPECT_EQ(library.toBoolean(row[0], true), row[1] == u"true");
+        EXPECT_EQ(library.toLong(row[0], 77), row[2].toInt());
+        EXPECT_EQ(library.toInteger(row[0], 77), row[3].toInt());
+        EXPECT_EQ(library.toCheckVal(row[0], 77), row[4].toInt());
+    }
+    const struct
     {
         QVariant value;
         bool boolean;
-        int number; // fallback 77
-        int small;  // 16 bits, fallback 77
-    } const rows[] = {
-        {QStringLiteral("TRUE"), true, 77, 77},
-        {QStringLiteral("tRUE"), false, 77, 77},
-        {QStringLiteral("-1"), false, -1, -1},
-        {QStringLiteral("2.5"), false, 2, 2},
-        {QStringLiteral("abc"), false, 77, 77},
-        {QStringLiteral("&hFF"), false, 255, 255},
-        {QStringLiteral("32768"), false, 32768, 77},
-        {QStringLiteral("2147483648"), false, 77, 77},
-        {-32769.0, false, -32769, 77},
-    };
+        int number;
+        int small;
+        double real;
+    } rows[] = {{1, true, 1, 1, 1},
+                {0, false, 0, 0, 0},
+                {1.0, true, 1, 1, 1},
+                {true, true, -1, -1, -1},
+                {-32769.0, false, -32769, 77, -32769},
+                {2147483647.5, false, 77, 77, 2147483647.5},
+                {QVariant(), false, 77, 77, 77}};
     for (const auto& row : rows) {
         SCOPED_TRACE(qPrintable(row.value.toString()));
         EXPECT_EQ(library.toBoolean(row.value, true), row.boolean);
         EXPECT_EQ(library.toLong(row.value, 77), row.number);
         EXPECT_EQ(library.toInteger(row.value, 77), row.small);
+        EXPECT_EQ(library.toDouble(row.value, 77), row.real);
     }
+    EXPECT_EQ(library.toCheckVal(true, 77), 1);
+    EXPECT_EQ(library.toCheckVal(1.5, 77), 0);
+    EXPECT_EQ(library.toSingle(QStringLiteral("1e39"), 7.0F), 7.0F);
+    EXPECT_EQ(library.toSingle(0.1, 7.0F), 0.1F);
+    EXPECT_EQ(library.toDouble(QStringLiteral("1e39"), 7.0), 1e39);
+    EXPECT_EQ(library.toModalVal(true) + library.toModalVal(false), 1);
 }
 
 TEST_F(Library, NamesAndPathsAreChecked)
 {
-    struct
-    {
-        const char* text;
-        bool fileName;
-        bool pathName;
-    } const rows[] = {
-        {"data.k41", true, true}, {"a b", false, true},           {"", false, false},     {"a/b", false, false},
-        {"\\data", false, false}, {"\\\\server\\s", false, true}, {"\\\\", false, false}, {"C:\\a:b", false, false},
-        {"9:\\a", false, false},  {"a?b", false, false},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(library.FileName_Check(QLatin1String(row.text), 0), row.fileName) << row.text;
-        EXPECT_EQ(library.PathName_Check(QLatin1String(row.text)), row.pathName) << row.text;
+    for (const char* both : {"", "a/b", "\\data", "\\\\", "C:\\a:b", "9:\\a", "a?b"}) {
+        EXPECT_FALSE(library.FileName_Check(QLatin1String(both), 0)) << both;
+        EXPECT_FALSE(library.PathName_Check(QLatin1String(both))) << both;
     }
+    for (const char* path : {"a b", "data.k41", "\\\\server\\s"}) {
+        EXPECT_EQ(library.FileName_Check(QLatin1String(path), 0), QByteArray(path) == "data.k41") << path;
+        EXPECT_TRUE(library.PathName_Check(QLatin1String(path))) << path;
+    }
+    EXPECT_TRUE(library.FileName_Check(QStringLiteral("fcCounter"), 0));
+    EXPECT_FALSE(library.FileName_Check(QStringLiteral("fcCounter"), 1));
     EXPECT_TRUE(library.FileNameWithLen_Check(QStringLiteral("設定.txt"), 0, 8)) << "two double-byte characters";
     EXPECT_FALSE(library.FileNameWithLen_Check(QStringLiteral("設定.txt"), 0, 7));
     EXPECT_FALSE(library.PathName_Check(QStringLiteral("C:\\") + QString(248, u'a')));
@@ -107,6 +115,12 @@ TEST_F(Library, ColoursAreReadAndNamed)
     EXPECT_EQ(library.ColorToStr(0x8080FF), u"vbLightRed");
     EXPECT_EQ(library.ColorToStr(0x123456), u"&h123456");
     EXPECT_EQ(library.ColorToStr(static_cast<qint32>(0x8000000DU)), u"&h8000000D");
+    QString name;
+    QString comment;
+    library.getColorTable(9, name, comment);
+    EXPECT_EQ(name + u'/' + comment, u"vbLightYellow/LghtYellow");
+    library.getColorTable(library.getColorTableUbound(), name, comment);
+    EXPECT_EQ(name + comment, QString()) << "it ends with an empty slot";
 }
 
 TEST_F(Library, SettingsFillTheFileAndComeBack)
@@ -133,34 +147,16 @@ TEST_F(Library, SettingsFillTheFileAndComeBack)
 
 TEST(UserLocale, FollowsTheLanguage)
 {
-    struct
-    {
-        const char* name;
-        const char* code;
-        const char* shortDate;
-        const char* decimal;
-    } const rows[] = {{"en_US", "09", "MM/DD/YYYY", "46"},
-                      {"en_GB", "09", "DD/MM/YYYY", "46"},
-                      {"ja_JP", "11", "YYYY/MM/DD", "46"},
-                      {"de_DE", "07", "DD/MM/YYYY", "44"},
-                      {"sr_RS", "1A", "", "44"},
-                      {"mi_NZ", "81", "", "46"},
-                      {"C", "00", "", "46"}};
-    for (const auto& row : rows) {
-        const platform::UserLocale locale{QLocale(QLatin1String(row.name))};
-        EXPECT_EQ(locale.languageCode(), QLatin1String(row.code)) << row.name;
-        if (*row.shortDate != '\0') {
-            EXPECT_EQ(locale.shortDate(), QLatin1String(row.shortDate)) << row.name;
-        }
-        EXPECT_EQ(locale.decimalSeparatorCode(), QLatin1String(row.decimal)) << row.name;
+    for (const QStringList& row : tableRows("infra/locales.tsv")) {
+        const platform::UserLocale locale{QLocale(row[0])};
+        EXPECT_EQ(locale.languageCode(), row[1]) << qPrintable(row[0]);
+        EXPECT_TRUE(row[2] == u"-" || locale.shortDate() == row[2]) << qPrintable(row[0]);
+        EXPECT_EQ(locale.decimalSeparatorCode(), row[3]) << qPrintable(row[0]);
     }
 }
 
 TEST_F(Library, FilesHaveTheirPlaces)
 {
-    EXPECT_EQ(library.toCheckVal(QStringLiteral("yes"), 5), 0);
-    EXPECT_EQ(library.toSingle(QStringLiteral("1e39"), 7.0F), 7.0F);
-    EXPECT_EQ(library.toDouble(QStringLiteral("1e39"), 7.0), 1e39);
     EXPECT_EQ(library.getIniFilePath(QString()), u"C:\\Vorlant\\ini");
     EXPECT_EQ(library.getIniFilePath(QStringLiteral("Lang")), library.getIniFilePath(QStringLiteral("Main")));
     EXPECT_EQ(library.getIniFilePath(QStringLiteral("Main")), u"C:\\Users\\AppData\\Vorlan");
@@ -182,18 +178,6 @@ TEST_F(Library, PathsAreTakenApart)
     EXPECT_EQ(library.GetFileTitleEx(QStringLiteral("C:\\a\\b.tar.gz")), u"b.tar");
     EXPECT_EQ(library.GetDirName(QStringLiteral("C:\\a\\b.txt")), u"C:\\a");
     EXPECT_EQ(library.GetDirName(QStringLiteral("b.txt")), u"b.txt");
-}
-
-TEST_F(Library, ColourTableEndsWithAnEmptySlot)
-{
-    QString name;
-    QString comment;
-    library.getColorTable(9, name, comment);
-    EXPECT_EQ(name + u'/' + comment, u"vbLightYellow/LghtYellow");
-    library.getColorTable(43, name, comment);
-    EXPECT_EQ(name, u"vbInfoBackground");
-    library.getColorTable(library.getColorTableUbound(), name, comment);
-    EXPECT_EQ(name + comment, QString());
 }
 
 // The package's own folder takes no text, no setting, no folder and no log, not even from root.

@@ -1,8 +1,8 @@
 #include "FileReplacement.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
+#include "ChildProcess.h"
+#include "ScratchFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -10,63 +10,46 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
-constexpr uid_t kOther = 65534;
 constexpr char kLeftover[] = ".vorlant-save-0123456789abcdef";
 constexpr char kHeld[] = ".vorlant-save-0123456789abcde0";
 
 class Replacement : public ::testing::Test
 {
 protected:
-    QByteArray path(const QByteArray& name) const { return QFile::encodeName(dir.path()) + '/' + name; }
+    QByteArray path(const QByteArray& name) const { return box.encoded(QFile::decodeName(name)); }
     void put(const QByteArray& name, const QByteArray& bytes) const
     {
-        QFile file(QFile::decodeName(path(name)));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        ASSERT_TRUE(box.put(QFile::decodeName(name), bytes));
     }
-    QByteArray content(const QByteArray& name) const
-    {
-        QFile file(QFile::decodeName(path(name)));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
-    }
+    QByteArray content(const char* name) const { return box.content(QLatin1String(name)); }
     mode_t modeOf(const QByteArray& name) const
     {
         struct stat info
         {};
         return stat(path(name).constData(), &info) == 0 ? info.st_mode & 07777 : 0;
     }
-    QStringList names() const
-    {
-        return QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    }
     std::string write(const QByteArray& name, const QByteArray& bytes = "new") const
     {
         return platform::writeWholeFile(path(name), bytes).error().toStdString();
     }
 
-    QTemporaryDir dir;
+    ScratchFolder box;
 };
 
 TEST_F(Replacement, DiskThatIsFullIsReportedAndTheOldFileStays)
 {
     put("a", "old");
-    const pid_t child = fork();
-    if (child == 0) {
+    EXPECT_TRUE(trueInChild([this] {
         const rlimit limit{4096, 4096};
         signal(SIGXFSZ, SIG_IGN);
         setrlimit(RLIMIT_FSIZE, &limit);
-        _exit(write("a", QByteArray(4097, 'x')) == "File too large" ? 0 : 1);
-    }
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
+        return write("a", QByteArray(4097, 'x')) == "File too large";
+    }));
     EXPECT_EQ(content("a"), "old");
-    EXPECT_EQ(names(), QStringList{QStringLiteral("a")});
+    EXPECT_EQ(box.names(), QStringList{QStringLiteral("a")});
     EXPECT_EQ(platform::writeWholeFile("/dev/full", "x").error().toStdString(), "No space left on device");
 }
 
@@ -82,13 +65,13 @@ TEST_F(Replacement, OnlyWhatADeadSaveLeftIsRemoved)
         put(name, "somebody's");
     ASSERT_EQ(symlink("a.123456", path(".vorlant-save-0123456789abcde1").constData()), 0);
     ASSERT_EQ(mkfifo(path(".vorlant-save-0123456789abcde2").constData(), 0600), 0);
-    QStringList expected = names();
+    QStringList expected = box.names();
     expected.removeAll(QString::fromLatin1(kLeftover));
     EXPECT_EQ(write("~"), "");
-    EXPECT_EQ(names(), expected << QStringLiteral("~"));
+    EXPECT_EQ(box.names(), expected << QStringLiteral("~"));
     close(held);
     EXPECT_EQ(write("~"), "");
-    EXPECT_FALSE(names().contains(QString::fromLatin1(kHeld)));
+    EXPECT_FALSE(box.names().contains(QString::fromLatin1(kHeld)));
 }
 
 TEST_F(Replacement, RightsAreThoseOfTheUmaskOrOfTheOldFile)
@@ -112,10 +95,10 @@ TEST_F(Replacement, RightsAreThoseOfTheUmaskOrOfTheOldFile)
 
 TEST_F(Replacement, OnlyRegularFilesAreReplaced)
 {
-    QDir(dir.path()).mkdir(QStringLiteral("folder"));
+    put("folder/x", "x");
     EXPECT_EQ(write("folder"), "it is a folder");
     ASSERT_EQ(mkfifo(path("pipe").constData(), 0600), 0);
-    const int folder = platform::openFolder(QFile::encodeName(dir.path()));
+    const int folder = platform::openFolder(box.encoded());
     EXPECT_EQ(platform::replaceInFolder(folder, "pipe", "x", platform::Flush::ToDisk).error(),
               u"it is not a regular file");
     close(folder);
@@ -138,11 +121,11 @@ TEST_F(Replacement, LinkIsFollowedUnlessAnotherUserPutItIntoASharedFolder)
     EXPECT_TRUE(S_ISLNK(info.st_mode));
     if (geteuid() != 0)
         return;
-    ASSERT_EQ(lchown(path("link").constData(), kOther, kOther), 0);
-    ASSERT_EQ(chmod(QFile::encodeName(dir.path()).constData(), 01777), 0);
+    ASSERT_EQ(lchown(path("link").constData(), kOtherUser, kOtherUser), 0);
+    ASSERT_EQ(chmod(box.encoded().constData(), 01777), 0);
     EXPECT_EQ(write("link", "overwritten"), "it is a link of another user");
     ASSERT_EQ(mkfifo(path("pipe").constData(), 0666), 0);
-    ASSERT_EQ(chown(path("pipe").constData(), kOther, kOther), 0);
+    ASSERT_EQ(chown(path("pipe").constData(), kOtherUser, kOtherUser), 0);
     EXPECT_EQ(write("pipe"), "it is a pipe or device of another user") << "it would wait for a reader";
     EXPECT_EQ(content("mine"), "new");
 }

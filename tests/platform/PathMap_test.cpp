@@ -1,10 +1,8 @@
 #include "PathMap.h"
 
+#include "ScratchFolder.h"
 #include "Table.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using platform::PathMap;
@@ -17,17 +15,14 @@ class Paths : public ::testing::Test
 protected:
     Paths()
     {
-        QDir().mkpath(root + QStringLiteral("/Program/Ini"));
-        QDir().mkpath(root + QStringLiteral("/Program/DATA"));
-        QDir().mkpath(root + QStringLiteral("/program2"));
-        QDir().mkpath(root + QStringLiteral("-neighbour"));
-        QFile file(root + QStringLiteral("/Program/Ini/Model.INI"));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        for (const char* folder : {"/Program/DATA", "/program2", "-neighbour"})
+            QDir().mkpath(root + QLatin1String(folder));
+        EXPECT_TRUE(box.put(QStringLiteral("drive/Program/Ini/Model.INI"), ""));
         paths.mount(u'c', root + u'/');
     }
 
-    QTemporaryDir dir;
-    QString root = dir.path() + QStringLiteral("/drive");
+    ScratchFolder box;
+    QString root = box.path(QStringLiteral("drive"));
     PathMap paths;
 };
 
@@ -54,19 +49,22 @@ TEST_F(Paths, DriveZIsTheRootWhateverTheWorkingFolder)
     QDir::setCurrent(before);
 }
 
-struct Desktop
-{
-    const char* machine; // "~" stands for the drive's folder
-    const char* desktop;
-};
-
 TEST_F(Paths, LongestMountedFolderNamesTheDrive)
 {
     paths.mount(u'D', root + QStringLiteral("/Program"));
-    for (const Desktop& row :
-         {Desktop{"~", "C:\\"}, Desktop{"~/program2", "C:\\program2"}, Desktop{"~/program2/", "C:\\program2"},
-          Desktop{"~/Program/Ini", "D:\\Ini"}, Desktop{"~/Program", "D:\\"}, Desktop{"~/a/../b", "C:\\b"},
-          Desktop{"/usr/share", "Z:\\usr\\share"}, Desktop{"/", "Z:\\"}}) {
+    const struct
+    {
+        const char* machine; // "~" stands for the drive's folder
+        const char* desktop;
+    } rows[] = {{"~", "C:\\"},
+                {"~/program2", "C:\\program2"},
+                {"~/program2/", "C:\\program2"},
+                {"~/Program/Ini", "D:\\Ini"},
+                {"~/Program", "D:\\"},
+                {"~/a/../b", "C:\\b"},
+                {"/usr/share", "Z:\\usr\\share"},
+                {"/", "Z:\\"}};
+    for (const auto& row : rows) {
         const QString machine = QString::fromUtf8(row.machine).replace(u'~', root);
         EXPECT_EQ(paths.toDesktop(machine).toStdString(), row.desktop) << row.machine;
     }

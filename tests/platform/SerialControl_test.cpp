@@ -1,3 +1,4 @@
+#include "ChildProcess.h"
 #include "ComPorts.h"
 #include "MSComm.h"
 #include "PortLock.h"
@@ -10,8 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using platform::CommEvent;
 using platform::ComPort;
@@ -28,18 +27,7 @@ QByteArray silence(const QByteArray&)
     return kNothing;
 }
 
-// Where COM1 to COM4 come from, with the machine's ports in a fixed and unsorted order.
-struct SourceRow
-{
-    const char* name;
-    int number;
-    const char* environment; // VORLANT_COM1
-    const char* settings;    // key COM1
-    const char* assigned;    // COM1
-    const char* device;
-    const char* description;
-};
-
+// The machine's ports in a fixed and unsorted order.
 QVector<ComPort> machine()
 {
     return {{QStringLiteral("/dev/ttyS0"), QString()},
@@ -49,46 +37,48 @@ QVector<ComPort> machine()
 
 TEST(PortSource, GivesDeviceOfCom)
 {
-    for (const SourceRow& row :
-         {SourceRow{"UsbFirst", 1, nullptr, "", nullptr, "/dev/ttyUSB2", "two"},
-          SourceRow{"OthersAfterUsb", 3, nullptr, "", nullptr, "/dev/ttyS0", ""},
-          SourceRow{"NoSuchPort", 4, nullptr, "", nullptr, "", ""},
-          SourceRow{"Settings", 1, nullptr, "/dev/ttyS0", nullptr, "/dev/ttyS0", ""},
-          SourceRow{"EnvironmentBeforeSettings", 1, "/dev/pts/9", "/dev/ttyS0", nullptr, "/dev/pts/9", ""},
-          SourceRow{"AssignedBeforeAll", 1, "/dev/pts/9", "/dev/ttyS0", "/dev/ttyUSB10", "/dev/ttyUSB10", "ten"}}) {
+    const struct
+    {
+        const char* name;
+        int number;
+        const char* environment; // VORLANT_COM1
+        const char* settings;    // key COM1
+        const char* assigned;    // COM1
+        const char* device;
+        const char* description;
+    } rows[] = {
+        {"USB first", 1, nullptr, "", nullptr, "/dev/ttyUSB2", "two"},
+        {"others after USB", 3, nullptr, "", nullptr, "/dev/ttyS0", ""},
+        {"no such port", 4, nullptr, "", nullptr, "", ""},
+        {"settings", 1, nullptr, "/dev/ttyS0", nullptr, "/dev/ttyS0", ""},
+        {"environment before settings", 1, "/dev/pts/9", "/dev/ttyS0", nullptr, "/dev/pts/9", ""},
+        {"assigned before all", 1, "/dev/pts/9", "/dev/ttyS0", "/dev/ttyUSB10", "/dev/ttyUSB10", "ten"},
+    };
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         QProcessEnvironment environment;
         if (row.environment != nullptr)
-            environment.insert(QStringLiteral("VORLANT_COM1"), QString::fromLatin1(row.environment));
-        ComPorts ports(
-            environment,
-            [&](const QString& key) { return key == u"COM1" ? QString::fromLatin1(row.settings) : QString(); },
-            machine);
+            environment.insert(QStringLiteral("VORLANT_COM1"), QLatin1String(row.environment));
+        const auto setting = [&](const QString& key) { return QLatin1String(key == u"COM1" ? row.settings : ""); };
+        ComPorts ports(environment, setting, machine);
         if (row.assigned != nullptr)
-            ports.assign(1, QString::fromLatin1(row.assigned));
-        EXPECT_EQ(ports.resolve(row.number).device, QString::fromLatin1(row.device));
-        EXPECT_EQ(ports.resolve(row.number).description, QString::fromLatin1(row.description));
+            ports.assign(1, QLatin1String(row.assigned));
+        EXPECT_EQ(ports.resolve(row.number).device, QLatin1String(row.device));
+        EXPECT_EQ(ports.resolve(row.number).description, QLatin1String(row.description));
     }
 }
 
-struct SettingsRow
-{
-    const char* text;
-    bool valid;
-};
-
 TEST(Settings, AreTakenOrLeft)
 {
-    for (const SettingsRow& row :
-         {SettingsRow{"19200,E,7,2", true}, SettingsRow{" 1200 , n , 8 , 1 ", true}, SettingsRow{"9600,N,8", false},
-          SettingsRow{"fast,N,8,1", false}, SettingsRow{"9600,X,8,1", false}, SettingsRow{"9600,N,9,1", false},
-          SettingsRow{"", false}}) {
-        SCOPED_TRACE(row.text);
-        const ComPorts ports{QProcessEnvironment()};
-        MSComm comm(ports);
-        const QString text = QString::fromLatin1(row.text);
-        EXPECT_EQ(comm.setSettings(text), row.valid);
-        EXPECT_EQ(comm.Settings(), row.valid ? text : QStringLiteral("9600,N,8,1"));
+    const ComPorts ports{QProcessEnvironment()};
+    MSComm comm(ports);
+    for (const char* text : {"19200,E,7,2", " 1200 , n , 8 , 1 "}) {
+        EXPECT_TRUE(comm.setSettings(QLatin1String(text))) << text;
+        EXPECT_EQ(comm.Settings(), QLatin1String(text));
+    }
+    for (const char* text : {"9600,N,8", "fast,N,8,1", "9600,X,8,1", "9600,N,9,1", ""}) {
+        EXPECT_FALSE(comm.setSettings(QLatin1String(text))) << text;
+        EXPECT_EQ(comm.Settings(), u" 1200 , n , 8 , 1 ");
     }
 }
 
@@ -118,10 +108,10 @@ protected:
 
 TEST_F(SerialControl, TellsWhyAPortCannotBeOpened)
 {
-    EXPECT_TRUE(failure(2).contains(QStringLiteral("COM2 (/dev/no-such-adapter)"))) << qPrintable(failure(2));
-    EXPECT_TRUE(failure(2).contains(QStringLiteral("plug the adapter in")));
-    EXPECT_TRUE(failure(3).contains(QStringLiteral("COM3 (/dev/null)"))) << qPrintable(failure(3));
-    EXPECT_TRUE(failure(98).contains(QStringLiteral("no such port")));
+    EXPECT_TRUE(failure(2).contains(u"COM2 (/dev/no-such-adapter)")) << qPrintable(failure(2));
+    EXPECT_TRUE(failure(2).contains(u"plug the adapter in"));
+    EXPECT_TRUE(failure(3).contains(u"COM3 (/dev/null)")) << qPrintable(failure(3));
+    EXPECT_TRUE(failure(98).contains(u"no such port"));
     comm.setCommPort(1);
     EXPECT_TRUE(comm.openPort()) << qPrintable(comm.errorText());
     EXPECT_TRUE(comm.errorText().isEmpty());
@@ -140,14 +130,8 @@ TEST_F(SerialControl, LockFilesOfNobody)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("99999999\nvorlant\n");
     file.close();
-    if (geteuid() == 0) { // in a folder with the sticky bit a user cannot take over what another one left
-        const pid_t child = fork();
-        if (child == 0)
-            _exit(setuid(65534) == 0 && failure(1).contains(QStringLiteral("left by process 99999999")) ? 0 : 1);
-        int status = -1;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0);
-    }
+    // In a folder with the sticky bit a user cannot take over what another one left.
+    EXPECT_TRUE(geteuid() != 0 || trueAsOtherUser([this] { return failure(1).contains(u"left by process 99999999"); }));
     QFile removal(file.fileName() + QStringLiteral(".rmlock")); // of one that was killed while it took a lock over
     ASSERT_TRUE(removal.open(QIODevice::WriteOnly));
     EXPECT_TRUE(comm.openPort()) << "that of a dead process is taken over: " << qPrintable(comm.errorText());

@@ -1,73 +1,69 @@
 #include "SingleInstance.h"
 
+#include "ChildProcess.h"
+#include "ScratchFolder.h"
+
 #include <QCoreApplication>
-#include <QFile>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <memory>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using platform::SingleInstance;
 
 namespace {
 
-TEST(SingleInstance, SecondOfTheSamePlaceIsTold)
+class Instance : public ::testing::Test, protected ScratchFolder
 {
-    const QTemporaryDir locks;
-    const QString program = QCoreApplication::applicationFilePath();
-    auto first = std::make_unique<SingleInstance>(program, locks.path());
+protected:
+    bool isFirst() const { return SingleInstance(program, path()).isFirst(); }
+
+    QString program = QCoreApplication::applicationFilePath();
+};
+
+TEST_F(Instance, SecondOfTheSamePlaceIsRefused)
+{
+    auto first = std::make_unique<SingleInstance>(program, path());
     EXPECT_TRUE(first->isFirst());
-    const SingleInstance second(program, locks.path());
+    const SingleInstance second(program, path());
     EXPECT_FALSE(second.isFirst());
     EXPECT_EQ(second.holder(), QString::number(getpid()));
     EXPECT_EQ(second.lockFile(), first->lockFile());
-    EXPECT_TRUE(SingleInstance(QStringLiteral("/bin/sh"), locks.path()).isFirst()) << "another program";
+    EXPECT_TRUE(SingleInstance(QStringLiteral("/bin/sh"), path()).isFirst()) << "another program";
     first.reset();
-    EXPECT_TRUE(SingleInstance(program, locks.path()).isFirst());
+    EXPECT_TRUE(isFirst());
 }
 
-TEST(SingleInstance, KilledCopyLeavesNoLock)
+TEST_F(Instance, KilledCopyLeavesNoLock)
 {
-    const QTemporaryDir locks;
-    const QString program = QCoreApplication::applicationFilePath();
-    const pid_t child = fork();
-    if (child == 0) {
-        const SingleInstance other(program, locks.path());
+    EXPECT_TRUE(trueInChild([this] {
+        const SingleInstance other(program, path());
         _exit(other.isFirst() ? 0 : 1); // without giving the lock back
-    }
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_EQ(status, 0);
-    EXPECT_TRUE(SingleInstance(program, locks.path()).isFirst());
+        return false;
+    }));
+    EXPECT_TRUE(isFirst());
 }
 
 // Another user's, a pipe (to open it would hang), a link to a file that must not be emptied.
-TEST(SingleInstance, ForeignLockFileStopsNobody)
+TEST_F(Instance, ForeignLockFileStopsNobody)
 {
-    const QTemporaryDir locks;
-    const QString program = QCoreApplication::applicationFilePath();
-    const QByteArray file = QFile::encodeName(SingleInstance(program, locks.path()).lockFile());
-    const QByteArray kept = QFile::encodeName(locks.filePath(QStringLiteral("kept")));
+    const QByteArray file = QFile::encodeName(SingleInstance(program, path()).lockFile());
     ASSERT_EQ(mkfifo(file.constData(), 0600), 0);
-    EXPECT_TRUE(SingleInstance(program, locks.path()).isFirst());
+    EXPECT_TRUE(isFirst());
     ASSERT_EQ(unlink(file.constData()), 0);
-    QFile content(QFile::decodeName(kept));
-    ASSERT_TRUE(content.open(QIODevice::ReadWrite) && content.write("good") == 4 && content.flush());
-    ASSERT_EQ(symlink(kept.constData(), file.constData()), 0);
-    EXPECT_TRUE(SingleInstance(program, locks.path()).isFirst());
-    EXPECT_EQ(content.size(), 4);
+    ASSERT_TRUE(put("kept", "good"));
+    ASSERT_EQ(symlink(encoded("kept").constData(), file.constData()), 0);
+    EXPECT_TRUE(isFirst());
+    EXPECT_EQ(content("kept"), "good");
     if (geteuid() != 0)
         return;
-    ASSERT_EQ(rename(kept.constData(), file.constData()), 0);
-    ASSERT_EQ(chown(file.constData(), 65534, 65534), 0);
+    ASSERT_EQ(rename(encoded("kept").constData(), file.constData()), 0);
+    ASSERT_EQ(chown(file.constData(), kOtherUser, kOtherUser), 0);
     const int held = open(file.constData(), O_RDWR | O_CLOEXEC);
     ASSERT_EQ(flock(held, LOCK_EX), 0);
-    EXPECT_TRUE(SingleInstance(program, locks.path()).isFirst());
+    EXPECT_TRUE(isFirst());
     close(held);
 }
 

@@ -4,34 +4,22 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <memory>
 
 namespace {
 
-class Termination : public ::testing::TestWithParam<int>
-{};
-
-TEST_P(Termination, BecomesAnEvent)
+TEST(Termination, BecomesAnEventWhileTheObjectLives)
 {
-    const platform::TerminationSignals endRequest;
-    QSignalSpy requested(&endRequest, &platform::TerminationSignals::requested);
-    std::raise(GetParam());
-    EXPECT_EQ(requested.count(), 0) << "only from the event loop";
-    EXPECT_TRUE(requested.wait());
-    EXPECT_EQ(requested.count(), 1);
-}
-
-INSTANTIATE_TEST_SUITE_P(Signals, Termination, ::testing::Values(SIGINT, SIGTERM, SIGHUP));
-
-TEST(TerminationDeath, FormerBehaviourComesBack)
-{
-    EXPECT_EXIT(
-        {
-            {
-                const platform::TerminationSignals endRequest;
-            }
-            std::raise(SIGTERM);
-        },
-        ::testing::KilledBySignal(SIGTERM), "");
+    auto ending = std::make_unique<platform::TerminationSignals>();
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        QSignalSpy requested(ending.get(), &platform::TerminationSignals::requested);
+        std::raise(signal);
+        EXPECT_EQ(requested.count(), 0) << "only from the event loop";
+        EXPECT_TRUE(requested.wait());
+        EXPECT_EQ(requested.count(), 1);
+    }
+    ending.reset();
+    EXPECT_EXIT(std::raise(SIGTERM), ::testing::KilledBySignal(SIGTERM), "");
 }
 
 } // namespace

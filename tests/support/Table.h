@@ -6,7 +6,8 @@
 #include <stdexcept>
 
 // The rows of a table under tests/data, which must be there: UTF-8, fields between tabs, the first one the row's name.
-// Lines that begin with "#" are remarks; \n, \r and \\ stand for the characters.
+// Lines that begin with "#" are remarks; \n, \r, \t, \\ and \xNN stand for the
+// characters.
 inline QList<QStringList> tableRows(const char* name)
 {
     QFile file(QStringLiteral(VORLANT_TEST_DATA "/") + QLatin1String(name));
@@ -20,7 +21,10 @@ inline QList<QStringList> tableRows(const char* name)
         for (QString& field : fields) {
             for (qsizetype at = field.indexOf(u'\\'); at >= 0; at = field.indexOf(u'\\', at + 1)) {
                 const QChar kind = at + 1 < field.size() ? field[at + 1] : QChar();
-                field.replace(at, 2, kind == u'n' ? QChar(u'\n') : kind == u'r' ? QChar(u'\r') : kind);
+                const bool isCode = kind == u'x';
+                const auto plain = QStringLiteral("nrt").indexOf(kind);
+                const QChar code(field.mid(at + 2, 2).toUShort(nullptr, 16));
+                field.replace(at, isCode ? 4 : 2, isCode ? code : plain < 0 ? kind : QChar("\n\r\t"[plain]));
             }
         }
         rows << fields;
