@@ -34,7 +34,7 @@ def add_to_catalogue(settings, lines):
 
 
 def prompted(command, ctl, link, environment):
-    words = shlex.split(command.replace(LINK, str(link)))
+    words = shlex.split(command.replace(LINK, shlex.quote(str(link))))
     run = subprocess.run([ctl, *words[1:]], env=environment, timeout=SECONDS, text=True, stdout=subprocess.PIPE,
                          stderr=subprocess.STDOUT)
     return [f"$ {command}", *run.stdout.splitlines()]

@@ -7,6 +7,7 @@ set -euo pipefail
 deb=$(readlink -f "$1")
 work=$(mktemp -d /tmp/vorlant-package.XXXXXX)
 chmod 755 "$work"
+cd "$work" # the user may not reach the folder that this was started in
 root=$work/root
 started=()
 installed=no
