@@ -4,9 +4,6 @@
 #include <QStringList>
 #include <QVector>
 
-// Columns a terminal uses for a text: two for a full-width character, none for a combining mark.
-int displayWidth(const QString& text);
-
 // Rows of text in aligned columns, two blanks apart, with a heading.
 class TextTable
 {

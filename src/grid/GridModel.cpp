@@ -14,11 +14,6 @@ constexpr double kEmptyColumn = 2;  // average characters between the groups of 
 constexpr double kComboButton = 3;  // average characters of a combo box's arrow
 constexpr double kButtonEdges = 1;  // average characters of a button's edges
 
-bool isWide(QChar c)
-{
-    return c.unicode() >= 0x1100 && !(c.unicode() >= 0xFF61 && c.unicode() <= 0xFF9F); // half-width kana are narrow
-}
-
 Qt::Alignment alignmentOf(HAlign align)
 {
     return Qt::AlignVCenter | (align == HAlign::Right    ? Qt::AlignRight
@@ -35,9 +30,7 @@ double extraWidth(CellType type)
 
 double TextMeasure::widthUnits(const QString& text, const CellFont& font) const
 {
-    double units = 0;
-    for (const QChar c : text)
-        units += isWide(c) ? 2 : 1;
+    const double units = displayWidth(text);
     return font.bold ? units * 1.1 : units;
 }
 

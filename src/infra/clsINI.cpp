@@ -25,6 +25,11 @@ QString textOf(const QVariant& item)
     }
 }
 
+QString folderText(const QString& folder)
+{
+    return folder.isEmpty() ? QString() : withBackslash(folder);
+}
+
 } // namespace
 
 clsINI::clsINI(Context& context)
@@ -93,24 +98,19 @@ bool clsINI::isReadable(int number)
     return outcome.ok();
 }
 
-QString clsINI::GetWindowsPath()
+QString clsINI::GetWindowsPath() const
 {
-    if (m_windowsPath.isEmpty() && !m_context.machine.folders.windows().isEmpty())
-        m_windowsPath = withBackslash(m_context.machine.folders.windows());
-    return m_windowsPath;
+    return folderText(m_context.machine.folders.windows());
 }
 
-QString clsINI::GetSystemPath()
+QString clsINI::GetSystemPath() const
 {
-    if (m_systemPath.isEmpty() && !m_context.machine.folders.system().isEmpty())
-        m_systemPath = withBackslash(m_context.machine.folders.system());
-    return m_systemPath;
+    return folderText(m_context.machine.folders.system());
 }
 
-QString clsINI::GetWinTempPath()
+QString clsINI::GetWinTempPath() const
 {
-    const QString folder = m_context.machine.folders.temporary();
-    return folder.isEmpty() ? QString() : withBackslash(folder);
+    return folderText(m_context.machine.folders.temporary());
 }
 
 int clsINI::EnumSectionString(const QString& strSection, QStringList& strSectionString)

@@ -28,9 +28,11 @@ public:
     // Null and invalid values are not written. Booleans as "True"/"False", numbers as decimal text.
     void PutIniData(const QString& strSection, const QString& strKey, const QVariant& vntItem);
 
-    QString GetWindowsPath();
-    QString GetSystemPath();
-    QString GetWinTempPath();
+    // Folders of the machine with a backslash at their end, for users of the class outside this program; empty when
+    // there is none.
+    QString GetWindowsPath() const;
+    QString GetSystemPath() const;
+    QString GetWinTempPath() const;
 
     // Number of lines of the section put into strSectionString; -1 (and the list untouched) when missing or empty.
     int EnumSectionString(const QString& strSection, QStringList& strSectionString);
@@ -42,8 +44,6 @@ public:
     int numberedSections(const QString& prefix);
 
 private:
-    QString m_windowsPath;
-    QString m_systemPath;
     QString m_iniPath;
     QString m_iniFileName;
     int m_bufferSize = 512;

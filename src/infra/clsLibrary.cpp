@@ -5,7 +5,6 @@
 #include "Conversions.h"
 #include "FileLocations.h"
 #include "FilePaths.h"
-#include "FolderName.h"
 #include "TextTools.h"
 #include "WindowLayout.h"
 #include "clsINI.h"
@@ -144,11 +143,9 @@ bool clsLibrary::GetDiskFreeSP(const QString& strPathName, double& lngTotal, dou
     return true;
 }
 
-QString clsLibrary::GetSystemPath()
+QString clsLibrary::GetSystemPath() const
 {
-    if (m_systemPath.isEmpty() && !m_context.machine.folders.system().isEmpty())
-        m_systemPath = withBackslash(m_context.machine.folders.system());
-    return m_systemPath;
+    return clsINI(m_context).GetSystemPath();
 }
 
 QString clsLibrary::getDataToken(const QString& text, const QString& sTokenCh) const

@@ -51,7 +51,7 @@ public:
     int CheckDriveType(const QString& strDrive) const;
     bool CheckDrive(const QString& strPathName) const;
     bool GetDiskFreeSP(const QString& strPathName, double& lngTotal, double& lngFreeSize) const; // 10,000 bytes
-    QString GetSystemPath();
+    QString GetSystemPath() const;
 
     // Texts (TextTools.h).
     QString getDataToken(const QString& text, const QString& sTokenCh) const;
@@ -93,7 +93,6 @@ public:
 
 private:
     Context& m_context;
-    QString m_systemPath;
     platform::UserLocale m_locale;
     mutable Translator m_translator;
     LanguageList m_languages;

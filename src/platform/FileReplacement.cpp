@@ -172,6 +172,14 @@ bool isPlanted(const QByteArray& file)
     return isShared && own.st_uid != geteuid() && own.st_uid != folder.st_uid;
 }
 
+// Descriptor of a folder whose files are to be replaced; -1 with errno.
+int openFolder(const QByteArray& folder)
+{
+    const int file = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    // One that may be written to but not listed.
+    return file < 0 && errno == EACCES ? open(folder.constData(), O_PATH | O_DIRECTORY | O_CLOEXEC) : file;
+}
+
 } // namespace
 
 QByteArray folderOf(const QByteArray& path)
@@ -211,13 +219,6 @@ Result<> mayWrite(const QByteArray& path)
     if (faccessat(AT_FDCWD, path.constData(), W_OK, AT_EACCESS) == 0 || errno == ENOENT)
         return {};
     return Failure{errno == EACCES || errno == EROFS ? QStringLiteral("it is read-only") : systemError()};
-}
-
-int openFolder(const QByteArray& folder)
-{
-    const int file = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    // One that may be written to but not listed.
-    return file < 0 && errno == EACCES ? open(folder.constData(), O_PATH | O_DIRECTORY | O_CLOEXEC) : file;
 }
 
 Result<> replaceInFolder(int folder, const QByteArray& name, const QByteArray& bytes, Flush flush)

@@ -16,9 +16,6 @@ enum class Flush {
     Later // for what is made again when a power cut takes it
 };
 
-// Descriptor of a folder whose files are to be replaced; -1 with errno.
-int openFolder(const QByteArray& folder);
-
 // Puts bytes in the place of a file of an open folder, which keeps its access rights (without set-ID bits), owner and
 // group; those of a new file follow the umask. Only a regular file is replaced.
 Result<> replaceInFolder(int folder, const QByteArray& name, const QByteArray& bytes, Flush flush);

@@ -171,21 +171,11 @@ bool MSComm::setSettings(const QString& settings)
     return !m_port.isOpen() || applySettings();
 }
 
-int MSComm::InBufferSize() const
-{
-    return m_inBufferSize;
-}
-
 void MSComm::setInBufferSize(int bytes)
 {
     if (bytes >= 1)
         m_inBufferSize = bytes;
     m_port.setReadBufferSize(m_inBufferSize);
-}
-
-bool MSComm::DTREnable() const
-{
-    return m_dtr;
 }
 
 void MSComm::setDTREnable(bool on)
@@ -195,11 +185,6 @@ void MSComm::setDTREnable(bool on)
         m_port.setDataTerminalReady(on);
 }
 
-bool MSComm::RTSEnable() const
-{
-    return m_rts;
-}
-
 void MSComm::setRTSEnable(bool on)
 {
     m_rts = on;
@@ -207,19 +192,9 @@ void MSComm::setRTSEnable(bool on)
         m_port.setRequestToSend(on);
 }
 
-bool MSComm::NullDiscard() const
-{
-    return m_nullDiscard;
-}
-
 void MSComm::setNullDiscard(bool on)
 {
     m_nullDiscard = on;
-}
-
-int MSComm::Handshaking() const
-{
-    return m_handshaking;
 }
 
 void MSComm::setHandshaking(int mode)
@@ -231,19 +206,9 @@ void MSComm::setHandshaking(int mode)
         applySettings();
 }
 
-int MSComm::InputMode() const
-{
-    return m_inputMode;
-}
-
 void MSComm::setInputMode(int mode)
 {
     m_inputMode = mode;
-}
-
-int MSComm::RThreshold() const
-{
-    return m_rThreshold;
 }
 
 void MSComm::setRThreshold(int bytes)

@@ -56,19 +56,12 @@ public:
     void setCommPort(int number); // COMn, 1 to 99; other numbers are ignored
     QString Settings() const;     // "9600,N,8,1": speed, parity (N E O M S), data bits 5 to 8, stop bits 1, 1.5, 2
     bool setSettings(const QString& settings); // false and unchanged when the text makes no sense
-    int InBufferSize() const;
-    void setInBufferSize(int bytes); // 1 and up
-    bool DTREnable() const;
+    void setInBufferSize(int bytes);           // 1 and up
     void setDTREnable(bool on);
-    bool RTSEnable() const;
     void setRTSEnable(bool on);
-    bool NullDiscard() const;
-    void setNullDiscard(bool on); // drop received zero bytes
-    int Handshaking() const;
+    void setNullDiscard(bool on);  // drop received zero bytes
     void setHandshaking(int mode); // 0 none, 1 XON/XOFF, 2 RTS/CTS, 3 both
-    int InputMode() const;
-    void setInputMode(int mode); // 0 text, 1 binary; kept, input is always bytes
-    int RThreshold() const;
+    void setInputMode(int mode);   // 0 text, 1 binary; kept, input is always bytes
     void setRThreshold(int bytes); // bytes in the input buffer that raise OnComm(Receive); 0: never
 
     bool PortOpen() const;

@@ -255,7 +255,6 @@ ProfileDocument::Section& ProfileDocument::findOrAdd(const QString& section)
     if (Section* holder = find(section))
         return *holder;
     m_sections.emplace_back();
-    m_sections.back().isParsed = true;
     m_sections.back().header = m_encoding.encode(u'[' + folded(section).text + u']');
     m_sections.back().headerEnd = m_lineEnd;
     m_index.insert(folded(section), m_sections.size() - 1);

@@ -164,48 +164,19 @@ QString codeOf(QLocale::Language language)
     return QStringLiteral("00");
 }
 
-QString separatorIn(const QString& pattern, QChar fallback)
-{
-    for (const QChar c : pattern) {
-        if (!c.isLetter() && c != u'\'')
-            return QString(c);
-    }
-    return QString(fallback);
-}
-
-UserLocale::DateOrder orderOf(const QString& pattern)
+// By the order of the locale's own pattern.
+QString fourDigitPattern(const QString& pattern)
 {
     const QString lower = pattern.toLower();
     if (lower.startsWith(u'm'))
-        return UserLocale::DateOrder::MonthDayYear;
-    return lower.startsWith(u'd') ? UserLocale::DateOrder::DayMonthYear : UserLocale::DateOrder::YearMonthDay;
-}
-
-QString codeText(const QString& separator)
-{
-    return separator.isEmpty() ? QString() : QString::number(separator.front().unicode());
+        return QStringLiteral("MM/DD/YYYY");
+    return lower.startsWith(u'd') ? QStringLiteral("DD/MM/YYYY") : QStringLiteral("YYYY/MM/DD");
 }
 
 } // namespace
 
 UserLocale::UserLocale(const QLocale& locale)
-    : m_languageCode(codeOf(locale.language())),
-      m_dateSeparator(separatorIn(locale.dateFormat(QLocale::ShortFormat), u'/')),
-      m_dateOrder(orderOf(locale.dateFormat(QLocale::ShortFormat))), m_decimalCode(codeText(locale.decimalPoint())),
-      m_timeCode(codeText(separatorIn(locale.timeFormat(QLocale::ShortFormat), u':')))
+    : m_languageCode(codeOf(locale.language())), m_shortDate(fourDigitPattern(locale.dateFormat(QLocale::ShortFormat)))
 {}
-
-QString UserLocale::shortDate() const
-{
-    switch (m_dateOrder) {
-    case DateOrder::MonthDayYear:
-        return QStringLiteral("MM/DD/YYYY");
-    case DateOrder::DayMonthYear:
-        return QStringLiteral("DD/MM/YYYY");
-    case DateOrder::YearMonthDay:
-        break;
-    }
-    return QStringLiteral("YYYY/MM/DD");
-}
 
 } // namespace platform

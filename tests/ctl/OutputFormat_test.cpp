@@ -1,6 +1,7 @@
 #include "OutputFormat.h"
 
 #include "TextTable.h"
+#include "VisibleText.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -91,7 +92,7 @@ TEST(DisplayWidth, InColumns)
     for (const Width& row : {Width{"HalfWidthKana", U"ｱｲ", 2}, Width{"CombiningMark", U"e\u0301", 1},
                              Width{"BeyondTheFirstPlane", U"\U00020000", 2}}) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(displayWidth(QString::fromUcs4(row.text)), row.columns);
+        EXPECT_EQ(platform::displayWidth(QString::fromUcs4(row.text)), row.columns);
     }
 }
 

@@ -62,6 +62,13 @@ TEST_F(Ini, NamesAndFoldersAreChecked)
     EXPECT_EQ(box.content(QStringLiteral("C:\\Vorlant\\ini\\t.ini")), "[S]\r\nC=3\r\n");
 }
 
+TEST_F(Ini, FoldersOfTheMachineEndInABackslash)
+{
+    EXPECT_EQ(ini.GetWindowsPath(), u"Z:\\usr\\share\\");
+    EXPECT_EQ(ini.GetSystemPath(), u"Z:\\usr\\lib\\");
+    EXPECT_EQ(ini.GetWinTempPath(), box.machine.folders.temporary() + u'\\');
+}
+
 TEST_F(Ini, SectionsAreListedAndCleared)
 {
     QStringList lines{QStringLiteral("untouched")};

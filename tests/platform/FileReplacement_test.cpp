@@ -1,6 +1,7 @@
 #include "FileReplacement.h"
 
 #include "ChildProcess.h"
+#include "LockedFolder.h"
 #include "ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -98,10 +99,8 @@ TEST_F(Replacement, OnlyRegularFilesAreReplaced)
     put("folder/x", "x");
     EXPECT_EQ(write("folder"), "it is a folder");
     ASSERT_EQ(mkfifo(path("pipe").constData(), 0600), 0);
-    const int folder = platform::openFolder(box.encoded());
-    EXPECT_EQ(platform::replaceInFolder(folder, "pipe", "x", platform::Flush::ToDisk).error(),
+    EXPECT_EQ(platform::LockedFolder::lock(box.encoded()).value().replace(path("pipe"), "x").error(),
               u"it is not a regular file");
-    close(folder);
     const int reader = open(path("pipe").constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     EXPECT_EQ(write("pipe", "through"), "") << "a pipe that was named takes the bytes";
     char bytes[7];

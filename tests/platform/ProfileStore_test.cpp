@@ -81,24 +81,11 @@ TEST_F(Profile, WritesKeepEverythingElse)
 
 TEST_F(Profile, FormOfTheFileSurvivesAWrite)
 {
-    const struct
-    {
-        const char* name;
-        QByteArray before;
-        QByteArray after;
-    } rows[] = {
-        {"line feeds", "[S]\nK=1\n\n[T]\n", "[S]\nK=1\n\x96\xbc=\x92\x6c\n\n[T]\n"},
-        {"UTF-8", "[S]\r\nK=\xe5\x80\xa4\r\n", "[S]\r\nK=\xe5\x80\xa4\r\n\xe5\x90\x8d=\xe5\x80\xa4\r\n"},
-        {"UTF-8 with a mark", "\xef\xbb\xbf[S]\r\n", "\xef\xbb\xbf[S]\r\n\xe5\x90\x8d=\xe5\x80\xa4\r\n"},
-        {"mixed ends", "[S]\r\nA=1\nB=2\r\rK=1\n[T]\n", "[S]\r\nA=1\nB=2\r\rK=1\n\x96\xbc=\x92\x6c\r\n[T]\n"},
-        {"UTF-16", QByteArray("\xff\xfe[\0S\0]\0\n\0", 10), QByteArray("\xff\xfe[\0S\0]\0\n\0\x0dT=\0$P\n\0", 18)},
-        {"open end", "[S]\nK=1", "[S]\nK=1\n\x96\xbc=\x92\x6c\n"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        put(row.before);
+    for (const QStringList& row : tableRows("platform/forms.tsv")) {
+        SCOPED_TRACE(qPrintable(row[0]));
+        put(row[1].toLatin1());
         EXPECT_TRUE(set(u"名", u"値").ok());
-        EXPECT_EQ(content(), row.after);
+        EXPECT_EQ(content(), row[2].toLatin1());
         EXPECT_EQ(get(u"名"), u"値");
     }
 }

@@ -3,6 +3,7 @@
 #include "MSComm.h"
 #include "PortLock.h"
 #include "ScriptedController.h"
+#include "Table.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -37,34 +38,18 @@ QVector<ComPort> machine()
 
 TEST(PortSource, GivesDeviceOfCom)
 {
-    const struct
-    {
-        const char* name;
-        int number;
-        const char* environment; // VORLANT_COM1
-        const char* settings;    // key COM1
-        const char* assigned;    // COM1
-        const char* device;
-        const char* description;
-    } rows[] = {
-        {"USB first", 1, nullptr, "", nullptr, "/dev/ttyUSB2", "two"},
-        {"others after USB", 3, nullptr, "", nullptr, "/dev/ttyS0", ""},
-        {"no such port", 4, nullptr, "", nullptr, "", ""},
-        {"settings", 1, nullptr, "/dev/ttyS0", nullptr, "/dev/ttyS0", ""},
-        {"environment before settings", 1, "/dev/pts/9", "/dev/ttyS0", nullptr, "/dev/pts/9", ""},
-        {"assigned before all", 1, "/dev/pts/9", "/dev/ttyS0", "/dev/ttyUSB10", "/dev/ttyUSB10", "ten"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const QStringList& row : tableRows("platform/com_ports.tsv")) {
+        SCOPED_TRACE(qPrintable(row[0]));
+        const auto field = [&row](int i) { return row[i] == u"-" ? QString() : row[i]; };
         QProcessEnvironment environment;
-        if (row.environment != nullptr)
-            environment.insert(QStringLiteral("VORLANT_COM1"), QLatin1String(row.environment));
-        const auto setting = [&](const QString& key) { return QLatin1String(key == u"COM1" ? row.settings : ""); };
-        ComPorts ports(environment, setting, machine);
-        if (row.assigned != nullptr)
-            ports.assign(1, QLatin1String(row.assigned));
-        EXPECT_EQ(ports.resolve(row.number).device, QLatin1String(row.device));
-        EXPECT_EQ(ports.resolve(row.number).description, QLatin1String(row.description));
+        if (!field(2).isEmpty())
+            environment.insert(QStringLiteral("VORLANT_COM1"), row[2]);
+        ComPorts ports(
+            environment, [&](const QString& key) { return key == u"COM1" ? field(3) : QString(); }, machine);
+        if (!field(4).isEmpty())
+            ports.assign(1, row[4]);
+        EXPECT_EQ(ports.resolve(row[1].toInt()).device, field(5));
+        EXPECT_EQ(ports.resolve(row[1].toInt()).description, field(6));
     }
 }
 
