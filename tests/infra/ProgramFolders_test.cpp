@@ -2,6 +2,7 @@
 #include "ProgramFolders.h"
 
 #include "ScratchFolder.h"
+#include "Table.h"
 
 #include <gtest/gtest.h>
 
@@ -59,40 +60,17 @@ TEST_F(FoldersOf, FirstStartFillsTheProgramFolderAndLaterOnesKeepEdits)
 
 TEST_F(FoldersOf, EnvironmentChoosesTheFolders)
 {
-    constexpr const char* kConfig = "home/.config";
-    const struct
-    {
-        const char* name;
-        const char* executable;
-        QList<std::pair<const char*, QString>> variables;
-        const char* program;
-        const char* applicationData;
-    } rows[] = {
-        {"the home", "bin", {}, "home/.local/share/vorlant", kConfig},
-        {"named", "program", {{"VORLANT_PROGRAM_DIR", path("elsewhere")}}, "elsewhere", kConfig},
-        {"beside the executable", "program", {}, "program", kConfig},
-        {"desktop folders",
-         "bin",
-         {{"XDG_DATA_HOME", path("xdg")}, {"XDG_CONFIG_HOME", path("cfg")}},
-         "xdg/vorlant",
-         "cfg"},
-        {"relative ones are none",
-         "bin",
-         {{"XDG_DATA_HOME", QStringLiteral("data")}, {"XDG_CONFIG_HOME", QString()}},
-         "home/.local/share/vorlant",
-         kConfig},
-    };
     const QProcessEnvironment plain = environment;
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const QStringList& row : tableRows("infra/folders.tsv")) {
+        SCOPED_TRACE(qPrintable(row[0]));
         QDir(path("home/.local")).removeRecursively();
         environment = plain;
-        for (const auto& [variable, value] : row.variables)
-            environment.insert(QLatin1String(variable), value);
-        const auto [folders, notices] = start(row.executable);
-        EXPECT_EQ(machine(folders.program()), path(row.program));
-        EXPECT_EQ(machine(folders.applicationData()), path(row.applicationData));
-        EXPECT_EQ(QDir(path("home/.local")).exists(), QByteArray(row.program).startsWith("home")) << "copied";
+        for (const QString& variable : row[2].split(u' '))
+            environment.insert(variable.section(u'=', 0, 0), variable.section(u'=', 1).replace(u'~', path() + u'/'));
+        const auto [folders, notices] = start(row[1].toLatin1().constData());
+        EXPECT_EQ(machine(folders.program()), path(row[3]));
+        EXPECT_EQ(machine(folders.applicationData()), path(row[4]));
+        EXPECT_EQ(QDir(path("home/.local")).exists(), row[3].startsWith(u"home")) << "copied";
     }
 }
 
