@@ -21,6 +21,7 @@ QString toText(qint32 color);
 
 // The names with an English description each, for choice lists: slots 0 to 43, and an empty last one.
 constexpr int kTableSlots = 45;
+// A row of the table of colour names that a person can choose from.
 struct TableRow
 {
     QString name;

@@ -5,8 +5,10 @@
 #include <QString>
 #include <QVector>
 
+// The pictures of a message; each has its place in a style.
 enum class MessageIcon { None, Stop, Question, Exclamation, Information };
 
+// A button of a message and what it answers.
 struct MessageButton
 {
     QString caption; // English

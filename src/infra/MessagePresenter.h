@@ -32,6 +32,7 @@ constexpr int kYes = 6;
 constexpr int kNo = 7;
 } // namespace MessageResult
 
+// A question or notice as it is presented.
 struct Message
 {
     QString prompt; // in the user's language
@@ -40,6 +41,7 @@ struct Message
     int timerSeconds = 0; // closes itself after that time; 0: stays until it is answered
 };
 
+// Asks the person at the program. The context refers to the one in use, which its maker owns.
 class MessagePresenter
 {
 public:

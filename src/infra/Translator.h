@@ -28,7 +28,7 @@ public:
     // Captions, fonts and tool tips of a form and its controls, in the form's control order.
     void form(platform::Form& form);
 
-    // "LocaleID" of the language file in use; empty when it tells none.
+    // "LocaleID" of the language file in use; empty when it has none.
     QString languageCode();
 
     // The folder of the language files, made when it is missing.

@@ -17,7 +17,7 @@ public:
     static constexpr int kStampBytes = 25; // "[2007/03/05 14:07:09:042]"
     static constexpr int kFrameBytes = 27; // stamp and line end
 
-    // What the header of a log file tells; numbers as they stand there, whatever they are.
+    // The header of a log file; numbers as they stand there, whatever they are.
     struct Header
     {
         qint32 count = 0; // records that the ring has room for

@@ -11,6 +11,7 @@ namespace platform {
 // removed by the next one. Paths are encoded machine paths; a failure leaves the file as it was
 // before.
 
+// Whether a file that was replaced is on the disk when the function returns.
 enum class Flush {
     ToDisk,
     Later // for what is made again when a power cut takes it

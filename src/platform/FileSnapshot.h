@@ -9,7 +9,7 @@
 
 namespace platform {
 
-// What tells two states of a file apart.
+// By what two states of a file differ.
 struct FileState
 {
     dev_t device = 0;

@@ -42,7 +42,7 @@ struct PortError
 };
 
 // The serial control: one port, event-driven, never blocking. Set the properties, open with openPort(), write
-// with Output(), and read with Input() when OnComm tells so. Properties may be changed while the port is closed; those
+// with Output(), and read with Input() after OnComm. Properties may be changed while the port is closed; those
 // that the open port understands (settings, lines) take effect at once.
 class MSComm : public QObject
 {
@@ -77,7 +77,7 @@ public:
     void discardInput();                                // what has come by now, also what the kernel still holds
     void discardOutput();                               // what has not gone out yet
     [[nodiscard]] bool Output(const QByteArray& bytes); // false when the port is closed
-    CommEvent Event() const;                            // what the last OnComm told
+    CommEvent Event() const;                            // of the last OnComm
 
 Q_SIGNALS:
     void OnComm();

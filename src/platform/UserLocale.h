@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// What the desktop platform tells of the user's locale, from the machine's own locale settings.
+// What the desktop platform knows of the user's locale, from the machine's own locale settings.
 class UserLocale
 {
 public:
