@@ -114,6 +114,7 @@ TEST_F(LogFile, RefusedSettingsAndFailuresAreSilent)
     log.setLogFileName(QStringLiteral("a?b.log"));
     log.LogWrite(QString());
     EXPECT_EQ(content().size(), 16 + 256);
+    EXPECT_EQ(content().left(8), QByteArray::fromHex("FF0F000000010000"));
     log.setLogSwitch(false);
     log.LogWrite(QStringLiteral("x"));
     EXPECT_EQ(last(), 1);

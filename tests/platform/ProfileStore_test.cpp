@@ -232,6 +232,15 @@ TEST_F(Profile, DocumentsOfManyFilesAreForgotten)
     }
 }
 
+TEST_F(Profile, OnlySomeDocumentsAreKept)
+{
+    for (int i = 0; i < 2 * ProfileStore::kMaxDocuments; ++i) {
+        file = box.path(QString::number(i));
+        get(u"A");
+    }
+    EXPECT_EQ(store.documents(), ProfileStore::kMaxDocuments);
+}
+
 TEST_F(Profile, LinkStaysALink)
 {
     const QString target = box.path(QStringLiteral("target.ini"));
