@@ -35,6 +35,8 @@ TEST_F(Ini, MissingKeyIsWrittenBackUnlessReadOnly)
     EXPECT_EQ(get("B", ""), QString());
     EXPECT_EQ(content(), "[S]\r\nA=1\r\nB=\r\n");
     EXPECT_EQ(get("B", "x"), u"x") << "an empty value reads as the default";
+    ini.PutIniData(QStringLiteral("S"), QStringLiteral("A"), QVariant());
+    ini.PutIniData(QStringLiteral("S"), QStringLiteral("A"), QVariant(QMetaType::fromType<int>()));
     EXPECT_EQ(content(), "[S]\r\nA=1\r\nB=x\r\n");
 }
 
