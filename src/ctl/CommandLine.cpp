@@ -25,6 +25,8 @@ Commands:
   write FILE            write a parameter file to the controller and read back
   compare FILE          print what differs between a parameter file and the controller
   compare FILE FILE2    the same for two parameter files; needs no controller
+  check-definitions [MODEL]...
+                        check the definition files of these models, or of all; print what is wrong with them
 
 A VALUE is what the grid shows: a number in its limits, a choice by its text or its stored value, a switch by its
 caption or 0 or 1. Nothing is written when one of the values is refused. compare leaves out what is only measured.
@@ -45,7 +47,7 @@ Options (those left out come from the main settings file):
   --help, --version
 
 Exit status: 0 done, 1 the sets differ, 2 usage, 3 no port or no answer, 4 wrong or unknown model, 5 unreadable file
-or definition, 6 a value was refused or did not read back.
+or definition, or a definition with faults, 6 a value was refused or did not read back.
 )";
 
 std::optional<int> numberWithin(const QString& text, int least, int most)
@@ -76,6 +78,7 @@ constexpr CommandForm kCommands[] = {
     {u"set", Command::Set, 1, kAnyNumber, u"one TAG=VALUE or more"},
     {u"write", Command::Write, 1, 1, u"one parameter file"},
     {u"compare", Command::Compare, 1, 2, u"one or two parameter files"},
+    {u"check-definitions", Command::CheckDefinitions, 0, kAnyNumber, u"model codes, or none for all"},
 };
 
 const CommandForm* commandNamed(const QString& name)

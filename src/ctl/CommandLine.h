@@ -6,13 +6,13 @@
 #include <QStringList>
 #include <optional>
 
-enum class Command { Help, Version, Models, Ports, Detect, Read, Show, Get, Set, Write, Compare };
+enum class Command { Help, Version, Models, Ports, CheckDefinitions, Detect, Read, Show, Get, Set, Write, Compare };
 
 // What the user asked for. An option that was left out has no value: then the main settings file decides.
 struct CommandLine
 {
     Command command = Command::Help;
-    QStringList words; // what stands behind the command: files, tags, or TAG=VALUE
+    QStringList words; // what stands behind the command: files, models, tags, or TAG=VALUE
     QString port;      // a device, or COMn
     QString speed;
     QString chara;

@@ -16,12 +16,12 @@ enum class ExitStatus {
     Refused = 6     // a value was refused, or the controller holds another one after the write
 };
 
-// What a command came to: what belongs on standard output, or one line that says what failed, where, and what to do.
+// The result of a command: what belongs on standard output, or one line that says what failed, where, and what to do.
 struct CommandResult
 {
     ExitStatus status = ExitStatus::Done;
     QByteArray output; // UTF-8; after a failure only what is true all the same
-    QString failure;   // empty when done, and when sets differ
+    QString failure;   // empty when done, when sets differ, and when a check printed what is wrong
 
     static CommandResult done(const QByteArray& output) { return {ExitStatus::Done, output, QString()}; }
     static CommandResult failed(ExitStatus status, const QString& line)

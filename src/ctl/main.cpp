@@ -1,3 +1,4 @@
+#include "CheckCommand.h"
 #include "CommandLine.h"
 #include "ConsoleProgress.h"
 #include "ControllerSession.h"
@@ -63,6 +64,8 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
         return listModels(program);
     if (line.command == Command::Ports)
         return listPorts(program.ports());
+    if (line.command == Command::CheckDefinitions)
+        return checkDefinitions(program, line);
     if (line.command == Command::Detect)
         return detectModel(program, line);
     if (line.command == Command::Show)

@@ -62,16 +62,20 @@ protected:
         return file;
     }
 
-    // Replaces the line of one tag.
+    // Replaces the line of one tag of a parameter file.
     static void changeValue(const QString& file, const QByteArray& tag, const QByteArray& value)
+    {
+        changeText(file, u'^' + tag + QStringLiteral("=[^\r\n]*"), tag + '=' + value);
+    }
+
+    static void changeText(const QString& file, const QString& pattern, const QByteArray& to)
     {
         QFile set(file);
         ASSERT_TRUE(set.open(QIODevice::ReadWrite));
         QString text = QString::fromLatin1(set.readAll());
         const QString before = text;
-        text.replace(QRegularExpression(u'^' + tag + QStringLiteral("=[^\r\n]*"), QRegularExpression::MultilineOption),
-                     QString::fromLatin1(tag + '=' + value));
-        ASSERT_NE(text, before) << tag.data();
+        text.replace(QRegularExpression(pattern, QRegularExpression::MultilineOption), QString::fromLatin1(to));
+        ASSERT_NE(text, before) << to.data();
         ASSERT_TRUE(set.resize(0) && set.seek(0) && set.write(text.toLatin1()) == text.size());
     }
 

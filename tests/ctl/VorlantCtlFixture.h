@@ -36,6 +36,12 @@ protected:
 
     QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
 
+    QByteArray contentOf(const char* name) const
+    {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
     void plug(ScriptedController::Answer answer)
     {
         controller = std::make_unique<ScriptedController>(std::move(answer));

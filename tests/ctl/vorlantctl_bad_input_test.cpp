@@ -31,12 +31,6 @@ protected:
         plug([](const QByteArray& request) { return soundController::reply(request); });
     }
 
-    QByteArray contentOf(const char* name) const
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
     void put(const char* name, const QByteArray& bytes) { ASSERT_TRUE(writeFile(path(name), bytes)); }
     void addSetting(const char* section, const char* line)
     {

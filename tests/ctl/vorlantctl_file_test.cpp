@@ -106,6 +106,42 @@ TEST_F(SimulatedCtl, ShowPrintsWhatAReadPrints)
     EXPECT_EQ(run({QStringLiteral("compare"), file, file}), Done) << "two files need no controller";
 }
 
+TEST_F(SimulatedCtl, CheckDefinitionsListsWhatIsWrong)
+{
+    const QString screen = path("program/ini/KX620Screen.ini");
+    EXPECT_EQ(run(words("check-definitions")), Done) << output.toStdString();
+    EXPECT_EQ(output.toStdString(), "");
+    changeText(screen, QStringLiteral("KXAddress=8002"), "KXAddress=8001");
+    ASSERT_TRUE(QFile::remove(path("program/ini/KX910Comm.ini")));
+    const QByteArray changed = contentOf("program/ini/KX620Screen.ini");
+    const char* shared = "KX620Screen.ini [Datas10] KXAddress: VQSV2 shares memory with VQSV1; give each parameter "
+                         "bytes or bits of its own\n"
+                         "KX620Comm.ini [Set]: bytes of no parameter are read: 1, the first at 8003; read fewer bytes, "
+                         "or describe what they hold\n";
+    struct
+    {
+        const char* words;
+        int status;
+        std::string printed;
+    } const rows[] = {
+        {"check-definitions KX410", Done, ""},
+        {"check-definitions", BadFile,
+         std::string(shared) + "KX910Comm.ini: is missing; put it into the definition folder\n"},
+        {"check-definitions KX410 KX620 KX62011110-10A", BadFile, shared},
+        {"check-definitions KX910 --as json", BadFile,
+         "[\n  {\"file\":\"KX910Comm.ini\",\"section\":\"\",\"key\":\"\",\"fault\":\"is missing\","
+         "\"remedy\":\"put it into the definition folder\"}\n]\n"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(run(words(row.words)), row.status) << row.words;
+        EXPECT_EQ(output.toStdString(), row.printed) << row.words;
+        EXPECT_TRUE(errors.isEmpty()) << errors.toStdString();
+    }
+    EXPECT_EQ(contentOf("program/ini/KX620Screen.ini"), changed);
+    EXPECT_EQ(run(words("check-definitions KX410 KX999")), 2);
+    expectOneLineAbout("\"KX999\"");
+}
+
 // FILES that are none, or not of this controller. Nothing reaches the controller.
 
 TEST_F(SimulatedCtl, BadFileWritesNothing)
