@@ -9,7 +9,7 @@
 class clsCfg;
 class clsLibrary;
 
-// The forced font as the font dialog takes and gives it.
+// The forced font as the font dialog shows it and returns it.
 struct FontRecord
 {
     QString face;

@@ -69,7 +69,7 @@ bool SelectionTable::loadTable(const QString& section)
     }
     loadLook(ini, section);
     for (int row = 1; row <= rowCount(); ++row) {
-        if (isTakable(row))
+        if (isSelectable(row))
             return true;
     }
     m_problem = m_library.tranStr(QStringLiteral("No entry of the selection table %1 has a value.")).arg(section);
@@ -148,7 +148,7 @@ void SelectionTable::fill(platform::GridModel& grid) const
             Cell cell = plain;
             cell.text = m_rows[static_cast<size_t>(row) - 1].value(col - 1);
             cell.align = column.align;
-            cell.locked = !isTakable(row);
+            cell.locked = !isSelectable(row);
             grid.setCell(row, col, cell);
         }
         grid.setColWidth(col, std::max(column.width, grid.maxTextColWidth(col)));
@@ -163,7 +163,7 @@ const ChoiceTable::Entry* SelectionTable::entry(int row) const
     return row >= 1 && row <= rowCount() ? &m_table.entries()[static_cast<size_t>(row) - 1] : nullptr;
 }
 
-bool SelectionTable::isTakable(int row) const
+bool SelectionTable::isSelectable(int row) const
 {
     return entry(row) != nullptr && !entry(row)->value().isEmpty();
 }

@@ -28,13 +28,13 @@ public:
     int rowCount() const { return static_cast<int>(m_rows.size()); }
     void fill(platform::GridModel& grid) const;
 
-    bool isTakable(int row) const;               // the entry has a value to be taken
+    bool isSelectable(int row) const;            // the entry has a value
     int rowOf(const QString& storedValue) const; // the first entry with that value, as a number; 0: none
     // The first row with a part that begins with the text, else one that holds it; 0: none. Neither case nor the width
     // of the characters matters.
     int find(const QString& text) const;
 
-    // What taking an entry sets; none for one that cannot be taken.
+    // What selecting an entry sets; nothing for one without a value.
     std::vector<EntrySetting> settingsOf(int row, const QString& itemTag) const;
 
 private:

@@ -24,41 +24,31 @@ protected:
 
 TEST_F(Selection, ShippedTablesAreShown)
 {
-    struct Row
-    {
-        const char* section;
-        const char* language;
-        int rows;
-        const char* title;
-        const char* header;
-        const char* second;
-    };
-    const Row rows[] = {
-        {"InputRangeC", "EN.txt", 18, "Input range", "Input range|Low end|High end", "K -199.9 to 500.0|-199.9|500.0"},
-        {"InputRangeC", "JP.txt", 18, "入力種類", "入力種類|下限|上限", "K -199.9 ～ 500.0|-199.9|500.0"},
-    };
     shippedTables();
-    const QByteArray before = tablesFile();
-    for (const Row& shown : rows) {
-        box.context.languageFile = QLatin1String(shown.language);
-        const QString languagePath = box.path(QStringLiteral("C:\\Vorlant\\Lang\\") + box.context.languageFile);
-        const QByteArray language = contentOf(languagePath);
-        ASSERT_TRUE(table.load(QLatin1String(shown.section))) << shown.section;
-        EXPECT_EQ(table.rowCount(), shown.rows);
-        EXPECT_EQ(table.title(), QString::fromUtf8(shown.title));
+    const QByteArray before = contentOf("ini/MultiSelect.ini");
+    const std::tuple<QString, QString, QString, QString> rows[] = {
+        {"EN.txt", "Input range", "Input range|Low end|High end", "K -199.9 to 500.0|-199.9|500.0"},
+        {"JP.txt", "入力種類", "入力種類|下限|上限", "K -199.9 ～ 500.0|-199.9|500.0"},
+    };
+    for (const auto& [language, title, headers, second] : rows) {
+        box.context.languageFile = language;
+        const QByteArray words = contentOf("Lang/" + language);
+        ASSERT_TRUE(table.load("InputRangeC"));
+        EXPECT_EQ(table.rowCount(), 18);
+        EXPECT_EQ(table.title(), title);
         GridModel grid;
         table.fill(grid);
-        QStringList headers;
+        QStringList shown;
         for (int i = 0; i < grid.maxCols(); ++i)
-            headers << grid.headerData(i, Qt::Horizontal, Qt::DisplayRole).toString();
-        EXPECT_EQ(headers.join(u'|'), QString::fromUtf8(shown.header));
-        EXPECT_EQ(row(grid, 2), QString::fromUtf8(shown.second));
+            shown << grid.headerData(i, Qt::Horizontal, Qt::DisplayRole).toString();
+        EXPECT_EQ(shown.join('|'), headers);
+        EXPECT_EQ(row(grid, 2), second);
         EXPECT_EQ(grid.cell(2, 1).type, CellType::StaticText);
         EXPECT_EQ(grid.cell(2, 1).align, HAlign::Left);
-        EXPECT_EQ(grid.cell(2, 2).align, grid.maxCols() == 3 ? HAlign::Right : HAlign::Left) << "numbers to the right";
-        EXPECT_EQ(contentOf(languagePath), language) << "every word is in the language file, and no number is added";
+        EXPECT_EQ(grid.cell(2, 2).align, HAlign::Right) << "numbers";
+        EXPECT_EQ(contentOf("Lang/" + language), words) << "every word is in the file, and no number is added";
     }
-    EXPECT_EQ(tablesFile(), before);
+    EXPECT_EQ(contentOf("ini/MultiSelect.ini"), before);
 }
 
 TEST_F(Selection, LookFollowsTheTable)
@@ -112,7 +102,7 @@ TEST_F(Selection, TablesThatCannotBeUsedSayWhy)
         EXPECT_FALSE(table.load(QLatin1String(bad.section))) << bad.name;
         EXPECT_EQ(table.problem().toStdString(), bad.problem) << bad.name;
         EXPECT_EQ(table.rowOf(QStringLiteral("1")), 0) << bad.name;
-        EXPECT_FALSE(table.isTakable(1) || table.isTakable(0) || table.isTakable(-1)) << bad.name;
+        EXPECT_FALSE(table.isSelectable(1) || table.isSelectable(0) || table.isSelectable(-1)) << bad.name;
         EXPECT_TRUE(table.settingsOf(1, QStringLiteral("X")).empty()) << bad.name;
         EXPECT_EQ(QFile::exists(tablesPath()), bad.file != nullptr) << bad.name << ": none is invented";
     }
@@ -120,26 +110,18 @@ TEST_F(Selection, TablesThatCannotBeUsedSayWhy)
 
 TEST_F(Selection, TakingAnEntrySetsTheItemAndThenItsList)
 {
-    struct Row
-    {
-        const char* name;
-        const char* tags;
-        const char* data;
-        const char* set;
+    const std::tuple<QByteArray, QByteArray, QString> rows[] = {
+        {",,tagDA,tagVB", "1,5,10,2.5", "ITEM=5 / A=10 / B shows 2.5"},
+        {"tagDX,tagDA", "1,5", "ITEM=5 / A=5"}, // from index 1
+        {",,Tag3,,tagDA,tag5,unknown", "1,5,2,3,4,5,6", "ITEM=5 / A=4"},
+        {",,tagDA", "1", ""}, // no value
     };
-    const Row rows[] = {
-        {"stored and shown values", ",,tagDA,tagVB", "1,5,10,2.5", "ITEM=5 / A=10 / B shows 2.5"},
-        {"from index 1", "tagDX,tagDA", "1,5", "ITEM=5 / A=5"},
-        {"placeholders and empty ones", ",,Tag3,,tagDA,tag5,unknown", "1,5,2,3,4,5,6", "ITEM=5 / A=4"},
-        {"no value", ",,tagDA", "1", ""},
-    };
-    for (const Row& taken : rows) {
-        tables(QByteArray("[T]\nData1=0,9\nName1=other\nSetTags2=") + taken.tags + "\nData2=" + taken.data +
-               "\nName2=taken\nName3=Test\n");
+    for (const auto& [tags, data, expected] : rows) {
+        tables("[T]\nData1=0,9\nName1=other\nSetTags2=" + tags + "\nData2=" + data + "\nName2=taken\nName3=Test\n");
         set.clear();
-        ASSERT_TRUE(table.load(QStringLiteral("T"))) << taken.name;
-        takeEntry(table.settingsOf(2, QStringLiteral("ITEM")));
-        EXPECT_EQ(set.join(QStringLiteral(" / ")).toStdString(), taken.set) << taken.name;
+        ASSERT_TRUE(table.load("T"));
+        takeEntry(table.settingsOf(2, "ITEM"));
+        EXPECT_EQ(set.join(" / "), expected);
     }
 }
 
@@ -148,23 +130,14 @@ TEST_F(Selection, FindsRows)
     tables("[T]\nData1=0,1\nName1=Pt100 Low\nData2=0,2.0\nName2=JPt100\nData3=0,2\nName3=K rangevbTab-200\n"
            "Data4=0,x\nName4=\xCA\xDF\xC1\nName5=Test\n");
     ASSERT_TRUE(table.load(QStringLiteral("T")));
-    struct Row
-    {
-        const char* text;
-        int found;
-    };
-    for (const Row& search :
-         {Row{"pt1", 1}, Row{"j", 2}, Row{"PT100 L", 1}, Row{"t100", 1}, Row{"Ｋ", 3}, Row{"-200", 3}, Row{"range", 3},
-          Row{"パ", 4}, Row{"ﾊﾟ", 4}, Row{"zz", 0}, Row{"", 0}, Row{"  ", 0}})
-        EXPECT_EQ(table.find(QString::fromUtf8(search.text)), search.found) << search.text;
-    struct Value
-    {
-        const char* stored;
-        int row;
-    };
-    for (const Value& value :
-         {Value{"1", 1}, Value{"2", 2}, Value{"2.00", 2}, Value{"3", 0}, Value{"", 0}, Value{"x", 0}, Value{"0", 0}})
-        EXPECT_EQ(table.rowOf(QLatin1String(value.stored)), value.row) << value.stored;
+    const std::pair<QString, int> searches[] = {{"pt1", 1}, {"j", 2},    {"PT100 L", 1}, {"t100", 1},
+                                                {"Ｋ", 3},  {"-200", 3}, {"range", 3},   {"パ", 4},
+                                                {"ﾊﾟ", 4},  {"zz", 0},   {"", 0},        {"  ", 0}};
+    for (const auto& [text, found] : searches)
+        EXPECT_EQ(table.find(text), found) << qPrintable(text);
+    const std::pair<QString, int> values[] = {{"1", 1}, {"2", 2}, {"2.00", 2}, {"3", 0}, {"", 0}, {"x", 0}, {"0", 0}};
+    for (const auto& [stored, found] : values)
+        EXPECT_EQ(table.rowOf(stored), found) << qPrintable(stored);
 }
 
 } // namespace

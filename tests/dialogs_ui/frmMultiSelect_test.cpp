@@ -1,6 +1,6 @@
 #include "SelectionWindows.h"
 
-#include "../dialogs/SelectionFixture.h"
+#include "SelectionFixture.h"
 #include "vaSpread.h"
 
 #include <QHeaderView>
@@ -15,7 +15,7 @@
 
 namespace {
 
-const SelectedItem kRange{QStringLiteral("PQRNO"), QStringLiteral("Input type"), QStringLiteral("3")};
+const SelectedItem kRange{"PQRNO", "Input type", "3"};
 
 class SelectionDialog : public SelectionFixture
 {
@@ -24,189 +24,121 @@ protected:
     {
         shippedTables();
         load();
-        box.context.languageFile = QStringLiteral("EN.txt");
-        owner.show();
+        box.context.languageFile = "EN.txt";
+        owner->show();
     }
 
-    frmMultiSelect* open(const SelectedItem& item = kRange, const char* table = "InputRangeC", bool disable = false)
+    // The window and its parts are kept in the members below.
+    void open(const SelectedItem& item = kRange, const QString& table = "InputRangeC")
     {
-        windows.open(item, QLatin1String(table), &owner, disable);
-        for (frmMultiSelect* window : owner.findChildren<frmMultiSelect*>()) {
-            if (window->ID() == QLatin1String(table))
-                return window;
-        }
-        return nullptr;
+        window = windows.open(item, table, owner.get(), true);
+        ASSERT_NE(window, nullptr);
+        grid = window->findChild<platform::vaSpread*>();
+        search = window->findChild<QLineEdit*>();
+        ok = window->findChild<QPushButton*>("Command1_0");
     }
 
-    static platform::vaSpread& grid(frmMultiSelect& window) { return *window.findChild<platform::vaSpread*>(); }
-    static QLineEdit& search(frmMultiSelect& window) { return *window.findChild<QLineEdit*>(); }
-    static QPushButton& button(frmMultiSelect& window, int index)
+    QPoint place(int row) { return grid->visualRect(grid->model()->index(row - 1, 0)).center(); }
+
+    void takeEntry(const std::vector<EntrySetting>& entry) override
     {
-        return *window.findChild<QPushButton*>(QStringLiteral("Command1_%1").arg(index));
-    }
-    static int row(frmMultiSelect& window) { return grid(window).currentIndex().row() + 1; }
-    static QPoint place(frmMultiSelect& window, int number)
-    {
-        return grid(window).visualRect(grid(window).model()->index(number - 1, 0)).center();
+        SelectionFixture::takeEntry(entry);
+        if (endsOwner)
+            owner.reset();
     }
 
-    QWidget owner;
+    bool endsOwner = false;
+    std::unique_ptr<QWidget> owner = std::make_unique<QWidget>();
     SelectionWindows windows{library, *this};
+    frmMultiSelect* window = nullptr;
+    platform::vaSpread* grid = nullptr;
+    QLineEdit* search = nullptr;
+    QPushButton* ok = nullptr;
 };
 
-TEST_F(SelectionDialog, OpensAtTheStoredValue)
+TEST_F(SelectionDialog, EntriesAreTakenOrLeft)
 {
-    frmMultiSelect* window = open();
-    ASSERT_NE(window, nullptr);
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(window->objectName(), u"frmMultiSelect");
-    EXPECT_EQ(window->windowTitle(), u"Input range: Input type");
-    EXPECT_EQ(row(*window), 3);
-    EXPECT_TRUE(grid(*window).viewport()->rect().contains(place(*window, 3)));
-    EXPECT_FALSE(window->isModal());
-    EXPECT_TRUE(owner.isEnabled());
-    window = open({QStringLiteral("PQRNO"), QStringLiteral("Input type"), QStringLiteral("99")});
-    EXPECT_EQ(row(*window), 0) << "no entry has that value";
-    EXPECT_FALSE(button(*window, 0).isEnabled());
-    box.context.languageFile = QStringLiteral("JP.txt");
-    window = open();
-    EXPECT_EQ(window->windowTitle(), QString::fromUtf8("入力種類: Input type"));
-    EXPECT_EQ(button(*window, 1).text(), QString::fromUtf8("キャンセル"));
-}
-
-struct Way
-{
-    const char* name;
-    std::function<void(SelectionDialog&, frmMultiSelect&)> go;
-    const char* set; // the last value; empty: nothing
-};
-
-class SelectionWay : public SelectionDialog
-{
-public:
-    using SelectionDialog::button;
-    using SelectionDialog::grid;
-    using SelectionDialog::place;
-    using SelectionDialog::search;
-};
-
-TEST_F(SelectionWay, EntriesAreTakenOrLeft)
-{
-    const auto keysInSearch = [](const char* text, Qt::Key last) {
-        return [text, last](SelectionDialog&, frmMultiSelect& w) {
-            QTest::keyClicks(&search(w), QLatin1String(text));
-            QTest::keyClick(&search(w), last);
+    const auto type = [this](const char* text, Qt::Key last) {
+        return [this, text, last] {
+            QTest::keyClicks(grid, text); // goes to the search
+            QTest::keyClick(search, last);
+            QTest::keyClick(search, Qt::Key_Return);
         };
     };
-    const Way rows[] = {
-        {"down and Enter",
-         [](auto&, frmMultiSelect& w) {
-             QTest::keyClick(&search(w), Qt::Key_Down);
-             QTest::keyClick(&search(w), Qt::Key_Return);
-         },
-         "PQRNO=4"},
-        {"double click",
-         [](auto&, frmMultiSelect& w) {
-             QTest::mouseClick(grid(w).viewport(), Qt::LeftButton, {}, place(w, 5));
-             QTest::mouseDClick(grid(w).viewport(), Qt::LeftButton, {}, place(w, 5));
-         },
-         "PQRNO=5"},
-        {"searched", keysInSearch("pt100 -20.", Qt::Key_Return), "PQRNO=13"},
-        {"typed in the list",
-         [](auto&, frmMultiSelect& w) {
-             QTest::keyClick(&grid(w), Qt::Key_W);
-             QTest::keyClicks(&search(w), QStringLiteral("5"));
-             QTest::keyClick(&search(w), Qt::Key_Return);
-         },
-         "PQRNO=10"},
-        {"Cancel", [](auto&, frmMultiSelect& w) { button(w, 1).click(); }, ""},
+    const auto clickTwice = [this] {
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, place(5));
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, place(5));
     };
-    for (const Way& way : rows) {
+    // What is done, and the first value that is set.
+    const std::pair<std::function<void()>, QString> rows[] = {
+        {[this] { ok->click(); }, "PQRNO=3"},
+        {[this] { window->findChild<QPushButton*>("Command1_1")->click(); }, ""},
+        {type("", Qt::Key_Down), "PQRNO=4"},
+        {type("W", Qt::Key_5), "PQRNO=10"},
+        {clickTwice, "PQRNO=5"},
+    };
+    for (const auto& [act, first] : rows) {
         set.clear();
-        frmMultiSelect* window = open(kRange, "InputRangeC", true);
-        EXPECT_FALSE(owner.isEnabled()) << way.name;
-        way.go(*this, *window);
-        EXPECT_FALSE(window->isVisible()) << way.name;
-        EXPECT_TRUE(owner.isEnabled()) << way.name;
-        EXPECT_EQ(set.value(0).toStdString(), way.set) << way.name;
+        open();
+        EXPECT_EQ(grid->currentIndex().row() + 1, 3);
+        EXPECT_TRUE(grid->viewport()->rect().contains(place(3)));
+        EXPECT_EQ(window->windowTitle(), u"Input range: Input type");
+        EXPECT_FALSE(owner->isEnabled());
+        act();
+        EXPECT_TRUE(owner->isEnabled() && !window->isVisible());
+        EXPECT_EQ(set.value(0), first);
     }
 }
 
-TEST_F(SelectionDialog, AnEntryTakesEffectWhenTheWindowIsGone)
+TEST_F(SelectionDialog, WhatHasNoValueIsNotTaken)
 {
-    frmMultiSelect* window = open();
-    button(*window, 0).click();
-    EXPECT_EQ(set.join(u' '), u"PQRNO=3 BARL shows -200 BARH shows 1000 RNGDOT=0 SVDOT=0 RANGEL=-200 RANGEH=1000 "
-                              u"VQLIL=-200 VQLIH=1000");
+    open({"PQRNO", "Input type", "99"});
+    EXPECT_EQ(grid->currentIndex().row(), -1) << "no entry has that value";
+    EXPECT_FALSE(ok->isEnabled());
+    tables("[T]\nData1=0,1\nName1=one\nData2=0\nName2=two\nName3=Test\n");
+    open({"A", {}, "1"}, "T");
+    EXPECT_TRUE(ok->isEnabled());
+    grid->setCurrentCell(1, 2);
+    EXPECT_FALSE(ok->isEnabled());
+    QTest::keyClick(grid, Qt::Key_Return);
+    EXPECT_TRUE(window->isVisible() && set.isEmpty());
+    EXPECT_EQ(windows.open({"A", {}, "1"}, "None", owner.get(), false), nullptr);
+    EXPECT_TRUE(told.texts.value(0).contains("selection table None")) << qPrintable(told.texts.join('|'));
 }
 
 TEST_F(SelectionDialog, PlaceAndColumnsAreKeptForEachTable)
 {
-    frmMultiSelect* range = open();
-    const QSize designed = range->size();
-    EXPECT_EQ(grid(*range).verticalScrollBar()->maximum(), 0) << "the whole table is seen at first";
-    EXPECT_EQ(grid(*range).horizontalScrollBar()->maximum(), 0);
-    range->move(70, 90);
-    range->resize(500, 320);
-    grid(*range).horizontalHeader()->resizeSection(1, 140);
-    const double width = grid(*range).grid()->colWidth(2);
-    range->close();
-    frmMultiSelect* alarm = open({QStringLiteral("PQKAL1"), {}, QStringLiteral("1")}, "AlarmType");
-    EXPECT_NE(alarm->size(), QSize(500, 320));
-    EXPECT_EQ(alarm->windowTitle(), u"Alarm type");
-    EXPECT_EQ(range->size(), QSize(500, 320));
-    EXPECT_NE(designed, QSize(500, 320));
-    delete range;
-    range = open();
-    EXPECT_EQ(range->pos(), QPoint(70, 90));
-    EXPECT_EQ(range->size(), QSize(500, 320));
-    EXPECT_NEAR(grid(*range).grid()->colWidth(2), width, 0.001);
-    EXPECT_EQ(grid(*range).columnWidth(1), 140);
-}
-
-TEST_F(SelectionDialog, TheOwnerMayGoWhileAnEntryTakesEffect)
-{
-    struct Ending : MultiSelectOwner
-    {
-        void setData(const QString&, const QString&, bool) override {}
-        void setVData(const QString&, const QString&, bool) override {}
-        void takeEntry(const std::vector<EntrySetting>&) override
-        {
-            ++calls;
-            window.reset();
-        }
-        int calls = 0;
-        std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
-    } ending;
-    auto* window = new frmMultiSelect(library, ending, QStringLiteral("InputRangeC"), ending.window.get());
-    window->showModeless(kRange, ending.window.get(), true);
-    QTest::keyClick(&grid(*window), Qt::Key_Return);
-    EXPECT_EQ(ending.calls, 1);
+    open();
+    EXPECT_EQ(grid->verticalScrollBar()->maximum(), 0) << "the whole table is seen at first";
+    EXPECT_EQ(grid->horizontalScrollBar()->maximum(), 0);
+    window->move(70, 90);
+    window->resize(500, 320);
+    grid->horizontalHeader()->resizeSection(1, 140);
+    window->close();
+    open({"PQKAL1", {}, "1"}, "AlarmType");
+    EXPECT_NE(window->size(), QSize(500, 320));
+    windows.closeAll();
+    SelectionWindows anew(library, *this);
+    window = anew.open(kRange, "InputRangeC", owner.get(), false);
+    EXPECT_TRUE(window->pos() == QPoint(70, 90) && window->size() == QSize(500, 320));
+    EXPECT_EQ(window->findChild<platform::vaSpread*>()->columnWidth(1), 140);
 }
 
 TEST_F(SelectionDialog, TwoSpellingsAreOneWindowThatIsWaitedFor)
 {
-    open()->reject();
-    QTimer::singleShot(0, &owner, [this] {
-        const auto all = owner.findChildren<frmMultiSelect*>();
-        ASSERT_EQ(all.size(), 1);
-        EXPECT_TRUE(all.first()->isVisible());
-        button(*all.first(), 0).click();
-    });
-    windows.choose(kRange, QStringLiteral("INPUTRANGEC"), &owner);
-    ASSERT_FALSE(set.isEmpty()) << "it came back before the entry was taken";
-    EXPECT_EQ(set.first(), u"PQRNO=3");
+    open();
+    window->reject();
+    QTimer::singleShot(0, owner.get(), [&] { ok->click(); });
+    windows.choose(kRange, "INPUTRANGEC", owner.get());
+    EXPECT_EQ(set.value(0), u"PQRNO=3") << "it came back before the entry was taken";
 }
 
-TEST_F(SelectionDialog, AnEntryWithoutAValueIsNotTaken)
+TEST_F(SelectionDialog, TheOwnerMayGoWhileAnEntryTakesEffect)
 {
-    tables("[T]\nData1=0,1\nName1=one\nData2=0\nName2=two\nName3=Test\n");
-    frmMultiSelect* window = open({QStringLiteral("A"), {}, QStringLiteral("1")}, "T");
-    grid(*window).setCurrentCell(1, 2);
-    EXPECT_FALSE(button(*window, 0).isEnabled());
-    QTest::keyClick(&grid(*window), Qt::Key_Return);
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_TRUE(set.isEmpty());
+    endsOwner = true;
+    open();
+    QTest::keyClick(grid, Qt::Key_Return);
+    EXPECT_EQ(owner, nullptr);
 }
 
 } // namespace

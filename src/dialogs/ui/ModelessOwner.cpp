@@ -5,7 +5,7 @@ ModelessOwner::~ModelessOwner()
     release();
 }
 
-void ModelessOwner::take(QWidget& dialog, QWidget* owner, bool disable)
+void ModelessOwner::attach(QWidget& dialog, QWidget* owner, bool disable)
 {
     release();
     if (dialog.parentWidget() != owner)

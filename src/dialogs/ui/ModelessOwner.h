@@ -14,7 +14,7 @@ public:
     ModelessOwner& operator=(const ModelessOwner&) = delete;
 
     // Makes dialog a window of the owner. owner may be null.
-    void take(QWidget& dialog, QWidget* owner, bool disable);
+    void attach(QWidget& dialog, QWidget* owner, bool disable);
     void release();
 
 private:

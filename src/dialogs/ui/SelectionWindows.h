@@ -17,7 +17,7 @@ public:
 
     void Logs(Log& objErrLog, Log& objTrcLog);
 
-    // bDisable: frmOwner is disabled while the window is open. Null: the table cannot be used, which was told.
+    // bDisable: frmOwner is disabled while the window is open. Null: the table cannot be used, which was shown.
     frmMultiSelect* open(const SelectedItem& item, const QString& table, QWidget* frmOwner, bool bDisable);
     // The same, and returns when the window is closed and what was taken in it is set.
     void choose(const SelectedItem& item, const QString& table, QWidget* frmOwner);

@@ -4,6 +4,7 @@
 #include "ControlRegistry.h"
 #include "MessagePresenter.h"
 #include "MultiSelectOwner.h"
+#include "OkCancelRow.h"
 #include "PaletteColors.h"
 #include "RegisteredGrid.h"
 #include "VisibleText.h"
@@ -75,34 +76,21 @@ void frmMultiSelect::setupForm()
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(searching);
     layout->addWidget(m_sprMulti, 1);
-    layout->addWidget(setupButtons());
-}
-
-QWidget* frmMultiSelect::setupButtons()
-{
-    auto* row = new QWidget(this);
-    m_ok = new QPushButton(QStringLiteral("OK"), row);
-    m_ok->setObjectName(QStringLiteral("Command1_0"));
-    m_ok->setDefault(true);
-    m_cancel = new QPushButton(QStringLiteral("Cancel"), row);
-    m_cancel->setObjectName(QStringLiteral("Command1_1"));
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addStretch();
-    layout->addWidget(m_ok);
-    layout->addWidget(m_cancel);
-    return row;
+    const platform::OkCancelRow buttons(this);
+    m_ok = buttons.ok;
+    m_cancel = buttons.cancel;
+    layout->addWidget(buttons.row);
 }
 
 void frmMultiSelect::connectForm()
 {
-    connect(m_ok, &QPushButton::clicked, this, &frmMultiSelect::take);
+    connect(m_ok, &QPushButton::clicked, this, &frmMultiSelect::acceptEntry);
     connect(m_cancel, &QPushButton::clicked, this, &frmMultiSelect::reject);
     connect(m_search, &QLineEdit::textEdited, this, &frmMultiSelect::onSearch);
-    connect(m_sprMulti, &platform::vaSpread::dblClick, this, &frmMultiSelect::take);
-    connect(m_sprMulti, &platform::vaSpread::enterPressed, this, &frmMultiSelect::take);
+    connect(m_sprMulti, &platform::vaSpread::dblClick, this, &frmMultiSelect::acceptEntry);
+    connect(m_sprMulti, &platform::vaSpread::enterPressed, this, &frmMultiSelect::acceptEntry);
     connect(m_sprMulti, &platform::vaSpread::currentCellChanged, this,
-            [this](int, int row) { m_ok->setEnabled(m_table.isTakable(row)); });
+            [this](int, int row) { m_ok->setEnabled(m_table.isSelectable(row)); });
     m_search->installEventFilter(this);
     m_sprMulti->installEventFilter(this);
 }
@@ -127,7 +115,7 @@ bool frmMultiSelect::showModeless(const SelectedItem& item, QWidget* frmOwner, b
     }
     const bool wasOpen = isVisible();
     if (!wasOpen) {
-        m_owner.take(*this, frmOwner, bDisable);
+        m_owner.attach(*this, frmOwner, bDisable);
         setModal(bDisable);
     } else {
         m_library.saveColSize(m_grid, kFormName + m_id, QString());
@@ -189,7 +177,7 @@ void frmMultiSelect::selectRow(int row)
         m_sprMulti->setCurrentCell(1, row);
     if (row != 0)
         m_sprMulti->scrollTo(m_sprMulti->currentIndex(), QAbstractItemView::PositionAtCenter);
-    m_ok->setEnabled(m_table.isTakable(row));
+    m_ok->setEnabled(m_table.isSelectable(row));
 }
 
 int frmMultiSelect::selectedRow() const
@@ -209,7 +197,7 @@ void frmMultiSelect::onSearch(const QString& text)
         selectRow(row);
 }
 
-void frmMultiSelect::take()
+void frmMultiSelect::acceptEntry()
 {
     const int row = selectedRow();
     const auto settings = m_table.settingsOf(row, m_item.tag);

@@ -48,7 +48,7 @@ public:
     QString ID() const { return m_id; }
 
     // bDisable: the owner is disabled while the window is open. A window that is open already comes to the front and
-    // selects for the item from then on. False: the table cannot be used, which was told.
+    // selects for the item from then on. False: the table cannot be used, which was shown.
     bool showModeless(const SelectedItem& item, QWidget* frmOwner, bool bDisable);
 
 protected:
@@ -57,7 +57,6 @@ protected:
 
 private:
     void setupForm();
-    QWidget* setupButtons();
     void connectForm();
     void registerControls();
     void fill(const SelectedItem& item);
@@ -65,7 +64,7 @@ private:
     void selectRow(int row);
     int selectedRow() const;
     void onSearch(const QString& text);
-    void take();
+    void acceptEntry();
     bool sendToGrid(const QKeyEvent& key);
     bool sendToSearch(const QKeyEvent& key);
 

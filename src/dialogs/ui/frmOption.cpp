@@ -3,6 +3,7 @@
 #include "AccessibleNames.h"
 #include "ControlRegistry.h"
 #include "MessagePresenter.h"
+#include "OkCancelRow.h"
 #include "VisibleText.h"
 #include "clsLibrary.h"
 
@@ -69,7 +70,10 @@ void frmOption::setupForm()
     m_tabs->addTab(setupDisplayPage(), QStringLiteral("Display"));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_tabs);
-    layout->addWidget(setupButtons());
+    const platform::OkCancelRow buttons(this);
+    m_ok = buttons.ok;
+    m_cancel = buttons.cancel;
+    layout->addWidget(buttons.row);
 }
 
 QWidget* frmOption::setupGeneralPage()
@@ -129,22 +133,6 @@ QCheckBox* frmOption::addCheck(int index, const QString& caption)
     return m_checks[index];
 }
 
-QWidget* frmOption::setupButtons()
-{
-    auto* row = new QWidget(this);
-    m_ok = new QPushButton(QStringLiteral("OK"), row);
-    m_ok->setObjectName(QStringLiteral("Command1_0"));
-    m_ok->setDefault(true);
-    m_cancel = new QPushButton(QStringLiteral("Cancel"), row);
-    m_cancel->setObjectName(QStringLiteral("Command1_1"));
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addStretch();
-    layout->addWidget(m_ok);
-    layout->addWidget(m_cancel);
-    return row;
-}
-
 // The arrays come last: their indexes would count for the single controls behind them.
 void frmOption::registerControls()
 {
@@ -165,7 +153,7 @@ void frmOption::registerControls()
 
 void frmOption::showModeless(QWidget* frmOwner, bool bDisable)
 {
-    m_owner.take(*this, frmOwner, bDisable);
+    m_owner.attach(*this, frmOwner, bDisable);
     setModal(bDisable);
     m_library.tranForm(*m_registry);
     platform::nameField(*m_languages, m_frames[0]->title());

@@ -50,7 +50,6 @@ private:
     QWidget* setupQuestionPage();
     QWidget* setupDisplayPage();
     QCheckBox* addCheck(int index, const QString& caption);
-    QWidget* setupButtons();
     void registerControls();
     void fill();
     void onFont();

@@ -57,7 +57,7 @@ void frmShowVersion::setupForm()
 
 void frmShowVersion::showModeless(QWidget* frmOwner, bool bModal)
 {
-    m_owner.take(*this, frmOwner, bModal);
+    m_owner.attach(*this, frmOwner, bModal);
     setModal(m_library.toModalVal(bModal) != 0);
     loadForm();
     show();

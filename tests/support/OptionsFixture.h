@@ -29,6 +29,7 @@ protected:
     QByteArray settingsFile() const { return box.content(kSettings); }
 
     inline static const QString kSettings = QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini");
+    inline static const QString kPlaces = QStringLiteral("C:\\Users\\AppData\\Vorlan\\VorlantPos.ini"); // of windows
     inline static const QByteArray kTwoLanguages =
         "[Language]\nLanguageMax=2\nLanguage1=English  [EN.txt  Ver(1.0)]\nLanguageFile1=EN.txt\n"
         "Language2=Japanese  [JP.txt  Ver(1.0)]\nLanguageFile2=JP.txt\n";
