@@ -6,37 +6,29 @@
 
 namespace {
 
-QStringList words(const char* text)
+TEST(CommandLine, ReadsEveryOption)
 {
-    return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
-}
-
-TEST(CommandLine, TakesEveryOption)
-{
-    const ParsedCommandLine parsed =
-        parseCommandLine(words("--port /dev/ttyUSB0 --speed 19200 --chara e,7,1 --mode ascii --slave 247 --model KX410 "
-                               "--timeout 3 --quiet read -o out.json --as json"));
-    ASSERT_EQ(parsed.error, QString());
-    const CommandLine& line = parsed.line;
+    const auto [line, error] = parseCommandLine(
+        QString("--port /dev/ttyUSB0 --speed 19200 --chara e,7,1 --mode ascii --slave 247 --model KX410 --timeout 3600 "
+                "--quiet --no-backup read -o out.json --as json")
+            .split(' '));
+    ASSERT_EQ(error, QString());
     EXPECT_EQ(line.command, Command::Read);
-    EXPECT_EQ(line.port, u"/dev/ttyUSB0");
-    EXPECT_EQ(line.speed, u"19200");
-    EXPECT_EQ(line.chara, u"E,7,1");
+    EXPECT_EQ(QStringList({line.port, line.speed, line.chara, line.model, line.outputFile}).join(' '),
+              u"/dev/ttyUSB0 19200 E,7,1 KX410 out.json");
     EXPECT_EQ(line.transmissionMode, 1);
     EXPECT_EQ(line.slave, 247);
-    EXPECT_EQ(line.model, u"KX410");
-    EXPECT_EQ(line.timeoutSeconds, 3);
-    EXPECT_TRUE(line.quiet);
-    EXPECT_EQ(line.outputFile, u"out.json");
+    EXPECT_EQ(line.timeoutSeconds, 3600);
+    EXPECT_TRUE(line.quiet && line.withoutBackup);
     EXPECT_EQ(line.format, OutputFormat::Json);
+    EXPECT_EQ(parseCommandLine({"--mode", "rtu", "ports"}).line.transmissionMode, 0);
 }
 
 TEST(CommandLine, SaysInOneLineWhatIsWrong)
 {
     for (const QStringList& row : tableRows("ctl/refused_command_lines.tsv")) {
-        const QString error = parseCommandLine(row[1].split(u' ')).error;
-        EXPECT_TRUE(error.contains(row[2])) << qPrintable(row[0] + u' ' + error);
-        EXPECT_FALSE(error.contains(u'\n'));
+        const QString error = parseCommandLine(row[1].split(' ')).error;
+        EXPECT_TRUE(error.contains(row[2]) && !error.contains('\n')) << qPrintable(row[0] + ' ' + error);
     }
 }
 

@@ -8,7 +8,7 @@
 #include <QRegularExpression>
 #include <optional>
 
-// The program itself with the shipped definitions, and one of their controllers on a pseudo-terminal.
+// With the shipped definitions, and one of their controllers on the pseudo-terminal.
 class SimulatedCtl : public VorlantCtl
 {
 protected:
@@ -19,10 +19,9 @@ protected:
     {
         QFile::remove(path("config/Vorlan/Vorlant.ini"));
         const QDir shipped(QStringLiteral(VORLANT_DATA_DIR "/ini"));
-        const QStringList names = shipped.entryList(QDir::Files);
-        for (const QString& name : names)
+        for (const QString& name : shipped.entryList(QDir::Files))
             EXPECT_TRUE(QFile::copy(shipped.filePath(name), path("program/ini/") + name)) << qPrintable(name);
-        program = std::make_unique<ProgramContext>(path("program"), process.processEnvironment(), colors);
+        program = std::make_unique<ProgramContext>(path("program"), environment, colors);
         program->context().translates = false;
     }
 
@@ -34,54 +33,38 @@ protected:
                                                      code + QStringLiteral("00000-10A"), 1, 0);
     }
 
-    void plugModel(const QString& code, const Instead& instead = {})
+    void plugModel(const char* code, const Instead& instead = {})
     {
-        model = code;
-        simulated = makeModel(code);
+        model = QLatin1String(code);
+        simulated = makeModel(model);
         plug([this, instead](const QByteArray& request) {
             const std::optional<QByteArray> other = instead ? instead(request) : std::nullopt;
             return other ? *other : simulated->answer(request);
         });
+        before = simulated->state();
     }
 
-    // Options and command of a run with the controller.
-    int runWith(const QStringList& command)
-    {
-        return run(QStringList{QStringLiteral("--port"), controller->device(), QStringLiteral("--model"), model} +
-                   command);
-    }
-
-    // The set that the controller holds, as a parameter file.
-    QString savedSet(const char* name)
-    {
-        const QString file = path(name);
-        EXPECT_EQ(runWith({QStringLiteral("read"), QStringLiteral("--as"), QStringLiteral("set"), QStringLiteral("-o"),
-                           file}),
-                  0)
-            << errors.toStdString();
-        return file;
-    }
+    // A parameter file with the set that the controller holds.
+    void save(const char* file) { expectPrints(QString("read --as set -o ") + file, ""); }
 
     // Replaces the line of one tag of a parameter file.
-    static void changeValue(const QString& file, const QByteArray& tag, const QByteArray& value)
+    void changeValue(const char* file, const char* tag, const char* value)
     {
-        changeText(file, u'^' + tag + QStringLiteral("=[^\r\n]*"), tag + '=' + value);
+        changeText(file, QStringLiteral("^%1=[^\r\n]*").arg(QLatin1String(tag)), QByteArray(tag) + '=' + value);
     }
 
-    static void changeText(const QString& file, const QString& pattern, const QByteArray& to)
+    void changeText(const char* file, const QString& pattern, const QByteArray& to)
     {
-        QFile set(file);
-        ASSERT_TRUE(set.open(QIODevice::ReadWrite));
-        QString text = QString::fromLatin1(set.readAll());
-        const QString before = text;
-        text.replace(QRegularExpression(pattern, QRegularExpression::MultilineOption), QString::fromLatin1(to));
-        ASSERT_NE(text, before) << to.data();
-        ASSERT_TRUE(set.resize(0) && set.seek(0) && set.write(text.toLatin1()) == text.size());
+        const QString old = QString::fromLatin1(contentOf(file));
+        const QRegularExpression form(pattern, QRegularExpression::MultilineOption);
+        const QString text = QString(old).replace(form, QString::fromLatin1(to));
+        ASSERT_NE(text, old) << to.data();
+        put(file, text.toLatin1());
     }
 
-    // Lines of the controller's memory that are not the same as before. Commands that a write always gives are left
-    // out.
-    QByteArrayList changedMemory(const QByteArray& before) const
+    // Lines of the controller's memory that are not the same as when it was plugged. Commands that a write always gives
+    // are left out.
+    std::string changedMemory() const
     {
         const QByteArrayList old = before.split('\n');
         QByteArrayList changed;
@@ -89,7 +72,7 @@ protected:
             if (!old.contains(entry) && !entry.startsWith("COIL 16 ") && !entry.startsWith("REG 40010 "))
                 changed << entry;
         }
-        return changed;
+        return changed.join('|').toStdString();
     }
 
     static bool isWrite(const QByteArray& request)
@@ -101,5 +84,5 @@ protected:
     platform::SystemColors colors;
     std::unique_ptr<ProgramContext> program;
     std::unique_ptr<SimulatedController> simulated;
-    QString model;
+    QByteArray before;
 };

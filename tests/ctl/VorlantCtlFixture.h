@@ -1,45 +1,50 @@
 #pragma once
 
-#include "ChildProcess.h"
 #include "ScriptedController.h"
 #include "SoundController.h"
 
-#include <QDirIterator>
+#include <QDir>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <grp.h>
 #include <memory>
 #include <unistd.h>
 
-inline QStringList words(const char* text)
-{
-    return QString::fromLatin1(text).split(u' ');
-}
-
-// The program itself, in a scratch program folder, with a scripted controller on a pseudo-terminal.
+// The program itself in a scratch folder, which is its working folder too, with a model of three parameters and a
+// controller on a pseudo-terminal.
 class VorlantCtl : public ::testing::Test
 {
 protected:
     static constexpr int kGenerousMs = 60000;
+    enum Status { Done = 0, Differ = 1, Usage = 2, NoAnswer = 3, WrongModel = 4, BadFile = 5, Refused = 6 };
 
     VorlantCtl()
     {
         EXPECT_TRUE(soundController::install(path("program"), path("config")));
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("VORLANT_PROGRAM_DIR"), path("program"));
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), path("config"));
-        environment.insert(QStringLiteral("HOME"), dir.path());
+        setVariable("VORLANT_PROGRAM_DIR", path("program"));
+        setVariable("XDG_CONFIG_HOME", path("config"));
+        setVariable("HOME", dir.path());
+        process.setWorkingDirectory(dir.path());
+    }
+
+    void setVariable(const QString& name, const QString& value)
+    {
+        environment.insert(name, value);
         process.setProcessEnvironment(environment);
     }
 
-    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
-
-    QByteArray contentOf(const char* name) const
+    QString path(const QString& name) const { return dir.filePath(name); }
+    QByteArray contentOf(const QString& name) const
     {
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void put(const QString& name, const QByteArray& bytes)
+    {
+        ASSERT_TRUE(soundController::writeFile(path(name), bytes));
     }
 
     void plug(ScriptedController::Answer answer)
@@ -47,34 +52,33 @@ protected:
         controller = std::make_unique<ScriptedController>(std::move(answer));
     }
 
-    // From here on the program runs as a user without rights over other people's files: a copy of it, because that user
-    // may not reach the folder that it was built in. False when it cannot.
-    bool becomePlainUser()
+    // From here on the program runs as a user without rights over other people's files, as a copy that this user
+    // reaches.
+    void becomePlainUser()
     {
         if (geteuid() != 0)
-            return true;
-        bool given =
-            QFile::copy(executable, path("vorlantctl")) && chown(qPrintable(dir.path()), kOtherUser, kOtherUser) == 0;
+            return;
+        ASSERT_TRUE(QFile::copy(executable, path("vorlantctl")));
         executable = path("vorlantctl");
-        process.setWorkingDirectory(dir.path());
-        QDirIterator all(dir.path(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                         QDirIterator::Subdirectories);
-        while (all.hasNext())
-            given = chown(qPrintable(all.next()), kOtherUser, kOtherUser) == 0 && given;
-        if (controller)
-            given = chown(qPrintable(controller->device()), kOtherUser, kOtherUser) == 0 && given;
+        ASSERT_EQ(QProcess::execute("chown", {"-R", "nobody", dir.path(), controller->device()}), 0);
         process.setChildProcessModifier([] {
-            if (!becomeOtherUser())
+            constexpr uid_t kNobody = 65534;
+            if (setgroups(0, nullptr) != 0 || setgid(kNobody) != 0 || setuid(kNobody) != 0)
                 _exit(126);
         });
-        return given && run(words("--version")) == 0;
     }
 
-    // Runs to the end; returns the exit status, -1 for a program that does not start or does not end.
-    int run(const QStringList& arguments)
+    // Runs to the end, with the controller's port and the model; returns the exit status. The words stand between
+    // blanks, or between "|" where there is one.
+    int run(const QString& line)
     {
+        QStringList words = line.split(line.contains('|') ? '|' : ' ');
+        if (!model.isEmpty())
+            words = QStringList{"--model", model} + words;
+        if (controller)
+            words = QStringList{"--port", controller->device()} + words;
         QSignalSpy finished(&process, &QProcess::finished);
-        process.start(executable, arguments);
+        process.start(executable, words);
         if (!process.waitForStarted(kGenerousMs) || (finished.isEmpty() && !finished.wait(kGenerousMs)))
             return -1;
         output = process.readAllStandardOutput();
@@ -82,24 +86,29 @@ protected:
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
     }
 
-    int readWith(const QStringList& more = {})
+    // The run prints exactly this, and nothing as an error: no progress when nobody watches.
+    void expectPrints(const QString& line, const std::string& printed, int status = Done)
     {
-        return run(QStringList{QStringLiteral("--port"), controller->device(), QStringLiteral("--model"),
-                               QStringLiteral("KX410"), QStringLiteral("read")} +
-                   more);
+        EXPECT_EQ(run(line), status) << qPrintable(line);
+        EXPECT_EQ(output.toStdString(), printed) << qPrintable(line);
+        EXPECT_EQ(errors.toStdString(), "") << qPrintable(line);
     }
 
-    void expectOneLineAbout(const char* text)
+    // The run prints one line that holds the text, as an error.
+    void expectFails(const QString& line, int status, const QString& text)
     {
-        EXPECT_TRUE(errors.contains(text)) << errors.toStdString();
+        EXPECT_EQ(run(line), status) << qPrintable(line);
+        EXPECT_TRUE(errors.contains(text.toUtf8())) << errors.toStdString() << "\nwanted: " << qPrintable(text);
         EXPECT_EQ(errors.count('\n'), 1) << errors.toStdString();
-        EXPECT_TRUE(output.isEmpty()) << output.toStdString();
+        EXPECT_EQ(output.toStdString(), "") << qPrintable(line);
     }
 
     QTemporaryDir dir;
-    QString executable = QStringLiteral(VORLANT_CTL);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     QProcess process;
+    QString executable = QStringLiteral(VORLANT_CTL);
     std::unique_ptr<ScriptedController> controller;
+    QString model = QStringLiteral("KX410");
     QByteArray output;
     QByteArray errors;
 };
