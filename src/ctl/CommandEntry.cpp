@@ -34,7 +34,7 @@ QString CommandEntry::refusalIn(const CellEditor::Silence& silence)
 QString CommandEntry::choose(clsData& item, int choice, const QString& stored)
 {
     const CellEditor::Silence silence(m_editor);
-    m_trouble.clear();
+    m_error.clear();
     m_wanted = stored;
     if (!hasOpenCell(item) || item.MType() == ItemType::Bit)
         m_editor.setData(item.Key(), stored, false);
@@ -42,14 +42,14 @@ QString CommandEntry::choose(clsData& item, int choice, const QString& stored)
         m_editor.openSelect(item.Col(), item.Row());
     else
         m_editor.changeCombo(item.Col(), item.Row(), choice);
-    return m_trouble.isEmpty() ? refusalIn(silence) : m_trouble;
+    return m_error.isEmpty() ? refusalIn(silence) : m_error;
 }
 
 void CommandEntry::openMultiSelect(clsData& item, const QString& section)
 {
     SelectionTable table(model().library());
     if (!table.load(section)) {
-        m_trouble = table.problem();
+        m_error = table.problem();
         return;
     }
     takeEntry(table.settingsOf(table.rowOf(m_wanted), item.Key()));

@@ -36,6 +36,6 @@ private:
     void takeEntry(const std::vector<EntrySetting>& settings) override { m_editor.takeEntry(settings); }
 
     CellEditor m_editor;
-    QString m_wanted;  // the stored value to be taken from the table that opens
-    QString m_trouble; // why it could not be
+    QString m_wanted; // the stored value to be taken from the table that opens
+    QString m_error;  // why it could not be
 };

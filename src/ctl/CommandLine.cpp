@@ -88,7 +88,7 @@ const CommandForm* commandNamed(const QString& name)
     return form == std::end(kCommands) ? nullptr : form;
 }
 
-// Takes the values out of the parsed options; the first one that makes no sense is the error.
+// Reads the values of the parsed options; the first one that makes no sense is the error.
 class OptionReader
 {
 public:
@@ -187,7 +187,7 @@ void addOptions(QCommandLineParser& parser)
 }
 
 // The first pair that cannot be meant, with the reason; empty when all can.
-QString troubleOfPairs(const QStringList& pairs)
+QString errorInPairs(const QStringList& pairs)
 {
     QStringList tags;
     for (const QString& pair : pairs) {
@@ -201,17 +201,17 @@ QString troubleOfPairs(const QStringList& pairs)
     return {};
 }
 
-QString troubleOfWords(const CommandForm& form, const QStringList& words)
+QString errorInWords(const CommandForm& form, const QStringList& words)
 {
     const QString name = QString::fromUtf16(form.name);
-    const QString takes = QString::fromUtf16(form.words);
+    const QString wanted = QString::fromUtf16(form.words);
     if (words.size() < form.least)
-        return QStringLiteral("%1: the command takes %2").arg(name, takes);
+        return QStringLiteral("%1: the command takes %2").arg(name, wanted);
     if (words.size() > form.most)
-        return QStringLiteral("%1: \"%2\" is too much; the command takes %3").arg(name, words.at(form.most), takes);
+        return QStringLiteral("%1: \"%2\" is too much; the command takes %3").arg(name, words.at(form.most), wanted);
     if (words.contains(QString()))
-        return QStringLiteral("%1: a word is empty; the command takes %2").arg(name, takes);
-    return form.command == Command::Set ? troubleOfPairs(words) : QString();
+        return QStringLiteral("%1: a word is empty; the command takes %2").arg(name, wanted);
+    return form.command == Command::Set ? errorInPairs(words) : QString();
 }
 
 void readCommand(const QStringList& words, ParsedCommandLine& result)
@@ -228,7 +228,7 @@ void readCommand(const QStringList& words, ParsedCommandLine& result)
     }
     result.line.command = form->command;
     result.line.words = words.mid(1);
-    result.error = troubleOfWords(*form, result.line.words);
+    result.error = errorInWords(*form, result.line.words);
     const bool isFileOfRead = form->command == Command::Read && !result.line.outputFile.isEmpty();
     if (result.error.isEmpty() && result.line.asParameterFile && !isFileOfRead)
         result.error = QStringLiteral("option --as: \"set\" is for read with -o FILE");

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <optional>
 
+// What vorlantctl does in one run.
 enum class Command { Help, Version, Models, Ports, CheckDefinitions, Detect, Read, Show, Get, Set, Write, Compare };
 
 // What the user asked for. An option that was left out has no value: then the main settings file decides.
@@ -27,6 +28,7 @@ struct CommandLine
     bool asParameterFile = false; // `read` writes a parameter file; outputFile is its name then
 };
 
+// A command line as it was read: the line counts only without an error.
 struct ParsedCommandLine
 {
     CommandLine line;

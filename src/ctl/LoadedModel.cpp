@@ -44,10 +44,10 @@ CommandResult LoadedModel::checkFile(const QString& name) const
     const QFileInfo file(m_program.definitionFile(name));
     if (!name.isEmpty() && file.isFile() && file.isReadable())
         return {};
-    const QString trouble = file.exists() ? QStringLiteral("cannot be read") : QStringLiteral("is missing");
+    const QString error = file.exists() ? QStringLiteral("cannot be read") : QStringLiteral("is missing");
     return CommandResult::failed(ExitStatus::BadFile,
                                  QStringLiteral("%1: definition file \"%2\" %3; put it into %4")
-                                     .arg(m_model.entry.code, name, trouble, m_program.definitionFile(QString())));
+                                     .arg(m_model.entry.code, name, error, m_program.definitionFile(QString())));
 }
 
 CommandResult LoadedModel::loadDefinition()

@@ -5,8 +5,8 @@
 #include "WrittenItems.h"
 #include "clsKX.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 
 namespace {
@@ -72,23 +72,28 @@ QString jsonEscape(char32_t code)
 }
 
 // Beside what JSON itself asks for, what a terminal would take for more than text.
-QByteArray quoted(const QString& text)
+QByteArray withoutInvisible(const QByteArray& json)
 {
-    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
     QString escaped;
-    for (const char32_t code : QString::fromUtf8(array.mid(1, array.size() - 2)).toStdU32String())
+    for (const char32_t code : QString::fromUtf8(json).toStdU32String())
         escaped += platform::isInvisible(code) ? jsonEscape(code) : QStringView(QChar::fromUcs4(code)).toString();
     return escaped.toUtf8();
 }
 
-// Written by hand because the library's objects put their keys into alphabetical order.
+// One member at a time, because the objects of the library put their keys into alphabetical order.
+QByteArray jsonMember(const QString& key, const QJsonValue& value)
+{
+    const QByteArray object = QJsonDocument(QJsonObject{{key, value}}).toJson(QJsonDocument::Compact);
+    return withoutInvisible(object.mid(1, object.size() - 2));
+}
+
 QByteArray jsonObject(const QStringList& columns, const QStringList& row, bool changed)
 {
     QByteArrayList members;
     for (qsizetype i = 0; i < columns.size(); ++i)
-        members << quoted(columns[i]) + ':' + quoted(row[i]);
+        members << jsonMember(columns[i], row[i]);
     if (changed)
-        members << "\"changed\":true";
+        members << jsonMember(QStringLiteral("changed"), true);
     return '{' + members.join(',') + '}';
 }
 

@@ -10,6 +10,7 @@
 class clsData;
 class clsKX;
 
+// How results are printed: for people, for spreadsheets, for programs.
 enum class OutputFormat { Table, Csv, Json };
 
 // "table", "csv" or "json"; nothing for another name.

@@ -34,7 +34,7 @@ QHash<const clsData*, QString> storedValues(const clsKX& kx)
 }
 
 // What interlocks and selection tables have changed besides, to be written with the rest.
-void takeAlong(clsKX& kx, const QHash<const clsData*, QString>& before, Items& items)
+void addFollowers(clsKX& kx, const QHash<const clsData*, QString>& before, Items& items)
 {
     for (const auto& item : kx.items()) {
         const bool isNamed = std::find(items.begin(), items.end(), item.get()) != items.end();
@@ -62,9 +62,9 @@ QStringList enterPairs(clsKX& kx, const Items& items, const QStringList& pairs)
     QStringList entered(pairs.size());
     for (const size_t i : entryOrder({items.begin(), items.end()})) {
         const QString& pair = pairs[static_cast<qsizetype>(i)];
-        const QString trouble = enterValue(entry, *items[i], pair.section(u'=', 1));
-        if (!trouble.isEmpty())
-            refused << QStringLiteral("%1: %2").arg(pair, trouble);
+        const QString error = enterValue(entry, *items[i], pair.section(u'=', 1));
+        if (!error.isEmpty())
+            refused << QStringLiteral("%1: %2").arg(pair, error);
         entered[static_cast<qsizetype>(i)] = items[i]->Data();
     }
     for (size_t i = 0; i < items.size() && refused.isEmpty(); ++i) {
@@ -80,7 +80,7 @@ CommandResult enterAll(clsKX& kx, Items& items, const QStringList& pairs)
     const QHash<const clsData*, QString> before = storedValues(kx);
     QStringList refused = enterPairs(kx, items, pairs);
     if (refused.isEmpty()) {
-        takeAlong(kx, before, items);
+        addFollowers(kx, before, items);
         refused = storeAll(kx, items);
     }
     if (refused.isEmpty())
@@ -117,7 +117,7 @@ CommandResult compareWithReadBack(const ControllerSession& session, const Items&
                                  .arg(session.lineText(), notAccepted.join(u", ")));
 }
 
-// The read-back tells whether a request was refused or the line is gone.
+// The read-back shows whether a request was refused or the line is gone.
 CommandResult writeAndReadBack(ControllerSession& session, const Items& items)
 {
     const QVector<QPair<QString, QString>> sent = valuesOf(items);

@@ -1,5 +1,6 @@
 #include "TextTable.h"
 
+#include "TextWidth.h"
 #include "VisibleText.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 #include "GridModel.h"
 
+#include "TextWidth.h"
+
 #include <algorithm>
 
 namespace platform {

@@ -1,3 +1,4 @@
+#include "TextWidth.h"
 #include "VisibleText.h"
 
 #include "Table.h"
@@ -16,6 +17,14 @@ TEST(VisibleText, ShowsWhatIsNotSeen)
     const QString lone = QString(QChar(0xDC00)) + QChar(0xD800);
     EXPECT_EQ(platform::visibleText(lone), u"<U+DC00><U+D800>");
     EXPECT_EQ(platform::visibleLines(lone), u"<U+DC00><U+D800>");
+}
+
+TEST(DisplayWidth, InColumns)
+{
+    const std::pair<const char32_t*, int> rows[] = {
+        {U"a設定", 5}, {U"ｱｲ", 2}, {U"e\u0301", 1}, {U"\U00020000", 2}, {U"\u115F\u1160\uFF60\uFF61", 6}};
+    for (const auto& [text, columns] : rows)
+        EXPECT_EQ(platform::displayWidth(QString::fromUcs4(text)), columns) << columns;
 }
 
 // Qt's warnings hold the texts that it stumbled over.
