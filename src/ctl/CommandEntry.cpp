@@ -1,6 +1,5 @@
 #include "CommandEntry.h"
 
-#include "LimitCheck.h"
 #include "MessagePresenter.h"
 #include "SelectionTable.h"
 #include "clsKX.h"
@@ -20,7 +19,7 @@ QString CommandEntry::enterNumber(clsData& item, const QString& text)
         m_editor.setVData(item.Key(), text, false);
     else if (!m_editor.checkCell(item.Col(), item.Row(), true, text))
         return QStringLiteral("it is outside the setting range [ %1 ]")
-            .arg(LimitCheck::of(item, model()).text(u' ' + item.Key() + u' '));
+            .arg(item.limits().text(u' ' + item.Key() + u' '));
     return refusalIn(silence);
 }
 

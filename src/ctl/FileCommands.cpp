@@ -27,7 +27,7 @@ CommandResult notAccepted(ControllerSession& session)
     QStringList tags;
     for (const NotAccepted& parameter : session.lastWrite().notAccepted) {
         const clsData* item = session.kx().getDataByTag(parameter.tag);
-        if (item != nullptr && isWritten(session.kx(), *item))
+        if (item != nullptr && isWritten(session.kx().data(), *item))
             tags << QStringLiteral("%1 (sent %2, kept %3)").arg(parameter.tag, parameter.sent, parameter.kept);
     }
     if (tags.isEmpty())

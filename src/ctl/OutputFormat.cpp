@@ -123,7 +123,7 @@ ParameterRow parameterRow(const clsKX& kx, const clsData& item)
     ParameterRow row{item.Key(), item.DataName(), blockText(kx, item), QString(), QString(), false};
     row.changed = item.Edit == EditState::kChanged;
     // A default of what is not read at all was not sent by the controller.
-    if (item.isKnown() && (isRead(kx, item) || !item.holdsDefault())) {
+    if (item.isKnown() && (isRead(kx.data(), item) || !item.holdsDefault())) {
         row.value = item.VData();
         row.data = item.Data();
     }

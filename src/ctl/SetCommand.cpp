@@ -1,9 +1,9 @@
 #include "SetCommand.h"
 
 #include "CommandEntry.h"
+#include "Comparison.h"
 #include "ControllerSession.h"
 #include "EntryOrder.h"
-#include "ItemLimits.h"
 #include "ItemStore.h"
 #include "NamedItems.h"
 #include "ValueEntry.h"
@@ -38,7 +38,7 @@ void addFollowers(clsKX& kx, const QHash<const clsData*, QString>& before, Items
 {
     for (const auto& item : kx.items()) {
         const bool isNamed = std::find(items.begin(), items.end(), item.get()) != items.end();
-        if (!isNamed && item->Data() != before.value(item.get()) && isWritten(kx, *item))
+        if (!isNamed && item->Data() != before.value(item.get()) && isWritten(kx.data(), *item))
             items.push_back(item.get());
     }
 }
@@ -105,8 +105,7 @@ CommandResult compareWithReadBack(const ControllerSession& session, const Items&
     for (size_t i = 0; i < items.size(); ++i) {
         const clsData& item = *items[i];
         const auto& [stored, shown] = sent[static_cast<qsizetype>(i)];
-        const bool same =
-            item.Data() == heldText(item, stored) || compareNumbers(item.Data(), QStringLiteral("="), stored);
+        const bool same = item.Data() == heldText(item, stored) || isSameValue(item.Data(), stored);
         if (!item.isKnown() || !same)
             notAccepted << QStringLiteral("%1 (sent %2, kept %3)").arg(item.Key(), shown, item.VData());
     }

@@ -1,6 +1,6 @@
 #include "SetComparison.h"
 
-#include "ItemLimits.h"
+#include "Comparison.h"
 #include "ItemStore.h"
 #include "WrittenItems.h"
 #include "clsKX.h"
@@ -9,7 +9,7 @@ std::vector<ParameterRow> comparedRows(const clsKX& kx)
 {
     std::vector<ParameterRow> rows;
     for (const auto& item : kx.items()) {
-        if (!isWritten(kx, *item))
+        if (!isWritten(kx.data(), *item))
             continue;
         rows.push_back(parameterRow(kx, *item));
         rows.back().data = heldText(*item, rows.back().data);
@@ -25,7 +25,7 @@ CommandResult compareRows(const std::vector<ParameterRow>& first, const std::vec
     for (size_t i = 0; i < first.size() && i < second.size(); ++i) {
         const ParameterRow& left = first[i];
         const ParameterRow& right = second[i];
-        if (left.data != right.data && !compareNumbers(left.data, QStringLiteral("="), right.data))
+        if (!isSameValue(left.data, right.data))
             differences.rows.append({left.tag, left.name, left.value, right.value});
     }
     const bool differ = !differences.rows.isEmpty();

@@ -1,8 +1,6 @@
 #include "SetFile.h"
 
-#include "EntryOrder.h"
 #include "HeldValue.h"
-#include "ItemLimits.h"
 #include "ItemStore.h"
 #include "ProgramContext.h"
 #include "WrittenItems.h"
@@ -10,10 +8,11 @@
 
 #include <QFileInfo>
 
+#include <utility>
+
 namespace {
 
 constexpr int kListed = 10;
-const QString kUnit = QStringLiteral("SWQCF");
 
 const QString kUnusableName =
     QStringLiteral("a parameter file cannot have a name with one of \\ : * ? \" < > |; choose another name");
@@ -61,15 +60,15 @@ CommandResult SetFile::open(const QString& wantedModel)
     return {};
 }
 
-CommandResult SetFile::badFile(const QString& trouble) const
+CommandResult SetFile::badFile(const QString& error) const
 {
-    return CommandResult::failed(ExitStatus::BadFile, QStringLiteral("%1: %2").arg(m_name, trouble));
+    return CommandResult::failed(ExitStatus::BadFile, QStringLiteral("%1: %2").arg(m_name, error));
 }
 
 CommandResult SetFile::values(const clsKX& kx, Values& values) const
 {
     ParameterSet set;
-    const ParameterLoad load = ParameterFile(m_program.library(), m_desktopPath).read(kx, set);
+    const ParameterLoad load = ParameterFile(m_program.library(), m_desktopPath).read(kx.data(), set);
     if (load.outcome == ParameterLoad::Outcome::OtherModel)
         return CommandResult::failed(ExitStatus::WrongModel,
                                      QStringLiteral("%1: the file is of model %2, not %3; choose a file of that model")
@@ -78,26 +77,14 @@ CommandResult SetFile::values(const clsKX& kx, Values& values) const
         return CommandResult::failed(ExitStatus::BadFile, load.detail + QStringLiteral(" Mend the file."));
     if (load.missing.size() == set.values.size())
         return badFile(QStringLiteral("it holds no values in its section [Data]; name a parameter file"));
-    for (const auto& [tag, value] : set.values)
-        values.append({kx.getDataByTag(tag), value});
+    values = set.values;
     return {};
 }
 
-// What a selection table sets comes before the values of the file, which hold over it.
+// Values that come from the file count like those of the controller: none is an edit.
 void SetFile::apply(clsKX& kx, const Values& values)
 {
-    std::vector<const clsData*> items;
-    for (const auto& entry : values)
-        items.push_back(entry.first);
-    for (const size_t place : entryOrder(items)) {
-        const auto& [item, value] = values[static_cast<qsizetype>(place)];
-        if (item->Key() == kUnit && value.isEmpty())
-            continue; // the unit stays as it is
-        item->setData(value);
-        item->setKnown(!value.isEmpty());
-        if (item->Key() == kUnit)
-            kx.setUnitSwitch(kx.library().toLong(value, 0));
-    }
+    kx.takeValues(values);
     for (const auto& item : kx.items())
         item->Edit = EditState::kUntouched;
 }
@@ -109,10 +96,11 @@ CommandResult SetFile::show(clsKX& kx) const
     if (!read.ok())
         return read;
     Values shown;
-    for (const auto& [item, value] : all) {
-        item->setKnown(false);
-        if (isRead(kx, *item))
-            shown.append({item, value});
+    for (const auto& entry : std::as_const(all)) {
+        clsData& item = *kx.getDataByTag(entry.first);
+        item.setKnown(false);
+        if (isRead(kx.data(), item))
+            shown.append(entry);
     }
     apply(kx, shown);
     return {};
@@ -126,32 +114,38 @@ CommandResult SetFile::replaceWritten(clsKX& kx) const
         return read;
     Values written;
     QStringList missing;
-    for (const auto& [item, value] : all) {
-        if (!item->isKnown() || !isRead(kx, *item) || !isWritten(kx, *item))
+    for (const auto& entry : std::as_const(all)) {
+        const clsData& item = *kx.getDataByTag(entry.first);
+        if (!item.isKnown() || !isRead(kx.data(), item) || !kx.isWritable(item))
             continue;
-        written.append({item, value});
-        if (value.isEmpty())
-            missing << item->Key();
+        written.append(entry);
+        if (entry.second.isEmpty())
+            missing << entry.first;
     }
     if (!missing.isEmpty())
         return badFile(QStringLiteral("it holds no value for %1; nothing was written: read and save the set anew")
                            .arg(listed(missing)));
     apply(kx, written);
-    QStringList unfit;
-    for (const auto& [item, value] : written) {
-        // What the controller itself holds may stay, whatever the limits say.
-        const clsKXAdr* image = kx.ColAdr().find(item->WSection());
-        if (heldValue(*item, *image) == value)
-            continue;
-        if (!isAllowed(*item) || !storeInImage(*item, *kx.ColAdr().find(item->WSection())))
-            unfit << QStringLiteral("%1=%2").arg(item->Key(), value);
-    }
+    const QStringList unfit = storeInImages(kx, written);
     if (unfit.isEmpty())
         return {};
     return CommandResult::failed(
         ExitStatus::Refused,
         QStringLiteral("%1: no value for the controller, or outside the limits: %2; nothing was written: mend the file")
             .arg(m_name, listed(unfit)));
+}
+
+// What the controller itself holds may stay, whatever the limits say. Returns what is not stored.
+QStringList SetFile::storeInImages(const clsKX& kx, const Values& values)
+{
+    QStringList unfit;
+    for (const auto& [tag, value] : values) {
+        const clsData& item = *kx.getDataByTag(tag);
+        clsKXAdr& image = *kx.ColAdr().find(item.WSection());
+        if (heldValue(item, image) != value && (!item.isAllowed() || !storeInImage(item, image)))
+            unfit << QStringLiteral("%1=%2").arg(tag, value);
+    }
+    return unfit;
 }
 
 CommandResult SetFile::save(const clsKX& kx) const
@@ -161,8 +155,8 @@ CommandResult SetFile::save(const clsKX& kx) const
         return badFile(kUnusableName);
     if (file.exists() && !file.isFile())
         return badFile(QStringLiteral("it is no plain file; choose another place with -o"));
-    const QString trouble = ParameterFile(m_program.library(), m_desktopPath).save(kx.currentSet());
-    if (trouble.isEmpty())
+    const QString error = ParameterFile(m_program.library(), m_desktopPath).save(kx.currentSet());
+    if (error.isEmpty())
         return {};
-    return CommandResult::failed(ExitStatus::BadFile, trouble + QStringLiteral("; choose another place with -o"));
+    return CommandResult::failed(ExitStatus::BadFile, error + QStringLiteral("; choose another place with -o"));
 }

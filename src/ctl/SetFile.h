@@ -4,9 +4,9 @@
 #include "ParameterFile.h"
 
 #include <QString>
+#include <QStringList>
 
 class ProgramContext;
-class clsData;
 class clsKX;
 
 // A parameter file that the command line names. The program is kept by reference.
@@ -30,11 +30,12 @@ public:
     CommandResult save(const clsKX& kx) const;
 
 private:
-    using Values = QVector<QPair<clsData*, QString>>;
+    using Values = QVector<QPair<QString, QString>>; // stored values by tag
 
-    CommandResult badFile(const QString& trouble) const;
+    CommandResult badFile(const QString& error) const;
     CommandResult values(const clsKX& kx, Values& values) const;
     static void apply(clsKX& kx, const Values& values);
+    static QStringList storeInImages(const clsKX& kx, const Values& values);
 
     ProgramContext& m_program;
     QString m_name;        // as given

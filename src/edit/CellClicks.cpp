@@ -1,21 +1,21 @@
 #include "CellClicks.h"
 
-#include "CellEditor.h"
-#include "ItemLimits.h"
+#include "Comparison.h"
+#include "EditSession.h"
+#include "Interlocks.h"
 #include "MessagePresenter.h"
+#include "Tags.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
 
 namespace {
 
-const QString kUnitTag = QStringLiteral("SWQCF");
-const QString kRangeTag = QStringLiteral("PQRNO");
 constexpr int kYesNoCritical = MessageStyle::kYesNo + MessageStyle::kCritical;
 
 } // namespace
 
-CellClicks::CellClicks(CellEditor& editor, Interlocks& interlocks, CellEditorShell& shell)
-    : m_editor(editor), m_interlocks(interlocks), m_shell(shell), m_kx(editor.model())
+CellClicks::CellClicks(EditSession& session, Interlocks& interlocks, CellEditorShell& shell)
+    : m_session(session), m_interlocks(interlocks), m_shell(shell), m_kx(session.model())
 {}
 
 QString CellClicks::translated(const char* text) const
@@ -27,13 +27,13 @@ bool CellClicks::isUpToDate()
 {
     if (m_kx.isOffLine() || m_shell.state() == MainState::UpToDate)
         return true;
-    m_editor.tell(translated("Please acquire the up-to-date data from the equipment."), MessageStyle::kCritical);
+    m_session.tell(translated("Please acquire the up-to-date data from the equipment."), MessageStyle::kCritical);
     return false;
 }
 
 bool CellClicks::confirm(bool isAsked)
 {
-    return !isAsked || m_editor.tell(translated("This Parameter change sure?"), kYesNoCritical) != MessageResult::kNo;
+    return !isAsked || m_session.tell(translated("This Parameter change sure?"), kYesNoCritical) != MessageResult::kNo;
 }
 
 void CellClicks::clickCell(int col, int row)
@@ -41,7 +41,7 @@ void CellClicks::clickCell(int col, int row)
     if (m_shell.isBusy() || !isUpToDate())
         return;
     clsData* item = m_kx.getDataByRC(row, col);
-    const CellEditor::Action action(m_editor);
+    const EditSession::Action action(m_session);
     if (item != nullptr)
         clickItem(*item, col, row);
     else
@@ -50,11 +50,11 @@ void CellClicks::clickCell(int col, int row)
 
 void CellClicks::clickItem(clsData& item, int col, int row)
 {
-    if (!m_editor.isOpen(item))
+    if (!m_session.isOpen(item))
         return;
-    m_editor.logItem(item, QStringLiteral("Click"));
+    m_session.logItem(item, QStringLiteral("Click"));
     const ProgramOptions& settings = m_kx.library().context().settings;
-    const bool isUnit = item.Key() == kUnitTag;
+    const bool isUnit = item.Key() == tags::kUnit;
     if (!confirm(isUnit && settings.m_bViewUnitConf))
         return;
     if (item.CellType() == platform::CellType::Button)
@@ -78,19 +78,19 @@ void CellClicks::writeUnit(const clsData& item, int col, int row)
 {
     m_interlocks.switchUnit(item);
     if (m_kx.isOffLine()) {
-        if (const clsData* range = m_kx.getDataByTag(kRangeTag))
+        if (const clsData* range = m_kx.getDataByTag(tags::kInputRange))
             openSelect(range->Col(), range->Row());
         return;
     }
     clsBlock* block = m_kx.getBlockByNo(item.BlockNo());
     logBlock(block, col, row);
-    m_editor.noteSent(m_shell.writeBlockThenOne(block, kRangeTag));
+    m_session.noteSent(m_shell.writeBlockThenOne(block, tags::kInputRange));
 }
 
 void CellClicks::logBlock(const clsBlock* block, int col, int row) const
 {
     if (block != nullptr)
-        m_editor.logEvent(
+        m_session.logEvent(
             QStringLiteral("%1[%2-%3]=%4BlockClick").arg(block->m_sName).arg(col).arg(row).arg(block->m_lNo));
 }
 
@@ -101,17 +101,17 @@ void CellClicks::clickBlock(clsBlock* block, int col, int row, bool readBack)
     logBlock(block, col, row);
     if (m_kx.spread() != nullptr && m_kx.getDataByRC(row, col) == nullptr)
         m_kx.spread()->setValue(row, col, 0);
-    m_editor.noteSent(m_shell.writeBlock(*block, readBack));
+    m_session.noteSent(m_shell.writeBlock(*block, readBack));
 }
 
 void CellClicks::openSelect(int col, int row)
 {
     clsData* item = m_kx.getDataByRC(row, col);
-    if (item == nullptr || !item->checkMulti() || !m_editor.isOpen(*item) || m_shell.isBusy() || !isUpToDate())
+    if (item == nullptr || !item->checkMulti() || !m_session.isOpen(*item) || m_shell.isBusy() || !isUpToDate())
         return;
-    const CellEditor::Action action(m_editor);
+    const EditSession::Action action(m_session);
     if (item->doMultiSelect()) {
-        m_editor.logItem(*item, QStringLiteral("MultiSelectOpen"));
+        m_session.logItem(*item, QStringLiteral("MultiSelectOpen"));
         m_shell.openMultiSelect(*item, item->Section());
     } else if (item->doInputSelect()) {
         openInput(*item);
@@ -120,13 +120,13 @@ void CellClicks::openSelect(int col, int row)
 
 void CellClicks::openInput(clsData& item)
 {
-    const clsData* unit = m_kx.getDataByTag(kUnitTag);
+    const clsData* unit = m_kx.getDataByTag(tags::kUnit);
     const QString value = unit == nullptr ? QStringLiteral("0") : unit->Data();
     const bool isCelsius = compareNumbers(value, QStringLiteral("="), QStringLiteral("0"));
     if (!isCelsius && !compareNumbers(value, QStringLiteral("="), QStringLiteral("1")))
         return;
     if (!confirm(m_kx.library().context().settings.get().m_bViewInputConf))
         return;
-    m_editor.logItem(item, isCelsius ? QStringLiteral("InputSelectCOpen") : QStringLiteral("InputSelectKOpen"));
+    m_session.logItem(item, isCelsius ? QStringLiteral("InputSelectCOpen") : QStringLiteral("InputSelectKOpen"));
     m_shell.openMultiSelect(item, isCelsius ? item.ICSection() : item.IKSection());
 }

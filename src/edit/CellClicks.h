@@ -2,16 +2,16 @@
 
 #include "CellEditorShell.h"
 
-class CellEditor;
+class EditSession;
 class Interlocks;
 class clsKX;
 
-// Buttons and double clicks of the grid: switches bits, has blocks written, opens the selection tables. Part of the
-// cell editor, which owns it.
+// Buttons and double clicks of the grid: switches bits, has blocks written, opens the selection tables. What it is
+// given is kept; the cell editor owns it.
 class CellClicks
 {
 public:
-    CellClicks(CellEditor& editor, Interlocks& interlocks, CellEditorShell& shell);
+    CellClicks(EditSession& session, Interlocks& interlocks, CellEditorShell& shell);
 
     void clickCell(int col, int row);
     void openSelect(int col, int row);
@@ -27,7 +27,7 @@ private:
     void openInput(clsData& item);
     QString translated(const char* text) const;
 
-    CellEditor& m_editor;
+    EditSession& m_session;
     Interlocks& m_interlocks;
     CellEditorShell& m_shell;
     clsKX& m_kx;

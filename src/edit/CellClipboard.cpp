@@ -79,7 +79,8 @@ int CellClipboard::paste(const CellRange& range, const QString& text)
 QVector<CellClipboard::Entry> CellClipboard::takeSettings(QVector<Entry>& list) const
 {
     const QVector<Entry> all = std::exchange(list, {});
-    std::vector<const clsData*> items;
+    std::vector<const ItemData*> items;
+    items.reserve(static_cast<size_t>(all.size()));
     for (const Entry& entry : all)
         items.push_back(m_editor.model().getDataByRC(entry.row, entry.col));
     QVector<Entry> settings;

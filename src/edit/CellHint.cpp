@@ -1,6 +1,6 @@
 #include "CellHint.h"
 
-#include "LimitCheck.h"
+#include "LockRules.h"
 #include "clsKX.h"
 
 namespace {
@@ -10,28 +10,25 @@ QString nameOf(const clsData& item, const TranslateText& tran)
     return item.DataName().isEmpty() ? item.Key() : tran(item.DataName());
 }
 
-QString limitsOf(const clsData& item, const clsKX& kx, const TranslateText& tran)
+QString lockText(LockReason reason, const TranslateText& tran)
 {
-    return LimitCheck::of(item, kx).text(u' ' + nameOf(item, tran) + u' ');
-}
-
-// The input range, the alarm type and the family lock parameters that have no meaning with them.
-QString lockReason(const clsData& item, const TranslateText& tran)
-{
-    const QString tag = item.Key();
-    if (tag == u"VQLIL" || tag == u"VQLIH" || tag == u"SVDOT")
+    switch (reason) {
+    case LockReason::FixedByRange:
         return tran(QStringLiteral("%1: locked, the input range fixes it"));
-    if (tag == u"SWQCF")
+    case LockReason::NoUnit:
         return tran(QStringLiteral("%1: locked, a voltage or current input has no temperature unit"));
+    case LockReason::NotUsedByAlarm:
+        break;
+    }
     return tran(QStringLiteral("%1: locked, the alarm type does not use it"));
 }
 
-QString meaningOf(const clsData& item, const clsKX& kx, const TranslateText& tran)
+QString meaningOf(const clsData& item, const TranslateText& tran)
 {
     const QString choices = tran(QStringLiteral("%1: %2"));
     switch (item.MType()) {
     case ItemType::Data:
-        return item.showsStoredText() ? nameOf(item, tran) : limitsOf(item, kx, tran);
+        return item.showsStoredText() ? nameOf(item, tran) : item.limits().text(u' ' + nameOf(item, tran) + u' ');
     case ItemType::Combo:
         return choices.arg(nameOf(item, tran), item.ComboString().split(u'\t').join(QStringLiteral(" / ")));
     case ItemType::Bit:
@@ -56,6 +53,6 @@ QString cellHint(const clsKX& kx, int col, int row, const TranslateText& tran)
     if (cell.readOnly || item->MType() == ItemType::String)
         return tran(QStringLiteral("%1: shown only, cannot be changed")).arg(nameOf(*item, tran));
     if (cell.locked)
-        return lockReason(*item, tran).arg(nameOf(*item, tran));
-    return meaningOf(*item, kx, tran);
+        return lockText(LockRules::reasonOf(*item), tran).arg(nameOf(*item, tran));
+    return meaningOf(*item, tran);
 }

@@ -1,10 +1,7 @@
 #include "EntryCheck.h"
 
-#include "CellEditor.h"
-#include "GridRefresh.h"
+#include "EditSession.h"
 #include "Interlocks.h"
-#include "ItemLimits.h"
-#include "LimitCheck.h"
 #include "MessagePresenter.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
@@ -15,8 +12,8 @@ const QString kTitle = QStringLiteral("KX");
 
 } // namespace
 
-EntryCheck::EntryCheck(CellEditor& editor, Interlocks& interlocks)
-    : m_editor(editor), m_interlocks(interlocks), m_kx(editor.model())
+EntryCheck::EntryCheck(EditSession& session, Interlocks& interlocks)
+    : m_session(session), m_interlocks(interlocks), m_kx(session.model())
 {}
 
 // The check of an item that is being checked already would never end: two items share a cell, or one sets the other.
@@ -37,7 +34,7 @@ bool EntryCheck::check(clsData& item, bool bCascade, const QString& entered)
 
 bool EntryCheck::checkOnce(clsData& item, bool bCascade, const QString& entered)
 {
-    m_editor.logItem(item, QStringLiteral("Change"));
+    m_session.logItem(item, QStringLiteral("Change"));
     if (item.MType() == ItemType::Data)
         return checkNumber(item, bCascade, entered);
     if (item.MType() == ItemType::Combo && !m_dropped)
@@ -47,15 +44,11 @@ bool EntryCheck::checkOnce(clsData& item, bool bCascade, const QString& entered)
 
 bool EntryCheck::checkNumber(clsData& item, bool bCascade, const QString& entered)
 {
-    const TranslateText tran = m_kx.library().translation();
-    const LimitCheck limits = LimitCheck::of(item, m_kx, m_limitsGiven.contains(&item));
-    // What the controller rounds must not end outside either, or on the other input limit.
-    const QString held = item.displayOf(item.storedOf(entered));
-    const bool inside = limits.allows(entered) && limits.allows(held);
-    if (!inside || isEquivalent(item, held)) {
-        m_editor.tell(inside ? tran(QStringLiteral("It cannot set equivalent.")) : limits.refusal(item, tran),
-                      MessageStyle::kInformation, kTitle);
-        GridRefresh(m_kx).show(item);
+    const LimitRange limits = m_session.hasGivenLimits(item) ? item.givenLimits() : item.limits();
+    const EntryRefusal refusal = item.refusalOf(entered, limits);
+    if (refusal != EntryRefusal::None) {
+        report(item, refusal, limits);
+        m_kx.showItem(item);
         return false;
     }
     item.setVData(entered);
@@ -64,14 +57,17 @@ bool EntryCheck::checkNumber(clsData& item, bool bCascade, const QString& entere
     return true;
 }
 
-// A voltage or current input without a span could not be scaled.
-bool EntryCheck::isEquivalent(const clsData& item, const QString& entered) const
+void EntryCheck::report(const clsData& item, EntryRefusal refusal, const LimitRange& limits)
 {
-    const bool isLower = item.Key() == u"VQLIL";
-    if ((!isLower && item.Key() != u"VQLIH") || !m_kx.hasVoltageRange())
-        return false;
-    const clsData* other = m_kx.getDataByTag(isLower ? QStringLiteral("VQLIH") : QStringLiteral("VQLIL"));
-    return other != nullptr && compareNumbers(entered, QStringLiteral("="), other->VData());
+    const TranslateText tran = m_kx.library().translation();
+    const QString title = item.DataName().isEmpty()
+                              ? u' ' + tran(QStringLiteral("InputRange")) + u' '
+                              : QStringLiteral(" ( ") + tran(item.DataName()) + QStringLiteral(" ) ");
+    const QString text = refusal == EntryRefusal::EqualInputLimits
+                             ? tran(QStringLiteral("It cannot set equivalent."))
+                             : tran(QStringLiteral("It is outside the setting range.")) + QStringLiteral("[ ") +
+                                   limits.text(title) + QStringLiteral(" ]");
+    m_session.tell(text, MessageStyle::kInformation, kTitle);
 }
 
 // The choice that the cell shows; the item's own where the cell shows what the item says, or nothing of the list.
@@ -84,11 +80,11 @@ int EntryCheck::shownChoice(const clsData& item) const
 
 void EntryCheck::choose(clsData& item, int choice)
 {
-    m_editor.logItem(item, QStringLiteral("Change"));
+    m_session.logItem(item, QStringLiteral("Change"));
     item.setComboIdx(choice);
     m_kx.refreshCell(item);
     m_interlocks.afterChoice(item);
-    m_editor.logItem(item, QStringLiteral("Changed"));
+    m_session.logItem(item, QStringLiteral("Changed"));
 }
 
 QString EntryCheck::shownText(const clsData& item) const

@@ -1,28 +1,26 @@
 #pragma once
 
-#include <QSet>
+#include "ItemLimits.h"
+
 #include <QString>
 #include <QVector>
 
-class CellEditor;
+class EditSession;
 class Interlocks;
 class clsData;
 class clsKX;
 
 // One entry: the value is held against the limits, taken or put back, marked, logged, and the interlocks follow, which
-// come back here for what they set. Part of the cell editor, which owns it.
+// come back here for what they set. What it is given is kept; the cell editor owns it.
 class EntryCheck
 {
 public:
-    EntryCheck(CellEditor& editor, Interlocks& interlocks);
+    EntryCheck(EditSession& session, Interlocks& interlocks);
 
-    void start() { m_limitsGiven.clear(); } // before each entry of a person
     // False: refused; the cell shows the value before.
     bool check(clsData& item, bool bCascade, const QString& entered);
     void choose(clsData& item, int choice); // of a combo box, 0-based
 
-    // An interlock has given the item limits of its own: they count until the entry is done.
-    void noteLimits(const clsData& item) { m_limitsGiven.insert(&item); }
     void setComboDropped(bool dropped) { m_dropped = dropped; }
     bool isComboDropped() const { return m_dropped; }
 
@@ -32,12 +30,11 @@ public:
 private:
     bool checkOnce(clsData& item, bool bCascade, const QString& entered);
     bool checkNumber(clsData& item, bool bCascade, const QString& entered);
-    bool isEquivalent(const clsData& item, const QString& entered) const;
+    void report(const clsData& item, EntryRefusal refusal, const LimitRange& limits);
 
-    CellEditor& m_editor;
+    EditSession& m_session;
     Interlocks& m_interlocks;
     clsKX& m_kx;
     bool m_dropped = false;
     QVector<const clsData*> m_checking; // the cascade, outermost first
-    QSet<const clsData*> m_limitsGiven;
 };

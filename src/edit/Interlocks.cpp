@@ -1,17 +1,11 @@
 #include "Interlocks.h"
 
-#include "ItemLimits.h"
+#include "Comparison.h"
+#include "Tags.h"
 #include "clsKX.h"
-#include "clsLibrary.h"
 
 namespace {
 
-const QString kInputUpper = QStringLiteral("VQLIH");
-const QString kInputLower = QStringLiteral("VQLIL");
-const QString kSetLower = QStringLiteral("VQSVL");
-const QString kSetUpper = QStringLiteral("VQSVH");
-const QString kBand = QStringLiteral("VQP1");
-const QString kGap = QStringLiteral("VQODB");
 const QString kZero = QStringLiteral("0");
 const QString kLess = QStringLiteral("<");
 const QString kGreater = QStringLiteral(">");
@@ -31,56 +25,58 @@ bool isZero(const QString& text)
 void Interlocks::afterNumber(const clsData& item, bool bCascade)
 {
     const QString tag = item.Key();
-    if (tag == u"VQLIZS")
-        m_target.setVData(kInputUpper, item.VData(), true);
-    else if (tag == u"VQLIZL")
-        m_target.setVData(kInputLower, item.VData(), true);
-    else if (tag == kInputLower || tag == kInputUpper)
+    if (tag == tags::kInputUpperEntry)
+        m_target.setVData(tags::kInputUpper, item.VData(), true);
+    else if (tag == tags::kInputLowerEntry)
+        m_target.setVData(tags::kInputLower, item.VData(), true);
+    else if (tags::isInputLimit(tag))
         moveSetValueLimits(item);
-    else if (tag == kSetLower && bCascade)
+    else if (tag == tags::kSetLower && bCascade)
         keepSetValues(item.VData(), true);
-    else if (tag == kSetUpper && bCascade)
+    else if (tag == tags::kSetUpper && bCascade)
         keepSetValues(item.VData(), false);
-    else if (tag == kBand)
+    else if (tag == tags::kBand)
         limitGap(item);
-    else if (tag == u"PIDONOF")
+    else if (tag == tags::kControlAction)
         switchBand(item);
-    else if (tag == u"SVDOT")
+    else if (tag == tags::kPoint)
         m_target.redrawAll();
 }
 
 // The set values may be given between the input limits, whichever of the two is the larger one.
 void Interlocks::moveSetValueLimits(const clsData& changed)
 {
-    const QString lower = display(kInputLower);
-    const QString upper = display(kInputUpper);
+    const QString lower = display(tags::kInputLower);
+    const QString upper = display(tags::kInputUpper);
     const bool reversed = compareNumbers(upper, kLess, lower);
     swapSetValueLimits(reversed);
     if (lower.isEmpty() || upper.isEmpty())
         return;
     const QString smaller = reversed ? upper : lower;
     const QString larger = reversed ? lower : upper;
-    const bool lowerChanged = changed.Key() == kInputLower;
+    const bool lowerChanged = changed.Key() == tags::kInputLower;
     if (lowerChanged) {
-        m_target.setVData(kSetUpper, larger, false);
-        m_target.setVData(kSetLower, smaller, true);
+        m_target.setVData(tags::kSetUpper, larger, false);
+        m_target.setVData(tags::kSetLower, smaller, true);
     } else {
-        m_target.setVData(kSetLower, smaller, false);
-        m_target.setVData(kSetUpper, larger, true);
+        m_target.setVData(tags::kSetLower, smaller, false);
+        m_target.setVData(tags::kSetUpper, larger, true);
     }
 }
 
 void Interlocks::swapSetValueLimits(bool reversed)
 {
-    m_target.setLimits(kSetLower, reference(reversed ? kInputUpper : kInputLower), reference(kSetUpper));
-    m_target.setLimits(kSetUpper, reference(kSetLower), reference(reversed ? kInputLower : kInputUpper));
+    m_target.setLimits(tags::kSetLower, reference(reversed ? tags::kInputUpper : tags::kInputLower),
+                       reference(tags::kSetUpper));
+    m_target.setLimits(tags::kSetUpper, reference(tags::kSetLower),
+                       reference(reversed ? tags::kInputLower : tags::kInputUpper));
 }
 
 // Moves the set values to the limit that has changed, then back from the one that has not.
 void Interlocks::keepSetValues(const QString& bound, bool isLower)
 {
-    const QString other = display(isLower ? kSetUpper : kSetLower);
-    for (const QString& tag : {QStringLiteral("VQSV1"), QStringLiteral("VQSV2")}) {
+    const QString other = display(isLower ? tags::kSetUpper : tags::kSetLower);
+    for (const QString& tag : {tags::kSetValue1, tags::kSetValue2}) {
         move(tag, isLower ? kLess : kGreater, bound);
         move(tag, isLower ? kGreater : kLess, other);
     }
@@ -96,9 +92,9 @@ void Interlocks::move(const QString& tag, const QString& sign, const QString& bo
 void Interlocks::limitGap(const clsData& band)
 {
     const bool switches = isZero(band.VData());
-    m_target.setLimits(kGap, switches ? QStringLiteral("0.1") : kZero, QStringLiteral("9.9"));
-    if (switches && isZero(display(kGap)))
-        m_target.setVData(kGap, QStringLiteral("0.5"), true);
+    m_target.setLimits(tags::kGap, switches ? QStringLiteral("0.1") : kZero, QStringLiteral("9.9"));
+    if (switches && isZero(display(tags::kGap)))
+        m_target.setVData(tags::kGap, QStringLiteral("0.5"), true);
 }
 
 void Interlocks::switchBand(const clsData& action)
@@ -109,15 +105,15 @@ void Interlocks::switchBand(const clsData& action)
 
 void Interlocks::afterChoice(const clsData& item)
 {
-    if (item.Key() == u"SWQCF")
+    if (item.Key() == tags::kUnit)
         switchUnit(item);
-    else if (item.Key() == u"PIDONOF")
+    else if (item.Key() == tags::kControlAction)
         chooseAction(item);
 }
 
 void Interlocks::switchUnit(const clsData& item)
 {
-    m_kx.setUnitSwitch(m_kx.library().toLong(item.Data(), 0));
+    m_kx.followUnit(item);
     m_target.redrawAll();
 }
 
@@ -134,16 +130,16 @@ void Interlocks::chooseActionKX9(bool isPid)
 {
     setBand(isPid, isPid ? QStringLiteral("3.0") : kZero);
     if (isPid) {
-        m_target.setVData(QStringLiteral("VQI1"), QStringLiteral("120"), true);
-        m_target.setVData(QStringLiteral("VQD1"), QStringLiteral("20"), true);
+        m_target.setVData(tags::kIntegral, QStringLiteral("120"), true);
+        m_target.setVData(tags::kDerivative, QStringLiteral("20"), true);
     }
-    m_target.setVData(kGap, isPid ? QStringLiteral("0.1") : QStringLiteral("0.5"), true);
+    m_target.setVData(tags::kGap, isPid ? QStringLiteral("0.1") : QStringLiteral("0.5"), true);
 }
 
 void Interlocks::setBand(bool isPid, const QString& value)
 {
-    m_target.setLimits(kBand, isPid ? QStringLiteral("0.1") : kZero, isPid ? QStringLiteral("999.9") : kZero);
-    m_target.setVData(kBand, value, true);
+    m_target.setLimits(tags::kBand, isPid ? QStringLiteral("0.1") : kZero, isPid ? QStringLiteral("999.9") : kZero);
+    m_target.setVData(tags::kBand, value, true);
 }
 
 QString Interlocks::display(const QString& tag) const

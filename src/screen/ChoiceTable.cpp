@@ -1,6 +1,6 @@
 #include "ChoiceTable.h"
 
-#include "Numbers.h"
+#include "Comparison.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
 
@@ -77,12 +77,8 @@ std::vector<EntrySetting> ChoiceTable::Entry::settingsFor(const QString& itemTag
 
 QString ChoiceTable::nameOf(const QString& storedValue) const
 {
-    const auto wanted = platform::parseDouble(storedValue);
-    if (!wanted)
-        return {};
     for (const Entry& entry : m_entries) {
-        const auto candidate = platform::parseDouble(entry.data.value(1));
-        if (candidate && *candidate == *wanted)
+        if (isSameNumber(entry.data.value(kIdentifying), storedValue))
             return entry.names.value(0);
     }
     return {};

@@ -1,6 +1,7 @@
 #include "EntryOrder.h"
 
-#include "clsData.h"
+#include "ItemData.h"
+#include "Tags.h"
 
 #include <algorithm>
 #include <numeric>
@@ -9,16 +10,16 @@ namespace {
 
 enum Rank { kUnit, kRange, kPoint, kAlarmType, kTable, kRest };
 
-Rank rankOf(const clsData* item)
+Rank rankOf(const ItemData* item)
 {
     const QString tag = item == nullptr ? QString() : item->Key();
-    if (tag == u"SWQCF")
+    if (tag == tags::kUnit)
         return kUnit;
-    if (tag == u"PQRNO")
+    if (tag == tags::kInputRange)
         return kRange;
-    if (tag == u"SVDOT")
+    if (tag == tags::kPoint)
         return kPoint;
-    if (tag.startsWith(u"PQKAL"))
+    if (tag.startsWith(tags::kAlarmTypes))
         return kAlarmType;
     const bool isTable = item != nullptr && (item->MType() == ItemType::Multi || item->MType() == ItemType::Input);
     return isTable ? kTable : kRest;
@@ -26,7 +27,7 @@ Rank rankOf(const clsData* item)
 
 } // namespace
 
-std::vector<std::size_t> entryOrder(const std::vector<const clsData*>& items)
+std::vector<std::size_t> entryOrder(const std::vector<const ItemData*>& items)
 {
     std::vector<Rank> ranks(items.size());
     std::transform(items.begin(), items.end(), ranks.begin(), rankOf);
@@ -37,7 +38,7 @@ std::vector<std::size_t> entryOrder(const std::vector<const clsData*>& items)
     return order;
 }
 
-bool decidesOthers(const clsData& item)
+bool decidesOthers(const ItemData& item)
 {
     return rankOf(&item) <= kAlarmType;
 }

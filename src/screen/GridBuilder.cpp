@@ -2,10 +2,13 @@
 
 #include "DefinitionFault.h"
 #include "FontSize.h"
+#include "ModelData.h"
 #include "Numbers.h"
 #include "OptionExpression.h"
-#include "clsKX.h"
+#include "WrittenItems.h"
 #include "clsLibrary.h"
+
+#include <utility>
 
 using platform::Cell;
 using platform::CellRange;
@@ -29,8 +32,9 @@ QString unscaled(const clsLibrary& library, const clsData& item)
 
 } // namespace
 
-GridBuilder::GridBuilder(clsKX& owner, clsINI& screen)
-    : m_owner(owner), m_screen(screen), m_grid(*owner.m_grid), m_library(*owner.m_library)
+GridBuilder::GridBuilder(ModelData& model, platform::GridModel& grid, clsINI& screen, LoadProgress progress)
+    : m_model(model), m_loader(model), m_screen(screen), m_grid(grid), m_library(model.library()),
+      m_progress(std::move(progress))
 {}
 
 clsINI GridBuilder::screenFile(clsLibrary& library, const ModelEntry& entry)
@@ -51,17 +55,19 @@ void GridBuilder::build()
     buildBlocks();
     buildLabels();
     buildItems();
-    if (m_owner.isOffLine())
-        m_owner.fillOffLine();
+}
+
+void GridBuilder::finish()
+{
     fitSizes();
     m_grid.endUpdate();
-    Q_EMIT m_owner.LoadEvent(2, m_owner.settings().dataCount, QString());
+    m_progress(2, m_model.settings.dataCount, QString());
     m_grid.setShown(true);
 }
 
 void GridBuilder::prepareGrid()
 {
-    const ScreenSettings& settings = m_owner.settings();
+    const ScreenSettings& settings = m_model.settings;
     m_grid.setMaxRows(settings.maxRow);
     m_grid.setMaxCols(settings.maxCol);
     Cell plain;
@@ -80,15 +86,15 @@ void GridBuilder::prepareGrid()
 
 void GridBuilder::buildBlocks()
 {
-    const int count = m_owner.settings().blockCount;
-    Q_EMIT m_owner.LoadEvent(0, count, QStringLiteral("loading Block Info."));
+    const int count = m_model.settings.blockCount;
+    m_progress(0, count, QStringLiteral("loading Block Info."));
     for (int n = 1; n <= count; ++n) {
         const QString section = QStringLiteral("BlockInfo%1").arg(n);
         if (isBuilt(section))
             buildBlock(n, section);
-        Q_EMIT m_owner.LoadEvent(1, n, QString());
+        m_progress(1, n, QString());
     }
-    Q_EMIT m_owner.LoadEvent(2, count + 1, QString());
+    m_progress(2, count + 1, QString());
 }
 
 void GridBuilder::buildBlock(int n, const QString& section)
@@ -101,9 +107,9 @@ void GridBuilder::buildBlock(int n, const QString& section)
         m_screen.GetIniData(section, QStringLiteral("CellData"), QStringLiteral("1,1,3,3,True,vbBlack")).split(u',');
     const CellRange range(number(area, 0), number(area, 1), number(area, 2), number(area, 3));
     if (area.size() < 5)
-        m_owner.noteFault(section, QStringLiteral("CellData: %1 of 6 fields").arg(area.size()));
+        m_model.lookup.log.fault(section, QStringLiteral("CellData: %1 of 6 fields").arg(area.size()));
     if (area.size() > 5)
-        m_owner.checkColor(section, area[5]);
+        m_model.lookup.log.checkColor(m_library, section, area[5]);
     if (m_library.toBoolean(area.value(4), false))
         m_grid.addFrame({range, color(area.value(5), QStringLiteral("vbBlack"))});
     int row = range.row;
@@ -122,20 +128,20 @@ void GridBuilder::buildBlock(int n, const QString& section)
         button.align = HAlign::Center;
         m_grid.setCell(row, col, button);
     }
-    m_owner.addBlock(std::move(block), row, col);
+    m_model.add(std::move(block), row, col);
 }
 
 void GridBuilder::buildLabels()
 {
-    const int count = m_owner.settings().stringCount;
-    Q_EMIT m_owner.LoadEvent(0, count, QStringLiteral("loading Label Info."));
+    const int count = m_model.settings.stringCount;
+    m_progress(0, count, QStringLiteral("loading Label Info."));
     for (int n = 1; n <= count; ++n) {
         const QString section = QStringLiteral("Strings%1").arg(n);
         if (isBuilt(section))
             buildLabel(section);
-        Q_EMIT m_owner.LoadEvent(1, n, QString());
+        m_progress(1, n, QString());
     }
-    Q_EMIT m_owner.LoadEvent(2, count + 1, QString());
+    m_progress(2, count + 1, QString());
 }
 
 void GridBuilder::buildLabel(const QString& section)
@@ -148,9 +154,9 @@ void GridBuilder::buildLabel(const QString& section)
     Cell label = m_grid.cell(row, col);
     label.type = CellType::StaticText;
     if (place.size() < 2)
-        m_owner.noteFault(section, QStringLiteral("CellData: %1 of 4 fields").arg(place.size()));
+        m_model.lookup.log.fault(section, QStringLiteral("CellData: %1 of 4 fields").arg(place.size()));
     for (int i = 2; i < 4 && i < place.size(); ++i)
-        m_owner.checkColor(section, place[i]);
+        m_model.lookup.log.checkColor(m_library, section, place[i]);
     if (place.size() > 2)
         label.backColor = color(place[2], QStringLiteral("vbWindowBackground"));
     if (place.size() > 3)
@@ -158,7 +164,7 @@ void GridBuilder::buildLabel(const QString& section)
     if (place.size() > 4)
         label.align = alignOf(number(place, 4));
     label.text = m_library.tranStr(m_screen.GetIniData(section, QStringLiteral("Caption"), QString()));
-    const double defaultSize = m_owner.settings().fontSize;
+    const double defaultSize = m_model.settings.fontSize;
     const QString size =
         m_screen.GetIniData(section, QStringLiteral("FontSize"), platform::doubleText(defaultSize), true);
     label.font.pointSize = platform::boundedFontSize(m_library.toDouble(size, defaultSize), defaultSize);
@@ -169,27 +175,26 @@ void GridBuilder::buildLabel(const QString& section)
 
 void GridBuilder::buildItems()
 {
-    const int count = m_owner.settings().dataCount;
-    Q_EMIT m_owner.LoadEvent(0, count, QStringLiteral("loading Data Info."));
-    m_owner.m_tags.assign(static_cast<size_t>(count) + 1, QString());
+    const int count = m_model.settings.dataCount;
+    m_progress(0, count, QStringLiteral("loading Data Info."));
     for (int n = 1; n <= count; ++n) {
         buildItem(n, QStringLiteral("Datas%1").arg(n));
-        Q_EMIT m_owner.LoadEvent(1, n, QString());
+        m_progress(1, n, QString());
     }
     // The image that an item is written through may belong to an item further down.
-    for (const auto* items : {&m_owner.items(), &m_owner.duplicates()}) {
+    for (const auto* items : {&m_model.items, &m_model.duplicates}) {
         for (const auto& item : *items)
             markReadOnly(*item);
     }
-    Q_EMIT m_owner.LoadEvent(2, count + 1, QString());
+    m_progress(2, count + 1, QString());
 }
 
 void GridBuilder::markReadOnly(const clsData& item)
 {
-    if (!item.Visible() || m_owner.getDataByRC(item.Row(), item.Col()) != &item)
+    if (!item.Visible() || m_model.itemAt(item.Row(), item.Col()) != &item)
         return;
     Cell cell = m_grid.cell(item.Row(), item.Col());
-    cell.readOnly = !m_owner.isWritable(item);
+    cell.readOnly = !isWritten(m_model, item);
     m_grid.setCell(item.Row(), item.Col(), cell);
 }
 
@@ -198,12 +203,13 @@ void GridBuilder::buildItem(int n, const QString& section)
     QString option;
     if (!isBuilt(section, &option))
         return;
-    auto item = std::make_unique<clsData>();
-    item->Logs(m_owner.m_errorLog, m_owner.m_traceLog);
-    item->load(m_screen, n, &m_owner, &m_library, option.trimmed() != u"USE");
-    const clsData* added = m_owner.addItem(std::move(item), n);
-    if (added->Visible())
-        layItem(*added);
+    auto item = std::make_unique<clsData>(m_model.lookup);
+    item->load(m_screen, n, &m_library, option.trimmed() != u"USE");
+    if (item->lacksTables())
+        m_model.lookup.log.missingTables(m_library);
+    const clsData& added = m_loader.add(std::move(item), m_grid.maxRows(), m_grid.maxCols());
+    if (added.Visible())
+        layItem(added);
 }
 
 void GridBuilder::layItem(const clsData& item)
@@ -250,7 +256,7 @@ bool GridBuilder::isBuilt(const QString& section, QString* option)
     const QString expression = m_screen.GetIniData(section, QStringLiteral("Option"), QString());
     if (option != nullptr)
         *option = expression;
-    return isOptionOn(expression, m_library.toBoolean(visible, true), m_owner.modelString());
+    return isOptionOn(expression, m_library.toBoolean(visible, true), m_model.lookup.modelString);
 }
 
 platform::ColorRef GridBuilder::color(const QString& name, const QString& fallbackName) const

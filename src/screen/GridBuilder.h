@@ -1,28 +1,34 @@
 #pragma once
 
 #include "GridModel.h"
+#include "ModelLoader.h"
 #include "clsINI.h"
 
 #include <QString>
 #include <QStringList>
 
-class clsBlock;
+#include <functional>
+
 class clsData;
-class clsKX;
 class clsLibrary;
+struct ModelData;
 struct ModelEntry;
 
-// Lays a screen file into the grid: cells, column widths, blocks, labels, data items, and raises the progress events.
-// Lives for one load.
+// mode 0: a phase starts, number is its total and text names it; 1: step number done; 2: the phase ended.
+using LoadProgress = std::function<void(int mode, int number, const QString& text)>;
+
+// Lays a screen file into the grid: cells, column widths, blocks, labels, data items, which become those of the model.
+// build, then finish when the items hold what is to be shown. Lives for one load; all that it is given is kept.
 class GridBuilder
 {
 public:
-    GridBuilder(clsKX& owner, clsINI& screen);
+    GridBuilder(ModelData& model, platform::GridModel& grid, clsINI& screen, LoadProgress progress);
 
     // The screen file of a model in the definition folder.
     static clsINI screenFile(clsLibrary& library, const ModelEntry& entry);
 
-    void build();
+    void build();  // the grid is hidden until finish, unless the settings show it
+    void finish(); // widths, heights, the last progress event
 
 private:
     void prepareGrid();
@@ -39,8 +45,10 @@ private:
     platform::ColorRef color(const QString& name, const QString& fallbackName) const;
     int number(const QStringList& fields, int index) const;
 
-    clsKX& m_owner;
+    ModelData& m_model;
+    ModelLoader m_loader;
     clsINI& m_screen;
     platform::GridModel& m_grid;
     clsLibrary& m_library;
+    LoadProgress m_progress;
 };

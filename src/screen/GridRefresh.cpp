@@ -2,9 +2,11 @@
 
 #include "EntryOrder.h"
 #include "HeldValue.h"
-#include "ItemLimits.h"
+#include "ItemValue.h"
 #include "LockRules.h"
-#include "clsKX.h"
+#include "ModelData.h"
+#include "Tags.h"
+#include "WrittenItems.h"
 #include "clsLibrary.h"
 
 #include <QStringList>
@@ -16,15 +18,14 @@ namespace {
 constexpr platform::ColorRef kGray = 0x808080;
 constexpr platform::ColorRef kRefusedColor = 0x0000FF; // red, in the order blue, green, red
 const QString kRefusedTip = QStringLiteral("Outside its limits or no choice: it is not sent until it is corrected");
-const QString kUnitSwitchTag = QStringLiteral("SWQCF");
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
 
 // Choices whose names are words: shown in the user's language, in a column that grows with them.
 bool isNamedChoice(const QString& tag)
 {
-    static const QStringList tags{QStringLiteral("PQKAL1"), QStringLiteral("PQKAL2"), QStringLiteral("PQKAL3"),
-                                  QStringLiteral("PQRNO"), QStringLiteral("FQDI")};
-    return tags.contains(tag);
+    static const QStringList named{tags::alarmType(1), tags::alarmType(2), tags::alarmType(3), tags::kInputRange,
+                                   tags::kDigitalInput};
+    return named.contains(tag);
 }
 
 } // namespace
@@ -33,10 +34,11 @@ void GridRefresh::takeFromImages(const std::vector<clsBlock*>* blocks)
 {
     std::vector<clsData*> items;
     std::vector<int> marks;
-    for (const auto& item : m_owner.items())
+    marks.reserve(m_model.items.size());
+    for (const auto& item : m_model.items)
         marks.push_back(item->Edit);
     if (blocks == nullptr) {
-        for (const auto& item : m_owner.items())
+        for (const auto& item : m_model.items)
             items.push_back(item.get());
     } else {
         for (const clsBlock* block : *blocks)
@@ -46,7 +48,7 @@ void GridRefresh::takeFromImages(const std::vector<clsBlock*>* blocks)
     for (const size_t place : entryOrder({items.begin(), items.end()}))
         take(*items[place]);
     for (size_t i = 0; i < marks.size(); ++i)
-        dropMark(*m_owner.items()[i], blocks == nullptr, marks[i]);
+        dropMark(*m_model.items[i], blocks == nullptr, marks[i]);
 }
 
 // What a choice that was read sets besides is no edit, and no edit outlives a read of everything.
@@ -58,19 +60,18 @@ void GridRefresh::dropMark(clsData& item, bool isWhole, int before)
 
 void GridRefresh::take(clsData& item)
 {
-    clsKXAdr* image = m_owner.ColAdr().find(item.RSection());
-    if (image == nullptr || image->isCommandsOnly())
+    if (!isRead(m_model, item))
         return;
-    const auto value = m_owner.isOffLine() ? offLineValue(item, *image) : heldValue(item, *image);
+    const clsKXAdr& image = *m_model.images.find(item.RSection());
+    const auto value = m_model.isOffLine() ? offLineValue(item, image) : heldValue(item, image);
     item.setKnown(value.has_value());
     item.Edit = value ? EditState::kRead : EditState::kUntouched;
     if (!value)
         return;
     item.setData(*value);
-    if (m_owner.isOffLine())
+    if (m_model.isOffLine())
         item.setHoldsDefault();
-    if (item.Key() == kUnitSwitchTag)
-        m_owner.setUnitSwitch(m_owner.library().toLong(item.Data(), 0));
+    followUnit(item, m_model.lookup);
 }
 
 // The only text of a controller is its model string, and off-line that is the one that was chosen.
@@ -79,44 +80,42 @@ std::optional<QString> GridRefresh::offLineValue(const clsData& item, const clsK
     if (!heldValue(item, image))
         return std::nullopt;
     const bool isText = item.DataLen() >= 4 && item.MType() != ItemType::Data;
-    return isText ? m_owner.modelString() : item.DefData();
+    return isText ? m_model.lookup.modelString : item.DefData();
 }
 
 void GridRefresh::showAll()
 {
-    platform::GridModel* grid = m_owner.spread();
-    if (grid == nullptr)
+    if (m_grid == nullptr)
         return;
-    grid->beginUpdate();
-    const LockRules rules(m_owner);
-    grid->setGrayColor(kGray);
-    for (const auto& item : m_owner.items()) {
+    m_grid->beginUpdate();
+    const LockRules rules(m_model.lookup);
+    m_grid->setGrayColor(kGray);
+    for (const auto& item : m_model.items) {
         if (item->Visible())
             show(*item, rules.lockOf(*item));
     }
-    grid->endUpdate();
+    m_grid->endUpdate();
 }
 
 void GridRefresh::show(const clsData& item, std::optional<bool> locked)
 {
-    platform::GridModel* grid = m_owner.spread();
-    if (grid == nullptr)
+    if (m_grid == nullptr)
         return;
-    platform::Cell cell = grid->cell(item.Row(), item.Col());
+    platform::Cell cell = m_grid->cell(item.Row(), item.Col());
     cell.font.bold = item.SprFontBold();
     cell.foreColor = item.SprForeColor();
     cell.text = item.isKnown() ? textOf(item) : QString();
-    cell.toolTip = item.isKnown() ? QString() : m_owner.library().tranStr(kUnknownTip);
-    if (item.isKnown() && item.Edit == EditState::kChanged && !item.isReadOnly() && !isAllowed(item)) {
+    cell.toolTip = item.isKnown() ? QString() : m_model.library().tranStr(kUnknownTip);
+    if (item.isKnown() && item.Edit == EditState::kChanged && !item.isReadOnly() && !item.isAllowed()) {
         cell.foreColor = kRefusedColor;
-        cell.toolTip = m_owner.library().tranStr(kRefusedTip);
+        cell.toolTip = m_model.library().tranStr(kRefusedTip);
     }
     cell.locked = locked.value_or(cell.locked);
     if (item.MType() == ItemType::Bit)
-        cell.value = m_owner.library().toLong(item.Data(), 0);
+        cell.value = m_model.library().toLong(item.Data(), 0);
     if (cell.locked && cell.type == platform::CellType::Button)
         cell.foreColor = kGray;
-    grid->setCell(item.Row(), item.Col(), cell);
+    m_grid->setCell(item.Row(), item.Col(), cell);
     if (isNamedChoice(item.Key()))
         widen(item);
 }
@@ -124,15 +123,14 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
 QString GridRefresh::textOf(const clsData& item) const
 {
     const bool isTranslated = item.MType() == ItemType::Bit || isNamedChoice(item.Key());
-    return isTranslated ? m_owner.library().tranStr(item.VData()) : item.VData();
+    return isTranslated ? m_model.library().tranStr(item.VData()) : item.VData();
 }
 
 void GridRefresh::widen(const clsData& item)
 {
-    if (m_owner.library().context().settings.get().m_bAdjustDesign)
+    if (m_model.library().context().settings.get().m_bAdjustDesign)
         return;
-    platform::GridModel* grid = m_owner.spread();
-    const double needed = grid->maxTextColWidth(item.Col());
-    if (needed > grid->colWidth(item.Col()))
-        grid->setColWidth(item.Col(), needed);
+    const double needed = m_grid->maxTextColWidth(item.Col());
+    if (needed > m_grid->colWidth(item.Col()))
+        m_grid->setColWidth(item.Col(), needed);
 }

@@ -1,19 +1,22 @@
 #pragma once
 
+#include "GridModel.h"
+
 #include <QString>
 #include <optional>
 #include <vector>
 
 class clsBlock;
 class clsData;
-class clsKX;
 class clsKXAdr;
+struct ModelData;
 
-// Takes stored values from the memory images into the items, and shows the items in the grid.
+// Takes stored values from the memory images into the items, and shows the items in the grid. Model and grid are kept;
+// without a grid (null) nothing is shown.
 class GridRefresh
 {
 public:
-    explicit GridRefresh(clsKX& owner) : m_owner(owner) {}
+    GridRefresh(ModelData& model, platform::GridModel* grid) : m_model(model), m_grid(grid) {}
 
     // blocks: whose members take their values; null for all items. An item whose image holds no data from the
     // controller becomes unknown and is shown empty.
@@ -31,5 +34,6 @@ private:
     QString textOf(const clsData& item) const;
     void widen(const clsData& item);
 
-    clsKX& m_owner;
+    ModelData& m_model;
+    platform::GridModel* m_grid;
 };

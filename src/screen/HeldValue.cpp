@@ -1,7 +1,8 @@
 #include "HeldValue.h"
 
+#include "ModelData.h"
 #include "Numbers.h"
-#include "clsKX.h"
+#include "ParameterSet.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +11,7 @@ namespace {
 
 // Whether the reply holds a value of this item: length 3 has no meaning, a text begins with the image and may be
 // longer, and a register has no single bits.
-bool isSent(const clsData& item, const clsKXAdr& image)
+bool isSent(const ItemData& item, const clsKXAdr& image)
 {
     const bool isText = item.DataLen() >= 4 && item.MType() != ItemType::Data;
     if (item.DataLen() < 1 || item.DataLen() == 3)
@@ -20,13 +21,13 @@ bool isSent(const clsData& item, const clsKXAdr& image)
     return isText ? image.imageSize() > 0 : image.holds(item.Address(), std::min(item.DataLen(), 4));
 }
 
-QString byteText(const clsData& item, const clsKXAdr& image)
+QString byteText(const ItemData& item, const clsKXAdr& image)
 {
     return QString::number(item.MType() == ItemType::Bit ? image.getBit(item.Address(), item.BitMask(), 0)
                                                          : image.getByte(item.Address()));
 }
 
-std::optional<QString> longText(const clsData& item, const clsKXAdr& image)
+std::optional<QString> longText(const ItemData& item, const clsKXAdr& image)
 {
     if (item.MType() != ItemType::Data)
         return image.getString(item.Address(), std::min(item.DataLen(), image.imageSize()), QString());
@@ -36,7 +37,7 @@ std::optional<QString> longText(const clsData& item, const clsKXAdr& image)
 
 } // namespace
 
-std::optional<QString> heldValue(const clsData& item, const clsKXAdr& image)
+std::optional<QString> heldValue(const ItemData& item, const clsKXAdr& image)
 {
     if (!image.isFilled() || !isSent(item, image))
         return std::nullopt;
@@ -47,11 +48,11 @@ std::optional<QString> heldValue(const clsData& item, const clsKXAdr& image)
     return longText(item, image);
 }
 
-ParameterSet heldSet(const clsKX& kx)
+ParameterSet heldSet(const ModelData& model)
 {
-    ParameterSet set{kx.modelString(), {}};
-    for (const auto& item : kx.items()) {
-        const clsKXAdr* image = kx.ColAdr().find(item->RSection());
+    ParameterSet set{model.lookup.modelString, {}};
+    for (const auto& item : model.items) {
+        const clsKXAdr* image = model.images.find(item->RSection());
         const auto value = image == nullptr ? std::nullopt : heldValue(*item, *image);
         if (value)
             set.values.append({item->Key(), *value});

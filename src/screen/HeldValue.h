@@ -3,14 +3,14 @@
 #include <QString>
 #include <optional>
 
-class clsData;
-class clsKX;
+class ItemData;
 class clsKXAdr;
+struct ModelData;
 struct ParameterSet;
 
 // What the original image holds for an item, as stored text. Nothing when the image was not read, when the reply does
 // not hold this item, or when the bytes are no number.
-std::optional<QString> heldValue(const clsData& item, const clsKXAdr& image);
+std::optional<QString> heldValue(const ItemData& item, const clsKXAdr& image);
 
 // The values that the controller held at the last read or good write, of all items that are read.
-ParameterSet heldSet(const clsKX& kx);
+ParameterSet heldSet(const ModelData& model);

@@ -1,8 +1,8 @@
 #include "ItemLimits.h"
 
-#include "Numbers.h"
-#include "clsData.h"
-#include "clsKX.h"
+#include "ItemDisplay.h"
+#include "ItemLookup.h"
+#include "Tags.h"
 #include "clsLibrary.h"
 
 namespace {
@@ -14,91 +14,98 @@ const QString kFullOutput = QStringLiteral("100");   // percent
 const QString kVoltageLower = QStringLiteral("-1999");
 const QString kVoltageUpper = QStringLiteral("9999");
 
-bool isInputLimit(const QString& tag)
-{
-    return tag == u"VQLIL" || tag == u"VQLIH";
-}
-
 bool isSetValueLimit(const QString& tag)
 {
-    return tag == u"VQSVL" || tag == u"VQSVH";
+    return tag == tags::kSetLower || tag == tags::kSetUpper;
 }
 
 // Tags whose limits are given as the controller holds them, without a decimal point.
 bool isScaledLimit(const QString& tag)
 {
-    static const QStringList tags{QStringLiteral("VQAL1"),  QStringLiteral("VQAL2"),  QStringLiteral("VQAL3"),
-                                  QStringLiteral("VQ1DB"),  QStringLiteral("VQ2DB"),  QStringLiteral("VQ3DB"),
-                                  QStringLiteral("VQBIA"),  QStringLiteral("VQRBIA"), QStringLiteral("VQSVUP"),
-                                  QStringLiteral("VQSVDWN")};
-    return isInputLimit(tag) || tags.contains(tag);
+    static const QStringList scaled{tags::kAlarmValues + u'1',
+                                    tags::kAlarmValues + u'2',
+                                    tags::kAlarmValues + u'3',
+                                    tags::kBias,
+                                    tags::kRemoteBias,
+                                    tags::kRampUp,
+                                    tags::kRampDown};
+    return tags::isInputLimit(tag) || tags::isAlarmBand(tag) || scaled.contains(tag);
+}
+
+// A voltage or current input without a span could not be scaled.
+bool isOtherInputLimit(const ItemData& item, const ItemLookup& items, const QString& displayText)
+{
+    if (!tags::isInputLimit(item.Key()) || !hasVoltageRange(items))
+        return false;
+    const ItemData* other = items.find(item.Key() == tags::kInputLower ? tags::kInputUpper : tags::kInputLower);
+    return other != nullptr && compareNumbers(displayText, QStringLiteral("="), displayValue(*other, items));
 }
 
 } // namespace
 
-bool compareNumbers(const QString& left, const QString& sign, const QString& right)
+bool LimitRange::allows(const QString& displayText) const
 {
-    const auto a = platform::parseSingle(left);
-    const auto b = platform::parseSingle(right);
-    if (!a || !b)
-        return false;
-    if (sign == u"=")
-        return *a == *b;
-    if (sign == u"<>")
-        return *a != *b;
-    if (sign == u"<")
-        return *a < *b;
-    if (sign == u"<=" || sign == u"=<")
-        return *a <= *b;
-    if (sign == u">")
-        return *a > *b;
-    return (sign == u">=" || sign == u"=>") && *a >= *b;
+    return compareNumbers(lower, lowerSign, displayText) && compareNumbers(displayText, upperSign, upper);
 }
 
-bool isWithinLimits(const clsData& item)
+LimitRange ItemLimits::range() const
 {
-    const clsKX& owner = item.owner();
-    const QString value = item.VData();
-    return compareNumbers(owner.checkTag(item.LimitL()), item.SignL(), value) &&
-           compareNumbers(value, item.SignH(), owner.checkTag(item.LimitH()));
+    return {resolvedTag(lower(), m_items), lowerSign(), upperSign(), resolvedTag(upper(), m_items)};
 }
 
-bool isAllowed(const clsData& item)
+LimitRange ItemLimits::given() const
+{
+    const LimitTexts& texts = m_item.limitTexts();
+    return {resolvedTag(texts.currentLower, m_items), lowerSign(), upperSign(),
+            resolvedTag(texts.currentUpper, m_items)};
+}
+
+bool isAllowed(const ItemData& item, const ItemLookup& items)
 {
     const bool isNumber = item.MType() == ItemType::Data && !item.showsStoredText();
-    return isNumber ? isWithinLimits(item) : item.isAmongChoices();
+    return isNumber ? ItemLimits(item, items).range().allows(displayValue(item, items)) : isAmongChoices(item, items);
 }
 
-QStringList limitSources(const clsData& item)
+EntryRefusal refusalOf(const ItemData& item, const ItemLookup& items, const LimitRange& limits,
+                       const QString& displayText)
 {
-    QStringList tags;
+    // What the controller rounds must not end outside either, or on the other input limit.
+    const QString held = displayOf(item, items, storedOf(item, items, displayText));
+    if (!limits.allows(displayText) || !limits.allows(held))
+        return EntryRefusal::OutsideLimits;
+    return isOtherInputLimit(item, items, held) ? EntryRefusal::EqualInputLimits : EntryRefusal::None;
+}
+
+QStringList limitSources(const ItemData& item)
+{
+    QStringList sources;
     const LimitTexts& texts = item.limitTexts();
     for (const QString& text : {texts.currentLower, texts.currentUpper, texts.definedLower, texts.definedUpper}) {
         if (text.startsWith(u"TAG", Qt::CaseInsensitive))
-            tags << text.mid(3);
+            sources << text.mid(3);
     }
     const QString tag = item.Key();
-    if (tag == u"VQP1")
-        tags << QStringLiteral("PIDONOF");
-    else if (tag == u"VQODB")
-        tags << QStringLiteral("VQP1");
-    else if (tag == u"VQOH1")
-        tags << QStringLiteral("VQOL1");
-    else if (tag == u"VQOL1")
-        tags << QStringLiteral("VQOH1");
-    return tags;
+    if (tag == tags::kBand)
+        sources << tags::kControlAction;
+    else if (tag == tags::kGap)
+        sources << tags::kBand;
+    else if (tag == tags::kOutputUpper)
+        sources << tags::kOutputLower;
+    else if (tag == tags::kOutputLower)
+        sources << tags::kOutputUpper;
+    return sources;
 }
 
-QString ItemLimits::rawLower() const
+const QString& ItemLimits::rawLower() const
 {
     const LimitTexts& texts = m_item.limitTexts();
-    return m_owner.hasVoltageRange() ? texts.currentLower : texts.definedLower;
+    return hasVoltageRange(m_items) ? texts.currentLower : texts.definedLower;
 }
 
-QString ItemLimits::rawUpper() const
+const QString& ItemLimits::rawUpper() const
 {
     const LimitTexts& texts = m_item.limitTexts();
-    return m_owner.hasVoltageRange() ? texts.currentUpper : texts.definedUpper;
+    return hasVoltageRange(m_items) ? texts.currentUpper : texts.definedUpper;
 }
 
 QString ItemLimits::lower() const
@@ -107,17 +114,15 @@ QString ItemLimits::lower() const
     if (isSetValueLimit(tag))
         return setValueLimit(true);
     if (isScaledLimit(tag))
-        return scaled(isInputLimit(tag) && m_owner.hasVoltageRange() ? kVoltageLower : m_owner.checkTag(rawLower()));
-    if (tag == u"VQP1") {
-        if (const clsData* onOff = m_owner.getDataByTag(QStringLiteral("PIDONOF")))
+        return stored(tags::isInputLimit(tag) && hasVoltageRange(m_items) ? kVoltageLower : rawLower());
+    if (tag == tags::kBand) {
+        if (const ItemData* onOff = m_items.find(tags::kControlAction))
             return onOff->ComboIdx() == 0 ? kSmallestBand : kZero;
-    } else if (tag == u"VQODB") {
-        if (const clsData* band = m_owner.getDataByTag(QStringLiteral("VQP1")))
-            return display(*band) == 0.0F ? kSmallestBand : kZero;
-    } else if (tag == u"VQOH1") {
-        const clsData* low = m_owner.getDataByTag(QStringLiteral("VQOL1"));
-        if (low != nullptr && stored(*low) < 0.0F)
-            return kZero;
+    } else if (tag == tags::kGap) {
+        if (const ItemData* band = m_items.find(tags::kBand))
+            return m_items.library->toSingle(displayValue(*band, m_items), 0.0F) == 0.0F ? kSmallestBand : kZero;
+    } else if (tag == tags::kOutputUpper && isOutputNegative()) {
+        return kZero;
     }
     return rawLower();
 }
@@ -128,68 +133,60 @@ QString ItemLimits::upper() const
     if (isSetValueLimit(tag))
         return setValueLimit(false);
     if (isScaledLimit(tag))
-        return scaled(isInputLimit(tag) && m_owner.hasVoltageRange() ? kVoltageUpper : m_owner.checkTag(rawUpper()));
-    if (tag == u"VQP1") {
-        const clsData* onOff = m_owner.getDataByTag(QStringLiteral("PIDONOF"));
+        return stored(tags::isInputLimit(tag) && hasVoltageRange(m_items) ? kVoltageUpper : rawUpper());
+    if (tag == tags::kBand) {
+        const ItemData* onOff = m_items.find(tags::kControlAction);
         if (onOff != nullptr && onOff->ComboIdx() != 0)
             return kZero;
-    } else if (tag == u"VQOL1") {
-        const clsData* high = m_owner.getDataByTag(QStringLiteral("VQOH1"));
-        if (high != nullptr && display(*high) > 100.0F)
-            return kFullOutput;
+    } else if (tag == tags::kOutputLower && isOutputAboveFull()) {
+        return kFullOutput;
     }
     return rawUpper();
 }
 
+QString ItemLimits::stored(const QString& limit) const
+{
+    return displayOf(m_item, m_items, resolvedTag(limit, m_items));
+}
+
 QString ItemLimits::setValueLimit(bool lower) const
 {
-    if (!m_owner.hasVoltageRange())
-        return formatted(m_owner.checkTag(lower ? rawLower() : rawUpper()));
+    if (!hasVoltageRange(m_items))
+        return formatted(lower ? rawLower() : rawUpper());
     // A voltage input may be scaled downwards: which of the two limits is the lower one shows only in their values.
-    const QString first = formatted(m_owner.checkTag(rawLower()));
-    const QString second = formatted(m_owner.checkTag(rawUpper()));
-    const clsLibrary& library = m_owner.library();
+    const QString first = formatted(rawLower());
+    const QString second = formatted(rawUpper());
+    const clsLibrary& library = *m_items.library;
     const bool firstIsSmaller = library.toSingle(first, 0.0F) <= library.toSingle(second, 0.0F);
     return firstIsSmaller == lower ? first : second;
 }
 
 QString ItemLimits::lowerSign() const
 {
-    if (m_item.Key() == u"VQOH1") {
-        const clsData* low = m_owner.getDataByTag(QStringLiteral("VQOL1"));
-        if (low != nullptr && stored(*low) < 0.0F)
-            return kInclusive;
-    }
-    return m_item.limitTexts().lowerSign;
+    const bool isInclusive = m_item.Key() == tags::kOutputUpper && isOutputNegative();
+    return isInclusive ? kInclusive : m_item.limitTexts().lowerSign;
 }
 
 QString ItemLimits::upperSign() const
 {
-    if (m_item.Key() == u"VQOL1") {
-        const clsData* high = m_owner.getDataByTag(QStringLiteral("VQOH1"));
-        if (high != nullptr && display(*high) > 100.0F)
-            return kInclusive;
-    }
-    return m_item.limitTexts().upperSign;
+    const bool isInclusive = m_item.Key() == tags::kOutputLower && isOutputAboveFull();
+    return isInclusive ? kInclusive : m_item.limitTexts().upperSign;
 }
 
-QString ItemLimits::scaled(const QString& storedText) const
+QString ItemLimits::formatted(const QString& limit) const
 {
-    return m_item.displayOf(storedText);
+    const clsLibrary& library = *m_items.library;
+    return library.ExFormat(library.toSingle(resolvedTag(limit, m_items), 0.0F), formatOf(m_item, m_items));
 }
 
-QString ItemLimits::formatted(const QString& displayText) const
+bool ItemLimits::isOutputNegative() const
 {
-    const clsLibrary& library = m_owner.library();
-    return library.ExFormat(library.toSingle(displayText, 0.0F), m_item.getFormatStr());
+    const ItemData* low = m_items.find(tags::kOutputLower);
+    return low != nullptr && m_items.library->toSingle(low->Data(), 0.0F) < 0.0F;
 }
 
-float ItemLimits::display(const clsData& other) const
+bool ItemLimits::isOutputAboveFull() const
 {
-    return m_owner.library().toSingle(other.VData(), 0.0F);
-}
-
-float ItemLimits::stored(const clsData& other) const
-{
-    return m_owner.library().toSingle(other.Data(), 0.0F);
+    const ItemData* high = m_items.find(tags::kOutputUpper);
+    return high != nullptr && m_items.library->toSingle(displayValue(*high, m_items), 0.0F) > 100.0F;
 }

@@ -1,54 +1,65 @@
 #pragma once
 
+#include "Comparison.h"
+
 #include <QString>
 #include <QStringList>
 
-class clsData;
-class clsKX;
+class ItemData;
+struct ItemLookup;
 
-// The limit texts of an item as its definition gives them; the current ones can be replaced by an entry elsewhere.
-struct LimitTexts
+// The limits of one numeric item, with their references to other items resolved: what a value is held against and what
+// the user is told about it.
+struct LimitRange
 {
-    QString currentLower;
-    QString currentUpper;
-    QString definedLower;
-    QString definedUpper;
-    QString lowerSign; // "<=" or "<"
+    QString lower; // in display units, as the signs
+    QString lowerSign;
     QString upperSign;
+    QString upper;
+
+    bool allows(const QString& displayText) const; // a limit that is no number lets nothing pass
+
+    // "0 <= ( Set value ) <= 1300", the item's name between the given marks.
+    QString text(const QString& title) const { return lower + u' ' + lowerSign + title + upperSign + u' ' + upper; }
 };
 
-class clsData;
-
-// Whether the displayed value of a numeric item lies within its limits; a limit that is no number lets nothing pass.
-bool isWithinLimits(const clsData& item);
-// Whether the item may go out: a number within its limits, or a choice that exists.
-bool isAllowed(const clsData& item);
-// Tags whose values decide the limits of the item, besides the settings that decide how others are read.
-QStringList limitSources(const clsData& item);
-// left, operator ("=", "<>", "<", "<=", "=<", ">", ">=", "=>"), right, as single-precision numbers.
-bool compareNumbers(const QString& left, const QString& sign, const QString& right);
-
 // The limits of one item in display units, as its tag and the values of other items make them: input range, PID,
-// output limits, alarms. A limit text "TAG" + tag stands for that tag's display value.
+// output limits, alarms. A limit text "TAG" + tag stands for that tag's display value; lower and upper leave it as it
+// is where no rule applies.
 class ItemLimits
 {
 public:
-    ItemLimits(const clsData& item, const clsKX& owner) : m_item(item), m_owner(owner) {}
+    ItemLimits(const ItemData& item, const ItemLookup& items) : m_item(item), m_items(items) {}
 
     QString lower() const;
     QString upper() const;
-    QString lowerSign() const;
+    QString lowerSign() const; // "<=" or "<"
     QString upperSign() const;
 
-private:
-    QString rawLower() const;
-    QString rawUpper() const;
-    QString setValueLimit(bool lower) const;
-    QString scaled(const QString& storedText) const;
-    QString formatted(const QString& displayText) const;
-    float display(const clsData& other) const;
-    float stored(const clsData& other) const;
+    LimitRange range() const; // the limits in force
+    LimitRange given() const; // those last given to the item by an entry elsewhere
 
-    const clsData& m_item;
-    const clsKX& m_owner;
+private:
+    const QString& rawLower() const;
+    const QString& rawUpper() const;
+    QString stored(const QString& limit) const;
+    QString setValueLimit(bool lower) const;
+    QString formatted(const QString& limit) const;
+    bool isOutputNegative() const;
+    bool isOutputAboveFull() const;
+
+    const ItemData& m_item;
+    const ItemLookup& m_items;
 };
+
+// Whether the item may go out: a number within its limits, or a choice that exists.
+bool isAllowed(const ItemData& item, const ItemLookup& items);
+
+// Why an entry is not taken.
+enum class EntryRefusal { None, OutsideLimits, EqualInputLimits };
+// displayText: the entry for a numeric item; what the controller rounds is held against the limits too.
+EntryRefusal refusalOf(const ItemData& item, const ItemLookup& items, const LimitRange& limits,
+                       const QString& displayText);
+
+// Tags whose values decide the limits of the item, besides the settings that decide how others are read.
+QStringList limitSources(const ItemData& item);

@@ -1,7 +1,9 @@
 #include "LockRules.h"
 
-#include "clsData.h"
-#include "clsKX.h"
+#include "ItemDisplay.h"
+#include "ItemLookup.h"
+#include "OptionExpression.h"
+#include "Tags.h"
 
 #include <QStringList>
 
@@ -17,63 +19,72 @@ bool isPlain(const QString& alarmType)
     return alarmType >= kFirstPlainType;
 }
 
-bool isAlarmValue(const QString& tag)
+bool isEventMode(const QString& tag)
 {
-    return tag == u"VQAL1" || tag == u"VQAL2";
-}
-
-bool isAlarmBand(const QString& tag)
-{
-    return tag == u"VQ1DB" || tag == u"VQ2DB";
+    return tag == u"EV1MOD" || tag == u"EV2MOD";
 }
 
 bool isEvent(const QString& tag)
 {
-    static const QStringList tags{QStringLiteral("EV1MOD"),  QStringLiteral("EV2MOD"),  QStringLiteral("EV3MOD"),
-                                  QStringLiteral("EV1WAIT"), QStringLiteral("EV2WAIT"), QStringLiteral("EV3WAIT")};
-    return tags.contains(tag);
+    static const QStringList others{QStringLiteral("EV3MOD"), QStringLiteral("EV1WAIT"), QStringLiteral("EV2WAIT"),
+                                    QStringLiteral("EV3WAIT")};
+    return isEventMode(tag) || others.contains(tag);
+}
+
+// The alarm that the parameter belongs to; 0 for what no alarm type locks.
+int alarmOf(const QString& tag)
+{
+    if (tag == tags::kAlarmValues + u'1' || tag == tags::kAlarmValues + u'2')
+        return tag.at(4).digitValue();
+    if (tag == tags::kAlarmBand1 || tag == tags::kAlarmBand2 || isEvent(tag))
+        return tag.at(2).digitValue();
+    return 0;
 }
 
 } // namespace
 
-LockRules::LockRules(const clsKX& owner)
-    : m_voltageRange(owner.hasVoltageRange()), m_isKX9(owner.getOptStr(-1) == u"KX9")
+LockRules::LockRules(const ItemLookup& items)
+    : m_voltageRange(hasVoltageRange(items)), m_isKX9(optionText(items.modelString, -1) == u"KX9")
 {
     for (int alarm = 1; alarm <= kAlarms; ++alarm) {
-        const clsData* type = owner.getDataByTag(QStringLiteral("PQKAL%1").arg(alarm));
-        if (type != nullptr)
+        if (const ItemData* type = items.find(tags::alarmType(alarm)))
             m_alarmTypes[static_cast<size_t>(alarm)] = type->Data();
     }
 }
 
-std::optional<bool> LockRules::lockOf(const clsData& item) const
+LockReason LockRules::reasonOf(const ItemData& item)
 {
-    const QString tag = item.Key();
-    if (tag == u"VQLIL" || tag == u"VQLIH" || tag == u"SVDOT")
+    if (tags::isInputLimit(item.Key()) || item.Key() == tags::kPoint)
+        return LockReason::FixedByRange;
+    return item.Key() == tags::kUnit ? LockReason::NoUnit : LockReason::NotUsedByAlarm;
+}
+
+std::optional<bool> LockRules::lockOf(const ItemData& item) const
+{
+    switch (reasonOf(item)) {
+    case LockReason::FixedByRange:
         return !m_voltageRange;
-    if (tag == u"SWQCF")
+    case LockReason::NoUnit:
         return m_voltageRange;
-    if (isAlarmValue(tag))
-        return alarmLock(tag.at(4).digitValue());
-    if (isAlarmBand(tag))
-        return alarmLock(tag.at(2).digitValue());
-    return isEvent(tag) ? eventLock(tag) : std::nullopt;
+    case LockReason::NotUsedByAlarm:
+        break;
+    }
+    return alarmLock(item.Key());
 }
 
-std::optional<bool> LockRules::alarmLock(int alarm) const
+std::optional<bool> LockRules::alarmLock(const QString& tag) const
 {
-    const auto& type = m_alarmTypes.at(static_cast<size_t>(alarm));
-    if (!m_isKX9 || !type)
-        return {};
-    return isPlain(*type);
-}
-
-std::optional<bool> LockRules::eventLock(const QString& tag) const
-{
-    const auto& type = m_alarmTypes.at(static_cast<size_t>(tag.at(2).digitValue()));
+    const auto& type = m_alarmTypes.at(static_cast<size_t>(alarmOf(tag)));
     if (!type)
         return {};
-    if (isPlain(*type) || (m_isKX9 && *type == kBothDeviations))
+    if (isEvent(tag))
+        return eventLock(tag, *type);
+    return m_isKX9 ? std::optional(isPlain(*type)) : std::nullopt;
+}
+
+std::optional<bool> LockRules::eventLock(const QString& tag, const QString& alarmType) const
+{
+    if (isPlain(alarmType) || (m_isKX9 && alarmType == kBothDeviations))
         return true;
-    return m_isKX9 && *type == kLowerDeviation && (tag == u"EV1MOD" || tag == u"EV2MOD");
+    return m_isKX9 && alarmType == kLowerDeviation && isEventMode(tag);
 }

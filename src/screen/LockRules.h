@@ -5,24 +5,33 @@
 #include <array>
 #include <optional>
 
-class clsData;
-class clsKX;
+class ItemData;
+struct ItemLookup;
+
+// Why a parameter has no meaning under the current settings.
+enum class LockReason {
+    FixedByRange, // a temperature input fixes it
+    NoUnit,       // a voltage or current input has no temperature unit
+    NotUsedByAlarm
+};
 
 // Which parameters have no meaning under the current settings: the input range, the alarm types, the family. Takes
 // those settings once, when it is made; serves one refresh.
 class LockRules
 {
 public:
-    explicit LockRules(const clsKX& owner);
+    explicit LockRules(const ItemLookup& items);
 
     // True: locked; false: unlocked; empty: the cell keeps its lock state.
-    std::optional<bool> lockOf(const clsData& item) const;
+    std::optional<bool> lockOf(const ItemData& item) const;
+    // What locks the item, when it is locked.
+    static LockReason reasonOf(const ItemData& item);
 
 private:
     static constexpr int kAlarms = 9;
 
-    std::optional<bool> alarmLock(int alarm) const;
-    std::optional<bool> eventLock(const QString& tag) const;
+    std::optional<bool> alarmLock(const QString& tag) const;
+    std::optional<bool> eventLock(const QString& tag, const QString& alarmType) const;
 
     bool m_voltageRange;
     bool m_isKX9;

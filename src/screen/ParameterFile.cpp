@@ -2,10 +2,10 @@
 
 #include "FolderName.h"
 #include "IniBatch.h"
+#include "ModelData.h"
 #include "Numbers.h"
 #include "ProgramVersion.h"
 #include "clsINI.h"
-#include "clsKX.h"
 #include "clsLibrary.h"
 
 namespace {
@@ -16,7 +16,7 @@ const QString kModel = QStringLiteral("MODEL");
 
 // Whether a text can be the stored value of the item. A text item takes any; an empty one means "no value"; what the
 // definition itself gives was saved as it is.
-bool isValueOf(const clsData& item, const QString& text)
+bool isValueOf(const ItemData& item, const QString& text)
 {
     return item.showsStoredText() || text.isEmpty() || text == item.DefData() ||
            platform::parseSingle(text).has_value();
@@ -50,7 +50,7 @@ QString ParameterFile::save(const ParameterSet& set) const
     return refusal.isEmpty() ? batch.commit().error() : refusal;
 }
 
-QString ParameterFile::trouble() const
+QString ParameterFile::readError() const
 {
     platform::Machine& machine = m_library.context().machine;
     const platform::PathMap& paths = machine.paths;
@@ -76,10 +76,10 @@ QString ParameterFile::modelString() const
     return ini.GetIniData(kInfo, kModel, QString(), true);
 }
 
-ParameterLoad ParameterFile::read(const clsKX& kx, ParameterSet& set) const
+ParameterLoad ParameterFile::read(const ModelData& model, ParameterSet& set) const
 {
     ParameterLoad load;
-    load.detail = trouble();
+    load.detail = readError();
     if (!load.detail.isEmpty()) {
         load.outcome = ParameterLoad::Outcome::Unreadable;
         return load;
@@ -88,12 +88,12 @@ ParameterLoad ParameterFile::read(const clsKX& kx, ParameterSet& set) const
     ini.setIniPath(m_library.GetDirName(m_fileName));
     ini.setIniFileOrNone(m_library.GetFileTitle(m_fileName));
     set.modelString = modelString();
-    if (set.modelString != kx.modelString()) {
+    if (set.modelString != model.lookup.modelString) {
         load.outcome = ParameterLoad::Outcome::OtherModel;
         load.detail = m_library.tranStr(QStringLiteral("Model number is different."));
         return load;
     }
-    for (const auto& item : kx.items()) {
+    for (const auto& item : model.items) {
         const QString value = ini.GetIniData(kData, item->Key(), QString(), true);
         if (!isValueOf(*item, value)) {
             load.outcome = ParameterLoad::Outcome::BadValue;

@@ -1,19 +1,12 @@
 #pragma once
 
-#include <QPair>
+#include "ParameterSet.h"
+
 #include <QString>
 #include <QStringList>
-#include <QVector>
 
-class clsKX;
 class clsLibrary;
-
-// One complete parameter set of one controller: stored values by tag, in item order.
-struct ParameterSet
-{
-    QString modelString;
-    QVector<QPair<QString, QString>> values;
-};
+struct ModelData;
 
 // What became of the loading of a parameter file. Anything but Loaded has changed nothing.
 struct ParameterLoad
@@ -43,12 +36,12 @@ public:
     [[nodiscard]] QString save(const ParameterSet& set) const;
 
     // The values of the file for the items of a model; the outcome tells whether they may be used.
-    ParameterLoad read(const clsKX& kx, ParameterSet& set) const;
+    ParameterLoad read(const ModelData& model, ParameterSet& set) const;
     // The same without a model: what the file says of itself.
     QString modelString() const;
 
 private:
-    QString trouble() const; // why the file cannot be read; empty when it can
+    QString readError() const; // why the file cannot be read; empty when it can
 
     clsLibrary& m_library;
     QString m_fileName;

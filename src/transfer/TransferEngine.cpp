@@ -133,7 +133,7 @@ void TransferEngine::tellLostLine()
 bool TransferEngine::keepHeldSet()
 {
     m_backupError.clear();
-    const ParameterSet set = heldSet(m_parts.kx);
+    const ParameterSet set = heldSet(m_parts.kx.data());
     if (m_backup == Backup::None || set.values.isEmpty() || m_parts.settings.m_bComm)
         return true;
     clsLibrary& library = m_parts.kx.library();

@@ -6,6 +6,7 @@
 #include "ModbusError.h"
 #include "Numbers.h"
 #include "ProtocolNumbers.h"
+#include "Tags.h"
 #include "WrittenItems.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
@@ -16,8 +17,6 @@ namespace {
 
 const char* const kProgressTitle = "Sending...";
 const char* const kProgressText = "It is forwarding it. Please wait for a while.";
-const QString kInputRange = QStringLiteral("PQRNO");
-const QString kModelCode = QStringLiteral("MQCODE");
 const QString kLiteral = QStringLiteral("&h");
 constexpr int kEditSent = 3;
 
@@ -32,13 +31,6 @@ bool isLiteral(const QString& tag)
 }
 
 // The same value, however it is written.
-bool isSameValue(const QString& sent, const QString& kept)
-{
-    const auto left = platform::parseSingle(sent);
-    const auto right = platform::parseSingle(kept);
-    return sent == kept || (left && right && *left == *right);
-}
-
 } // namespace
 
 void WriteTransfer::start()
@@ -152,11 +144,11 @@ bool WriteTransfer::writeAll(const std::function<bool()>& beforeFirstFrame)
     for (const clsBlock* block : m_parts.kx.BlockCol())
         storeBlock(*block, colWrite);
     Images first;
-    if (clsData* range = m_parts.kx.getDataByTag(kInputRange))
+    if (clsData* range = m_parts.kx.getDataByTag(tags::kInputRange))
         storeItem(*range, first);
     bool walked = first.empty() || sendData(first, true);
     // Values in terms of a range that the controller did not take mean something else there.
-    const Chosen* range = find(kInputRange);
+    const Chosen* range = find(tags::kInputRange);
     const bool isInForce = range == nullptr || !range->changed || range->carried == Chosen::Carried::Yes;
     if (walked && (isInForce || m_parts.settings.m_bComm))
         walked = sendData(colWrite, false);
@@ -188,7 +180,7 @@ void WriteTransfer::storeItem(clsData& item, Images& colWrite)
         return;
     m_chosenTags.insert(item.Key());
     const bool isUnread = !image->isFilled() && image->hasReads();
-    if (isUnread || !isWritten(m_parts.kx, item))
+    if (isUnread || !isWritten(m_parts.kx.data(), item))
         return; // a section that was not read is reported as a whole
     // A value that is the controller's own stays what its bytes are, whatever the limits say.
     const auto held = heldValue(item, *image);
@@ -206,7 +198,7 @@ void WriteTransfer::storeItem(clsData& item, Images& colWrite)
 bool WriteTransfer::storeChanged(clsData& item, clsKXAdr& image)
 {
     const bool isValue = item.isKnown() && platform::parseDouble(item.Data()).has_value();
-    const bool isOutside = isValue && !isAllowed(item);
+    const bool isOutside = isValue && !item.isAllowed();
     if (isValue && !isOutside && storeInImage(item, image))
         return true;
     (isOutside ? m_report.outsideLimits : m_report.skipped) << item.Key();
@@ -246,7 +238,7 @@ bool WriteTransfer::finish(bool sent)
 
 bool WriteTransfer::isModelRight()
 {
-    const clsData* code = m_parts.kx.getDataByTag(kModelCode);
+    const clsData* code = m_parts.kx.getDataByTag(tags::kModelCode);
     const bool isRight = code == nullptr || (code->isKnown() && code->VData() == m_parts.controller.model());
     if (m_parts.settings.m_bComm || isRight)
         return true;
@@ -426,7 +418,7 @@ void WriteTransfer::noteResult(clsKXAdr& image, int i, bool good)
         image.accept(image.WAdr(i), image.WCnt(i));
     for (Chosen& chosen : m_chosen) {
         const clsData* item = m_parts.kx.getDataByTag(chosen.tag);
-        if (chosen.refused || !carries(m_parts.kx, image, i, *item))
+        if (chosen.refused || !carries(m_parts.kx.data(), image, i, *item))
             continue;
         if (!isDirect && good)
             acceptInImage(*item, *m_parts.kx.ColAdr().find(item->WSection()));

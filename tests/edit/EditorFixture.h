@@ -78,7 +78,7 @@ protected:
             const QString info = fields.value(3).isEmpty() ? QStringLiteral("0,-100,100,<=,<=") : fields[3];
             text +=
                 dataSection(n, QStringLiteral("%6\nTag=%1\nCellType=%2\nDefaultData=%3\nDataInfo=%4,0,10\nDataLen=2\n"
-                                              "CellData=%5,1,vbWhite,vbBlack\nCommRaedSection=Main\n"
+                                              "CellData=%5,1,vbWhite,vbBlack\nCommRaedSection=Main\nKXAddress=8000\n"
                                               "CommWriteSection=Main\n")
                                    .arg(fields[0], fields[1], fields[2], info, QString::number(n), fields.value(4))
                                    .toUtf8()
@@ -151,7 +151,7 @@ protected:
         for (const auto& one : kx.items()) {
             const bool isMarked = one->Edit == EditState::kChanged;
             const platform::Cell& its = grid.cell(one->Row(), one->Col());
-            const auto expected = isAllowed(*one) ? 0xFF0000U : 0x0000FFU; // blue; red is not sent
+            const auto expected = one->isAllowed() ? 0xFF0000U : 0x0000FFU; // blue; red is not sent
             const bool isBlue = its.font.bold && its.foreColor == expected;
             if (isMarked || (one->Visible() && isBlue))
                 list << (!one->Visible() || isBlue == isMarked ? QString() : QStringLiteral("!")) + one->Key();

@@ -106,7 +106,7 @@ TEST_F(Refresh, OffLineItemsTakeTheirDefaults)
         kx.refreshSpread(true, nullptr);
     }
     kx.items().back()->setData(QStringLiteral("7"));
-    EXPECT_FALSE(isAllowed(*kx.items().back())) << "neither on nor off";
+    EXPECT_FALSE(kx.items().back()->isAllowed()) << "neither on nor off";
     settings.m_bComm = false;
     EXPECT_EQ(kx.currentSet().values.front().second, QString()) << "on-line no value of the controller";
 }

@@ -52,13 +52,6 @@ QByteArray contentOf(const clsKXAdr& image)
                            : image.getOrgData().left(image.imageSize());
 }
 
-bool isSameNumber(const QString& left, const QString& right)
-{
-    bool ok = false;
-    bool alsoOk = false;
-    return left == right || (left.toFloat(&ok) == right.toFloat(&alsoOk) && ok && alsoOk);
-}
-
 } // namespace
 
 Soak::Soak(int mode, unsigned seed, SoakResult& result)
@@ -111,7 +104,7 @@ void Soak::finish()
         m_result.wrong << QStringLiteral("the read without faults was not clean: ") + m_engine.lastRead().lastFailure;
     const Values values = held().values;
     for (const auto& item : m_kx.items()) {
-        if (!item->RSection().isEmpty() && !(item->isKnown() && isSameNumber(item->Data(), values.value(item->Key()))))
+        if (!item->RSection().isEmpty() && !(item->isKnown() && isSameValue(item->Data(), values.value(item->Key()))))
             m_result.wrong << QStringLiteral("at the end %1 is %2, the controller has %3")
                                   .arg(item->Key(), item->Data(), values.value(item->Key()));
     }
@@ -224,7 +217,7 @@ void Soak::changeSome()
         // Most are values that may go out; some are outside their limits and must stay behind.
         const QString before = item->Data();
         item->setData(drawnValue(*item));
-        for (int tries = pick(0, 7) == 0 ? 0 : kDraws; tries > 0 && !isAllowed(*item); --tries)
+        for (int tries = pick(0, 7) == 0 ? 0 : kDraws; tries > 0 && !item->isAllowed(); --tries)
             item->setData(tries == 1 ? before : drawnValue(*item));
         item->Edit = EditState::kChanged;
     }
@@ -253,7 +246,7 @@ void Soak::noteRead(const Values* shown)
 bool Soak::wasHeld(const QString& tag, const QString& value) const
 {
     return std::any_of(m_past.begin(), m_past.end(),
-                       [&](const Held& held) { return isSameNumber(held.values.value(tag), value); });
+                       [&](const Held& held) { return isSameValue(held.values.value(tag), value); });
 }
 
 // What the program holds for the controller's is what the controller had while the transfer ran.

@@ -1,8 +1,7 @@
 // How an item reads its section of the screen file.
+#include "ItemData.h"
 #include "Numbers.h"
-#include "clsData.h"
 #include "clsINI.h"
-#include "clsKX.h"
 #include "clsLibrary.h"
 
 namespace {
@@ -21,10 +20,9 @@ ItemType typeOf(const QString& name)
 
 } // namespace
 
-void clsData::load(clsINI& objIni, int number, clsKX* owner, clsLibrary* objLib, bool bUse)
+void ItemData::load(clsINI& objIni, int number, clsLibrary* objLib, bool bUse)
 {
     m_number = number;
-    m_owner = owner;
     m_library = objLib;
     const QString section = QStringLiteral("Datas%1").arg(number);
     m_tag = objIni.GetIniData(section, QStringLiteral("Tag"), QStringLiteral("T%1").arg(number));
@@ -44,7 +42,7 @@ void clsData::load(clsINI& objIni, int number, clsKX* owner, clsLibrary* objLib,
 }
 
 // A number field of the section; a text that is no number counts as 0 and is noted.
-int clsData::number(const QString& key, const QString& text)
+int ItemData::number(const QString& key, const QString& text)
 {
     if (!platform::parseInt32(text))
         m_faults << QStringLiteral("%1: \"%2\" is not a whole number").arg(key, text.left(kMaxQuoted));
@@ -52,7 +50,7 @@ int clsData::number(const QString& key, const QString& text)
 }
 
 // The fields of a comma-separated value; fields that are missing take the default's and are noted.
-QStringList clsData::fields(const QString& key, const QString& text, const QString& defaultText)
+QStringList ItemData::fields(const QString& key, const QString& text, const QString& defaultText)
 {
     QStringList list = text.split(u',');
     const QStringList defaults = defaultText.split(u',');
@@ -63,7 +61,7 @@ QStringList clsData::fields(const QString& key, const QString& text, const QStri
     return list;
 }
 
-void clsData::readPlace(clsINI& ini, const QString& section)
+void ItemData::readPlace(clsINI& ini, const QString& section)
 {
     const QString lengthKey = QStringLiteral("DataLen");
     const QString maskKey = QStringLiteral("BitMask");
@@ -83,7 +81,7 @@ void clsData::readPlace(clsINI& ini, const QString& section)
     m_writeSection = ini.GetIniData(section, QStringLiteral("CommWriteSection"), QString());
 }
 
-void clsData::readValue(clsINI& ini, const QString& section)
+void ItemData::readValue(clsINI& ini, const QString& section)
 {
     const QString bitKey = QStringLiteral("BitData");
     const QString infoKey = QStringLiteral("DataInfo");
@@ -103,7 +101,7 @@ void clsData::readValue(clsINI& ini, const QString& section)
     m_limits = {info[1], info[2], info[1], info[2], info[3], info[4]};
 }
 
-void clsData::readChoices(clsINI& ini, const QString& section)
+void ItemData::readChoices(clsINI& ini, const QString& section)
 {
     const QString choices = ini.GetIniData(section, QStringLiteral("ComboStrings"), QString());
     m_comboStrings = m_library->tranStr(choices).split(kChoiceSeparator);
@@ -121,12 +119,12 @@ void clsData::readChoices(clsINI& ini, const QString& section)
     m_defaultData = ini.GetIniData(section, QStringLiteral("DefaultData"), QString());
 }
 
-void clsData::readTables()
+void ItemData::readTables()
 {
     m_library->context().eventLog.get().LogWrite(QStringLiteral("ReadMulti   :") + m_tag);
     const QString folder = m_library->getIniFilePath(QString());
     if (!m_library->FileExists(folder + u'\\' + kTablesFile)) {
-        m_owner->noteMissingTables();
+        m_lacksTables = true;
         return;
     }
     clsINI tables(m_library->context());

@@ -1,0 +1,156 @@
+#include "EditSession.h"
+
+#include "EntryOrder.h"
+#include "ItemLimits.h"
+#include "Log.h"
+#include "MessagePresenter.h"
+#include "Tags.h"
+#include "clsKX.h"
+#include "clsLibrary.h"
+
+#include <algorithm>
+#include <utility>
+
+EditSession::EditSession(clsKX& kx, MessagePresenter& messages, CellEditorShell& shell, QObject* parent)
+    : QObject(parent), m_kx(kx), m_messages(messages), m_shell(shell), m_history(kx)
+{
+    // The steps refer to items that a load replaces.
+    connect(&kx, &clsKX::LoadEvent, this, [this](int mode) {
+        if (mode != 0)
+            return;
+        m_history.forgetItems();
+        clear();
+    });
+}
+
+void EditSession::beginAction()
+{
+    if (m_depth++ == 0)
+        m_history.begin();
+}
+
+void EditSession::endAction()
+{
+    if (m_depth > 1) {
+        --m_depth;
+        return;
+    }
+    // Only now is all set that the controller is to take along with the range.
+    if (std::exchange(m_rangeIsDue, false))
+        noteSent(m_shell.writeOne(tags::kInputRange));
+    showChanges();
+    m_history.finish(!m_sent);
+    if (m_sent)
+        m_history.clear();
+    m_depth = 0;
+    m_redraw = false;
+    m_sent = false;
+    startEntry();
+    Q_EMIT edited();
+    Q_EMIT historyChanged();
+}
+
+bool EditSession::decidesDisplay(const std::vector<const clsData*>& changed)
+{
+    return m_redraw ||
+           std::any_of(changed.begin(), changed.end(), [this](auto* item) { return changesDisplay(*item); });
+}
+
+void EditSession::showChanges()
+{
+    const auto changed = m_history.changed();
+    if (decidesDisplay(changed))
+        m_kx.refreshSpread(false, nullptr);
+    else
+        showLimited(changed);
+}
+
+// How a changed value is shown depends on its limits.
+void EditSession::showLimited(const std::vector<const clsData*>& changed)
+{
+    const auto hasChanged = [&](const QString& tag) {
+        return std::find(changed.begin(), changed.end(), m_kx.getDataByTag(tag)) != changed.end();
+    };
+    for (const auto& item : m_kx.items()) {
+        if (item->Edit != EditState::kChanged || !item->Visible())
+            continue;
+        const QStringList sources = limitSources(*item);
+        if (std::any_of(sources.begin(), sources.end(), hasChanged))
+            m_kx.showItem(*item);
+    }
+}
+
+// Values that are sent are marked as changed no longer.
+void EditSession::noteSent(bool sent)
+{
+    m_sent = m_sent || sent;
+    m_redraw = m_redraw || sent;
+}
+
+bool EditSession::changesDisplay(const clsData& changed)
+{
+    if (!m_sourcesKnown) {
+        m_sourcesKnown = true;
+        for (const auto& item : m_kx.items()) {
+            const QString tag = item->decimalsReference();
+            if (!tag.isEmpty())
+                m_decimalsSources.insert(m_kx.getDataByTag(tag));
+        }
+    }
+    return decidesOthers(changed) || m_decimalsSources.contains(&changed);
+}
+
+bool EditSession::isOpen(const clsData& item) const
+{
+    if (!item.Visible() || m_kx.spread() == nullptr)
+        return false;
+    const platform::Cell& cell = m_kx.spread()->cell(item.Row(), item.Col());
+    return !cell.locked && !cell.readOnly;
+}
+
+void EditSession::undo()
+{
+    if (m_depth > 0)
+        return;
+    m_history.undo();
+    Q_EMIT edited();
+    Q_EMIT historyChanged();
+}
+
+void EditSession::redo()
+{
+    if (m_depth > 0)
+        return;
+    m_history.redo();
+    Q_EMIT edited();
+    Q_EMIT historyChanged();
+}
+
+// Also inside an action that reads or writes: its step goes too, what it has changed is still shown at its end.
+void EditSession::clear()
+{
+    m_history.clear();
+    m_sent = m_depth > 0;
+    startEntry();
+    m_decimalsSources.clear();
+    m_sourcesKnown = false;
+    Q_EMIT historyChanged();
+}
+
+int EditSession::tell(const QString& text, int style, const QString& title)
+{
+    if (m_silence == 0)
+        return m_messages.showMessage(text, style, title);
+    m_unsaid << text;
+    return MessageResult::kOk;
+}
+
+void EditSession::logItem(const clsData& item, const QString& word) const
+{
+    logEvent(QStringLiteral("%1[%2-%3]=").arg(item.Key()).arg(item.Col()).arg(item.Row()) + item.Data() + word);
+}
+
+void EditSession::logEvent(const QString& line) const
+{
+    m_kx.library().context().eventLog.get().LogWrite(line);
+}
