@@ -38,9 +38,9 @@ void ModelLoader::noteTakenCell(const clsData& item)
 // In a parameter file, tags that differ only in case are one key.
 bool ModelLoader::takeTag(const clsData& item)
 {
-    const QString refusal = platform::ProfileDocument::refusal(sectionOf(item), item.Key());
-    if (!refusal.isEmpty())
-        m_model.lookup.log.fault(sectionOf(item), QStringLiteral("Tag: ") + refusal);
+    const platform::Result<> storable = platform::ProfileDocument::canStore(sectionOf(item), item.Key());
+    if (!storable.ok())
+        m_model.lookup.log.fault(sectionOf(item), QStringLiteral("Tag: ") + storable.error());
     QString& taken = m_tagByFileKey[item.Key().trimmed().toCaseFolded()];
     if (!taken.isNull()) {
         m_model.lookup.log.fault(sectionOf(item), QStringLiteral("Tag: %1 exists already").arg(taken));
