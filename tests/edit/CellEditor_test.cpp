@@ -1,16 +1,9 @@
 #include "EditorFixture.h"
-#include "ItemLimits.h"
 #include "Table.h"
 
 #include <QSignalSpy>
 
 namespace {
-
-TEST(Comparison, ComparesInSinglePrecision)
-{
-    for (const QStringList& row : tableRows("edit/comparisons.tsv"))
-        EXPECT_EQ(compareNumbers(row[0], row[1], row[2]), row[3] == u"1") << qPrintable(row.join(u' '));
-}
 
 class Editor : public EditorFixture
 {};

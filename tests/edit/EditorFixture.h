@@ -1,10 +1,9 @@
 #pragma once
 
-#include "../screen/ScreenFixture.h"
 #include "CellEditor.h"
-#include "ItemLimits.h"
 #include "ModelCatalogue.h"
 #include "RecordingMessages.h"
+#include "ScreenFixture.h"
 #include "clsLog.h"
 
 #include <QDir>
@@ -179,17 +178,6 @@ protected:
         }
         all.unit = kx.unitSwitch();
         return all;
-    }
-
-    void putBack(const Everything& all)
-    {
-        for (size_t i = 0; i < all.items.size(); ++i)
-            kx.items()[i]->restore(all.items[i]);
-        for (int row = 1, i = 0; row <= grid.maxRows(); ++row) {
-            for (int col = 1; col <= grid.maxCols(); ++col, ++i)
-                grid.setCell(row, col, all.cells[static_cast<size_t>(i)]);
-        }
-        kx.setUnitSwitch(all.unit);
     }
 
     // The messages of a log, without stamps.

@@ -17,7 +17,8 @@ protected:
     QString text(int row) const { return grid.cell(row, 1).text; }
 };
 
-const QByteArray kComm = "[Main]\nReadCmd1=Direct,8000,4\n[Reg]\nReadCmd1=GetAnalogInput,30001,1\n";
+const QByteArray kComm =
+    "[Main]\nReadCmd1=Direct,8000,4\n[Single]\nReadCmd1=Direct,9000,4\n[Reg]\nReadCmd1=GetAnalogInput,30001,1\n";
 
 TEST_F(Refresh, OnlyWhatTheReplyHoldsIsShown)
 {
@@ -36,6 +37,7 @@ TEST_F(Refresh, OnlyWhatTheReplyHoldsIsShown)
         {"BitOfARegister", "DataLen=1\nCellType=Bit\nBitMask=1\nCommRaedSection=Reg", ""},
         {"NoSection", "DataLen=2\nDefaultData=7", "7"},
         {"TextWithoutAddress", "DataLen=14\nCellType=String\nCommRaedSection=Main", "\1\2\3\4"},
+        {"Single", "KXAddress=9000\nDataLen=4\nDataInfo=2,0,9,<=,<=,0\nCommRaedSection=Single", "1.50"},
     };
     QByteArray screen = "[Setting]\nDataMaxCount=" + QByteArray::number(std::size(rows)) + "\nMaxRow=20\nMaxCol=1\n";
     int n = 0;
@@ -43,12 +45,14 @@ TEST_F(Refresh, OnlyWhatTheReplyHoldsIsShown)
         screen += dataSection(++n, row.keys);
     load(screen, kComm);
     answer(0, QByteArray("\1\2\3\4", 4));
+    answer(2, QByteArray::fromHex("43160000"));
     kx.ColAdr().at(1).setInteger(QString(), -2);
     kx.ColAdr().at(1).markFilled();
     kx.refreshSpread(true, nullptr);
     n = 0;
     for (const auto& row : rows)
         EXPECT_EQ(text(++n), QLatin1String(row.shown)) << row.name;
+    EXPECT_FALSE(grid.cell(2, 1).toolTip.isEmpty()) << "why it is empty";
 }
 
 // The range comes before the unit in the file, and still is looked up in the table of the unit that was read.

@@ -5,6 +5,12 @@
 
 namespace {
 
+TEST(Comparison, ComparesInSinglePrecision)
+{
+    for (const QStringList& row : tableRows("screen/comparisons.tsv"))
+        EXPECT_EQ(compareNumbers(row[0], row[1], row[2]), row[3] == u"1") << qPrintable(row.join(u' '));
+}
+
 // A screen of the items given as "TAG|type|stored|decimals,lower,upper,sign,sign"; column 1, one row each.
 class Screen : public ScreenFixture
 {
@@ -101,24 +107,6 @@ TEST_F(Choice, StartsOverOnceAfterDecimalPlaces)
     EXPECT_EQ(kx.getDataByTag(QStringLiteral("SVDOT"))->Data(), u"2");
     EXPECT_EQ(kx.getDataByTag(QStringLiteral("LOW"))->Data(), u"-150") << "scaled with the new decimal places";
     EXPECT_EQ(kx.getDataByTag(QStringLiteral("HIGH"))->Data(), u"9999");
-}
-
-// What B's table sets in the units of the old decimal point is set once more, too.
-TEST_F(Choice, StartsOverForNestedTables)
-{
-    const QString hidden = QStringLiteral("|Option=0=KX41\nVisible=False");
-    put(definition(QStringLiteral("MultiSelect.ini")), "");
-    const QStringList items{QStringLiteral("A|Multi|0|") + hidden + QStringLiteral("\nMultiSelectSection=LA"),
-                            QStringLiteral("B|Multi|0|") + hidden + QStringLiteral("\nMultiSelectSection=LB"),
-                            QStringLiteral("LOW|Data|3|DOTSVDOT,0,0,<=,<=") + hidden,
-                            QStringLiteral("SVDOT|Data|0|0,0,3,<=,<=") + hidden};
-    build(items);
-    put(definition(QStringLiteral("MultiSelect.ini")),
-        "[LA]\nSetTags1=,, tagDB ,tagDSVDOT\nData1=0,1,1, 2\nName1=x\nName2=Test\n"
-        "[LB]\nSetTags1=,,tagVLOW\nData1=0,1,1.5\nName1=x\nName2=Test\n");
-    load(content(definition(QStringLiteral("M.ini"))));
-    kx.getDataByTag(QStringLiteral("A"))->setData(QStringLiteral("1"));
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("LOW"))->Data(), u"150");
 }
 
 TEST_F(Choice, CircleOfTablesEnds)

@@ -1,10 +1,6 @@
 #include "ScreenFixture.h"
 
 #include <QDir>
-#include <QElapsedTimer>
-#include <csignal>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -164,53 +160,6 @@ TEST_F(Parameters, NewNameInAnotherCaseIsAnotherFile)
     EXPECT_EQ(kx.saveData(kFile.toUpper()), QString());
     EXPECT_EQ(content(kFile), "old");
     EXPECT_FALSE(kx.loadData(kFile.toUpper())) << "what was saved is what is loaded";
-}
-
-// A save that is killed at any moment leaves the old file or the new one.
-TEST_F(Parameters, KilledSaveLeavesAWholeFile)
-{
-    constexpr int kKills = 200;
-    const auto save = [this](int n) {
-        ParameterSet set{QString::fromLatin1(kModel), {}};
-        for (int i = 0; i < 120; ++i)
-            set.values.append({QStringLiteral("TAG%1").arg(i), QString::number(n)});
-        return ParameterFile(library, kFile).save(set);
-    };
-    QElapsedTimer timer;
-    timer.start();
-    ASSERT_EQ(save(1000), QString());
-    qint64 longest = 3 * timer.nsecsElapsed() / 1000; // another point of a save each time
-    int newer = 0;
-    for (int round = 0; round < kKills; ++round) {
-        int begun[2];
-        ASSERT_EQ(pipe(begun), 0);
-        const pid_t child = fork();
-        if (child == 0) {
-            const bool told = write(begun[1], "", 1) == 1;
-            for (int n = 1001; told; ++n)
-                save(n);
-        }
-        char mark = 0;
-        ASSERT_EQ(read(begun[0], &mark, 1), 1);
-        close(begun[0]);
-        close(begun[1]);
-        if (round % 20 == 19 && newer == 0)
-            longest *= 2; // a machine that is busy: let it finish some
-        usleep(static_cast<useconds_t>(longest * round / kKills));
-        kill(child, SIGKILL);
-        int status = 0;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        ASSERT_TRUE(WIFSIGNALED(status));
-        const QByteArray bytes = content(kFile);
-        const QByteArray first = bytes.mid(bytes.indexOf("TAG0=") + 5).split('\r').first();
-        ASSERT_EQ(bytes.count('=' + first + "\r\n"), 120) << "round " << round << ": old or new, nothing between";
-        newer += first != "1000" ? 1 : 0;
-    }
-    EXPECT_GT(newer, 0);
-    EXPECT_EQ(save(1), QString());
-    EXPECT_EQ(QDir(box.path(QStringLiteral("C:\\sets"))).entryList(QDir::Files | QDir::Hidden),
-              QStringList{QStringLiteral("a b.k41")})
-        << "what a killed save left over is taken away by the next one";
 }
 
 } // namespace

@@ -61,30 +61,6 @@ TEST_F(Model, BuildsGrid)
     EXPECT_TRUE(grid.isShown());
 }
 
-TEST_F(Model, TakesValuesFromImages)
-{
-    loadSmall();
-    IndexedBytes bytes{1, QByteArray::fromHex("07"
-                                              "00"
-                                              "04D2"
-                                              "04"
-                                              "00"
-                                              "3FC00000"
-                                              "0000")};
-    clsKXAdr* main = kx.ColAdr().find(QStringLiteral("Main"));
-    main->setData(bytes);
-    main->markFilled();
-    kx.refreshSpread(true, nullptr);
-    EXPECT_EQ(text(2, 2), u"123.4");
-    EXPECT_EQ(text(3, 2), u"On");
-    EXPECT_EQ(kx.unitSwitch(), 1);
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("GAIN"))->Data(), u"1.5");
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("HID"))->Data(), u"7") << "an item without a cell takes part in reads";
-    EXPECT_EQ(text(5, 2), QString()) << "the register image was never answered";
-    EXPECT_FALSE(grid.cell(5, 2).toolTip.isEmpty());
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("PV"))->Edit, EditState::kUntouched);
-}
-
 TEST_F(Model, LooksUpByTag)
 {
     load(QByteArray("[Setting]\nDataMaxCount=4\n") +

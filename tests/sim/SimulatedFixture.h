@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../screen/ScreenFixture.h"
+#include "ScreenFixture.h"
 #include "SimulatedController.h"
 
 // A small controller: two bytes and a float in memory, one value of each Modbus kind, the model string at FBC0.

@@ -1,5 +1,5 @@
-#include "../screen/ScreenFixture.h"
 #include "ItemStore.h"
+#include "ScreenFixture.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "../screen/ScreenFixture.h"
 #include "ComPorts.h"
 #include "IdleClock.h"
+#include "ScreenFixture.h"
 #include "TransferEngine.h"
 #include "clsLog.h"
 #include "uclComm.h"
