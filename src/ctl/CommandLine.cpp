@@ -1,9 +1,9 @@
 #include "CommandLine.h"
 
+#include "LineFormat.h"
 #include "SlaveRange.h"
 
 #include <QCommandLineParser>
-#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -136,10 +136,9 @@ private:
 
     void readChara(CommandLine& line)
     {
-        static const QRegularExpression form(QStringLiteral("\\A[NEOMS],[4-8],(1|1\\.5|2)\\z"));
         readText(QStringLiteral("chara"), line.chara);
         line.chara = line.chara.toUpper();
-        if (!line.chara.isEmpty() && !form.match(line.chara).hasMatch())
+        if (!line.chara.isEmpty() && !platform::parseLineFormat(line.chara))
             refuse(QStringLiteral("chara"), QStringLiteral("parity, data bits and stop bits, such as N,8,1"));
     }
 

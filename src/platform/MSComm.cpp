@@ -1,5 +1,6 @@
 #include "MSComm.h"
 
+#include "LineFormat.h"
 #include "Numbers.h"
 #include "PortLock.h"
 
@@ -27,44 +28,16 @@ const QString kLost = QStringLiteral("COM%1 (%2) was lost");
 struct LineSettings
 {
     qint32 speed = 0;
-    QSerialPort::Parity parity = QSerialPort::NoParity;
-    QSerialPort::DataBits dataBits = QSerialPort::Data8;
-    QSerialPort::StopBits stopBits = QSerialPort::OneStop;
+    LineFormat format;
 };
-
-std::optional<QSerialPort::Parity> parityOf(const QString& letter)
-{
-    static const QString kLetters = QStringLiteral("NEOMS");
-    static constexpr QSerialPort::Parity kParities[] = {QSerialPort::NoParity, QSerialPort::EvenParity,
-                                                        QSerialPort::OddParity, QSerialPort::MarkParity,
-                                                        QSerialPort::SpaceParity};
-    const auto index = letter.size() == 1 ? kLetters.indexOf(letter.toUpper()) : -1;
-    return index < 0 ? std::nullopt : std::optional(kParities[index]);
-}
-
-std::optional<QSerialPort::StopBits> stopBitsOf(const QString& text)
-{
-    if (text == u"1")
-        return QSerialPort::OneStop;
-    if (text == u"1.5")
-        return QSerialPort::OneAndHalfStop;
-    return text == u"2" ? std::optional(QSerialPort::TwoStop) : std::nullopt;
-}
 
 std::optional<LineSettings> parseSettings(const QString& text)
 {
-    QStringList fields = text.split(u',');
-    for (QString& field : fields)
-        field = field.trimmed();
-    if (fields.size() != 4)
+    const auto speed = parseInt32(text.section(u',', 0, 0).trimmed());
+    const auto format = parseLineFormat(text.section(u',', 1));
+    if (!speed || *speed <= 0 || !format)
         return {};
-    const auto speed = parseInt32(fields[0]);
-    const auto parity = parityOf(fields[1]);
-    const auto bits = parseInt32(fields[2]);
-    const auto stop = stopBitsOf(fields[3]);
-    if (!speed || *speed <= 0 || !parity || !bits || *bits < 5 || *bits > 8 || !stop)
-        return {};
-    return LineSettings{*speed, *parity, static_cast<QSerialPort::DataBits>(*bits), *stop};
+    return LineSettings{*speed, *format};
 }
 
 // False for a plain file, a folder or another kind of device that exists.
@@ -276,9 +249,10 @@ bool MSComm::applySettings()
                                            : QSerialPort::NoFlowControl;
     // A pseudo-terminal has no wire: it refuses formats and control lines and works all the same.
     const bool wireless = isPseudoTerminal(m_device);
-    const bool applied = m_port.setBaudRate(line->speed) && (m_port.setDataBits(line->dataBits) || wireless) &&
-                         (m_port.setParity(line->parity) || wireless) &&
-                         (m_port.setStopBits(line->stopBits) || wireless) && (m_port.setFlowControl(flow) || wireless);
+    const bool applied = m_port.setBaudRate(line->speed) && (m_port.setDataBits(line->format.dataBits) || wireless) &&
+                         (m_port.setParity(line->format.parity) || wireless) &&
+                         (m_port.setStopBits(line->format.stopBits) || wireless) &&
+                         (m_port.setFlowControl(flow) || wireless);
     m_port.setDataTerminalReady(m_dtr);
     if (flow != QSerialPort::HardwareControl)
         m_port.setRequestToSend(m_rts);

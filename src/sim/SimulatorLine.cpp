@@ -1,7 +1,7 @@
 #include "SimulatorLine.h"
 
-#include "DeviceSettings.h"
 #include "FrameLength.h"
+#include "LineFormat.h"
 
 #include <QFile>
 
@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <pty.h>
 #include <sys/inotify.h>
 #include <sys/ioctl.h>
@@ -28,6 +29,39 @@ termios rawLine()
     raw.c_cflag |= CLOCAL | CREAD;
     cfsetspeed(&raw, B9600);
     return raw;
+}
+
+// The control flags of a format; empty for what no controller has: the parity is N, E or O, with 7 or 8 data bits and
+// 1 or 2 stop bits.
+std::optional<tcflag_t> flagsOf(const QString& chara)
+{
+    const auto format = platform::parseLineFormat(chara);
+    if (!format || format->dataBits < QSerialPort::Data7 || format->parity > QSerialPort::OddParity ||
+        format->stopBits == QSerialPort::OneAndHalfStop)
+        return {};
+    tcflag_t flags = format->dataBits == QSerialPort::Data7 ? CS7 : CS8;
+    if (format->parity != QSerialPort::NoParity)
+        flags |= PARENB;
+    if (format->parity == QSerialPort::OddParity)
+        flags |= PARODD;
+    return format->stopBits == QSerialPort::TwoStop ? flags | CSTOPB : flags;
+}
+
+// Sets speed and format. QSerialPort would refuse the format on a pseudo-terminal, and takes no descriptor that is
+// open already, such as the near end of openpty.
+bool setLine(termios& line, int speed, const QString& chara, QString& errorText)
+{
+    if (cfsetspeed(&line, static_cast<speed_t>(speed)) != 0) { // it knows the speeds by their numbers too
+        errorText = QStringLiteral("the speed %1 is not one of the usual ones, such as 9600 or 19200").arg(speed);
+        return false;
+    }
+    const auto flags = flagsOf(chara);
+    if (!flags) {
+        errorText = QStringLiteral("the format \"%1\" is not of the form N,8,1").arg(chara);
+        return false;
+    }
+    line.c_cflag = (line.c_cflag & ~static_cast<tcflag_t>(CSIZE | PARENB | PARODD | CSTOPB)) | *flags;
+    return true;
 }
 
 } // namespace
