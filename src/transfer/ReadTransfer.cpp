@@ -11,17 +11,14 @@
 
 namespace {
 
-const char* const kProgressTitle = "Sending...";
-const char* const kProgressText = "It is forwarding it. Please wait for a while.";
-
 QString entryName(const clsKXAdr& image, int i)
 {
-    return QStringLiteral("%1: %2 %3").arg(image.Section(), image.Cmd(i), image.Adr(i));
+    return TransferParts::entryName(image, image.Cmd(i), image.Adr(i));
 }
 
 } // namespace
 
-ReadTransfer::ReadTransfer(const Parts& parts, AttemptFailed attemptFailed)
+ReadTransfer::ReadTransfer(const TransferParts& parts, AttemptFailed attemptFailed)
     : m_parts(parts), m_attemptFailed(std::move(attemptFailed))
 {}
 
@@ -31,13 +28,11 @@ void ReadTransfer::run(const std::vector<clsBlock*>* colRefData, Purpose purpose
     m_answered = 0;
     m_purpose = purpose;
     m_parts.controller.setState(MainState::NoConnection);
-    if (!confirmed())
+    if (!m_parts.confirmed(m_parts.settings.m_bViewRecvConf, "It reads out from the KX?"))
         return;
-    m_parts.channel.begin(m_parts.controller.slaveAddress(), m_parts.controller.transmissionMode());
     m_bCancel = false;
     m_lResult = Result::Success;
-    m_parts.progress.open(m_parts.kx.ColAdr().count(), QString::fromLatin1(kProgressTitle),
-                          QString::fromLatin1(kProgressText), true, true);
+    m_parts.begin(m_parts.kx.ColAdr().count());
     const Step end = readImages();
     m_report.requests = m_parts.channel.requests();
     m_report.wireBytes = m_parts.channel.wireBytes();
@@ -47,15 +42,6 @@ void ReadTransfer::run(const std::vector<clsBlock*>* colRefData, Purpose purpose
         finishUnanswered();
     else
         finishNormally(colRefData);
-}
-
-bool ReadTransfer::confirmed()
-{
-    if (!m_parts.settings.m_bViewRecvConf)
-        return true;
-    const int answer =
-        m_parts.questions.showMessage(tran("It reads out from the KX?"), MessageStyle::kYesNoExclamation);
-    return answer != MessageResult::kNo;
 }
 
 ReadTransfer::Step ReadTransfer::readImages()
@@ -147,7 +133,7 @@ void ReadTransfer::noteFailure(const QString& entry, int attempt)
     m_report.lastFailure = reason;
     if (attempt <= kRetries)
         m_parts.progress.setText(QStringLiteral("%1\n%2: %3 (%4/%5)")
-                                     .arg(tran(kProgressText), entry, reason)
+                                     .arg(m_parts.tran(TransferParts::kProgressText), entry, reason)
                                      .arg(attempt)
                                      .arg(kRetries + 1));
     m_attemptFailed(entry, attempt, kRetries + 1, reason);
@@ -181,9 +167,8 @@ void ReadTransfer::finishNormally(const std::vector<clsBlock*>* colRefData)
     m_report.outcome = ReadOutcome::Complete;
     m_parts.controller.setState(MainState::UpToDate);
     if (!m_report.givenUp.isEmpty())
-        m_parts.questions.showMessage(
-            tran("These blocks were not read: %1").arg(unreadBlocks().join(QStringLiteral(", "))),
-            MessageStyle::kExclamation);
+        m_parts.notify(m_parts.tran("These blocks were not read: %1").arg(unreadBlocks().join(QStringLiteral(", "))),
+                       MessageStyle::kExclamation);
 }
 
 // The values stay as they were.
@@ -192,7 +177,7 @@ void ReadTransfer::finishUnanswered()
     m_report.outcome = ReadOutcome::NoResponse;
     m_parts.controller.setState(MainState::Confirmed);
     m_parts.progress.close();
-    m_parts.questions.showMessage(tran("There was no response."), MessageStyle::kExclamation);
+    m_parts.notify(m_parts.tran("There was no response."), MessageStyle::kExclamation);
 }
 
 // By name, as the grid titles them; a section that no block shows by its own name.
@@ -228,23 +213,18 @@ void ReadTransfer::finishStopped()
     switch (m_lResult) {
     case Result::WrongModel:
         m_report.outcome = ReadOutcome::WrongModel;
-        m_parts.questions.showMessage(tran("Model number is different."), MessageStyle::kCritical);
+        m_parts.notifyWrongModel();
         break;
     case Result::Success:
         m_report.outcome = ReadOutcome::Cancelled;
-        m_parts.questions.showMessage(tran("It was cancelled."), MessageStyle::kExclamation);
+        m_parts.notify(m_parts.tran("It was cancelled."), MessageStyle::kExclamation);
         break;
     case Result::Refused:
     case Result::Failed:
         m_report.outcome = ReadOutcome::LinkRefused;
-        m_parts.questions.showMessage(tran("Reception error occurred.") +
-                                          QStringLiteral("[%1]").arg(static_cast<int>(m_lResult)),
-                                      MessageStyle::kExclamation);
+        m_parts.notify(m_parts.tran("Reception error occurred.") +
+                           QStringLiteral("[%1]").arg(static_cast<int>(m_lResult)),
+                       MessageStyle::kExclamation);
         break;
     }
-}
-
-QString ReadTransfer::tran(const char* english) const
-{
-    return m_parts.kx.library().tranStr(QString::fromLatin1(english));
 }

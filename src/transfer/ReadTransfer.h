@@ -1,15 +1,9 @@
 #pragma once
 
-#include "ControllerState.h"
-#include "MessagePresenter.h"
-#include "ProgressView.h"
-#include "RequestChannel.h"
+#include "TransferParts.h"
 #include "TransferReports.h"
-#include "clsKX.h"
 
 #include <functional>
-
-class clsCfg;
 
 // Reading all parameters: walks the read command list of every memory image, each entry one request, sent up to six
 // times, and shows the grid. Part of the transfer engine, which owns it and the channel.
@@ -18,18 +12,9 @@ class ReadTransfer
 public:
     static constexpr int kRetries = 5; // repetitions of a request after the first sending
 
-    struct Parts
-    {
-        clsKX& kx;
-        clsCfg& settings;
-        MessagePresenter& questions;
-        ProgressView& progress;
-        ControllerState& controller;
-        RequestChannel& channel;
-    };
     using AttemptFailed = std::function<void(const QString& entry, int attempt, int maximum, const QString& reason)>;
 
-    ReadTransfer(const Parts& parts, AttemptFailed attemptFailed);
+    ReadTransfer(const TransferParts& parts, AttemptFailed attemptFailed);
 
     // What a read is for: to show what the controller holds, or to see what became of a write.
     enum class Purpose { Show, ReadBack };
@@ -43,7 +28,6 @@ private:
     using Result = RequestChannel::Result;
     enum class Step { Next, Stop };
 
-    bool confirmed();
     Step readImages();
     Step readImage(clsKXAdr& image);
     bool buildRequest(const clsKXAdr& image, int i);
@@ -54,9 +38,8 @@ private:
     void finishUnanswered();
     void finishStopped();
     QStringList unreadBlocks() const;
-    QString tran(const char* english) const;
 
-    Parts m_parts;
+    TransferParts m_parts;
     AttemptFailed m_attemptFailed;
     ReadReport m_report;
     Purpose m_purpose = Purpose::Show;

@@ -1,19 +1,11 @@
 #pragma once
 
-#include "ControllerState.h"
-#include "MessagePresenter.h"
-#include "ProgressView.h"
-#include "RequestChannel.h"
+#include "TransferParts.h"
 #include "TransferReports.h"
-#include "clsKX.h"
-
-#include <QSet>
+#include "WriteRequests.h"
+#include "WriteSelection.h"
 
 #include <functional>
-#include <optional>
-#include <vector>
-
-class clsCfg;
 
 // Writing parameters. Each write begins with what the controller held: the write copies of all images become their
 // originals, then the chosen items are stored into them. The write command lists of the images concerned are walked,
@@ -24,23 +16,18 @@ class clsCfg;
 // and any image that was not read completely, because its other bytes are not the controller's. What is not known to be
 // in the controller afterwards stays changed.
 //
-// Part of the transfer engine, which owns it and the channel.
+// Part of the transfer engine, which owns it and the channel. WriteSelection keeps what becomes of each parameter,
+// WriteRequests builds the requests; this is the order in which they go out.
 class WriteTransfer
 {
 public:
     static constexpr int kPauseMs = 1000; // between the two passes when single parameters are written
 
-    struct Parts
-    {
-        clsKX& kx;
-        clsCfg& settings;
-        MessagePresenter& questions;
-        ProgressView& progress;
-        ControllerState& controller;
-        RequestChannel& channel;
-    };
-
-    explicit WriteTransfer(const Parts& parts) : m_parts(parts) {}
+    explicit WriteTransfer(const TransferParts& parts)
+        : m_parts(parts), m_selection(parts.kx, parts.settings, m_report), m_requests(m_parts, m_selection, m_report)
+    {}
+    WriteTransfer(const WriteTransfer&) = delete; // the members refer to each other
+    WriteTransfer& operator=(const WriteTransfer&) = delete;
 
     // Each is one user action: one question, one report. True when something was sent, so that it can be read back.
     bool writeItems(const QStringList& tags); // every image once, as for a single parameter
@@ -52,59 +39,34 @@ public:
     void cancel() { m_bCancel = true; }
 
     // Numbers of the blocks of the last writeBlock, with its relay blocks.
-    const QList<int>& writtenBlocks() const { return m_blocks; }
+    const QList<int>& writtenBlocks() const { return m_selection.blocks(); }
     bool isOfAll() const { return m_isOfAll; } // the last write was writeAll
     // After a read-back: which of the parameters that were sent hold something else now. Those that were not sent get
     // their changed value back.
-    void compareWithReadBack();
+    void compareWithReadBack() { m_selection.compareWithReadBack(); }
     const WriteReport& report() const { return m_report; }
     void clearReport() { m_report = {}; }
 
 private:
-    // The images to write, each once, in the order of their first use.
-    using Images = std::vector<clsKXAdr*>;
+    using Images = WriteSelection::Images;
 
-    // A parameter that was chosen and that a write command carries.
-    struct Chosen
-    {
-        enum class Carried { No, Yes, Failed };
-        QString tag;
-        ItemState before;
-        bool changed = false; // against what the controller held
-        bool refused = false; // not stored: no value, or one that is not allowed
-        Carried carried = Carried::No;
-        QString sent; // as the controller holds it
-    };
-
-    void start();
-    void resetImages();
+    [[nodiscard]] bool start();
+    [[nodiscard]] bool mayWrite();
     bool isReady();
-    bool mayWrite();
-    bool confirmed();
+    bool isConfirmed();
     bool isModelRight();
-    void storeBlock(const clsBlock& block, Images& colWrite);
-    void storeWithRelays(const clsBlock& block, Images& colWrite);
-    void storeItem(clsData& item, Images& colWrite);
-    bool storeChanged(clsData& item, clsKXAdr& image);
-    Chosen* find(const QString& tag);
+    bool isRangeInForce() const;
     bool finish(bool sent);
     bool sendData(const Images& colWrite, bool bSingle);
-    void noteSentValues(const Images& colWrite);
     bool sendPass(const Images& colWrite, int pass, bool bSingle, int& position);
-    bool sendEntry(clsKXAdr& image, int i, int pass, bool bSingle);
-    bool buildDirect(clsKXAdr& image, int i);
-    bool buildSet(const clsKXAdr& image, int i, bool bSingle);
-    std::optional<qint16> setValue(const QString& tag);
+    bool sendImage(clsKXAdr& image, int pass, bool bSingle);
     void send(clsKXAdr& image, int i);
-    void noteResult(clsKXAdr& image, int i, bool good);
-    QString tran(const char* english) const;
+    bool isStopped() const { return m_bCancel || m_parts.channel.isAborted(); }
 
-    Parts m_parts;
+    TransferParts m_parts;
     WriteReport m_report;
-    std::vector<Chosen> m_chosen;
-    QSet<QString> m_chosenTags; // those that no write command carries too
-    QList<int> m_blocks;
+    WriteSelection m_selection;
+    WriteRequests m_requests;
     bool m_isOfAll = false;
     bool m_bCancel = false;
-    quint8 m_functionCode = 0; // of the request that was built
 };

@@ -1,0 +1,188 @@
+#include "WriteSelection.h"
+
+#include "HeldValue.h"
+#include "ItemLimits.h"
+#include "ItemStore.h"
+#include "Numbers.h"
+#include "WrittenItems.h"
+#include "clsCfg.h"
+#include "clsLibrary.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kEditSent = 3;
+
+// The same value, however it is written.
+bool isSameValue(const QString& sent, const QString& kept)
+{
+    const auto left = platform::parseSingle(sent);
+    const auto right = platform::parseSingle(kept);
+    return sent == kept || (left && right && *left == *right);
+}
+
+} // namespace
+
+void WriteSelection::clear()
+{
+    m_report = {};
+    m_chosen.clear();
+    m_tags.clear();
+    m_blocks.clear();
+    resetImages();
+}
+
+void WriteSelection::resetImages()
+{
+    const ImageCollection& all = m_kx.ColAdr();
+    for (int i = 0; i < all.count(); ++i)
+        all.at(i).resetWrite();
+}
+
+void WriteSelection::addWithRelays(const clsBlock& block, Images& images)
+{
+    addBlock(block, images);
+    for (int n = 0; !block.getRelayBlock(n).isEmpty(); ++n) {
+        const clsLibrary& library = m_kx.library();
+        const int number = library.toLong(block.getRelayBlock(n), 0);
+        if (const clsBlock* relay = m_kx.getBlockByNo(number))
+            addBlock(*relay, images);
+        else
+            m_kx.logError(QStringLiteral("リレーブロックが見つからない[%1]").arg(number));
+    }
+}
+
+void WriteSelection::addBlock(const clsBlock& block, Images& images)
+{
+    m_blocks << block.m_lNo;
+    for (clsData* item : block.Tags())
+        add(*item, images);
+}
+
+const WriteSelection::Chosen* WriteSelection::find(const QString& tag) const
+{
+    const auto chosen =
+        std::find_if(m_chosen.begin(), m_chosen.end(), [&](const Chosen& entry) { return entry.tag == tag; });
+    return chosen == m_chosen.end() ? nullptr : &*chosen;
+}
+
+void WriteSelection::keepMarked(const QString& tag)
+{
+    for (Chosen& chosen : m_chosen)
+        chosen.changed = chosen.changed || chosen.tag == tag;
+}
+
+void WriteSelection::add(clsData& item, Images& images)
+{
+    clsKXAdr* image = m_kx.ColAdr().find(item.WSection());
+    if (image == nullptr)
+        return;
+    if (std::find(images.begin(), images.end(), image) == images.end())
+        images.push_back(image);
+    if (m_tags.contains(item.Key()))
+        return;
+    m_tags.insert(item.Key());
+    const bool isUnread = !image->isFilled() && image->hasReads();
+    if (isUnread || !isWritten(m_kx, item))
+        return; // a section that was not read is reported as a whole
+    // A value that is the controller's own stays what its bytes are, whatever the limits say.
+    const auto held = heldValue(item, *image);
+    Chosen chosen;
+    chosen.tag = item.Key();
+    chosen.before = item.state();
+    chosen.changed = !held || !isSameValue(*held, item.Data());
+    if (chosen.changed)
+        chosen.refused = !store(item, *image);
+    if (!chosen.refused)
+        item.Edit = kEditSent;
+    m_chosen.push_back(chosen);
+}
+
+bool WriteSelection::store(clsData& item, clsKXAdr& image)
+{
+    const bool isValue = item.isKnown() && platform::parseDouble(item.Data()).has_value();
+    const bool isOutside = isValue && !isAllowed(item);
+    if (isValue && !isOutside && storeInImage(item, image))
+        return true;
+    (isOutside ? m_report.outsideLimits : m_report.skipped) << item.Key();
+    m_kx.logError(QStringLiteral("not written: %1=%2 is %3")
+                      .arg(item.Key(), item.Data(),
+                           isOutside ? QStringLiteral("outside its limits")
+                                     : QStringLiteral("no value that the controller can hold")));
+    return false;
+}
+
+// What the controller is to hold: a value is kept in the width and with the places that its bytes have.
+void WriteSelection::noteSent(const Images& images)
+{
+    for (const clsKXAdr* image : images) {
+        clsKXAdr sent = *image;
+        sent.setCopy();
+        for (Chosen& chosen : m_chosen) {
+            const clsData* item = m_kx.getDataByTag(chosen.tag);
+            if (item->WSection() == image->Section())
+                chosen.sent = heldValue(*item, sent).value_or(item->Data());
+        }
+    }
+}
+
+void WriteSelection::noteReply(clsKXAdr& image, int i, bool good)
+{
+    const bool isDirect = image.WCmd(i) == u"Direct";
+    if (good && isDirect)
+        image.accept(image.WAdr(i), image.WCnt(i));
+    for (Chosen& chosen : m_chosen) {
+        const clsData* item = m_kx.getDataByTag(chosen.tag);
+        if (chosen.refused || !carries(m_kx, image, i, *item))
+            continue;
+        if (!isDirect && good)
+            acceptInImage(*item, *m_kx.ColAdr().find(item->WSection()));
+        if (!good)
+            chosen.carried = Chosen::Carried::Failed;
+        else if (chosen.carried == Chosen::Carried::No && item->WSection() == image.Section())
+            chosen.carried = Chosen::Carried::Yes;
+    }
+}
+
+// What is not known to be in the controller stays marked as changed. Off-line nothing is.
+void WriteSelection::finish()
+{
+    for (const Chosen& chosen : m_chosen) {
+        clsData* item = m_kx.getDataByTag(chosen.tag);
+        const bool isIn = !chosen.changed || (!chosen.refused && chosen.carried == Chosen::Carried::Yes);
+        if (item == nullptr || (isIn && !m_settings.m_bComm))
+            continue;
+        item->Edit = chosen.before.edit;
+        if (m_settings.m_bComm || !item->isKnown())
+            continue;
+        item->Edit = EditState::kChanged;
+        m_report.unsent << chosen.tag;
+    }
+    resetImages();
+}
+
+void WriteSelection::compareWithReadBack()
+{
+    bool isRestored = false;
+    for (const Chosen& chosen : m_chosen) {
+        clsData* item = m_kx.getDataByTag(chosen.tag);
+        const bool isThere = item->isKnown() && isSameValue(chosen.sent, item->Data());
+        if (!m_report.unsent.contains(chosen.tag)) {
+            if (item->isKnown() && !isThere)
+                m_report.notAccepted.append({chosen.tag, chosen.sent, item->Data()});
+        } else if (isThere && !chosen.refused) {
+            m_report.unsent.removeAll(chosen.tag);
+        } else {
+            item->restore(chosen.before);
+            item->Edit = EditState::kChanged;
+            m_kx.followUnit(*item);
+            isRestored = true;
+        }
+    }
+    if (isRestored)
+        m_kx.refreshSpread(false, nullptr);
+    for (const NotAccepted& parameter : m_report.notAccepted)
+        m_kx.logError(
+            QStringLiteral("not accepted: %1, sent %2, kept %3").arg(parameter.tag, parameter.sent, parameter.kept));
+}
