@@ -2,6 +2,7 @@
 
 #include "ModelCatalogue.h"
 #include "ProgramContext.h"
+#include "RecordingShell.h"
 #include "SimulatedController.h"
 #include "SimulatorLine.h"
 #include "TransferEngine.h"
@@ -22,20 +23,6 @@ namespace paced {
 
 constexpr double kBitsPerByte = 10;
 inline const QString kModelString = QStringLiteral("KX41000000-10A");
-
-class Shell : public MessagePresenter, public ProgressView
-{
-public:
-    int present(const Message& message) override
-    {
-        std::fprintf(stderr, "%s\n", qPrintable(message.prompt));
-        return MessageResult::kOk;
-    }
-    void open(int, const QString&, const QString&, bool, bool) override {}
-    void setPosition(int) override {}
-    void setText(const QString&) override {}
-    void close() override {}
-};
 
 inline platform::Folders scratchFolders(const QString& root)
 {
@@ -105,6 +92,8 @@ public:
     {
         m_controller.quit();
         m_controller.wait();
+        for (const QString& message : m_shell.messages)
+            std::fprintf(stderr, "%s\n", qPrintable(message));
     }
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -123,7 +112,7 @@ public:
     std::unique_ptr<TransferEngine> engine;
 
 private:
-    Shell m_shell;
+    RecordingShell m_shell;
     ControllerState m_state;
 };
 

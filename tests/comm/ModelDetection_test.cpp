@@ -2,11 +2,17 @@
 
 #include "DetectionFixture.h"
 #include "ModelCodes.h"
+#include "Table.h"
 
 #include <QCoreApplication>
 
+#include <tuple>
+
 namespace {
 
+const char* const kDetected = "KX62000000-10A";
+const char* const kOther = "ABCDEFGHIJKLMN";
+const char* const kOld = "KX41000000-10A";
 const QStringList kCodes{QStringLiteral("KX410"), QStringLiteral("KX413"), QStringLiteral("KX620")};
 
 class Detecting : public DetectionFixture
@@ -20,68 +26,28 @@ protected:
         detection->Logs(errorLog, traceLog);
     }
 
+    QByteArray bytesOf(const QString& answer) const { return box.machine.codePage.fromText(answer); }
+
     std::unique_ptr<uclComm> link;
     std::unique_ptr<ModelDetection> detection;
 };
 
-struct Conversation
+TEST_F(Detecting, EndsAsTheTableSays)
 {
-    const char* name;
-    const char* known; // before
-    const char* first; // at FBC0
-    const char* second;
-    DetectionResult result;
-    int position;
-    const char* modelString; // afterwards
-    int requests;
-};
-
-class Conversing : public Detecting, public ::testing::WithParamInterface<Conversation>
-{
-public:
-    static constexpr const char* kS = kSilent;
-    static constexpr const char* kD = kDamaged;
-    static constexpr const char* kE = kException;
-    static constexpr const char* kF = kForeign;
-};
-
-TEST_P(Conversing, EndsAsItMust)
-{
-    const Conversation& row = GetParam();
-    plug(row.first, row.second);
-    start();
-    detection->setModelString(QString::fromLatin1(row.known));
-    const Detection ended = detection->detect(1, 0, kCodes);
-    EXPECT_EQ(ended.result, row.result);
-    EXPECT_EQ(ended.position, row.position);
-    EXPECT_EQ(detection->modelString().toStdString(), row.modelString);
-    EXPECT_EQ(controller->requests(), row.requests);
-    EXPECT_FALSE(detection->isBusy());
-    EXPECT_EQ(detection->failure().isEmpty(), row.result != DetectionResult::NoAnswer);
+    for (const QStringList& row : tableRows("comm/conversations.tsv")) {
+        SCOPED_TRACE(row[0].toStdString());
+        plug(bytesOf(row[2]), bytesOf(row[3]));
+        start();
+        detection->setModelString(row[1]);
+        const Detection ended = detection->detect(1, 0, kCodes);
+        EXPECT_EQ(QString::number(static_cast<int>(ended.result)), row[4]);
+        EXPECT_EQ(QString::number(ended.position), row[5]);
+        EXPECT_EQ(detection->modelString().toStdString(), row[6].toStdString());
+        EXPECT_EQ(QString::number(controller->requests()), row[7]);
+        EXPECT_FALSE(detection->isBusy());
+        EXPECT_EQ(detection->failure().isEmpty(), ended.result != DetectionResult::NoAnswer);
+    }
 }
-
-using R = DetectionResult;
-const char* const kDetected = "KX62000000-10A";
-const char* const kOther = "ABCDEFGHIJKLMN";
-const char* const kOld = "KX41000000-10A";
-
-INSTANTIATE_TEST_SUITE_P(
-    All, Conversing,
-    ::testing::Values(Conversation{"KnownAtFirst", "", kDetected, Conversing::kS, R::Found, 2, kDetected, 1},
-                      Conversation{"KnownAtSecond", "", kOther, kDetected, R::Found, 2, kDetected, 2},
-                      Conversation{"OtherCharacters", "", "KX620\xB1\xB2\xB3\xB4-10AB", Conversing::kS, R::Found, 2,
-                                   "KX620\xEF\xBD\xB1\xEF\xBD\xB2\xEF\xBD\xB3\xEF\xBD\xB4-10AB", 1},
-                      Conversation{"UnknownCode", "", "KX99900000-10A", kDetected, R::NotFound, -1, "KX99900000-10A", 1},
-                      Conversation{"NoModelAnywhere", "", kOther, "NMLKJIHGFEDCBA", R::NotFound, -1, "NMLKJIHGFEDCBA",
-                                   2},
-                      Conversation{"Silence", "", Conversing::kS, kDetected, R::NoAnswer, -1, "Nothing", 1},
-                      Conversation{"SecondSilent", "", kOther, Conversing::kS, R::NoAnswer, -1, "Nothing", 2},
-                      Conversation{"Refused", "", Conversing::kE, kDetected, R::NoAnswer, -1, "Nothing", 1},
-                      Conversation{"DamagedKeepsTheOldString", kOld, Conversing::kD, kDetected, R::NoAnswer, -1, kOld, 1},
-                      Conversation{"DamagedThenSound", "", Conversing::kD, kDetected, R::Found, 2, kDetected, 2},
-                      Conversation{"ReplyOfAnotherLength", kOld, "KX62000000-10AXX", kDetected, R::NoAnswer, -1, kOld, 1},
-                      Conversation{"ReplyOfAnotherFunction", kOld, Conversing::kF, kDetected, R::NoAnswer, -1, kOld, 1}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(Detecting, StopEndsTheWaitAtOnceAndALateReplyIsDropped)
 {
@@ -140,29 +106,19 @@ TEST_F(Detecting, ASecondDetectionInsideTheFirstIsRefused)
     EXPECT_EQ(controller->requests(), 1);
 }
 
-struct Choice
-{
-    const char* name;
-    const char* modelString;
-    modelcodes::Match match;
-    int position;
-};
-
 TEST(ModelCodes, SelectTheFirstEntryThatBeginsAlike)
 {
     using M = modelcodes::Match;
     const QStringList codes{QStringLiteral("KX410"), QStringLiteral("KX620A"), QStringLiteral("KX620B"),
                             QStringLiteral("KX6")};
-    const Choice rows[] = {
-        {"longer code", "KX62000000-10A", M::Found, 1},
-        {"no such code", "KX64000000-10A", M::NotFound, -1},
-        {"13 characters", "KX41000000-10", M::NotFound, -1},
-        {"Nothing", "Nothing", M::NoAnswer, -1},
-    };
-    for (const Choice& row : rows) {
-        const modelcodes::Selection selection = modelcodes::select(QString::fromLatin1(row.modelString), codes);
-        EXPECT_EQ(selection.match, row.match) << row.name;
-        EXPECT_EQ(selection.position, row.position) << row.name;
+    const std::tuple<const char*, M, int> rows[] = {{"KX62000000-10A", M::Found, 1}, // by its first five characters
+                                                    {"KX64000000-10A", M::NotFound, -1},
+                                                    {"KX41000000-10", M::NotFound, -1}, // 13 characters
+                                                    {"Nothing", M::NoAnswer, -1}};
+    for (const auto& [text, match, position] : rows) {
+        const modelcodes::Selection selection = modelcodes::select(QString::fromLatin1(text), codes);
+        EXPECT_EQ(selection.match, match) << text;
+        EXPECT_EQ(selection.position, position) << text;
     }
 }
 

@@ -1,15 +1,10 @@
 #include "uclComm.h"
 
-#include "ComPorts.h"
-#include "ScriptedController.h"
-#include "TestMachine.h"
-#include "clsLibrary.h"
+#include "DetectionFixture.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QSignalSpy>
-#include <QTimer>
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <tuple>
@@ -25,15 +20,12 @@ QByteArray silence(const QByteArray&)
     return {};
 }
 
-class Link : public ::testing::Test
+class Link : public DetectionFixture
 {
 protected:
-    Link() : library(box.context), ports{QProcessEnvironment()} {}
-
     void plug(ScriptedController::Answer answer)
     {
-        controller = std::make_unique<ScriptedController>(std::move(answer));
-        ports.assign(1, controller->device());
+        DetectionFixture::plug(std::move(answer));
         link = std::make_unique<uclComm>(ports, box.clock);
         link->init(1, &library);
         good = std::make_unique<QSignalSpy>(link.get(), &uclComm::RecieveSuccess);
@@ -65,10 +57,6 @@ protected:
         EXPECT_EQ(good->size(), 0);
     }
 
-    TestMachine box;
-    clsLibrary library;
-    platform::ComPorts ports;
-    std::unique_ptr<ScriptedController> controller;
     std::unique_ptr<uclComm> link;
     std::unique_ptr<QSignalSpy> good;
     std::unique_ptr<QSignalSpy> bad;
@@ -164,8 +152,7 @@ TEST_F(Link, EventsBeforeTheRequest)
 // A far end that holds the line for a while (XOFF) is no lost adapter, and gets nothing that was given up meanwhile.
 TEST_F(Link, ALineThatIsHeld)
 {
-    library.getIniFilePath(QStringLiteral("Main"));
-    ASSERT_TRUE(box.put(QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini"), "[Comm1]\nHandshaking=1\n"));
+    writeSettings("[Comm1]\nHandshaking=1\n");
     QByteArray arrived;
     plug([&](const QByteArray& bytes) {
         arrived += bytes;

@@ -1,6 +1,9 @@
+#include "ComSetSession.h"
 #include "FaultMatrixFixture.h"
+#include "RecordingOwner.h"
 
 #include <QFile>
+#include <QTimer>
 
 #include <cctype>
 #include <string>
@@ -44,6 +47,26 @@ std::vector<Cell> readTable()
 class FaultMatrix : public FaultMatrixFixture, public ::testing::WithParamInterface<Cell>
 {
 protected:
+    // A value that the user enters, and where it goes at the controller.
+    struct Entry
+    {
+        const char* tag;
+        const char* data;
+        int block;
+        QHash<QString, QString> stored;
+    };
+
+    static const std::vector<Entry>& entries()
+    {
+        static const std::vector<Entry> kEntries{
+            {"VQSV1", "123", 1, {{"MEM 8000", "00"}, {"MEM 8001", "7B"}}},
+            {"VQF1", "2.5", 1, {{"MEM 8004", "40"}, {"MEM 8005", "20"}, {"MEM 8006", "00"}, {"MEM 8007", "00"}}},
+            {"SWB1", "0", 1, {{"MEM 8100", "00"}}},
+            {"PQREG", "88", 2, {{"REG 40001", "88"}}},
+            {"PQRUN", "0", 2, {{"COIL 1", "0"}}}};
+        return kEntries;
+    }
+
     void run(const QString& transfer)
     {
         window.messages.clear();
@@ -61,10 +84,15 @@ protected:
 
     void detect()
     {
-        ComSetSession session({window, ports, library, QString()});
+        RecordingOwner owner(*link);
+        owner.slave = state.slaveAddress();
+        owner.mode = state.transmissionMode();
+        ComSetSession session({owner, ports, library, QString()});
         session.Logs(noLog(), trace);
         ComSetFields fields = session.open();
-        session.confirm(fields);
+        const bool isConfirmed = session.confirm(fields);
+        state.setState(isConfirmed ? MainState::Confirmed : MainState::NoConnection);
+        EXPECT_EQ(owner.states, QList<int>{isConfirmed ? 1 : 0});
     }
 
     static bool isWrite(const QString& transfer) { return transfer != u"detect" && transfer != u"read"; }
@@ -166,5 +194,62 @@ std::string nameOf(const ::testing::TestParamInfo<Cell>& cell)
 }
 
 INSTANTIATE_TEST_SUITE_P(Cells, FaultMatrix, ::testing::ValuesIn(readTable()), nameOf);
+
+// Registers whose replies differ in nothing but their values.
+using LikeReplies = FaultMatrixFixture;
+
+class LateReplies : public LikeReplies, public ::testing::WithParamInterface<const char*>
+{};
+
+TEST_P(LateReplies, AreNotTakenForThoseOfAnotherRegister)
+{
+    for (const int mode : {0, 1}) {
+        start(mode, "registers");
+        setFault(QLatin1String(GetParam()));
+        for (int round = 0; round < 3; ++round) {
+            engine->getDataFromKX(nullptr);
+            EXPECT_EQ(wrongImages().join(u' ').toStdString(), "") << "mode " << mode << ", round " << round;
+            box.clock.setNow(box.clock.now().addSecs(round == 0 ? 3600 : -7200)); // somebody sets the machine's clock
+        }
+        setFault(QString());
+        engine->getDataFromKX(nullptr);
+        EXPECT_EQ(images().toStdString(), "all");
+        EXPECT_EQ(engine->lastRead().failures, 0);
+        EXPECT_EQ(grid.cell(2, 1).text.toStdString(), "200");
+    }
+}
+
+// The time-out is 5 s.
+INSTANTIATE_TEST_SUITE_P(Delays, LateReplies,
+                         ::testing::Values("delay:6500", "delay:7900", "delay:9900", "delay:12500", "delay:17300",
+                                           "delay:6500@every2", "delay:8500@every3"),
+                         [](const auto& row) { return "Delay" + std::to_string(row.index); });
+
+// Waiting is for replies that may still come: an answer that is only damaged costs no time.
+TEST_F(LikeReplies, DamagedAnswersCostNoTime)
+{
+    start(0, "registers");
+    const QDateTime before = box.clock.now();
+    setFault(QStringLiteral("corrupt@every2"));
+    engine->getDataFromKX(nullptr);
+    EXPECT_GT(engine->lastRead().failures, 0);
+    EXPECT_EQ(images().toStdString(), "all");
+    EXPECT_LT(before.secsTo(box.clock.now()), 2);
+}
+
+// Cancel while late replies pass: the request that waits for them does not go out.
+TEST_F(LikeReplies, CancelEndsTheWaitForLateReplies)
+{
+    start(0, "registers");
+    setFault(QStringLiteral("silent@every1"));
+    engine->getDataFromKX(nullptr);
+    setFault(QString());
+    const int sent = engine->lastRead().requests;
+    QTimer::singleShot(0, engine.get(), [this] { engine->ProgCancel(0); });
+    engine->getDataFromKX(nullptr);
+    EXPECT_GT(sent, 0);
+    EXPECT_EQ(engine->lastRead().outcome, ReadOutcome::Cancelled);
+    EXPECT_EQ(engine->lastRead().requests, 0);
+}
 
 } // namespace

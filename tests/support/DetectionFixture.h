@@ -38,7 +38,7 @@ protected:
         ports.assign(1, controller->device());
     }
 
-    void plug(const char* first, const char* second = kSilent)
+    void plug(const QByteArray& first, const QByteArray& second = kSilent)
     {
         plug([this, first, second](const QByteArray& request) {
             return answer(request, soundController::asksFor(request, "0000FBC8") ? second : first);

@@ -98,7 +98,7 @@ void Soak::finish()
 {
     m_line.setFaults(Faults());
     m_faults = QStringLiteral("none");
-    pass(kSettleSeconds);
+    advance(kSettleSeconds);
     read();
     if (m_engine.lastRead().outcome != ReadOutcome::Complete || m_engine.lastRead().failures > 0)
         m_result.wrong << QStringLiteral("the read without faults was not clean: ") + m_engine.lastRead().lastFailure;
@@ -140,7 +140,7 @@ void Soak::drawFaults()
     m_line.setFaults(faults);
 }
 
-void Soak::pass(int seconds)
+void Soak::advance(int seconds)
 {
     const QDateTime end = m_program.box.clock.now().addSecs(seconds);
     while (m_program.box.clock.now() < end)
@@ -238,7 +238,7 @@ void Soak::noteRead(const Values* shown)
     const ReadReport& report = m_engine.lastRead();
     m_result.repetitions += report.failures;
     const bool clean = report.outcome == ReadOutcome::Complete && report.givenUp.isEmpty();
-    ++(clean ? m_result.cleanReads : m_result.toldFailures);
+    ++(clean ? m_result.cleanReads : m_result.reportedFailures);
     if (report.outcome == ReadOutcome::Complete)
         compareKnown(shown);
 }
@@ -285,10 +285,10 @@ void Soak::noteWrite(const Values& sent, bool all)
         noteRead(all ? nullptr : &sent);
     const bool clean = walked && report.failed.isEmpty() && report.skipped.isEmpty() && report.notAccepted.isEmpty() &&
                        m_engine.lastRead().outcome == ReadOutcome::Complete && m_engine.lastRead().givenUp.isEmpty();
-    ++(clean ? m_result.cleanWrites : m_result.toldFailures);
+    ++(clean ? m_result.cleanWrites : m_result.reportedFailures);
     if (!walked || !report.failed.isEmpty())
         return;
-    // No entry is told as failed: then the controller has had every value that went out.
+    // No entry is reported as failed: then the controller has had every value that went out.
     for (auto value = sent.cbegin(); value != sent.cend(); ++value) {
         if (!report.unsent.contains(value.key()) && !wasHeld(value.key(), value.value()))
             noteWrong(QStringLiteral("%1 is acknowledged as %2, was %3")

@@ -4,6 +4,7 @@
 #include "GridModel.h"
 #include "IdleClock.h"
 #include "RealModel.h"
+#include "RecordingShell.h"
 #include "SimulatorLine.h"
 #include "TransferEngine.h"
 #include "clsKX.h"
@@ -16,32 +17,15 @@
 #include <random>
 #include <vector>
 
-// The program around the transfers: answers yes, and keeps what it was told.
-class SoakShell : public MessagePresenter, public ProgressView
-{
-public:
-    int present(const Message& message) override
-    {
-        messages << message.prompt;
-        return MessageResult::kYes;
-    }
-    void open(int, const QString&, const QString&, bool, bool) override {}
-    void setPosition(int) override {}
-    void setText(const QString&) override {}
-    void close() override {}
-
-    QStringList messages;
-};
-
 // What became of the cycles.
 struct SoakResult
 {
     int cycles = 0;
-    int cleanReads = 0;   // walked to the end, nothing given up
-    int cleanWrites = 0;  // walked to the end, nothing failed, nothing read back otherwise
-    int toldFailures = 0; // transfers that told of something that did not succeed
-    int repetitions = 0;  // requests without a valid reply
-    QStringList wrong;    // values that the program took for the controller's and that never were: must stay empty
+    int cleanReads = 0;       // walked to the end, nothing given up
+    int cleanWrites = 0;      // walked to the end, nothing failed, nothing read back otherwise
+    int reportedFailures = 0; // transfers that reported something that did not succeed
+    int repetitions = 0;      // requests without a valid reply
+    QStringList wrong;        // values that counted as the controller's and never were: must stay empty
 };
 
 // A real model and its simulated controller at the two ends of a pseudo-terminal. Every cycle draws faults, then reads,
@@ -69,7 +53,7 @@ private:
     };
 
     void drawFaults();
-    void pass(int seconds);
+    void advance(int seconds);
     void snapshot();
     Held held();
     void read();
@@ -87,7 +71,7 @@ private:
     std::mt19937 m_random;
     RealModel m_program;
     RealModel m_far; // the controller's own, and the witness's
-    SoakShell m_shell;
+    RecordingShell m_shell;
     ControllerState m_state;
     platform::GridModel m_grid;
     platform::vaSpread m_view;

@@ -1,6 +1,6 @@
 // vorlant_soak [CYCLES] [SEED]: reads and writes through the transfer engine over a line with faults, half of the
 // cycles in each mode. Ends with 1 when a value was wrong that was taken as right, when a transfer failed and did not
-// say so, when the last clean read does not agree with the controller, or when memory grew.
+// report it, when the last clean read does not agree with the controller, or when memory grew.
 
 #include "Soak.h"
 
@@ -68,8 +68,8 @@ int main(int argc, char** argv)
     lineSeconds += run(1, cycles - cycles / 2, seed + 1, result, memory);
     std::printf("%d cycles, seed %u, %.0f s (%lld s on the line)\n", result.cycles, seed,
                 1e-3 * static_cast<double>(timer.elapsed()), static_cast<long long>(lineSeconds));
-    std::printf("clean reads %d, clean writes %d, told failures %d, requests without a valid reply %d\n",
-                result.cleanReads, result.cleanWrites, result.toldFailures, result.repetitions);
+    std::printf("clean reads %d, clean writes %d, reported failures %d, requests without a valid reply %d\n",
+                result.cleanReads, result.cleanWrites, result.reportedFailures, result.repetitions);
     std::printf("wrong values taken as right: %lld\n", static_cast<long long>(result.wrong.size()));
     for (const QString& text : result.wrong.mid(0, kShownLines))
         std::printf("  %s\n", qPrintable(text));
