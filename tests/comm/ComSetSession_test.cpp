@@ -67,47 +67,42 @@ TEST_F(Session, SlaveNumbersOutsideTheRangeTouchNoPort)
     EXPECT_EQ(settingsFile(), before) << "a detection saves nothing";
 }
 
-struct Check
+// On OK. The answer is the controller's at FBC0 and FBC8; one notice at most, and nothing is applied yet.
+TEST_F(Session, ConfirmsAModelThatIsKnown)
 {
-    const char* name;
-    bool offLine;
-    const char* modelString; // before
-    const char* answer;      // at FBC0 and FBC8
-    bool valid;
-    const char* message; // "" for none
-    const char* after;
-    int position;
-};
-
-class SessionCheck : public Session, public ::testing::WithParamInterface<Check>
-{};
-
-TEST_P(SessionCheck, OnOk)
-{
-    const Check& row = GetParam();
-    plug(row.answer, row.answer);
-    ComSetFields fields = open();
-    settings.m_bComm = row.offLine;
-    fields.modelString = QString::fromLatin1(row.modelString);
-    EXPECT_EQ(session->confirm(fields), row.valid);
-    EXPECT_EQ(owner->states, QList<int>{row.valid ? 1 : 0});
-    EXPECT_EQ(told.texts.join(u'|').toStdString(), row.message) << "one notice at most";
-    EXPECT_EQ(fields.modelString.toStdString(), row.after);
-    EXPECT_EQ(fields.modelPosition, row.position);
-    EXPECT_EQ(controller->requests() == 0, row.offLine);
-    EXPECT_TRUE(owner->calls.isEmpty()) << "nothing is applied yet";
+    const struct
+    {
+        bool offLine;
+        const char* modelString; // before
+        const char* answer;
+        bool valid;
+        const char* message; // "" for none
+        const char* after;
+        int position;
+    } rows[] = {{false, "", kKX620, true, "", kKX620, 2},
+                {false, kKX620, "#silent", false, kNoResponse, "Nothing", 1},
+                {false, "", "KX99900000-10A", false, kOtherModel, "KX99900000-10A", 1},
+                {true, kKX620, "#silent", true, "", kKX620, 2},
+                {true, "KX620", "#silent", false, kOtherModel, "KX620", 1},
+                {true, "KX99900000-10A", "#silent", false, kOtherModel, "KX99900000-10A", 1}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.modelString);
+        session.reset();
+        owner.reset();
+        told = {};
+        plug(row.answer, row.answer);
+        ComSetFields fields = open();
+        settings.m_bComm = row.offLine;
+        fields.modelString = QString::fromLatin1(row.modelString);
+        EXPECT_EQ(session->confirm(fields), row.valid);
+        EXPECT_EQ(owner->states, QList<int>{row.valid ? 1 : 0});
+        EXPECT_EQ(told.texts.join(u'|').toStdString(), row.message);
+        EXPECT_EQ(fields.modelString.toStdString(), row.after);
+        EXPECT_EQ(fields.modelPosition, row.position);
+        EXPECT_EQ(controller->requests() == 0, row.offLine);
+        EXPECT_TRUE(owner->calls.isEmpty());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, SessionCheck,
-                         ::testing::Values(Check{"OnLineFound", false, "", kKX620, true, "", kKX620, 2},
-                                           Check{"OnLineTheOldStringDoesNotCount", false, kKX620, "#silent", false,
-                                                 kNoResponse, "Nothing", 1},
-                                           Check{"OffLineKnown", true, kKX620, "#silent", true, "", kKX620, 2},
-                                           Check{"OffLineShort", true, "KX620", "#silent", false, kOtherModel, "KX620",
-                                                 1},
-                                           Check{"OffLineUnknown", true, "KX99900000-10A", "#silent", false,
-                                                 kOtherModel, "KX99900000-10A", 1}),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(Session, AppliesEverythingAndReads)
 {

@@ -58,15 +58,4 @@ RC_GTEST_PROP(FrameProperty, OneTurnedBitIsNeverAccepted, ())
     RC_ASSERT(modbus.ErrorCode() != 0);
 }
 
-RC_GTEST_PROP(FrameProperty, NoBytesOfAnyKindAreTooMuch, ())
-{
-    clsModbus modbus;
-    askFor(modbus, *rc::gen::inRange<size_t>(1, 121));
-    modbus.setMasterMode(*rc::gen::arbitrary<bool>());
-    const auto noise = *rc::gen::arbitrary<std::vector<char>>();
-    QByteArray bytes(noise.data(), static_cast<qsizetype>(noise.size()));
-    const bool taken = modbus.SetRecvMessage(bytes, *rc::gen::inRange(-2, static_cast<int>(noise.size()) + 3));
-    RC_ASSERT(taken == (modbus.ErrorCode() == 0));
-}
-
 } // namespace

@@ -1,10 +1,12 @@
 #include "clsKXAdr.h"
 
+#include "Table.h"
 #include "TestMachine.h"
 #include "clsLibrary.h"
 
-#include <QFile>
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 namespace {
 
@@ -14,10 +16,7 @@ protected:
     void load(const QByteArray& comm)
     {
         const QString folder = library.getIniFilePath(QString());
-        QFile file(box.path(folder) + QStringLiteral("/C.ini"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(comm);
-        file.close();
+        ASSERT_TRUE(box.put(folder + QStringLiteral("\\C.ini"), comm));
         image.load(folder, QStringLiteral("C.ini"), QStringLiteral("S"), &library);
     }
 
@@ -45,6 +44,44 @@ TEST_F(Image, DamagedCountsAreBounded)
     EXPECT_EQ(image.WMsgMax(), 0);
     load("[S]\nReadCmd1=Direct,0,2147483647\n");
     EXPECT_EQ(image.getOrgData().size(), clsKXAdr::kMaxImageBytes + 1);
+}
+
+TEST_F(Image, CommandLists)
+{
+    for (const QStringList& row : tableRows("comm/command_lists.tsv")) {
+        SCOPED_TRACE(row[0].toStdString());
+        load("[S]\n" + row[1].toLatin1().replace(';', '\n') + '\n');
+        EXPECT_EQ(image.hasReads(), !row[2].isEmpty());
+        EXPECT_EQ(image.isCommandsOnly(), !row[3].isEmpty());
+        EXPECT_EQ(image.writeFault(1), row[4]);
+    }
+}
+
+TEST_F(Image, HoldsWhatItsReadsBring)
+{
+    load("[S]\nReadCmd1=Direct,FBC0,4\nWriteCmd1=Direct,FBC0,4\n");
+    for (const auto& [address, length, holds] :
+         {std::tuple(u"FBC0", 4, true), std::tuple(u"FBC3", 1, true), std::tuple(u"FBC3", 2, false),
+          std::tuple(u"FBBF", 1, false), std::tuple(u"", 1, false)})
+        EXPECT_EQ(image.holds(QString::fromUtf16(address), length), holds) << qPrintable(QString::fromUtf16(address));
+    image.setData({1, QByteArray::fromHex("01020304")});
+    image.setInteger(kHigh, 0x5566);
+    image.accept(kHigh, 1);
+    EXPECT_EQ(image.getOrgData().toHex(), "0102550400") << "what was taken, and no more";
+    image.resetWrite();
+    EXPECT_EQ(image.getWriteData(true).bytes.toHex(), "0102550400");
+    load("[S]\nReadCmd1=GetAnalogSet,40001,1,A\n");
+    EXPECT_TRUE(image.holds(QString(), 2) && !image.holds(QString(), 4)) << "one register";
+    image.setInteger(QString(), 258);
+    image.markFilled();
+    image.setInteger(QString(), 7);
+    image.resetWrite();
+    EXPECT_EQ(image.getInteger(QString(), 0), 258) << "as it was read";
+    EXPECT_EQ(image.getByte(QString()), 2);
+    image.setInteger(QString(), 7);
+    image.accept(QString(), 2);
+    image.resetWrite();
+    EXPECT_EQ(image.getInteger(QString(), 0), 7) << "as it was written";
 }
 
 TEST_F(Image, WriteImageBecomesOriginalOnlyByCopy)

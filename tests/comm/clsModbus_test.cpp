@@ -2,8 +2,11 @@
 
 #include "ModbusError.h"
 #include "ModbusFrame.h"
+#include "Table.h"
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace {
 
@@ -22,35 +25,35 @@ void fillBytes(clsModbus& modbus)
         modbus.setDigitalVal(i, static_cast<quint8>(0x10 * i));
 }
 
+bool writeRegisters(clsModbus& modbus)
+{
+    return modbus.WriteAnalogSetValues(40001, {0, 1, -1}, 2);
+}
+
+bool writeFloats(clsModbus& modbus)
+{
+    return modbus.WriteFloatingData(50003, {0, 1.5F}, 1);
+}
+
 TEST(Request, IsFramedInBothModes)
 {
-    for (const RequestCase& row :
-         {RequestCase{"Coils", [](clsModbus& m) { return m.ReadDigitalSetValue(1, 9); }, "010100000009", 7, 15},
-          RequestCase{"Discretes", [](clsModbus& m) { return m.ReadDigitalInputData(10011, 16); }, "0102000A0010", 7,
-                      15},
-          RequestCase{"Holding", [](clsModbus& m) { return m.ReadAnalogSetValue(40001, 10); }, "01030000000A", 25, 51},
-          RequestCase{"Inputs", [](clsModbus& m) { return m.ReadAnalogInputData(30002, 1); }, "010400010001", 7, 15},
-          RequestCase{"WriteCoil", [](clsModbus& m) { return m.WriteDigitalSetValue(3, true); }, "01050002FF00", 8, 17},
-          RequestCase{"WriteRegisters",
-                      [](clsModbus& m) {
-                          return m.WriteAnalogSetValues(40001, {0, 1, -1}, 2);
-                      },
-                      "011000000002040001FFFF", 8, 17},
-          RequestCase{"ReadMemory", [](clsModbus& m) { return m.ReadDirectMemory(0xFBC0, 8); }, "0142000000FBC008", 14,
-                      29},
-          RequestCase{"NegativeAddress", [](clsModbus& m) { return m.ReadDirectMemory(-32768, 8); }, "0142000000800008",
-                      14, 29},
-          RequestCase{"WriteMemory", [](clsModbus& m) { return m.WriteDirectMemory(0x8000, 3); },
-                      "01420100008000"
-                      "03102030",
-                      10, 21},
-          RequestCase{"ReadFloats", [](clsModbus& m) { return m.ReadFloatingData(50001, 2); }, "01460000000002", 14,
-                      29},
-          RequestCase{"WriteFloats",
-                      [](clsModbus& m) {
-                          return m.WriteFloatingData(50003, {0, 1.5F}, 1);
-                      },
-                      "01470000020001040000C03F", 9, 19}}) {
+    using M = clsModbus;
+    const RequestCase rows[] = {
+        {"Coils", [](M& m) { return m.ReadDigitalSetValue(1, 9); }, "010100000009", 7, 15},
+        {"Discretes", [](M& m) { return m.ReadDigitalInputData(10011, 16); }, "0102000A0010", 7, 15},
+        {"Holding", [](M& m) { return m.ReadAnalogSetValue(40001, 10); }, "01030000000A", 25, 51},
+        {"LastReference", [](M& m) { return m.ReadAnalogSetValue(50000, 120); }, "0103270F0078", 245, 491},
+        {"Inputs", [](M& m) { return m.ReadAnalogInputData(30002, 1); }, "010400010001", 7, 15},
+        {"WriteCoil", [](M& m) { return m.WriteDigitalSetValue(10000, true); }, "0105270FFF00", 8, 17},
+        {"ClearCoil", [](M& m) { return m.WriteDigitalSetValue(1, false); }, "010500000000", 8, 17},
+        {"WriteRegister", [](M& m) { return m.WriteAnalogSetValue(40002, -2); }, "01060001FFFE", 8, 17},
+        {"WriteRegisters", writeRegisters, "011000000002040001FFFF", 8, 17},
+        {"ReadMemory", [](M& m) { return m.ReadDirectMemory(0xFBC0, 8); }, "0142000000FBC008", 14, 29},
+        {"NegativeAddress", [](M& m) { return m.ReadDirectMemory(-32768, 8); }, "0142000000800008", 14, 29},
+        {"WriteMemory", [](M& m) { return m.WriteDirectMemory(0x8000, 3); }, "0142010000800003102030", 10, 21},
+        {"ReadFloats", [](M& m) { return m.ReadFloatingData(50001, 2); }, "01460000000002", 14, 29},
+        {"WriteFloats", writeFloats, "01470000020001040000C03F", 9, 19}};
+    for (const RequestCase& row : rows) {
         SCOPED_TRACE(row.name);
         const QByteArray frame = QByteArray::fromHex(row.frame);
         for (const int mode : {0, 1}) {
@@ -74,39 +77,23 @@ TEST(Frame, CheckValuesOfKnownFrames)
     EXPECT_EQ(modbusframe::toWire(QByteArray::fromHex("01030000000A"), true), ":01030000000AF2\r\n");
 }
 
-struct ReplyCase
-{
-    const char* name;
-    int mode;
-    QByteArray reply;
-    int error; // 0: accepted
-};
-
-QByteArray rtu(const char* hex)
+QByteArray rtu(const QByteArray& hex)
 {
     return modbusframe::toWire(QByteArray::fromHex(hex), false);
 }
 
 TEST(Reply, IsChecked)
 {
-    for (const ReplyCase& row :
-         {ReplyCase{"Sound", 0, rtu("0103040001FFFE"), 0}, ReplyCase{"SoundAscii", 1, ":0103040001FFFEFA\r\n", 0},
-          ReplyCase{"LowerCaseHex", 1, ":0103040001fffefa\r\n", 10099},
-          ReplyCase{"BadLrc", 1, ":0103040001FFFEFB\r\n", 10020},
-          ReplyCase{"TwoBytesBadLrc", 1, ":0100\r\n\r\n", 10020}, ReplyCase{"TwoBytes", 1, ":01FF\r\n\r\n", 10099},
-          ReplyCase{"Exception", 0, rtu("018302"), 2}, ReplyCase{"Empty", 0, "", 10099},
-          ReplyCase{"SwappedCrc", 0, QByteArray::fromHex("0103040001FFFE3B82"), 10019},
-          ReplyCase{"OtherSlave", 0, rtu("0203040001FFFE"), 10099},
-          ReplyCase{"FewerBytesThanAnnounced", 0, rtu("0103040001"), 10099},
-          ReplyCase{"UnknownFunction", 0, rtu("0165000000"), 10099}}) {
-        SCOPED_TRACE(row.name);
+    for (const QStringList& row : tableRows("comm/replies.tsv")) {
+        SCOPED_TRACE(row[0].toStdString());
         clsModbus modbus;
         modbus.setSlaveAddress(1);
-        modbus.setTransmissionMode(row.mode);
+        modbus.setTransmissionMode(row[1] == u"ascii" ? 1 : 0);
         modbus.ReadAnalogSetValue(40001, 2);
-        QByteArray bytes = row.reply;
-        EXPECT_EQ(modbus.SetRecvMessage(bytes, static_cast<qint32>(bytes.size())), row.error == 0);
-        EXPECT_EQ(modbus.ErrorCode(), row.error);
+        const QByteArray text = row[2].toLatin1();
+        QByteArray bytes = row[1] == u"ascii" ? text : row[1] == u"rtu" ? rtu(text) : QByteArray::fromHex(text);
+        EXPECT_EQ(modbus.SetRecvMessage(bytes, static_cast<qint32>(bytes.size())), row[3] == u"0");
+        EXPECT_EQ(QString::number(modbus.ErrorCode()), row[3]);
     }
 }
 
@@ -147,10 +134,24 @@ TEST(Arguments, AreRefusedAndKeepTheRequest)
     modbus.setSlaveAddress(1);
     modbus.ReadAnalogSetValue(40001, 10);
     const QByteArray before = modbus.GetSendMessage();
-    EXPECT_THROW(modbus.ReadAnalogSetValue(50001, 1), ModbusError);
-    EXPECT_THROW(modbus.ReadAnalogSetValue(40001, 121), ModbusError);
-    EXPECT_THROW(modbus.ReadFloatingData(50001, 61), ModbusError);
-    EXPECT_THROW(modbus.setSlaveAddress(248), ModbusError);
+    const std::function<void()> refused[] = {[&] { modbus.ReadDigitalSetValue(10001, 1); },
+                                             [&] { modbus.ReadDigitalInputData(10000, 1); },
+                                             [&] { modbus.ReadAnalogInputData(30001, 0); },
+                                             [&] { modbus.ReadAnalogSetValue(50001, 1); },
+                                             [&] { modbus.ReadAnalogSetValue(40001, 121); },
+                                             [&] { modbus.ReadAnalogSetValue(40001, 0); },
+                                             [&] { modbus.WriteAnalogSetValue(40000, 1); },
+                                             [&] { modbus.WriteAnalogSetValues(40001, {}, 0); },
+                                             [&] { modbus.ReadFloatingData(50000, 1); },
+                                             [&] { modbus.ReadFloatingData(50001, 61); },
+                                             [&] { modbus.WriteFloatingData(50001, {}, 0); },
+                                             [&] { modbus.ReadDirectMemory(0, 121); },
+                                             [&] { modbus.WriteDirectMemory(0, 0); },
+                                             [&] { modbus.setSlaveAddress(248); },
+                                             [&] { modbus.setSlaveAddress(0); }};
+    for (const auto& call : refused)
+        EXPECT_THROW(call(), ModbusError) << &call - refused;
+    EXPECT_FALSE(modbus.WriteDigitalSetValue(0, true));
     EXPECT_FALSE(modbus.WriteDigitalSetValue(10001, true));
     EXPECT_EQ(modbus.GetSendMessage(), before);
     EXPECT_EQ(modbus.SlaveAddress(), 1);
@@ -162,6 +163,15 @@ TEST(Arguments, AreRefusedAndKeepTheRequest)
         EXPECT_EQ(error.description(), u"Reference number is invalid value.");
         EXPECT_EQ(error.source(), u"clsModBus::ReadDigitalSetValue");
     }
+}
+
+TEST(Conversions, OfNumbersAndControlCharacters)
+{
+    for (const auto& [places, value] : {std::pair(0, 1234.0F), std::pair(1, 123.4F), std::pair(2, 12.34F),
+                                        std::pair(3, 1.234F), std::pair(4, 0.1234F), std::pair(5, 1234.0F)})
+        EXPECT_FLOAT_EQ(clsModbus::IntToFloat(1234, static_cast<qint16>(places)), value) << places;
+    EXPECT_EQ(clsModbus::ChangeMsg(QStringLiteral(":01\r\n\x1f \u3042")), u":01<CR><LF><US> <\?\?\?>");
+    EXPECT_EQ(clsModbus::ByteToInt(QByteArray::fromHex("0180"), 1), -32768) << "a missing byte counts as 0";
 }
 
 TEST(Slave, AnswersByEvents)
