@@ -23,7 +23,7 @@ public:
     void openMultiSelect(clsData& item, const QString& section) override { m_select(item, section); }
 
 private:
-    bool wasTaken() const { return m_engine.lastWrite().taken > 0; }
+    bool wasTaken() const { return m_engine.lastWrite().accepted > 0; }
 
     TransferEngine& m_engine;
     const ControllerState& m_controller;

@@ -93,7 +93,7 @@ QString ComSetSession::portText(int number, const platform::ComPort& port)
     return parts.join(QStringLiteral("  "));
 }
 
-QString ComSetSession::portTrouble(int portPosition) const
+QString ComSetSession::portError(int portPosition) const
 {
     const int number = portPosition >= 0 ? portPosition + 1 : m_triedPort;
     if (m_parts.ports.device(number).isEmpty())
@@ -126,8 +126,8 @@ bool ComSetSession::isInRange(const ComSetFields& fields)
 {
     if (slaveNumber(fields))
         return true;
-    tell(m_parts.library.tranStr(QStringLiteral("It is outside the setting range.")) +
-         QStringLiteral("[ 1 <= X <= 99 ]"));
+    report(m_parts.library.tranStr(QStringLiteral("It is outside the setting range.")) +
+           QStringLiteral("[ 1 <= X <= 99 ]"));
     return false;
 }
 
@@ -146,9 +146,9 @@ DetectionResult ComSetSession::detect(ComSetFields& fields)
     if (detection.result == DetectionResult::Found)
         fields.modelPosition = detection.position;
     else if (detection.result == DetectionResult::NoAnswer)
-        tell(m_parts.library.tranStr(QStringLiteral("There was no response.")));
+        report(m_parts.library.tranStr(QStringLiteral("There was no response.")));
     else
-        tell(m_parts.library.tranStr(QStringLiteral("It does not correspond to this model.")));
+        report(m_parts.library.tranStr(QStringLiteral("It does not correspond to this model.")));
     return detection.result;
 }
 
@@ -175,7 +175,7 @@ bool ComSetSession::isModelKnown(ComSetFields& fields)
         fields.modelPosition = selection.position;
         return true;
     }
-    tell(m_parts.library.tranStr(QStringLiteral("It does not correspond to this model.")));
+    report(m_parts.library.tranStr(QStringLiteral("It does not correspond to this model.")));
     return false;
 }
 
@@ -185,7 +185,7 @@ void ComSetSession::apply(const ComSetFields& fields)
     m_uclComm1.termComm(); // first: the port has room for one
     const QString error = owner.mainLink().changeComm(portNumber(fields), speed(fields), fields.chara);
     if (!error.isEmpty())
-        tell(m_parts.library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(error));
+        report(m_parts.library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(error));
     owner.takeOver(slaveNumber(fields).value_or(slaverange::kFirst), fields.ascii ? 1 : 0, fields.modelPosition,
                    fields.modelString);
     close();
@@ -198,7 +198,7 @@ void ComSetSession::dismiss()
     close();
 }
 
-void ComSetSession::tell(const QString& text)
+void ComSetSession::report(const QString& text)
 {
     m_parts.library.showMessage(text, MessageStyle::kExclamation);
 }

@@ -68,17 +68,17 @@ public:
     QStringList modelCodes() const { return m_codes; }
     // Why the port at this position (-1: the one that is held now) cannot be used and what to do; empty when nothing
     // speaks against it.
-    QString portTrouble(int portPosition) const;
+    QString portError(int portPosition) const;
 
     // The model string for a model that is chosen by hand; empty when there is no such entry.
     QString pickModel(int modelPosition) const;
-    // Asks the controller with the fields as they are and puts the answer into them. A failure is told to the user.
+    // Asks the controller with the fields as they are and puts the answer into them. A failure is reported to the user.
     DetectionResult detect(ComSetFields& fields);
     // Ends a detection that is under way.
     void stop() { m_detection.stop(); }
     bool isDetecting() const { return m_detection.isBusy(); }
 
-    // OK: whether the fields may be applied. Sets the owner's state; a failure is told to the user.
+    // OK: whether the fields may be applied. Sets the owner's state; a failure is reported to the user.
     bool confirm(ComSetFields& fields);
     // Hands everything to the owner and starts its read; returns when the read has ended.
     void apply(const ComSetFields& fields);
@@ -99,7 +99,7 @@ private:
     QString selectSpeed(const QString& speed);
     bool isInRange(const ComSetFields& fields);
     bool isModelKnown(ComSetFields& fields);
-    void tell(const QString& text);
+    void report(const QString& text);
 
     Parts m_parts;
     uclComm m_uclComm1;

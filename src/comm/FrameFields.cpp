@@ -37,8 +37,8 @@ FrameFields FrameFields::ofRequest(const QByteArray& wire)
     FrameFields fields;
     fields.direction = Direction::Sent;
     fields.wire = wire;
-    fields.takeWire(looksAscii(wire));
-    fields.takeRequest();
+    fields.parseWire(looksAscii(wire));
+    fields.parseRequest();
     if (fields.check.isEmpty())
         fields.fault = Fault::NoFrame;
     else if (!fields.isCheckRight())
@@ -51,13 +51,13 @@ FrameFields FrameFields::ofReply(const QByteArray& wire, const FrameFields* requ
     FrameFields fields;
     fields.direction = Direction::Received;
     fields.wire = wire;
-    fields.takeWire(request != nullptr ? request->ascii : looksAscii(wire));
-    fields.takeReply(request);
+    fields.parseWire(request != nullptr ? request->ascii : looksAscii(wire));
+    fields.parseReply(request);
     fields.judge(request);
     return fields;
 }
 
-void FrameFields::takeWire(bool isAscii)
+void FrameFields::parseWire(bool isAscii)
 {
     ascii = isAscii;
     const QByteArray whole = ascii ? modbusframe::fromAscii(wire) : wire;
@@ -85,7 +85,7 @@ std::optional<int> FrameFields::wordAt(qsizetype index) const
     return low ? std::optional<int>(*byteAt(index) * 256 + *low) : std::nullopt;
 }
 
-void FrameFields::takeAddress(qsizetype index, int bytes)
+void FrameFields::parseAddress(qsizetype index, int bytes)
 {
     if (index + bytes > m_frame.size())
         return;
@@ -95,24 +95,24 @@ void FrameFields::takeAddress(qsizetype index, int bytes)
     address = value;
 }
 
-void FrameFields::takeRequest()
+void FrameFields::parseRequest()
 {
     switch (function.value_or(0)) {
     case kMemory:
         writesMemory = byteAt(2).value_or(0) != 0;
-        takeAddress(3, 4);
+        parseAddress(3, 4);
         count = byteAt(7);
         data = m_frame.mid(8);
         break;
     case kReadFloats:
     case kWriteFloats:
-        takeAddress(3, 2);
+        parseAddress(3, 2);
         count = wordAt(5);
         data = m_frame.mid(8);
         break;
     case kWriteCoil:
     case kWriteRegister:
-        takeAddress(2, 2);
+        parseAddress(2, 2);
         data = m_frame.mid(4);
         break;
     case kReadCoils:
@@ -120,7 +120,7 @@ void FrameFields::takeRequest()
     case kReadHoldingRegisters:
     case kReadInputRegisters:
     case kWriteRegisters:
-        takeAddress(2, 2);
+        parseAddress(2, 2);
         count = wordAt(4);
         data = m_frame.mid(7);
         break;
@@ -129,7 +129,7 @@ void FrameFields::takeRequest()
     }
 }
 
-void FrameFields::takeReply(const FrameFields* request)
+void FrameFields::parseReply(const FrameFields* request)
 {
     if (request != nullptr) {
         askedSlave = request->slave;
@@ -140,9 +140,9 @@ void FrameFields::takeReply(const FrameFields* request)
         function = request->function;
     }
     if (isException(function.value_or(0)))
-        takeException();
+        parseException();
     else
-        takeReplyData(request);
+        parseReplyData(request);
     if (request == nullptr || function != request->function)
         return;
     if (!address)
@@ -151,14 +151,14 @@ void FrameFields::takeReply(const FrameFields* request)
         count = request->count;
 }
 
-void FrameFields::takeReplyData(const FrameFields* request)
+void FrameFields::parseReplyData(const FrameFields* request)
 {
     const bool answers = request != nullptr && function == request->function;
     writesMemory = answers ? request->writesMemory : byteAt(2).value_or(0) != 0;
     switch (function.value_or(0)) {
     case kMemory:
         if (writesMemory) {
-            takeAddress(3, 4);
+            parseAddress(3, 4);
             count = byteAt(7);
         } else {
             data = m_frame.mid(4);
@@ -168,16 +168,16 @@ void FrameFields::takeReplyData(const FrameFields* request)
         data = m_frame.mid(4);
         break;
     case kWriteFloats:
-        takeAddress(3, 2);
+        parseAddress(3, 2);
         count = wordAt(5);
         break;
     case kWriteCoil:
     case kWriteRegister:
-        takeAddress(2, 2);
+        parseAddress(2, 2);
         data = m_frame.mid(4);
         break;
     case kWriteRegisters:
-        takeAddress(2, 2);
+        parseAddress(2, 2);
         count = wordAt(4);
         break;
     case kReadCoils:
@@ -191,7 +191,7 @@ void FrameFields::takeReplyData(const FrameFields* request)
     }
 }
 
-void FrameFields::takeException()
+void FrameFields::parseException()
 {
     function = *function - kExceptionBit;
     exception = byteAt(2);
@@ -203,7 +203,7 @@ qsizetype FrameFields::replyBytes() const
     return framelength::ofReply(function.value_or(0), count.value_or(0), writesMemory);
 }
 
-// Bytes of the binary frame, as a reply tells of itself.
+// Bytes of the binary frame, as a reply announces them.
 qsizetype FrameFields::ownBytes() const
 {
     switch (function.value_or(0)) {

@@ -12,7 +12,7 @@ struct FrameFields
     enum class Direction {
         Sent,
         Received,
-        Rejected, // the reply of the line before once more: the program did not take it
+        Rejected, // the reply of the line before once more: the program did not accept it
         Memory,   // no frame: an image of the controller's memory around a write
         Note      // no frame: any other line
     };
@@ -27,9 +27,9 @@ struct FrameFields
         WrongCheck, // CRC or LRC
         OtherSlave,
         OtherFunction,
-        Exception, // the controller refused
-        OtherEcho, // a write was confirmed with something else than what was sent
-        NotTaken   // nothing is wrong with the frame, but the program did not take it
+        Exception,  // the controller refused
+        OtherEcho,  // a write was confirmed with something else than what was sent
+        NotAccepted // nothing is wrong with the frame, but the program did not accept it
     };
 
     Direction direction = Direction::Note;
@@ -59,15 +59,15 @@ struct FrameFields
     static FrameFields ofReply(const QByteArray& wire, const FrameFields* request);
 
 private:
-    void takeWire(bool isAscii);
-    void takeRequest();
-    void takeReply(const FrameFields* request);
-    void takeReplyData(const FrameFields* request);
-    void takeException();
+    void parseWire(bool isAscii);
+    void parseRequest();
+    void parseReply(const FrameFields* request);
+    void parseReplyData(const FrameFields* request);
+    void parseException();
     void judge(const FrameFields* request);
     std::optional<int> byteAt(qsizetype index) const;
     std::optional<int> wordAt(qsizetype index) const;
-    void takeAddress(qsizetype index, int bytes);
+    void parseAddress(qsizetype index, int bytes);
     qsizetype replyBytes() const;
     qsizetype ownBytes() const;
     bool confirms(const FrameFields& request) const;

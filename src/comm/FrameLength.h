@@ -9,7 +9,7 @@ namespace framelength {
 // registers, floats or bytes of memory. 0: of no function that is known.
 int ofReply(int functionCode, int items, bool writesMemory = false);
 
-// Bytes on an RTU line of the request that begins so; 0 while that cannot be told yet.
+// Bytes on an RTU line of the request that begins so; 0 while that is not known yet.
 qsizetype ofRtuRequest(const QByteArray& begin);
 
 } // namespace framelength

@@ -110,7 +110,7 @@ QString faultText(const FrameFields& fields, const TranslateText& tran)
         return exceptionText(*fields.exception, tran);
     case Fault::OtherEcho:
         return text(tran, "confirms something else than was sent");
-    case Fault::NotTaken:
+    case Fault::NotAccepted:
         return text(tran, "sound, but it answers another request or came too late");
     }
     return {};

@@ -62,9 +62,9 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
     m_accepted = accepted;
     LateReply reply{m_clsModbus.SlaveAddress(), functionCode, m_clsModbus.RecvSize(), 0, 0};
     std::erase_if(m_late, [this](const LateReply& late) { return late.restMs(nowMs()) == 0; });
-    // The late reply to the same request tells the same.
+    // The late reply to the same request says the same.
     const bool isRepetition = mayComeLate(reply) && m_clsModbus.GetSendMessage() == m_lastRequest;
-    if ((!isRepetition && !letPass(reply)) || m_abort) {
+    if ((!isRepetition && !waitForLateReply(reply)) || m_abort) {
         m_reason = tran("It was cancelled.");
         return Result::Failed;
     }
@@ -97,7 +97,7 @@ RequestChannel::Result RequestChannel::sendAndWait()
     m_lResult = Result::Success;
     m_waiting.arm();
     const QString refusal = m_link.sendMsg(m_clsModbus.GetSendMessage(), m_clsModbus.RecvSize());
-    if (refusal.isEmpty() || !m_abort) // the trace tells of no frame that the end of the program kept back
+    if (refusal.isEmpty() || !m_abort) // the trace shows no frame that the end of the program kept back
         traceNow();
     if (!refusal.isEmpty()) {
         m_bWait = false;
@@ -120,7 +120,7 @@ bool RequestChannel::mayComeLate(const LateReply& reply) const
 }
 
 // The link throws away what has come by the time of the next request.
-bool RequestChannel::letPass(const LateReply& reply)
+bool RequestChannel::waitForLateReply(const LateReply& reply)
 {
     qint64 restMs = 0;
     for (const LateReply& late : m_late) {
@@ -128,10 +128,10 @@ bool RequestChannel::letPass(const LateReply& reply)
             restMs = std::max(restMs, late.restMs(nowMs()));
     }
     m_waitCancelled = false;
-    m_isLettingPass = true;
+    m_isWaitingForLate = true;
     if (restMs > 0)
         pause(static_cast<int>(restMs));
-    m_isLettingPass = false;
+    m_isWaitingForLate = false;
     if (m_abort || m_waitCancelled)
         return false;
     std::erase_if(m_late, [&](const LateReply& late) { return late.isLike(reply); });
@@ -140,7 +140,7 @@ bool RequestChannel::letPass(const LateReply& reply)
 
 void RequestChannel::cancelWait()
 {
-    if (!m_isLettingPass)
+    if (!m_isWaitingForLate)
         return;
     m_waitCancelled = true;
     m_waiting.finish();

@@ -21,7 +21,7 @@ class Timer;
 }
 
 // One request at a time: sends what the Modbus master holds over the serial link and waits, dispatching events, until
-// the link tells how it ended. Every frame is a line of the trace log.
+// the link reports how it ended. Every frame is a line of the trace log.
 //
 // Replies name no address. One that comes after its request was given up could be taken for that of another request of
 // the same function and length: such a request waits until no late reply can be on its way any more.
@@ -55,7 +55,7 @@ public:
     // functionCode: of the request, which its reply must repeat. accepted is called with a sound reply and gives the
     // result then; without it a sound reply is a success.
     Result exchange(quint8 functionCode, const std::function<Result()>& accepted = {});
-    // Lets events run for a time.
+    // Dispatches events for a time.
     void pause(int milliseconds);
 
     // Ends a wait for late replies: the request that waits for them is not sent and fails.
@@ -89,7 +89,7 @@ private:
 
     Result sendAndWait();
     bool mayComeLate(const LateReply& reply) const;
-    bool letPass(const LateReply& reply); // false when the wait was ended early
+    bool waitForLateReply(const LateReply& reply); // false when the wait was ended early
     void expectLate(const LateReply& reply);
     qint64 latenessMs(Result result) const;
     qint64 nowMs() const;
@@ -112,7 +112,7 @@ private:
     bool m_hasReply = false;
     bool m_answered = false; // as much as was announced has come, or an exception, sound or not
     bool m_abort = false;
-    bool m_isLettingPass = false;
+    bool m_isWaitingForLate = false;
     bool m_waitCancelled = false;
     QString m_traceTag;
     quint8 m_functionCode = 0;

@@ -56,7 +56,7 @@ void TraceDecoder::restart()
     m_isAnswered = false;
 }
 
-FrameFields TraceDecoder::take(const QString& line)
+FrameFields TraceDecoder::decode(const QString& line)
 {
     FrameFields fields;
     const qsizetype tag = tagLength(line);
@@ -83,21 +83,21 @@ FrameFields TraceDecoder::sent(const QByteArray& wire)
     return *m_request;
 }
 
-// A repeated request leaves no line of its own: all replies until one is taken belong to the same request.
+// A repeated request leaves no line of its own: all replies until one is accepted belong to the same request.
 FrameFields TraceDecoder::received(const QByteArray& wire, bool accepted)
 {
     if (!accepted && m_reply && m_reply->wire == wire) {
         FrameFields again = *m_reply;
         again.direction = FrameFields::Direction::Rejected;
         if (!again.isError())
-            again.fault = FrameFields::Fault::NotTaken;
+            again.fault = FrameFields::Fault::NotAccepted;
         m_reply.reset();
         m_isAnswered = false;
         return again;
     }
     FrameFields fields = FrameFields::ofReply(wire, requestOf(wire));
     if (!accepted && !fields.isError())
-        fields.fault = FrameFields::Fault::NotTaken;
+        fields.fault = FrameFields::Fault::NotAccepted;
     m_isAnswered = m_isAnswered || !fields.isError();
     m_reply.reset();
     if (accepted)

@@ -9,7 +9,7 @@
 class TraceDecoder
 {
 public:
-    FrameFields take(const QString& line);
+    FrameFields decode(const QString& line);
     // The lines that follow have nothing to do with those before.
     void restart();
 
@@ -19,6 +19,6 @@ private:
     const FrameFields* requestOf(const QByteArray& wire) const;
 
     std::optional<FrameFields> m_request;
-    std::optional<FrameFields> m_reply; // to be repeated when the program does not take it
+    std::optional<FrameFields> m_reply; // to be repeated when the program does not accept it
     bool m_isAnswered = false;
 };

@@ -38,7 +38,7 @@ void TrafficModel::append(const std::vector<LogReader::Entry>& entries)
             row.note = kDamaged;
             row.fields.fault = FrameFields::Fault::DamagedLine;
         } else {
-            row.fields = m_decoder.take(entry.text);
+            row.fields = m_decoder.decode(entry.text);
         }
         rows.push_back(std::move(row));
     }

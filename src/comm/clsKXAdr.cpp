@@ -54,7 +54,7 @@ void clsKXAdr::load(const QString& sPath, const QString& sINIFile, const QString
 }
 
 // An entry that was filled in with its default names no address: it does not move the image.
-void clsKXAdr::takeStartAddress(const QString& address)
+void clsKXAdr::setStartAddress(const QString& address)
 {
     if (!address.isEmpty())
         m_startAddress = address;
@@ -66,7 +66,7 @@ void clsKXAdr::loadReads(clsINI& ini, int count)
         const QStringList fields = ini.GetIniData(m_section, QStringLiteral("ReadCmd%1").arg(i), kDirect).split(u',');
         Command entry{fields.value(0), fields.value(1), m_library->toLong(fields.value(2), 0), {}};
         if (entry.command == kDirect) {
-            takeStartAddress(entry.address);
+            setStartAddress(entry.address);
             m_imageSize = std::clamp(entry.count, 0, kMaxImageBytes);
             m_bModbus = false;
         } else {
@@ -83,7 +83,7 @@ void clsKXAdr::loadWrites(clsINI& ini, int count)
         Command entry{fields.value(0), fields.value(1), 0, {}};
         if (entry.command == kDirect) {
             entry.count = m_library->toLong(fields.value(2), 0);
-            takeStartAddress(entry.address);
+            setStartAddress(entry.address);
             m_writeSize = entry.count;
         } else if (entry.command == u"SetAnalog" || entry.command == u"SetDigital") {
             entry.tag = fields.value(2);

@@ -20,7 +20,7 @@ class clsLibrary;
 class clsKXAdr
 {
 public:
-    static constexpr int kMaxCommands = 1000;    // entries of a list; a larger count is taken as damaged
+    static constexpr int kMaxCommands = 1000;    // entries of a list; a larger count counts as damaged
     static constexpr int kMaxImageBytes = 65536; // likewise for the size of an image
 
     // The library whose code page getString decodes by; load sets it too. Without one it is the environment's.
@@ -43,9 +43,7 @@ public:
 
     bool m_bModbus = true; // register mode
     QString Section() const { return m_section; }
-    QString WSection() const { return {}; }
     QString StartAddress() const { return m_startAddress; }
-    void setDeviceID(const QVariant& id) { Q_UNUSED(id); }
 
     // Whether the original image holds what the controller sent in the last read.
     bool isFilled() const { return m_filled; }
@@ -64,7 +62,7 @@ public:
     void setData(const IndexedBytes& bytData); // both images
     void setCopy() { m_original = m_write; }
     void resetWrite(); // the write image becomes what the controller held
-    // The controller has taken a value of the write image, length bytes at the address.
+    // The controller has accepted a value of the write image, length bytes at the address.
     void accept(const QString& address, int length);
     void acceptBits(const QString& address, int mask); // of one byte
     QByteArray getOrgData() const;
@@ -75,12 +73,17 @@ public:
     void setInteger(const QString& sAdr, qint16 iData);
     qint16 getInteger(const QString& sAdr, qint16 iDefData) const;
     QString getString(const QString& sAdr, int iDataCount, const QString& sDefData) const;
-    void setLong(const QString& sAdr, qint32 lData);
-    qint32 getLong(const QString& sAdr, qint32 lDefData) const;
     void setSingle(const QString& sAdr, float sngData);
     float getSingle(const QString& sAdr, float sngDefData) const;
     void setBit(const QString& sAdr, int mask, bool bValue);
     int getBit(const QString& sAdr, int mask, int lDefBit) const;
+
+    // For other users of the class: no definition file has 32-bit whole numbers, a section of its own for writing or a
+    // device number, so the program does not call these.
+    QString WSection() const { return {}; }
+    void setDeviceID(const QVariant& id) { Q_UNUSED(id); }
+    void setLong(const QString& sAdr, qint32 lData);
+    qint32 getLong(const QString& sAdr, qint32 lDefData) const;
 
 private:
     struct Command
@@ -93,7 +96,7 @@ private:
 
     static bool isUsable(const Command& read);
     static size_t slot(int i) { return static_cast<size_t>(i) - 1; }
-    void takeStartAddress(const QString& address);
+    void setStartAddress(const QString& address);
     void loadReads(clsINI& ini, int count);
     void loadWrites(clsINI& ini, int count);
     qint64 offsetOf(const QString& address) const;

@@ -34,7 +34,6 @@ public:
 
     explicit clsModbus(QObject* parent = nullptr);
 
-    bool MasterMode() const { return m_masterMode; }
     void setMasterMode(bool on) { m_masterMode = on; }
     int SlaveAddress() const { return m_slaveAddress; }
     void setSlaveAddress(int address); // 1 to 247
@@ -47,7 +46,6 @@ public:
     // Values of the last read, index 1 to 120; another index raises std::out_of_range.
     qint16 AlalogVal(int i) const { return m_registers.at(slot(i)); }
     void setAlalogVal(int i, qint16 value) { m_registers.at(slot(i)) = value; }
-    float FloatingVal(int i) const { return m_floats.at(slot(i)); }
     void setFloatingVal(int i, float value) { m_floats.at(slot(i)) = value; }
     quint8 DigitalVal(int i) const { return m_bytes.at(slot(i)); }
     void setDigitalVal(int i, quint8 value) { m_bytes.at(slot(i)) = value; }
@@ -61,26 +59,16 @@ public:
     bool ReadAnalogInputData(qint32 StartRefNumber, qint32 Count);
     bool WriteDigitalSetValue(qint32 SetRefNumber, bool SetValue); // False, no error, outside 1 to 10000
     bool WriteAnalogSetValue(qint32 SetRefNumber, qint16 SetValue);
-    bool WriteAnalogSetValues(qint32 SetRefNumber, const std::vector<qint16>& SetValues, qint32 Count);
-    bool ReadFloatingData(qint32 StartRefNumber, qint32 Count);
-    bool WriteFloatingData(qint32 SetRefNumber, const std::vector<float>& SetValues, qint32 Count);
     bool ReadDirectMemory(qint32 StartMemoryAddress, qint32 Count);
     bool WriteDirectMemory(qint32 StartMemoryAddress, qint32 Count); // the first Count bytes of DigitalVal
-    bool LoopBackTest() { return false; }
-
-    QString GetLastErrorMsg() const { return {}; }
-    bool IsRetryError() const { return m_errorCode < 1 || m_errorCode > 18; }
 
     QByteArray GetSendMessage() const { return m_wire; }
-    QByteArray GetRecvMessage() const { return m_received.left(m_recvSize); } // RecvSize bytes
 
     // Checks the first lngRecvSize bytes. In ASCII mode bytRecv holds the decoded frame afterwards.
     bool SetRecvMessage(QByteArray& bytRecv, qint32 lngRecvSize);
 
-    static bool MakeCRC16(QByteArray& bytBuff, qint32 lngByteCnt);
     static QByteArray IntToByte(qint16 intData);
     static qint16 ByteToInt(const QByteArray& ByteData, qint32 Offset); // bytes that are not there count as 0
-    static float IntToFloat(qint16 intValue, qint16 intDot);
     static QString ChangeMsg(const QString& strCommand);
 
     // Responses of a slave.
@@ -90,11 +78,25 @@ public:
     void ResponsReadInputRegisters(int ByteCount, const std::vector<qint16>& InputsRegisters);
     void ResponsWriteSingleCoil(qint16 OutputAddress, qint16 OutputValue);
     void ResponsWriteSingleRegister(qint16 RegisterAddress, qint16 RegisterValue);
-    void ResponsWriteMultipleCoils(qint16 StartingAddress, qint16 Quantity);
     void ResponsWriteMultipleRegisters(qint16 StartingAddress, qint16 Quantity);
     void ErrorResponse(int FunctionCode, int ExceptionCode);
     // The response to a function code of the maker's own: the bytes behind the function code.
     void ResponsUserDefined(int FunctionCode, const QByteArray& Data);
+
+    // The rest of the master's and the slave's operations. No definition file asks for them, so the program itself does
+    // not call them: they are here for those who use the class for other controllers.
+    bool MasterMode() const { return m_masterMode; }
+    float FloatingVal(int i) const { return m_floats.at(slot(i)); } // index 1 to 120, of the last read
+    bool WriteAnalogSetValues(qint32 SetRefNumber, const std::vector<qint16>& SetValues, qint32 Count);
+    bool ReadFloatingData(qint32 StartRefNumber, qint32 Count);
+    bool WriteFloatingData(qint32 SetRefNumber, const std::vector<float>& SetValues, qint32 Count);
+    bool LoopBackTest() { return false; }
+    QString GetLastErrorMsg() const { return {}; }
+    bool IsRetryError() const { return m_errorCode < 1 || m_errorCode > 18; }
+    QByteArray GetRecvMessage() const { return m_received.left(m_recvSize); } // RecvSize bytes
+    static bool MakeCRC16(QByteArray& bytBuff, qint32 lngByteCnt);            // behind the first lngByteCnt bytes
+    static float IntToFloat(qint16 intValue, qint16 intDot);                  // intDot 1 to 4: decimal places
+    void ResponsWriteMultipleCoils(qint16 StartingAddress, qint16 Quantity);
 
 Q_SIGNALS:
     void FunctionCodeSupported(int FunctionCode, bool& Supported);
@@ -120,9 +122,9 @@ private:
     bool checkFrame(QByteArray& bytes, qsizetype length, QByteArray& frame);
     bool fail(int code);
     bool interpretReply(const QByteArray& frame);
-    bool takeBytes(const QByteArray& frame, int first, int count);
-    bool takeRegisters(const QByteArray& frame);
-    bool takeFloats(const QByteArray& frame);
+    bool readBytes(const QByteArray& frame, int first, int count);
+    bool readRegisters(const QByteArray& frame);
+    bool readFloats(const QByteArray& frame);
     bool sameAt(const QByteArray& frame, int offset) const;
 
     void interpretRequest(const QByteArray& frame);

@@ -75,10 +75,10 @@ bool clsModbus::interpretReply(const QByteArray& frame)
     switch (functionCode) {
     case functioncode::kReadCoils:
     case functioncode::kReadDiscreteInputs:
-        return takeBytes(frame, 3, byteAt(frame, 2));
+        return readBytes(frame, 3, byteAt(frame, 2));
     case functioncode::kReadHoldingRegisters:
     case functioncode::kReadInputRegisters:
-        return takeRegisters(frame);
+        return readRegisters(frame);
     case functioncode::kWriteCoil:
     case functioncode::kWriteRegister:
         return frame == m_request;
@@ -87,9 +87,9 @@ bool clsModbus::interpretReply(const QByteArray& frame)
     case functioncode::kMemory:
         if (byteAt(m_request, 2) != 0)
             return functionCode == byteAt(m_request, 1);
-        return takeBytes(frame, 4, byteAt(m_request, 7));
+        return readBytes(frame, 4, byteAt(m_request, 7));
     case functioncode::kReadFloats:
-        return takeFloats(frame);
+        return readFloats(frame);
     case functioncode::kWriteFloats:
         return sameAt(frame, 5);
     default:
@@ -103,7 +103,7 @@ bool clsModbus::sameAt(const QByteArray& frame, int offset) const
 }
 
 // Values that the reply announces but does not hold are a failure: nothing is made up.
-bool clsModbus::takeBytes(const QByteArray& frame, int first, int count)
+bool clsModbus::readBytes(const QByteArray& frame, int first, int count)
 {
     if (count > kValues || frame.size() < first + count)
         return false;
@@ -112,7 +112,7 @@ bool clsModbus::takeBytes(const QByteArray& frame, int first, int count)
     return true;
 }
 
-bool clsModbus::takeRegisters(const QByteArray& frame)
+bool clsModbus::readRegisters(const QByteArray& frame)
 {
     const int count = byteAt(frame, 2) / 2;
     if (count > kValues || frame.size() < 3 + 2 * count)
@@ -122,7 +122,7 @@ bool clsModbus::takeRegisters(const QByteArray& frame)
     return true;
 }
 
-bool clsModbus::takeFloats(const QByteArray& frame)
+bool clsModbus::readFloats(const QByteArray& frame)
 {
     const int count = byteAt(frame, 3) / 4;
     if (count > kValues || frame.size() < 4 + 4 * count)

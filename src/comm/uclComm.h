@@ -18,8 +18,8 @@ class clsLibrary;
 // arrived or nothing has come for longer than the time-out. It knows nothing of Modbus.
 //
 // init reads the settings section "Comm" + link number of the main settings file and opens the port. sendMsg returns ""
-// when the frame went out; then exactly one event tells the outcome, RecieveSuccess, or RecieveError with "Timeout" or
-// with the name of the serial control's error. bRBuff has one spare element behind the bytes received.
+// when the frame went out; then exactly one event reports the outcome, RecieveSuccess, or RecieveError with "Timeout"
+// or with the name of the serial control's error. bRBuff has one spare element behind the bytes received.
 class uclComm : public QObject
 {
     Q_OBJECT
@@ -37,7 +37,7 @@ public:
     // Without a library the link makes one of its own, for the folders of the running program.
     void init(int lNo, clsLibrary* oLib = nullptr);
     void load(int lNo);
-    bool openComm(); // false: errorText tells why
+    bool openComm(); // false: errorText says why
     bool termComm(); // always false
     // bSave: the settings go into their file too. Gives why they did not.
     QString changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave = true);
@@ -46,8 +46,6 @@ public:
     int Port() const { return m_port; }
     QString Speed() const { return m_speed; }
     QString Chara() const { return m_chara; }
-    bool CommVisible() const { return m_visible; }
-    void setCommVisible(bool visible) { m_visible = visible; }
 
     // "" when the frame went out; else why not, and nothing was done.
     // Events run before it goes out: a request that is given up meanwhile by cancelSend does not go out.
@@ -59,6 +57,10 @@ public:
     QString device() const;    // of COMn; empty when there is none
     int timeOut() const { return m_timeOut; }
     void setTimeOut(int seconds) { m_timeOut = seconds; } // for this run, not stored
+
+    // Kept for other users of the class; the control has no window here.
+    bool CommVisible() const { return m_visible; }
+    void setCommVisible(bool visible) { m_visible = visible; }
 
 Q_SIGNALS:
     void RecieveSuccess(const QByteArray& bSBuff, const QByteArray& bRBuff);

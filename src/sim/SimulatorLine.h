@@ -10,7 +10,7 @@
 #include <memory>
 
 // The line of a simulated controller: a pseudo-terminal of its own or an open device. Cuts what arrives into requests
-// (RTU by the length that the function code tells, ASCII from ":" to line feed), lets the controller answer, and
+// (RTU by the length that the function code gives, ASCII from ":" to line feed), has the controller answer, and
 // delivers the reply, with the faults and at the pace of a real wire when one is set.
 class SimulatorLine : public QObject
 {

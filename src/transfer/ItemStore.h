@@ -13,5 +13,5 @@ bool storeInImage(const clsData& item, clsKXAdr& image);
 // The text that a read gives for a stored value once the controller holds it: four bytes keep seven digits.
 QString heldText(const clsData& item, const QString& storedText);
 
-// The controller has taken the value that storeInImage put into the write copy: that value alone is held now.
+// The controller has accepted the value that storeInImage put into the write copy: that value alone is held now.
 void acceptInImage(const clsData& item, clsKXAdr& image);

@@ -34,7 +34,7 @@ private:
     TransferEngine& m_engine;
 };
 
-// Not once the program is closing. An adapter that was plugged in again is taken back into use.
+// Not once the program is closing. An adapter that was plugged in again is used again.
 bool TransferEngine::mayBegin()
 {
     if (isBusy() || m_channel.isAborted())
@@ -107,7 +107,7 @@ bool TransferEngine::write(const std::function<bool()>& send, bool readBack)
     }
     Q_EMIT written();
     if (isLineLost)
-        tellLostLine();
+        reportLostLine();
     showSettingsWhereNeeded(isWrongModel);
     return sent;
 }
@@ -122,7 +122,7 @@ std::vector<clsKXAdr> TransferEngine::imageCopies() const
 }
 
 // Without a line nothing can be read back. The images stay what they are, so that the write can be repeated at once.
-void TransferEngine::tellLostLine()
+void TransferEngine::reportLostLine()
 {
     const QString text = m_parts.kx.library().tranStr(QStringLiteral("Reception error occurred."));
     m_parts.questions.showMessage(text + QStringLiteral("[%1]").arg(static_cast<int>(RequestChannel::Result::Refused)),

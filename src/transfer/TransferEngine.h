@@ -83,7 +83,7 @@ private:
 
     bool mayBegin();
     bool write(const std::function<bool()>& send, bool readBack);
-    void tellLostLine();
+    void reportLostLine();
     std::vector<clsKXAdr> imageCopies() const;
     bool keepHeldSet();
     void readBackAfterWrite();

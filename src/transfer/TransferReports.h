@@ -18,7 +18,7 @@ enum class ReadOutcome {
 struct ReadReport
 {
     ReadOutcome outcome = ReadOutcome::None;
-    bool refreshed = false; // the items have taken their values from the images
+    bool refreshed = false; // the items have their values from the images
     int requests = 0;       // frames sent, repetitions included
     int failures = 0;       // frames without a valid reply
     QStringList givenUp;    // entries that got no valid reply, as "section: command address"
@@ -39,7 +39,7 @@ enum class WriteOutcome {
     Aborted
 };
 
-// A parameter that did not take its value: what was sent, and what was read back (stored values).
+// A parameter that did not accept its value: what was sent, and what was read back (stored values).
 struct NotAccepted
 {
     QString tag;
@@ -51,7 +51,7 @@ struct WriteReport
 {
     WriteOutcome outcome = WriteOutcome::None;
     int requests = 0;
-    int taken = 0;             // requests that the controller answered soundly
+    int accepted = 0;          // requests that the controller answered soundly
     QStringList failed;        // entries without a sound reply, as "section: command address: reason"
     QStringList skipped;       // tags whose value is none that the controller could hold; the controller keeps its own
     QStringList outsideLimits; // tags whose value is outside its limits or no choice; the controller keeps its own

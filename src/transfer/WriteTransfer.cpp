@@ -99,7 +99,7 @@ bool WriteTransfer::writeBlockThenOne(const clsBlock* block, const QString& sTag
     return finish(isBlockWritten && (after.empty() || sendData(after, true)));
 }
 
-// The input range goes first and on its own: the controller takes the other values in its terms.
+// The input range goes first and on its own: the controller reads the other values in its terms.
 bool WriteTransfer::writeAll(const std::function<bool()>& beforeFirstFrame)
 {
     if (!start() || !mayWrite())
@@ -121,7 +121,7 @@ bool WriteTransfer::writeAll(const std::function<bool()>& beforeFirstFrame)
     return finish(walked);
 }
 
-// Values in terms of a range that the controller did not take mean something else there.
+// Values in terms of a range that the controller did not accept mean something else there.
 bool WriteTransfer::isRangeInForce() const
 {
     const WriteSelection::Chosen* range = m_selection.find(kInputRange);
@@ -199,7 +199,7 @@ void WriteTransfer::send(clsKXAdr& image, int i)
     if (m_parts.channel.isAborted())
         return;
     const bool good = result == RequestChannel::Result::Success;
-    m_report.taken += good ? 1 : 0;
+    m_report.accepted += good ? 1 : 0;
     m_selection.noteReply(image, i, good);
     if (good)
         return;

@@ -32,7 +32,7 @@ public:
     // Each is one user action: one question, one report. True when something was sent, so that it can be read back.
     bool writeItems(const QStringList& tags); // every image once, as for a single parameter
     bool writeBlock(const clsBlock& block);   // with its relay blocks
-    // The parameter goes behind the block (null: none), and only when all of the block was taken.
+    // The parameter goes behind the block (null: none), and only when all of the block was accepted.
     bool writeBlockThenOne(const clsBlock* block, const QString& sTag);
     // beforeFirstFrame runs when nothing else is in the way; false gives the write up.
     bool writeAll(const std::function<bool()>& beforeFirstFrame);

@@ -47,8 +47,8 @@ TEST(TraceDecoder, RepliesInBothModes)
             SCOPED_TRACE(row[0].toStdString() + (ascii ? " ASCII" : " RTU"));
             TraceDecoder decoder;
             if (!row[1].isEmpty())
-                decoder.take(lineOf(row[1], ascii));
-            const FrameFields fields = decoder.take(lineOf(row[2], ascii));
+                decoder.decode(lineOf(row[1], ascii));
+            const FrameFields fields = decoder.decode(lineOf(row[2], ascii));
             EXPECT_EQ(shown(fields), row[3] + QStringLiteral(": ") + row[4]);
             EXPECT_EQ(fields.isError(), !row[4].isEmpty());
             EXPECT_TRUE(fields.wire.isEmpty() || (fields.isCheckRight() && fields.ascii == ascii));
@@ -61,8 +61,8 @@ TEST(TraceDecoder, BrokenReplies)
     for (const QStringList& row : tableRows("comm/trace_broken.tsv")) {
         SCOPED_TRACE(row[0].toStdString());
         TraceDecoder decoder;
-        decoder.take(lineOf(QStringLiteral("S 010400000001"), row[1] == u"ascii"));
-        const FrameFields fields = decoder.take(QStringLiteral("(Error)R:") + row[2]);
+        decoder.decode(lineOf(QStringLiteral("S 010400000001"), row[1] == u"ascii"));
+        const FrameFields fields = decoder.decode(QStringLiteral("(Error)R:") + row[2]);
         EXPECT_EQ(frametexts::remark(fields, english), row[3]);
         EXPECT_TRUE(fields.isError());
     }
@@ -72,7 +72,7 @@ TEST(TraceDecoder, BrokenReplies)
 TEST(TraceDecoder, RetriesBelongToOneRequest)
 {
     TraceDecoder decoder;
-    const auto take = [&](const char* frame) { return shown(decoder.take(lineOf(QLatin1String(frame), false))); };
+    const auto take = [&](const char* frame) { return shown(decoder.decode(lineOf(QLatin1String(frame), false))); };
     take("S 010400000001");
     EXPECT_EQ(take("R !01040201020000"), u"Received 1/4/0000/1/0102: CRC wrong: 0000 instead of 3961");
     EXPECT_EQ(take("E !01040201020000"), u"Rejected 1/4/0000/1/0102: CRC wrong: 0000 instead of 3961");
@@ -88,7 +88,7 @@ TEST(TraceDecoder, OtherLines)
 {
     TraceDecoder decoder;
     for (const QStringList& row : tableRows("comm/trace_lines.tsv")) {
-        const FrameFields fields = decoder.take(row[1]);
+        const FrameFields fields = decoder.decode(row[1]);
         EXPECT_EQ(shown(fields), row[2] + QStringLiteral(": ") + row[3]) << qPrintable(row[0]);
         EXPECT_EQ(fields.isError(), row[4] == u"error") << qPrintable(row[0]);
     }
@@ -106,9 +106,9 @@ TEST(TraceDecoder, NoiseIsNeverSound)
         for (unsigned k = 0; k < more; ++k)
             bytes += static_cast<char>(random());
         TraceDecoder decoder;
-        decoder.take(QStringLiteral("(Dirct)S:") + QString::fromLatin1(bytes.toHex().toUpper()));
+        decoder.decode(QStringLiteral("(Dirct)S:") + QString::fromLatin1(bytes.toHex().toUpper()));
         const FrameFields fields =
-            decoder.take(QStringLiteral("(Scces)R:") + QString::fromLatin1(bytes.toHex().toUpper()));
+            decoder.decode(QStringLiteral("(Scces)R:") + QString::fromLatin1(bytes.toHex().toUpper()));
         ASSERT_TRUE(fields.isError() || fields.isCheckRight()) << bytes.toHex().constData();
         ASSERT_FALSE(frametexts::details(fields, QString(), english).isEmpty());
     }

@@ -61,6 +61,7 @@ TEST(Request, IsFramedInBothModes)
             modbus.setSlaveAddress(1);
             modbus.setTransmissionMode(mode);
             fillBytes(modbus);
+            EXPECT_EQ(modbus.RecvSize(), 0);
             ASSERT_TRUE(row.build(modbus));
             EXPECT_EQ(modbus.GetSendMessage(), modbusframe::toWire(frame, mode == 1));
             EXPECT_EQ(modbus.SendSize(), mode == 1 ? 2 * (frame.size() + 1) + 3 : frame.size() + 2);

@@ -62,16 +62,18 @@ protected:
     std::unique_ptr<QSignalSpy> bad;
 };
 
-TEST_F(Link, ReplyInPieces)
+TEST_F(Link, ReplyInPiecesAndOneRequestAtATime)
 {
     plug(silence);
     link->sendMsg(kRequest, 10);
+    EXPECT_EQ(link->sendMsg(kRequest, 10), kNotIdle);
     for (const char byte : kReply) {
         EXPECT_EQ(good->size(), 0);
         controller->send(QByteArray(1, byte));
         settle();
     }
     expectReply(kReply);
+    EXPECT_EQ(controller->requests(), 1);
 }
 
 TEST_F(Link, BytesThatWaitInTheMachineAreDroppedToo)
@@ -119,15 +121,6 @@ TEST_F(Link, EveryPieceStartsTheTimeAnew)
     box.clock.advance(7000);
     expectOneError("Timeout");
     EXPECT_EQ(bad->at(0).at(1).toByteArray(), QByteArray("xxx\0", 4)) << "what did come is handed on";
-}
-
-TEST_F(Link, RefusesASecondRequestWhileWaiting)
-{
-    plug(silence);
-    link->sendMsg(kRequest, 10);
-    EXPECT_EQ(link->sendMsg(kRequest, 10), kNotIdle);
-    settle();
-    EXPECT_EQ(controller->requests(), 1);
 }
 
 // What may come up while events run, before the request goes out.

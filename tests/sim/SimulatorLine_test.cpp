@@ -2,7 +2,7 @@
 #include "SimulatorLine.h"
 
 #include <QCoreApplication>
-#include <QEventLoop>
+#include <QSerialPort>
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -12,12 +12,6 @@ namespace {
 class Line : public SimulatedFixture
 {
 protected:
-    ~Line() override
-    {
-        if (client >= 0)
-            close(client);
-    }
-
     void serve(int mode, int pace = 0, const char* fault = nullptr)
     {
         controller = makeController(mode);
@@ -26,38 +20,32 @@ protected:
         ASSERT_TRUE(fault == nullptr || faults.add(QString::fromLatin1(fault), error)) << qPrintable(error);
         line = std::make_unique<SimulatorLine>(*controller, faults, pace, box.clock);
         ASSERT_TRUE(line->openTerminal()) << qPrintable(line->errorText());
-        client = open(qPrintable(line->path()), O_RDWR | O_NOCTTY | O_NONBLOCK);
-        ASSERT_GE(client, 0);
-        notifier = std::make_unique<QSocketNotifier>(client, QSocketNotifier::Read);
-        QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(), [this] {
-            char bytes[256];
-            const ssize_t count = read(client, bytes, sizeof bytes);
-            if (count > 0)
-                received.append(bytes, static_cast<qsizetype>(count));
-            wait.quit();
-        });
+        client.setPortName(line->path());
+        ASSERT_TRUE(client.open(QIODevice::ReadWrite));
     }
 
-    void send(const QByteArray& bytes)
+    void dispatch()
     {
-        ASSERT_EQ(write(client, bytes.constData(), static_cast<size_t>(bytes.size())), bytes.size());
         for (int i = 0; i < 3; ++i)
             QCoreApplication::processEvents();
     }
-
+    void send(const QByteArray& bytes)
+    {
+        client.write(bytes);
+        client.flush();
+        dispatch();
+    }
     QByteArray receive(qsizetype count)
     {
-        while (received.size() < count)
-            wait.exec();
+        for (received += client.readAll(); received.size() < count; received += client.readAll())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         return received;
     }
 
     std::unique_ptr<SimulatedController> controller;
     std::unique_ptr<SimulatorLine> line;
-    std::unique_ptr<QSocketNotifier> notifier;
-    QEventLoop wait;
+    QSerialPort client;
     QByteArray received;
-    int client = -1;
 };
 
 TEST_F(Line, ARequestMayComeInPieces)
@@ -73,16 +61,17 @@ TEST_F(Line, ARequestMayComeInPieces)
 TEST_F(Line, AClientThatWasKilledDoesNotKeepOthersOff)
 {
     serve(0);
-    const int killed = open(qPrintable(line->path()), O_RDWR | O_NOCTTY);
-    int exclusive = 0;
+    client.close();
+    const auto openIt = [this] { return ::open(qPrintable(line->path()), O_RDWR | O_NOCTTY); };
+    const int killed = openIt();
     ASSERT_EQ(ioctl(killed, TIOCEXCL), 0);
-    ASSERT_EQ(ioctl(client, TIOCGEXCL, &exclusive), 0);
-    ASSERT_EQ(exclusive, 1);
-    close(killed);
-    for (int i = 0; i < 3; ++i)
-        QCoreApplication::processEvents();
-    ASSERT_EQ(ioctl(client, TIOCGEXCL, &exclusive), 0);
+    ::close(killed);
+    dispatch();
+    const int next = openIt();
+    int exclusive = 1;
+    ASSERT_EQ(ioctl(next, TIOCGEXCL, &exclusive), 0);
     EXPECT_EQ(exclusive, 0);
+    ::close(next);
 }
 
 TEST_F(Line, ALateReplyComesThoughItIsOvertaken)

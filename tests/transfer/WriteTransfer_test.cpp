@@ -140,7 +140,7 @@ TEST_F(Write, OneParameterGoesWithItsImage)
     EXPECT_EQ(writeOne("A"), 1);
     EXPECT_EQ(activities, (QList{TransferEngine::Activity::Writing, TransferEngine::Activity::Idle}));
     EXPECT_EQ(report().requests, 4);
-    EXPECT_EQ(report().taken, 4);
+    EXPECT_EQ(report().accepted, 4);
     EXPECT_EQ(report().pausesMs, 1000);
     EXPECT_EQ(traceLines("Original :8000:0064000500000304"), 1);
     EXPECT_EQ(traceLines("WriteData:8000:012C000500000304"), 1);

@@ -268,7 +268,7 @@ void frmMain::afterRead()
 // A write, and the read-back behind it, end what can be undone here.
 void frmMain::afterWrite()
 {
-    if (m_engine->lastWrite().taken > 0)
+    if (m_engine->lastWrite().accepted > 0)
         m_editor->clear();
     showTitle();
 }

@@ -57,7 +57,7 @@ frmComSet::frmComSet(const ComSetSession::Parts& parts, QWidget* parent)
     connectControls();
     adjustSize();
     m_library.loadFormSize(m_placement);
-    growForTrouble();
+    growForError();
     m_port->setFocus();
 }
 
@@ -89,9 +89,9 @@ QGroupBox* frmComSet::setupPortFrame()
     // A long description of an adapter must not widen the dialog.
     m_port->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_port->setMinimumContentsLength(kPortCharacters);
-    m_trouble = named(new QLabel(frame), "lblTrouble");
-    m_trouble->setWordWrap(true);
-    m_trouble->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_error = named(new QLabel(frame), "lblTrouble");
+    m_error->setWordWrap(true);
+    m_error->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_speed = named(new QComboBox(frame), "Combo2");
     m_eightBits = named(new QRadioButton(QStringLiteral("&8 bits, no parity"), frame), "Option7");
     m_sevenBits = named(new QRadioButton(QStringLiteral("&7 bits, even parity"), frame), "Option6");
@@ -101,7 +101,7 @@ QGroupBox* frmComSet::setupPortFrame()
     auto* layout = new QFormLayout(frame);
     layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     layout->addRow(m_labels[0], m_port);
-    layout->addRow(m_trouble);
+    layout->addRow(m_error);
     layout->addRow(m_labels[1], m_speed);
     layout->addRow(QString(), sideBySide({m_eightBits, m_sevenBits, m_otherFormat}));
     return frame;
@@ -202,12 +202,12 @@ void frmComSet::nameFields()
 {
     for (const QLabel* label : m_labels)
         platform::nameField(*label->buddy(), label->text());
-    platform::nameField(*m_trouble, m_labels[0]->text());
+    platform::nameField(*m_error, m_labels[0]->text());
 }
 
 void frmComSet::connectControls()
 {
-    connect(m_port, &QComboBox::currentIndexChanged, this, &frmComSet::showPortTrouble);
+    connect(m_port, &QComboBox::currentIndexChanged, this, &frmComSet::showPortError);
     // Both: a hand may also pick the entry that is selected already.
     connect(m_model, &QComboBox::currentIndexChanged, this, &frmComSet::onModelPicked);
     connect(m_model, &QComboBox::activated, this, &frmComSet::onModelPicked);
@@ -231,7 +231,7 @@ void frmComSet::fill(const ComSetFields& fields)
     (fields.ascii ? m_ascii : m_rtu)->setChecked(true);
     m_slave->setText(fields.slaveText);
     showFields(fields);
-    showPortTrouble();
+    showPortError();
 }
 
 // A format beside the usual two is a choice for as long as it is the stored one.
@@ -287,16 +287,16 @@ QString frmComSet::modelString() const
     return text == platform::visibleText(m_heldModelString) ? m_heldModelString : text;
 }
 
-void frmComSet::showPortTrouble()
+void frmComSet::showPortError()
 {
-    const QString trouble = m_session.portTrouble(m_port->currentIndex());
-    m_trouble->setText(platform::visibleLines(trouble));
-    m_trouble->setVisible(!trouble.isEmpty());
-    growForTrouble();
+    const QString trouble = m_session.portError(m_port->currentIndex());
+    m_error->setText(platform::visibleLines(trouble));
+    m_error->setVisible(!trouble.isEmpty());
+    growForError();
 }
 
 // A window does not grow by itself for a text that wraps.
-void frmComSet::growForTrouble()
+void frmComSet::growForError()
 {
     layout()->activate();
     const int needed = layout()->totalHeightForWidth(width());
@@ -317,7 +317,7 @@ void frmComSet::hideProgress()
 {
     m_progress->hide();
     enableControls(true);
-    showPortTrouble();
+    showPortError();
 }
 
 void frmComSet::enableControls(bool enabled)

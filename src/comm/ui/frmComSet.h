@@ -62,8 +62,8 @@ private:
     QString modelString() const;
     void showChara(const QString& chara);
     QString chosenChara() const;
-    void showPortTrouble();
-    void growForTrouble();
+    void showPortError();
+    void growForError();
     void showProgress(const QString& address);
     void hideProgress();
     void enableControls(bool enabled);
@@ -94,7 +94,7 @@ private:
     QPushButton* m_detect = nullptr;    // Command2
     QPushButton* m_ok = nullptr;        // Command1(0)
     QPushButton* m_cancel = nullptr;    // Command1(1)
-    QLabel* m_trouble = nullptr;
+    QLabel* m_error = nullptr;
     QWidget* m_progress = nullptr;
     QLabel* m_progressText = nullptr;
     QPushButton* m_stop = nullptr;

@@ -22,7 +22,7 @@ class ControlRegistry;
 class Timer;
 } // namespace platform
 
-// What goes over the line, as the trace log tells it: one row for each line of the log, the newest last. The window
+// What goes over the line, as the trace log has it: one row for each line of the log, the newest last. The window
 // looks into the log a few times a second while it is shown.
 // It follows the newest line until a person scrolls up, and again from the end of the table on.
 //

@@ -98,7 +98,7 @@ void frmProgbar::placeOver(const QWidget* owner)
 // The window system keeps the dialog over its owner. It is no child of it: disabling the owner would disable it too.
 void frmProgbar::belongTo(const QWidget* owner)
 {
-    winId(); // makes the window that the owner is told to
+    winId(); // makes the window
     windowHandle()->setTransientParent(owner != nullptr ? owner->window()->windowHandle() : nullptr);
 }
 

@@ -14,7 +14,7 @@ class clsLibrary;
 
 // The small window shown while the program talks to the controller or loads a model screen. One instance serves the
 // program. It can disable its owner while it is shown; when it closes, for whatever reason, the owner is enabled again.
-// Cancel, Escape and the close button tell the owner by ProgCancel; the dialog stays until unloadForm.
+// Cancel, Escape and the close button are reported to the owner by ProgCancel; the dialog stays until unloadForm.
 class frmProgbar : public QDialog
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ public:
     // sTitle and sLabel in English; Index is handed back with ProgCancel.
     void showModeless(QWidget* Owner, int lMax, const QString& sTitle, const QString& sLabel, int Index, bool bDisable,
                       bool bCButton);
-    // Raises the maximum when it is passed, and lets the window system paint. Keys and mouse are taken only while the
+    // Raises the maximum when it is passed, and has the window system paint. Keys and mouse are read only while the
     // owner is disabled: otherwise a person could reach it in the middle of a load.
     void setPos(int lPos);
     void setText(const QString& text); // shown as it is; the dialog grows for it
