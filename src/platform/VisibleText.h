@@ -19,8 +19,4 @@ QStringList visibleTexts(const QStringList& texts); // for a list of choices; ea
 // The same for texts of more than one line: line breaks stay, as "\n".
 QString visibleLines(const QString& text);
 
-// Columns that a text of visible characters takes in a fixed pitch: two for a full-width character, none for a
-// combining mark.
-int displayWidth(const QString& text);
-
 } // namespace platform

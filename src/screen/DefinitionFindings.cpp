@@ -6,15 +6,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-QString sectionOf(const clsData& item)
-{
-    return QStringLiteral("Datas%1").arg(item.number());
-}
-
-} // namespace
-
 QString DefinitionFinding::text() const
 {
     QString place = file;
@@ -62,7 +53,7 @@ void DefinitionFindings::add(const DefinitionFinding& finding)
 
 bool DefinitionFindings::concern(const clsData& item, const QString& key) const
 {
-    const QString section = sectionOf(item);
+    const QString section = item.definitionSection();
     return std::any_of(m_all.begin(), m_all.end(), [&](const DefinitionFinding& known) {
         return known.file == m_screenFile && known.section == section && known.key == key;
     });
@@ -70,7 +61,7 @@ bool DefinitionFindings::concern(const clsData& item, const QString& key) const
 
 void DefinitionFindings::addToItem(const clsData& item, const QString& key, const QString& fault, const QString& remedy)
 {
-    add({m_screenFile, sectionOf(item), key, item.Key() + u' ' + fault, remedy});
+    add({m_screenFile, item.definitionSection(), key, item.Key() + u' ' + fault, remedy});
 }
 
 void DefinitionFindings::addToComm(const QString& section, const QString& key, const QString& fault,

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kMaxQuoted = 40;                                      // characters of a faulty text
+constexpr int kMaxQuotedColour = 40;                                      // characters of a faulty text
 const QString kDefaultColor = QStringLiteral("vbWindowBackGround"); // of a label; stands for the window's own
 
 // A name, a number or an "RGB" text; a name or number that cannot be converted gives back whichever default it got.
@@ -50,7 +50,7 @@ void DefinitionLog::checkColor(const clsLibrary& library, const QString& where, 
     if (known == m_colors.end())
         known = m_colors.insert(text, isColor(library, text));
     if (!*known)
-        fault(where, QStringLiteral("\"%1\" is not a colour").arg(text.left(kMaxQuoted)));
+        fault(where, QStringLiteral("\"%1\" is not a colour").arg(text.left(kMaxQuotedColour)));
 }
 
 void DefinitionLog::circle(int number, const QString& tag)

@@ -57,6 +57,7 @@ public:
     bool lacksTables() const { return m_lacksTables; } // it chooses from tables whose file is missing
 
     int number() const { return m_number; }
+    QString definitionSection() const { return QStringLiteral("Datas%1").arg(number()); }
     QString Key() const { return m_tag; }
     QString DataName() const { return m_name; }
     int BlockNo() const { return m_blockNo; }

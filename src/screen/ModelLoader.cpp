@@ -7,15 +7,6 @@
 #include <exception>
 #include <utility>
 
-namespace {
-
-QString sectionOf(const clsData& item)
-{
-    return QStringLiteral("Datas%1").arg(item.number());
-}
-
-} // namespace
-
 clsData& ModelLoader::add(std::unique_ptr<clsData> item, int rows, int cols)
 {
     noteTakenCell(*item);
@@ -31,19 +22,19 @@ void ModelLoader::noteTakenCell(const clsData& item)
     const clsData* other = item.Visible() ? m_model.itemAt(item.Row(), item.Col()) : nullptr;
     if (other != nullptr)
         m_model.lookup.log.fault(
-            sectionOf(item),
+            item.definitionSection(),
             QStringLiteral("CellData: cell %1-%2 is taken by %3").arg(item.Row()).arg(item.Col()).arg(other->Key()));
 }
 
 // In a parameter file, tags that differ only in case are one key.
 bool ModelLoader::takeTag(const clsData& item)
 {
-    const platform::Result<> storable = platform::ProfileDocument::canStore(sectionOf(item), item.Key());
+    const platform::Result<> storable = platform::ProfileDocument::canStore(item.definitionSection(), item.Key());
     if (!storable.ok())
-        m_model.lookup.log.fault(sectionOf(item), QStringLiteral("Tag: ") + storable.error());
+        m_model.lookup.log.fault(item.definitionSection(), QStringLiteral("Tag: ") + storable.error());
     QString& taken = m_tagByFileKey[item.Key().trimmed().toCaseFolded()];
     if (!taken.isNull()) {
-        m_model.lookup.log.fault(sectionOf(item), QStringLiteral("Tag: %1 exists already").arg(taken));
+        m_model.lookup.log.fault(item.definitionSection(), QStringLiteral("Tag: %1 exists already").arg(taken));
         return false;
     }
     taken = item.Key();
@@ -73,12 +64,12 @@ void ModelLoader::noteFaults(const clsData& item, int rows, int cols)
 {
     DefinitionLog& log = m_model.lookup.log;
     for (const QString& fault : item.faults())
-        log.fault(sectionOf(item), fault);
-    log.checkColor(m_model.library(), sectionOf(item), item.backColorName());
-    log.checkColor(m_model.library(), sectionOf(item), item.foreColorName());
+        log.fault(item.definitionSection(), fault);
+    log.checkColor(m_model.library(), item.definitionSection(), item.backColorName());
+    log.checkColor(m_model.library(), item.definitionSection(), item.foreColorName());
     if (!item.Visible() || (item.Row() >= 1 && item.Row() <= rows && item.Col() >= 1 && item.Col() <= cols))
         return;
-    log.fault(sectionOf(item),
+    log.fault(item.definitionSection(),
               QStringLiteral("CellData: row %1, column %2 is outside the grid of %3 rows and %4 columns")
                   .arg(item.Row())
                   .arg(item.Col())

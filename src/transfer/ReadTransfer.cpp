@@ -11,7 +11,7 @@
 
 namespace {
 
-QString entryName(const clsKXAdr& image, int i)
+QString readEntryName(const clsKXAdr& image, int i)
 {
     return TransferParts::entryName(image, image.Cmd(i), image.Adr(i));
 }
@@ -69,7 +69,7 @@ ReadTransfer::Step ReadTransfer::readImage(clsKXAdr& image)
             image.setCopy();
             continue;
         }
-        if (sendWithRetries(image, entryName(image, i)) == Step::Stop)
+        if (sendWithRetries(image, readEntryName(image, i)) == Step::Stop)
             return Step::Stop;
     }
     // Only an image whose every entry was answered holds what the controller has.
@@ -90,9 +90,9 @@ bool ReadTransfer::buildRequest(const clsKXAdr& image, int i)
         if (!(m_parts.channel.modbus().*known->build)(number, image.Cnt(i)))
             return false;
     } catch (const ModbusError& error) {
-        m_parts.kx.logError(entryName(image, i) + QStringLiteral(": ") + error.description());
+        m_parts.kx.logError(readEntryName(image, i) + QStringLiteral(": ") + error.description());
         m_imageComplete = false;
-        m_report.givenUp << entryName(image, i);
+        m_report.givenUp << readEntryName(image, i);
         m_report.lastFailure = error.description();
         return false;
     }

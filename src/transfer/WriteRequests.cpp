@@ -15,7 +15,7 @@ bool isLiteral(const QString& tag)
     return tag.startsWith(kLiteral);
 }
 
-QString entryName(const clsKXAdr& image, int i)
+QString writeEntryName(const clsKXAdr& image, int i)
 {
     return TransferParts::entryName(image, image.WCmd(i), image.WAdr(i));
 }
@@ -32,7 +32,7 @@ bool WriteRequests::build(const clsKXAdr& image, int i, int pass, bool single)
     try {
         return isDirect ? buildDirect(image, i) : buildSet(image, i, single);
     } catch (const ModbusError& error) {
-        m_report.failed << entryName(image, i) + QStringLiteral(": ") + error.description();
+        m_report.failed << writeEntryName(image, i) + QStringLiteral(": ") + error.description();
         m_parts.kx.logError(m_report.failed.last());
         return false;
     }
@@ -42,7 +42,7 @@ bool WriteRequests::buildDirect(const clsKXAdr& image, int i)
 {
     if (!image.writeFault(i).isEmpty()) {
         m_report.failed << QStringLiteral("%1: %2").arg(
-            entryName(image, i), m_parts.tran("not sent, because the definition writes bytes that it does not read"));
+            writeEntryName(image, i), m_parts.tran("not sent, because the definition writes bytes that it does not read"));
         return false;
     }
     RequestChannel& channel = m_parts.channel;
@@ -83,7 +83,7 @@ bool WriteRequests::buildSet(const clsKXAdr& image, int i, bool single)
 // A parameter that was refused is reported as that already.
 void WriteRequests::reportNoValue(const clsKXAdr& image, int i, const QString& tag)
 {
-    m_parts.kx.logError(QStringLiteral("not written: %1: %2 has no value").arg(entryName(image, i), tag));
+    m_parts.kx.logError(QStringLiteral("not written: %1: %2 has no value").arg(writeEntryName(image, i), tag));
     const WriteSelection::Chosen* chosen = m_selection.find(tag);
     if ((chosen == nullptr || !chosen->refused) && !m_report.skipped.contains(tag))
         m_report.skipped << tag;

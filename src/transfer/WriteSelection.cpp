@@ -1,5 +1,6 @@
 #include "WriteSelection.h"
 
+#include "Comparison.h"
 #include "HeldValue.h"
 #include "ItemLimits.h"
 #include "ItemStore.h"
@@ -13,14 +14,6 @@
 namespace {
 
 constexpr int kEditSent = 3;
-
-// The same value, however it is written.
-bool isSameValue(const QString& sent, const QString& kept)
-{
-    const auto left = platform::parseSingle(sent);
-    const auto right = platform::parseSingle(kept);
-    return sent == kept || (left && right && *left == *right);
-}
 
 } // namespace
 
@@ -84,7 +77,7 @@ void WriteSelection::add(clsData& item, Images& images)
         return;
     m_tags.insert(item.Key());
     const bool isUnread = !image->isFilled() && image->hasReads();
-    if (isUnread || !isWritten(m_kx, item))
+    if (isUnread || !isWritten(m_kx.data(), item))
         return; // a section that was not read is reported as a whole
     // A value that is the controller's own stays what its bytes are, whatever the limits say.
     const auto held = heldValue(item, *image);
@@ -102,7 +95,7 @@ void WriteSelection::add(clsData& item, Images& images)
 bool WriteSelection::store(clsData& item, clsKXAdr& image)
 {
     const bool isValue = item.isKnown() && platform::parseDouble(item.Data()).has_value();
-    const bool isOutside = isValue && !isAllowed(item);
+    const bool isOutside = isValue && !item.isAllowed();
     if (isValue && !isOutside && storeInImage(item, image))
         return true;
     (isOutside ? m_report.outsideLimits : m_report.skipped) << item.Key();
@@ -134,7 +127,7 @@ void WriteSelection::noteReply(clsKXAdr& image, int i, bool good)
         image.accept(image.WAdr(i), image.WCnt(i));
     for (Chosen& chosen : m_chosen) {
         const clsData* item = m_kx.getDataByTag(chosen.tag);
-        if (chosen.refused || !carries(m_kx, image, i, *item))
+        if (chosen.refused || !carries(m_kx.data(), image, i, *item))
             continue;
         if (!isDirect && good)
             acceptInImage(*item, *m_kx.ColAdr().find(item->WSection()));

@@ -1,12 +1,11 @@
 #include "WriteTransfer.h"
 
+#include "Tags.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
 
 namespace {
 
-const QString kInputRange = QStringLiteral("PQRNO");
-const QString kModelCode = QStringLiteral("MQCODE");
 
 } // namespace
 
@@ -43,7 +42,7 @@ bool WriteTransfer::isConfirmed()
 
 bool WriteTransfer::isModelRight()
 {
-    const clsData* code = m_parts.kx.getDataByTag(kModelCode);
+    const clsData* code = m_parts.kx.getDataByTag(tags::kModelCode);
     const bool isRight = code == nullptr || (code->isKnown() && code->VData() == m_parts.controller.model());
     if (m_parts.settings.m_bComm || isRight)
         return true;
@@ -113,7 +112,7 @@ bool WriteTransfer::writeAll(const std::function<bool()>& beforeFirstFrame)
     for (const clsBlock* block : m_parts.kx.BlockCol())
         m_selection.addBlock(*block, colWrite);
     Images first;
-    if (clsData* range = m_parts.kx.getDataByTag(kInputRange))
+    if (clsData* range = m_parts.kx.getDataByTag(tags::kInputRange))
         m_selection.add(*range, first);
     bool walked = first.empty() || sendData(first, true);
     if (walked && (isRangeInForce() || m_parts.settings.m_bComm))
@@ -124,7 +123,7 @@ bool WriteTransfer::writeAll(const std::function<bool()>& beforeFirstFrame)
 // Values in terms of a range that the controller did not accept mean something else there.
 bool WriteTransfer::isRangeInForce() const
 {
-    const WriteSelection::Chosen* range = m_selection.find(kInputRange);
+    const WriteSelection::Chosen* range = m_selection.find(tags::kInputRange);
     return range == nullptr || !range->changed || range->carried == WriteSelection::Chosen::Carried::Yes;
 }
 
