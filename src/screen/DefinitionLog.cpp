@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kMaxQuotedColour = 40;                                      // characters of a faulty text
+constexpr int kMaxQuotedColour = 40;                                // characters of a faulty text
 const QString kDefaultColor = QStringLiteral("vbWindowBackGround"); // of a label; stands for the window's own
 
 // A name, a number or an "RGB" text; a name or number that cannot be converted gives back whichever default it got.

@@ -42,7 +42,8 @@ bool WriteRequests::buildDirect(const clsKXAdr& image, int i)
 {
     if (!image.writeFault(i).isEmpty()) {
         m_report.failed << QStringLiteral("%1: %2").arg(
-            writeEntryName(image, i), m_parts.tran("not sent, because the definition writes bytes that it does not read"));
+            writeEntryName(image, i),
+            m_parts.tran("not sent, because the definition writes bytes that it does not read"));
         return false;
     }
     RequestChannel& channel = m_parts.channel;

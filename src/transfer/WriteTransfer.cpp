@@ -4,10 +4,7 @@
 #include "clsCfg.h"
 #include "clsLibrary.h"
 
-namespace {
-
-
-} // namespace
+namespace {} // namespace
 
 // False: nothing can be written before the parameters were read.
 bool WriteTransfer::start()

@@ -49,7 +49,7 @@ protected:
 
 TEST_F(MessageBox, AnswerIsTheButtonsCode)
 {
-    const auto key = [this](Qt::Key key) { return [this, key] { QTest::keyClick(form.focusWidget(), key); }; };
+    const auto key = [this](Qt::Key code) { return [this, code] { QTest::keyClick(form.focusWidget(), code); }; };
     const auto click = [this](int index) { return [this, index] { button(index)->click(); }; };
     const auto wait = [this] {
         box.clock.advance(4999);

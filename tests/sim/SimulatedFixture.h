@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ScreenFixture.h"
 #include "ModbusFrame.h"
+#include "ScreenFixture.h"
 #include "SimulatedController.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "BackupStore.h"
 
-#include "../screen/ScreenFixture.h"
+#include "ScreenFixture.h"
 
 namespace {
 

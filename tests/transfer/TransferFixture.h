@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ScreenFixture.h"
 #include "ComPorts.h"
 #include "IdleClock.h"
 #include "RecordingShell.h"
+#include "ScreenFixture.h"
 #include "SimulatedController.h"
 #include "TransferEngine.h"
 #include "clsLog.h"
