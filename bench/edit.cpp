@@ -60,12 +60,13 @@ QByteArray screenFile(int items)
         const QList<QByteArray> fields = isSpecial
                                              ? QByteArray(special[n - 1]).split('|')
                                              : QList<QByteArray>{"P" + number, "Data", number, "DOTSVDOT,-1999,9999"};
-        text += "[Datas" + number + "]\r\nTag=" + fields[0] + "\r\nCellType=" + fields[1] +
-                "\r\nDefaultData=" + fields[2] + "\r\nDataInfo=" + fields[3] +
-                ",<=,<=,0,10\r\nDataLen=2\r\nCommRaedSection=Main\r\nCommWriteSection=Main\r\nCellData=" +
-                QByteArray::number((n - 1) / 5 + 1) + ',' + QByteArray::number((n - 1) % 5 * 2 + 1) +
-                ",vbWhite,vbBlack\r\nInputCSelectSection=IC\r\nInputKSelectSection=IC\r\n"
-                "ComboStrings=0vbTab1vbTab2vbTab3\r\nComboDatas=0vbTab1vbTab2vbTab3\r\n";
+        text +=
+            "[Datas" + number + "]\r\nTag=" + fields[0] + "\r\nCellType=" + fields[1] + "\r\nDefaultData=" + fields[2] +
+            "\r\nDataInfo=" + fields[3] +
+            ",<=,<=,0,10\r\nDataLen=2\r\nKXAddress=8000\r\nCommRaedSection=Main\r\nCommWriteSection=Main\r\nCellData=" +
+            QByteArray::number((n - 1) / 5 + 1) + ',' + QByteArray::number((n - 1) % 5 * 2 + 1) +
+            ",vbWhite,vbBlack\r\nInputCSelectSection=IC\r\nInputKSelectSection=IC\r\n"
+            "ComboStrings=0vbTab1vbTab2vbTab3\r\nComboDatas=0vbTab1vbTab2vbTab3\r\n";
     }
     return text;
 }
