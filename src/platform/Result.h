@@ -15,7 +15,9 @@ struct Failure
     bool isRepeated = false;
 };
 
-// What a function returns that can fail and says why: a value, or a failure. It cannot be ignored.
+// What a function returns that can fail and says why: a value, or a failure. It cannot be ignored. Both are returned as
+// they are: return text; or return Failure{...};
+// NOLINTBEGIN(google-explicit-constructor)
 template <typename T = void> class [[nodiscard]] Result
 {
 public:
@@ -46,5 +48,6 @@ public:
 private:
     Failure m_failure;
 };
+// NOLINTEND(google-explicit-constructor)
 
 } // namespace platform
