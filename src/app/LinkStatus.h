@@ -4,7 +4,7 @@
 
 #include <QString>
 
-// The serial link as the status bar tells of it.
+// The serial link as the status bar shows it.
 struct LinkStatus
 {
     bool offLine = false; // the settings switch communication off

@@ -97,11 +97,11 @@ void ParameterFiles::load(const QString& file)
     }
     standFor(file);
     Q_EMIT loaded();
-    tellLoad();
+    reportLoad();
 }
 
 // A set that was taken may still hold what a person should look at before it is sent.
-void ParameterFiles::tellLoad()
+void ParameterFiles::reportLoad()
 {
     const clsLibrary& library = m_program.library();
     const ParameterLoad& load = m_kx.lastLoad();

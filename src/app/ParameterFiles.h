@@ -44,9 +44,9 @@ Q_SIGNALS:
 
 private:
     bool mayOpen(MainState state);
-    bool hasUsableName(const QString& file); // false: the user has been told
+    bool hasUsableName(const QString& file); // false: the user has been notified
     void load(const QString& file);
-    void tellLoad();
+    void reportLoad();
     void standFor(const QString& file);
     FileQuestion question(bool save) const;
 

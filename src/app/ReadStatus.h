@@ -8,7 +8,7 @@
 
 class clsKX;
 
-// What the grid holds, as the status bar tells of it.
+// What the grid holds, as the status bar shows it.
 struct ReadStatus
 {
     MainState state = MainState::NoConnection;

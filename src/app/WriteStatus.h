@@ -5,7 +5,7 @@
 
 #include <QString>
 
-// What went wrong in the last write, as the status bar tells of it: "3 not accepted, 1 not sent". Empty when all is
+// What went wrong in the last write, as the status bar shows it: "3 not accepted, 1 not sent". Empty when all is
 // well.
 QString writeStatusText(const WriteReport& report, const TranslateText& tran);
 

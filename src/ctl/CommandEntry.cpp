@@ -51,7 +51,7 @@ void CommandEntry::openMultiSelect(clsData& item, const QString& section)
         m_error = table.problem();
         return;
     }
-    takeEntry(table.settingsOf(table.rowOf(m_wanted), item.Key()));
+    setEntry(table.settingsOf(table.rowOf(m_wanted), item.Key()));
 }
 
 void CommandEntry::setData(const QString& sTag, const QString& sData, bool bCheck)

@@ -33,7 +33,7 @@ private:
 
     void setData(const QString& sTag, const QString& sData, bool bCheck) override;
     void setVData(const QString& sTag, const QString& VData, bool bCheck) override;
-    void takeEntry(const std::vector<EntrySetting>& settings) override { m_editor.takeEntry(settings); }
+    void setEntry(const std::vector<EntrySetting>& settings) override { m_editor.setEntry(settings); }
 
     CellEditor m_editor;
     QString m_wanted; // the stored value to be taken from the table that opens

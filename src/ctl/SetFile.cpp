@@ -84,7 +84,7 @@ CommandResult SetFile::values(const clsKX& kx, Values& values) const
 // Values that come from the file count like those of the controller: none is an edit.
 void SetFile::apply(clsKX& kx, const Values& values)
 {
-    kx.takeValues(values);
+    kx.setValues(values);
     for (const auto& item : kx.items())
         item->Edit = EditState::kUntouched;
 }

@@ -27,13 +27,14 @@ bool CellClicks::isUpToDate()
 {
     if (m_kx.isOffLine() || m_shell.state() == MainState::UpToDate)
         return true;
-    m_session.tell(translated("Please acquire the up-to-date data from the equipment."), MessageStyle::kCritical);
+    m_session.notify(translated("Please acquire the up-to-date data from the equipment."), MessageStyle::kCritical);
     return false;
 }
 
 bool CellClicks::confirm(bool isAsked)
 {
-    return !isAsked || m_session.tell(translated("This Parameter change sure?"), kYesNoCritical) != MessageResult::kNo;
+    return !isAsked ||
+           m_session.notify(translated("This Parameter change sure?"), kYesNoCritical) != MessageResult::kNo;
 }
 
 void CellClicks::clickCell(int col, int row)

@@ -60,7 +60,7 @@ int CellClipboard::paste(const CellRange& range, const QString& text)
     {
         const CellEditor::Action action(m_editor);
         const CellEditor::Silence silence(m_editor);
-        QVector<Entry> settings = takeSettings(open);
+        QVector<Entry> settings = extractSettings(open);
         enterAll(settings);
         m_editor.showChanges();
         enterAll(open);
@@ -70,13 +70,13 @@ int CellClipboard::paste(const CellRange& range, const QString& text)
         const QString notice = m_editor.model().library().tranStr(
             QStringLiteral("%1 of the pasted values were not taken: they are outside the setting range, or their "
                            "parameters cannot be changed."));
-        m_editor.tell(notice.arg(open.size()), MessageStyle::kInformation);
+        m_editor.notify(notice.arg(open.size()), MessageStyle::kInformation);
     }
     return static_cast<int>(open.size());
 }
 
 // Takes them out of the list, from which cells without a parameter go too; both are in the order to be entered.
-QVector<CellClipboard::Entry> CellClipboard::takeSettings(QVector<Entry>& list) const
+QVector<CellClipboard::Entry> CellClipboard::extractSettings(QVector<Entry>& list) const
 {
     const QVector<Entry> all = std::exchange(list, {});
     std::vector<const ItemData*> items;

@@ -19,7 +19,7 @@ public:
     QString copy(const platform::CellRange& range) const;
 
     // Pastes from the range's upper left corner on; a single value fills the whole range. Cells without a parameter are
-    // left out. Returns the number of refused cells, which are told in one message.
+    // left out. Returns the number of refused cells, which are reported in one message.
     int paste(const platform::CellRange& range, const QString& text);
 
 private:
@@ -32,7 +32,7 @@ private:
     };
 
     QVector<Entry> entries(const platform::CellRange& range, const QString& text) const;
-    QVector<Entry> takeSettings(QVector<Entry>& list) const;
+    QVector<Entry> extractSettings(QVector<Entry>& list) const;
     void enterAll(QVector<Entry>& open);
     Result enter(const Entry& entry);
     Result choose(const Entry& entry, const QStringList& choices);

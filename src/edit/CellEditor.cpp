@@ -83,7 +83,7 @@ void CellEditor::setEach(const std::vector<EntrySetting>& settings, bool bCheck)
 }
 
 // The values depend on each other both ways: all are in place before the first one is checked.
-void CellEditor::takeEntry(const std::vector<EntrySetting>& settings)
+void CellEditor::setEntry(const std::vector<EntrySetting>& settings)
 {
     const Action action(*this);
     for (const EntrySetting& setting : settings) {

@@ -13,8 +13,8 @@
 #include <vector>
 
 // The editing of the parameter grid: what a person or the program enters is held against the parameter's limits, taken,
-// marked, and followed by the interlocks; what cannot be taken is told and put back. Values are not sent from here, but
-// for the blocks and the input range that the shell is asked to write.
+// marked, and followed by the interlocks; what cannot be accepted is reported and put back. Values are not sent from
+// here, but for the blocks and the input range that the shell is asked to write.
 class CellEditor : public EditSession, public MultiSelectOwner, private InterlockTarget
 {
     Q_OBJECT
@@ -38,7 +38,7 @@ public:
     void setData(const QString& sTag, const QString& sData, bool bCheck) override;
     // All that an entry of a selection table sets, with the check of each value; what depends on another one of the
     // same entry is held against all of them.
-    void takeEntry(const std::vector<EntrySetting>& settings) override;
+    void setEntry(const std::vector<EntrySetting>& settings) override;
     int getDataTempMax() const;
     QString getDataTag(int lIndex) const;
     QString getDataByTag(const QString& sTag) const; // the stored value; empty for a tag that does not exist

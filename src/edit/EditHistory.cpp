@@ -2,7 +2,7 @@
 
 #include "clsKX.h"
 
-EditHistory::Snapshot EditHistory::take(clsData& item) const
+EditHistory::Snapshot EditHistory::snapshotOf(clsData& item) const
 {
     Snapshot snapshot{&item, item.state(), {}};
     if (item.Visible() && m_kx.spread() != nullptr)
@@ -16,7 +16,7 @@ void EditHistory::begin()
     m_before.reserve(m_kx.items().size() + m_kx.duplicates().size());
     for (const auto* items : {&m_kx.items(), &m_kx.duplicates()}) {
         for (const auto& item : *items)
-            m_before.push_back(take(*item));
+            m_before.push_back(snapshotOf(*item));
     }
     m_unitBefore = m_kx.unitSwitch();
 }
@@ -43,7 +43,7 @@ void EditHistory::finish(bool keep)
     Step step;
     for (Snapshot& before : m_before) {
         if (!isSame(before))
-            step.changes.push_back({before, take(*before.item)});
+            step.changes.push_back({before, snapshotOf(*before.item)});
     }
     step.unitBefore = m_unitBefore;
     step.unitAfter = m_kx.unitSwitch();

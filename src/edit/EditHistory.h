@@ -49,7 +49,7 @@ private:
         int unitAfter = 0;
     };
 
-    Snapshot take(clsData& item) const;
+    Snapshot snapshotOf(clsData& item) const;
     bool isSame(const Snapshot& snapshot) const;
     void put(const Snapshot& snapshot);
 

@@ -137,7 +137,7 @@ void EditSession::clear()
     Q_EMIT historyChanged();
 }
 
-int EditSession::tell(const QString& text, int style, const QString& title)
+int EditSession::notify(const QString& text, int style, const QString& title)
 {
     if (m_silence == 0)
         return m_messages.showMessage(text, style, title);

@@ -60,7 +60,7 @@ public:
     };
 
     clsKX& model() const { return m_kx; }
-    int tell(const QString& text, int style, const QString& title = {}); // unless silenced; the answer
+    int notify(const QString& text, int style, const QString& title = {}); // unless silenced; the answer
 
     // Whether a person may change the item's cell.
     bool isOpen(const clsData& item) const;

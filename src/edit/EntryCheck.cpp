@@ -67,7 +67,7 @@ void EntryCheck::report(const clsData& item, EntryRefusal refusal, const LimitRa
                              ? tran(QStringLiteral("It cannot set equivalent."))
                              : tran(QStringLiteral("It is outside the setting range.")) + QStringLiteral("[ ") +
                                    limits.text(title) + QStringLiteral(" ]");
-    m_session.tell(text, MessageStyle::kInformation, kTitle);
+    m_session.notify(text, MessageStyle::kInformation, kTitle);
 }
 
 // The choice that the cell shows; the item's own where the cell shows what the item says, or nothing of the list.

@@ -356,7 +356,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 Qt::ItemFlags GridModel::flags(const QModelIndex& index) const
 {
     const Cell& shown = cell(index.row() + 1, index.column() + 1);
-    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | (shown.takesEntry() ? Qt::ItemIsEditable : Qt::NoItemFlags);
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | (shown.acceptsEntry() ? Qt::ItemIsEditable : Qt::NoItemFlags);
 }
 
 } // namespace platform

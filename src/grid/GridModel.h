@@ -39,8 +39,8 @@ struct Cell
     bool operator==(const Cell&) const = default;
 
     QString shownText() const { return visibleLines(text); }
-    bool takesEntry() const { return !locked && !readOnly && (type == CellType::Edit || type == CellType::ComboBox); }
-    bool takesClick() const { return !locked && !readOnly && type == CellType::Button; }
+    bool acceptsEntry() const { return !locked && !readOnly && (type == CellType::Edit || type == CellType::ComboBox); }
+    bool acceptsClick() const { return !locked && !readOnly && type == CellType::Button; }
 };
 
 // A cell's place, 1-based.

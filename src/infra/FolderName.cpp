@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-void takeFolder(const platform::PathMap& paths, const QString& text, QString& folder)
+void setFolder(const platform::PathMap& paths, const QString& text, QString& folder)
 {
     QString stripped = text;
     while (stripped.endsWith(u'\\'))
@@ -17,7 +17,7 @@ bool isBareFileName(const QString& text)
     return !text.isEmpty() && std::none_of(text.cbegin(), text.cend(), [](QChar c) { return kRefused.contains(c); });
 }
 
-void takeFileName(const QString& text, QString& name)
+void setFileName(const QString& text, QString& name)
 {
     if (isBareFileName(text))
         name = text;

@@ -8,7 +8,7 @@
 
 // Sets folder to the text without its trailing backslashes, with one added. An empty text, or one that names an
 // existing plain file, changes nothing; a folder that does not exist is taken.
-void takeFolder(const platform::PathMap& paths, const QString& text, QString& folder);
+void setFolder(const platform::PathMap& paths, const QString& text, QString& folder);
 
 // The message about such a name, to be translated.
 inline const QString kRefusedFileName =
@@ -18,7 +18,7 @@ inline const QString kRefusedFileName =
 bool isBareFileName(const QString& text);
 
 // Sets name unless the text is empty or holds any of \ / : * ? " < > |
-void takeFileName(const QString& text, QString& name);
+void setFileName(const QString& text, QString& name);
 
 // The text with one backslash at its end.
 QString withBackslash(const QString& folder);

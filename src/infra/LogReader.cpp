@@ -17,7 +17,7 @@ struct Record
     QByteArray body;
 };
 
-Record takeApart(const QByteArray& record)
+Record split(const QByteArray& record)
 {
     const QByteArray stamp = record.left(clsLog::kStampBytes);
     if (!stamp.startsWith('[') || !stamp.endsWith(']') || !record.endsWith("\r\n"))
@@ -100,12 +100,12 @@ LogReader::Problem LogReader::readRing(QFile& file, Ring& ring)
     const QByteArray header = file.read(clsLog::kHeaderBytes);
     if (header.isEmpty() && file.size() == 0)
         return Problem::Missing; // made, but nothing written yet
-    const auto told = clsLog::headerOf(header);
-    if (!told)
+    const auto stored = clsLog::headerOf(header);
+    if (!stored)
         return Problem::Damaged;
-    ring.count = told->count;
-    ring.size = told->size;
-    ring.last = told->last;
+    ring.count = stored->count;
+    ring.size = stored->size;
+    ring.last = stored->last;
     if (ring.count <= 0 || ring.size <= clsLog::kFrameBytes || ring.size > kLargestRecord)
         return Problem::Damaged;
     ring.present = std::min<qint64>((file.size() - clsLog::kHeaderBytes) / ring.size, ring.count);
@@ -145,10 +145,10 @@ std::vector<LogReader::Entry> LogReader::entriesOf(const QByteArray& records, qi
     std::vector<Entry> entries;
     QByteArray message;
     for (qsizetype at = 0; at < records.size(); at += size) {
-        const Record record = takeApart(records.mid(at, size));
+        const Record record = split(records.mid(at, size));
         const qsizetype following = at + size;
         const bool goesOn =
-            following < records.size() && isContinued(m_codePage, record, takeApart(records.mid(following, size)));
+            following < records.size() && isContinued(m_codePage, record, split(records.mid(following, size)));
         message += goesOn ? withoutPadding(record.body) : record.body;
         if (goesOn)
             continue;

@@ -19,7 +19,7 @@ constexpr IconRow kIcons[] = {{MessageStyle::kInformation, MessageIcon::Informat
                               {MessageStyle::kCritical, MessageIcon::Stop}};
 
 // Takes the icon's bits out of the style; bits of another icon stay and count for the button set.
-MessageIcon takeIcon(int& style)
+MessageIcon extractIcon(int& style)
 {
     for (const IconRow& row : kIcons) {
         if ((style & row.bits) == row.bits) {
@@ -30,7 +30,7 @@ MessageIcon takeIcon(int& style)
     return MessageIcon::None;
 }
 
-int takeDefault(int& style)
+int extractDefault(int& style)
 {
     int index = 0;
     if ((style & MessageStyle::kThirdIsDefault) != 0)
@@ -70,8 +70,8 @@ QVector<MessageButton> buttonSet(int number)
 
 MessageBoxPlan::MessageBoxPlan(int style)
 {
-    const int wantedDefault = takeDefault(style);
-    m_icon = takeIcon(style);
+    const int wantedDefault = extractDefault(style);
+    m_icon = extractIcon(style);
     m_buttons = buttonSet(style % kSetCount);
     m_defaultIndex = wantedDefault < m_buttons.size() ? wantedDefault : 0;
 }

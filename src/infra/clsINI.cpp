@@ -39,13 +39,13 @@ clsINI::clsINI(Context& context)
 
 void clsINI::setIniPath(const QString& NewValue)
 {
-    takeFolder(m_context.machine.paths, NewValue, m_iniPath);
+    setFolder(m_context.machine.paths, NewValue, m_iniPath);
     m_machineFile.clear();
 }
 
 void clsINI::setIniFileName(const QString& NewValue)
 {
-    takeFileName(NewValue, m_iniFileName);
+    setFileName(NewValue, m_iniFileName);
     m_machineFile.clear();
 }
 

@@ -20,7 +20,7 @@ QByteArray headerBytes(const clsLog::Header& header)
 }
 
 // Takes the next body of width bytes off the message; characters stay whole. One that no record has room for is "?".
-QByteArray takeBody(const platform::CodePage& codePage, QString& message, qsizetype width)
+QByteArray extractBody(const platform::CodePage& codePage, QString& message, qsizetype width)
 {
     QString piece = codePage.fitting(message, width);
     QByteArray body = codePage.fromText(piece);
@@ -51,12 +51,12 @@ clsLog::clsLog(platform::Machine& machine) : m_machine(machine), m_logPath(withB
 
 void clsLog::setLogPath(const QString& folder)
 {
-    takeFolder(m_machine.paths, folder, m_logPath);
+    setFolder(m_machine.paths, folder, m_logPath);
 }
 
 void clsLog::setLogFileName(const QString& name)
 {
-    takeFileName(name, m_logFileName);
+    setFileName(name, m_logFileName);
 }
 
 void clsLog::setMaxLogCnt(int records)
@@ -95,7 +95,7 @@ void clsLog::LogWrite(const QString& Message)
     }
     QString rest = Message;
     do {
-        const QByteArray body = takeBody(m_machine.codePage, rest, m_logRecSize - kFrameBytes);
+        const QByteArray body = extractBody(m_machine.codePage, rest, m_logRecSize - kFrameBytes);
         header.last = header.last < 0 || header.last >= header.count ? 1 : header.last + 1;
         const qint64 offset = kHeaderBytes + static_cast<qint64>(header.last - 1) * m_logRecSize;
         if (!writeAt(file, offset, stamp + body + "\r\n") || !writeAt(file, 0, headerBytes(header)))

@@ -137,7 +137,7 @@ bool writeAll(int fd, const QByteArray& bytes)
 
 // Gives the new file the owner, group and rights of the one that it replaces: a file that changes hands by being saved
 // might be lost to its owner.
-Result<> takeRights(int file, const struct stat& old)
+Result<> applyRights(int file, const struct stat& old)
 {
     struct stat now
     {};
@@ -233,7 +233,7 @@ Result<> replaceInFolder(int folder, const QByteArray& name, const QByteArray& b
     TemporaryFile temporary(folder, isThere ? kPrivate : kByUmask);
     if (temporary.file() < 0 || !writeAll(temporary.file(), bytes))
         return Failure{systemError()};
-    const Result<> rights = isThere ? takeRights(temporary.file(), old) : Result<>();
+    const Result<> rights = isThere ? applyRights(temporary.file(), old) : Result<>();
     if (!rights.ok())
         return rights;
     if ((flush == Flush::ToDisk && fsync(temporary.file()) != 0) || !temporary.renameTo(name))

@@ -49,7 +49,7 @@ public:
         readSign();
         const int whole = readDigits(true);
         int behind = 0;
-        if (take(u'.'))
+        if (skip(u'.'))
             behind = m_value.fraction = readDigits(false);
         if (whole + behind == 0 || !readExponent() || m_pos != m_text.size())
             return {};
@@ -58,7 +58,7 @@ public:
 
 private:
     QChar peek() const { return m_pos < m_text.size() ? m_text[m_pos] : QChar(); }
-    bool take(char16_t wanted)
+    bool skip(char16_t wanted)
     {
         if (peek() != wanted)
             return false;
@@ -67,10 +67,10 @@ private:
     }
     void readSign()
     {
-        if (take(u'-'))
+        if (skip(u'-'))
             m_value.negative = true;
         else
-            take(u'+');
+            skip(u'+');
     }
     int readDigits(bool commas)
     {
@@ -90,9 +90,9 @@ private:
         if (peek().toLower() != u'e')
             return true;
         ++m_pos;
-        const bool negative = take(u'-');
+        const bool negative = skip(u'-');
         if (!negative)
-            take(u'+');
+            skip(u'+');
         int count = 0;
         for (; peek() >= u'0' && peek() <= u'9'; ++m_pos, ++count)
             m_value.exponent = std::min(m_value.exponent * 10 + peek().digitValue(), 9999);

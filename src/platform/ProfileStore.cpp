@@ -261,7 +261,7 @@ Result<> ProfileStore::endBatch()
     if (--m_batchDepth > 0)
         return {};
     QStringList errors = std::exchange(m_refusals, {});
-    bool isRepeated = true; // whoever wrote has been told of the refusals
+    bool isRepeated = true; // the refusals were reported to whoever wrote
     for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
         if (entry.value()->pending.empty())
             continue;

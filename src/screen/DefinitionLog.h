@@ -24,7 +24,7 @@ public:
     void checkColor(const clsLibrary& library, const QString& where, const QString& text); // notes one of no known form
     // The decimal places of the item of this number lead back to itself: once for each item.
     void circle(int number, const QString& tag);
-    void missingTables(clsLibrary& library); // told to the user too; once
+    void missingTables(clsLibrary& library); // shown to the user too; once
 
 private:
     static constexpr int kMaxFaults = 200; // that are noted one by one

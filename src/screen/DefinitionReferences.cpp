@@ -20,7 +20,7 @@ public:
           m_bytes(static_cast<size_t>(image.imageSize()))
     {}
 
-    void take(const clsData& item)
+    void add(const clsData& item)
     {
         const int offset = item.Address().toInt(nullptr, 16) - m_start;
         if (offset < 0 || item.DataLen() < 1 || offset + item.DataLen() > m_image.imageSize()) {
@@ -34,7 +34,7 @@ public:
             m_findings.addToItem(item, QStringLiteral("BitMask"), QStringLiteral("has no bit of its byte"),
                                  QStringLiteral("give 1, 2, 4, 8, 16, 32, 64 or 128"));
         for (int i = offset; i < offset + item.DataLen(); ++i)
-            takeByte(item, i, bits);
+            addByte(item, i, bits);
     }
 
     void reportGap() const
@@ -58,7 +58,7 @@ private:
         int bits = 0;
     };
 
-    void takeByte(const clsData& item, int index, int bits)
+    void addByte(const clsData& item, int index, int bits)
     {
         Byte& byte = m_bytes[static_cast<size_t>(index)];
         if ((byte.bits & bits) != 0)
@@ -83,7 +83,7 @@ void checkImage(DefinitionFindings& findings, const clsKXAdr& image)
     UsedBytes used(findings, image);
     for (const auto& item : findings.kx().items()) {
         if (item->RSection() == image.Section())
-            used.take(*item);
+            used.add(*item);
     }
     used.reportGap();
 }

@@ -111,7 +111,7 @@ std::vector<ChoiceTable::Entry> entriesOf(const clsLibrary& library, const QStri
     return table.entries();
 }
 
-void takeEntry(clsKX& kx, const ChoiceTable::Entry& entry, const QString& tag)
+void setEntry(clsKX& kx, const ChoiceTable::Entry& entry, const QString& tag)
 {
     for (const EntrySetting& setting : entry.settingsFor(tag)) {
         if (setting.isDisplayValue)
@@ -138,7 +138,7 @@ void checkRanges(DefinitionFindings& findings, const clsData& range)
         kx.setUnitSwitch(unit);
         const QString table = unit == 0 ? range.ICSection() : range.IKSection();
         for (const ChoiceTable::Entry& entry : entriesOf(kx.library(), table)) {
-            takeEntry(kx, entry, range.Key());
+            setEntry(kx, entry, range.Key());
             checkRange(findings, entry.names.value(0), unit);
         }
     }

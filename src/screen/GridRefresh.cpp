@@ -30,7 +30,7 @@ bool isNamedChoice(const QString& tag)
 
 } // namespace
 
-void GridRefresh::takeFromImages(const std::vector<clsBlock*>* blocks)
+void GridRefresh::readFromImages(const std::vector<clsBlock*>* blocks)
 {
     std::vector<clsData*> items;
     std::vector<int> marks;
@@ -46,7 +46,7 @@ void GridRefresh::takeFromImages(const std::vector<clsBlock*>* blocks)
     }
     // What a choice sets comes before the values that were read, which hold over it.
     for (const size_t place : entryOrder({items.begin(), items.end()}))
-        take(*items[place]);
+        read(*items[place]);
     for (size_t i = 0; i < marks.size(); ++i)
         dropMark(*m_model.items[i], blocks == nullptr, marks[i]);
 }
@@ -58,7 +58,7 @@ void GridRefresh::dropMark(clsData& item, bool isWhole, int before)
         item.Edit = EditState::kUntouched;
 }
 
-void GridRefresh::take(clsData& item)
+void GridRefresh::read(clsData& item)
 {
     if (!isRead(m_model, item))
         return;

@@ -20,7 +20,7 @@ public:
 
     // blocks: whose members take their values; null for all items. An item whose image holds no data from the
     // controller becomes unknown and is shown empty.
-    void takeFromImages(const std::vector<clsBlock*>* blocks);
+    void readFromImages(const std::vector<clsBlock*>* blocks);
 
     // All visible items, with the lock rules.
     void showAll();
@@ -28,7 +28,7 @@ public:
     void show(const clsData& item, std::optional<bool> locked = {});
 
 private:
-    void take(clsData& item);
+    void read(clsData& item);
     std::optional<QString> offLineValue(const clsData& item, const clsKXAdr& image) const;
     static void dropMark(clsData& item, bool isWhole, int before);
     QString textOf(const clsData& item) const;

@@ -10,7 +10,7 @@
 clsData& ModelLoader::add(std::unique_ptr<clsData> item, int rows, int cols)
 {
     noteTakenCell(*item);
-    const bool isNew = takeTag(*item);
+    const bool isNew = registerTag(*item);
     clsData& added = m_model.add(std::move(item), isNew);
     joinImage(added);
     noteFaults(added, rows, cols);
@@ -27,7 +27,7 @@ void ModelLoader::noteTakenCell(const clsData& item)
 }
 
 // In a parameter file, tags that differ only in case are one key.
-bool ModelLoader::takeTag(const clsData& item)
+bool ModelLoader::registerTag(const clsData& item)
 {
     const platform::Result<> storable = platform::ProfileDocument::canStore(item.definitionSection(), item.Key());
     if (!storable.ok())

@@ -18,7 +18,7 @@ public:
     clsData& add(std::unique_ptr<clsData> item, int rows, int cols);
 
 private:
-    bool takeTag(const clsData& item);
+    bool registerTag(const clsData& item);
     void noteTakenCell(const clsData& item);
     void joinImage(const clsData& item);
     void noteFaults(const clsData& item, int rows, int cols);

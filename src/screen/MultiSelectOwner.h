@@ -16,5 +16,5 @@ public:
     // The display value.
     virtual void setVData(const QString& sTag, const QString& VData, bool bCheck) = 0;
     // All that an entry sets, in order, as one entry.
-    virtual void takeEntry(const std::vector<EntrySetting>& settings) = 0;
+    virtual void setEntry(const std::vector<EntrySetting>& settings) = 0;
 };

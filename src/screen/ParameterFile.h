@@ -35,7 +35,7 @@ public:
     // Empty, or why the file was not written (machine path included).
     [[nodiscard]] QString save(const ParameterSet& set) const;
 
-    // The values of the file for the items of a model; the outcome tells whether they may be used.
+    // The values of the file for the items of a model; the outcome says whether they may be used.
     ParameterLoad read(const ModelData& model, ParameterSet& set) const;
     // The same without a model: what the file says of itself.
     QString modelString() const;

@@ -15,7 +15,7 @@ ParameterSet currentSet(const ModelData& model)
     return set;
 }
 
-QStringList takeValues(ModelData& model, const QVector<QPair<QString, QString>>& values)
+QStringList setValues(ModelData& model, const QVector<QPair<QString, QString>>& values)
 {
     std::vector<const ItemData*> items;
     items.reserve(static_cast<size_t>(values.size()));

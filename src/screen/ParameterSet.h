@@ -20,4 +20,4 @@ ParameterSet currentSet(const ModelData& model);
 // The items take these values, in the order in which they decide each other: what a selection table sets comes before
 // the values of the set, which hold over it. An empty value leaves an item without one; the unit then stays as it is.
 // Returns the tags of items whose value has changed, which are marked. Tags must exist.
-QStringList takeValues(ModelData& model, const QVector<QPair<QString, QString>>& values);
+QStringList setValues(ModelData& model, const QVector<QPair<QString, QString>>& values);

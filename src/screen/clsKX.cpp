@@ -83,7 +83,7 @@ void clsKX::refreshSpread(bool bFromComm, const std::vector<clsBlock*>* colRefDa
 {
     GridRefresh refresh(m_model, m_grid);
     if (bFromComm)
-        refresh.takeFromImages(colRefData);
+        refresh.readFromImages(colRefData);
     refresh.showAll();
 }
 
@@ -150,7 +150,7 @@ bool clsKX::loadData(const QString& fileName)
     m_lastLoad = ParameterFile(library(), fileName).read(m_model, set);
     if (m_lastLoad.outcome != ParameterLoad::Outcome::Loaded)
         return true;
-    m_lastLoad.changed = takeValues(set.values);
+    m_lastLoad.changed = setValues(set.values);
     m_lastLoad.missing.removeAll(tags::kUnit); // the unit stays
     for (const auto& item : items()) {
         if (item->isKnown() && !item->isReadOnly() && !item->isAllowed())

@@ -83,13 +83,13 @@ public:
     const ModelData& data() const { return m_model; } // for the rules that take it
 
     // Parameter data files. Saving returns why the file was not written, empty when it was. Loading returns True when
-    // the file was not taken; lastLoad tells why, and what it changed.
+    // the file was not taken; lastLoad says why, and what it changed.
     QString saveData(const QString& fileName) const;
     bool loadData(const QString& fileName);
     const ParameterLoad& lastLoad() const { return m_lastLoad; }
     // Sets of values; see ParameterSet. The grid is not touched.
     ParameterSet currentSet() const { return ::currentSet(m_model); }
-    QStringList takeValues(const QVector<QPair<QString, QString>>& values) { return ::takeValues(m_model, values); }
+    QStringList setValues(const QVector<QPair<QString, QString>>& values) { return ::setValues(m_model, values); }
 
     // Decimal places of alarm k (1 to 3), its value and its dead-band.
     int getEVDot(int k) const { return alarmDecimals(m_model.lookup, m_model.lookup.eventDot, k); }

@@ -4,8 +4,6 @@
 #include "clsCfg.h"
 #include "clsLibrary.h"
 
-namespace {} // namespace
-
 // False: nothing can be written before the parameters were read.
 bool WriteTransfer::start()
 {

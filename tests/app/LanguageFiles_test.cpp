@@ -54,7 +54,7 @@ struct NoSettings : MultiSelectOwner
 {
     void setData(const QString&, const QString&, bool) override {}
     void setVData(const QString&, const QString&, bool) override {}
-    void takeEntry(const std::vector<EntrySetting>&) override {}
+    void setEntry(const std::vector<EntrySetting>&) override {}
 };
 
 // Every form of the program is shown once with a language file.

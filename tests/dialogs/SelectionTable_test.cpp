@@ -120,7 +120,7 @@ TEST_F(Selection, TakingAnEntrySetsTheItemAndThenItsList)
         tables("[T]\nData1=0,9\nName1=other\nSetTags2=" + tags + "\nData2=" + data + "\nName2=taken\nName3=Test\n");
         set.clear();
         ASSERT_TRUE(table.load("T"));
-        takeEntry(table.settingsOf(2, "ITEM"));
+        setEntry(table.settingsOf(2, "ITEM"));
         EXPECT_EQ(set.join(" / "), expected);
     }
 }

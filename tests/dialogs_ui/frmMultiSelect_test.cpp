@@ -40,9 +40,9 @@ protected:
 
     QPoint place(int row) { return grid->visualRect(grid->model()->index(row - 1, 0)).center(); }
 
-    void takeEntry(const std::vector<EntrySetting>& entry) override
+    void setEntry(const std::vector<EntrySetting>& entry) override
     {
-        SelectionFixture::takeEntry(entry);
+        SelectionFixture::setEntry(entry);
         if (endsOwner)
             owner.reset();
     }

@@ -43,7 +43,7 @@ TEST_P(Interlock, EveryRangeIsTakenWhole)
         if (kx.hasVoltageRange()) // scaled downwards, from where others begin
             start(QStringLiteral("VQLIL=1000 VQLIH=0"));
         const auto taken = entry.settingsFor(QStringLiteral("PQRNO"));
-        editor.takeEntry(taken);
+        editor.setEntry(taken);
         return std::all_of(taken.begin(), taken.end(), [this](const EntrySetting& one) {
             return (one.isDisplayValue ? item(one.tag).VData() : item(one.tag).Data()) == one.value;
         });

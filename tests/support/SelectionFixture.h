@@ -12,7 +12,7 @@ protected:
 
     void setData(const QString& sTag, const QString& sData, bool) override { set << sTag + '=' + sData; }
     void setVData(const QString& sTag, const QString& VData, bool) override { set << sTag + " shows " + VData; }
-    void takeEntry(const std::vector<EntrySetting>& entry) override
+    void setEntry(const std::vector<EntrySetting>& entry) override
     {
         for (const EntrySetting& setting : entry)
             set << setting.tag + (setting.isDisplayValue ? " shows " : "=") + setting.value;

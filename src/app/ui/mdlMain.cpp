@@ -20,7 +20,7 @@
 
 namespace {
 
-void tellStartedAlready(const clsLibrary& library, const platform::SingleInstance& instance)
+void reportStartedAlready(const clsLibrary& library, const platform::SingleInstance& instance)
 {
     const QString lock = library.tranStr(QStringLiteral("Process %1 holds the lock file %2."));
     QMessageBox::critical(nullptr, QApplication::applicationName(),
@@ -67,7 +67,7 @@ int Main(int& argc, char* argv[])
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
     const platform::SingleInstance instance(QCoreApplication::applicationFilePath());
     if (program.settings().m_bPrevInstance && !instance.isFirst()) {
-        tellStartedAlready(program.library(), instance);
+        reportStartedAlready(program.library(), instance);
         return 0;
     }
     const platform::TerminationSignals endRequest; // one that comes while the window is made waits for it

@@ -289,9 +289,9 @@ QString frmComSet::modelString() const
 
 void frmComSet::showPortError()
 {
-    const QString trouble = m_session.portError(m_port->currentIndex());
-    m_error->setText(platform::visibleLines(trouble));
-    m_error->setVisible(!trouble.isEmpty());
+    const QString error = m_session.portError(m_port->currentIndex());
+    m_error->setText(platform::visibleLines(error));
+    m_error->setVisible(!error.isEmpty());
     growForError();
 }
 

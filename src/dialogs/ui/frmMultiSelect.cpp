@@ -206,7 +206,7 @@ void frmMultiSelect::acceptEntry()
     m_traceLog.get().LogWrite(
         QStringLiteral("[KXMultiSelectFormTrace]%1: entry %2 for %3").arg(m_id).arg(row).arg(m_item.tag));
     accept();
-    m_operations.takeEntry(settings);
+    m_operations.setEntry(settings);
 }
 
 // The keys that move in a list move in this one while a text is typed, and a text that is typed in the list is

@@ -28,7 +28,7 @@ private:
     void onActivated();
     void onListHidden();
 
-    bool m_isPending = false; // the list was opened and its outcome not told yet
+    bool m_isPending = false; // the list was opened and its outcome not reported yet
 };
 
 } // namespace platform

@@ -65,7 +65,7 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         paintComboMark(painter, option, back);
         place.setRight(place.right() - kComboMarkWidth);
     }
-    if (cell.takesEntry())
+    if (cell.acceptsEntry())
         paintField(painter, option, back);
     const ColorRef gray = gridOf(index).grayColor();
     painter->setPen(shown(legible(paintColor(cell.locked ? gray : cell.foreColor), designed), option.palette));
@@ -211,7 +211,7 @@ void SpreadDelegate::setEditorData(QWidget* editor, const QModelIndex& index) co
         edit->setText(visibleText(cell.text));
 }
 
-// The grid only tells what was entered; whether it is taken is decided by those who know the parameter.
+// The grid only reports what was entered; whether it is accepted is decided by those who know the parameter.
 void SpreadDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
     Q_UNUSED(model);
@@ -231,7 +231,7 @@ bool SpreadDelegate::eventFilter(QObject* editor, QEvent* event)
     return !isBorrowed && QStyledItemDelegate::eventFilter(editor, event);
 }
 
-void SpreadDelegate::tellEntry()
+void SpreadDelegate::reportEntry()
 {
     const std::optional<Entry> entry = std::exchange(m_entry, std::nullopt);
     if (entry && entry->choice >= 0)

@@ -25,7 +25,7 @@ private:
 };
 
 // Paints and edits the cells of a GridModel: edit, static text, button, combo box. What was entered is kept until the
-// view has closed the editor and calls tellEntry: those who hear of it may ask the user something, or load another
+// view has closed the editor and calls reportEntry: those who hear of it may ask the user something, or load another
 // model.
 class SpreadDelegate : public QStyledItemDelegate
 {
@@ -45,7 +45,7 @@ public:
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
 
-    void tellEntry(); // once for each entry; nothing when nothing was entered
+    void reportEntry(); // once for each entry; nothing when nothing was entered
     static QRect comboArrow(const QRect& cell);
 
 protected:

@@ -11,7 +11,7 @@ class QLineEdit;
 
 namespace platform {
 
-// The parameter grid as a widget: shows a GridModel and tells what a person does in it. It changes no cell by itself.
+// The parameter grid as a widget: shows a GridModel and reports what a person does in it. It changes no cell by itself.
 //
 // Keys: typing or F2 edits a cell, Enter and Tab take the entry and go to the next cell that can be edited, Escape
 // leaves it as it was; F4, Alt+Down and a click on the arrow open the list of a combo box; Space presses a button.
@@ -31,7 +31,7 @@ public:
     // Shows the column headers, by which a person changes the widths of the columns.
     void showColHeaders();
     void setCurrentCell(int col, int row); // a cell outside the grid changes nothing
-    // The entry that editChanged tells of is not taken: the cell is edited again, with that text.
+    // The entry that editChanged reported is refused: the cell is edited again, with that text.
     void refuseEntry(int col, int row, const QString& text);
 
 Q_SIGNALS:
@@ -66,7 +66,7 @@ private:
     void paintFrames(QPainter& painter) const;
     void onClicked(const QModelIndex& index);
     void onSectionResized(int section, int pixelWidth);
-    bool takeKey(const QKeyEvent& event, const QModelIndex& at);
+    bool handleKey(const QKeyEvent& event, const QModelIndex& at);
     bool pressButton(const QModelIndex& index);
     bool openList(const QModelIndex& index);
     void showList(const QModelIndex& index);

@@ -73,13 +73,13 @@ void vaSpread::keyPressEvent(QKeyEvent* event)
 {
     const QModelIndex at = currentIndex();
     const bool isEditing = state() == EditingState && !hasFocus();
-    if (m_grid != nullptr && at.isValid() && !isEditing && takeKey(*event, at))
+    if (m_grid != nullptr && at.isValid() && !isEditing && handleKey(*event, at))
         event->accept();
     else
         QTableView::keyPressEvent(event);
 }
 
-bool vaSpread::takeKey(const QKeyEvent& event, const QModelIndex& at)
+bool vaSpread::handleKey(const QKeyEvent& event, const QModelIndex& at)
 {
     if (event.matches(QKeySequence::Copy)) {
         requestCopy();
@@ -142,7 +142,7 @@ bool vaSpread::openList(const QModelIndex& index)
     return isCombo && edit(index, AllEditTriggers, nullptr);
 }
 
-// What was entered is told when the editor is gone: the answer may be a question, or a grid that changes.
+// What was entered is reported when the editor is gone: the answer may be a question, or a grid that changes.
 void vaSpread::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
 {
     const std::optional<WalkStep> step = stepAfter(hint);
@@ -150,7 +150,7 @@ void vaSpread::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint h
     const QPointer<vaSpread> alive(this);
     QTableView::closeEditor(editor, step ? QAbstractItemDelegate::NoHint : hint);
     m_isRefused = false;
-    m_delegate.tellEntry();
+    m_delegate.reportEntry();
     if (!alive || m_isRefused || !step || m_grid == nullptr)
         return;
     if (const QModelIndex next = indexOf(nextEditable(*m_grid, edited, *step)); next.isValid())
@@ -168,7 +168,7 @@ void vaSpread::refuseEntry(int col, int row, const QString& text)
 void vaSpread::correct(int col, int row, const QString& text)
 {
     const QModelIndex at = indexOf(CellPlace{row, col});
-    if (!at.isValid() || !m_grid->cell(row, col).takesEntry() || !isEnabled())
+    if (!at.isValid() || !m_grid->cell(row, col).acceptsEntry() || !isEnabled())
         return;
     setCurrentIndex(at);
     if (!edit(at, AllEditTriggers, nullptr))
@@ -209,7 +209,7 @@ void vaSpread::onClicked(const QModelIndex& index)
 bool vaSpread::pressButton(const QModelIndex& index)
 {
     const Cell& cell = m_grid->cell(index.row() + 1, index.column() + 1);
-    if (!cell.takesClick())
+    if (!cell.acceptsClick())
         return false;
     Q_EMIT buttonClicked(index.column() + 1, index.row() + 1);
     return true;

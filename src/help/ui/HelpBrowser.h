@@ -7,7 +7,7 @@
 namespace platform {
 
 // The pages of one manual: a folder of HTML files with their pictures and style sheet. Nothing outside of the folder is
-// shown or loaded. A page or a folder that is missing is told in place of the page.
+// shown or loaded. A page or a folder that is missing is reported in place of the page.
 class HelpBrowser : public QTextBrowser
 {
     Q_OBJECT

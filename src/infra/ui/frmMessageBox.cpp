@@ -174,7 +174,7 @@ void frmMessageBox::placeOver(const QWidget* owner, const QRect& room)
     at.setX(std::max(room.left(), std::min(at.x(), room.right() + 1 - width())));
     at.setY(std::max(room.top(), std::min(at.y(), room.bottom() + 1 - height())));
     move(at);
-    winId(); // makes the window that the owner is told to
+    winId(); // makes the native window, which the owner is set on
     windowHandle()->setTransientParent(hasOwner ? window->windowHandle() : nullptr);
 }
 
