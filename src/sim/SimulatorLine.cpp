@@ -4,6 +4,7 @@
 #include "LineFormat.h"
 
 #include <QFile>
+#include <QSerialPortInfo>
 
 #include <algorithm>
 
@@ -51,7 +52,8 @@ std::optional<tcflag_t> flagsOf(const QString& chara)
 // open already, such as the near end of openpty.
 bool setLine(termios& line, int speed, const QString& chara, QString& errorText)
 {
-    if (cfsetspeed(&line, static_cast<speed_t>(speed)) != 0) { // it knows the speeds by their numbers too
+    // cfsetspeed takes a speed as its number or as the system's code for it: a code is no speed.
+    if (!QSerialPortInfo::standardBaudRates().contains(speed) || cfsetspeed(&line, static_cast<speed_t>(speed)) != 0) {
         errorText = QStringLiteral("the speed %1 is not one of the usual ones, such as 9600 or 19200").arg(speed);
         return false;
     }

@@ -112,8 +112,10 @@ TEST_F(Line, RefusesSettingsThatADeviceCannotHave)
 {
     controller = makeController(0);
     SimulatorLine other(*controller, Faults(1), 0, box.clock);
-    EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), 12345, QStringLiteral("N,8,1")));
-    EXPECT_TRUE(other.errorText().contains(QStringLiteral("12345"))) << qPrintable(other.errorText());
+    for (const int speed : {12345, 13}) { // 13 is the system's code for 9600
+        EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), speed, QStringLiteral("N,8,1")));
+        EXPECT_TRUE(other.errorText().contains(QString::number(speed))) << qPrintable(other.errorText());
+    }
     EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), 9600, QStringLiteral("N,9,1")));
     EXPECT_TRUE(other.errorText().contains(QStringLiteral("N,9,1"))) << qPrintable(other.errorText());
     EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), 9600, QStringLiteral("E,7,2")));
