@@ -6,7 +6,7 @@
 
 #include <functional>
 
-// The first form of its kind that is shown is handed to the function, in its own event loop.
+// Each form of its kind that is shown is handed to the function, in its own event loop.
 template <class Form> class WhenShown : public QObject
 {
 public:
@@ -15,15 +15,15 @@ public:
     bool eventFilter(QObject* object, QEvent* event) override
     {
         auto* form = qobject_cast<Form*>(object);
-        if (form == nullptr || event->type() != QEvent::Show || m_done)
+        if (form == nullptr || event->type() != QEvent::Show)
             return false;
-        m_done = true;
+        ++m_count;
         QTimer::singleShot(0, form, [this, form] { m_act(*form); });
         return false;
     }
-    bool done() const { return m_done; }
+    int count() const { return m_count; }
 
 private:
     std::function<void(Form&)> m_act;
-    bool m_done = false;
+    int m_count = 0;
 };
