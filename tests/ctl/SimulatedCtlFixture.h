@@ -29,13 +29,13 @@ protected:
     {
         ModelCatalogue catalogue(program->library());
         catalogue.ensureBuiltIn();
-        return std::make_unique<SimulatedController>(program->library(), catalogue.numberOf(code),
-                                                     code + QStringLiteral("00000-10A"), 1, 0);
+        return std::make_unique<SimulatedController>(program->library(), catalogue.numberOf(code), code + "00000-10A",
+                                                     1, 0);
     }
 
     void plugModel(const char* code, const Instead& instead = {})
     {
-        model = QLatin1String(code);
+        model = QString(code);
         simulated = makeModel(model);
         plug([this, instead](const QByteArray& request) {
             const std::optional<QByteArray> other = instead ? instead(request) : std::nullopt;
@@ -50,14 +50,14 @@ protected:
     // Replaces the line of one tag of a parameter file.
     void changeValue(const char* file, const char* tag, const char* value)
     {
-        changeText(file, QStringLiteral("^%1=[^\r\n]*").arg(QLatin1String(tag)), QByteArray(tag) + '=' + value);
+        changeText(file, QString("^%1=[^\r\n]*").arg(QString(tag)), QByteArray(tag) + '=' + value);
     }
 
     void changeText(const char* file, const QString& pattern, const QByteArray& to)
     {
         const QString old = QString::fromLatin1(contentOf(file));
         const QRegularExpression form(pattern, QRegularExpression::MultilineOption);
-        const QString text = QString(old).replace(form, QString::fromLatin1(to));
+        const QString text = QString(old).replace(form, QString(to));
         ASSERT_NE(text, old) << to.data();
         put(file, text.toLatin1());
     }

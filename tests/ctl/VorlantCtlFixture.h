@@ -108,7 +108,7 @@ protected:
     QProcess process;
     QString executable = QStringLiteral(VORLANT_CTL);
     std::unique_ptr<ScriptedController> controller;
-    QString model = QStringLiteral("KX410");
+    QString model = "KX410";
     QByteArray output;
     QByteArray errors;
 };

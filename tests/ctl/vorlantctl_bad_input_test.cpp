@@ -137,7 +137,7 @@ TEST_F(BadInput, OutputThatCannotBeWritten)
     expectFails("models -o good.txt", BadFile, "good.txt: File too large");
     EXPECT_EQ(contentOf("good.txt"), good);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), files) << "no half file is left";
-    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.setStandardOutputFile("/dev/full");
     expectFails("models", BadFile, "standard output");
 }
 

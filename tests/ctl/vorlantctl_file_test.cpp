@@ -63,7 +63,7 @@ TEST_F(SimulatedCtl, ShowPrintsWhatAReadPrints)
 TEST_F(SimulatedCtl, CheckDefinitionsListsWhatIsWrong)
 {
     expectPrints("check-definitions", "");
-    changeText("program/ini/KX620Screen.ini", QStringLiteral("KXAddress=8002"), "KXAddress=8001");
+    changeText("program/ini/KX620Screen.ini", "KXAddress=8002", "KXAddress=8001");
     ASSERT_TRUE(QFile::remove(path("program/ini/KX910Comm.ini")));
     const QByteArray changed = contentOf("program/ini/KX620Screen.ini");
     const std::string shared = "KX620Screen.ini [Datas10] KXAddress: VQSV2 shares memory with VQSV1; give each "

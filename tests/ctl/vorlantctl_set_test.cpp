@@ -12,9 +12,9 @@ TEST_F(SimulatedCtl, EveryModelHoldsWhatIsSet)
     for (const char* code : {"KX410", "KX643", "KX910"}) {
         plugModel(code);
         const QStringList pairs =
-            QStringLiteral("RUNSTP=Stopped|LEDBRT=5|VQI1=240|VQMAN=12.5|VQGAIN=20.75|SVSEL=SV2|PQKAL1=%1|"
-                           "PQRNO=E -200 to 900")
-                .arg(model == u"KX910" ? QStringLiteral("Operation event") : QStringLiteral("Input error"))
+            QString("RUNSTP=Stopped|LEDBRT=5|VQI1=240|VQMAN=12.5|VQGAIN=20.75|SVSEL=SV2|PQKAL1=%1|"
+                    "PQRNO=E -200 to 900")
+                .arg(model == u"KX910" ? "Operation event" : "Input error")
                 .split(u'|');
         const std::string lines = pairs.join('\n').toStdString() + '\n';
         expectPrints("set|" + pairs.join('|'), lines);

@@ -66,7 +66,7 @@ TEST_F(VorlantCtl, InterruptEndsTheCommand)
 TEST_F(VorlantCtl, ModelsAndPortsAreListed)
 {
     expectPrints("models", "No  Code   Name   Screen file  Comm file\n1   KX410  KX410  M.ini        MComm.ini\n");
-    setVariable("VORLANT_COM7", QStringLiteral("/dev/bench"));
+    setVariable("VORLANT_COM7", "/dev/bench");
     ASSERT_EQ(run("ports"), Done) << errors.toStdString();
     EXPECT_TRUE(output.contains("COM7") && output.contains("/dev/bench")) << output.toStdString();
 }

@@ -4,12 +4,10 @@
 #include "ModelCatalogue.h"
 #include "RecordingMessages.h"
 #include "ScreenFixture.h"
-#include "clsLog.h"
 
-#include <QDir>
-#include <QStringList>
-
+#include <QRegularExpression>
 #include <functional>
+#include <tuple>
 
 // What the editor asks of the window, recorded; blocks by number.
 class RecordingShell : public CellEditorShell
@@ -19,86 +17,71 @@ public:
     bool busy = false;
     bool sends = true;
     QStringList calls;
-    std::function<void()> inDialog;
-    std::function<void()> inWrite;
+    std::function<void()> inDialog = [] {};
+    std::function<void()> inWrite = [] {};
 
     MainState state() const override { return stateNow; }
     bool isBusy() const override { return busy; }
-    bool writeOne(const QString& tag) override
-    {
-        calls << QStringLiteral("one ") + tag;
-        if (inWrite)
-            inWrite();
-        return sends;
-    }
+    bool writeOne(const QString& tag) override { return write("one " + tag); }
     bool writeBlock(clsBlock& block, bool readBack) override
     {
-        calls << QStringLiteral("block %1%2").arg(block.m_lNo).arg(readBack ? u" and back" : u"");
-        return sends;
+        return write(QString("block %1%2").arg(block.m_lNo).arg(readBack ? u" and back" : u""));
     }
     bool writeBlockThenOne(clsBlock* block, const QString& tag) override
     {
-        calls << QStringLiteral("block %1 then %2").arg(block->m_lNo).arg(tag);
-        return sends;
+        return write(QString("block %1 then %2").arg(block->m_lNo).arg(tag));
     }
     void openMultiSelect(clsData& item, const QString& section) override
     {
-        calls << QStringLiteral("select %1 %2").arg(item.Key(), section);
-        if (inDialog)
-            inDialog();
+        calls << "select " + item.Key() + ' ' + section;
+        inDialog();
     }
+
+private:
+    bool write(const QString& call)
+    {
+        calls << call;
+        inWrite();
+        return sends;
+    }
+};
+
+class RecordingLog : public Log
+{
+public:
+    QStringList lines;
+    void LogWrite(const QString& message) override { lines << message; }
 };
 
 // An editor on a model that is shipped, or on one that the test describes.
 class EditorFixture : public ScreenFixture
 {
 protected:
-    EditorFixture() : eventLog(box.machine), errorLog(box.machine)
+    EditorFixture()
     {
-        eventLog.setLogPath(QStringLiteral("C:\\Vorlant\\Log"));
-        eventLog.setLogFileName(QStringLiteral("Event.log"));
-        errorLog.setLogPath(QStringLiteral("C:\\Vorlant\\Log"));
-        errorLog.setLogFileName(QStringLiteral("Error.log"));
         box.context.eventLog = eventLog;
         kx.Logs(errorLog, noLog());
         settings.m_bAdjustDesign = true;
     }
 
-    // Every item "TAG|type|stored|decimals,lower,upper,sign,sign|keys that come first": column 1, one row each,
-    // writable.
-    void screen(const QStringList& items, const QByteArray& blocks = {}, const char* model = "KX41000000-10A")
+    // Items as in itemKeys, writable.
+    void screen(const QStringList& items, const QByteArray& blocks = {})
     {
-        QByteArray text =
-            "[Setting]\nMaxRow=30\nBlockMaxCount=2\nDataMaxCount=" + QByteArray::number(items.size()) + "\n" + blocks;
-        int n = 0;
-        for (const QString& item : items) {
-            ++n;
-            const QStringList fields = item.split(u'|');
-            const QString info = fields.value(3).isEmpty() ? QStringLiteral("0,-100,100,<=,<=") : fields[3];
-            text +=
-                dataSection(n, QStringLiteral("%6\nTag=%1\nCellType=%2\nDefaultData=%3\nDataInfo=%4,0,10\nDataLen=2\n"
-                                              "CellData=%5,1,vbWhite,vbBlack\nCommRaedSection=Main\nKXAddress=8000\n"
-                                              "CommWriteSection=Main\n")
-                                   .arg(fields[0], fields[1], fields[2], info, QString::number(n), fields.value(4))
-                                   .toUtf8()
-                                   .constData());
-        }
-        load(text, "[Main]\nReadCmdMax=1\nReadCmd1=Direct,8000,99\nWriteCmdMax=1\nWriteCmd1=Direct,8000,99\n",
-             QString::fromLatin1(model));
+        load(screenOf(itemKeys(items), "CommRaedSection=Main\nKXAddress=8000\nCommWriteSection=Main",
+                      "BlockMaxCount=2\n") +
+                 blocks,
+             "[Main]\nReadCmdMax=1\nReadCmd1=Direct,8000,99\nWriteCmdMax=1\nWriteCmd1=Direct,8000,99\n");
         kx.refreshSpread(false, nullptr);
     }
 
-    void shipped(const QString& code, const QString& options = QStringLiteral("11110-10A"))
+    void shipped(const QString& code)
     {
         const platform::ProfileStore::Batch once(box.machine.profiles);
-        const QDir from(QStringLiteral(VORLANT_DATA_DIR "/ini"));
-        for (const QString& name : from.entryList(QDir::Files))
-            QFile::copy(from.filePath(name), box.path(QStringLiteral("C:\\Vorlant\\ini")) + u'/' + name);
-        put(library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"),
-            "[KXInfos]\nKXMaxCount=0\n");
-        ModelCatalogue catalogue(library);
-        catalogue.ensureBuiltIn();
-        kx.load(catalogue.numberOf(code), &library, code + options);
+        copyShipped("ini");
+        catalogue("KXMaxCount=0\n");
+        ModelCatalogue models(library);
+        models.ensureBuiltIn();
+        kx.load(models.numberOf(code), &library, code + "11110-10A");
         kx.refreshSpread(false, nullptr);
     }
 
@@ -107,19 +90,11 @@ protected:
     {
         for (const QString& value : values.split(u' ', Qt::SkipEmptyParts))
             item(value.section(u'=', 0, 0)).setData(value.section(u'=', 1));
-        if (const clsData* unit = kx.getDataByTag(QStringLiteral("SWQCF")))
+        if (const clsData* unit = kx.getDataByTag("SWQCF"))
             kx.setUnitSwitch(unit->Data().toInt());
         for (const auto& one : kx.items())
             one->Edit = EditState::kRead;
         kx.refreshSpread(false, nullptr);
-    }
-
-    clsData& item(const QString& tag)
-    {
-        clsData* found = kx.getDataByTag(tag);
-        if (found == nullptr)
-            throw std::runtime_error("no item " + tag.toStdString());
-        return *found;
     }
 
     const platform::Cell& cell(const QString& tag) { return grid.cell(item(tag).Row(), item(tag).Col()); }
@@ -127,11 +102,10 @@ protected:
     // "TAG=text" is typed, "TAG#choice" chosen from a combo box.
     bool enter(const QString& entry)
     {
-        const bool isChoice = entry.contains(u'#');
-        const clsData& target = item(entry.section(isChoice ? u'#' : u'=', 0, 0));
-        const QString value = entry.section(isChoice ? u'#' : u'=', 1);
-        return isChoice ? editor.changeCombo(target.Col(), target.Row(), value.toInt())
-                        : editor.checkCell(target.Col(), target.Row(), true, value);
+        const QStringList parts = entry.split(QRegularExpression("[=#]"));
+        const clsData& target = item(parts[0]);
+        return entry.contains(u'#') ? editor.changeCombo(target.Col(), target.Row(), parts[1].toInt())
+                                    : editor.checkCell(target.Col(), target.Row(), true, parts[1]);
     }
 
     // Of the items named, "TAG=shown", as the cells have them; the item's display value where it has no cell.
@@ -150,48 +124,31 @@ protected:
         for (const auto& one : kx.items()) {
             const bool isMarked = one->Edit == EditState::kChanged;
             const platform::Cell& its = grid.cell(one->Row(), one->Col());
-            const auto expected = one->isAllowed() ? 0xFF0000U : 0x0000FFU; // blue; red is not sent
-            const bool isBlue = its.font.bold && its.foreColor == expected;
+            // Blue; red is not sent.
+            const bool isBlue = its.font.bold && its.foreColor == (one->isAllowed() ? 0xFF0000U : 0x0000FFU);
             if (isMarked || (one->Visible() && isBlue))
-                list << (!one->Visible() || isBlue == isMarked ? QString() : QStringLiteral("!")) + one->Key();
+                list << (!one->Visible() || isBlue == isMarked ? QString() : "!") + one->Key();
         }
         list.sort();
         return list.join(u' ').toStdString();
     }
 
-    // All that an undo must bring back.
-    struct Everything
-    {
-        std::vector<ItemState> items;
-        std::vector<platform::Cell> cells;
-        int unit = 0;
-        bool operator==(const Everything&) const = default;
-    };
+    // All that an undo must bring back: items, cells and the unit.
+    using Everything = std::tuple<std::vector<ItemState>, std::vector<platform::Cell>, int>;
     Everything everything()
     {
-        Everything all;
+        Everything all{{}, {}, kx.unitSwitch()};
         for (const auto& one : kx.items())
-            all.items.push_back(one->state());
+            std::get<0>(all).push_back(one->state());
         for (int row = 1; row <= grid.maxRows(); ++row) {
             for (int col = 1; col <= grid.maxCols(); ++col)
-                all.cells.push_back(grid.cell(row, col));
+                std::get<1>(all).push_back(grid.cell(row, col));
         }
-        all.unit = kx.unitSwitch();
         return all;
     }
 
-    // The messages of a log, without stamps.
-    QStringList logged(const char* file)
-    {
-        QStringList lines;
-        const QByteArray bytes = content(QStringLiteral("C:\\Vorlant\\Log\\") + QLatin1String(file));
-        for (qsizetype at = clsLog::kHeaderBytes; at + 256 <= bytes.size(); at += 256)
-            lines << QString::fromUtf8(bytes.mid(at + clsLog::kStampBytes, 256 - clsLog::kFrameBytes)).trimmed();
-        return lines;
-    }
-
-    clsLog eventLog;
-    clsLog errorLog;
+    RecordingLog eventLog;
+    RecordingLog errorLog;
     RecordingMessages::Record record;
     RecordingMessages messages{record};
     RecordingShell shell;

@@ -11,32 +11,24 @@ TEST(Comparison, ComparesInSinglePrecision)
         EXPECT_EQ(compareNumbers(row[0], row[1], row[2]), row[3] == u"1") << qPrintable(row.join(u' '));
 }
 
-// A screen of the items given as "TAG|type|stored|decimals,lower,upper,sign,sign"; column 1, one row each.
+// A screen of items as in itemKeys.
 class Screen : public ScreenFixture
 {
 protected:
-    void build(const QStringList& items, const QString& model = QStringLiteral("KX41000000-10A"))
+    void build(const QStringList& items, const QString& model = "KX41000000-10A")
     {
-        put(definition(QStringLiteral("MultiSelect.ini")),
+        put(definition("MultiSelect.ini"),
             "[R]\nSetTags1=,,tagDLOW,tagDHIGH\nData1=0,1,-200,1372\nName1=K -200-1372\n"
-            "SetTags2=,,tagVLOW,tagDSVDOT,tagDHIGH\nData2=0,9,-1.5,2,9999\nName2=1-5V DC\nName3=Test\n");
-        QByteArray text = "[Setting]\nMaxRow=20\nDataMaxCount=" + QByteArray::number(items.size()) + "\n";
-        int n = 0;
-        for (const QString& item : items) {
-            ++n;
-            const QStringList fields = item.split(u'|');
-            const QString info = fields.value(3).isEmpty() ? QStringLiteral("0,-100,100,<=,<=") : fields[3];
-            const QString keys = QStringLiteral("Tag=%1\nCellType=%2\nDefaultData=%3\nDataInfo=%4,0,10\n"
-                                                "CellData=%5,1,vbWhite,vbBlack\n%6")
-                                     .arg(fields[0], fields[1], fields[2], info, QString::number(n), fields.value(4));
-            text += dataSection(n, keys.toUtf8().constData());
-        }
-        load(text, {}, model);
+            "SetTags2=,,tagVLOW,tagDSVDOT,tagDHIGH\nData2=0,9,-1.5,2,9999\nName2=1-5V DC\nName3=Test\n"
+            "[LA]\nSetTags1=,,tagDB\nData1=0,1,1\nName1=x\nName2=Test\n"
+            "[LB]\nSetTags1=,,tagDA\nData1=0,1,1\nName1=x\nName2=Test\n");
+        load(screenOf(itemKeys(items)), {}, model);
     }
 };
 
-const QString kCelsiusRange = QStringLiteral("PQRNO|Input|1|0,0,0,<=,<=|InputCSelectSection=R\nInputKSelectSection=R");
-const QString kVoltageRange = QStringLiteral("PQRNO|Input|9|0,0,0,<=,<=|InputCSelectSection=R\nInputKSelectSection=R");
+const QString kHidden = "|Option=0=KX41\nVisible=False";
+// %1: the stored value of a thermocouple, 1, or of a voltage, 9.
+const QString kRange = "PQRNO|Input|%1|0,0,0,<=,<=|InputCSelectSection=R\nInputKSelectSection=R";
 
 TEST_F(Screen, LimitsFollowTagAndOtherItems)
 {
@@ -48,110 +40,80 @@ TEST_F(Screen, LimitsFollowTagAndOtherItems)
     }
 }
 
-class Limit : public Screen
-{};
-
-TEST_F(Limit, CurrentLimitCountsOnlyWithVoltageRange)
+TEST_F(Screen, CurrentLimitCountsOnlyWithVoltageRange)
 {
-    build({QStringLiteral("A|Data|0|0,1,2,<=,<="), kCelsiusRange});
-    kx.items().front()->setLimitL(QStringLiteral("-5"));
-    kx.items().front()->setLimitH(QStringLiteral("5"));
-    EXPECT_EQ(kx.items().front()->LimitL(), u"1");
-    kx.getDataByTag(QStringLiteral("PQRNO"))->setData(QStringLiteral("9"));
-    EXPECT_EQ(kx.items().front()->LimitL(), u"-5");
-    EXPECT_EQ(kx.items().front()->LimitH(), u"5");
+    build({"A|Data|0|0,1,2,<=,<=", kRange.arg(1)});
+    item("A").setLimitL("-5");
+    item("A").setLimitH("5");
+    EXPECT_EQ(item("A").LimitL(), "1");
+    item("PQRNO").setData("9");
+    EXPECT_EQ(item("A").LimitL(), "-5");
+    EXPECT_EQ(item("A").LimitH(), "5");
 }
-
-struct EntryCase
-{
-    const char* name;
-    const char* item;
-    const char* typed;
-    const char* stored;
-};
 
 TEST_F(Screen, EntryIsScaledAndMarked)
 {
-    for (const EntryCase& row : {EntryCase{"SinglePrecision", "A|Data|0|2,0,0,<=,<=", "12.34", "1234"},
-                                 EntryCase{"NoNumber", "A|Data|7|1,0,0,<=,<=", "abc", "0"},
-                                 EntryCase{"UnknownTypeScales", "A|Odd|7|1,0,0,<=,<=", "3", "30"},
-                                 EntryCase{"TextKeepsStored", "A|String|old|1,0,0,<=,<=", "new", "old"}}) {
-        SCOPED_TRACE(row.name);
-        build({QString::fromLatin1(row.item)});
-        clsData& item = *kx.items().front();
-        item.setVData(QString::fromLatin1(row.typed));
-        EXPECT_EQ(item.Data(), QString::fromLatin1(row.stored));
-        EXPECT_EQ(item.Edit, EditState::kChanged);
-        EXPECT_TRUE(item.SprFontBold());
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"A|Data|0|2,0,0,<=,<=", "12.34", "1234"},
+        {"A|Data|7|1,0,0,<=,<=", "abc", "0"},
+        {"A|Odd|7|1,0,0,<=,<=", "3", "30"},
+        {"A|String|old|1,0,0,<=,<=", "new", "old"},
+    };
+    for (const auto& [defined, typed, stored] : rows) {
+        build({defined});
+        item("A").setVData(typed);
+        EXPECT_EQ(item("A").Data(), stored) << defined;
+        EXPECT_EQ(item("A").Edit, EditState::kChanged) << defined;
+        EXPECT_TRUE(item("A").SprFontBold()) << defined;
     }
 }
 
-class Choice : public Screen
-{};
-
-TEST_F(Choice, SetsOnlyItemsWithoutCell)
+TEST_F(Screen, ChoiceSetsOnlyItemsWithoutCell)
 {
-    build({kCelsiusRange, QStringLiteral("LOW|Data|3|0,0,0,<=,<=|Option=0=KX41\nVisible=False"),
-           QStringLiteral("HIGH|Data|4|0,0,0,<=,<=")});
-    kx.getDataByTag(QStringLiteral("PQRNO"))->setData(QStringLiteral("1"));
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("LOW"))->Data(), u"-200");
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("HIGH"))->Data(), u"4") << "has a cell";
+    build({kRange.arg(1), "LOW|Data|3|0,0,0,<=,<=" + kHidden, "HIGH|Data|4|0,0,0,<=,<="});
+    item("PQRNO").setData("1");
+    EXPECT_EQ(item("LOW").Data(), "-200");
+    EXPECT_EQ(item("HIGH").Data(), "4") << "has a cell";
 }
 
-TEST_F(Choice, StartsOverOnceAfterDecimalPlaces)
+TEST_F(Screen, ChoiceStartsOverOnceAfterDecimalPlaces)
 {
-    const QString hidden = QStringLiteral("|Option=0=KX41\nVisible=False");
-    build({kCelsiusRange, QStringLiteral("LOW|Data|3|DOTSVDOT,0,0,<=,<=") + hidden,
-           QStringLiteral("HIGH|Data|4|0,0,0,<=,<=") + hidden, QStringLiteral("SVDOT|Data|0|0,0,3,<=,<=") + hidden});
-    kx.getDataByTag(QStringLiteral("PQRNO"))->setData(QStringLiteral("9"));
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("SVDOT"))->Data(), u"2");
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("LOW"))->Data(), u"-150") << "scaled with the new decimal places";
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("HIGH"))->Data(), u"9999");
+    build({kRange.arg(1), "LOW|Data|3|DOTSVDOT,0,0,<=,<=" + kHidden, "HIGH|Data|4|0,0,0,<=,<=" + kHidden,
+           "SVDOT|Data|0|0,0,3,<=,<=" + kHidden});
+    item("PQRNO").setData("9");
+    EXPECT_EQ(item("SVDOT").Data(), "2");
+    EXPECT_EQ(item("LOW").Data(), "-150") << "scaled with the new decimal places";
+    EXPECT_EQ(item("HIGH").Data(), "9999");
 }
 
-TEST_F(Choice, CircleOfTablesEnds)
+TEST_F(Screen, CircleOfTablesEnds)
 {
-    const QString hidden = QStringLiteral("0,0,0,<=,<=|Option=0=KX41\nVisible=False\nMultiSelectSection=");
-    put(definition(QStringLiteral("MultiSelect.ini")), "");
-    build({QStringLiteral("A|Multi|0|") + hidden + QStringLiteral("LA"),
-           QStringLiteral("B|Multi|0|") + hidden + QStringLiteral("LB")});
-    put(definition(QStringLiteral("MultiSelect.ini")), "[LA]\nSetTags1=,,tagDB\nData1=0,1,1\nName1=x\nName2=Test\n"
-                                                       "[LB]\nSetTags1=,,tagDA\nData1=0,1,1\nName1=x\nName2=Test\n");
-    load(content(definition(QStringLiteral("M.ini"))));
-    kx.getDataByTag(QStringLiteral("A"))->setData(QStringLiteral("1"));
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("B"))->Data(), u"1");
+    build({"A|Multi|0|0,0,0,<=,<=" + kHidden + "\nMultiSelectSection=LA",
+           "B|Multi|0|0,0,0,<=,<=" + kHidden + "\nMultiSelectSection=LB"});
+    item("A").setData("1");
+    EXPECT_EQ(item("B").Data(), "1");
 }
-
-struct LockCase
-{
-    const char* name;
-    const char* model;
-    const char* alarmType;
-    bool voltage;
-    const char* locked; // tags of the locked cells
-};
 
 TEST_F(Screen, LocksFollowRangeAlarmTypeAndFamily)
 {
-    for (const LockCase& row : {LockCase{"Thermocouple", "KX41000000-10A", "1", false, "VQLIL SVDOT"},
-                                LockCase{"Voltage", "KX41000000-10A", "1", true, "SWQCF"},
-                                LockCase{"OtherFamilyKeepsAlarms", "KX41000000-10A", "5", true, "EV1MOD EV1WAIT SWQCF"},
-                                LockCase{"PlainType", "KX91000000-10A", "5", true, "VQAL1 VQ1DB EV1MOD EV1WAIT SWQCF"},
-                                LockCase{"TypeThree", "KX91000000-10A", "3", true, "EV1MOD EV1WAIT SWQCF"}}) {
-        SCOPED_TRACE(row.name);
-        QStringList items{row.voltage ? kVoltageRange : kCelsiusRange,
-                          QStringLiteral("PQKAL1|Data|") + QString::fromLatin1(row.alarmType)};
+    const std::tuple<const char*, const char*, int, const char*> rows[] = {
+        // Family, alarm type, input range; tags of the locked cells.
+        {"KX41", "1", 1, "VQLIL SVDOT"},          {"KX41", "1", 9, "SWQCF"},
+        {"KX41", "5", 9, "EV1MOD EV1WAIT SWQCF"}, {"KX91", "5", 9, "VQAL1 VQ1DB EV1MOD EV1WAIT SWQCF"},
+        {"KX91", "3", 9, "EV1MOD EV1WAIT SWQCF"},
+    };
+    for (const auto& [family, alarm, range, expected] : rows) {
+        QStringList items{kRange.arg(range), QString("PQKAL1|Data|") + alarm, "SWQCF|Bit|0"};
         for (const char* tag : {"VQLIL", "SVDOT", "VQAL1", "VQ1DB", "VQAL2", "EV1MOD", "EV1WAIT", "EV2MOD", "OTHER"})
-            items << QString::fromLatin1(tag) + QStringLiteral("|Data|0");
-        items << QStringLiteral("SWQCF|Bit|0");
-        build(items, QString::fromLatin1(row.model));
+            items.insert(items.size() - 1, QString(tag) + "|Data|0");
+        build(items, QString(family) + "000000-10A");
         kx.refreshSpread(false, nullptr);
         QStringList locked;
-        for (const auto& item : kx.items()) {
-            if (grid.cell(item->Row(), item->Col()).locked)
-                locked << item->Key();
+        for (const auto& one : kx.items()) {
+            if (grid.cell(one->Row(), one->Col()).locked)
+                locked << one->Key();
         }
-        EXPECT_EQ(locked.join(u' '), QString::fromLatin1(row.locked));
+        EXPECT_EQ(locked.join(u' '), expected) << family << alarm << range;
     }
 }
 

@@ -3,20 +3,18 @@
 
 namespace {
 
-class Item : public ScreenFixture
-{};
+using Item = ScreenFixture;
 
 TEST_F(Item, ShowsItsValueByTypeAndDecimals)
 {
     for (const QStringList& row : tableRows("screen/display_values.tsv")) {
-        put(definition(QStringLiteral("MultiSelect.ini")),
+        put(definition("MultiSelect.ini"),
             "[C]\nData1=0,1,0\nName1=K 0-400vbTabx\nData2=0,9,0\nName2=1-5V DCvbTabx\nName3=Test\n"
             "[K]\nData1=0,1,0\nName1=K 273-673vbTabx\nName2=Test\n[A]\nData1=0,2,0\nName1=HighvbTabx\nName2=Test\n");
-        load(QByteArray("[Setting]\nDataMaxCount=4\n[EVDOT]\nLastIndex=2\n0=0,1,2,3\n1=4,4,4,4\n2=5,3,1,0\n") +
-             dataSection(1, row[1].toUtf8().constData()) +
-             dataSection(2, "Tag=SVDOT\nCellData=2,1,vbWhite,vbBlack\nDefaultData=2") +
-             dataSection(3, "Tag=PQKAL2\nCellData=3,1,vbWhite,vbBlack\nDefaultData=2") +
-             dataSection(4, "Tag=ZERO\nCellData=4,1,vbWhite,vbBlack\nDefaultData=0"));
+        load(screenOf({row[1].toUtf8(), "Tag=SVDOT\nCellData=2,1,vbWhite,vbBlack\nDefaultData=2",
+                       "Tag=PQKAL2\nCellData=3,1,vbWhite,vbBlack\nDefaultData=2",
+                       "Tag=ZERO\nCellData=4,1,vbWhite,vbBlack\nDefaultData=0"}) +
+             "[EVDOT]\nLastIndex=2\n0=0,1,2,3\n1=4,4,4,4\n2=5,3,1,0\n");
         kx.items().front()->setData(row[2]);
         EXPECT_EQ(kx.items().front()->VData(), row[3]) << qPrintable(row[0]);
     }
@@ -24,25 +22,23 @@ TEST_F(Item, ShowsItsValueByTypeAndDecimals)
 
 TEST_F(Item, VoltageRangeGivesInputLimitsThreePlaces)
 {
-    put(definition(QStringLiteral("MultiSelect.ini")), "[C]\nData1=0,9,0\nName1=1-5V DCvbTabx\nName2=Test\n");
-    load(QByteArray("[Setting]\nDataMaxCount=2\n") +
-         dataSection(1, "Tag=VQLIZS\nDataInfo=1,0,1,<=,<=,0,10\nDefaultData=5000") +
-         dataSection(2, "Tag=PQRNO\nCellType=Input\nInputCSelectSection=C\nDefaultData=9"));
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("VQLIZS"))->VData(), u"5.000");
-    kx.setData(QStringLiteral("PQRNO"), QStringLiteral("1"), false);
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("VQLIZS"))->VData(), u"500.0");
+    put(definition("MultiSelect.ini"), "[C]\nData1=0,9,0\nName1=1-5V DCvbTabx\nName2=Test\n");
+    load(screenOf({"Tag=VQLIZS\nDataInfo=1,0,1,<=,<=,0,10\nDefaultData=5000",
+                   "Tag=PQRNO\nCellType=Input\nInputCSelectSection=C\nDefaultData=9"}));
+    EXPECT_EQ(item("VQLIZS").VData(), u"5.000");
+    kx.setData("PQRNO", "1", false);
+    EXPECT_EQ(item("VQLIZS").VData(), u"500.0");
 }
 
 TEST_F(Item, EveryStoredValueComesBackFromItsText)
 {
     for (int places = 0; places <= 5; ++places) {
-        load("[Setting]\nDataMaxCount=1\n" +
-             dataSection(1, ("DataLen=2\nDataInfo=" + QByteArray::number(places) + ",0,1,<=,<=,0,10").constData()));
-        clsData& item = *kx.items().front();
+        load(screenOf({"DataLen=2\nDataInfo=" + QByteArray::number(places) + ",0,1,<=,<=,0,10"}));
+        const clsData& one = *kx.items().front();
         int wrong = 0;
         for (int value = -32768; value <= 32767; ++value) {
             const QString stored = QString::number(value);
-            wrong += item.storedOf(item.displayOf(stored)) == stored ? 0 : 1;
+            wrong += one.storedOf(one.displayOf(stored)) == stored ? 0 : 1;
         }
         EXPECT_EQ(wrong, 0) << places << " places";
     }
@@ -50,10 +46,9 @@ TEST_F(Item, EveryStoredValueComesBackFromItsText)
 
 TEST_F(Item, DecimalCircleThroughTwoItemsEnds)
 {
-    load(QByteArray("[Setting]\nDataMaxCount=2\n") +
-         dataSection(1, "Tag=A\nDataInfo=DOTB,0,1,<=,<=,0,10\nDefaultData=1") +
-         dataSection(2, "Tag=B\nDataInfo=DOTA,0,1,<=,<=,0,10\nDefaultData=1"));
-    EXPECT_FALSE(kx.getDataByTag(QStringLiteral("A"))->VData().isEmpty());
+    load(screenOf(
+        {"Tag=A\nDataInfo=DOTB,0,1,<=,<=,0,10\nDefaultData=1", "Tag=B\nDataInfo=DOTA,0,1,<=,<=,0,10\nDefaultData=1"}));
+    EXPECT_FALSE(item("A").VData().isEmpty());
 }
 
 } // namespace

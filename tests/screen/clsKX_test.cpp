@@ -10,36 +10,33 @@ namespace {
 class Model : public ScreenFixture
 {
 protected:
-    // One block with a button, one label, five items in two read sections.
-    void loadSmall()
-    {
-        load(QByteArray("[Setting]\nBlockMaxCount=1\nStringMaxCount=1\nDataMaxCount=6\nMaxRow=8\nMaxCol=4\n"
-                        "[BlockInfo1]\nCellData=1,1,4,3,True,vbBlue\nButtonCaption=Send\nButtonData=1,3,vbRed,vbWhite\n"
-                        "[Strings1]\nCellData=1,1,vbYellow,vbBlack,2\nCaption=Set values\nFontBold=True\n") +
-                 dataSection(1, "Tag=SV\nBlockNo=1\nKXAddress=8002\nDataLen=2\nCellData=2,2,vbWhite,vbBlack\n"
-                                "CommRaedSection=Main\nDataInfo=1,0,1,<=,<=,0,10\nDefaultData=10") +
-                 dataSection(2, "Tag=SWQCF\nBlockNo=1\nCellType=Bit\nKXAddress=8004\nDataLen=1\nBitMask=4\n"
-                                "CellData=3,2,vbWhite,vbBlack\nCommRaedSection=Main\nDefaultData=0") +
-                 dataSection(3, "Tag=GAIN\nKXAddress=8006\nDataLen=4\nCellData=4,2,vbWhite,vbBlack\n"
-                                "CommRaedSection=Main\nDataInfo=2,0,1,<=,<=,0,10\nDefaultData=0") +
-                 dataSection(4, "Tag=PV\nDataLen=2\nCellData=5,2,vbWhite,vbBlack\nCommRaedSection=Reg\nDefaultData=0") +
-                 dataSection(5, "Tag=HID\nVisible=False\nOption=1=0\nKXAddress=8000\nDataLen=1\nCommRaedSection="
-                                "Main\nDefaultData=3") +
-                 dataSection(6, "Tag=NEVER\nOption=1=Z\nCellData=6,2,vbWhite,vbBlack"),
-             "[Main]\nReadCmd1=Direct,8000,12\n[Reg]\nReadCmd1=GetAnalogInput,30001,1,PV\n");
-    }
-
     QString text(int row, int col) { return grid.cell(row, col).text; }
 };
 
 TEST_F(Model, BuildsGrid)
 {
     QSignalSpy events(&kx, &clsKX::LoadEvent);
-    loadSmall();
+    // One block with a button, two labels, five items in two read sections.
+    load(screenOf({"Tag=SV\nBlockNo=1\nKXAddress=8002\nDataLen=2\nCellData=2,2,vbWhite,vbBlack\n"
+                   "CommRaedSection=Main\nDataInfo=1,0,1,<=,<=,0,10\nDefaultData=10",
+                   "Tag=SWQCF\nBlockNo=1\nCellType=Bit\nKXAddress=8004\nDataLen=1\nBitMask=4\n"
+                   "CellData=3,2,vbWhite,vbBlack\nCommRaedSection=Main\nDefaultData=0",
+                   "Tag=GAIN\nKXAddress=8006\nDataLen=4\nCellData=4,2,vbWhite,vbBlack\n"
+                   "CommRaedSection=Main\nDataInfo=2,0,1,<=,<=,0,10\nDefaultData=0",
+                   "Tag=PV\nDataLen=2\nCellData=5,2,vbWhite,vbBlack\nCommRaedSection=Reg\nDefaultData=0",
+                   "Tag=HID\nVisible=False\nOption=1=0\nKXAddress=8000\nDataLen=1\nCommRaedSection=Main\nDefaultData=3",
+                   "Tag=NEVER\nOption=1=Z\nCellData=6,2,vbWhite,vbBlack"},
+                  {}, "BlockMaxCount=1\nStringMaxCount=2\nMaxRow=8\n") +
+             "[BlockInfo1]\nCellData=1,1,4,3,True,vbBlue\nButtonCaption=Send\nButtonData=1,3,vbRed,vbWhite\n"
+             "[Strings1]\nCellData=1,1,vbYellow,vbRed,2\nCaption=Set values\nFontBold=True\n"
+             "[Strings2]\nCellData=8,1,vbYellow,vbRed\n",
+         "[Main]\nReadCmd1=Direct,8000,12\n[Reg]\nReadCmd1=GetAnalogInput,30001,1,PV\n");
     EXPECT_EQ(grid.maxRows(), 8);
     EXPECT_EQ(text(1, 1), u"Set values");
     EXPECT_TRUE(grid.cell(1, 1).font.bold);
     EXPECT_EQ(grid.cell(1, 1).backColor, 0x00FFFFU);
+    EXPECT_EQ(grid.cell(1, 1).align, platform::HAlign::Center);
+    EXPECT_EQ(grid.cell(8, 1).foreColor, 0x0000FFU);
     EXPECT_EQ(grid.cell(1, 3).type, CellType::Button);
     EXPECT_EQ(text(1, 3), u"Send");
     ASSERT_EQ(grid.frames().size(), 1);
@@ -63,85 +60,71 @@ TEST_F(Model, BuildsGrid)
 
 TEST_F(Model, LooksUpByTag)
 {
-    load(QByteArray("[Setting]\nDataMaxCount=4\n") +
-         dataSection(1, "Tag=VQSV1\nCellData=1,1,vbWhite,vbBlack\nDefaultData=5") +
-         dataSection(2, "Tag=ABC10\nCellData=2,1,vbWhite,vbBlack") +
-         dataSection(3, "Tag=VQSV1\nCellData=1,1,vbWhite,vbBlack") + dataSection(4, "Tag=B"));
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("VQSV")), kx.getDataByTag(QStringLiteral("VQSV1")));
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("ABC")), nullptr);
-    EXPECT_EQ(kx.getDataByRC(1, 1), kx.getDataByTag(QStringLiteral("VQSV1"))) << "the first item keeps cell and tag";
-    EXPECT_EQ(kx.getDataByTag(QStringLiteral("VQSV1"))->number(), 1);
-    EXPECT_EQ(kx.checkTag(QStringLiteral("tagVQSV1")), u"5");
-    EXPECT_EQ(kx.checkTag(QStringLiteral("TAGNONE")), QString());
-    EXPECT_EQ(kx.checkTag(QStringLiteral("TAG")), u"TAG");
-    EXPECT_EQ(kx.checkTag(QStringLiteral("12")), u"12");
+    load(screenOf({"Tag=VQSV1\nCellData=1,1,vbWhite,vbBlack\nDefaultData=5", "Tag=ABC10\nCellData=2,1,vbWhite,vbBlack",
+                   "Tag=VQSV1\nCellData=1,1,vbWhite,vbBlack", "Tag=B"}));
+    EXPECT_EQ(kx.getDataByTag("VQSV"), kx.getDataByTag("VQSV1"));
+    EXPECT_EQ(kx.getDataByTag("ABC"), nullptr);
+    EXPECT_EQ(kx.getDataByRC(1, 1), kx.getDataByTag("VQSV1")) << "the first item keeps cell and tag";
+    EXPECT_EQ(kx.getDataByTag("VQSV1")->number(), 1);
+    EXPECT_EQ(kx.checkTag("tagVQSV1"), u"5");
+    EXPECT_EQ(kx.checkTag("TAGNONE"), QString());
+    EXPECT_EQ(kx.checkTag("TAG"), u"TAG");
+    EXPECT_EQ(kx.checkTag("12"), u"12");
 }
-
-struct DamagedCase
-{
-    const char* name;
-    const char* screen;
-    int rows;
-    int items;
-};
 
 TEST_F(Model, DamagedFilesLoadWhatIsThere)
 {
-    for (const DamagedCase& row :
-         {DamagedCase{"Empty", "", 10, 0}, DamagedCase{"Binary", "\x01\xFF\xFE[\x81=\x9F\n]]\n[Setting", 10, 0},
-          DamagedCase{"NegativeCounts", "[Setting]\nBlockMaxCount=-1\nStringMaxCount=-5\nDataMaxCount=-1\nMaxRow=-1\n",
-                      0, 0},
-          DamagedCase{"TextCounts", "[Setting]\nBlockMaxCount=x\nDataMaxCount=many\nMaxRow=1e\n", 0, 0},
-          DamagedCase{"HugeCount",
-                      "[Setting]\nDataMaxCount=2147483647\nBlockMaxCount=2147483647\nMaxRow=3\n[Datas1]\nTag=A\n"
-                      "[Datas2]\nTag=B\n[Datas4]\nTag=D\n",
-                      3, 2},
-          DamagedCase{"CountOfMissingSections", "[Setting]\nDataMaxCount=99999\nMaxRow=3\n[Datas1]\nTag=A\n", 3, 1},
-          DamagedCase{"CountOfNothing", "[Setting]\nBlockMaxCount=1\nDataMaxCount=2\nMaxRow=3\n", 3, 0},
-          DamagedCase{"CutInTheMiddle", "[Setting]\nDataMaxCount=2\nMaxRow=3\n[Datas1]\nTag=A\nCellDa", 3, 2}}) {
-        SCOPED_TRACE(row.name);
-        put(definition(QStringLiteral("M.ini")), row.screen);
+    const std::tuple<const char*, const char*, int, size_t> damaged[] = {
+        {"Empty", "", 10, 0},
+        {"Binary", "\x01\xFF\xFE[\x81=\x9F\n]]\n[Setting", 10, 0},
+        {"NegativeCounts", "[Setting]\nBlockMaxCount=-1\nStringMaxCount=-5\nDataMaxCount=-1\nMaxRow=-1\n", 0, 0},
+        {"TextCounts", "[Setting]\nBlockMaxCount=x\nDataMaxCount=many\nMaxRow=1e\n", 0, 0},
+        {"HugeCount",
+         "[Setting]\nDataMaxCount=2147483647\nBlockMaxCount=2147483647\nMaxRow=3\n[Datas1]\nTag=A\n"
+         "[Datas2]\nTag=B\n[Datas4]\nTag=D\n",
+         3, 2},
+        {"CountOfMissingSections", "[Setting]\nDataMaxCount=99999\nMaxRow=3\n[Datas1]\nTag=A\n", 3, 1},
+        {"CountOfNothing", "[Setting]\nBlockMaxCount=1\nDataMaxCount=2\nMaxRow=3\n", 3, 0},
+        {"CutInTheMiddle", "[Setting]\nDataMaxCount=2\nMaxRow=3\n[Datas1]\nTag=A\nCellDa", 3, 2},
+    };
+    for (const auto& [name, screen, rows, items] : damaged) {
+        SCOPED_TRACE(name);
+        put(definition("M.ini"), screen);
         for (int time = 0; time < 2; ++time) { // the file fills itself in, and stays the same model
-            EXPECT_EQ(kx.load(1, &library, QStringLiteral("KX41000000-10A")), 0);
-            EXPECT_EQ(grid.maxRows(), row.rows);
-            EXPECT_EQ(static_cast<int>(kx.items().size()), row.items);
+            EXPECT_EQ(kx.load(1, &library, "KX41000000-10A"), 0);
+            EXPECT_EQ(grid.maxRows(), rows);
+            EXPECT_EQ(kx.items().size(), items);
         }
     }
 }
 
-struct RefusedNames
-{
-    const char* name;
-    const char* screenFile;
-    const char* commFile;
-    const char* fault;
-};
-
 // Nothing is read or written in the place of a file that is refused, nor into one of the other kind.
 TEST_F(Model, DefinitionFilesThatCannotBeMeantStayUntouched)
 {
-    const QString folder = box.path(library.getIniFilePath({}));
     const QByteArray screen = "[Setting]\nDataMaxCount=1\n[Datas1]\nTag=A\nCommRaedSection=S\n";
     const QByteArray comm = "[S]\nReadCmdMax=1\nReadCmd1=Direct,1000,2\n";
-    const QString settingsFile = library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini");
-    put(definition(QStringLiteral("M.ini")), screen);
-    put(definition(QStringLiteral("C.ini")), comm);
-    put(definition(QStringLiteral("Vorlant.ini")), screen); // the name that a refused one would leave in place
-    for (const RefusedNames& row : {RefusedNames{"Path", "../M.ini", "C.ini", "../M.ini is refused"},
-                                    RefusedNames{"CommPath", "M.ini", "a:C.ini", "a:C.ini is refused"},
-                                    RefusedNames{"CommAsScreen", "C.ini", "C.ini", "C.ini is a comm file"},
-                                    RefusedNames{"ScreenAsComm", "M.ini", "M.ini", "M.ini is a screen file"}}) {
-        SCOPED_TRACE(row.name);
-        put(settingsFile, QByteArray("[KXInfos]\nKXMaxCount=1\nKXModel1=KX410\nKXName1=KX410\nKXScreenFile1=") +
-                              row.screenFile + "\nKXCommFile1=" + row.commFile + '\n');
+    put(definition("M.ini"), screen);
+    put(definition("C.ini"), comm);
+    put(definition("Vorlant.ini"), screen); // the name that a refused one would leave in place
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"../M.ini", "C.ini", "../M.ini is refused"},
+        {"M.ini", "a:C.ini", "a:C.ini is refused"},
+        {"C.ini", "C.ini", "C.ini is a comm file"},
+        {"M.ini", "M.ini", "M.ini is a screen file"},
+    };
+    for (const auto& [screenFile, commFile, fault] : rows) {
+        SCOPED_TRACE(fault);
+        catalogue(QByteArray("KXMaxCount=1\nKXModel1=KX410\nKXName1=KX410\nKXScreenFile1=") + screenFile +
+                  "\nKXCommFile1=" + commFile + '\n');
         kx.setMaxRC(1);
-        kx.load(1, &library, QStringLiteral("KX41000000-10A"));
+        kx.load(1, &library, "KX41000000-10A");
         EXPECT_TRUE(kx.items().empty());
-        EXPECT_TRUE(definitionFault(library, kx.entry()).contains(QLatin1String(row.fault)));
-        EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList({"C.ini", "M.ini", "Vorlant.ini"}));
-        EXPECT_EQ(content(definition(QStringLiteral("M.ini"))), screen);
-        EXPECT_EQ(content(definition(QStringLiteral("C.ini"))), comm);
-        EXPECT_EQ(content(definition(QStringLiteral("Vorlant.ini"))), screen);
+        EXPECT_TRUE(definitionFault(library, kx.entry()).contains(fault));
+        EXPECT_EQ(QDir(box.path(definition({}))).entryList(QDir::Files),
+                  QStringList({"C.ini", "M.ini", "Vorlant.ini"}));
+        EXPECT_EQ(content(definition("M.ini")), screen);
+        EXPECT_EQ(content(definition("C.ini")), comm);
+        EXPECT_EQ(content(definition("Vorlant.ini")), screen);
     }
 }
 
@@ -159,27 +142,26 @@ TEST_F(Model, FontSizesAreBounded)
 
 TEST_F(Model, DecimalTableWithoutANumberOfRowsHasOne)
 {
-    load("[Setting]\nDataMaxCount=2\nMaxRow=3\n[EVDOT]\nLastIndex=x\n0=0,1,2,3\n1=3,3,3,3\n" +
-         dataSection(1, "Tag=PQKAL1\nDefaultData=0\nCellData=1,1,vbWindowBackGround,vbBlack") +
-         dataSection(2, "Tag=SVDOT\nDefaultData=2"));
+    load(screenOf({"Tag=PQKAL1\nDefaultData=0\nCellData=1,1,vbWindowBackGround,vbBlack", "Tag=SVDOT\nDefaultData=2"}) +
+         "[EVDOT]\nLastIndex=x\n0=0,1,2,3\n1=3,3,3,3\n");
     EXPECT_EQ(kx.getEVDot(1), 2);
-    kx.setData(QStringLiteral("PQKAL1"), QStringLiteral("1"), false);
+    kx.setData("PQKAL1", "1", false);
     EXPECT_EQ(kx.getEVDot(1), 0);
 }
 
 TEST_F(Model, CatalogueIsWrittenOnce)
 {
-    ModelCatalogue catalogue(library);
-    put(library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"), "[KXInfos]\nKXMaxCount=0\n");
-    EXPECT_EQ(catalogue.all().size(), 7U) << "as where it cannot be written";
-    EXPECT_EQ(catalogue.entry(7).commFile, u"KX910Comm.ini");
-    catalogue.ensureBuiltIn();
-    EXPECT_EQ(catalogue.all().size(), 7U);
-    EXPECT_EQ(catalogue.entry(3).screenFile, u"KX620Screen.ini");
-    EXPECT_EQ(catalogue.numberOf(QStringLiteral("KX910")), 7);
-    put(library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"), "[KXInfos]\nKXMaxCount=00\n");
-    catalogue.ensureBuiltIn();
-    EXPECT_EQ(catalogue.all().size(), 0U) << "only an exact 0 asks for the built-in models";
+    ModelCatalogue models(library);
+    catalogue("KXMaxCount=0\n");
+    EXPECT_EQ(models.all().size(), 7U) << "as where it cannot be written";
+    EXPECT_EQ(models.entry(7).commFile, u"KX910Comm.ini");
+    models.ensureBuiltIn();
+    EXPECT_EQ(models.all().size(), 7U);
+    EXPECT_EQ(models.entry(3).screenFile, u"KX620Screen.ini");
+    EXPECT_EQ(models.numberOf("KX910"), 7);
+    catalogue("KXMaxCount=00\n");
+    models.ensureBuiltIn();
+    EXPECT_EQ(models.all().size(), 0U) << "only an exact 0 asks for the built-in models";
 }
 
 } // namespace
