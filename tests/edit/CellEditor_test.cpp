@@ -45,9 +45,8 @@ TEST_F(Editor, ClosedCellsTakeNothing)
 TEST_F(Editor, WritesEventLines)
 {
     screen({"A|Data|70|1,0,99,<=,<=", "C|Combo|0||ComboStrings=avbTabb\nComboDatas=0vbTab1"});
-    enter("A=5");
-    enter("A=100");
-    enter("C#1");
+    for (const char* entry : {"A=5", "A=100", "C#1"})
+        enter(entry);
     editor.setComboDropped(true);
     EXPECT_FALSE(enter("C#0")) << "the list is still open";
     EXPECT_EQ(eventLog.lines, QStringList({"A[1-1]=70Change", "A[1-1]=50Change", "C[1-2]=0Change", "C[1-2]=1Changed"}));
@@ -71,6 +70,10 @@ TEST_F(Editor, SetsByTag)
     editor.setVData("ABC3", "9.1", true);
     EXPECT_EQ(shown("ABC3"), "ABC3=2.5");
     EXPECT_EQ(record.texts.size(), 2);
+    editor.setEntry({{"ABC3", "30", false}});
+    editor.setData("ABC3", "40", true);
+    editor.setData("ABC3", "91", true);
+    EXPECT_EQ(shown("ABC3"), "ABC3=4.0") << "as it was before this entry, not an earlier one";
     editor.setVData("ABC3", "9.1", false);
     EXPECT_EQ(shown("ABC3"), "ABC3=9.1") << "not checked";
     EXPECT_EQ(editor.getDataByTag("ABC3"), u"91");

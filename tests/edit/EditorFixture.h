@@ -90,8 +90,7 @@ protected:
     {
         for (const QString& value : values.split(u' ', Qt::SkipEmptyParts))
             item(value.section(u'=', 0, 0)).setData(value.section(u'=', 1));
-        if (const clsData* unit = kx.getDataByTag("SWQCF"))
-            kx.setUnitSwitch(unit->Data().toInt());
+        kx.followUnit(item("SWQCF"));
         for (const auto& one : kx.items())
             one->Edit = EditState::kRead;
         kx.refreshSpread(false, nullptr);

@@ -74,11 +74,14 @@ TEST_F(NumericSettings, CircleEndsAndIsLogged)
 
 TEST_F(NumericSettings, DecimalPointRedrawsAll)
 {
-    screen({"SVDOT|Data|0|0,0,3,<=,<=", "PQRNO|Input|9|0,0,0,<=,<=", "A|Data|1234|DOTSVDOT,0,9999,<=,<="});
+    screen({"SVDOT|Data|0|0,0,3,<=,<=", "PQRNO|Input|9|0,0,0,<=,<=", "A|Data|1234|DOTSVDOT,0,9999,<=,<=",
+            "B|Data|1234|DOTPLACES,0,9999,<=,<=", "PLACES|Data|0|0,0,3,<=,<="});
     grid.setLocked(1, 1, false); // locked without a voltage input
     EXPECT_TRUE(enter("SVDOT=2"));
-    EXPECT_EQ(shown("A"), "A=12.34");
+    EXPECT_EQ(shown("A B"), "A=12.34 B=1234");
     EXPECT_EQ(marked(), "SVDOT");
+    EXPECT_TRUE(enter("PLACES=1"));
+    EXPECT_EQ(shown("A B"), "A=12.34 B=123.4");
 }
 
 TEST_F(NumericSettings, SwitchTheBandAndTheGap)

@@ -117,7 +117,7 @@ TEST_F(Refresh, WordsAreShownInTheUsersLanguage)
 {
     put("C:\\Vorlant\\Lang\\T.txt",
         "[Language]\nSet value=Sollwert\nSend=Senden\nRun=Start\nOffvbTabOn=AusvbTabAn\nAvbTabB=nur eins\n"
-        "High=Hoch\nsaved=wrong\n");
+        "High=Hochalarm\nsaved=wrong\n");
     put(definition("MultiSelect.ini"), "[AL]\nData1=0,1\nName1=High\nName2=Test\n");
     box.context.languageFile = "T.txt";
     load(screenOf({"Tag=RUN\nCellType=Bit\nBitCaptionOn=Run\nBitMask=1",
@@ -136,8 +136,9 @@ TEST_F(Refresh, WordsAreShownInTheUsersLanguage)
     EXPECT_EQ(text(1), u"Start");
     EXPECT_EQ(text(2), u"An");
     EXPECT_EQ(text(3), u"B") << "a translation with another number of choices is not used";
-    EXPECT_EQ(text(4), u"Hoch");
+    EXPECT_EQ(text(4), "Hochalarm");
     EXPECT_EQ(item("PQKAL1").VData(), u"High") << "rules see the definition's own text";
+    EXPECT_EQ(grid.colWidth(1), grid.maxTextColWidth(1));
     EXPECT_EQ(text(5), u"High") << "only the five named choices are words of a sentence";
 }
 

@@ -54,9 +54,8 @@ TEST_F(Screen, CurrentLimitCountsOnlyWithVoltageRange)
 TEST_F(Screen, EntryIsScaledAndMarked)
 {
     const std::tuple<const char*, const char*, const char*> rows[] = {
-        {"A|Data|0|2,0,0,<=,<=", "12.34", "1234"},
-        {"A|Data|7|1,0,0,<=,<=", "abc", "0"},
-        {"A|Odd|7|1,0,0,<=,<=", "3", "30"},
+        {"A|Data|0|2,0,0,<=,<=", "12.34", "1234"},  {"A|Data|0|0,0,0,<=,<=", "12.6", "13"},
+        {"A|Data|7|1,0,0,<=,<=", "abc", "0"},       {"A|Odd|7|1,0,0,<=,<=", "3", "30"},
         {"A|String|old|1,0,0,<=,<=", "new", "old"},
     };
     for (const auto& [defined, typed, stored] : rows) {

@@ -44,6 +44,7 @@ TEST_F(Model, BuildsGrid)
     EXPECT_EQ(grid.cell(2, 2).type, CellType::Edit);
     EXPECT_EQ(text(2, 2), u"10.0") << "the default is shown unscaled until a read";
     EXPECT_EQ(grid.cell(3, 2).type, CellType::Button);
+    EXPECT_EQ(text(3, 2), "Off");
     EXPECT_EQ(grid.cell(6, 2).type, CellType::StaticText) << "option not fitted";
     EXPECT_EQ(kx.getTag(6), QString());
     EXPECT_EQ(kx.getTag(0), QString());
@@ -56,6 +57,8 @@ TEST_F(Model, BuildsGrid)
     EXPECT_EQ(events.first().value(2).toString(), u"loading Block Info.");
     EXPECT_EQ(events.last(), (QList<QVariant>{2, 6, QString()}));
     EXPECT_TRUE(grid.isShown());
+    kx.setSpread(nullptr);
+    EXPECT_EQ(kx.load(1, &library, "KX41000000-10A"), 1);
 }
 
 TEST_F(Model, LooksUpByTag)
@@ -131,11 +134,12 @@ TEST_F(Model, DefinitionFilesThatCannotBeMeantStayUntouched)
 TEST_F(Model, FontSizesAreBounded)
 {
     load("[Setting]\nStringMaxCount=5\nMaxRow=5\nDefaultFontSize=12\n"
-         "[Strings1]\nCellData=1,1\nFontSize=1E9\n[Strings2]\nCellData=2,1\nFontSize=0.1\n"
+         "[Strings1]\nCaption=x\nCellData=1,1\nFontSize=1E9\n[Strings2]\nCellData=2,1\nFontSize=0.1\n"
          "[Strings3]\nCellData=3,1\nFontSize=-3\n[Strings4]\nCellData=4,1\nFontSize=nan\n[Strings5]\nCellData=5,1\n");
     const double expected[] = {96, 4, 12, 12, 12};
     for (int row = 1; row <= 5; ++row)
         EXPECT_EQ(grid.cell(row, 1).font.pointSize, expected[row - 1]) << row;
+    EXPECT_GT(grid.rowHeight(1), grid.rowHeight(2));
     load("[Setting]\nStringMaxCount=1\nMaxRow=5\nDefaultFontSize=1E300\n[Strings1]\nCellData=1,1\n");
     EXPECT_EQ(grid.cell(1, 1).font.pointSize, 96);
 }
