@@ -13,7 +13,8 @@ class SimulatedCtl : public VorlantCtl
 {
 protected:
     // What a test answers in the controller's place; nothing: the controller answers.
-    using Instead = std::function<std::optional<QByteArray>(const QByteArray& request)>;
+    using Answer = std::optional<QByteArray>;
+    using Instead = std::function<Answer(const QByteArray& request)>;
 
     SimulatedCtl()
     {
@@ -38,7 +39,7 @@ protected:
         model = QString(code);
         simulated = makeModel(model);
         plug([this, instead](const QByteArray& request) {
-            const std::optional<QByteArray> other = instead ? instead(request) : std::nullopt;
+            const Answer other = instead ? instead(request) : std::nullopt;
             return other ? *other : simulated->answer(request);
         });
         before = simulated->state();

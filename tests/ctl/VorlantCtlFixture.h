@@ -52,6 +52,12 @@ protected:
         controller = std::make_unique<ScriptedController>(std::move(answer));
     }
 
+    // The controller of the model in soundController.
+    void plugSound(const QByteArray& code = soundController::kModel)
+    {
+        plug([code](const QByteArray& request) { return soundController::reply(request.left(8), code); });
+    }
+
     // From here on the program runs as a user without rights over other people's files, as a copy that this user
     // reaches.
     void becomePlainUser()

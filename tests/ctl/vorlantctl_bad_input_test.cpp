@@ -17,10 +17,7 @@ constexpr auto kComm = "program/ini/MComm.ini";
 class BadInput : public VorlantCtl
 {
 protected:
-    BadInput()
-    {
-        plug([](const QByteArray& request) { return soundController::reply(request); });
-    }
+    BadInput() { plugSound(); }
 
     // The tags of the parameters that have a value, after every value was compared with what was sent.
     QString valuedTags() const
@@ -148,7 +145,7 @@ TEST_F(BadInput, LineThatDoesNotAnswer)
     expectRead(NoAnswer, "Id: Direct FBC0");
     plug([](const QByteArray&) { return soundController::rtu(QByteArray::fromHex("01C202")); });
     expectRead(NoAnswer, "exception 2");
-    plug([](const QByteArray& request) { return soundController::damagedReply(request); });
+    plug(soundController::damagedReply);
     expectRead(NoAnswer, "Main: Direct 8000"); // the model was read, and is not printed
 }
 

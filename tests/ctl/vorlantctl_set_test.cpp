@@ -12,8 +12,7 @@ TEST_F(SimulatedCtl, EveryModelHoldsWhatIsSet)
     for (const char* code : {"KX410", "KX643", "KX910"}) {
         plugModel(code);
         const QStringList pairs =
-            QString("RUNSTP=Stopped|LEDBRT=5|VQI1=240|VQMAN=12.5|VQGAIN=20.75|SVSEL=SV2|PQKAL1=%1|"
-                    "PQRNO=E -200 to 900")
+            QString("RUNSTP=Stopped|LEDBRT=5|VQI1=240|VQMAN=12.5|VQGAIN=20.75|SVSEL=SV2|PQKAL1=%1|PQRNO=E -200 to 900")
                 .arg(model == u"KX910" ? "Operation event" : "Input error")
                 .split(u'|');
         const std::string lines = pairs.join('\n').toStdString() + '\n';
@@ -40,18 +39,17 @@ TEST_F(SimulatedCtl, RefusedCommandWritesNothing)
     EXPECT_EQ(changedMemory(), "");
 }
 
-enum class Behaviour { Ignores, IsSilent, FallsSilent, Interrupts, Unplugs };
-
 TEST_F(SimulatedCtl, WhatAControllerDoesNotAcceptIsReported)
 {
+    enum Behaviour { Ignores, IsSilent, FallsSilent, Interrupts, Unplugs };
     const std::tuple<QString, Behaviour, const char*, int, QString> rows[] = {
-        {"set VQI1=240", Behaviour::Ignores, "00008100", Refused,
+        {"set VQI1=240", Ignores, "00008100", Refused,
          "9600,N,8,1 RTU slave 1: the controller did not accept VQI1 (sent 240, kept 120)"},
-        {"set VQI1=240", Behaviour::IsSilent, "00008100", Refused, "Pid: Direct 8100"},
-        {"set VQI1=240", Behaviour::Unplugs, "00008100", NoAnswer, "may have been written"},
-        {"set VQI1=240 SVSEL=1", Behaviour::Interrupts, "00008100", NoAnswer, "interrupted; some parameters may have"},
-        {"write a.kx", Behaviour::Ignores, "00008100", Refused, "VQI1 (sent 240, kept 120); compare"},
-        {"write a.kx", Behaviour::FallsSilent, "00008D00", NoAnswer, "may have been written"},
+        {"set VQI1=240", IsSilent, "00008100", Refused, "Pid: Direct 8100"},
+        {"set VQI1=240", Unplugs, "00008100", NoAnswer, "may have been written"},
+        {"set VQI1=240 SVSEL=1", Interrupts, "00008100", NoAnswer, "interrupted; some parameters may have"},
+        {"write a.kx", Ignores, "00008100", Refused, "VQI1 (sent 240, kept 120); compare"},
+        {"write a.kx", FallsSilent, "00008D00", NoAnswer, "may have been written"},
     };
     plugModel("KX410");
     save("a.kx");
@@ -59,19 +57,18 @@ TEST_F(SimulatedCtl, WhatAControllerDoesNotAcceptIsReported)
     for (const auto& [command, behaviour, address, status, message] : rows) {
         const auto twin = makeModel(model); // nobody reads it: it makes the replies to what is ignored
         bool isDown = false;
-        plugModel("KX410",
-                  [&, how = behaviour, where = address](const QByteArray& request) -> std::optional<QByteArray> {
-                      if (isDown)
-                          return QByteArray();
-                      if (!isWrite(request) || !soundController::asksFor(request, where))
-                          return std::nullopt;
-                      if (how == Behaviour::Interrupts)
-                          kill(static_cast<pid_t>(process.processId()), SIGINT);
-                      if (how == Behaviour::Unplugs)
-                          controller->unplug();
-                      isDown = how == Behaviour::FallsSilent;
-                      return how == Behaviour::Ignores ? twin->answer(request) : QByteArray();
-                  });
+        plugModel("KX410", [&, how = behaviour, where = address](const QByteArray& request) -> Answer {
+            if (isDown)
+                return QByteArray();
+            if (!isWrite(request) || !soundController::asksFor(request, where))
+                return std::nullopt;
+            if (how == Interrupts)
+                kill(static_cast<pid_t>(process.processId()), SIGINT);
+            if (how == Unplugs)
+                controller->unplug();
+            isDown = how == FallsSilent;
+            return how == Ignores ? twin->answer(request) : QByteArray();
+        });
         expectFails("--timeout 1 " + command, status, message);
     }
 }

@@ -5,14 +5,9 @@
 
 namespace {
 
-QByteArray soundAnswer(const QByteArray& request)
-{
-    return soundController::reply(request.left(8));
-}
-
 TEST_F(VorlantCtl, ReadPrintsTheControllersValues)
 {
-    plug(soundAnswer);
+    plugSound();
     expectPrints("read --as json --speed 19200",
                  "[\n  {\"tag\":\"MQCODE\",\"name\":\"Model\",\"block\":\"\",\"value\":\"KX41000000-10A\",\"data\":"
                  "\"KX41000000-10A\"},\n"
@@ -28,7 +23,7 @@ TEST_F(VorlantCtl, ReadPrintsTheControllersValues)
 
 TEST_F(VorlantCtl, LastModelOfTheSettingsIsTheDefault)
 {
-    plug([](const QByteArray& request) { return soundController::reply(request, "KX41099999-99Z"); });
+    plugSound("KX41099999-99Z");
     expectFails("read --model KX41000000-10A", WrongModel, "KX41099999-99Z");
     model.clear();
     expectFails("read", Usage, "--model"); // no model was ever chosen
@@ -44,7 +39,7 @@ TEST_F(VorlantCtl, DetectPrintsTheModelOrWhatItIsInstead)
                                                              {"KX999\x02\x03\x04\x05\x06\x07\x0e\x0f\x1b", WrongModel,
                                                               "KX999\\x02\\x03\\x04\\x05\\x06\\x07\\x0e\\x0f\\x1b\n"}};
     for (const auto& [code, status, printed] : rows) {
-        plug([&answered = code](const QByteArray& request) { return soundController::reply(request, answered); });
+        plugSound(code);
         EXPECT_EQ(run("detect"), status);
         EXPECT_EQ(output.toStdString(), printed);
         EXPECT_EQ(errors.isEmpty(), status == Done) << errors.toStdString();
