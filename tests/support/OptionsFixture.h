@@ -20,16 +20,16 @@ protected:
 
     void load(const QByteArray& setting = {}, const QByteArray& languages = kTwoLanguages)
     {
-        library.getIniFilePath("Main");
+        library.getIniFilePath(QStringLiteral("Main"));
         ASSERT_TRUE(box.put(kSettings, languages + "[Setting]\n" + setting));
-        box.context.languageFile = "JP.txt";
+        box.context.languageFile = QStringLiteral("JP.txt");
         settings.load();
     }
 
     QByteArray settingsFile() const { return box.content(kSettings); }
 
-    inline static const QString kSettings = "C:\\Users\\AppData\\Vorlan\\Vorlant.ini";
-    inline static const QString kPlaces = "C:\\Users\\AppData\\Vorlan\\VorlantPos.ini"; // of windows
+    inline static const QString kSettings = QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini");
+    inline static const QString kPlaces = QStringLiteral("C:\\Users\\AppData\\Vorlan\\VorlantPos.ini"); // of windows
     inline static const QByteArray kTwoLanguages =
         "[Language]\nLanguageMax=2\nLanguage1=English  [EN.txt  Ver(1.0)]\nLanguageFile1=EN.txt\n"
         "Language2=Japanese  [JP.txt  Ver(1.0)]\nLanguageFile2=JP.txt\n";

@@ -13,7 +13,7 @@
 class RealModel
 {
 public:
-    static inline const QString kModelString = "KX41000000-10A";
+    static inline const QString kModelString = QStringLiteral("KX41000000-10A");
 
     RealModel() : library(box.context)
     {
@@ -23,12 +23,12 @@ public:
         const QString definitions = library.getIniFilePath(QString()) + u'\\';
         const QDir data(QStringLiteral(VORLANT_DATA_DIR "/ini"));
         for (const char* name : {"KX410Screen.ini", "KX410Comm.ini", "MultiSelect.ini"}) {
-            QFile file(data.filePath(QString(name)));
+            QFile file(data.filePath(QLatin1String(name)));
             if (!file.open(QIODevice::ReadOnly))
                 throw std::runtime_error("no definition files");
-            put(definitions + QString(name), file.readAll());
+            put(definitions + QLatin1String(name), file.readAll());
         }
-        put(library.getIniFilePath("Main") + "\\Vorlant.ini",
+        put(library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Vorlant.ini"),
             "[KXInfos]\nKXMaxCount=1\nKXModel1=KX410\nKXName1=KX410\nKXScreenFile1=KX410Screen.ini\n"
             "KXCommFile1=KX410Comm.ini\n");
     }
