@@ -13,7 +13,7 @@ protected:
     {
         screen({"A|Data|10|1,0,9,<=,<=", "C|Combo|0||ComboStrings=offvbTabon\nComboDatas=0vbTab1",
                 "LO|Data|0|0,0,TAGHI,<=,<=", "HI|Data|5|0,TAGLO,99,<=,<=", "T|String|text",
-                "RO|Data|3||CommWriteSection=", "BESIDE|Data|3||CommWriteSection=\nCellData=4,2,vbWhite,vbBlack"});
+                "RO|Data|3||CommWriteSection=", "BESIDE|Data|3||CommWriteSection=\nCellData=3,2,vbWhite,vbBlack"});
     }
     CellClipboard clipboard{editor};
 };
