@@ -19,46 +19,26 @@ protected:
     OptionValues values{library, settings};
 };
 
-struct Language
-{
-    const char* name;
-    QByteArray list;
-    int shown;    // when the dialog opens
-    int selected; // by the user
-    const char* stored;
-    bool changed;
-};
-
 TEST_F(Options, LanguageOfTheList)
 {
     const QByteArray others = "[Language]\nLanguageMax=1\nLanguage1=English\nLanguageFile1=EN.txt\n";
     const QByteArray otherCase = "[Language]\nLanguageMax=1\nLanguage1=J\nLanguageFile1=jp.txt\n";
-    const Language rows[] = {
+    // what the dialog shows, what is selected, what is stored, whether that is a change
+    const std::tuple<const char*, QByteArray, int, int, const char*, bool> rows[] = {
         {"changed", kTwoLanguages, 1, 0, "EN.txt", true},
         {"not in the list, then chosen", others, -1, 0, "EN.txt", true},
         {"other case", otherCase, -1, -1, "JP.txt", false},
         {"no list yet", "", 0, 0, "JP.txt", false},
     };
-    for (const Language& row : rows) {
-        open("", row.list);
-        EXPECT_EQ(values.language(), row.shown) << row.name;
-        values.setLanguage(row.selected);
-        EXPECT_EQ(values.store().isShown, row.changed) << row.name;
-        EXPECT_EQ(box.context.languageFile.toStdString(), row.stored) << row.name;
-        EXPECT_TRUE(settingsFile().contains(QByteArray("LanguageFile=") + row.stored)) << row.name;
+    for (const auto& [name, list, shown, selected, stored, isChange] : rows) {
+        open("", list);
+        EXPECT_EQ(values.language(), shown) << name;
+        values.setLanguage(selected);
+        EXPECT_EQ(values.store().isShown, isChange) << name;
+        EXPECT_EQ(box.context.languageFile.toStdString(), stored) << name;
+        EXPECT_TRUE(settingsFile().contains(QByteArray("LanguageFile=") + stored)) << name;
     }
 }
-
-struct Font
-{
-    const char* name;
-    const char* stored;
-    const char* shown;
-    FontRecord chosen;
-    const char* shownThen;
-    const char* storedThen;
-    bool changed;
-};
 
 TEST_F(Options, AFailedSaveIsReported)
 {
@@ -70,7 +50,8 @@ TEST_F(Options, AFailedSaveIsReported)
 TEST_F(Options, FontOfTheDialog)
 {
     const char* const plain = "ForceFont=System\nForceFontSize=9\n";
-    const Font rows[] = {
+    // what is stored and shown, what is chosen, what is shown and stored then, whether that is a change
+    const std::tuple<const char*, const char*, const char*, FontRecord, const char*, const char*, bool> rows[] = {
         {"another face", plain, "System:9pt", {"Mono", 90, 0, -12, 0}, "Mono:9pt", "ForceFontSize=9", true},
         {"character set", plain, "System:9pt", {"System", 90, 128, 0, 0}, "System:9pt", "ForceFontCharSet=128", true},
         {"the same",
@@ -88,13 +69,13 @@ TEST_F(Options, FontOfTheDialog)
          "ForceFontSize=8",
          true},
     };
-    for (const Font& row : rows) {
-        open(row.stored);
-        EXPECT_EQ(values.fontText().toStdString(), row.shown) << row.name;
-        values.setFont(row.chosen);
-        EXPECT_EQ(values.fontText().toStdString(), row.shownThen) << row.name;
-        EXPECT_EQ(values.store().isShown, row.changed) << row.name;
-        EXPECT_TRUE(settingsFile().contains(row.storedThen)) << row.name << settingsFile().toStdString();
+    for (const auto& [name, stored, shown, chosen, shownThen, storedThen, isChange] : rows) {
+        open(stored);
+        EXPECT_EQ(values.fontText().toStdString(), shown) << name;
+        values.setFont(chosen);
+        EXPECT_EQ(values.fontText().toStdString(), shownThen) << name;
+        EXPECT_EQ(values.store().isShown, isChange) << name;
+        EXPECT_TRUE(settingsFile().contains(storedThen)) << name;
     }
 }
 

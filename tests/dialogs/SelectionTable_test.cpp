@@ -53,58 +53,43 @@ TEST_F(Selection, ShippedTablesAreShown)
 
 TEST_F(Selection, LookFollowsTheTable)
 {
-    struct Row
-    {
-        const char* name;
-        const char* keys;
-        int columns;
-        HAlign align;
-        double width; // of column 1
-        platform::ColorRef back;
-    };
     constexpr platform::ColorRef kWindow = 0xFFFFFF;
-    const Row rows[] = {
+    // the keys, the columns, and of column 1 its alignment, width and background
+    const std::tuple<const char*, const char*, int, HAlign, double, platform::ColorRef> rows[] = {
         {"numbers", "ColMax=3\nColAlign1=1\nColWidth1=40.5\nBackColor=&hFF\n", 3, HAlign::Right, 40.5, 0xFF},
         {"absurd", "ColMax=2000000000\nColWidth1=1E300\n", SelectionTable::kMaxColumns, HAlign::Left, 6, kWindow},
     };
-    for (const Row& look : rows) {
-        tables(QByteArray("[T]\nData1=0,5\nName1=FivevbTabb\nName2=Test\n") + look.keys);
-        ASSERT_TRUE(table.load(QStringLiteral("T"))) << look.name;
+    for (const auto& [name, keys, columns, align, width, back] : rows) {
+        tables(QByteArray("[T]\nData1=0,5\nName1=FivevbTabb\nName2=Test\n") + keys);
+        ASSERT_TRUE(table.load("T")) << name;
         GridModel grid;
         table.fill(grid);
-        EXPECT_EQ(grid.maxCols(), look.columns) << look.name;
-        EXPECT_EQ(grid.cell(1, 1).align, look.align) << look.name;
-        EXPECT_EQ(grid.colWidth(1), look.width) << look.name;
-        EXPECT_EQ(grid.cell(1, 1).backColor, look.back) << look.name;
+        EXPECT_EQ(grid.maxCols(), columns) << name;
+        EXPECT_EQ(grid.cell(1, 1).align, align) << name;
+        EXPECT_EQ(grid.colWidth(1), width) << name;
+        EXPECT_EQ(grid.cell(1, 1).backColor, back) << name;
     }
 }
 
 TEST_F(Selection, TablesThatCannotBeUsedSayWhy)
 {
-    struct Row
-    {
-        const char* name;
-        const char* file; // null: none
-        const char* section;
-        const char* problem;
-    };
     constexpr const char* kEmpty = "The selection table A is missing from MultiSelect.ini or has no entries.";
-    const Row rows[] = {
-        {"no file", nullptr, "A", "Not Found MultiSelect.ini"},
+    const std::tuple<const char*, QByteArray, QString, const char*> rows[] = {
+        {"no file", {}, "A", "Not Found MultiSelect.ini"},
         {"no section", "[B]\nName1=x\n", "A", kEmpty},
         {"no values", "[A]\nData1=7\nName1=x\nData2=,,\nName2=y\nName3=Test\n", "A",
          "No entry of the selection table A has a value."},
     };
-    for (const Row& bad : rows) {
+    for (const auto& [name, file, section, problem] : rows) {
         QFile::remove(tablesPath());
-        if (bad.file != nullptr)
-            tables(bad.file);
-        EXPECT_FALSE(table.load(QLatin1String(bad.section))) << bad.name;
-        EXPECT_EQ(table.problem().toStdString(), bad.problem) << bad.name;
-        EXPECT_EQ(table.rowOf(QStringLiteral("1")), 0) << bad.name;
-        EXPECT_FALSE(table.isSelectable(1) || table.isSelectable(0) || table.isSelectable(-1)) << bad.name;
-        EXPECT_TRUE(table.settingsOf(1, QStringLiteral("X")).empty()) << bad.name;
-        EXPECT_EQ(QFile::exists(tablesPath()), bad.file != nullptr) << bad.name << ": none is invented";
+        if (!file.isEmpty())
+            tables(file);
+        EXPECT_FALSE(table.load(section)) << name;
+        EXPECT_EQ(table.problem().toStdString(), problem) << name;
+        EXPECT_EQ(table.rowOf("1"), 0) << name;
+        EXPECT_FALSE(table.isSelectable(1) || table.isSelectable(0) || table.isSelectable(-1)) << name;
+        EXPECT_TRUE(table.settingsOf(1, "X").empty()) << name;
+        EXPECT_EQ(QFile::exists(tablesPath()), !file.isEmpty()) << name << ": none is invented";
     }
 }
 
@@ -129,7 +114,7 @@ TEST_F(Selection, FindsRows)
 {
     tables("[T]\nData1=0,1\nName1=Pt100 Low\nData2=0,2.0\nName2=JPt100\nData3=0,2\nName3=K rangevbTab-200\n"
            "Data4=0,x\nName4=\xCA\xDF\xC1\nName5=Test\n");
-    ASSERT_TRUE(table.load(QStringLiteral("T")));
+    ASSERT_TRUE(table.load("T"));
     const std::pair<QString, int> searches[] = {{"pt1", 1}, {"j", 2},    {"PT100 L", 1}, {"t100", 1},
                                                 {"Ｋ", 3},  {"-200", 3}, {"range", 3},   {"パ", 4},
                                                 {"ﾊﾟ", 4},  {"zz", 0},   {"", 0},        {"  ", 0}};

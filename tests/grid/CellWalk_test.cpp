@@ -5,51 +5,43 @@
 #include <gtest/gtest.h>
 
 using platform::Cell;
-using platform::CellPlace;
 using platform::CellType;
-using platform::GridModel;
 using platform::WalkStep;
 
 namespace {
 
-constexpr int kRows = 5;
-constexpr int kCols = 6;
-
 // A grid whose unset cells are empty labels; a picture has a letter for each cell.
-void draw(GridModel& grid, const QString& picture)
+void draw(platform::GridModel& grid, const QStringList& picture)
 {
-    grid.setMaxRows(kRows);
-    grid.setMaxCols(kCols);
-    Cell plain;
-    plain.type = CellType::StaticText;
-    grid.resetCells(plain);
-    for (int i = 0; i < kRows * kCols; ++i) {
-        Cell cell;
-        const QChar sign = picture[i];
-        cell.type = sign == u't' ? CellType::StaticText : sign == u'b' ? CellType::Button : CellType::Edit;
-        cell.text = sign == u't' ? QStringLiteral("text") : QString();
-        cell.locked = sign == u'L';
-        if (sign != u'.')
-            grid.setCell(i / kCols + 1, i % kCols + 1, cell);
+    grid.setMaxRows(static_cast<int>(picture.size()));
+    grid.setMaxCols(static_cast<int>(picture[0].size()));
+    Cell cell;
+    cell.type = CellType::StaticText;
+    grid.resetCells(cell);
+    for (int row = 1; row <= grid.maxRows(); ++row) {
+        for (int col = 1; col <= grid.maxCols(); ++col) {
+            const QChar sign = picture[row - 1][col - 1];
+            cell.type = sign == 't' ? CellType::StaticText : sign == 'b' ? CellType::Button : CellType::Edit;
+            cell.text = sign == 't' ? "text" : "";
+            cell.locked = sign == 'L';
+            if (sign != '.')
+                grid.setCell(row, col, cell);
+        }
     }
     grid.setColWidth(4, 0);
-}
-
-QString shown(const std::optional<CellPlace>& place)
-{
-    return place ? QStringLiteral("%1,%2").arg(place->row).arg(place->col) : QStringLiteral("none");
 }
 
 TEST(Walk, GoesToTheNextEditableCell)
 {
     for (const QStringList& row : tableRows("grid/walk.tsv")) {
-        SCOPED_TRACE(qPrintable(row[0]));
-        GridModel grid;
-        draw(grid, QString(row[1]).remove(u' '));
-        const CellPlace from{row[2].section(u',', 0, 0).toInt(), row[2].section(u',', 1).toInt()};
-        EXPECT_EQ(shown(nextEditable(grid, from, WalkStep::Right)), row[3]);
-        EXPECT_EQ(shown(nextEditable(grid, from, WalkStep::Left)), row[4]);
-        EXPECT_EQ(shown(nextEditable(grid, from, WalkStep::Down)), row[5]);
+        platform::GridModel grid;
+        draw(grid, row[1].split(' '));
+        QStringList found;
+        for (const WalkStep step : {WalkStep::Right, WalkStep::Left, WalkStep::Down}) {
+            const auto place = nextEditable(grid, {row[2][0].digitValue(), row[2][2].digitValue()}, step);
+            found << (place ? QString("%1,%2").arg(place->row).arg(place->col) : "none");
+        }
+        EXPECT_EQ(found, row.mid(3)) << qPrintable(row[0]);
     }
 }
 

@@ -12,15 +12,16 @@ namespace {
 TEST(Plan, FollowsTheStyle)
 {
     for (const QStringList& row : tableRows("infra/message_plans.tsv")) {
-        SCOPED_TRACE(qPrintable(row[0]));
         const MessageBoxPlan plan(row[1].toInt());
         QStringList buttons;
         for (const MessageButton& button : plan.buttons())
-            buttons << button.caption + u' ' + QString::number(button.result);
-        EXPECT_EQ(static_cast<int>(plan.icon()), row[2].toInt());
-        EXPECT_EQ(buttons.join(u'|'), row[3]);
-        EXPECT_EQ(plan.defaultIndex(), row[4].toInt());
-        EXPECT_EQ(plan.escapeResult(), row[5].toInt());
+            buttons << button.caption + ' ' + QString::number(button.result);
+        const QString planned = QString("%1\t%2\t%3\t%4")
+                                    .arg(static_cast<int>(plan.icon()))
+                                    .arg(buttons.join('|'))
+                                    .arg(plan.defaultIndex())
+                                    .arg(plan.escapeResult());
+        EXPECT_EQ(planned, row.mid(2).join('\t')) << qPrintable(row[0]);
     }
 }
 
@@ -28,12 +29,10 @@ TEST(ShowMessage, WithoutAPresenterIsLoggedAndTakesTheDefault)
 {
     TestMachine box;
     clsLog log(box.machine);
-    log.setLogFileName(QStringLiteral("Err.log"));
+    log.setLogFileName("Err.log");
     box.context.errorLog = log;
-    const clsLibrary library(box.context);
-    EXPECT_EQ(library.showMessage(QStringLiteral("Nobody reads this"), 4 + 256), MessageResult::kNo);
-    EXPECT_TRUE(
-        box.content(QStringLiteral("C:\\Vorlant\\Err.log")).contains("[LibraryError]showMessage: Nobody reads this"));
+    EXPECT_EQ(clsLibrary(box.context).showMessage("Nobody reads this", 4 + 256), MessageResult::kNo);
+    EXPECT_TRUE(box.content("C:\\Vorlant\\Err.log").contains("[LibraryError]showMessage: Nobody reads this"));
 }
 
 } // namespace

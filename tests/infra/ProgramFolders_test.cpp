@@ -20,7 +20,7 @@ protected:
             QDir().mkpath(path(folder));
         put("data/ini/KX410Screen.ini", "installed");
         put("data/Lang/JP.txt", "installed");
-        environment.insert(QStringLiteral("HOME"), path("home"));
+        environment.insert("HOME", path("home"));
     }
 
     ProgramFolders start(const char* executableFolder = "bin") const
@@ -65,57 +65,41 @@ TEST_F(FoldersOf, EnvironmentChoosesTheFolders)
         SCOPED_TRACE(qPrintable(row[0]));
         QDir(path("home/.local")).removeRecursively();
         environment = plain;
-        for (const QString& variable : row[2].split(u' '))
-            environment.insert(variable.section(u'=', 0, 0), variable.section(u'=', 1).replace(u'~', path() + u'/'));
+        for (const QString& variable : row[2].split(' '))
+            environment.insert(variable.section('=', 0, 0), variable.section('=', 1).replace('~', path() + '/'));
         const auto [folders, notices] = start(row[1].toLatin1().constData());
         EXPECT_EQ(machine(folders.program()), path(row[3]));
         EXPECT_EQ(machine(folders.applicationData()), path(row[4]));
-        EXPECT_EQ(QDir(path("home/.local")).exists(), row[3].startsWith(u"home")) << "copied";
+        EXPECT_TRUE(notices.isEmpty() && !folders.isPackaged());
+        EXPECT_EQ(content(row[3] + "/ini/KX410Screen.ini"), row[5]) << "filled";
+        EXPECT_EQ(QDir(path("home/.local")).exists(), row[3].startsWith("home"));
     }
-}
-
-TEST_F(FoldersOf, WithoutAHomeTheStateHasAPlaceOfItsOwn)
-{
-    environment.clear();
-    const auto [folders, notices] = start();
-    EXPECT_EQ(machine(folders.program()), path("state"));
-    EXPECT_EQ(machine(folders.applicationData()), path("state"));
-    EXPECT_FALSE(folders.isPackaged());
-    EXPECT_TRUE(notices.isEmpty());
-    EXPECT_EQ(content("state/ini/KX410Screen.ini"), "installed");
 }
 
 // Not even root makes a folder below a file. What is installed is read, and never written.
 TEST_F(FoldersOf, OneLineSaysThatNothingCanBeKept)
 {
     withoutHome = "data/Lang/JP.txt/state";
-    const struct
-    {
-        const char* name;
-        const char* variable;
-        const char* value;
-        const char* place;
-        const char* text;
-    } rows[] = {
+    const QStringList rows[] = {
+        // what it is, a variable with its value, the place and words of the line
         {"no home", "LANG", "", "data/Lang/JP.txt/state", "Set HOME, or"},
         {"home that cannot be written to", "HOME", "data/Lang/JP.txt", "data/Lang/JP.txt", "set HOME to a folder"},
         {"the package as program folder", "VORLANT_PROGRAM_DIR", "data", "data/Lang/JP.txt/state", "Set HOME, or"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const QStringList& row : rows) {
+        SCOPED_TRACE(qPrintable(row[0]));
         environment.clear();
-        environment.insert(QLatin1String(row.variable), path(row.value));
+        environment.insert(row[1], path(row[2]));
         const auto [folders, notices] = start();
         EXPECT_EQ(machine(folders.program()), path("data"));
         EXPECT_TRUE(folders.isPackaged());
         ASSERT_EQ(notices.size(), 1);
-        EXPECT_EQ(notices[0].place, path(row.place));
-        EXPECT_TRUE(notices[0].english().contains(QLatin1String(row.text)));
+        EXPECT_EQ(notices[0].place, path(row[3]));
+        EXPECT_TRUE(notices[0].english().contains(row[4]));
 
         platform::ProfileStore profiles{platform::CodePage()};
         profiles.protect(machine(folders.program()));
-        const QString file = path("data/ini/KX410Screen.ini");
-        EXPECT_FALSE(profiles.write(file, QStringLiteral("S"), QStringLiteral("K"), QStringLiteral("1")).ok());
+        EXPECT_FALSE(profiles.write(path("data/ini/KX410Screen.ini"), "S", "K", "1").ok());
         EXPECT_EQ(content("data/ini/KX410Screen.ini"), "installed");
     }
 }

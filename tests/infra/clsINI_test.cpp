@@ -12,14 +12,14 @@ class Ini : public ::testing::Test
 protected:
     Ini()
     {
-        log.setLogFileName(QStringLiteral("Err.log"));
+        log.setLogFileName("Err.log");
         box.context.errorLog = log;
-        ini.setIniFileName(QStringLiteral("t.ini"));
+        ini.setIniFileName("t.ini");
     }
-    QByteArray content() const { return box.content(QStringLiteral("C:\\Vorlant\\t.ini")); }
-    QString get(const char* key, const char* defaultText, bool readOnly = false)
+    QByteArray content() const { return box.content("C:\\Vorlant\\t.ini"); }
+    QString get(const QString& key, const QString& defaultText, bool readOnly = false)
     {
-        return ini.GetIniData(QStringLiteral("S"), QLatin1String(key), QLatin1String(defaultText), readOnly);
+        return ini.GetIniData("S", key, defaultText, readOnly);
     }
 
     TestMachine box;
@@ -35,14 +35,14 @@ TEST_F(Ini, MissingKeyIsWrittenBackUnlessReadOnly)
     EXPECT_EQ(get("B", ""), QString());
     EXPECT_EQ(content(), "[S]\r\nA=1\r\nB=\r\n");
     EXPECT_EQ(get("B", "x"), u"x") << "an empty value reads as the default";
-    ini.PutIniData(QStringLiteral("S"), QStringLiteral("A"), QVariant());
-    ini.PutIniData(QStringLiteral("S"), QStringLiteral("A"), QVariant(QMetaType::fromType<int>()));
+    ini.PutIniData("S", "A", QVariant());
+    ini.PutIniData("S", "A", QVariant(QMetaType::fromType<int>()));
     EXPECT_EQ(content(), "[S]\r\nA=1\r\nB=x\r\n");
 }
 
 TEST_F(Ini, LongValueIsCut)
 {
-    ini.PutIniData(QStringLiteral("S"), QStringLiteral("A"), QString(600, u'x'));
+    ini.PutIniData("S", "A", QString(600, 'x'));
     EXPECT_EQ(get("A", "").size(), 511);
     ini.setBufferSize(0);
     ini.setBufferSize(11);
@@ -51,47 +51,39 @@ TEST_F(Ini, LongValueIsCut)
 
 TEST_F(Ini, NamesAndFoldersAreChecked)
 {
-    ini.setIniFileName(QStringLiteral("a\\b.ini"));
-    ini.setIniFileName(QStringLiteral("a?.ini"));
-    ini.setIniFileName(QString());
+    for (const char* refused : {"a\\b.ini", "a?.ini", ""})
+        ini.setIniFileName(refused);
     get("A", "1");
-    EXPECT_NE(content(), "");
-    ini.setIniPath(QStringLiteral("C:\\Vorlant\\t.ini\\\\")); // a plain file
+    EXPECT_EQ(content(), "[S]\r\nA=1\r\n");
+    ini.setIniPath("C:\\Vorlant\\t.ini\\\\"); // a plain file
     get("B", "2");
-    ini.setIniPath(QStringLiteral("c:\\VORLANT\\Ini\\\\\\"));
+    ini.setIniPath("c:\\VORLANT\\Ini\\\\\\");
     get("C", "3");
     EXPECT_EQ(content(), "[S]\r\nA=1\r\nB=2\r\n");
-    EXPECT_EQ(box.content(QStringLiteral("C:\\Vorlant\\ini\\t.ini")), "[S]\r\nC=3\r\n");
-}
-
-TEST_F(Ini, FoldersOfTheMachineEndInABackslash)
-{
-    EXPECT_EQ(ini.GetWindowsPath(), u"Z:\\usr\\share\\");
-    EXPECT_EQ(ini.GetSystemPath(), u"Z:\\usr\\lib\\");
-    EXPECT_EQ(ini.GetWinTempPath(), box.machine.folders.temporary() + u'\\');
+    EXPECT_EQ(box.content("C:\\Vorlant\\ini\\t.ini"), "[S]\r\nC=3\r\n");
+    EXPECT_EQ(ini.GetWindowsPath() + ini.GetSystemPath(), u"Z:\\usr\\share\\Z:\\usr\\lib\\");
+    EXPECT_EQ(ini.GetWinTempPath(), box.machine.folders.temporary() + '\\');
 }
 
 TEST_F(Ini, SectionsAreListedAndCleared)
 {
-    QStringList lines{QStringLiteral("untouched")};
-    EXPECT_EQ(ini.EnumSectionString(QStringLiteral("S"), lines), -1);
+    QStringList lines{"untouched"};
+    EXPECT_EQ(ini.EnumSectionString("S", lines), -1);
     EXPECT_EQ(lines.size(), 1);
-    get("A", "1");
-    get("B", "");
-    get("C", "3");
-    EXPECT_EQ(ini.EnumSectionString(QStringLiteral("s"), lines), 3);
+    for (const auto& [key, value] : {std::pair("A", "1"), {"B", ""}, {"C", "3"}})
+        get(key, value);
+    EXPECT_EQ(ini.EnumSectionString("s", lines), 3);
     EXPECT_EQ(lines[2], u"C=3");
-    EXPECT_EQ(ini.clearSection(QStringLiteral("S")), 2);
+    EXPECT_EQ(ini.clearSection("S"), 2);
     EXPECT_EQ(content(), "[S]\r\nA=\r\nB=\r\nC=\r\n");
 }
 
 TEST_F(Ini, FailureIsLoggedOnceAndTheDefaultStands)
 {
-    QDir().mkdir(box.path(QStringLiteral("C:\\Vorlant\\t.ini")));
-    EXPECT_EQ(get("A", "1"), u"1");
-    EXPECT_EQ(get("B", "2"), u"2");
-    const QByteArray logged = box.content(QStringLiteral("C:\\Vorlant\\Err.log"));
-    EXPECT_EQ(logged.count(box.machine.codePage.fromText(QStringLiteral("Exception error　759->"))), 1);
+    QDir().mkdir(box.path("C:\\Vorlant\\t.ini"));
+    EXPECT_EQ(get("A", "1") + get("B", "2"), u"12");
+    const QByteArray logged = box.content("C:\\Vorlant\\Err.log");
+    EXPECT_EQ(logged.count(box.machine.codePage.fromText("Exception error　759->")), 1);
     EXPECT_TRUE(logged.contains("t.ini"));
 }
 

@@ -1,10 +1,10 @@
 #include "ProgramContext.h"
+#include "ScratchFolder.h"
 #include "Table.h"
 #include "TestMachine.h"
 #include "clsCfg.h"
 #include "clsLibrary.h"
 
-#include <QFile>
 #include <gtest/gtest.h>
 
 namespace {
@@ -12,10 +12,8 @@ namespace {
 class Library : public ::testing::Test
 {
 protected:
-    Library() : library(box.context) {}
-
     TestMachine box;
-    clsLibrary library;
+    clsLibrary library{box.context};
 };
 
 TEST_F(Library, ConversionsFallBack)
@@ -27,122 +25,121 @@ TEST_F(Library, ConversionsFallBack)
         EXPECT_EQ(library.toInteger(row[0], 77), row[3].toInt());
         EXPECT_EQ(library.toCheckVal(row[0], 77), row[4].toInt());
     }
-    const struct
-    {
-        QVariant value;
-        bool boolean;
-        int number;
-        int small;
-        double real;
-    } rows[] = {{1, true, 1, 1, 1},
-                {0, false, 0, 0, 0},
-                {1.0, true, 1, 1, 1},
-                {true, true, -1, -1, -1},
-                {-32769.0, false, -32769, 77, -32769},
-                {2147483647.5, false, 77, 77, 2147483647.5},
-                {QVariant(), false, 77, 77, 77}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(qPrintable(row.value.toString()));
-        EXPECT_EQ(library.toBoolean(row.value, true), row.boolean);
-        EXPECT_EQ(library.toLong(row.value, 77), row.number);
-        EXPECT_EQ(library.toInteger(row.value, 77), row.small);
-        EXPECT_EQ(library.toDouble(row.value, 77), row.real);
+    const std::tuple<QVariant, bool, int, int, double> rows[] = {{1, true, 1, 1, 1},
+                                                                 {0, false, 0, 0, 0},
+                                                                 {1.0, true, 1, 1, 1},
+                                                                 {true, true, -1, -1, -1},
+                                                                 {-32769.0, false, -32769, 77, -32769},
+                                                                 {2147483647.5, false, 77, 77, 2147483647.5},
+                                                                 {QVariant(), false, 77, 77, 77}};
+    for (const auto& [value, boolean, number, small, real] : rows) {
+        SCOPED_TRACE(qPrintable(value.toString()));
+        EXPECT_EQ(library.toBoolean(value, true), boolean);
+        EXPECT_EQ(library.toLong(value, 77), number);
+        EXPECT_EQ(library.toInteger(value, 77), small);
+        EXPECT_EQ(library.toDouble(value, 77), real);
     }
     EXPECT_EQ(library.toCheckVal(true, 77), 1);
     EXPECT_EQ(library.toCheckVal(1.5, 77), 0);
-    EXPECT_EQ(library.toSingle(QStringLiteral("1e39"), 7.0F), 7.0F);
+    EXPECT_EQ(library.toSingle("1e39", 7.0F), 7.0F);
     EXPECT_EQ(library.toSingle(0.1, 7.0F), 0.1F);
-    EXPECT_EQ(library.toDouble(QStringLiteral("1e39"), 7.0), 1e39);
+    EXPECT_EQ(library.toDouble("1e39", 7.0), 1e39);
     EXPECT_EQ(library.toModalVal(true) + library.toModalVal(false), 1);
 }
 
 TEST_F(Library, NamesAndPathsAreChecked)
 {
-    for (const char* both : {"", "a/b", "\\data", "\\\\", "C:\\a:b", "9:\\a", "a?b"}) {
-        EXPECT_FALSE(library.FileName_Check(QLatin1String(both), 0)) << both;
-        EXPECT_FALSE(library.PathName_Check(QLatin1String(both))) << both;
+    const std::tuple<QString, bool, bool> rows[] = {
+        {"", false, false},       {"a/b", false, false},     {"\\data", false, false},
+        {"\\\\", false, false},   {"C:\\a:b", false, false}, {"9:\\a", false, false},
+        {"a?b", false, false},    {"a b", false, true},      {"\\\\server\\s", false, true},
+        {"data.k41", true, true}, {"fcCounter", true, true}, {"C:\\" + QString(248, 'a'), false, false}};
+    for (const auto& [name, isFile, isPath] : rows) {
+        EXPECT_EQ(library.FileName_Check(name, 0), isFile) << qPrintable(name);
+        EXPECT_EQ(library.PathName_Check(name), isPath) << qPrintable(name);
     }
-    for (const char* path : {"a b", "data.k41", "\\\\server\\s"}) {
-        EXPECT_EQ(library.FileName_Check(QLatin1String(path), 0), QByteArray(path) == "data.k41") << path;
-        EXPECT_TRUE(library.PathName_Check(QLatin1String(path))) << path;
-    }
-    EXPECT_TRUE(library.FileName_Check(QStringLiteral("fcCounter"), 0));
-    EXPECT_FALSE(library.FileName_Check(QStringLiteral("fcCounter"), 1));
-    EXPECT_TRUE(library.FileNameWithLen_Check(QStringLiteral("設定.txt"), 0, 8)) << "two double-byte characters";
-    EXPECT_FALSE(library.FileNameWithLen_Check(QStringLiteral("設定.txt"), 0, 7));
-    EXPECT_FALSE(library.PathName_Check(QStringLiteral("C:\\") + QString(248, u'a')));
+    EXPECT_FALSE(library.FileName_Check("fcCounter", 1));
+    EXPECT_TRUE(library.FileNameWithLen_Check("設定.txt", 0, 8)) << "two double-byte characters";
+    EXPECT_FALSE(library.FileNameWithLen_Check("設定.txt", 0, 7));
 }
 
-TEST_F(Library, FoldersAreMadeLevelByLevel)
+TEST_F(Library, FoldersAreMadeOnKnownDrives)
 {
-    EXPECT_TRUE(library.MakeDir(QStringLiteral("C:\\a\\b\\c\\")));
-    EXPECT_TRUE(library.DirExists(QStringLiteral("C:\\A\\B\\C")));
-    EXPECT_TRUE(library.MakeDir(QStringLiteral("below")));
-    EXPECT_TRUE(library.DirExists(QStringLiteral("C:\\Vorlant\\below")));
-    for (const char* refused : {"C:\\a\\\\b", "C:\\", "Q:\\a\\b", "C:\\a?b"})
-        EXPECT_FALSE(library.MakeDir(QLatin1String(refused))) << refused;
-    QFile plain(box.path(QStringLiteral("C:\\file")));
-    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
-    EXPECT_FALSE(library.MakeDir(QStringLiteral("C:\\file\\b")));
-    EXPECT_TRUE(library.FileExists(QStringLiteral("C:\\FILE")));
-    EXPECT_FALSE(library.FileExists(QStringLiteral("C:\\a")));
+    ASSERT_TRUE(box.put("C:\\file", ""));
+    EXPECT_TRUE(library.MakeDir("C:\\a\\b\\c\\") && library.DirExists("C:\\A\\B\\C"));
+    EXPECT_TRUE(library.MakeDir("below") && library.DirExists("C:\\Vorlant\\below"));
+    for (const char* refused : {"C:\\a\\\\b", "C:\\", "Q:\\a\\b", "C:\\a?b", "C:\\file\\b"})
+        EXPECT_FALSE(library.MakeDir(refused)) << refused;
+    EXPECT_TRUE(library.FileExists("C:\\FILE"));
+    EXPECT_FALSE(library.FileExists("C:\\a"));
+    EXPECT_EQ(library.CheckDriveType("C:\\"), 3);
+    EXPECT_EQ(library.CheckDriveType("Q:\\"), 1);
+    double total = 0;
+    double available = -1;
+    EXPECT_TRUE(library.GetDiskFreeSP("C:\\", total, available) && total > available && available >= 0);
 }
 
-TEST_F(Library, TextsAndSwitchesAreSplit)
+TEST_F(Library, TextsSwitchesAndPathsAreTakenApart)
 {
-    EXPECT_EQ(library.getDataToken(QStringLiteral("a=b=c"), QStringLiteral("=")), u"b=c");
-    EXPECT_EQ(library.getKeyToken(QStringLiteral("a=b=c"), QStringLiteral("=")), u"a");
-    EXPECT_EQ(library.getKeyToken(QStringLiteral("="), QStringLiteral("=")), u"=") << "shorter than two characters";
-    EXPECT_EQ(library.GetCommand(QStringLiteral("/Lfile.txt /X"), QStringLiteral("/l"), false), u"FILE.TXT ");
-    EXPECT_EQ(library.GetCommand(QStringLiteral("/Lfile.txt /X"), QStringLiteral("/L"), true), u"file.txt ");
+    EXPECT_EQ(library.getDataToken("a=b=c", "="), u"b=c");
+    EXPECT_EQ(library.getKeyToken("a=b=c", "="), u"a");
+    EXPECT_EQ(library.getKeyToken("=", "="), u"=") << "shorter than two characters";
+    EXPECT_EQ(library.GetCommand("/Lfile.txt /X", "/l", false), u"FILE.TXT ");
+    EXPECT_EQ(library.GetCommand("/Lfile.txt /X", "/L", true), u"file.txt ");
     EXPECT_EQ(library.HexString(QByteArray("\x01\xAB\xFF", 3)), u"01ABFF");
-    EXPECT_EQ(library.getAdrString(7), u"07");
-    EXPECT_EQ(library.getAdrString(-7), u"-7");
+    EXPECT_EQ(library.getAdrString(7) + library.getAdrString(-7), u"07-7");
+    const QStringList paths[] = {{"C:\\a\\b.tar.gz", "b.tar.gz", "b.tar", "gz", "C:\\a"}, {"b", "b", "b", "", "b"}};
+    for (const QStringList& parts : paths) {
+        const QString& path = parts[0];
+        EXPECT_EQ(library.GetFileTitle(path), parts[1]);
+        EXPECT_EQ(library.GetFileTitleEx(path), parts[2]);
+        EXPECT_EQ(library.GetFileExt(path), parts[3]);
+        EXPECT_EQ(library.GetDirName(path), parts[4]);
+    }
 }
 
 TEST_F(Library, ColoursAreReadAndNamed)
 {
-    struct
-    {
-        const char* text;
-        qint32 color; // default 42
-    } const rows[] = {{" vbRed ", 255},  {"VBRED", 0},  {"vbNothing", 42}, {"RGB.0.128.255", 0xFF8000},
-                      {"RGB.1.2.x", 42}, {"&hFF", 255}, {"Red", 0},        {"99999999999", 42}};
-    for (const auto& row : rows)
-        EXPECT_EQ(library.StrToColor(QLatin1String(row.text), 42), row.color) << row.text;
-    EXPECT_EQ(library.StrToColor(QStringLiteral("vbHighlight"), 0), static_cast<qint32>(box.colors.color(13)));
+    const std::pair<const char*, qint32> rows[] = {
+        // default 42
+        {" vbRed ", 255},  {"VBRED", 0},  {"vbNothing", 42}, {"RGB.0.128.255", 0xFF8000},
+        {"RGB.1.2.x", 42}, {"&hFF", 255}, {"Red", 0},        {"99999999999", 42}};
+    for (const auto& [text, color] : rows)
+        EXPECT_EQ(library.StrToColor(text, 42), color) << text;
+    EXPECT_EQ(library.StrToColor("vbHighlight", 0), static_cast<qint32>(box.colors.color(13)));
     EXPECT_EQ(library.ToCOLOEREF(static_cast<qint32>(0x800000FFU)), 0) << "no such system colour";
     EXPECT_EQ(library.ColorToStr(0x8080FF), u"vbLightRed");
     EXPECT_EQ(library.ColorToStr(0x123456), u"&h123456");
     EXPECT_EQ(library.ColorToStr(static_cast<qint32>(0x8000000DU)), u"&h8000000D");
-    QString name;
-    QString comment;
-    library.getColorTable(9, name, comment);
-    EXPECT_EQ(name + u'/' + comment, u"vbLightYellow/LghtYellow");
-    library.getColorTable(library.getColorTableUbound(), name, comment);
-    EXPECT_EQ(name + comment, QString()) << "it ends with an empty slot";
+    for (const auto& [slot, text] : {std::pair(9, "vbLightYellow/LghtYellow"), {library.getColorTableUbound(), "/"}}) {
+        QString name;
+        QString comment;
+        library.getColorTable(slot, name, comment);
+        EXPECT_EQ(name + '/' + comment, text) << "it ends with an empty slot";
+    }
 }
 
 TEST_F(Library, SettingsFillTheFileAndComeBack)
 {
-    const QString file = QStringLiteral("C:\\Users\\AppData\\Vorlan\\Vorlant.ini");
     clsCfg settings;
     settings.init(&library);
     settings.load();
-    EXPECT_TRUE(box.content(file).contains("ForceFont=System\r\nForceFontSize=9"));
-    library.saveINIParam(QStringLiteral("Setting"), QStringLiteral("ShowSendConfForm"), QStringLiteral("yes"));
-    library.saveINIParam(QStringLiteral("Setting"), QStringLiteral("UseCommunicate"), QStringLiteral("1"));
-    library.saveINIParam(QStringLiteral("Setting"), QStringLiteral("ForceFontCharSet"), QStringLiteral("abc"));
+    const auto file = [this] { return box.content("C:\\Users\\AppData\\Vorlan\\Vorlant.ini"); };
+    EXPECT_TRUE(file().contains("ForceFont=System\r\nForceFontSize=9"));
+    library.saveINIParam("Setting", "ShowSendConfForm", "yes");
+    library.saveINIParam("Setting", "UseCommunicate", "1");
+    library.saveINIParam("Setting", "ForceFontCharSet", "abc");
     settings.load();
     EXPECT_FALSE(settings.m_bViewSendConf);
     EXPECT_TRUE(settings.m_bComm);
     EXPECT_EQ(settings.m_lCharSet, 0);
-    settings.m_sFont = QStringLiteral("ゴシック");
+    settings.m_sFont = "ゴシック";
+    settings.m_bViewSendConf = true;
     EXPECT_TRUE(settings.save().ok());
+    EXPECT_TRUE(file().contains("ShowSendConfForm=True"));
     settings.m_sFont.clear();
     settings.load();
     EXPECT_EQ(settings.m_sFont, u"ゴシック");
-    EXPECT_TRUE(box.content(file).contains("UseCommunicate=True"));
 }
 
 TEST(UserLocale, FollowsTheLanguage)
@@ -154,48 +151,19 @@ TEST(UserLocale, FollowsTheLanguage)
     }
 }
 
-TEST_F(Library, FilesHaveTheirPlaces)
-{
-    EXPECT_EQ(library.getIniFilePath(QString()), u"C:\\Vorlant\\ini");
-    EXPECT_EQ(library.getIniFilePath(QStringLiteral("Lang")), library.getIniFilePath(QStringLiteral("Main")));
-    EXPECT_EQ(library.getIniFilePath(QStringLiteral("Main")), u"C:\\Users\\AppData\\Vorlan");
-    EXPECT_EQ(library.getIniFileName(QStringLiteral("Any")), u"Vorlant.ini");
-    EXPECT_EQ(library.CheckDriveType(QStringLiteral("C:\\")), 3);
-    EXPECT_EQ(library.CheckDriveType(QStringLiteral("Q:\\")), 1);
-    double total = 0;
-    double available = -1;
-    EXPECT_TRUE(library.GetDiskFreeSP(QStringLiteral("C:\\"), total, available));
-    EXPECT_GT(total, available);
-}
-
-TEST_F(Library, PathsAreTakenApart)
-{
-    EXPECT_EQ(library.GetFileTitle(QStringLiteral("C:\\a\\b.tar.gz")), u"b.tar.gz");
-    EXPECT_EQ(library.GetFileTitle(QStringLiteral("b")), u"b");
-    EXPECT_EQ(library.GetFileExt(QStringLiteral("b.tar.gz")), u"gz");
-    EXPECT_EQ(library.GetFileExt(QStringLiteral("b")), QString());
-    EXPECT_EQ(library.GetFileTitleEx(QStringLiteral("C:\\a\\b.tar.gz")), u"b.tar");
-    EXPECT_EQ(library.GetDirName(QStringLiteral("C:\\a\\b.txt")), u"C:\\a");
-    EXPECT_EQ(library.GetDirName(QStringLiteral("b.txt")), u"b.txt");
-}
-
 // The package's own folder takes no text, no setting, no folder and no log, not even from root.
 TEST(InstalledProgram, IsReadAndNeverWritten)
 {
-    const QTemporaryDir dir;
-    const QString data = dir.filePath(QStringLiteral("data"));
-    QDir().mkpath(data + QStringLiteral("/ini"));
-    QFile file(dir.filePath(QStringLiteral("file"))); // nobody makes a folder below it
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const ScratchFolder box;
+    ASSERT_TRUE(box.put("data/ini/KX410Screen.ini", "") && box.put("file", "")); // nobody makes a folder below a file
     const platform::PathMap paths;
     const platform::SystemColors colors;
-    ProgramContext program(paths, programFolders(paths, dir.path(), data, {}, file.fileName() + u'/').folders, {},
-                           colors);
-    program.errorLog().LogWrite(QStringLiteral("an error"));
-    EXPECT_EQ(program.library().tranStr(QStringLiteral("Quit?")), u"Quit?");
-    EXPECT_FALSE(program.library().MakeDir(program.machine().folders.program() + QStringLiteral("\\New")));
-    EXPECT_EQ(QDir(data).entryList(QDir::NoDotAndDotDot | QDir::AllEntries), QStringList{QStringLiteral("ini")});
-    EXPECT_TRUE(QDir(data + QStringLiteral("/ini")).isEmpty());
+    ProgramContext program(paths, programFolders(paths, box.path(), box.path("data"), {}, box.path("file/")).folders,
+                           {}, colors);
+    program.errorLog().LogWrite("an error");
+    EXPECT_EQ(program.library().tranStr("Quit?"), u"Quit?");
+    EXPECT_FALSE(program.library().MakeDir(program.machine().folders.program() + "\\New"));
+    EXPECT_EQ(box.names("data") + box.names("data/ini"), QStringList({"ini", "KX410Screen.ini"}));
 }
 
 } // namespace

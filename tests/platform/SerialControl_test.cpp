@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -21,35 +22,22 @@ using platform::PortLock;
 
 namespace {
 
-const QByteArray kNothing;
-
-QByteArray silence(const QByteArray&)
-{
-    return kNothing;
-}
-
-// The machine's ports in a fixed and unsorted order.
-QVector<ComPort> machine()
-{
-    return {{QStringLiteral("/dev/ttyS0"), QString()},
-            {QStringLiteral("/dev/ttyUSB10"), QStringLiteral("ten")},
-            {QStringLiteral("/dev/ttyUSB2"), QStringLiteral("two")}};
-}
-
 TEST(PortSource, GivesDeviceOfCom)
 {
-    for (const QStringList& row : tableRows("platform/com_ports.tsv")) {
+    const QVector<ComPort> machine = {{"/dev/ttyS0", ""}, {"/dev/ttyUSB10", "ten"}, {"/dev/ttyUSB2", "two"}};
+    for (QStringList row : tableRows("platform/com_ports.tsv")) {
         SCOPED_TRACE(qPrintable(row[0]));
-        const auto field = [&row](int i) { return row[i] == u"-" ? QString() : row[i]; };
+        row.replaceInStrings(QRegularExpression("^-$"), "");
         QProcessEnvironment environment;
-        if (!field(2).isEmpty())
-            environment.insert(QStringLiteral("VORLANT_COM1"), row[2]);
-        ComPorts ports(
-            environment, [&](const QString& key) { return key == u"COM1" ? field(3) : QString(); }, machine);
-        if (!field(4).isEmpty())
+        if (!row[2].isEmpty())
+            environment.insert("VORLANT_COM1", row[2]);
+        const auto setting = [&](const QString& key) { return key == u"COM1" ? row[3] : QString(); };
+        ComPorts ports(environment, setting, [&] { return machine; });
+        if (!row[4].isEmpty())
             ports.assign(1, row[4]);
-        EXPECT_EQ(ports.resolve(row[1].toInt()).device, field(5));
-        EXPECT_EQ(ports.resolve(row[1].toInt()).description, field(6));
+        const ComPort port = ports.resolve(row[1].toInt());
+        EXPECT_EQ(port.device, row[5]);
+        EXPECT_EQ(port.description, row[6]);
     }
 }
 
@@ -58,11 +46,11 @@ TEST(Settings, AreTakenOrLeft)
     const ComPorts ports{QProcessEnvironment()};
     MSComm comm(ports);
     for (const char* text : {"19200,E,7,2", " 1200 , n , 8 , 1 "}) {
-        EXPECT_TRUE(comm.setSettings(QLatin1String(text))) << text;
-        EXPECT_EQ(comm.Settings(), QLatin1String(text));
+        EXPECT_TRUE(comm.setSettings(text)) << text;
+        EXPECT_EQ(comm.Settings(), text);
     }
     for (const char* text : {"9600,N,8", "fast,N,8,1", "9600,X,8,1", "9600,N,9,1", ""}) {
-        EXPECT_FALSE(comm.setSettings(QLatin1String(text))) << text;
+        EXPECT_FALSE(comm.setSettings(text)) << text;
         EXPECT_EQ(comm.Settings(), u" 1200 , n , 8 , 1 ");
     }
 }
@@ -70,33 +58,34 @@ TEST(Settings, AreTakenOrLeft)
 class SerialControl : public ::testing::Test
 {
 protected:
-    SerialControl() : line(silence), ports{QProcessEnvironment()}, comm(ports), events(&comm, &MSComm::OnComm)
+    SerialControl()
     {
         ports.assign(1, line.device());
-        ports.assign(2, QStringLiteral("/dev/no-such-adapter"));
-        ports.assign(3, QStringLiteral("/dev/null"));
+        ports.assign(2, "/dev/no-such-adapter");
+        ports.assign(3, "/dev/null");
     }
 
-    QString failure(int number)
+    // Words of why the port cannot be opened.
+    void expectFailure(int number, const QStringList& words)
     {
         comm.setCommPort(number);
-        EXPECT_FALSE(comm.openPort());
-        EXPECT_FALSE(comm.PortOpen());
-        return comm.errorText();
+        EXPECT_FALSE(comm.openPort() || comm.PortOpen());
+        for (const QString& word : words)
+            EXPECT_TRUE(comm.errorText().contains(word)) << qPrintable(comm.errorText());
     }
 
-    ScriptedController line;
-    ComPorts ports;
-    MSComm comm;
-    QSignalSpy events;
+    ScriptedController line{[](const QByteArray&) { return QByteArray(); }};
+    ComPorts ports{QProcessEnvironment()};
+    MSComm comm{ports};
+    QSignalSpy events{&comm, &MSComm::OnComm};
+    QString lock = PortLock::of(line.device()).file;
 };
 
 TEST_F(SerialControl, TellsWhyAPortCannotBeOpened)
 {
-    EXPECT_TRUE(failure(2).contains(u"COM2 (/dev/no-such-adapter)")) << qPrintable(failure(2));
-    EXPECT_TRUE(failure(2).contains(u"plug the adapter in"));
-    EXPECT_TRUE(failure(3).contains(u"COM3 (/dev/null)")) << qPrintable(failure(3));
-    EXPECT_TRUE(failure(98).contains(u"no such port"));
+    expectFailure(2, {"COM2 (/dev/no-such-adapter)", "plug the adapter in"});
+    expectFailure(3, {"COM3 (/dev/null)"});
+    expectFailure(98, {"no such port"});
     comm.setCommPort(1);
     EXPECT_TRUE(comm.openPort()) << qPrintable(comm.errorText());
     EXPECT_TRUE(comm.errorText().isEmpty());
@@ -104,20 +93,17 @@ TEST_F(SerialControl, TellsWhyAPortCannotBeOpened)
 
 TEST_F(SerialControl, LockFilesOfNobody)
 {
-    const QByteArray lock = QFile::encodeName(PortLock::of(line.device()).file);
-    comm.setCommPort(1);
-    ASSERT_EQ(mkfifo(lock.constData(), 0600), 0);
-    const QString reason = failure(1);
-    ASSERT_EQ(unlink(lock.constData()), 0);
-    EXPECT_TRUE(reason.contains(QFile::decodeName(lock) + QStringLiteral(" is in the way"))) << qPrintable(reason);
-
-    QFile file(QFile::decodeName(lock));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("99999999\nvorlant\n");
+    ASSERT_EQ(mkfifo(QFile::encodeName(lock).constData(), 0600), 0);
+    expectFailure(1, {lock + " is in the way"});
+    ASSERT_TRUE(QFile::remove(lock));
+    QFile file(lock);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("99999999\nvorlant\n") > 0);
     file.close();
-    // In a folder with the sticky bit a user cannot take over what another one left.
-    EXPECT_TRUE(geteuid() != 0 || trueAsOtherUser([this] { return failure(1).contains(u"left by process 99999999"); }));
-    QFile removal(file.fileName() + QStringLiteral(".rmlock")); // of one that was killed while it took a lock over
+    EXPECT_TRUE(geteuid() != 0 || trueAsOtherUser([this] {
+                    expectFailure(1, {"left by process 99999999"}); // the sticky bit keeps what another user left
+                    return !HasFailure();
+                }));
+    QFile removal(lock + ".rmlock"); // of one that was killed while it took a lock over
     ASSERT_TRUE(removal.open(QIODevice::WriteOnly));
     EXPECT_TRUE(comm.openPort()) << "that of a dead process is taken over: " << qPrintable(comm.errorText());
     removal.remove();
@@ -127,16 +113,12 @@ TEST_F(SerialControl, RefusesAPortThatIsInUse)
 {
     MSComm other(ports);
     ASSERT_TRUE(other.openPort());
-    const QString reason = failure(1);
-    EXPECT_TRUE(reason.contains(QStringLiteral("in use by process %1").arg(getpid()))) << qPrintable(reason);
-    EXPECT_TRUE(reason.contains(PortLock::of(line.device()).file)) << qPrintable(reason);
+    expectFailure(1, {QString("in use by process %1").arg(getpid()), lock});
     QTemporaryDir dir;
-    const QString otherName = dir.filePath(QStringLiteral("controller"));
+    const QString otherName = dir.filePath("controller");
     ASSERT_TRUE(QFile::link(line.device(), otherName));
     ports.assign(4, otherName);
-    const QString sameReason = failure(4);
-    EXPECT_TRUE(sameReason.contains(QStringLiteral("COM4 (%1)").arg(otherName))) << qPrintable(sameReason);
-    EXPECT_TRUE(sameReason.contains(QStringLiteral("in use"))) << qPrintable(sameReason);
+    expectFailure(4, {"COM4 (" + otherName + ')', "in use"});
     other.closePort();
     EXPECT_TRUE(comm.openPort());
 }
@@ -152,7 +134,7 @@ TEST_F(SerialControl, TellsBytesFromTheThresholdOn)
     ASSERT_TRUE(events.wait());
     EXPECT_EQ(comm.Event(), CommEvent::Receive);
     EXPECT_EQ(comm.Input(), "abc");
-    EXPECT_EQ(comm.Input(), kNothing);
+    EXPECT_EQ(comm.Input(), "");
 }
 
 TEST_F(SerialControl, ClosesAndTellsWhenTheAdapterGoes)
@@ -163,7 +145,7 @@ TEST_F(SerialControl, ClosesAndTellsWhenTheAdapterGoes)
     EXPECT_EQ(comm.Event(), CommEvent::DCB);
     EXPECT_FALSE(comm.PortOpen());
     EXPECT_FALSE(comm.Output("x"));
-    EXPECT_TRUE(comm.errorText().contains(QStringLiteral("was lost"))) << qPrintable(comm.errorText());
+    EXPECT_TRUE(comm.errorText().contains("was lost")) << qPrintable(comm.errorText());
 }
 
 } // namespace

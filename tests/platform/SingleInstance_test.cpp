@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <memory>
 #include <sys/file.h>
 #include <sys/stat.h>
 
@@ -25,13 +24,13 @@ protected:
 
 TEST_F(Instance, SecondOfTheSamePlaceIsRefused)
 {
-    auto first = std::make_unique<SingleInstance>(program, path());
+    std::optional<SingleInstance> first(std::in_place, program, path());
     EXPECT_TRUE(first->isFirst());
     const SingleInstance second(program, path());
     EXPECT_FALSE(second.isFirst());
     EXPECT_EQ(second.holder(), QString::number(getpid()));
     EXPECT_EQ(second.lockFile(), first->lockFile());
-    EXPECT_TRUE(SingleInstance(QStringLiteral("/bin/sh"), path()).isFirst()) << "another program";
+    EXPECT_TRUE(SingleInstance("/bin/sh", path()).isFirst()) << "another program";
     first.reset();
     EXPECT_TRUE(isFirst());
 }

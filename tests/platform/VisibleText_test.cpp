@@ -10,13 +10,12 @@ namespace {
 
 TEST(VisibleText, ShowsWhatIsNotSeen)
 {
-    for (const QStringList& row : tableRows("platform/visible.tsv")) {
+    QList<QStringList> rows = tableRows("platform/visible.tsv");
+    rows << QStringList{"halves of a pair", QString(QChar(0xDC00)) + QChar(0xD800), "<U+DC00><U+D800>", "="};
+    for (const QStringList& row : rows) {
         EXPECT_EQ(platform::visibleText(row[1]), row[2]) << qPrintable(row[0]);
         EXPECT_EQ(platform::visibleLines(row[1]), row[3] == u"=" ? row[2] : row[3]) << qPrintable(row[0]);
     }
-    const QString lone = QString(QChar(0xDC00)) + QChar(0xD800);
-    EXPECT_EQ(platform::visibleText(lone), u"<U+DC00><U+D800>");
-    EXPECT_EQ(platform::visibleLines(lone), u"<U+DC00><U+D800>");
 }
 
 TEST(DisplayWidth, InColumns)
@@ -34,9 +33,9 @@ TEST(VisibleText, WarningsHoldIt)
     const QtMessageHandler before =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) { printed = message; });
     platform::showWarningsVisibly();
-    EXPECT_EQ(QStringLiteral("\x1b").arg(QString()), u"\x1b");
+    EXPECT_EQ(QString("\x1b").arg(QString()), u"\x1b");
     qInstallMessageHandler(before);
-    EXPECT_TRUE(printed.contains(u"\\x1b")) << qPrintable(printed);
+    EXPECT_TRUE(printed.contains("\\x1b")) << qPrintable(printed);
 }
 
 } // namespace
