@@ -35,13 +35,11 @@ TEST_F(Shipped, CopiesFollowThePackageUnlessTheyWereEdited)
         if (isDeleted)
             QFile::remove(path(copy));
 
-        const FolderNotices notices = start();
+        QStringList places;
+        for (const FolderNotice& notice : start())
+            places << notice.place << notice.detail;
         EXPECT_EQ(content(copy), bytes(5));
-        ASSERT_EQ(notices.size(), row[6] == u"told" ? 1 : 0);
-        for (const FolderNotice& notice : notices) {
-            EXPECT_EQ(notice.place, path(copy));
-            EXPECT_EQ(notice.detail, path(inPackage));
-        }
+        EXPECT_EQ(places, row[6] == u"told" ? QStringList({path(copy), path(inPackage)}) : QStringList());
         EXPECT_TRUE(start().isEmpty()) << "told once";
         EXPECT_EQ(content(copy), bytes(5));
     }

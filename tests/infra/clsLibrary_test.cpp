@@ -101,7 +101,6 @@ TEST_F(Library, TextsSwitchesAndPathsAreTakenApart)
 TEST_F(Library, ColoursAreReadAndNamed)
 {
     const std::pair<const char*, qint32> rows[] = {
-        // default 42
         {" vbRed ", 255},  {"VBRED", 0},  {"vbNothing", 42}, {"RGB.0.128.255", 0xFF8000},
         {"RGB.1.2.x", 42}, {"&hFF", 255}, {"Red", 0},        {"99999999999", 42}};
     for (const auto& [text, color] : rows)

@@ -35,16 +35,6 @@ TEST_F(Instance, SecondOfTheSamePlaceIsRefused)
     EXPECT_TRUE(isFirst());
 }
 
-TEST_F(Instance, KilledCopyLeavesNoLock)
-{
-    EXPECT_TRUE(trueInChild([this] {
-        const SingleInstance other(program, path());
-        _exit(other.isFirst() ? 0 : 1); // without giving the lock back
-        return false;
-    }));
-    EXPECT_TRUE(isFirst());
-}
-
 // Another user's, a pipe (to open it would hang), a link to a file that must not be emptied.
 TEST_F(Instance, ForeignLockFileStopsNobody)
 {
