@@ -115,4 +115,16 @@ TEST_F(Translation, ForcedFontOffGivesTheDesignedFontsBack)
     EXPECT_FALSE(content().contains("Forced") || content().contains("=20")) << content().toStdString();
 }
 
+TEST_F(Translation, TabsAndButtonsOfAToolbarAreParts)
+{
+    put("T.txt", "[Caption]\nfrmX-Tabs-3=Eins\nfrmX-Bar-7-Button4=Zwei\n");
+    FakeForm form;
+    FakeControl& tabs = form.add("Tabs", {}, platform::ControlKind::TabStrip);
+    FakeControl& bar = form.add("Bar", 7, platform::ControlKind::Toolbar);
+    tabs.numbers = {3};
+    bar.numbers = {4};
+    library.tranForm(form);
+    EXPECT_EQ(tabs.partTexts[3] + bar.partTexts[4], u"EinsZwei");
+}
+
 } // namespace

@@ -68,6 +68,7 @@ TEST_F(Library, FoldersAreMadeOnKnownDrives)
     ASSERT_TRUE(box.put("C:\\file", ""));
     EXPECT_TRUE(library.MakeDir("C:\\a\\b\\c\\") && library.DirExists("C:\\A\\B\\C"));
     EXPECT_TRUE(library.MakeDir("below") && library.DirExists("C:\\Vorlant\\below"));
+    EXPECT_TRUE(library.MakeDir("C:\\d"));
     for (const char* refused : {"C:\\a\\\\b", "C:\\", "Q:\\a\\b", "C:\\a?b", "C:\\file\\b"})
         EXPECT_FALSE(library.MakeDir(refused)) << refused;
     EXPECT_TRUE(library.FileExists("C:\\FILE"));

@@ -279,6 +279,13 @@ TEST_F(Profile, FailureIsRepeatedUntilASuccess)
     EXPECT_TRUE(set("A", "1").ok());
     QDir(box.path("later")).removeRecursively();
     EXPECT_FALSE(set("C", "1").isRepeated());
+    file = box.path("folder.ini");
+    for (int i = 0; i < 2; ++i) {
+        box.put("folder.ini/x", "");
+        EXPECT_FALSE(set("A", "1").isRepeated()) << "it could be read in between";
+        QDir(file).removeRecursively();
+        EXPECT_EQ(get("A"), u"DEF");
+    }
 }
 
 TEST_F(Profile, KilledWriterLeavesAWholeFile)
