@@ -27,7 +27,7 @@ struct PlacedForm : platform::FormPlacement
     platform::WindowState state = platform::WindowState::Normal;
     QRect bounds{0, 0, 9000, 6000}; // as designed
     std::optional<int> splitLeft;
-    QVector<QRect> screens = {kScreen};
+    QVector<QRect> screens{1, kScreen};
 };
 
 class WindowPlace : public ::testing::Test

@@ -134,9 +134,9 @@ TEST_F(Library, SettingsFillTheFileAndComeBack)
     EXPECT_TRUE(settings.m_bComm);
     EXPECT_EQ(settings.m_lCharSet, 0);
     settings.m_sFont = "ゴシック";
-    settings.m_bViewSendConf = true;
+    settings.m_bViewSendConf = settings.m_bLoadView = true;
     EXPECT_TRUE(settings.save().ok());
-    EXPECT_TRUE(file().contains("ShowSendConfForm=True"));
+    EXPECT_TRUE(file().contains("ShowSendConfForm=True") && file().contains("ShowLoadingScreen=True"));
     settings.m_sFont.clear();
     settings.load();
     EXPECT_EQ(settings.m_sFont, u"ゴシック");
