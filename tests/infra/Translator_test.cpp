@@ -59,14 +59,11 @@ TEST_F(Translation, OnlyWithoutALanguageTheTextsGoToTheDefaultFile)
 TEST_F(Translation, UnusableFilesGiveEnglishTexts)
 {
     ASSERT_TRUE(QDir().mkdir(box.path("C:\\Vorlant\\Lang\\Folder.txt")));
+    const QByteArray binary = QByteArray::fromHex("7F454C460200FFFE") + "[Id]" + QByteArray("\0=\r\r\n\x83", 6);
     const std::tuple<const char*, QByteArray, bool> rows[] = {
         {"Folder.txt", "", false},
         {"Empty.txt", "", true},
-        {"Binary.txt",
-         QByteArray("\x7F"
-                    "ELF\x02\x00\xFF\xFE[Id]\x00=\r\r\n\x83",
-                    19),
-         true},
+        {"Binary.txt", binary, true},
         {"Half.txt", "[Language]\r\nQuit?=\x8fI\x97\xb9?\r\nOt", true},
         {"Large.txt", QByteArray(Translator::kMaxFileBytes + 1, 'x'), false}};
     for (const auto& [name, bytes, isCompleted] : rows) {

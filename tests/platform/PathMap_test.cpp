@@ -44,15 +44,11 @@ TEST_F(Paths, DriveZIsTheRootWhateverTheWorkingFolder)
 TEST_F(Paths, LongestMountedFolderNamesTheDrive)
 {
     paths.mount('D', root + "/Program");
-    const std::pair<QString, const char*> rows[] = {// "~" stands for the drive's folder
-                                                    {"~", "C:\\"},
-                                                    {"~/program2", "C:\\program2"},
-                                                    {"~/program2/", "C:\\program2"},
-                                                    {"~/Program/Ini", "D:\\Ini"},
-                                                    {"~/Program", "D:\\"},
-                                                    {"~/a/../b", "C:\\b"},
-                                                    {"/usr/share", "Z:\\usr\\share"},
-                                                    {"/", "Z:\\"}};
+    // "~" stands for the drive's folder
+    const std::pair<QString, const char*> rows[] = {
+        {"~", "C:\\"},         {"~/program2", "C:\\program2"},  {"~/program2/", "C:\\program2"},
+        {"~/Program", "D:\\"}, {"~/Program/Ini", "D:\\Ini"},    {"~/a/../b", "C:\\b"},
+        {"/", "Z:\\"},         {"/usr/share", "Z:\\usr\\share"}};
     for (const auto& [machine, desktop] : rows)
         EXPECT_EQ(paths.toDesktop(QString(machine).replace('~', root)), desktop);
     EXPECT_TRUE(paths.toDesktop(root + "-neighbour").startsWith("Z:\\"));
