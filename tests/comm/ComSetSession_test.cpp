@@ -10,7 +10,8 @@
 
 namespace {
 
-const QByteArray kCatalogue = "[KXInfos]\nKXMaxCount=4\nKXModel1=KX410\nKXModel2=KX413\nKXModel3=KX620\n";
+const QByteArray kCatalogue = "[KXInfos]\nKXMaxCount=6\nKXModel1=KX410\nKXModel2=KX413\nKXModel3=KX620A\n"
+                              "KXModel4=KX620B\nKXModel5=KX6\n";
 const char* const kKX620 = "KX62000000-10A";
 const char* const kRange = "It is outside the setting range.[ 1 <= X <= 99 ]";
 const char* const kNoResponse = "There was no response.";
@@ -29,10 +30,10 @@ protected:
     ComSetFields open(const QByteArray& lines = {})
     {
         writeSettings(kCatalogue + "[Comm1]\n" + lines);
+        session.reset();
         mainLink = std::make_unique<uclComm>(ports, box.clock);
         mainLink->init(1, &library);
-        if (!owner)
-            owner = std::make_unique<RecordingOwner>(*mainLink);
+        owner = std::make_unique<RecordingOwner>(*mainLink);
         session = std::make_unique<ComSetSession>(ComSetSession::Parts{*owner, ports, library, QString()});
         return session->open();
     }
@@ -50,9 +51,8 @@ TEST_F(Session, SlaveNumbersOutsideTheRangeTouchNoPort)
     plug(kKX620);
     const ComSetFields opened = open();
     const QByteArray before = settingsFile();
-    const std::pair<const char*, bool> rows[] = {{"0", false}, {"100", false}, {"-1", false}, {"", false},
-                                                 {"x", false}, {"1", true},    {"99", true}};
-    for (const auto& [text, good] : rows) {
+    for (const char* text : {"0", "100", "-1", "", "x", "1", "99"}) {
+        const bool good = text == std::string("1") || text == std::string("99");
         ComSetFields fields = opened;
         fields.slaveText = QString::fromLatin1(text);
         fields.speedText = QStringLiteral("19200bps");
@@ -78,17 +78,15 @@ TEST_F(Session, ConfirmsAModelThatIsKnown)
         bool valid;
         const char* message; // "" for none
         const char* after;
-        int position;
-    } rows[] = {{false, "", kKX620, true, "", kKX620, 2},
-                {false, kKX620, "#silent", false, kNoResponse, "Nothing", 1},
-                {false, "", "KX99900000-10A", false, kOtherModel, "KX99900000-10A", 1},
-                {true, kKX620, "#silent", true, "", kKX620, 2},
-                {true, "KX620", "#silent", false, kOtherModel, "KX620", 1},
-                {true, "KX99900000-10A", "#silent", false, kOtherModel, "KX99900000-10A", 1}};
+    } rows[] = {{false, "", kKX620, true, "", kKX620},
+                {false, kKX620, "#silent", false, kNoResponse, "Nothing"},
+                {false, "", "KX99900000-10A", false, kOtherModel, "KX99900000-10A"},
+                {true, kKX620, "#silent", true, "", kKX620},
+                {true, "KX62000000-10", "#silent", false, kOtherModel, "KX62000000-10"}, // 13 characters
+                {true, "KX64000000-10A", "#silent", false, kOtherModel, "KX64000000-10A"},
+                {true, "KX99900000-10A", "#silent", false, kOtherModel, "KX99900000-10A"}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.modelString);
-        session.reset();
-        owner.reset();
         told = {};
         plug(row.answer, row.answer);
         ComSetFields fields = open();
@@ -98,26 +96,10 @@ TEST_F(Session, ConfirmsAModelThatIsKnown)
         EXPECT_EQ(owner->states, QList<int>{row.valid ? 1 : 0});
         EXPECT_EQ(told.texts.join(u'|').toStdString(), row.message);
         EXPECT_EQ(fields.modelString.toStdString(), row.after);
-        EXPECT_EQ(fields.modelPosition, row.position);
+        EXPECT_EQ(fields.modelPosition, row.valid ? 2 : 1) << "in the catalogue";
         EXPECT_EQ(controller->requests() == 0, row.offLine);
         EXPECT_TRUE(owner->calls.isEmpty());
     }
-}
-
-TEST_F(Session, AppliesEverythingAndReads)
-{
-    plug(kKX620);
-    ComSetFields fields = open();
-    fields.speedText = QStringLiteral("19200bps");
-    fields.chara = QString::fromLatin1(ComSetSession::kSevenBits);
-    fields.slaveText = QStringLiteral("42");
-    ASSERT_TRUE(session->confirm(fields));
-    fields.ascii = true;
-    session->apply(fields);
-    EXPECT_EQ(owner->calls.join(u'|'), u"take 42,1,2,KX62000000-10A|read, link 1");
-    const QByteArray saved = settingsFile();
-    for (const char* line : {"CommPortNo=1", "CommSpeed=19200", "CommProtocolCharacter=E,7,1"})
-        EXPECT_TRUE(saved.contains(line)) << line;
 }
 
 TEST_F(Session, WhereSettingsCannotBeKeptTheBuiltInModelsAreOffered)
@@ -133,17 +115,23 @@ TEST_F(Session, WhereSettingsCannotBeKeptTheBuiltInModelsAreOffered)
     EXPECT_TRUE(told.texts[0].startsWith(u"The settings were not saved: ")) << qPrintable(told.texts[0]);
 }
 
-TEST_F(Session, PortAndFormatOutsideTheListsAreKept)
+// A port and a format outside the lists are kept.
+TEST_F(Session, AppliesEverythingAndReads)
 {
     plug(kKX620);
     ports.assign(12, controller->device());
     ComSetFields fields = open("CommPortNo=12\nCommProtocolCharacter=E,8,1\n");
     EXPECT_EQ(session->otherChara(), u"E,8,1");
+    fields.speedText = QStringLiteral("19200bps");
+    fields.slaveText = QStringLiteral("42");
     ASSERT_TRUE(session->confirm(fields));
+    fields.ascii = true;
     session->apply(fields);
+    EXPECT_EQ(owner->calls.join(u'|'), u"take 42,1,2,KX62000000-10A|read, link 1");
     EXPECT_EQ(mainLink->Port(), 12);
-    EXPECT_TRUE(settingsFile().contains("CommPortNo=12"));
-    EXPECT_TRUE(settingsFile().contains("CommProtocolCharacter=E,8,1"));
+    const QByteArray saved = settingsFile();
+    for (const char* line : {"CommPortNo=12", "CommSpeed=19200", "CommProtocolCharacter=E,8,1"})
+        EXPECT_TRUE(saved.contains(line)) << line;
 }
 
 } // namespace

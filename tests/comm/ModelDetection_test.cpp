@@ -1,12 +1,10 @@
 #include "ModelDetection.h"
 
 #include "DetectionFixture.h"
-#include "ModelCodes.h"
 #include "Table.h"
+#include "clsLog.h"
 
 #include <QCoreApplication>
-
-#include <tuple>
 
 namespace {
 
@@ -23,11 +21,10 @@ protected:
         link = std::make_unique<uclComm>(ports, box.clock);
         link->init(1, &library);
         detection = std::make_unique<ModelDetection>(*link, library, commandLine);
-        detection->Logs(errorLog, traceLog);
+        detection->Logs(errorLog, noLog());
     }
 
-    QByteArray bytesOf(const QString& answer) const { return box.machine.codePage.fromText(answer); }
-
+    clsLog errorLog{box.machine};
     std::unique_ptr<uclComm> link;
     std::unique_ptr<ModelDetection> detection;
 };
@@ -36,7 +33,8 @@ TEST_F(Detecting, EndsAsTheTableSays)
 {
     for (const QStringList& row : tableRows("comm/conversations.tsv")) {
         SCOPED_TRACE(row[0].toStdString());
-        plug(bytesOf(row[2]), bytesOf(row[3]));
+        const platform::CodePage& codePage = box.machine.codePage;
+        plug(codePage.fromText(row[2]), codePage.fromText(row[3]));
         start();
         detection->setModelString(row[1]);
         const Detection ended = detection->detect(1, 0, kCodes);
@@ -49,21 +47,28 @@ TEST_F(Detecting, EndsAsTheTableSays)
     }
 }
 
-TEST_F(Detecting, StopEndsTheWaitAtOnceAndALateReplyIsDropped)
+TEST_F(Detecting, StopAndTheEndOfTheProgramEndTheWaitAtOnce)
 {
-    plug([this](const QByteArray& request) {
-        QTimer::singleShot(0, &pulse, [this] { detection->stop(); });
-        return controller->requests() == 1 ? QByteArray() : answer(request, kDetected);
-    });
-    start();
-    detection->setModelString(QString::fromLatin1(kOld));
-    const QDateTime before = box.clock.now();
-    EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::Stopped);
-    EXPECT_EQ(box.clock.now(), before) << "not the time-out";
-    controller->send(answer(QByteArray::fromHex("0142"), kDetected));
-    for (int i = 0; i < 5; ++i)
-        QCoreApplication::processEvents();
-    EXPECT_EQ(detection->modelString().toStdString(), kOld);
+    for (const bool isStop : {true, false}) {
+        plug([this, isStop](const QByteArray&) {
+            QTimer::singleShot(0, &pulse, [this, isStop] { isStop ? detection->stop() : QCoreApplication::quit(); });
+            return QByteArray();
+        });
+        start();
+        detection->setModelString(QString::fromLatin1(kOld));
+        const QDateTime before = box.clock.now();
+        Detection ended{DetectionResult::Found, 0};
+        QTimer::singleShot(0, &pulse, [&] {
+            ended = detection->detect(1, 0, kCodes);
+            QCoreApplication::quit();
+        });
+        QCoreApplication::exec();
+        EXPECT_EQ(ended.result, DetectionResult::Stopped);
+        EXPECT_EQ(box.clock.now(), before) << "not the time-out";
+        controller->send(answer(QByteArray::fromHex("0142"), kDetected));
+        settle();
+        EXPECT_EQ(detection->modelString().toStdString(), kOld) << "a late reply is dropped";
+    }
 }
 
 // The reply that a question of long ago did not get is not waited for, however the ones since then begin.
@@ -75,22 +80,10 @@ TEST_F(Detecting, AnOldSilenceDelaysNothing)
     });
     start();
     ASSERT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::NoAnswer);
+    idle.reset();
     box.clock.advance(600000);
     QTimer::singleShot(2000, &pulse, [this] { detection->stop(); }); // nothing else would end a wait
     EXPECT_EQ(detection->detect(1, 0, kCodes).result, DetectionResult::Found);
-}
-
-TEST_F(Detecting, TheEndOfTheProgramEndsTheWait)
-{
-    plug([](const QByteArray&) {
-        QCoreApplication::quit();
-        return QByteArray();
-    });
-    start();
-    Detection ended{DetectionResult::Found, 0};
-    QTimer::singleShot(0, &pulse, [&] { ended = detection->detect(1, 0, kCodes); });
-    QCoreApplication::exec();
-    EXPECT_EQ(ended.result, DetectionResult::Stopped);
 }
 
 TEST_F(Detecting, ASecondDetectionInsideTheFirstIsRefused)
@@ -106,25 +99,11 @@ TEST_F(Detecting, ASecondDetectionInsideTheFirstIsRefused)
     EXPECT_EQ(controller->requests(), 1);
 }
 
-TEST(ModelCodes, SelectTheFirstEntryThatBeginsAlike)
-{
-    using M = modelcodes::Match;
-    const QStringList codes{QStringLiteral("KX410"), QStringLiteral("KX620A"), QStringLiteral("KX620B"),
-                            QStringLiteral("KX6")};
-    const std::tuple<const char*, M, int> rows[] = {{"KX62000000-10A", M::Found, 1}, // by its first five characters
-                                                    {"KX64000000-10A", M::NotFound, -1},
-                                                    {"KX41000000-10", M::NotFound, -1}, // 13 characters
-                                                    {"Nothing", M::NoAnswer, -1}};
-    for (const auto& [text, match, position] : rows) {
-        const modelcodes::Selection selection = modelcodes::select(QString::fromLatin1(text), codes);
-        EXPECT_EQ(selection.match, match) << text;
-        EXPECT_EQ(selection.position, position) << text;
-    }
-}
-
 TEST_F(Detecting, BadSlaveNumberSendsNothing)
 {
     plug(kDetected);
+    errorLog.setLogPath(QStringLiteral("C:\\Vorlant\\Log"));
+    errorLog.setLogFileName(QStringLiteral("Err.log"));
     start();
     EXPECT_FALSE(detection->getModelFromKX(248, QStringLiteral("&hFBC0")));
     EXPECT_EQ(controller->requests(), 0);

@@ -10,72 +10,52 @@
 
 namespace {
 
-struct RequestCase
-{
-    const char* name;
-    bool (*build)(clsModbus&);
-    const char* frame; // binary frame without check value
-    int rtuReply;
-    int asciiReply;
-};
-
-void fillBytes(clsModbus& modbus)
-{
-    for (int i = 1; i <= 3; ++i)
-        modbus.setDigitalVal(i, static_cast<quint8>(0x10 * i));
-}
-
-bool writeRegisters(clsModbus& modbus)
-{
-    return modbus.WriteAnalogSetValues(40001, {0, 1, -1}, 2);
-}
-
-bool writeFloats(clsModbus& modbus)
-{
-    return modbus.WriteFloatingData(50003, {0, 1.5F}, 1);
-}
-
 TEST(Request, IsFramedInBothModes)
 {
     using M = clsModbus;
-    const RequestCase rows[] = {
-        {"Coils", [](M& m) { return m.ReadDigitalSetValue(1, 9); }, "010100000009", 7, 15},
-        {"Discretes", [](M& m) { return m.ReadDigitalInputData(10011, 16); }, "0102000A0010", 7, 15},
-        {"Holding", [](M& m) { return m.ReadAnalogSetValue(40001, 10); }, "01030000000A", 25, 51},
-        {"LastReference", [](M& m) { return m.ReadAnalogSetValue(50000, 120); }, "0103270F0078", 245, 491},
-        {"Inputs", [](M& m) { return m.ReadAnalogInputData(30002, 1); }, "010400010001", 7, 15},
-        {"WriteCoil", [](M& m) { return m.WriteDigitalSetValue(10000, true); }, "0105270FFF00", 8, 17},
-        {"ClearCoil", [](M& m) { return m.WriteDigitalSetValue(1, false); }, "010500000000", 8, 17},
-        {"WriteRegister", [](M& m) { return m.WriteAnalogSetValue(40002, -2); }, "01060001FFFE", 8, 17},
-        {"WriteRegisters", writeRegisters, "011000000002040001FFFF", 8, 17},
-        {"ReadMemory", [](M& m) { return m.ReadDirectMemory(0xFBC0, 8); }, "0142000000FBC008", 14, 29},
-        {"NegativeAddress", [](M& m) { return m.ReadDirectMemory(-32768, 8); }, "0142000000800008", 14, 29},
-        {"WriteMemory", [](M& m) { return m.WriteDirectMemory(0x8000, 3); }, "0142010000800003102030", 10, 21},
-        {"ReadFloats", [](M& m) { return m.ReadFloatingData(50001, 2); }, "01460000000002", 14, 29},
-        {"WriteFloats", writeFloats, "01470000020001040000C03F", 9, 19}};
-    for (const RequestCase& row : rows) {
+    const struct
+    {
+        const char* name;
+        bool (*build)(M&);
+        const char* frame; // binary frame without check value
+        int rtuReply;
+    } rows[] = {{"Coils", [](M& m) { return m.ReadDigitalSetValue(1, 9); }, "010100000009", 7},
+                {"Discretes", [](M& m) { return m.ReadDigitalInputData(10011, 16); }, "0102000A0010", 7},
+                {"Holding", [](M& m) { return m.ReadAnalogSetValue(40001, 10); }, "01030000000A", 25},
+                {"LastReference", [](M& m) { return m.ReadAnalogSetValue(50000, 120); }, "0103270F0078", 245},
+                {"Inputs", [](M& m) { return m.ReadAnalogInputData(30002, 1); }, "010400010001", 7},
+                {"WriteCoil", [](M& m) { return m.WriteDigitalSetValue(10000, true); }, "0105270FFF00", 8},
+                {"ClearCoil", [](M& m) { return m.WriteDigitalSetValue(1, false); }, "010500000000", 8},
+                {"WriteOne", [](M& m) { return m.WriteAnalogSetValue(40002, -2); }, "01060001FFFE", 8},
+                {"Write",
+                 [](M& m) {
+                     return m.WriteAnalogSetValues(40001, {0, 1, -1}, 2);
+                 },
+                 "011000000002040001FFFF", 8},
+                {"ReadMemory", [](M& m) { return m.ReadDirectMemory(0xFBC0, 8); }, "0142000000FBC008", 14},
+                {"NegativeAddress", [](M& m) { return m.ReadDirectMemory(-32768, 8); }, "0142000000800008", 14},
+                {"WriteMemory", [](M& m) { return m.WriteDirectMemory(0x8000, 3); }, "0142010000800003102030", 10},
+                {"ReadFloats", [](M& m) { return m.ReadFloatingData(50001, 2); }, "01460000000002", 14},
+                {"Floats",
+                 [](M& m) {
+                     return m.WriteFloatingData(50003, {0, 1.5F}, 1);
+                 },
+                 "01470000020001040000C03F", 9}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         const QByteArray frame = QByteArray::fromHex(row.frame);
         for (const int mode : {0, 1}) {
             clsModbus modbus;
             modbus.setSlaveAddress(1);
             modbus.setTransmissionMode(mode);
-            fillBytes(modbus);
+            modbus.setDigitalVals({1, "\x10\x20\x30"});
             EXPECT_EQ(modbus.RecvSize(), 0);
             ASSERT_TRUE(row.build(modbus));
             EXPECT_EQ(modbus.GetSendMessage(), modbusframe::toWire(frame, mode == 1));
             EXPECT_EQ(modbus.SendSize(), mode == 1 ? 2 * (frame.size() + 1) + 3 : frame.size() + 2);
-            EXPECT_EQ(modbus.RecvSize(), mode == 1 ? row.asciiReply : row.rtuReply);
+            EXPECT_EQ(modbus.RecvSize(), mode == 1 ? 2 * row.rtuReply + 1 : row.rtuReply);
         }
     }
-}
-
-TEST(Frame, CheckValuesOfKnownFrames)
-{
-    EXPECT_EQ(modbusframe::toWire(QByteArray::fromHex("01030000000A"), false), QByteArray::fromHex("01030000000AC5CD"));
-    EXPECT_EQ(modbusframe::toWire(QByteArray::fromHex("0142000000FBC008"), false),
-              QByteArray::fromHex("0142000000FBC008C3F4"));
-    EXPECT_EQ(modbusframe::toWire(QByteArray::fromHex("01030000000A"), true), ":01030000000AF2\r\n");
 }
 
 QByteArray rtu(const QByteArray& hex)
@@ -107,26 +87,20 @@ TEST(ReplyValues, AreInterpretedByFunction)
         return modbus.SetRecvMessage(bytes, static_cast<qint32>(bytes.size()));
     };
     modbus.ReadAnalogSetValue(40001, 2);
+    QByteArray bytes = rtu("0103040001FFFE");
+    EXPECT_FALSE(modbus.SetRecvMessage(bytes, 10)) << "more than there is";
     ASSERT_TRUE(take("0103040001FFFE"));
-    EXPECT_EQ(modbus.AlalogVal(1), 1);
     EXPECT_EQ(modbus.AlalogVal(2), -2);
-    EXPECT_EQ(modbus.GetRecvMessage(), rtu("0103040001FFFE"));
-    modbus.ReadDirectMemory(0x8000, 2);
-    EXPECT_EQ(modbus.GetRecvMessage().size(), 8) << "as long as the reply that is expected now";
-    QByteArray bytes = rtu("01420002A1B2");
-    EXPECT_FALSE(modbus.SetRecvMessage(bytes, 9)) << "more than there is";
-    ASSERT_TRUE(take("01420002A1B2"));
-    EXPECT_EQ(modbus.DigitalVal(2), 0xB2);
+    EXPECT_EQ(modbus.GetRecvMessage(), bytes);
     modbus.ReadFloatingData(50001, 1);
+    EXPECT_EQ(modbus.GetRecvMessage().size(), 10) << "as long as the reply that is expected now";
     ASSERT_TRUE(take("014600040000C03F"));
     EXPECT_EQ(modbus.FloatingVal(1), 1.5F);
     modbus.WriteAnalogSetValue(40001, 5);
     EXPECT_FALSE(take("010600000006")) << "the echo differs in its value";
     EXPECT_TRUE(take("010600000005"));
     modbus.WriteFloatingData(50001, {0, 1.0F}, 1);
-    EXPECT_TRUE(take("014700"
-                     "0000"
-                     "0001"));
+    EXPECT_TRUE(take("01470000000001"));
 }
 
 TEST(Arguments, AreRefusedAndKeepTheRequest)
@@ -173,33 +147,6 @@ TEST(Conversions, OfNumbersAndControlCharacters)
         EXPECT_FLOAT_EQ(clsModbus::IntToFloat(1234, static_cast<qint16>(places)), value) << places;
     EXPECT_EQ(clsModbus::ChangeMsg(QStringLiteral(":01\r\n\x1f \u3042")), u":01<CR><LF><US> <\?\?\?>");
     EXPECT_EQ(clsModbus::ByteToInt(QByteArray::fromHex("0180"), 1), -32768) << "a missing byte counts as 0";
-}
-
-TEST(Slave, AnswersByEvents)
-{
-    clsModbus slave;
-    slave.setMasterMode(true);
-    slave.setSlaveAddress(1);
-    bool supports = true;
-    QObject::connect(&slave, &clsModbus::FunctionCodeSupported, [&](int, bool& supported) { supported = supports; });
-    QObject::connect(&slave, &clsModbus::ReadHoldingRegisters, [&](int start, int quantity, bool& illegal) {
-        illegal = start != 0;
-        if (!illegal)
-            slave.ResponsReadHoldingRegisters(2 * quantity, {0, 7, -1});
-    });
-    const auto ask = [&](const char* hex) {
-        QByteArray bytes = rtu(hex);
-        EXPECT_FALSE(slave.SetRecvMessage(bytes, static_cast<qint32>(bytes.size())));
-        return slave.GetSendMessage();
-    };
-    EXPECT_EQ(ask("010300000002"), rtu("0103040007FFFF"));
-    EXPECT_EQ(ask("010300010002"), rtu("018302"));
-    EXPECT_EQ(ask("010300000000"), rtu("018303"));
-    EXPECT_EQ(ask("0110000000020300010001"), rtu("019003")) << "byte count and quantity disagree";
-    supports = false;
-    EXPECT_EQ(ask("010300000002"), rtu("018301"));
-    EXPECT_EQ(ask("01C800000002"), rtu("018301")) << "no response, as none could name the function code";
-    EXPECT_EQ(slave.RecvSize(), 0);
 }
 
 } // namespace

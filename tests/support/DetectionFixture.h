@@ -1,36 +1,27 @@
 #pragma once
 
+#include "IdleClock.h"
 #include "ScriptedController.h"
 #include "SoundController.h"
 #include "TestMachine.h"
 #include "clsLibrary.h"
-#include "clsLog.h"
 #include "uclComm.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
 
 // COM1 on a scripted controller that knows what it holds at FBC0 and FBC8. A clock that stands still lets a request
 // time out only when the controller stays silent.
 class DetectionFixture : public ::testing::Test
 {
 protected:
-    // What the controller does when it is asked, beside answering with a text.
     static constexpr const char* kSilent = "#silent";
-    static constexpr const char* kDamaged = "#damaged";
-    static constexpr const char* kException = "#exception";
-    static constexpr const char* kForeign = "#foreign";
 
-    DetectionFixture()
-        : library(box.context), ports{QProcessEnvironment()}, errorLog(box.machine), traceLog(box.machine)
-    {
-        for (auto [log, name] : {std::pair(&errorLog, "Err.log"), std::pair(&traceLog, "Trc.log")}) {
-            log->setLogPath(QStringLiteral("C:\\Vorlant\\Log"));
-            log->setLogFileName(QLatin1String(name));
-        }
-    }
+    DetectionFixture() : library(box.context), ports{QProcessEnvironment()} {}
 
     void plug(ScriptedController::Answer answer)
     {
@@ -45,31 +36,31 @@ protected:
         });
     }
 
+    // how: #silent, #damaged, #exception, #foreign (another function), else the bytes of the reply.
     QByteArray answer(const QByteArray& request, const QByteArray& how)
     {
-        // An exception is shorter than the reply that is awaited.
-        if (how == kSilent || how == kException)
-            QTimer::singleShot(0, &pulse, [this] { passTime(); });
+        idle.reset();
+        if (how == kSilent || how == "#exception") // which is shorter than the reply that is awaited
+            idle.emplace(box.clock, 7000);
+        const QByteArray slave = request.left(1);
         if (how == kSilent)
             return {};
-        if (how == kException)
-            return soundController::rtu(request.left(1) + QByteArray::fromHex("C202"));
-        if (how == kForeign)
-            return soundController::rtu(request.left(1) + QByteArray::fromHex("030F") + QByteArray(15, 'K'));
-        QByteArray reply = soundController::rtu(request.left(2) + QByteArray::fromHex("000E") +
-                                                (how == kDamaged ? QByteArray(14, 'K') : how));
-        if (how == kDamaged)
+        if (how == "#exception")
+            return soundController::rtu(slave + QByteArray::fromHex("C202"));
+        if (how == "#foreign")
+            return soundController::rtu(slave + QByteArray::fromHex("030F") + QByteArray(15, 'K'));
+        const bool isDamaged = how == "#damaged";
+        QByteArray reply =
+            soundController::rtu(slave + QByteArray::fromHex("42000E") + (isDamaged ? QByteArray(14, 'K') : how));
+        if (isDamaged)
             reply.back() = static_cast<char>(~reply.back());
         return reply;
     }
 
-    // Until the link gives the request up. In steps, so that bytes that are on the way are taken first.
-    void passTime()
+    void settle()
     {
-        if (++steps % 10 == 0)
-            box.clock.advance(7000);
-        else
-            QTimer::singleShot(0, &pulse, [this] { passTime(); });
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
     }
 
     QByteArray settingsFile() const { return box.content(kSettings); }
@@ -85,9 +76,7 @@ protected:
     TestMachine box;
     clsLibrary library;
     platform::ComPorts ports;
-    clsLog errorLog;
-    clsLog traceLog;
     std::unique_ptr<ScriptedController> controller;
+    std::optional<IdleClock> idle;
     QObject pulse;
-    int steps = 0;
 };

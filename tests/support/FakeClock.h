@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 #include <algorithm>
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -35,6 +36,8 @@ public:
     }
 
 private:
+    static constexpr qint64 kNever = std::numeric_limits<qint64>::max();
+
     class FakeTimer : public platform::Timer
     {
     public:
@@ -44,27 +47,21 @@ private:
         {
             interval = std::max(intervalMs, 1);
             due = m_clock.m_elapsed + interval;
-            active = true;
         }
-        void stop() override { active = false; }
-        bool isActive() const override { return active; }
+        void stop() override { due = kNever; }
+        bool isActive() const override { return due != kNever; }
 
-        qint64 due = 0;
+        qint64 due = kNever;
         int interval = 1;
-        bool active = false;
 
     private:
         FakeClock& m_clock;
     };
 
-    FakeTimer* nextDue(qint64 end)
+    FakeTimer* nextDue(qint64 end) const
     {
-        FakeTimer* next = nullptr;
-        for (FakeTimer* timer : m_timers) {
-            if (timer->active && timer->due <= end && (next == nullptr || timer->due < next->due))
-                next = timer;
-        }
-        return next;
+        const auto next = std::ranges::min_element(m_timers, {}, &FakeTimer::due);
+        return next != m_timers.end() && (*next)->due <= end ? *next : nullptr;
     }
 
     QDateTime m_start{QDate(2007, 3, 5), QTime(14, 7, 9)};

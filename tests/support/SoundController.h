@@ -1,6 +1,6 @@
 #pragma once
 
-#include "clsModbus.h"
+#include "ModbusFrame.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -13,12 +13,9 @@ namespace soundController {
 
 inline const QByteArray kModel = "KX41000000-10A";
 
-inline QByteArray rtu(QByteArray frame)
+inline QByteArray rtu(const QByteArray& frame)
 {
-    const auto length = static_cast<qint32>(frame.size());
-    frame.append(2, '\0');
-    clsModbus::MakeCRC16(frame, length);
-    return frame;
+    return modbusframe::toWire(frame, false);
 }
 
 inline bool asksFor(const QByteArray& request, const char* hexAddress)
@@ -35,7 +32,7 @@ inline QByteArray reply(const QByteArray& request, const QByteArray& model = kMo
     const int count = static_cast<quint8>(request.at(7));
     QByteArray data = asksFor(request, "0000FBC0") ? model : QByteArray();
     while (data.size() < count)
-        data.append(static_cast<char>(data.size() + 1));
+        data += static_cast<char>(data.size() + 1);
     return rtu(head + '\0' + static_cast<char>(count) + data.left(count));
 }
 

@@ -1,70 +1,124 @@
-#include "ComSetSession.h"
-#include "FaultMatrixFixture.h"
-#include "RecordingOwner.h"
+#include "ModelDetection.h"
+#include "SimulatorLine.h"
+#include "Table.h"
+#include "TransferFixture.h"
 
-#include <QFile>
+#include <QRegularExpression>
 #include <QTimer>
-
-#include <cctype>
-#include <string>
-#include <vector>
 
 namespace {
 
-struct Cell
-{
-    QString transfer; // detect, read, one (parameter), block or all (write)
-    int mode = 0;
-    QString fault;
-    QString outcome; // the other columns, as the test puts them together
-};
-
-void PrintTo(const Cell& cell, std::ostream* out)
-{
-    *out << qPrintable(cell.transfer) << ' ' << (cell.mode == 0 ? "RTU" : "ASCII") << ' ' << qPrintable(cell.fault);
-}
-
-// The cells of the table; a row for both modes is two cells.
-std::vector<Cell> readTable()
-{
-    std::vector<Cell> cells;
-    QFile file(QStringLiteral(VORLANT_TEST_DATA "/transfer/fault_matrix.tsv"));
-    if (!file.open(QIODevice::ReadOnly))
-        return cells;
-    const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
-    for (const QString& text : lines) {
-        const QStringList fields = text.split(u'\t', Qt::SkipEmptyParts);
-        if (text.startsWith(u'#') || fields.size() != 8)
-            continue;
-        for (const auto& [mode, name] : {std::pair(0, u"rtu"), std::pair(1, u"ascii")}) {
-            if (fields[1] == QStringView(name) || fields[1] == u"both")
-                cells.push_back({fields[0], mode, fields[2], fields.mid(3).join(u'\t')});
-        }
-    }
-    return cells;
-}
-
-class FaultMatrix : public FaultMatrixFixture, public ::testing::WithParamInterface<Cell>
+// A simulated controller on a pseudo-terminal with the program's link, engine and detection at the other end, in one
+// process. It has one parameter of every kind that a transfer treats in a way of its own, and every section has a reply
+// of another length or function.
+class SimulatedTransfer : public TransferFixture
 {
 protected:
-    // A value that the user enters, and where it goes at the controller.
+    void start(int mode, const char* model = "matrix")
+    {
+        idle.emplace(box.clock);
+        loadModel(model, mode);
+        atStart = values();
+        line = std::make_unique<SimulatorLine>(*controller, Faults(), 0, box.clock);
+        QObject::connect(line.get(), &SimulatorLine::traced, line.get(), [this] { touchClock(); });
+        ASSERT_TRUE(line->openTerminal()) << qPrintable(line->errorText());
+        openEngine(line->path());
+    }
+
+    // Values at the controller that are not those of the definition.
+    void turnTheKnobs()
+    {
+        clsModbus master;
+        master.setSlaveAddress(1);
+        master.setTransmissionMode(state.transmissionMode());
+        master.setDigitalVals({1, QByteArray::fromHex("0315000041200000")});
+        master.WriteDirectMemory(0x8000, 8);
+        controller->answer(master.GetSendMessage());
+        master.WriteAnalogSetValue(40001, 77);
+        controller->answer(master.GetSendMessage());
+        master.WriteDigitalSetValue(1, true);
+        controller->answer(master.GetSendMessage());
+    }
+
+    void setFault(const QString& text)
+    {
+        Faults faults(1);
+        QString error;
+        ASSERT_TRUE(text.isEmpty() || text == u"none" || faults.add(text, error)) << qPrintable(error);
+        line->setFaults(faults);
+    }
+
+    // Whether the image holds what the controller holds now.
+    bool agrees(const clsKXAdr& image) const
+    {
+        static const QHash<QString, QString> kTables{{QStringLiteral("GetAnalogInput"), QStringLiteral("IREG ")},
+                                                     {QStringLiteral("GetAnalogSet"), QStringLiteral("REG ")},
+                                                     {QStringLiteral("GetDigitalSet"), QStringLiteral("COIL ")}};
+        if (image.m_bModbus)
+            return values().value(kTables.value(image.Cmd(1)) + image.Adr(1)).toInt() == image.getInteger(QString(), 0);
+        return image.getOrgData().left(image.imageSize()).toHex().toUpper().toStdString() ==
+               memory(image.StartAddress().toInt(nullptr, 16), image.imageSize());
+    }
+
+    // The images that were filled by the last read, and hold what the controller holds now or something else.
+    QStringList readImages(bool agreeing)
+    {
+        QStringList sections;
+        for (int i = 0; i < kx.ColAdr().count(); ++i) {
+            const clsKXAdr& image = kx.ColAdr().at(i);
+            if (image.isFilled() && agrees(image) == agreeing)
+                sections << image.Section();
+        }
+        return sections;
+    }
+    QString images() // that agree
+    {
+        const auto count = readImages(true).size();
+        return count == 0                    ? QStringLiteral("none")
+               : count < kx.ColAdr().count() ? QStringLiteral("partly")
+                                             : QStringLiteral("all");
+    }
+    void expectNoWrongImages() { EXPECT_EQ(readImages(false).join(u' ').toStdString(), ""); }
+
+    std::unique_ptr<SimulatorLine> line;
+    QHash<QString, QString> atStart;
+};
+
+// The rows of the table: transfer (detect, read, one parameter, block or all to write), mode, fault; then how it ends.
+// One for both modes is two.
+QList<QStringList> cells()
+{
+    QList<QStringList> found;
+    for (QStringList row : tableRows("transfer/fault_matrix.tsv")) {
+        const QString modes = row[1] == u"both" ? QStringLiteral("rtu ascii") : row[1];
+        for (const QString& mode : modes.split(u' ')) {
+            row[1] = mode;
+            found << row;
+        }
+    }
+    return found;
+}
+
+class FaultMatrix : public SimulatedTransfer, public ::testing::WithParamInterface<QStringList>
+{
+protected:
+    // The values that the user enters, and where they go at the controller.
     struct Entry
     {
         const char* tag;
         const char* data;
-        int block;
+        const char* transfers; // in which it goes out
         QHash<QString, QString> stored;
     };
-
-    static const std::vector<Entry>& entries()
+    inline static const std::vector<Entry> kEntries{
+        {"VQSV1", "123", "one block all", {{"MEM 8000", "00"}, {"MEM 8001", "7B"}}},
+        {"VQF1", "2.5", "block all", {{"MEM 8004", "40"}, {"MEM 8005", "20"}, {"MEM 8006", "00"}, {"MEM 8007", "00"}}},
+        {"SWB1", "0", "block all", {{"MEM 8100", "00"}}},
+        {"PQREG", "88", "all", {{"REG 40001", "88"}}},
+        {"PQRUN", "0", "all", {{"COIL 1", "0"}}}};
+    static bool goesOut(const Entry& entry, const QString& transfer)
     {
-        static const std::vector<Entry> kEntries{
-            {"VQSV1", "123", 1, {{"MEM 8000", "00"}, {"MEM 8001", "7B"}}},
-            {"VQF1", "2.5", 1, {{"MEM 8004", "40"}, {"MEM 8005", "20"}, {"MEM 8006", "00"}, {"MEM 8007", "00"}}},
-            {"SWB1", "0", 1, {{"MEM 8100", "00"}}},
-            {"PQREG", "88", 2, {{"REG 40001", "88"}}},
-            {"PQRUN", "0", 2, {{"COIL 1", "0"}}}};
-        return kEntries;
+        return QLatin1String(entry.transfers).contains(transfer);
     }
 
     void run(const QString& transfer)
@@ -84,36 +138,25 @@ protected:
 
     void detect()
     {
-        RecordingOwner owner(*link);
-        owner.slave = state.slaveAddress();
-        owner.mode = state.transmissionMode();
-        ComSetSession session({owner, ports, library, QString()});
-        session.Logs(noLog(), trace);
-        ComSetFields fields = session.open();
-        const bool isConfirmed = session.confirm(fields);
-        state.setState(isConfirmed ? MainState::Confirmed : MainState::NoConnection);
-        EXPECT_EQ(owner.states, QList<int>{isConfirmed ? 1 : 0});
+        ModelDetection detection(*link, library, QString());
+        detection.Logs(noLog(), trace);
+        const auto ended = detection.detect(1, state.transmissionMode(), {kModelString}).result;
+        state.setState(ended == DetectionResult::Found ? MainState::Confirmed : MainState::NoConnection);
+        window.messages << detection.failure();
+        window.messages.removeAll(QString());
     }
-
-    static bool isWrite(const QString& transfer) { return transfer != u"detect" && transfer != u"read"; }
 
     // A write begins with the controller's values in the grid and some of them changed by the user.
     void prepare(const QString& transfer)
     {
-        if (!isWrite(transfer))
+        if (transfer == u"detect" || transfer == u"read")
             return;
         engine->getDataFromKX(nullptr);
         ASSERT_EQ(images(), u"all");
-        for (const Entry& entry : entries()) {
+        for (const Entry& entry : kEntries) {
             if (goesOut(entry, transfer))
                 kx.setData(QString::fromLatin1(entry.tag), QString::fromLatin1(entry.data), false);
         }
-    }
-
-    static bool goesOut(const Entry& entry, const QString& transfer)
-    {
-        return transfer == u"all" || (transfer == u"block" && entry.block == 1) ||
-               (transfer == u"one" && entry.tag == QByteArray("VQSV1"));
     }
 
     // What became of the controller's memory.
@@ -121,7 +164,7 @@ protected:
     {
         const QHash<QString, QString> now = values();
         QHash<QString, QString> intended = before;
-        for (const Entry& entry : entries()) {
+        for (const Entry& entry : kEntries) {
             if (goesOut(entry, transfer))
                 intended.insert(entry.stored);
         }
@@ -132,98 +175,76 @@ protected:
         return now == intended ? QStringLiteral("written") : QStringLiteral("damaged");
     }
 
-    struct Lines
-    {
-        int sent;
-        int good;
-        int bad;
-    };
-    Lines lines() { return {traceLines(")S:"), traceLines("(Scces)R:"), traceLines("(Error)R:")}; }
-    QString linesSince(const Lines& before)
-    {
-        const Lines now = lines();
-        return QStringLiteral("%1/%2/%3")
-            .arg(now.sent - before.sent)
-            .arg(now.good - before.good)
-            .arg(now.bad - before.bad);
-    }
+    QList<int> lines() { return {traceLines(")S:"), traceLines("(Scces)R:"), traceLines("(Error)R:")}; }
 };
 
 TEST_P(FaultMatrix, EndsAsTheTableSays)
 {
-    const Cell& cell = GetParam();
-    start(cell.mode);
+    const QString transfer = GetParam()[0];
+    start(GetParam()[1] == u"ascii" ? 1 : 0);
     turnTheKnobs();
     ASSERT_NE(values(), atStart);
-    prepare(cell.transfer);
+    prepare(transfer);
     const QHash<QString, QString> before = values();
-    const Lines traced = lines();
-    setFault(cell.fault == u"none" ? QString() : cell.fault);
-    run(cell.transfer);
+    const QList<int> earlier = lines();
+    setFault(GetParam()[2]);
+    run(transfer);
+    QStringList counts;
+    for (int i = 0; i < earlier.size(); ++i)
+        counts << QString::number(lines()[i] - earlier[i]);
     const QStringList outcome{window.messages.isEmpty() ? QStringLiteral("-") : window.messages.join(u'|'),
-                              QString::number(static_cast<int>(state.state())), linesSince(traced), images(),
-                              change(before, cell.transfer)};
-    EXPECT_EQ(outcome.join(u'\t').toStdString(), cell.outcome.toStdString());
+                              QString::number(static_cast<int>(state.state())), counts.join(u'/'), images(),
+                              change(before, transfer)};
+    EXPECT_EQ(outcome.join(u'\t').toStdString(), GetParam().mid(3).join(u'\t').toStdString());
     const bool isReadBack = engine->lastRead().outcome == ReadOutcome::Complete;
-    if (isWrite(cell.transfer) && (cell.transfer == u"one" || !isReadBack)) {
-        // Nobody could look: what is not known to be there stays in the grid, to be sent again.
-        for (const QString& tag : engine->lastWrite().unsent)
-            EXPECT_EQ(kx.getDataByTag(tag)->Edit, EditState::kChanged) << qPrintable(tag);
-    } else {
-        EXPECT_EQ(wrongImages().join(u' ').toStdString(), "");
-    }
+    // Where nobody could look, what is not known to be there stays in the grid, to be sent again.
+    for (const QString& tag : engine->lastWrite().unsent)
+        EXPECT_TRUE(isReadBack || kx.getDataByTag(tag)->Edit == EditState::kChanged) << qPrintable(tag);
+    if (engine->lastWrite().unsent.isEmpty() || isReadBack)
+        expectNoWrongImages();
     EXPECT_FALSE(window.progressShown);
     EXPECT_FALSE(engine->isBusy());
 
     // Late replies may still be on their way.
     setFault(QString());
-    prepare(cell.transfer);
-    run(cell.transfer);
+    prepare(transfer);
+    run(transfer);
     EXPECT_EQ(window.messages.join(u'|').toStdString(), "");
-    EXPECT_EQ(static_cast<int>(state.state()), cell.transfer == u"detect" ? 1 : 2);
-    EXPECT_EQ(images().toStdString(), cell.transfer == u"detect" ? "none" : "all");
+    EXPECT_EQ(static_cast<int>(state.state()), transfer == u"detect" ? 1 : 2);
+    EXPECT_EQ(images().toStdString(), transfer == u"detect" ? "none" : "all");
     EXPECT_TRUE(engine->lastWrite().failed.isEmpty());
 }
 
-std::string nameOf(const ::testing::TestParamInfo<Cell>& cell)
-{
-    std::string name = ::testing::PrintToString(cell.param);
-    for (char& c : name)
-        c = std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Cells, FaultMatrix, ::testing::ValuesIn(readTable()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Cells, FaultMatrix, ::testing::ValuesIn(cells()), [](const auto& row) {
+    const QString name = row.param.mid(0, 3).join(u'_');
+    return QString(name).replace(QRegularExpression(QStringLiteral("[^A-Za-z0-9]")), QStringLiteral("_")).toStdString();
+});
 
 // Registers whose replies differ in nothing but their values.
-using LikeReplies = FaultMatrixFixture;
-
-class LateReplies : public LikeReplies, public ::testing::WithParamInterface<const char*>
-{};
-
-TEST_P(LateReplies, AreNotTakenForThoseOfAnotherRegister)
-{
-    for (const int mode : {0, 1}) {
-        start(mode, "registers");
-        setFault(QLatin1String(GetParam()));
-        for (int round = 0; round < 3; ++round) {
-            engine->getDataFromKX(nullptr);
-            EXPECT_EQ(wrongImages().join(u' ').toStdString(), "") << "mode " << mode << ", round " << round;
-            box.clock.setNow(box.clock.now().addSecs(round == 0 ? 3600 : -7200)); // somebody sets the machine's clock
-        }
-        setFault(QString());
-        engine->getDataFromKX(nullptr);
-        EXPECT_EQ(images().toStdString(), "all");
-        EXPECT_EQ(engine->lastRead().failures, 0);
-        EXPECT_EQ(grid.cell(2, 1).text.toStdString(), "200");
-    }
-}
+using LikeReplies = SimulatedTransfer;
 
 // The time-out is 5 s.
-INSTANTIATE_TEST_SUITE_P(Delays, LateReplies,
-                         ::testing::Values("delay:6500", "delay:7900", "delay:9900", "delay:12500", "delay:17300",
-                                           "delay:6500@every2", "delay:8500@every3"),
-                         [](const auto& row) { return "Delay" + std::to_string(row.index); });
+TEST_F(LikeReplies, LateOnesAreNotTakenForThoseOfAnotherRegister)
+{
+    for (const char* fault : {"delay:6500", "delay:7900", "delay:9900", "delay:12500", "delay:17300",
+                              "delay:6500@every2", "delay:8500@every3"}) {
+        for (const int mode : {0, 1}) {
+            SCOPED_TRACE(std::string(fault) + (mode == 0 ? " RTU" : " ASCII"));
+            start(mode, "registers");
+            setFault(QLatin1String(fault));
+            for (int round = 0; round < 3; ++round) {
+                engine->getDataFromKX(nullptr);
+                expectNoWrongImages();
+                box.clock.setNow(box.clock.now().addSecs(round == 0 ? 3600 : -7200)); // somebody sets the clock
+            }
+            setFault(QString());
+            engine->getDataFromKX(nullptr);
+            EXPECT_EQ(images().toStdString(), "all");
+            EXPECT_EQ(engine->lastRead().failures, 0);
+            EXPECT_EQ(grid.cell(2, 1).text.toStdString(), "200");
+        }
+    }
+}
 
 // Waiting is for replies that may still come: an answer that is only damaged costs no time.
 TEST_F(LikeReplies, DamagedAnswersCostNoTime)

@@ -54,7 +54,7 @@ protected:
     }
 
     // So that pauses and time-outs end without anybody waiting for them.
-    void runClockWhileWaiting() { idle.emplace(box.clock, 7000, 2); }
+    void runClockWhileWaiting() { idle.emplace(box.clock, 1000, 2); }
     void touchClock()
     {
         if (idle)
