@@ -1,58 +1,34 @@
 #include "HelpKey.h"
 
-#include "ProgramContext.h"
-#include "SoundController.h"
+#include "ProgramFixture.h"
 #include "WhenShown.h"
 #include "frmComSet.h"
-#include "frmMain.h"
 #include "frmMessageBox.h"
 #include "frmOption.h"
 
-#include <QAction>
+#include <QAbstractButton>
 #include <QApplication>
-#include <QComboBox>
 #include <QDialog>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QTabWidget>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 #include <QToolBar>
 #include <QWindow>
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
 
 namespace {
 
 // The main window with its own message boxes, without a controller; the manual as it is shipped.
-class Help : public ::testing::Test
+class Help : public ProgramFixture
 {
 protected:
     void SetUp() override
     {
-        const QString programFolder = dir.filePath(QStringLiteral("Vorlant"));
-        const QString data = dir.filePath(QStringLiteral("AppData"));
-        ASSERT_TRUE(soundController::install(programFolder, data,
-                                             "[Setting]\nLastModelNo=1\nLastModelString=KX41000000-10A\n"));
-        manual = programFolder + QStringLiteral("/help/Vorlant");
-        ASSERT_TRUE(QFile::link(QStringLiteral(VORLANT_DATA_DIR "/help"), programFolder + QStringLiteral("/help")));
-        platform::PathMap paths;
-        paths.mount(u'C', dir.path());
-        program = std::make_unique<ProgramContext>(paths, platform::Folders(paths, programFolder, data),
-                                                   QProcessEnvironment(), colors);
-        program->ports().assign(1, dir.filePath(QStringLiteral("no-adapter")));
-        window = std::make_unique<frmMain>(*program);
-        helpFile = window->helpFile();
-        key = std::make_unique<HelpKey>(
-            HelpKey::Parts{program->machine().paths, program->library().translation(), [this] { return helpFile; }});
-        window->show();
+        ASSERT_TRUE(soundController::install(folder, data, kLastModel));
+        ASSERT_TRUE(QFile::link(VORLANT_DATA_DIR "/help", folder + "/help"));
+        start(dir.filePath("no-adapter"), nullptr);
     }
 
     platform::HelpWindow* help() const
@@ -64,87 +40,66 @@ protected:
         }
         return nullptr;
     }
+    QString text() const { return help()->browser().toPlainText(); }
 
-    // "page#id" of what is shown.
-    QString shown() const
+    // "page#id" of what the key shows at a widget.
+    QString pageAt(QWidget* widget) const
     {
+        QTest::keyClick(widget, Qt::Key_F1);
         const QUrl source = help() == nullptr ? QUrl() : help()->browser().source();
         return source.fileName() + u'#' + source.fragment();
     }
+    QString pageAt(const QWidget& dialog, const char* name) const { return pageAt(dialog.findChild<QWidget*>(name)); }
 
     // Through the window system, which keeps from windows what a modal dialog blocks.
-    void pressContents() const
+    bool takesClicks() const
     {
-        auto* bar = help()->findChild<QToolBar*>(QStringLiteral("toolBar"));
-        const auto* button = bar->widgetForAction(help()->findChild<QAction*>(QStringLiteral("contents")));
+        auto* bar = help()->findChild<QToolBar*>("toolBar");
+        const auto* button = bar->widgetForAction(help()->findChild<QAction*>("contents"));
         const QPoint place = button->mapTo(help(), button->rect().center());
         QTest::mouseClick(help()->windowHandle(), Qt::LeftButton, {}, place);
+        return help()->browser().source().fileName() == u"index.html";
     }
-
-    template <class Widget> Widget* child(const char* name) const
-    {
-        return window->findChild<Widget*>(QLatin1String(name));
-    }
-
-    QTemporaryDir dir;
-    QString manual;
-    QString helpFile;
-    platform::SystemColors colors;
-    std::unique_ptr<ProgramContext> program;
-    std::unique_ptr<frmMain> window;
-    std::unique_ptr<HelpKey> key;
 };
 
-TEST_F(Help, GridOpensThePageAboutEntries)
+TEST_F(Help, OpensThePageOfWhatHasTheFocus)
 {
-    QTest::keyClick(child<QWidget>("sprMain"), Qt::Key_F1);
-    ASSERT_NE(help(), nullptr);
-    EXPECT_EQ(shown(), u"editing.html#editing");
-    EXPECT_FALSE(help()->browser().isMissing());
+    EXPECT_EQ(pageAt(*window, "sprMain"), u"editing.html#editing");
     EXPECT_TRUE(help()->windowTitle().contains(u"Changing parameters")) << qPrintable(help()->windowTitle());
-    platform::HelpWindow::closeAll();
-    EXPECT_EQ(help(), nullptr);
-}
-
-TEST_F(Help, MenusAndTabsHaveTopicsOfTheirOwn)
-{
-    auto* menu = child<QMenu>("KXMenu");
+    program->context().languageFile = "JP.txt";
+    EXPECT_EQ(pageAt(*window, "sprMain"), u"editing.html#editing");
+    EXPECT_TRUE(help()->windowTitle().contains(u"パラメータの変更")) << qPrintable(help()->windowTitle());
+    EXPECT_FALSE(help()->findChild<QAction*>("back")->isEnabled());
+    auto* menu = find<QMenu>("KXMenu");
     menu->popup(QPoint(10, 10));
-    menu->setActiveAction(child<QAction>("mnuKX_1"));
-    QTest::keyClick(menu, Qt::Key_F1);
-    EXPECT_EQ(shown(), u"transfer.html#reading");
+    menu->setActiveAction(find<QAction>("mnuKX_1"));
+    EXPECT_EQ(pageAt(menu), u"transfer.html#reading");
     EXPECT_FALSE(menu->isVisible());
     window->showOption();
     auto* options = window->findChild<frmOption*>();
     options->findChild<QTabWidget*>()->setCurrentIndex(1);
-    QTest::keyClick(options->findChild<QWidget*>(QStringLiteral("Check1_0")), Qt::Key_F1);
-    EXPECT_EQ(shown(), u"windows.html#options-questions");
+    EXPECT_EQ(pageAt(*options, "Check1_0"), u"windows.html#options-questions");
     EXPECT_GT(help()->browser().verticalScrollBar()->value(), 0) << "the page stands at the id";
     options->reject();
+    platform::HelpWindow::closeAll();
+    EXPECT_EQ(help(), nullptr);
 }
 
 // Also under a message that comes up later, and after it has gone.
 TEST_F(Help, StaysUsableOverModalDialogs)
 {
     const WhenShown<frmComSet> settings([this](frmComSet& dialog) {
-        QTest::keyClick(dialog.findChild<QComboBox*>(QStringLiteral("Combo1")), Qt::Key_F1);
-        ASSERT_NE(help(), nullptr);
-        EXPECT_EQ(shown(), u"connecting.html#com");
-        pressContents();
-        EXPECT_EQ(shown(), u"index.html#");
+        EXPECT_EQ(pageAt(dialog, "Combo1"), u"connecting.html#com");
+        EXPECT_TRUE(takesClicks());
         const WhenShown<frmMessageBox> message([this](frmMessageBox& box) {
-            QTest::keyClick(box.findChild<QPushButton*>(QStringLiteral("cmdCommand_0")), Qt::Key_F1);
-            EXPECT_EQ(shown(), u"messages.html#there-was-no-response");
-            pressContents();
-            EXPECT_EQ(shown(), u"index.html#");
+            EXPECT_EQ(pageAt(box, "cmdCommand_0"), u"messages.html#there-was-no-response");
+            EXPECT_TRUE(takesClicks());
             box.reject();
         });
-        dialog.findChild<QPushButton*>(QStringLiteral("Command2"))->click();
+        dialog.findChild<QAbstractButton*>("Command2")->click();
         EXPECT_EQ(message.count(), 1);
-        QTest::keyClick(dialog.findChild<QPushButton*>(QStringLiteral("Command1_0")), Qt::Key_F1);
-        EXPECT_EQ(shown(), u"communication.html#ok");
-        pressContents();
-        EXPECT_EQ(shown(), u"index.html#");
+        EXPECT_EQ(pageAt(dialog, "Command1_0"), u"communication.html#ok");
+        EXPECT_TRUE(takesClicks());
         dialog.reject();
     });
     window->showCommSetting();
@@ -152,18 +107,9 @@ TEST_F(Help, StaysUsableOverModalDialogs)
     QCoreApplication::processEvents();
     ASSERT_NE(help(), nullptr) << "it outlives the dialog";
     EXPECT_EQ(help()->windowHandle()->transientParent(), nullptr);
-    key->openFor(child<QWidget>("sprMain"));
-    pressContents();
-    EXPECT_EQ(shown(), u"index.html#");
-}
-
-TEST_F(Help, OpenWindowIsNotBlockedByADialogThatFollows)
-{
-    key->openFor(child<QWidget>("sprMain"));
+    pageAt(*window, "sprMain");
     const WhenShown<frmMessageBox> message([this](frmMessageBox& box) {
-        QCoreApplication::processEvents();
-        pressContents();
-        EXPECT_EQ(shown(), u"index.html#");
+        EXPECT_TRUE(QTest::qWaitFor([this] { return takesClicks(); })) << "it was open before the message";
         box.reject();
     });
     window->openDataFile();
@@ -172,106 +118,83 @@ TEST_F(Help, OpenWindowIsNotBlockedByADialogThatFollows)
 
 TEST_F(Help, MissingPageSaysWhereItShouldBe)
 {
-    const QString folder = dir.filePath(QStringLiteral("Vorlant"));
-    ASSERT_TRUE(QFile::remove(folder + QStringLiteral("/help")));
-    key->openFor(nullptr);
+    const QString manual = folder + "/help/Vorlant";
+    ASSERT_TRUE(QFile::remove(folder + "/help"));
+    pageAt(*window, "sprMain");
     EXPECT_TRUE(help()->browser().isMissing());
-    EXPECT_TRUE(help()->browser().toPlainText().contains(manual)) << qPrintable(help()->browser().toPlainText());
+    EXPECT_TRUE(text().contains("not in the folder " + manual)) << qPrintable(text());
     QDir().mkpath(manual);
-    key->openFor(child<QWidget>("sprMain"));
-    EXPECT_TRUE(help()->browser().toPlainText().contains(manual + QStringLiteral("/editing.html")));
-    ASSERT_TRUE(soundController::writeFile(manual + QStringLiteral("/editing.html"), "<p>now</p>"));
-    key->openFor(child<QWidget>("sprMain"));
-    EXPECT_EQ(help()->browser().toPlainText(), u"now");
-    helpFile.clear();
-    key->openFor(nullptr);
-    EXPECT_TRUE(help()->browser().toPlainText().contains(u"Install the manual again"));
-}
-
-TEST_F(Help, LinksOutOfTheManualAreRefused)
-{
-    key->openFor(nullptr);
-    auto* browser = help()->findChild<platform::HelpBrowser*>();
-    for (const char* link : {"https://example.org/", "../../../ini/M.ini", "file:///etc/hostname", "javascript:1"}) {
-        Q_EMIT browser->anchorClicked(QUrl(QString::fromLatin1(link)));
-        EXPECT_EQ(shown(), u"index.html#") << link;
-    }
-    Q_EMIT browser->anchorClicked(QUrl(QStringLiteral("windows.html#version")));
-    EXPECT_EQ(shown(), u"windows.html#version");
+    pageAt(*window, "sprMain");
+    EXPECT_TRUE(text().contains(manual + "/editing.html")) << qPrintable(text());
+    ASSERT_TRUE(soundController::writeFile(manual + "/editing.html", "<p>now</p>"));
+    pageAt(*window, "sprMain");
+    EXPECT_EQ(text(), u"now");
 }
 
 // A page that names files elsewhere gets none of them; the folder's own it gets.
-TEST(HelpBrowser, ShowsNothingFromOutsideOfItsFolder)
+TEST_F(Help, BrowserShowsNothingFromOutsideOfItsFolder)
 {
-    const QTemporaryDir dir;
-    const QString folder = dir.filePath(QStringLiteral("help"));
-    ASSERT_TRUE(QDir().mkdir(folder));
     QImage picture(70, 50, QImage::Format_RGB32);
-    ASSERT_TRUE(picture.save(dir.filePath(QStringLiteral("out.png"))) &&
-                picture.save(folder + QStringLiteral("/in.png")));
-    ASSERT_TRUE(QFile::link(dir.filePath(QStringLiteral("out.png")), folder + QStringLiteral("/link.png")));
-    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/zero"), folder + QStringLiteral("/zero.png")));
-    ASSERT_TRUE(soundController::writeFile(dir.filePath(QStringLiteral("out.css")), "p { font-size: 99px }"));
+    ASSERT_TRUE(QDir().mkdir(folder + "/pages") && picture.save(folder + "/out.png") &&
+                picture.save(folder + "/pages/in.png"));
+    ASSERT_TRUE(QFile::link(folder + "/out.png", folder + "/pages/link.png"));
+    ASSERT_TRUE(QFile::link("/dev/zero", folder + "/pages/zero.png"));
+    ASSERT_TRUE(soundController::writeFile(folder + "/out.css", "p { font-size: 99px }"));
     platform::HelpBrowser browser([](const QString& text) { return text; });
     browser.show();
     const auto heightWith = [&](const QString& head, const QString& body) {
-        EXPECT_TRUE(soundController::writeFile(
-            folder + QStringLiteral("/p.html"),
-            QStringLiteral("<html><head>%1</head><body><p>a%2</p></body></html>").arg(head, body).toUtf8()));
-        browser.showPage(folder, QStringLiteral("p.html"), {});
+        const QString page = "<html><head>%1</head><body><p>a%2</p></body></html>";
+        EXPECT_TRUE(soundController::writeFile(folder + "/pages/p.html", page.arg(head, body).toUtf8()));
+        browser.showPage(folder + "/pages", "p.html", {});
         return browser.document()->size().height();
     };
     const double plain = heightWith({}, {});
-    EXPECT_GT(heightWith({}, QStringLiteral("<img src=\"in.png\">")), plain + 20);
+    EXPECT_GT(heightWith({}, "<img src=\"in.png\">"), plain + 20);
     for (const QString& source :
-         {dir.filePath(QStringLiteral("out.png")), QStringLiteral("../out.png"),
-          QStringLiteral("file://") + dir.filePath(QStringLiteral("out.png")), QStringLiteral("link.png"),
-          QStringLiteral("zero.png"), QStringLiteral("/dev/zero"), QStringLiteral("https://example.org/out.png")})
-        EXPECT_LT(heightWith({}, QStringLiteral("<img src=\"%1\">").arg(source)), plain + 20) << qPrintable(source);
-    EXPECT_EQ(heightWith(QStringLiteral("<link rel=\"stylesheet\" href=\"../out.css\">"), {}), plain);
-}
-
-TEST_F(Help, OtherLanguageOpensTheOtherManual)
-{
-    key->openFor(child<QWidget>("sprMain"));
-    helpFile.replace(QStringLiteral("Vorlant.chm"), QStringLiteral("VorlantJ.chm"));
-    key->openFor(child<QWidget>("sprMain"));
-    EXPECT_TRUE(help()->windowTitle().contains(u"パラメータの変更")) << qPrintable(help()->windowTitle());
-    EXPECT_FALSE(help()->findChild<QAction*>(QStringLiteral("back"))->isEnabled());
+         {folder + "/out.png", QString("../out.png"), "file://" + folder + "/out.png", QString("link.png"),
+          QString("zero.png"), QString("/dev/zero"), QString("https://example.org/out.png")})
+        EXPECT_LT(heightWith({}, QString("<img src=\"%1\">").arg(source)), plain + 20) << qPrintable(source);
+    EXPECT_EQ(heightWith("<link rel=\"stylesheet\" href=\"../out.css\">", {}), plain);
+    const QUrl page = browser.source();
+    for (const char* link : {"https://example.org/", "../out.png", "file:///etc/hostname", "javascript:1"}) {
+        Q_EMIT browser.anchorClicked(QUrl(link));
+        EXPECT_EQ(browser.source(), page) << link;
+    }
+    Q_EMIT browser.anchorClicked(QUrl("other.html#id"));
+    EXPECT_EQ(browser.source().toString(), "file://" + folder + "/pages/other.html#id");
+    browser.showPage({}, "p.html", {});
+    EXPECT_TRUE(browser.toPlainText().contains("not in the folder help.")) << qPrintable(browser.toPlainText());
 }
 
 TEST_F(Help, FindsATextAroundTheEnd)
 {
-    key->openFor(child<QWidget>("sprMain"));
-    auto* field = help()->findChild<QLineEdit*>(QStringLiteral("findText"));
-    const auto* browser = help()->findChild<platform::HelpBrowser*>();
-    const auto* result = help()->findChild<QLabel*>(QStringLiteral("findResult"));
-    field->setText(QStringLiteral("Undo and redo"));
+    pageAt(*window, "sprMain");
+    auto* field = help()->findChild<QLineEdit*>("findText");
+    const auto* result = help()->findChild<QLabel*>("findResult");
+    field->setText("Undo and redo");
     for (int round = 0; round < 2; ++round) {
         QTest::keyClick(field, Qt::Key_Return);
-        EXPECT_EQ(browser->textCursor().selectedText(), u"Undo and redo");
+        EXPECT_EQ(help()->browser().textCursor().selectedText(), u"Undo and redo");
         EXPECT_TRUE(result->text().isEmpty());
     }
-    field->setText(QStringLiteral("no such words"));
+    field->setText("no such words");
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_FALSE(result->text().isEmpty());
 }
 
 // As the dialog for printing and the question that it asks: a window that belongs to its own dialog has no end.
-TEST(HelpWindow, DialogsOverItAreNotItsOwners)
+TEST_F(Help, DialogsOverItAreNotItsOwners)
 {
-    platform::HelpWindow help([](const QString& text) { return text; });
-    help.showPage(QStringLiteral(VORLANT_DATA_DIR "/help/Vorlant"), QStringLiteral("index.html"));
-    QDialog print(&help);
-    print.setWindowModality(Qt::ApplicationModal);
-    print.show();
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(print.windowHandle()->isAncestorOf(help.windowHandle(), QWindow::IncludeTransients));
+    pageAt(*window, "sprMain");
+    QDialog print(help());
     QDialog question(&print);
-    question.setWindowModality(Qt::ApplicationModal);
-    question.show();
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(question.isVisible());
+    for (QDialog* dialog : {&print, &question}) {
+        dialog->setWindowModality(Qt::ApplicationModal);
+        dialog->show();
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(dialog->isVisible());
+        EXPECT_FALSE(dialog->windowHandle()->isAncestorOf(help()->windowHandle(), QWindow::IncludeTransients));
+    }
 }
 
 } // namespace

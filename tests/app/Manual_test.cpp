@@ -10,8 +10,8 @@
 
 namespace {
 
-const QString kEnglish = QStringLiteral(VORLANT_DATA_DIR "/help/Vorlant");
-const QString kJapanese = QStringLiteral(VORLANT_DATA_DIR "/help/VorlantJ");
+const QString kEnglish = VORLANT_DATA_DIR "/help/Vorlant/";
+const QString kJapanese = VORLANT_DATA_DIR "/help/VorlantJ/";
 
 QString read(const QString& file)
 {
@@ -19,142 +19,84 @@ QString read(const QString& file)
     return in.open(QIODevice::ReadOnly) ? QString::fromUtf8(in.readAll()) : QString();
 }
 
-QStringList pages(const QString& manual)
-{
-    return QDir(manual).entryList({QStringLiteral("*.html")});
-}
-
-QStringList captures(const QString& text, const char* pattern)
+QStringList captures(const QString& file, const char* pattern)
 {
     QStringList found;
-    auto matches = QRegularExpression(QLatin1String(pattern)).globalMatch(text);
+    auto matches = QRegularExpression(pattern).globalMatch(read(file));
     while (matches.hasNext())
         found << matches.next().captured(1);
     return found;
 }
 
-QStringList ids(const QString& page)
+QStringList ids(const QString& file)
 {
-    return captures(read(page), " id=\"([^\"]+)\"");
+    return captures(file, " id=\"([^\"]+)\"");
 }
 
-class Manual : public ::testing::TestWithParam<const char*>
+TEST(Manual, PagesLeadSomewhereAndAreTheSameInBothLanguages)
 {
-protected:
-    QString folder() const { return QStringLiteral(VORLANT_DATA_DIR "/help/") + QLatin1String(GetParam()); }
-};
+    const QStringList pages = QDir(kEnglish).entryList({"*.html"});
+    ASSERT_GE(pages.size(), 12);
+    EXPECT_EQ(QDir(kJapanese).entryList({"*.html"}), pages);
+    for (const QString& page : pages) {
+        SCOPED_TRACE(qPrintable(page));
+        QStringList own = ids(kEnglish + page);
+        EXPECT_EQ(ids(kJapanese + page), own);
+        EXPECT_EQ(own.removeDuplicates(), 0) << "an id twice";
+        const QStringList links = captures(kEnglish + page, "(?:href|src)=\"([^\"]+)\"");
+        EXPECT_EQ(captures(kJapanese + page, "(?:href|src)=\"([^\"]+)\""), links);
+        EXPECT_FALSE(links.isEmpty());
+        for (const QString& link : links) {
+            const QString target = link.startsWith(u'#') ? page : link.section(u'#', 0, 0);
+            EXPECT_TRUE(QFile::exists(kEnglish + target) && QFile::exists(kJapanese + target)) << qPrintable(link);
+            const QString id = link.section(u'#', 1);
+            EXPECT_TRUE(id.isEmpty() || ids(kEnglish + target).contains(id)) << qPrintable(link);
+        }
+        for (const QString& manual : {kEnglish, kJapanese})
+            EXPECT_TRUE(read(manual + page).contains(u"<meta charset=\"utf-8\">"));
+    }
+}
 
-TEST_P(Manual, HasEveryTopic)
+TEST(HelpTopics, AreInTheManualAndTheNearestKnownPlaceCounts)
 {
     for (const HelpTopicRow& row : helpTopicRows()) {
-        const QString page = QString::fromUtf16(row.page);
-        EXPECT_TRUE(ids(folder() + u'/' + page).contains(QString::fromUtf16(row.anchor)))
-            << qPrintable(page) << '#' << qPrintable(QString::fromUtf16(row.anchor));
+        const QString anchor = QString::fromUtf16(row.anchor);
+        EXPECT_TRUE(ids(kEnglish + QString::fromUtf16(row.page)).contains(anchor)) << qPrintable(anchor);
     }
-}
-
-TEST_P(Manual, LinksAndPicturesLeadSomewhere)
-{
-    const QStringList all = pages(folder());
-    ASSERT_GE(all.size(), 12);
-    for (const QString& page : all) {
-        const QString text = read(folder() + u'/' + page);
-        const QStringList links = captures(text, "(?:href|src)=\"([^\"]+)\"");
-        EXPECT_FALSE(links.isEmpty()) << qPrintable(page);
-        for (const QString& link : links) {
-            const QString target = link.section(u'#', 0, 0).isEmpty() ? page : link.section(u'#', 0, 0);
-            const QString file = folder() + u'/' + target;
-            EXPECT_TRUE(QFile::exists(file)) << qPrintable(page) << ": " << qPrintable(link);
-            const QString id = link.section(u'#', 1);
-            EXPECT_TRUE(id.isEmpty() || ids(file).contains(id)) << qPrintable(page) << ": " << qPrintable(link);
-        }
-        QStringList own = ids(folder() + u'/' + page);
-        EXPECT_EQ(own.removeDuplicates(), 0) << qPrintable(page) << ": an id twice";
-        EXPECT_TRUE(text.contains(u"<meta charset=\"utf-8\">")) << qPrintable(page);
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Language, Manual, ::testing::Values("Vorlant", "VorlantJ"),
-                         [](const auto& row) { return std::string(row.param); });
-
-TEST(Manuals, TellTheSameInBothLanguages)
-{
-    EXPECT_EQ(pages(kEnglish), pages(kJapanese));
-    for (const QString& page : pages(kEnglish)) {
-        EXPECT_EQ(ids(kEnglish + u'/' + page), ids(kJapanese + u'/' + page)) << qPrintable(page);
-        const char* pictures = "src=\"([^\"]+)\"";
-        EXPECT_EQ(captures(read(kEnglish + u'/' + page), pictures), captures(read(kJapanese + u'/' + page), pictures))
-            << qPrintable(page);
-    }
-}
-
-TEST(HelpTopics, NearestKnownPlaceCounts)
-{
-    const HelpTopic port = helpTopic({{QStringLiteral("frmComSet"), QStringLiteral("Combo1")},
-                                      {QStringLiteral("frmComSet"), QStringLiteral("Frame1")}});
+    const HelpTopic port = helpTopic({{"frmComSet", "Combo1"}, {"frmComSet", "Frame1"}});
     EXPECT_EQ(port.page + u'#' + port.anchor, u"connecting.html#com");
-    const HelpTopic unknown = helpTopic({{QStringLiteral("frmNew"), QStringLiteral("Combo1")}});
-    EXPECT_EQ(unknown.page, u"index.html");
+    EXPECT_EQ(helpTopic({{"frmNew", "Combo1"}}).page, u"index.html");
 }
 
-struct Told
+TEST(MessageTopics, AreFoundByTheirText)
 {
-    const char* name;
-    const char* manual;
-    const char* text;
-    const char* id;
-};
-
-void PrintTo(const Told& told, std::ostream* out)
-{
-    *out << told.name;
+    const std::tuple<QString, const char*, const char*> rows[] = {
+        {kEnglish, "Quit?", "quit"},
+        {kJapanese, "終了しますか？", "quit"},
+        {kEnglish, "It is outside the setting range.[ 0 <= ( SV ) <= 1300 ]", "it-is-outside-the-setting-range"},
+        {kEnglish, "Transfer All Data.Sure?", "transfer-all-data-sure"},
+        {kEnglish, "Transfer All Data.", "transfer-all-data"},
+        {kEnglish, "/home/a/x.kx410 is too large for a parameter file.", "is-too-large-for-a-parameter-file"},
+        {kEnglish, "Nobody ever says this.", ""}};
+    for (const auto& [manual, text, id] : rows)
+        EXPECT_EQ(MessageTopics(read(manual + "messages.html")).idOf(text), id) << text;
 }
 
-class MessageTopic : public ::testing::TestWithParam<Told>
-{};
-
-TEST_P(MessageTopic, IsFoundByItsText)
+TEST(HelpFiles, AreThoseOfTheLanguage)
 {
-    const Told& told = GetParam();
-    const MessageTopics topics(
-        read(QStringLiteral(VORLANT_DATA_DIR "/help/%1/messages.html").arg(QLatin1String(told.manual))));
-    EXPECT_STREQ(qPrintable(topics.idOf(QString::fromUtf8(told.text))), told.id);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Texts, MessageTopic,
-    ::testing::Values(Told{"Plain", "Vorlant", "Quit?", "quit"}, Told{"Japanese", "VorlantJ", "終了しますか？", "quit"},
-                      Told{"WithMoreBehind", "Vorlant", "It is outside the setting range.[ 0 <= ( SV ) <= 1300 ]",
-                           "it-is-outside-the-setting-range"},
-                      Told{"TheLongerOfTwo", "Vorlant", "Transfer All Data.Sure?", "transfer-all-data-sure"},
-                      Told{"TheShorterOfTwo", "Vorlant", "Transfer All Data.", "transfer-all-data"},
-                      Told{"WithAName", "Vorlant", "/home/a/x.kx410 is too large for a parameter file.",
-                           "is-too-large-for-a-parameter-file"},
-                      Told{"Unknown", "Vorlant", "Nobody ever says this.", ""}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-TEST(HelpFile, IsThatOfTheLanguage)
-{
-    EXPECT_EQ(platform::helpFile(QStringLiteral("C:\\Vorlant"), QStringLiteral("JP.txt")),
-              u"C:\\Vorlant\\VorlantJ.chm");
+    EXPECT_EQ(platform::helpFile("C:\\Vorlant", "JP.txt"), u"C:\\Vorlant\\VorlantJ.chm");
     for (const char* other : {"EN.txt", "jp.txt", ""})
-        EXPECT_EQ(platform::helpFile(QStringLiteral("C:\\Vorlant"), QLatin1String(other)), u"C:\\Vorlant\\Vorlant.chm");
-}
-
-TEST(HelpEdition, BearsTheNameOfTheHelpFile)
-{
+        EXPECT_EQ(platform::helpFile("C:\\Vorlant", other), u"C:\\Vorlant\\Vorlant.chm");
     platform::PathMap paths;
-    paths.mount(u'C', QStringLiteral("/srv/kx"));
-    const std::pair<const char16_t*, const char16_t*> rows[] = {
-        {u"C:\\Vorlant\\Vorlant.chm", u"/srv/kx/Vorlant/help/Vorlant"},
-        {u"C:\\Vorlant\\VorlantJ.chm", u"/srv/kx/Vorlant/help/VorlantJ"},
-        {u"C:\\VorlantJ.chm", u"/srv/kx/help/VorlantJ"},
-        {u"C:\\Vorlant\\", u""},
-        {u"VorlantJ.chm", u""},
-        {u"", u""},
-    };
-    for (const auto& [file, folder] : rows)
-        EXPECT_EQ(platform::helpEdition(paths, QString::fromUtf16(file)), QString::fromUtf16(folder));
+    paths.mount(u'C', "/srv/kx");
+    const std::pair<const char*, const char*> rows[] = {{"C:\\Vorlant\\Vorlant.chm", "/srv/kx/Vorlant/help/Vorlant"},
+                                                        {"C:\\Vorlant\\VorlantJ.chm", "/srv/kx/Vorlant/help/VorlantJ"},
+                                                        {"C:\\VorlantJ.chm", "/srv/kx/help/VorlantJ"},
+                                                        {"C:\\Vorlant\\", ""},
+                                                        {"VorlantJ.chm", ""},
+                                                        {"", ""}};
+    for (const auto& [file, edition] : rows)
+        EXPECT_EQ(platform::helpEdition(paths, file), edition) << file;
 }
 
 } // namespace

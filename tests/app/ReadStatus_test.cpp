@@ -1,5 +1,6 @@
 #include "ReadStatus.h"
 
+#include "GridHint.h"
 #include "LinkStatus.h"
 
 #include <gtest/gtest.h>
@@ -11,25 +12,21 @@ QString english(const QString& text)
     return text;
 }
 
-ReadStatus filled()
+TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
 {
     ReadStatus status;
     status.state = MainState::UpToDate;
-    status.readAt = QDateTime(QDate(2007, 3, 5), QTime(14, 7, 9));
     status.report.requests = 12;
-    return status;
-}
-
-TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
-{
-    ReadStatus status = filled();
+    status.report.givenUp << "Main: Direct 8000";
+    status.report.lastFailure = "Timeout";
     status.unread = 3;
-    status.report.givenUp << QStringLiteral("Main: Direct 8000");
-    status.report.lastFailure = QStringLiteral("Timeout");
     EXPECT_EQ(readStatusText(status, english), u"3 parameters not read (Main: Direct 8000)");
     EXPECT_TRUE(readStatusToolTip(status, english).contains(u"Timeout"));
-    status = filled();
+    status.report.givenUp.clear();
+    status.report.outcome = ReadOutcome::Complete;
+    EXPECT_EQ(readStatusToolTip(status, english), QString()) << "it was read in the end";
     status.report.requests = 0;
+    status.unread = 0;
     EXPECT_TRUE(readStatusText(status, english).startsWith(u"nothing read"));
     status.offLine = true;
     EXPECT_EQ(readStatusText(status, english), QString()) << "a file's, say";
@@ -39,15 +36,21 @@ TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
 
 TEST(LinkStatus, SaysHowOrWhyNot)
 {
-    LinkStatus link{
-        false, true, 2,        QStringLiteral("/dev/ttyUSB0"), QStringLiteral("9600"), QStringLiteral("N,8,1"),
-        1,     7,    QString()};
+    LinkStatus link{false, true, 2, "/dev/ttyUSB0", "9600", "N,8,1", 1, 7, {}};
     EXPECT_EQ(linkStatusText(link, english), u"COM2 /dev/ttyUSB0 9600,N,8,1 ASCII slave 7");
     link.open = false;
-    link.error = QStringLiteral("no permission:\njoin the group dialout");
+    link.error = "no permission:\njoin the group dialout";
     EXPECT_EQ(linkStatusText(link, english), u"COM2 is closed: no permission: join the group dialout");
     link.offLine = true;
     EXPECT_TRUE(linkStatusText(link, english).startsWith(u"off-line"));
+}
+
+TEST(GridHint, FaultOfTheDefinitionIsSaidInPlaceOfAnEmptyGrid)
+{
+    const QString fault = "the name is refused";
+    EXPECT_EQ(gridHint("KX410", 0, fault, "f.ini", english), fault);
+    EXPECT_TRUE(gridHint("KX410", 0, {}, "f.ini", english).contains(u"f.ini describes no parameters"));
+    EXPECT_EQ(gridHint("KX410", 5, {}, "f.ini", english), QString());
 }
 
 } // namespace

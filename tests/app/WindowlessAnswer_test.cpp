@@ -6,13 +6,8 @@ namespace {
 
 TEST(WindowlessAnswer, IsForHelpAndForAMissingDisplay)
 {
-    const struct
-    {
-        QStringList arguments;
-        bool hasDisplay;
-        int exitStatus; // -1: the window opens
-        const char* says;
-    } rows[] = {
+    // Arguments, whether there is a display, the exit status (-1: the window opens), and what is said.
+    const std::tuple<QStringList, bool, int, const char*> rows[] = {
         {{}, true, -1, ""},
         {{"/D", "/M:KX41000000-10A"}, true, -1, ""},
         {{}, false, 1, "no display"},
@@ -20,14 +15,10 @@ TEST(WindowlessAnswer, IsForHelpAndForAMissingDisplay)
         {{"--help"}, false, 0, "Usage"},
         {{"--version"}, true, 0, "vorlant "},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(qPrintable(row.arguments.join(u' ')));
-        const auto answer = windowlessAnswer(row.arguments, row.hasDisplay);
-        ASSERT_EQ(answer.has_value(), row.exitStatus >= 0);
-        if (answer) {
-            EXPECT_EQ(answer->exitStatus, row.exitStatus);
-            EXPECT_TRUE(answer->text.contains(QLatin1String(row.says))) << qPrintable(answer->text);
-        }
+    for (const auto& [arguments, hasDisplay, exitStatus, says] : rows) {
+        const auto answer = windowlessAnswer(arguments, hasDisplay);
+        EXPECT_EQ(answer ? answer->exitStatus : -1, exitStatus) << qPrintable(arguments.join(u' '));
+        EXPECT_TRUE(!answer || answer->text.contains(QLatin1String(says))) << qPrintable(answer->text);
     }
 }
 

@@ -95,6 +95,10 @@ TEST_F(SelectionDialog, WhatHasNoValueIsNotTaken)
     open({"PQRNO", "Input type", "99"});
     EXPECT_EQ(grid->currentIndex().row(), -1) << "no entry has that value";
     EXPECT_FALSE(ok->isEnabled());
+    for (const auto& [text, isFound] : {std::pair("W5", true), {"x", false}}) {
+        QTest::keyClicks(search, text);
+        EXPECT_EQ(search->palette().color(QPalette::Text) == window->palette().color(QPalette::Text), isFound) << text;
+    }
     tables("[T]\nData1=0,1\nName1=one\nData2=0\nName2=two\nName3=Test\n");
     open({"A", {}, "1"}, "T");
     EXPECT_TRUE(ok->isEnabled());
