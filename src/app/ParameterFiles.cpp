@@ -120,12 +120,13 @@ void ParameterFiles::saveDataFile()
     if (file.isEmpty() || !hasUsableName(file))
         return;
     m_program.eventLog().LogWrite(QStringLiteral("showSaveFile-") + file);
-    const QString error = m_kx.saveData(m_program.machine().paths.toDesktop(file));
-    if (error.isEmpty())
+    const platform::Result<> saved = m_kx.saveData(m_program.machine().paths.toDesktop(file));
+    if (saved.ok())
         standFor(file);
     else
-        m_questions.showMessage(m_program.library().tranStr(QStringLiteral("The file was not saved: %1")).arg(error),
-                                MessageStyle::kCritical);
+        m_questions.showMessage(
+            m_program.library().tranStr(QStringLiteral("The file was not saved: %1")).arg(saved.error()),
+            MessageStyle::kCritical);
 }
 
 void ParameterFiles::standFor(const QString& file)

@@ -135,7 +135,7 @@ DetectionResult ComSetSession::detect(ComSetFields& fields)
 {
     if (!isInRange(fields))
         return DetectionResult::Stopped;
-    m_uclComm1.changeComm(portNumber(fields), speed(fields), fields.chara, false);
+    (void)m_uclComm1.changeComm(portNumber(fields), speed(fields), fields.chara, false); // saves nothing
     m_triedPort = m_uclComm1.Port();
     m_detection.setModelString(fields.modelString);
     const Detection detection = m_detection.detect(*slaveNumber(fields), fields.ascii ? 1 : 0, m_codes);
@@ -183,9 +183,9 @@ void ComSetSession::apply(const ComSetFields& fields)
 {
     ComSetOwner& owner = m_parts.owner;
     m_uclComm1.termComm(); // first: the port has room for one
-    const QString error = owner.mainLink().changeComm(portNumber(fields), speed(fields), fields.chara);
-    if (!error.isEmpty())
-        report(m_parts.library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(error));
+    const platform::Result<> saved = owner.mainLink().changeComm(portNumber(fields), speed(fields), fields.chara);
+    if (!saved.ok())
+        report(m_parts.library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(saved.error()));
     owner.takeOver(slaveNumber(fields).value_or(slaverange::kFirst), fields.ascii ? 1 : 0, fields.modelPosition,
                    fields.modelString);
     close();

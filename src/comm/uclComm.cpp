@@ -160,7 +160,7 @@ bool uclComm::termComm()
     return false;
 }
 
-QString uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave)
+platform::Result<> uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave)
 {
     termComm();
     m_speed = sSpeed;
@@ -168,9 +168,9 @@ QString uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& 
     m_comm.setSettings(m_speed + u',' + m_chara);
     m_comm.setCommPort(lComPort);
     m_port = m_comm.CommPort();
-    const QString error = bSave ? save().error() : QString();
+    platform::Result<> saved = bSave ? save() : platform::Result<>();
     openComm();
-    return error;
+    return saved;
 }
 
 platform::Result<> uclComm::save()

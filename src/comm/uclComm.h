@@ -40,7 +40,7 @@ public:
     bool openComm(); // false: errorText says why
     bool termComm(); // always false
     // bSave: the settings go into their file too. Gives why they did not.
-    QString changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave = true);
+    platform::Result<> changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave = true);
     platform::Result<> save();
 
     int Port() const { return m_port; }

@@ -49,8 +49,8 @@ CommandResult ControlLink::open()
     if (m_line.timeoutSeconds)
         m_link.setTimeOut(*m_line.timeoutSeconds);
     if (!m_line.speed.isEmpty() || !m_line.chara.isEmpty())
-        m_link.changeComm(m_link.Port(), m_line.speed.isEmpty() ? m_link.Speed() : m_line.speed,
-                          m_line.chara.isEmpty() ? m_link.Chara() : m_line.chara, false);
+        (void)m_link.changeComm(m_link.Port(), m_line.speed.isEmpty() ? m_link.Speed() : m_line.speed,
+                                m_line.chara.isEmpty() ? m_link.Chara() : m_line.chara, false); // saves nothing
     if (m_link.State() != 0)
         return {};
     return noPort(m_link.errorText().isEmpty() ? QStringLiteral("the serial port %1 cannot be opened").arg(text())

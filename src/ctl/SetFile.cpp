@@ -155,8 +155,8 @@ CommandResult SetFile::save(const clsKX& kx) const
         return badFile(kUnusableName);
     if (file.exists() && !file.isFile())
         return badFile(QStringLiteral("it is no plain file; choose another place with -o"));
-    const QString error = ParameterFile(m_program.library(), m_desktopPath).save(kx.currentSet());
-    if (error.isEmpty())
+    const platform::Result<> saved = ParameterFile(m_program.library(), m_desktopPath).save(kx.currentSet());
+    if (saved.ok())
         return {};
-    return CommandResult::failed(ExitStatus::BadFile, error + QStringLiteral("; choose another place with -o"));
+    return CommandResult::failed(ExitStatus::BadFile, saved.error() + QStringLiteral("; choose another place with -o"));
 }

@@ -83,8 +83,8 @@ CommandResult run(const QStringList& arguments, QTextStream& errors)
     CommandResult result = perform(parsed.line, errors);
     if ((!result.failure.isEmpty() && result.output.isEmpty()) || parsed.line.asParameterFile)
         return result;
-    const QString error = writeOutput(result.output, parsed.line.outputFile);
-    return error.isEmpty() ? result : CommandResult::failed(ExitStatus::BadFile, error);
+    const platform::Result<> written = writeOutput(result.output, parsed.line.outputFile);
+    return written.ok() ? result : CommandResult::failed(ExitStatus::BadFile, written.error());
 }
 
 } // namespace

@@ -5,57 +5,8 @@
 #include "clsLibrary.h"
 
 #include <QFileInfo>
-#include <QRegularExpression>
-
-#include <utility>
 
 namespace {
-
-// Keeps what a load notes instead of writing it to a file.
-class NotedLines final : public Log
-{
-public:
-    void LogWrite(const QString& Message) override { m_lines << Message; }
-    const QStringList& lines() const { return m_lines; }
-
-private:
-    QStringList m_lines;
-};
-
-QString remedyOf(const QString& fault)
-{
-    static const std::pair<QString, QString> kRemedies[] = {
-        {QStringLiteral("whole number"), QStringLiteral("write a decimal number, or a hexadecimal one with &h")},
-        {QStringLiteral("fields"), QStringLiteral("give all fields, separated by commas")},
-        {QStringLiteral("colour"), QStringLiteral("give a name, RGB.red.green.blue or a number")},
-        {QStringLiteral("outside the grid"), QStringLiteral("move the cell, or raise MaxRow or MaxCol")},
-        {QStringLiteral("is taken"), QStringLiteral("give each parameter a cell of its own")},
-        {QStringLiteral("exists already"), QStringLiteral("give each parameter a tag of its own")},
-        {QStringLiteral("choices for"), QStringLiteral("give as many texts as values")},
-        {QStringLiteral("refer back"), QStringLiteral("give a number of decimal places")},
-        {QStringLiteral("is not a count"), QStringLiteral("set it to the number of sections")},
-        {QStringLiteral("MultiSelect.ini is missing"), QStringLiteral("put it into the definition folder")},
-        {QStringLiteral("ReadCmdMax"), QStringLiteral("set it to the number of read commands")},
-        {QStringLiteral("that were not read"), QStringLiteral("write the bytes that the section reads, or fewer")},
-        {QStringLiteral("more faults"), QStringLiteral("correct those that are listed first")},
-    };
-    for (const auto& [piece, remedy] : kRemedies) {
-        if (fault.contains(piece))
-            return remedy;
-    }
-    return QStringLiteral("see the manual, Definition files");
-}
-
-// "[KXClassError]FILE [SECTION] KEY: FAULT", where the places may be missing.
-DefinitionFinding notedFinding(const QString& line, const QString& screenFile)
-{
-    static const QRegularExpression form(
-        QStringLiteral("\\A\\[\\w+\\](?:(.+?) \\[([^\\]]+)\\]:? |screen file: )?(?:(\\w+)(?:: |(?==)))?(.+)\\z"));
-    const QRegularExpressionMatch match = form.match(line);
-    const QString file = match.captured(1);
-    const QString fault = match.captured(4);
-    return {file.isEmpty() ? screenFile : file, match.captured(2), match.captured(3), fault, remedyOf(fault)};
-}
 
 bool isUsable(const QString& name, const QString& key, const ModelEntry& entry, DefinitionFindings& findings)
 {
@@ -85,15 +36,13 @@ bool areUsable(const ModelEntry& entry, DefinitionFindings& findings)
     return hasScreen && hasComm && fault.isEmpty();
 }
 
-void loadNoted(const ModelEntry& entry, const QString& modelString, DefinitionFindings& findings)
+void load(const ModelEntry& entry, const QString& modelString, DefinitionFindings& findings)
 {
     clsKX& kx = findings.kx();
-    NotedLines log;
-    kx.Logs(log, noLog());
-    kx.load(entry.number, &kx.library(), modelString);
     kx.Logs(noLog(), noLog());
-    for (const QString& line : log.lines())
-        findings.add(notedFinding(line, entry.screenFile));
+    kx.load(entry.number, &kx.library(), modelString);
+    for (const DefinitionFinding& finding : kx.definitionFindings())
+        findings.add(finding);
     if (kx.items().empty())
         findings.add({entry.screenFile,
                       {},
@@ -115,7 +64,7 @@ std::vector<DefinitionFinding> DefinitionCheck::run(const ModelEntry& entry, con
     DefinitionFindings findings(m_kx, entry.screenFile, entry.commFile);
     if (!areUsable(entry, findings))
         return findings.all();
-    loadNoted(entry, modelString, findings);
+    load(entry, modelString, findings);
     definitionRules::checkImages(findings);
     definitionRules::checkReferences(findings);
     definitionRules::checkTexts(findings);

@@ -6,14 +6,19 @@
 #include <algorithm>
 #include <utility>
 
-QString DefinitionFinding::text() const
+QString DefinitionFinding::whatAndWhere() const
 {
     QString place = file;
     if (!section.isEmpty())
         place += QStringLiteral(" [%1]").arg(section);
     if (!key.isEmpty())
         place += u' ' + key;
-    return place + QStringLiteral(": ") + fault + QStringLiteral("; ") + remedy;
+    return place + QStringLiteral(": ") + fault;
+}
+
+QString DefinitionFinding::text() const
+{
+    return whatAndWhere() + QStringLiteral("; ") + remedy;
 }
 
 DefinitionFindings::DefinitionFindings(clsKX& kx, QString screenFile, QString commFile)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "DefinitionFinding.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -11,19 +13,6 @@ class clsKX;
 namespace platform {
 struct Machine;
 }
-
-// One thing that is wrong with the definition of a model, in plain English.
-struct DefinitionFinding
-{
-    QString file;    // bare name: screen or comm file, MultiSelect.ini, a language file or the main settings file
-    QString section; // empty: the file as a whole
-    QString key;     // empty: the section as a whole
-    QString fault;   // what is wrong
-    QString remedy;  // what to do
-    bool operator==(const DefinitionFinding&) const = default;
-
-    QString text() const; // "file [section] key: fault; remedy"
-};
 
 // What a check has found so far, each thing once, and the names that findings have in common. The rules below add to
 // it; the model is kept by reference and must be loaded before they are called.

@@ -30,27 +30,39 @@ void DefinitionLog::error(const QString& message) const
 void DefinitionLog::start(const QString& screenFile)
 {
     m_screenFile = screenFile;
-    m_faultCount = 0;
+    m_findings.clear();
     m_tablesMissing = false;
     m_circles.clear();
     m_colors.clear();
 }
 
-void DefinitionLog::fault(const QString& where, const QString& fault)
+void DefinitionLog::add(DefinitionFinding finding)
 {
-    if (++m_faultCount < kMaxFaults)
-        error(QStringLiteral("%1 [%2] %3").arg(m_screenFile, where, fault));
-    else if (m_faultCount == kMaxFaults)
-        error(QStringLiteral("%1: more faults, which are not listed").arg(m_screenFile));
+    if (m_findings.size() == kMaxFindings)
+        return;
+    if (m_findings.size() + 1 == kMaxFindings)
+        finding = {{},
+                   {},
+                   {},
+                   QStringLiteral("more faults, which are not listed"),
+                   QStringLiteral("correct those that are listed first")};
+    if (finding.file.isEmpty())
+        finding.file = m_screenFile;
+    error(finding.whatAndWhere());
+    m_findings.push_back(finding);
 }
 
-void DefinitionLog::checkColor(const clsLibrary& library, const QString& where, const QString& text)
+void DefinitionLog::checkColor(const clsLibrary& library, const QString& section, const QString& text)
 {
     auto known = m_colors.find(text);
     if (known == m_colors.end())
         known = m_colors.insert(text, isColor(library, text));
     if (!*known)
-        fault(where, QStringLiteral("\"%1\" is not a colour").arg(text.left(kMaxQuotedColour)));
+        add({{},
+             section,
+             QStringLiteral("CellData"),
+             QStringLiteral("\"%1\" is not a colour").arg(text.left(kMaxQuotedColour)),
+             QStringLiteral("give a name, RGB.red.green.blue or a number")});
 }
 
 void DefinitionLog::circle(int number, const QString& tag)
@@ -58,10 +70,11 @@ void DefinitionLog::circle(int number, const QString& tag)
     if (m_circles.contains(number))
         return;
     m_circles.insert(number);
-    error(QStringLiteral("%1 [Datas%2] DataInfo: the decimal places of %3 refer back to themselves")
-              .arg(m_screenFile)
-              .arg(number)
-              .arg(tag));
+    add({{},
+         QStringLiteral("Datas%1").arg(number),
+         QStringLiteral("DataInfo"),
+         QStringLiteral("the decimal places of %1 refer back to themselves").arg(tag),
+         QStringLiteral("give a number of decimal places")});
 }
 
 void DefinitionLog::missingTables(clsLibrary& library)
@@ -69,6 +82,10 @@ void DefinitionLog::missingTables(clsLibrary& library)
     if (m_tablesMissing)
         return;
     m_tablesMissing = true;
-    error(QStringLiteral("MultiSelect.ini is missing: choices from tables stay empty"));
+    add({QStringLiteral("MultiSelect.ini"),
+         {},
+         {},
+         QStringLiteral("is missing, choices from tables stay empty"),
+         QStringLiteral("put it into the definition folder")});
     library.showMessage(library.tranStr(QStringLiteral("Not Found MultiSelect.ini")), MessageStyle::kExclamation);
 }

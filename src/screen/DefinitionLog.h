@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DefinitionFinding.h"
 #include "Log.h"
 
 #include <QHash>
@@ -7,31 +8,33 @@
 #include <QString>
 
 #include <functional>
+#include <vector>
 
 class clsLibrary;
 
-// What is wrong with a definition, as lines of the error log. start before each load; then each fault of that file is
-// noted, up to a number of them. The log is kept, not owned.
+// What a load finds wrong with a definition, kept and written to the error log, up to a number of findings. start
+// before each load. The log is kept by reference.
 class DefinitionLog
 {
 public:
     void setErrorLog(Log& log) { m_errorLog = log; }
-    Log& errorLog() const { return m_errorLog; }
-    void error(const QString& message) const;
+    void error(const QString& message) const; // a line of its own
 
     void start(const QString& screenFile);
-    void fault(const QString& where, const QString& fault);
-    void checkColor(const clsLibrary& library, const QString& where, const QString& text); // notes one of no known form
+    void add(DefinitionFinding finding); // without a file it is the screen file's
+    const std::vector<DefinitionFinding>& findings() const { return m_findings; } // since start
+    // Adds a finding on "CellData" when the text names no colour.
+    void checkColor(const clsLibrary& library, const QString& section, const QString& text);
     // The decimal places of the item of this number lead back to itself: once for each item.
     void circle(int number, const QString& tag);
     void missingTables(clsLibrary& library); // shown to the user too; once
 
 private:
-    static constexpr int kMaxFaults = 200; // that are noted one by one
+    static constexpr size_t kMaxFindings = 200; // that are listed one by one
 
     std::reference_wrapper<Log> m_errorLog = noLog();
     QString m_screenFile;
-    int m_faultCount = 0;
+    std::vector<DefinitionFinding> m_findings;
     bool m_tablesMissing = false;
     QSet<int> m_circles;
     QHash<QString, bool> m_colors; // texts checked: whether they are colours

@@ -107,7 +107,7 @@ void GridBuilder::buildBlock(int n, const QString& section)
         m_screen.GetIniData(section, QStringLiteral("CellData"), QStringLiteral("1,1,3,3,True,vbBlack")).split(u',');
     const CellRange range(number(area, 0), number(area, 1), number(area, 2), number(area, 3));
     if (area.size() < 5)
-        m_model.lookup.log.fault(section, QStringLiteral("CellData: %1 of 6 fields").arg(area.size()));
+        addTooFewFields(section, area.size(), 6);
     if (area.size() > 5)
         m_model.lookup.log.checkColor(m_library, section, area[5]);
     if (m_library.toBoolean(area.value(4), false))
@@ -129,6 +129,15 @@ void GridBuilder::buildBlock(int n, const QString& section)
         m_grid.setCell(row, col, button);
     }
     m_model.add(std::move(block), row, col);
+}
+
+void GridBuilder::addTooFewFields(const QString& section, qsizetype found, int wanted)
+{
+    m_model.lookup.log.add({{},
+                            section,
+                            QStringLiteral("CellData"),
+                            QStringLiteral("%1 of %2 fields").arg(found).arg(wanted),
+                            QStringLiteral("give all fields, separated by commas")});
 }
 
 void GridBuilder::buildLabels()
@@ -154,7 +163,7 @@ void GridBuilder::buildLabel(const QString& section)
     Cell label = m_grid.cell(row, col);
     label.type = CellType::StaticText;
     if (place.size() < 2)
-        m_model.lookup.log.fault(section, QStringLiteral("CellData: %1 of 4 fields").arg(place.size()));
+        addTooFewFields(section, place.size(), 4);
     for (int i = 2; i < 4 && i < place.size(); ++i)
         m_model.lookup.log.checkColor(m_library, section, place[i]);
     if (place.size() > 2)

@@ -34,6 +34,7 @@ private:
     void prepareGrid();
     void buildBlocks();
     void buildBlock(int n, const QString& section);
+    void addTooFewFields(const QString& section, qsizetype found, int wanted);
     void buildLabels();
     void buildLabel(const QString& section);
     void buildItems();

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "ChoiceTable.h"
+#include "DefinitionFinding.h"
 #include "GridModel.h"
 
 #include <QString>
 #include <QStringList>
+#include <vector>
 
 class clsINI;
 class clsLibrary;
@@ -52,8 +54,9 @@ public:
 
     // Reads section "Datas"number. bUse false: the item is visible whatever the file says. The library is kept.
     void load(clsINI& objIni, int number, clsLibrary* objLib, bool bUse);
-    // What is wrong with the section; the item then uses the nearest sane reading. Empty when all is well.
-    const QStringList& faults() const { return m_faults; }
+    // What is wrong with the section, without the file; the item then uses the nearest sane reading. Empty when all is
+    // well.
+    const std::vector<DefinitionFinding>& findings() const { return m_findings; }
     bool lacksTables() const { return m_lacksTables; } // it chooses from tables whose file is missing
 
     int number() const { return m_number; }
@@ -127,6 +130,7 @@ private:
     void readChoices(clsINI& ini, const QString& section);
     void readTables();
     QStringList fields(const QString& key, const QString& text, const QString& defaultText);
+    void addFinding(const QString& key, const QString& fault, const QString& remedy);
     int number(const QString& key, const QString& text);
 
     int m_number = 0;
@@ -167,5 +171,5 @@ private:
     ChoiceTable m_inputKTable;
     clsLibrary* m_library = nullptr;
     bool m_lacksTables = false;
-    QStringList m_faults;
+    std::vector<DefinitionFinding> m_findings;
 };

@@ -24,7 +24,7 @@ void ItemData::load(clsINI& objIni, int number, clsLibrary* objLib, bool bUse)
 {
     m_number = number;
     m_library = objLib;
-    const QString section = QStringLiteral("Datas%1").arg(number);
+    const QString section = definitionSection();
     m_tag = objIni.GetIniData(section, QStringLiteral("Tag"), QStringLiteral("T%1").arg(number));
     m_blockNo = this->number(QStringLiteral("BlockNo"),
                              objIni.GetIniData(section, QStringLiteral("BlockNo"), QStringLiteral("0")));
@@ -41,11 +41,17 @@ void ItemData::load(clsINI& objIni, int number, clsLibrary* objLib, bool bUse)
         readTables();
 }
 
+void ItemData::addFinding(const QString& key, const QString& fault, const QString& remedy)
+{
+    m_findings.push_back({{}, definitionSection(), key, fault, remedy});
+}
+
 // A number field of the section; a text that is no number counts as 0 and is noted.
 int ItemData::number(const QString& key, const QString& text)
 {
     if (!platform::parseInt32(text))
-        m_faults << QStringLiteral("%1: \"%2\" is not a whole number").arg(key, text.left(kMaxQuoted));
+        addFinding(key, QStringLiteral("\"%1\" is not a whole number").arg(text.left(kMaxQuoted)),
+                   QStringLiteral("write a decimal number, or a hexadecimal one with &h"));
     return m_library->toLong(text, 0);
 }
 
@@ -55,7 +61,8 @@ QStringList ItemData::fields(const QString& key, const QString& text, const QStr
     QStringList list = text.split(u',');
     const QStringList defaults = defaultText.split(u',');
     if (list.size() < defaults.size())
-        m_faults << QStringLiteral("%1: %2 of %3 fields").arg(key).arg(list.size()).arg(defaults.size());
+        addFinding(key, QStringLiteral("%1 of %2 fields").arg(list.size()).arg(defaults.size()),
+                   QStringLiteral("give all fields, separated by commas"));
     for (qsizetype i = list.size(); i < defaults.size(); ++i)
         list << defaults[i];
     return list;
@@ -110,9 +117,9 @@ void ItemData::readChoices(clsINI& ini, const QString& section)
         m_comboStrings = choices.split(kChoiceSeparator);
     m_comboDatas = ini.GetIniData(section, QStringLiteral("ComboDatas"), QString()).split(kChoiceSeparator);
     if (m_comboStrings.size() != m_comboDatas.size())
-        m_faults << QStringLiteral("ComboStrings: %1 choices for %2 values")
-                        .arg(m_comboStrings.size())
-                        .arg(m_comboDatas.size());
+        addFinding(QStringLiteral("ComboStrings"),
+                   QStringLiteral("%1 choices for %2 values").arg(m_comboStrings.size()).arg(m_comboDatas.size()),
+                   QStringLiteral("give as many texts as values"));
     m_multiSection = ini.GetIniData(section, QStringLiteral("MultiSelectSection"), QString());
     m_inputCSection = ini.GetIniData(section, QStringLiteral("InputCSelectSection"), QString());
     m_inputKSection = ini.GetIniData(section, QStringLiteral("InputKSelectSection"), QString());

@@ -21,7 +21,7 @@ private:
     bool registerTag(const clsData& item);
     void noteTakenCell(const clsData& item);
     void joinImage(const clsData& item);
-    void noteFaults(const clsData& item, int rows, int cols);
+    void checkItem(const clsData& item, int rows, int cols);
 
     ModelData& m_model;
     QHash<QString, QString> m_tagByFileKey;

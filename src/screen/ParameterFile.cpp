@@ -26,18 +26,18 @@ bool isValueOf(const ItemData& item, const QString& text)
 
 ParameterFile::ParameterFile(clsLibrary& library, const QString& fileName) : m_library(library), m_fileName(fileName) {}
 
-QString ParameterFile::save(const ParameterSet& set) const
+platform::Result<> ParameterFile::save(const ParameterSet& set) const
 {
     platform::Machine& machine = m_library.context().machine;
     const QString file = machine.paths.toMachineForSaving(m_fileName);
     const bool isOffLine = m_library.context().settings.get().m_bComm;
     IniBatch batch(m_library.context());
-    QString refusal;
+    platform::Result<> refusal;
     const auto put = [&](const QString& section, const QString& key, const QString& value) {
         const platform::Result<> outcome = machine.profiles.write(file, section, key, value);
         IniBatch::note(m_library.context(), kPutFailure, outcome);
-        if (refusal.isEmpty())
-            refusal = outcome.error();
+        if (refusal.ok())
+            refusal = outcome;
     };
     put(kInfo, kModel, set.modelString);
     put(kInfo, QStringLiteral("OffLine"), isOffLine ? QStringLiteral("True") : QStringLiteral("False"));
@@ -47,7 +47,7 @@ QString ParameterFile::save(const ParameterSet& set) const
     for (const auto& [tag, value] : set.values)
         put(kData, tag, value);
     // Without its commit the batch leaves the file as it was.
-    return refusal.isEmpty() ? batch.commit().error() : refusal;
+    return refusal.ok() ? batch.commit() : refusal;
 }
 
 QString ParameterFile::readError() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ParameterSet.h"
+#include "Result.h"
 
 #include <QString>
 #include <QStringList>
@@ -32,8 +33,8 @@ public:
     // fileName: desktop path.
     ParameterFile(clsLibrary& library, const QString& fileName);
 
-    // Empty, or why the file was not written (machine path included).
-    [[nodiscard]] QString save(const ParameterSet& set) const;
+    // The failure names the machine path.
+    platform::Result<> save(const ParameterSet& set) const;
 
     // The values of the file for the items of a model; the outcome says whether they may be used.
     ParameterLoad read(const ModelData& model, ParameterSet& set) const;

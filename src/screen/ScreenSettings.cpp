@@ -1,7 +1,7 @@
 #include "ScreenSettings.h"
 
+#include "DefinitionLog.h"
 #include "FontSize.h"
-#include "Log.h"
 #include "Numbers.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
@@ -21,7 +21,7 @@ int presentSections(clsINI& ini, const QString& prefix)
     return count;
 }
 
-int readCount(clsINI& ini, const clsLibrary& library, const QString& key, const QString& prefix, Log& errorLog)
+int readCount(clsINI& ini, const clsLibrary& library, const QString& key, const QString& prefix, DefinitionLog& log)
 {
     const QString text = ini.GetIniData(kSetting, key, QStringLiteral("0"));
     const int count = library.toLong(text, 0);
@@ -30,9 +30,11 @@ int readCount(clsINI& ini, const clsLibrary& library, const QString& key, const 
     if (count >= 0 && count <= std::min(2 * ini.numberedSections(prefix), ScreenSettings::kMaxSections))
         return count;
     const int present = count < 0 ? 0 : presentSections(ini, prefix);
-    errorLog.LogWrite(QStringLiteral("[KXClassError]screen file: %1=%2 is not a count; %3 sections are used")
-                          .arg(key, text)
-                          .arg(present));
+    log.add({{},
+             kSetting,
+             key,
+             QStringLiteral("%1 is not a count, %2 sections are used").arg(text).arg(present),
+             QStringLiteral("set it to the number of sections")});
     return present;
 }
 
@@ -46,20 +48,21 @@ QString ScreenSettings::ext() const
 
 void ScreenSettings::loadSize(clsINI& ini, const clsLibrary& library)
 {
-    blockCount = readCount(ini, library, QStringLiteral("BlockMaxCount"), QStringLiteral("BlockInfo"), noLog());
-    stringCount = readCount(ini, library, QStringLiteral("StringMaxCount"), QStringLiteral("Strings"), noLog());
-    dataCount = readCount(ini, library, QStringLiteral("DataMaxCount"), QStringLiteral("Datas"), noLog());
+    DefinitionLog log; // of nobody
+    blockCount = readCount(ini, library, QStringLiteral("BlockMaxCount"), QStringLiteral("BlockInfo"), log);
+    stringCount = readCount(ini, library, QStringLiteral("StringMaxCount"), QStringLiteral("Strings"), log);
+    dataCount = readCount(ini, library, QStringLiteral("DataMaxCount"), QStringLiteral("Datas"), log);
     maxRow = library.toLong(ini.GetIniData(kSetting, QStringLiteral("MaxRow"), QStringLiteral("10")), 0);
     maxCol = library.toLong(ini.GetIniData(kSetting, QStringLiteral("MaxCol"), QStringLiteral("10")), 0);
 }
 
-void ScreenSettings::load(clsINI& ini, const clsLibrary& library, const QString& modelCode, Log& errorLog)
+void ScreenSettings::load(clsINI& ini, const clsLibrary& library, const QString& modelCode, DefinitionLog& log)
 {
     extension = ini.GetIniData(kSetting, QStringLiteral("ExtName"), QString());
     dataPath = ini.GetIniData(kSetting, QStringLiteral("DataPath"), QString());
-    blockCount = readCount(ini, library, QStringLiteral("BlockMaxCount"), QStringLiteral("BlockInfo"), errorLog);
-    stringCount = readCount(ini, library, QStringLiteral("StringMaxCount"), QStringLiteral("Strings"), errorLog);
-    dataCount = readCount(ini, library, QStringLiteral("DataMaxCount"), QStringLiteral("Datas"), errorLog);
+    blockCount = readCount(ini, library, QStringLiteral("BlockMaxCount"), QStringLiteral("BlockInfo"), log);
+    stringCount = readCount(ini, library, QStringLiteral("StringMaxCount"), QStringLiteral("Strings"), log);
+    dataCount = readCount(ini, library, QStringLiteral("DataMaxCount"), QStringLiteral("Datas"), log);
     const QString filter = modelCode + QStringLiteral("パラメータファイル(*.") + ext() + QStringLiteral(")|*.") + ext();
     dialogFilter = ini.GetIniData(kSetting, QStringLiteral("DialogFilter"), filter);
     fontName = ini.GetIniData(kSetting, QStringLiteral("DefaultFontName"), QStringLiteral("System"));

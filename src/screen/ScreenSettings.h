@@ -4,7 +4,7 @@
 
 class clsINI;
 class clsLibrary;
-class Log;
+class DefinitionLog;
 
 // The global keys of a screen file, section "Setting".
 struct ScreenSettings
@@ -30,6 +30,6 @@ struct ScreenSettings
 
     // Only the counts and the grid size.
     void loadSize(clsINI& ini, const clsLibrary& library);
-    // All keys, in the order of the file. Damaged counts are noted in errorLog.
-    void load(clsINI& ini, const clsLibrary& library, const QString& modelCode, Log& errorLog);
+    // All keys, in the order of the file. Damaged counts go to the log.
+    void load(clsINI& ini, const clsLibrary& library, const QString& modelCode, DefinitionLog& log);
 };

@@ -39,6 +39,7 @@ void clsKX::setMaxRC(int n)
 {
     IniBatch batch(library().context());
     m_model.entry = ModelCatalogue(library()).entry(n);
+    m_model.lookup.log.start(m_model.entry.screenFile);
     clsINI screen = GridBuilder::screenFile(library(), m_model.entry);
     m_model.settings.loadSize(screen, library());
     batch.commitLogged();
@@ -58,13 +59,13 @@ int clsKX::load(int n, clsLibrary* objLib, const QString& modelString)
     const QString fault = definitionFault(library(), m_model.entry);
     if (!fault.isEmpty())
         logError(fault);
+    m_model.lookup.log.start(m_model.entry.screenFile);
     clsINI screen = GridBuilder::screenFile(library(), m_model.entry);
-    m_model.settings.load(screen, library(), m_model.entry.code, m_model.lookup.log.errorLog());
+    m_model.settings.load(screen, library(), m_model.entry.code, m_model.lookup.log);
     m_model.lookup.eventDot.load(screen, QStringLiteral("EVDOT"), library());
     m_model.lookup.eventBandDot.load(screen, QStringLiteral("EVDBDOT"), library());
     if (m_grid != nullptr) {
         m_model.clear();
-        m_model.lookup.log.start(m_model.entry.screenFile);
         GridBuilder builder(m_model, *m_grid, screen, [this](int mode, int number, const QString& text) {
             Q_EMIT LoadEvent(mode, number, text);
         });
@@ -139,7 +140,7 @@ QString clsKX::checkTag(const QString& text) const
     return resolvedTag(text, m_model.lookup);
 }
 
-QString clsKX::saveData(const QString& fileName) const
+platform::Result<> clsKX::saveData(const QString& fileName) const
 {
     return ParameterFile(library(), fileName).save(currentSet());
 }

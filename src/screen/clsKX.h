@@ -32,6 +32,8 @@ public:
     clsLibrary& library() const { return m_model.library(); }
     void Logs(Log& objErrLog, Log& objTrcLog);
     void logError(const QString& message) const { m_model.lookup.log.error(message); }
+    // What the last load found wrong with the definition.
+    const std::vector<DefinitionFinding>& definitionFindings() const { return m_model.lookup.log.findings(); }
     void logTrace(const QString& message) const;
 
     // The model string of the controller in use: decides which objects are built.
@@ -84,7 +86,7 @@ public:
 
     // Parameter data files. Saving returns why the file was not written, empty when it was. Loading returns True when
     // the file was not taken; lastLoad says why, and what it changed.
-    QString saveData(const QString& fileName) const;
+    platform::Result<> saveData(const QString& fileName) const;
     bool loadData(const QString& fileName);
     const ParameterLoad& lastLoad() const { return m_lastLoad; }
     // Sets of values; see ParameterSet. The grid is not touched.

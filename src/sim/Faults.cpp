@@ -68,23 +68,20 @@ QString Faults::kinds()
     return texts.join(QStringLiteral(", "));
 }
 
-bool Faults::add(const QString& text, QString& error)
+platform::Result<> Faults::add(const QString& text)
 {
     const QString what = text.section(u'@', 0, 0);
     const KindRow* row = findKind(what.section(u':', 0, 0));
-    if (row == nullptr) {
-        error = QStringLiteral("unknown fault \"%1\"; known: %2").arg(text, kinds());
-        return false;
-    }
+    if (row == nullptr)
+        return platform::Failure{QStringLiteral("unknown fault \"%1\"; known: %2").arg(text, kinds())};
     Fault fault;
     fault.kind = static_cast<Kind>(row - kKinds);
-    if (!parseArgument(what, *row, fault.argument) || !parseWhen(text, fault)) {
-        error = QStringLiteral("fault \"%1\" makes no sense; write e.g. exception:2, silent@0.3 or corrupt@every3")
-                    .arg(text);
-        return false;
-    }
+    if (!parseArgument(what, *row, fault.argument) || !parseWhen(text, fault))
+        return platform::Failure{
+            QStringLiteral("fault \"%1\" makes no sense; write e.g. exception:2, silent@0.3 or corrupt@every3")
+                .arg(text)};
     m_faults.push_back(fault);
-    return true;
+    return {};
 }
 
 bool Faults::parseWhen(const QString& text, Fault& fault)

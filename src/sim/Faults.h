@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Result.h"
+
 #include <QByteArray>
 #include <QString>
 #include <random>
@@ -22,8 +24,8 @@ class Faults
 public:
     explicit Faults(unsigned seed = 1) : m_random(seed) {}
 
-    // False with the reason when the text names no fault.
-    bool add(const QString& text, QString& error);
+    // Refuses a text that names no fault, with the reason.
+    platform::Result<> add(const QString& text);
 
     // The kinds as they are written, with what stands for their argument: "silent, ..., delay:MS, ...".
     static QString kinds();

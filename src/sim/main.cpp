@@ -100,8 +100,9 @@ Options parse(const QCoreApplication& application)
         options.error = QStringLiteral("--mode is rtu or ascii");
     const QStringList faults = parser.values(QStringLiteral("fault"));
     for (const QString& fault : faults) {
-        if (!fault.isEmpty())
-            options.faults.add(fault, options.error);
+        const platform::Result<> added = fault.isEmpty() ? platform::Result<>() : options.faults.add(fault);
+        if (!added.ok())
+            options.error = added.error();
     }
     return options;
 }

@@ -37,19 +37,19 @@ QString BackupStore::folder() const
     return m_library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Backup");
 }
 
-QString BackupStore::keep(const ParameterSet& set, const QString& extension) const
+platform::Result<> BackupStore::keep(const ParameterSet& set, const QString& extension) const
 {
     if (!m_library.MakeDir(folder()))
-        return m_library.tranStr(QStringLiteral("the folder %1 cannot be made"))
-            .arg(m_library.context().machine.paths.toMachine(folder()));
+        return platform::Failure{m_library.tranStr(QStringLiteral("the folder %1 cannot be made"))
+                                     .arg(m_library.context().machine.paths.toMachine(folder()))};
     const QString stamp = m_library.context().machine.clock.now().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
     const std::vector<Backup> kept = backupsOf(set.modelString);
     const QString number = QString::number(kept.empty() ? 1 : kept.back().number + 1).rightJustified(kDigits, u'0');
     const QString name = fileStem(set.modelString) + number + u'_' + stamp + u'.' + plainExtension(extension);
-    const QString error = ParameterFile(m_library, folder() + u'\\' + name).save(set);
-    if (error.isEmpty())
+    platform::Result<> saved = ParameterFile(m_library, folder() + u'\\' + name).save(set);
+    if (saved.ok())
         removeOld(set.modelString);
-    return error;
+    return saved;
 }
 
 // Oldest first. The number of the name gives the order, whatever the clock said; names without one are older.

@@ -18,8 +18,7 @@ public:
     explicit BackupStore(clsLibrary& library) : m_library(library) {}
 
     // extension: of parameter files of the model, without a point; "par" stands for one that is no plain extension.
-    // Empty, or why the set could not be kept.
-    [[nodiscard]] QString keep(const ParameterSet& set, const QString& extension) const;
+    platform::Result<> keep(const ParameterSet& set, const QString& extension) const;
 
     QString folder() const; // desktop path
 

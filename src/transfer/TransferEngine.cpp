@@ -137,7 +137,7 @@ bool TransferEngine::keepHeldSet()
     if (m_backup == Backup::None || set.values.isEmpty() || m_parts.settings.m_bComm)
         return true;
     clsLibrary& library = m_parts.kx.library();
-    m_backupError = BackupStore(library).keep(set, m_parts.kx.Ext());
+    m_backupError = BackupStore(library).keep(set, m_parts.kx.Ext()).error();
     if (m_backupError.isEmpty() || m_backup == Backup::Required)
         return m_backupError.isEmpty();
     const QString question =

@@ -33,7 +33,7 @@ protected:
 TEST_F(Parameters, FileHoldsEveryItemInOrder)
 {
     put(kFile, "; kept\r\n[Data]\r\nOLD=5\r\nVQSV1=1\r\n");
-    EXPECT_EQ(kx.saveData(kFile), QString());
+    EXPECT_EQ(kx.saveData(kFile).error(), QString());
     EXPECT_EQ(content(kFile), "; kept\r\n[Data]\r\nOLD=5\r\nVQSV1=1234\r\nNAME=A\r\nHIDE=7\r\nMODE=1\r\n"
                               "[Info]\r\nMODEL=KX41000000-10A\r\nOffLine=False\r\nSaveDate=2007/03/05 09:04:07\r\n"
                               "SoftwareVersion=0.1.0\r\nLangugeFile=EN.txt\r\n");
@@ -86,7 +86,7 @@ TEST_F(Parameters, SavedFileHoldsNoInventedValueAndLoads)
                    "CommRaedSection=Main\nDefaultData=0"}),
          "[Main]\nReadCmd1=Direct,8000,4\n");
     EXPECT_EQ(grid.cell(2, 1).text, u"auto");
-    EXPECT_EQ(kx.saveData(kFile), QString());
+    EXPECT_EQ(kx.saveData(kFile).error(), QString());
     EXPECT_TRUE(content(kFile).contains("[Data]\r\nA=\r\nB=auto\r\nC=x y\r\nSWQCF=\r\n"))
         << content(kFile).toStdString();
     kx.setData("SWQCF", "1", false);
@@ -101,7 +101,7 @@ TEST_F(Parameters, TagThatNoFileCanHoldSavesNothing)
 {
     put(kFile, "[Data]\nA=1\n");
     load(screenOf({"Tag=A\nDefaultData=2", "Tag=B=C"}));
-    EXPECT_TRUE(kx.saveData(kFile).contains(u"B=C"));
+    EXPECT_TRUE(kx.saveData(kFile).error().contains(u"B=C"));
     EXPECT_EQ(content(kFile), "[Data]\nA=1\n");
     load(screenOf({"Tag=Ab", "Tag=aB"}));
     EXPECT_EQ(kx.items().size(), 1U) << "one key in a file";
@@ -138,14 +138,14 @@ TEST_F(Parameters, WhatIsNoFileCannotBeLoaded)
     EXPECT_TRUE(kx.loadData("Z:\\proc\\self\\mem")); // the first read of it fails
     EXPECT_TRUE(kx.lastLoad().detail.startsWith(u"The file was not loaded: "));
     EXPECT_FALSE(QFile::exists(box.path("C:\\sets\\missing.k41")));
-    EXPECT_FALSE(kx.saveData("C:\\sets").isEmpty());
-    EXPECT_FALSE(kx.saveData("C:\\nowhere\\a.k41").isEmpty());
+    EXPECT_FALSE(kx.saveData("C:\\sets").ok());
+    EXPECT_FALSE(kx.saveData("C:\\nowhere\\a.k41").ok());
 }
 
 TEST_F(Parameters, NewNameInAnotherCaseIsAnotherFile)
 {
     put(kFile, "old");
-    EXPECT_EQ(kx.saveData(kFile.toUpper()), QString());
+    EXPECT_EQ(kx.saveData(kFile.toUpper()).error(), QString());
     EXPECT_EQ(content(kFile), "old");
     EXPECT_FALSE(kx.loadData(kFile.toUpper())) << "what was saved is what is loaded";
 }

@@ -9,10 +9,7 @@ namespace {
 // Why a text is no fault; empty when it is one.
 QString refusal(const char* text)
 {
-    QString error;
-    const bool isValid = Faults(1).add(QString::fromLatin1(text), error);
-    EXPECT_EQ(isValid, error.isEmpty()) << text;
-    return error;
+    return Faults(1).add(QString::fromLatin1(text)).error();
 }
 
 TEST(FaultTexts, AreAcceptedOrExplained)
@@ -28,8 +25,7 @@ TEST(FaultTexts, AreAcceptedOrExplained)
 QByteArray pattern(const char* text)
 {
     Faults faults(1);
-    QString error;
-    faults.add(QString::fromLatin1(text), error);
+    EXPECT_TRUE(faults.add(QString::fromLatin1(text)).ok()) << text;
     QByteArray result;
     for (int i = 0; i < 12; ++i)
         result += faults.next().silent ? 'x' : '.';
@@ -62,8 +58,7 @@ TEST(Damage, IsRepeatableAndSeenByAMaster)
         ASSERT_EQ(checked(sound, ascii), clsModbus::kNoError);
         const auto damaged = [&](const char* fault, unsigned seed) {
             Faults faults(seed);
-            QString error;
-            faults.add(QLatin1String(fault), error);
+            EXPECT_TRUE(faults.add(QLatin1String(fault)).ok()) << fault;
             const Faults::Verdict verdict = faults.next();
             return faults.damaged(sound, verdict, ascii);
         };

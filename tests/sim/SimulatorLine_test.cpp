@@ -16,8 +16,7 @@ protected:
     {
         controller = makeController(mode);
         Faults faults(1);
-        QString error;
-        ASSERT_TRUE(fault == nullptr || faults.add(QString::fromLatin1(fault), error)) << qPrintable(error);
+        ASSERT_TRUE(fault == nullptr || faults.add(QString::fromLatin1(fault)).ok()) << fault;
         line = std::make_unique<SimulatorLine>(*controller, faults, pace, box.clock);
         ASSERT_TRUE(line->openTerminal()) << qPrintable(line->errorText());
         client.setPortName(line->path());

@@ -43,8 +43,7 @@ protected:
     void setFault(const QString& text)
     {
         Faults faults(1);
-        QString error;
-        ASSERT_TRUE(text.isEmpty() || text == u"none" || faults.add(text, error)) << qPrintable(error);
+        ASSERT_TRUE(text.isEmpty() || text == u"none" || faults.add(text).ok()) << qPrintable(text);
         line->setFaults(faults);
     }
 

@@ -131,10 +131,10 @@ void Soak::drawFaults()
         texts << kind + QStringLiteral("@0.%1").arg(pick(1, 4));
     }
     Faults faults(static_cast<unsigned>(pick(1, INT_MAX)));
-    QString error;
     for (const QString& text : texts) {
-        if (!faults.add(text, error))
-            throw std::runtime_error(error.toStdString());
+        const platform::Result<> added = faults.add(text);
+        if (!added.ok())
+            throw std::runtime_error(added.error().toStdString());
     }
     m_faults = texts.isEmpty() ? QStringLiteral("none") : texts.join(u' ');
     m_line.setFaults(faults);
