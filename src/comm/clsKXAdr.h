@@ -49,6 +49,7 @@ public:
     bool isFilled() const { return m_filled; }
     void markFilled();
     void clearFilled() { m_filled = false; }
+    bool isUnread() const { return !m_filled && hasReads(); } // the last read left it out, or got no answer
 
     // Whether the whole value lies in what the read commands bring. length: bytes, 1 and up.
     bool holds(const QString& address, int length) const;

@@ -187,7 +187,7 @@ QStringList ReadTransfer::unreadBlocks() const
     const ImageCollection& images = m_parts.kx.ColAdr();
     for (int i = 0; i < images.count(); ++i) {
         const clsKXAdr& image = images.at(i);
-        if (image.isFilled() || !image.hasReads())
+        if (!image.isUnread())
             continue;
         QStringList blocks;
         for (const clsBlock* block : m_parts.kx.BlockCol()) {

@@ -76,8 +76,7 @@ void WriteSelection::add(clsData& item, Images& images)
     if (m_tags.contains(item.Key()))
         return;
     m_tags.insert(item.Key());
-    const bool isUnread = !image->isFilled() && image->hasReads();
-    if (isUnread || !isWritten(m_kx.data(), item))
+    if (image->isUnread() || !isWritten(m_kx.data(), item))
         return; // a section that was not read is reported as a whole
     // A value that is the controller's own stays what its bytes are, whatever the limits say.
     const auto held = heldValue(item, *image);

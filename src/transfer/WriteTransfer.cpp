@@ -155,7 +155,7 @@ bool WriteTransfer::sendPass(const Images& colWrite, int pass, bool bSingle, int
 {
     for (clsKXAdr* image : colWrite) {
         m_parts.progress.setPosition(++position);
-        if (!image->isFilled() && image->hasReads()) {
+        if (image->isUnread()) {
             if (pass == 0)
                 m_report.failed << QStringLiteral("%1: %2").arg(image->Section(),
                                                                 m_parts.tran("not read, so not written"));

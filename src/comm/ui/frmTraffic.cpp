@@ -233,22 +233,11 @@ void frmTraffic::look()
     const bool hasChanged = isNew || found.problem != m_problem;
     m_problem = found.problem;
     if (isNew && m_pause->isChecked())
-        keep(std::move(found));
+        m_waiting.add(std::move(found));
     else if (isNew)
         add(found);
     if (hasChanged)
         showStatus();
-}
-
-void frmTraffic::keep(LogReader::Look look)
-{
-    m_waitingLines += static_cast<int>(look.entries.size());
-    m_waiting.push_back(std::move(look));
-    while (m_waitingLines > TrafficModel::kMostRows && m_waiting.size() > 1) {
-        m_waitingLines -= static_cast<int>(m_waiting.front().entries.size());
-        m_waiting.pop_front();
-        m_waiting.front().lost = true;
-    }
 }
 
 void frmTraffic::add(const LogReader::Look& look)
@@ -273,10 +262,8 @@ void frmTraffic::add(const LogReader::Look& look)
 void frmTraffic::setPaused(bool paused)
 {
     if (!paused) {
-        for (const LogReader::Look& look : m_waiting)
+        for (const LogReader::Look& look : m_waiting.take())
             add(look);
-        m_waiting.clear();
-        m_waitingLines = 0;
     }
     showStatus();
 }
@@ -331,7 +318,7 @@ void frmTraffic::showStatus()
     if (m_problem != LogReader::Problem::None)
         parts << problemText();
     if (paused)
-        parts << m_library.tranStr(QStringLiteral("paused, %1 new lines")).arg(m_waitingLines);
+        parts << m_library.tranStr(QStringLiteral("paused, %1 new lines")).arg(m_waiting.lines());
     parts
         << m_library.tranStr(QStringLiteral("%1 lines, %2 with errors")).arg(m_model.rowCount()).arg(m_model.errors());
     m_status->setText(platform::visibleLines(parts.join(QStringLiteral("   "))));

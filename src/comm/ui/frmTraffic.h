@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HeldLooks.h"
 #include "LogReader.h"
 #include "TrafficModel.h"
 #include "WidgetPlacement.h"
@@ -7,7 +8,6 @@
 #include <QDialog>
 #include <QSortFilterProxyModel>
 
-#include <deque>
 #include <memory>
 
 class QCheckBox;
@@ -56,7 +56,6 @@ private:
     void loadColumns();
     void saveColumns() const;
     void look();
-    void keep(LogReader::Look look);
     void add(const LogReader::Look& look);
     void setPaused(bool paused);
     void copy();
@@ -70,8 +69,7 @@ private:
     LogReader m_reader;
     TrafficModel m_model;
     QSortFilterProxyModel m_shown;
-    std::deque<LogReader::Look> m_waiting; // while the window is paused
-    int m_waitingLines = 0;
+    HeldLooks m_waiting{TrafficModel::kMostRows}; // while the window is paused
     bool m_isLaidOut = false;
     LogReader::Problem m_problem = LogReader::Problem::None;
     platform::WidgetPlacement m_placement;
