@@ -47,23 +47,7 @@ TEST_F(Library, ConversionsFallBack)
     EXPECT_EQ(library.toModalVal(true) + library.toModalVal(false), 1);
 }
 
-TEST_F(Library, NamesAndPathsAreChecked)
-{
-    const std::tuple<QString, bool, bool> rows[] = {
-        {"", false, false},       {"a/b", false, false},     {"\\data", false, false},
-        {"\\\\", false, false},   {"C:\\a:b", false, false}, {"9:\\a", false, false},
-        {"a?b", false, false},    {"a b", false, true},      {"\\\\server\\s", false, true},
-        {"data.k41", true, true}, {"fcCounter", true, true}, {"C:\\" + QString(248, 'a'), false, false}};
-    for (const auto& [name, isFile, isPath] : rows) {
-        EXPECT_EQ(library.FileName_Check(name, 0), isFile) << qPrintable(name);
-        EXPECT_EQ(library.PathName_Check(name), isPath) << qPrintable(name);
-    }
-    EXPECT_FALSE(library.FileName_Check("fcCounter", 1));
-    EXPECT_TRUE(library.FileNameWithLen_Check("設定.txt", 0, 8)) << "two double-byte characters";
-    EXPECT_FALSE(library.FileNameWithLen_Check("設定.txt", 0, 7));
-}
-
-TEST_F(Library, FoldersAreMadeOnKnownDrives)
+TEST_F(Library, FoldersFilesAndSwitches)
 {
     ASSERT_TRUE(box.put("C:\\file", ""));
     EXPECT_TRUE(library.MakeDir("C:\\a\\b\\c\\") && library.DirExists("C:\\A\\B\\C"));
@@ -73,33 +57,12 @@ TEST_F(Library, FoldersAreMadeOnKnownDrives)
         EXPECT_FALSE(library.MakeDir(refused)) << refused;
     EXPECT_TRUE(library.FileExists("C:\\FILE"));
     EXPECT_FALSE(library.FileExists("C:\\a"));
-    EXPECT_EQ(library.CheckDriveType("C:\\"), 3);
-    EXPECT_EQ(library.CheckDriveType("Q:\\"), 1);
-    double total = 0;
-    double available = -1;
-    EXPECT_TRUE(library.GetDiskFreeSP("C:\\", total, available) && total > available && available >= 0);
-}
-
-TEST_F(Library, TextsSwitchesAndPathsAreTakenApart)
-{
-    EXPECT_EQ(library.getDataToken("a=b=c", "="), u"b=c");
-    EXPECT_EQ(library.getKeyToken("a=b=c", "="), u"a");
-    EXPECT_EQ(library.getKeyToken("=", "="), u"=") << "shorter than two characters";
+    EXPECT_EQ(library.GetFileTitle("C:\\a\\b.tar.gz") + library.GetDirName("C:\\a\\b.c"), u"b.tar.gzC:\\a");
     EXPECT_EQ(library.GetCommand("/Lfile.txt /X", "/l", false), u"FILE.TXT ");
-    EXPECT_EQ(library.GetCommand("/Lfile.txt /X", "/L", true), u"file.txt ");
     EXPECT_EQ(library.HexString(QByteArray("\x01\xAB\xFF", 3)), u"01ABFF");
-    EXPECT_EQ(library.getAdrString(7) + library.getAdrString(-7), u"07-7");
-    const QStringList paths[] = {{"C:\\a\\b.tar.gz", "b.tar.gz", "b.tar", "gz", "C:\\a"}, {"b", "b", "b", "", "b"}};
-    for (const QStringList& parts : paths) {
-        const QString& path = parts[0];
-        EXPECT_EQ(library.GetFileTitle(path), parts[1]);
-        EXPECT_EQ(library.GetFileTitleEx(path), parts[2]);
-        EXPECT_EQ(library.GetFileExt(path), parts[3]);
-        EXPECT_EQ(library.GetDirName(path), parts[4]);
-    }
 }
 
-TEST_F(Library, ColoursAreReadAndNamed)
+TEST_F(Library, ColoursAreRead)
 {
     const std::pair<const char*, qint32> rows[] = {
         {" vbRed ", 255},  {"VBRED", 0},  {"vbNothing", 42}, {"RGB.0.128.255", 0xFF8000},
@@ -107,16 +70,6 @@ TEST_F(Library, ColoursAreReadAndNamed)
     for (const auto& [text, color] : rows)
         EXPECT_EQ(library.StrToColor(text, 42), color) << text;
     EXPECT_EQ(library.StrToColor("vbHighlight", 0), static_cast<qint32>(box.colors.color(13)));
-    EXPECT_EQ(library.ToCOLOEREF(static_cast<qint32>(0x800000FFU)), 0) << "no such system colour";
-    EXPECT_EQ(library.ColorToStr(0x8080FF), u"vbLightRed");
-    EXPECT_EQ(library.ColorToStr(0x123456), u"&h123456");
-    EXPECT_EQ(library.ColorToStr(static_cast<qint32>(0x8000000DU)), u"&h8000000D");
-    for (const auto& [slot, text] : {std::pair(9, "vbLightYellow/LghtYellow"), {library.getColorTableUbound(), "/"}}) {
-        QString name;
-        QString comment;
-        library.getColorTable(slot, name, comment);
-        EXPECT_EQ(name + '/' + comment, text) << "it ends with an empty slot";
-    }
 }
 
 TEST_F(Library, SettingsFillTheFileAndComeBack)
