@@ -1,6 +1,7 @@
 // What the files of a definition say of each other: images and the items in them, tags and sections by name.
 #include "DefinitionFindings.h"
 #include "ModelCodes.h"
+#include "WrittenItems.h"
 #include "clsKX.h"
 
 #include <QSet>
@@ -128,6 +129,9 @@ void checkItem(DefinitionFindings& findings, const KnownTags& tags, const clsDat
     if (item.RSection().isEmpty() && item.Visible())
         findings.addToItem(item, QStringLiteral("CommRaedSection"), QStringLiteral("is never read"),
                            QStringLiteral("name the section of the comm file that reads it"));
+    if (item.Class() == ParameterClass::Measured && isWritten(findings.kx().data(), item))
+        findings.addToItem(item, QStringLiteral("Class"), QStringLiteral("is measured, but a write command carries it"),
+                           QStringLiteral("name another class, or give ReadOnly=True"));
     if (!item.WSection().isEmpty() && findings.kx().ColAdr().find(item.WSection()) == nullptr)
         findings.addToItem(item, QStringLiteral("CommWriteSection"),
                            QStringLiteral("is never written, because nothing reads [%1]").arg(item.WSection()),

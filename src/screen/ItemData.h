@@ -3,6 +3,7 @@
 #include "ChoiceTable.h"
 #include "DefinitionFinding.h"
 #include "GridModel.h"
+#include "ParameterClass.h"
 
 #include <QString>
 #include <QStringList>
@@ -65,6 +66,7 @@ public:
     QString DataName() const { return m_name; }
     int BlockNo() const { return m_blockNo; }
     bool isReadOnly() const { return m_readOnly; } // only the controller changes it: takes no entry, is never written
+    ParameterClass Class() const { return m_class; }
     bool Visible() const { return m_visible; }
     int Row() const { return m_row; }
     int Col() const { return m_col; }
@@ -126,6 +128,7 @@ public:
 
 private:
     void readPlace(clsINI& ini, const QString& section);
+    void readClass(clsINI& ini, const QString& section);
     void readValue(clsINI& ini, const QString& section);
     void readChoices(clsINI& ini, const QString& section);
     void readTables();
@@ -139,6 +142,7 @@ private:
     int m_blockNo = 0;
     bool m_visible = true;
     bool m_readOnly = false;
+    ParameterClass m_class = ParameterClass::Setting;
     QString m_enabled;
     int m_row = 0;
     int m_col = 0;

@@ -75,6 +75,7 @@ void ItemData::readPlace(clsINI& ini, const QString& section)
     const QString cellKey = QStringLiteral("CellData");
     m_enabled = ini.GetIniData(section, QStringLiteral("Enabled"), QStringLiteral("True"));
     m_readOnly = m_library->toBoolean(ini.GetIniData(section, QStringLiteral("ReadOnly"), QString(), true), false);
+    readClass(ini, section);
     m_address = ini.GetIniData(section, QStringLiteral("KXAddress"), QString());
     m_dataLen = number(lengthKey, ini.GetIniData(section, lengthKey, QStringLiteral("0")));
     m_bitMask = number(maskKey, ini.GetIniData(section, maskKey, QStringLiteral("0")));
@@ -86,6 +87,17 @@ void ItemData::readPlace(clsINI& ini, const QString& section)
     m_foreColorName = cell[3];
     m_readSection = ini.GetIniData(section, QStringLiteral("CommRaedSection"), QString());
     m_writeSection = ini.GetIniData(section, QStringLiteral("CommWriteSection"), QString());
+}
+
+void ItemData::readClass(clsINI& ini, const QString& section)
+{
+    const QString key = QStringLiteral("Class");
+    const QString name = ini.GetIniData(section, key, parameterClassName(ParameterClass::Setting), true);
+    const auto known = parameterClassOf(name);
+    if (!known)
+        addFinding(key, QStringLiteral("\"%1\" is no class").arg(name.left(kMaxQuoted)),
+                   QStringLiteral("write setting, calibration, line, command or measured"));
+    m_class = known.value_or(ParameterClass::Setting);
 }
 
 void ItemData::readValue(clsINI& ini, const QString& section)

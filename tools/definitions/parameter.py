@@ -29,6 +29,7 @@ class Parameter:
     section: str = ""  # of the comm file; empty: the block's
     hidden: bool = False  # without a cell
     read_only: bool = False
+    sending: str = "setting"  # what sending it means: setting, calibration, line or command
 
 
 @dataclass(frozen=True)

@@ -43,7 +43,7 @@ SET_VALUES = (
     in_set_value_units("VQSVDWN", "Ramp down", "設定値下降率", 100, 0, 9999, unit=PER_MINUTE),
     choice("SVSEL", "Active set value", "設定値選択", (("SV1", "SV1"), ("SV2", "SV2"))),
     choice("SVDOT", "Decimal point", "小数点位置", tuple((str(n), str(n)) for n in range(4)), 1),
-    switch("RUNSTP", "Control", "制御", (("Stopped", "停止"), ("Running", "運転")), 1),
+    switch("RUNSTP", "Control", "制御", (("Stopped", "停止"), ("Running", "運転")), 1, sending="command"),
 )
 
 MORE_SET_VALUES = tuple(
@@ -62,7 +62,8 @@ PID = (
     number("VQARW", "Anti-reset windup", "アンチリセットワインドアップ", 1000, "0.0", "100.0", 1, PERCENT),
     number("VQGAIN", "Loop gain", "ループゲイン", "125.5", "0", "100", 2, size=4),
     in_set_value_units("ATBIAS", "Tuning bias", "オートチューニングバイアス", 20, 0, 32),
-    switch("ATRUN", "Auto tuning", "オートチューニング", (("Idle", "停止中"), ("Tuning", "実行中")), section="Coil"),
+    switch("ATRUN", "Auto tuning", "オートチューニング", (("Idle", "停止中"), ("Tuning", "実行中")), section="Coil",
+           sending="command"),
 )
 
 ZONES = (
@@ -89,7 +90,7 @@ INPUT = (
     in_set_value_units("VQLIH", "Input high limit", "入力上限", 5000, "TAGRANGEL", "TAGRANGEH"),
     in_set_value_units("VQLIZL", "Scale low", "スケーリング下限", -1999, "TAGBARL", "TAGBARH"),
     in_set_value_units("VQLIZS", "Scale high", "スケーリング上限", 5000, "TAGBARL", "TAGBARH"),
-    in_set_value_units("VQBIA", "Sensor correction", "センサ補正", -12, -1999, 1999),
+    in_set_value_units("VQBIA", "Sensor correction", "センサ補正", -12, -1999, 1999, sending="calibration"),
     number("VQFIL", "Input filter", "入力フィルタ", 50, "0.0", "120.0", 1, SECONDS),
     choice("CJCOMP", "Cold junction", "冷接点補償", (("External", "外部"), ("Internal", "内部")), 1),
     choice("BRNOUT", "Burnout", "バーンアウト", (("None", "なし"), ("Upscale", "上限"), ("Downscale", "下限")), 1),
@@ -143,7 +144,7 @@ OUTPUT = (
     number("VQCYC1", "Cycle time", "比例周期", 20, 1, 120, 0, SECONDS),
     number("VQRATE", "Rate limit", "出力変化率リミット", 1000, "0.0", "100.0", 1, PERCENT_PER_SECOND),
     number("VQMAN", "Manual output", "手動出力", 0, "0.0", "100.0", 1, PERCENT, section="Man"),
-    choice("AUTMAN", "Operation", "運転方式", (("Automatic", "自動"), ("Manual", "手動"))),
+    choice("AUTMAN", "Operation", "運転方式", (("Automatic", "自動"), ("Manual", "手動")), sending="command"),
     number("ERROUT", "Output at error", "異常時出力", -50, "-5.0", "105.0", 1, PERCENT),
     choice("OUTTYP", "Output type", "出力種類", OUTPUT_TYPES, 1),
 )
@@ -163,7 +164,7 @@ REMOTE = (
     choice("REMSEL", "Set value source", "設定値モード", (("Local", "ローカル"), ("Remote", "リモート"))),
     in_set_value_units("VQRSV", "Remote set value", "リモート設定値", 0, section="Rsv", read_only=True),
     choice("REMRNG", "Remote input", "リモート入力", LINEAR_RANGES),
-    in_set_value_units("VQRBIA", "Remote bias", "リモートバイアス", 0, -1999, 1999),
+    in_set_value_units("VQRBIA", "Remote bias", "リモートバイアス", 0, -1999, 1999, sending="calibration"),
     number("VQRRAT", "Remote ratio", "リモートレシオ", 1000, "0.001", "9.999", 3),
     number("VQRFIL", "Remote filter", "リモートフィルタ", 20, "0.0", "300.0", 1, SECONDS),
     switch("REMTRK", "Tracking", "トラッキング", FITTED, 1),
@@ -203,17 +204,18 @@ SYSTEM = (
            (("Unlocked", "解除"), ("Settings", "設定のみロック"), ("All keys", "全ロック"))),
     switch("DSPTYP", "Display", "表示", (("PV only", "PVのみ"), ("PV and SV", "PV/SV")), 1),
     number("LEDBRT", "Brightness", "表示輝度", 3, 1, 5, size=1),
-    switch("ALMRST", "Alarm reset", "警報リセット", (("Ready", "待機中"), ("Resetting", "リセット中")), section="Coil"),
+    switch("ALMRST", "Alarm reset", "警報リセット", (("Ready", "待機中"), ("Resetting", "リセット中")), section="Coil",
+           sending="command"),
     number("OPHOUR", "Operating hours", "通算稼動時間", 10234, 0, 999999, 0, HOURS, size=4, read_only=True),
     number("SOFTNO", "Software version", "ソフトウェアバージョン", 214, "0", "99.99", 2, read_only=True),
 )
 
 COMMUNICATION = (
-    number("COMADR", "Slave address", "スレーブアドレス", 1, 1, 99, size=1),
-    choice("COMSPD", "Speed", "通信速度", (("9600bps", "9600bps"), ("19200bps", "19200bps"))),
-    choice("COMCHR", "Character", "キャラクタ", (("N,8,1", "N,8,1"), ("E,7,1", "E,7,1"))),
-    choice("COMMOD", "Protocol", "プロトコル", (("RTU", "RTU"), ("ASCII", "ASCII"))),
-    number("COMDLY", "Response delay", "応答遅延時間", 10, 0, 250, 0, MILLISECONDS, size=1),
+    number("COMADR", "Slave address", "スレーブアドレス", 1, 1, 99, size=1, sending="line"),
+    choice("COMSPD", "Speed", "通信速度", (("9600bps", "9600bps"), ("19200bps", "19200bps")), sending="line"),
+    choice("COMCHR", "Character", "キャラクタ", (("N,8,1", "N,8,1"), ("E,7,1", "E,7,1")), sending="line"),
+    choice("COMMOD", "Protocol", "プロトコル", (("RTU", "RTU"), ("ASCII", "ASCII")), sending="line"),
+    number("COMDLY", "Response delay", "応答遅延時間", 10, 0, 250, 0, MILLISECONDS, size=1, sending="line"),
 )
 
 
@@ -221,7 +223,7 @@ def program(steps, hold_minutes):
     """A ramp and soak program: (time to get there, set value) for each step."""
     result = [
         choice("PGMODE", "Program mode", "プログラム運転",
-               (("Reset", "リセット"), ("Run", "ラン"), ("Hold", "ホールド"), ("Advance", "アドバンス"))),
+               (("Reset", "リセット"), ("Run", "ラン"), ("Hold", "ホールド"), ("Advance", "アドバンス")), sending="command"),
         number("PGREP", "Repetitions", "繰返し回数", 1, 1, 99, size=1),
         choice("PGEND", "At the end", "終了時動作", (("Stop control", "制御停止"), ("Keep last value", "最終値継続"))),
         switch("PGPVST", "PV start", "PVスタート", OFF_ON, 1),

@@ -116,6 +116,7 @@ def _parameter(placed, option):
     multi, celsius, kelvin = ("", "", "") if not p.tables else (p.tables[0], "", "") if p.kind == "Multi" else (
         "", *p.tables)
     return [f"Tag={p.tag}", f"BlockNo={placed.block.number}", f"Name={p.name[0]}", f"Option={option}",
+            f"Class={'measured' if p.read_only else p.sending}",
             f"Visible={not p.hidden}", f"Enabled={not p.read_only}",
             *(["ReadOnly=True"] if p.read_only else []), f"KXAddress={placed.address}",
             f"DataLen={p.size}", f"BitMask={placed.mask}", f"CellData={placed.row},{placed.column},{SYSTEM_COLORS}",
