@@ -1,5 +1,6 @@
 #include "ParameterFiles.h"
 
+#include "HeldValue.h"
 #include "MessagePresenter.h"
 #include "ParameterFile.h"
 #include "ProgramContext.h"
@@ -85,7 +86,7 @@ bool ParameterFiles::hasUsableName(const QString& file)
 
 void ParameterFiles::load(const QString& file)
 {
-    if (!hasUsableName(file))
+    if (!hasUsableName(file) || !mayDiscard())
         return;
     m_program.eventLog().LogWrite(QStringLiteral("showOpenFile-") + file);
     if (m_kx.loadData(m_program.machine().paths.toDesktop(file))) {
@@ -137,10 +138,42 @@ void ParameterFiles::standFor(const QString& file)
     Q_EMIT fileChanged();
 }
 
+int ParameterFiles::changes() const
+{
+    if (!m_program.settings().m_bComm || m_file.isEmpty())
+        return static_cast<int>(std::count_if(m_kx.items().cbegin(), m_kx.items().cend(),
+                                              [this](const auto& item) { return isUnsent(m_kx.data(), *item); }));
+    const QStringList values = valuesOf(m_kx);
+    int count = 0;
+    for (qsizetype i = 0; i < values.size(); ++i)
+        count += values[i] == m_values.value(i) ? 0 : 1;
+    return count;
+}
+
+bool ParameterFiles::mayDiscard() const
+{
+    const int count = m_program.settings().m_bViewDiscardConf ? changes() : 0;
+    if (count == 0)
+        return true;
+    const bool isOffLine = m_program.settings().m_bComm;
+    const clsLibrary& library = m_program.library();
+    const QString question = count == 1
+                                 ? library.tranStr(isOffLine ? QStringLiteral("1 change was not saved. Discard it?")
+                                                             : QStringLiteral("1 change was not sent. Discard it?"))
+                                 : library
+                                       .tranStr(isOffLine ? QStringLiteral("%1 changes were not saved. Discard them?")
+                                                          : QStringLiteral("%1 changes were not sent. Discard them?"))
+                                       .arg(count);
+    return m_questions.showMessage(question, MessageStyle::kYesNoExclamation + MessageStyle::kSecondIsDefault) ==
+           MessageResult::kYes;
+}
+
 bool ParameterFiles::mayReplace() const
 {
     const clsCfg& settings = m_program.settings();
-    if (m_file.isEmpty() || !settings.m_bComm || settings.m_bViewRecvConf)
+    if (m_file.isEmpty() || !settings.m_bComm)
+        return mayDiscard();
+    if (settings.m_bViewRecvConf)
         return true;
     const QString question = m_program.library().tranStr(QStringLiteral(
         "The default values take the place of the values of %1. Changes that are not saved are lost. Go on?"));

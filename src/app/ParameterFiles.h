@@ -27,8 +27,14 @@ public:
     void openDataFile(MainState state);
     void openRecent(const QString& file, MainState state); // machine path
     void saveDataFile();
-    // Off-line a read replaces the values of the file by defaults: asked, unless a read asks by itself.
-    bool mayReplace() const;
+    // How many values would be lost with what the grid holds: on-line those that were not sent, off-line those that
+    // are not in the file that the grid stands for.
+    int changes() const;
+    // Whether they may be lost: the user is asked, unless there are none or the options say otherwise.
+    [[nodiscard]] bool mayDiscard() const;
+    // The same before a read. Off-line it replaces the values of a file by defaults: asked, unless a read asks by
+    // itself.
+    [[nodiscard]] bool mayReplace() const;
     // The grid holds something else now: a controller's values, another model.
     void forget();
 

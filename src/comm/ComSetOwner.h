@@ -19,6 +19,9 @@ public:
     virtual int modelNumber() const = 0;      // catalogue number, from 1
     virtual QString currentModel() const = 0; // model string, empty before the first use
 
+    // Whether what the window holds may be lost for what is read then; it asks its user where it has to.
+    [[nodiscard]] virtual bool mayDiscard() = 0;
+
     // State: true sets "model and port confirmed", false "no connection".
     virtual void setConfirmed(bool confirmed) = 0;
     // The user's choice. modelPosition: in the catalogue, from 0; -1 when no entry is selected.

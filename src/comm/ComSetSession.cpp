@@ -155,6 +155,8 @@ DetectionResult ComSetSession::detect(ComSetFields& fields)
 bool ComSetSession::confirm(ComSetFields& fields)
 {
     const bool valid = isModelKnown(fields) && isInRange(fields);
+    if (valid && !m_parts.owner.mayDiscard())
+        return false;
     m_parts.owner.setConfirmed(valid);
     return valid;
 }

@@ -18,10 +18,10 @@ struct Check
 
 // By index.
 constexpr Check kCheckFields[OptionValues::kChecks] = {
-    {&clsCfg::m_bViewRecvConf, false}, {&clsCfg::m_bViewSendConf, false},  {&clsCfg::m_bViewEndConf, false},
-    {&clsCfg::m_bAdjustDesign, true},  {&clsCfg::m_bForceFont, true},      {&clsCfg::m_bLoadView, false},
-    {&clsCfg::m_bComm, false},         {&clsCfg::m_bViewInputConf, false}, {&clsCfg::m_bViewUnitConf, false},
-    {&clsCfg::m_bPrevInstance, false},
+    {&clsCfg::m_bViewRecvConf, false}, {&clsCfg::m_bViewSendConf, false},    {&clsCfg::m_bViewEndConf, false},
+    {&clsCfg::m_bAdjustDesign, true},  {&clsCfg::m_bForceFont, true},        {&clsCfg::m_bLoadView, false},
+    {&clsCfg::m_bComm, false},         {&clsCfg::m_bViewInputConf, false},   {&clsCfg::m_bViewUnitConf, false},
+    {&clsCfg::m_bPrevInstance, false}, {&clsCfg::m_bViewDiscardConf, false},
 };
 
 constexpr int kTenths = 10;
@@ -67,43 +67,42 @@ QString OptionValues::fontText() const
     return m_font.face + u':' + size + QStringLiteral("pt");
 }
 
-OptionValues::Stored OptionValues::store()
+// A font that was not chosen anew keeps the texts that it was stored with, however they were written.
+bool OptionValues::changeDesign() const
+{
+    bool changed = false;
+    chkData(changed, m_library.context().languageFile, m_languages.file(m_language));
+    for (size_t i = 0; i < m_checks.size(); ++i) {
+        if (kCheckFields[i].isShown)
+            chkData(changed, boolText(m_settings.*kCheckFields[i].field), boolText(m_checks[i]));
+    }
+    if (m_font != m_loadedFont) {
+        chkData(changed, m_settings.m_sFont, m_font.face);
+        chkData(changed, m_settings.m_sFontSize, sizeText(m_font.tenthsOfPoint));
+        chkData(changed, QString::number(m_settings.m_lCharSet), QString::number(m_font.charSet));
+    }
+    return changed;
+}
+
+platform::Result<> OptionValues::store()
 {
     IniBatch batch(m_library.context());
-    bool changed = false;
-    storeLanguage(changed);
-    storeChecks(changed);
-    storeFont(changed);
+    m_library.context().languageFile = m_languages.file(m_language);
+    m_library.saveINIParam(QStringLiteral("Setting"), QStringLiteral("LanguageFile"), m_library.context().languageFile);
+    for (size_t i = 0; i < m_checks.size(); ++i)
+        m_settings.*kCheckFields[i].field = m_checks[i];
+    storeFont();
     const platform::Result<> saved = m_settings.save();
     const platform::Result<> committed = batch.commit();
-    return {changed, committed.ok() ? saved.error() : committed.error()};
+    return committed.ok() ? saved : committed;
 }
 
-void OptionValues::storeLanguage(bool& changed)
-{
-    QString& inUse = m_library.context().languageFile;
-    inUse = chkData(changed, inUse, m_languages.file(m_language));
-    m_library.saveINIParam(QStringLiteral("Setting"), QStringLiteral("LanguageFile"), inUse);
-}
-
-void OptionValues::storeChecks(bool& changed)
-{
-    for (size_t i = 0; i < m_checks.size(); ++i) {
-        bool& field = m_settings.*kCheckFields[i].field;
-        if (kCheckFields[i].isShown)
-            chkData(changed, boolText(field), boolText(m_checks[i]));
-        field = m_checks[i];
-    }
-}
-
-// A font that was not chosen anew keeps the texts that it was stored with, however they were written.
-void OptionValues::storeFont(bool& changed)
+void OptionValues::storeFont()
 {
     if (m_font == m_loadedFont)
         return;
-    m_settings.m_sFont = chkData(changed, m_settings.m_sFont, m_font.face);
-    m_settings.m_sFontSize = chkData(changed, m_settings.m_sFontSize, sizeText(m_font.tenthsOfPoint));
-    chkData(changed, QString::number(m_settings.m_lCharSet), QString::number(m_font.charSet));
+    m_settings.m_sFont = m_font.face;
+    m_settings.m_sFontSize = sizeText(m_font.tenthsOfPoint);
     m_settings.m_lCharSet = m_font.charSet;
     m_settings.m_sFontHeight = QString::number(m_font.height);
     m_settings.m_sFontWidth = QString::number(m_font.width);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LanguageChoice.h"
+#include "Result.h"
 
 #include <QString>
 
@@ -26,13 +27,13 @@ struct FontRecord
 class OptionValues
 {
 public:
-    static constexpr int kChecks = 10;
+    static constexpr int kChecks = 11;
 
     OptionValues(clsLibrary& library, clsCfg& settings) : m_library(library), m_settings(settings) {}
 
     void load();
 
-    // The check boxes by their index, 0 to 9.
+    // The check boxes by their index, 0 to 10.
     bool isChecked(int index) const { return m_checks.at(static_cast<size_t>(index)); }
     void setChecked(int index, bool on) { m_checks.at(static_cast<size_t>(index)) = on; }
 
@@ -44,21 +45,16 @@ public:
     void setFont(const FontRecord& font) { m_font = font; }
     QString fontText() const; // "System:9pt"
 
-    struct Stored
-    {
-        bool isShown = false; // the window has to be translated anew
-        QString error;        // why the options hold for this run only; empty when they are on the disk
-    };
-    // Writes everything into the settings and their file.
-    [[nodiscard]] Stored store();
+    // Whether the window has to be translated and its model loaded anew for them, once they are stored.
+    bool changeDesign() const;
+    // Writes everything into the settings and their file. A failure says why the options hold for this run only.
+    platform::Result<> store();
 
     // Returns the new text; sets changed when it differs from the old one, and never resets it.
     static QString chkData(bool& changed, const QString& oldText, const QString& newText);
 
 private:
-    void storeLanguage(bool& changed);
-    void storeChecks(bool& changed);
-    void storeFont(bool& changed);
+    void storeFont();
 
     clsLibrary& m_library;
     clsCfg& m_settings;

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-// The options of section "Setting" as plain values, all off by themselves. clsCfg loads and saves them; everybody else
-// reads them through the context.
+// The options of section "Setting" as plain values, off by themselves where nothing else is said. clsCfg loads and
+// saves them; everybody else reads them through the context.
 struct ProgramOptions
 {
     bool m_bViewRecvConf = false;  // "ShowRecieveConfForm": ask before receiving
@@ -20,7 +20,8 @@ struct ProgramOptions
     QString m_sFontHeight;
     bool m_bLoadView = false; // "ShowLoadingScreen"
     int m_lCharSet = 0;
-    bool m_bPrevInstance = false; // "NotPermitPrevInstance"
+    bool m_bPrevInstance = false;   // "NotPermitPrevInstance"
+    bool m_bViewDiscardConf = true; // "ShowDiscardConfForm": ask before changes are lost that were not sent or saved
 };
 
 // For a program without settings.

@@ -13,6 +13,7 @@ struct BooleanKey
 {
     const char* key;
     bool clsCfg::*field;
+    const char* defaultText = "False";
 };
 
 struct TextKey
@@ -39,6 +40,7 @@ constexpr BooleanKey kLastFlags[] = {
     {"ShowLoadingScreen", &clsCfg::m_bLoadView},
     {"ShowInputSelectConfForm", &clsCfg::m_bViewInputConf},
     {"ShowUnitSelectConfForm", &clsCfg::m_bViewUnitConf},
+    {"ShowDiscardConfForm", &clsCfg::m_bViewDiscardConf, "True"},
 };
 const QString kCharSet = QStringLiteral("ForceFontCharSet");
 
@@ -54,7 +56,7 @@ void clsCfg::load()
     clsINI ini = mainSettings(m_library->context());
     IniBatch batch(m_library->context());
     const auto readFlag = [&](const BooleanKey& flag) {
-        const QString text = ini.GetIniData(kOptions, QLatin1String(flag.key), QStringLiteral("False"));
+        const QString text = ini.GetIniData(kOptions, QLatin1String(flag.key), QLatin1String(flag.defaultText));
         this->*flag.field = m_library->toBoolean(text, false);
     };
     for (const BooleanKey& flag : kFirstFlags)

@@ -1,8 +1,10 @@
 #include "HeldValue.h"
 
+#include "Comparison.h"
 #include "ModelData.h"
 #include "Numbers.h"
 #include "ParameterSet.h"
+#include "WrittenItems.h"
 
 #include <algorithm>
 #include <cmath>
@@ -46,6 +48,15 @@ std::optional<QString> heldValue(const ItemData& item, const clsKXAdr& image)
     if (item.DataLen() == 2)
         return QString::number(image.getInteger(item.Address(), 0));
     return longText(item, image);
+}
+
+bool isUnsent(const ModelData& model, const ItemData& item)
+{
+    if (item.Edit != EditState::kChanged || !isWritten(model, item))
+        return false;
+    const clsKXAdr* image = model.images.find(item.RSection());
+    const auto held = image == nullptr ? std::nullopt : heldValue(item, *image);
+    return !held || !isSameValue(*held, item.Data());
 }
 
 ParameterSet heldSet(const ModelData& model)

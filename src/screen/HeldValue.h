@@ -12,5 +12,8 @@ struct ParameterSet;
 // not hold this item, or when the bytes are no number.
 std::optional<QString> heldValue(const ItemData& item, const clsKXAdr& image);
 
+// The item was changed, and its value is not the one that the controller held: it would be lost with the grid.
+bool isUnsent(const ModelData& model, const ItemData& item);
+
 // The values that the controller held at the last read or good write, of all items that are read.
 ParameterSet heldSet(const ModelData& model);

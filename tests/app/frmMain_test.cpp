@@ -146,11 +146,12 @@ TEST_F(MainWindow, SetsAreSavedAndOpenedOverWhatWasRead)
     EXPECT_FALSE(window->isWindowModified());
     enter("7.0");
     EXPECT_TRUE(window->isWindowModified());
+    const QString kUnsent = "1 change was not sent. Discard it?";
     // What is in the file, what is said, and what the cell shows then.
     const std::tuple<const char*, const char*, QStringList, QString> sets[] = {
-        {"VQSV1=258", "VQSV1=258", {}, "25.8"},
+        {"VQSV1=258", "VQSV1=258", {kUnsent}, "25.8"},
         {"VQSV1=258", "VQSV1=50", {}, "5.0"},
-        {"MODEL=KX41", "MODEL=KX62", {"Model number is different."}, "5.0"}};
+        {"MODEL=KX41", "MODEL=KX62", {kUnsent, "Model number is different."}, "5.0"}};
     for (const auto& [before, after, says, shows] : sets) {
         ASSERT_TRUE(soundController::writeFile(chosen, QByteArray(saved).replace(before, after)));
         window->openDataFile();
@@ -195,9 +196,52 @@ TEST_F(MainWindow, OffLineAReadAsksBeforeItReplacesAFile)
     }
     recv();
     EXPECT_EQ(messages(), QStringList()) << "there is no file any more";
+    enter("5.0");
+    recv();
+    EXPECT_EQ(messages(), QStringList{"1 change was not saved. Discard it?"});
     program->settings().m_bComm = false;
     window->doCommCheck();
     EXPECT_EQ(window->state(), MainState::NoConnection) << "defaults are not the controller's values";
+}
+
+// Whatever would take the place of an edit asks first, and nothing happens without a yes.
+TEST_F(MainWindow, NoEditIsLostUnasked)
+{
+    openSound();
+    window->setFileChooser([this](const FileQuestion&) { return dir.filePath("set.k41"); });
+    recv();
+    window->saveDataFile();
+    enter("7.0");
+    asked.answer = MessageResult::kNo;
+    const Settings settings([this](frmComSet& dialog) {
+        dialog.findChild<QPushButton*>("Command1_0")->click();
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.reject();
+    });
+    const auto store = [this](bool isOther) {
+        trigger("mnuOption_0");
+        auto* options = window->findChild<frmOption*>();
+        options->findChild<QCheckBox*>("Check1_3")->setChecked(isOther);
+        options->findChild<QPushButton*>("Command1_0")->click();
+        EXPECT_EQ(options->isVisible(), isOther);
+        options->reject();
+    };
+    const std::function<void()> ways[] = {[this] { recv(); }, [this] { window->openDataFile(); }, [&] { store(true); },
+                                          [this] { EXPECT_FALSE(window->close()); }, [this] { trigger("mnuKX_0"); }};
+    for (const auto& way : ways) {
+        SCOPED_TRACE(&way - ways);
+        way();
+        EXPECT_EQ(messages(), QStringList{"1 change was not sent. Discard it?"});
+        EXPECT_EQ(asked.messages.last().style & 0x300, MessageStyle::kSecondIsDefault) << "No";
+        EXPECT_EQ(cell(2), u"7.0");
+    }
+    EXPECT_EQ(settings.count(), 1);
+    store(false);
+    EXPECT_EQ(messages(), QStringList()) << "nothing is loaded anew for it";
+    program->settings().m_bViewDiscardConf = false;
+    recv();
+    EXPECT_EQ(messages(), QStringList());
+    EXPECT_EQ(cell(2), u"25.8");
 }
 
 // A model string may hold anything: it is shown, and goes on as it is.

@@ -34,7 +34,8 @@ TEST_F(Options, LanguageOfTheList)
         open("", list);
         EXPECT_EQ(values.language(), shown) << name;
         values.setLanguage(selected);
-        EXPECT_EQ(values.store().isShown, isChange) << name;
+        EXPECT_EQ(values.changeDesign(), isChange) << name;
+        EXPECT_TRUE(values.store().ok());
         EXPECT_EQ(box.context.languageFile.toStdString(), stored) << name;
         EXPECT_TRUE(settingsFile().contains(QByteArray("LanguageFile=") + stored)) << name;
     }
@@ -44,7 +45,7 @@ TEST_F(Options, AFailedSaveIsReported)
 {
     open("");
     ASSERT_TRUE(QFile::remove(box.path(kSettings)) && QDir().mkdir(box.path(kSettings)));
-    EXPECT_TRUE(values.store().error.contains(u"Vorlant.ini cannot be"));
+    EXPECT_TRUE(values.store().error().contains(u"Vorlant.ini cannot be"));
 }
 
 TEST_F(Options, FontOfTheDialog)
@@ -74,7 +75,8 @@ TEST_F(Options, FontOfTheDialog)
         EXPECT_EQ(values.fontText().toStdString(), shown) << name;
         values.setFont(chosen);
         EXPECT_EQ(values.fontText().toStdString(), shownThen) << name;
-        EXPECT_EQ(values.store().isShown, isChange) << name;
+        EXPECT_EQ(values.changeDesign(), isChange) << name;
+        EXPECT_TRUE(values.store().ok());
         EXPECT_TRUE(settingsFile().contains(storedThen)) << name;
     }
 }

@@ -21,8 +21,10 @@ public:
     {
         calls << QStringLiteral("take %1,%2,%3,%4").arg(slaveNo).arg(newMode).arg(modelPosition).arg(modelString);
     }
+    bool mayDiscard() override { return discards; }
     void startRead() override { calls << QStringLiteral("read, link %1").arg(m_link.State()); }
 
+    bool discards = true;
     int slave = 7;
     int mode = 0;
     int number = 2;

@@ -1,6 +1,7 @@
 #include "ClosingQuestion.h"
 
 #include "MessagePresenter.h"
+#include "ParameterFiles.h"
 #include "ProgramContext.h"
 
 #include <QApplication>
@@ -21,11 +22,13 @@ void endQuestions()
 
 bool ClosingQuestion::mayClose()
 {
-    if (!m_asksBefore || !m_program.settings().m_bViewEndConf)
+    if (!m_asksBefore)
         return true;
     const QString question = m_program.library().tranStr(QStringLiteral("Quit?"));
     const QScopedValueRollback<bool> asking(m_isAsking, true);
-    return m_questions.showMessage(question, MessageStyle::kYesNoExclamation) != MessageResult::kNo || !m_asksBefore;
+    const bool isWanted = !m_program.settings().m_bViewEndConf ||
+                          m_questions.showMessage(question, MessageStyle::kYesNoExclamation) != MessageResult::kNo;
+    return !m_asksBefore || (isWanted && m_files.mayDiscard()) || !m_asksBefore;
 }
 
 // A window that is being closed cannot be closed again: the question whether to ends, and with it the closing goes on.

@@ -2,14 +2,16 @@
 
 class ProgramContext;
 class MessagePresenter;
+class ParameterFiles;
 class QWidget;
 
-// Whether the main window may close: asked where the options say so, unless the process was asked to end. All parts are
-// kept, not owned.
+// Whether the main window may close: asked where the options say so, and before changes are lost, unless the process
+// was asked to end. All parts are kept, not owned.
 class ClosingQuestion
 {
 public:
-    ClosingQuestion(ProgramContext& program, MessagePresenter& questions) : m_program(program), m_questions(questions)
+    ClosingQuestion(ProgramContext& program, MessagePresenter& questions, const ParameterFiles& files)
+        : m_program(program), m_questions(questions), m_files(files)
     {}
 
     [[nodiscard]] bool mayClose();
@@ -19,6 +21,7 @@ public:
 private:
     ProgramContext& m_program;
     MessagePresenter& m_questions;
+    const ParameterFiles& m_files;
     bool m_asksBefore = true;
     bool m_isAsking = false;
 };

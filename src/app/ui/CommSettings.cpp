@@ -1,6 +1,7 @@
 #include "CommSettings.h"
 
 #include "ControllerState.h"
+#include "ParameterFiles.h"
 #include "ProgramContext.h"
 #include "TransferEngine.h"
 #include "clsKX.h"
@@ -92,6 +93,11 @@ int CommSettings::modelNumber() const
 QString CommSettings::currentModel() const
 {
     return m_parts.controller.model();
+}
+
+bool CommSettings::mayDiscard()
+{
+    return m_parts.files.mayReplace();
 }
 
 void CommSettings::setConfirmed(bool confirmed)

@@ -7,6 +7,7 @@
 #include <QTimer>
 
 class ControllerState;
+class ParameterFiles;
 class ProgramContext;
 class QWidget;
 class TransferEngine;
@@ -29,6 +30,7 @@ public:
         TransferEngine& engine;
         clsKX& kx;
         QWidget& window;
+        ParameterFiles& files;
     };
 
     explicit CommSettings(const Parts& parts);
@@ -47,6 +49,7 @@ public:
     int transmissionMode() const override;
     int modelNumber() const override;
     QString currentModel() const override;
+    bool mayDiscard() override;
     void setConfirmed(bool confirmed) override;
     void takeOver(int slaveNo, int mode, int modelPosition, const QString& modelString) override;
     void startRead() override { Q_EMIT readWanted(); }

@@ -5,7 +5,9 @@
 #include "frmShowVersion.h"
 #include "frmTraffic.h"
 
-MainDialogs::MainDialogs(ProgramContext& program, QWidget& window) : m_program(program), m_window(window) {}
+MainDialogs::MainDialogs(ProgramContext& program, QWidget& window, std::function<bool()> mayReload)
+    : m_program(program), m_window(window), m_mayReload(std::move(mayReload))
+{}
 
 MainDialogs::~MainDialogs() = default;
 
@@ -13,6 +15,7 @@ void MainDialogs::showOption()
 {
     if (m_option == nullptr) {
         m_option = std::make_unique<frmOption>(m_program.library(), m_program.settings());
+        m_option->setMayReload(m_mayReload);
         connect(m_option.get(), &frmOption::designChanged, this, &MainDialogs::designChanged);
         connect(m_option.get(), &frmOption::stored, this, &MainDialogs::optionsStored);
     }

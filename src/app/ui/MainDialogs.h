@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 #include <memory>
 
 class ProgramContext;
@@ -16,7 +17,8 @@ class MainDialogs : public QObject
     Q_OBJECT
 
 public:
-    MainDialogs(ProgramContext& program, QWidget& window);
+    // mayReload: whether options may be stored that have the model loaded anew.
+    MainDialogs(ProgramContext& program, QWidget& window, std::function<bool()> mayReload);
     ~MainDialogs() override;
 
     void showOption();
@@ -33,6 +35,7 @@ Q_SIGNALS:
 private:
     ProgramContext& m_program;
     QWidget& m_window;
+    std::function<bool()> m_mayReload;
     std::unique_ptr<frmOption> m_option;
     std::unique_ptr<frmShowVersion> m_version;
     std::unique_ptr<frmTraffic> m_traffic;

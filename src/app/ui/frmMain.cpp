@@ -87,10 +87,7 @@ void frmMain::setupParts()
     m_selections = std::make_unique<SelectionWindows>(m_program.library(), *m_editor);
     m_selections->Logs(m_program.errorLog(), m_program.traceLog());
     m_clipboard = std::make_unique<CellClipboard>(*m_editor);
-    m_comm = std::make_unique<CommSettings>(
-        CommSettings::Parts{m_program, m_controller, m_uclComm1, *m_engine, m_clsKX, *this});
-    m_dialogs = std::make_unique<MainDialogs>(m_program, *this);
-    m_closing = std::make_unique<ClosingQuestion>(m_program, *m_questions);
+    m_dialogs = std::make_unique<MainDialogs>(m_program, *this, [this] { return m_files->mayDiscard(); });
     m_help = std::make_unique<HelpKey>(
         HelpKey::Parts{m_program.machine().paths, m_program.library().translation(), [this] { return helpFile(); }});
 }
@@ -114,6 +111,9 @@ void frmMain::setupWindow()
 void frmMain::setupFiles()
 {
     m_files = std::make_unique<ParameterFiles>(m_clsKX, m_program, *m_questions);
+    m_closing = std::make_unique<ClosingQuestion>(m_program, *m_questions, *m_files);
+    m_comm = std::make_unique<CommSettings>(
+        CommSettings::Parts{m_program, m_controller, m_uclComm1, *m_engine, m_clsKX, *this, *m_files});
     m_files->setChooser([this](const FileQuestion& question) { return chooseFile(this, question); });
     connect(m_files.get(), &ParameterFiles::loaded, m_editor.get(), &CellEditor::clear);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showTitle);
@@ -129,7 +129,7 @@ void frmMain::connectParts()
     connect(m_engine.get(), &TransferEngine::settingsWanted, m_comm.get(), &CommSettings::show);
     connect(&m_clsKX, &clsKX::LoadEvent, this, &frmMain::onLoadEvent);
     connect(m_comm.get(), &CommSettings::modelChosen, this, &frmMain::loadKXInfo);
-    connect(m_comm.get(), &CommSettings::readWanted, this, [this] { getDataFromKX(); });
+    connect(m_comm.get(), &CommSettings::readWanted, this, [this] { m_engine->getDataFromKX(nullptr); });
     connect(m_comm.get(), &CommSettings::closed, m_status, &MainStatus::showLink);
     connect(m_dialogs.get(), &MainDialogs::designChanged, this, &frmMain::tranForm);
     connect(m_dialogs.get(), &MainDialogs::optionsStored, m_comm.get(), &CommSettings::doCommCheck);

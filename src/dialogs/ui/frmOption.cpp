@@ -28,7 +28,8 @@ enum CheckIndex {
     kOffLine = 6,
     kAskInput = 7,
     kAskUnit = 8,
-    kSingleInstance = 9
+    kSingleInstance = 9,
+    kAskDiscard = 10
 };
 
 QVBoxLayout* columnOn(QWidget* page)
@@ -100,6 +101,7 @@ QWidget* frmOption::setupQuestionPage()
     column->addWidget(addCheck(kAskInput, QStringLiteral("Changing an &input selection")));
     column->addWidget(addCheck(kAskUnit, QStringLiteral("Changing the &unit")));
     column->addWidget(addCheck(kAskEnd, QStringLiteral("&Ending the program")));
+    column->addWidget(addCheck(kAskDiscard, QStringLiteral("&Discarding changes that were not sent or saved")));
     columnOn(page)->addWidget(m_frames[1]);
     return page;
 }
@@ -192,13 +194,16 @@ void frmOption::onOk()
     m_values.setLanguage(m_languages->currentIndex());
     for (int i = 0; i < OptionValues::kChecks; ++i)
         m_values.setChecked(i, m_checks[i]->isChecked());
-    const OptionValues::Stored stored = m_values.store();
-    trace(stored.isShown ? QStringLiteral("options stored, the owner is translated anew")
-                         : QStringLiteral("options stored"));
-    if (!stored.error.isEmpty())
-        m_library.showMessage(m_library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(stored.error),
+    const bool isDesignChanged = m_values.changeDesign();
+    if (isDesignChanged && !m_mayReload())
+        return;
+    const platform::Result<> stored = m_values.store();
+    trace(isDesignChanged ? QStringLiteral("options stored, the owner is translated anew")
+                          : QStringLiteral("options stored"));
+    if (!stored.ok())
+        m_library.showMessage(m_library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(stored.error()),
                               MessageStyle::kExclamation);
-    if (stored.isShown)
+    if (isDesignChanged)
         Q_EMIT designChanged();
     Q_EMIT this->stored();
     accept();

@@ -37,6 +37,9 @@ public:
     // bDisable: the owner is disabled while the dialog is open, and the dialog is modal.
     void showModeless(QWidget* frmOwner, bool bDisable);
 
+    // Asked before options are stored that have the model loaded anew; false leaves the dialog open.
+    void setMayReload(std::function<bool()> mayReload) { m_mayReload = std::move(mayReload); }
+
 Q_SIGNALS:
     void designChanged(); // language or font: everything is to be shown anew
     void stored();        // after that; the program may work off-line now, or on-line
@@ -58,6 +61,7 @@ private:
 
     clsLibrary& m_library;
     FontChooser m_chooser;
+    std::function<bool()> m_mayReload = [] { return true; };
     OptionValues m_values;
     ModelessOwner m_owner;
     platform::WidgetPlacement m_placement;
