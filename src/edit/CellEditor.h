@@ -51,7 +51,6 @@ private:
     void setEach(const std::vector<EntrySetting>& settings, bool bCheck);
 
     void setLimits(const QString& tag, const QString& lower, const QString& upper) override;
-    void redrawAll() override { noteRedraw(); }
 
     clsKX& m_kx;
     Interlocks m_interlocks;

@@ -78,7 +78,6 @@ public:
     // Within an action.
     void noteSent(bool sent);                 // what has gone out cannot be undone
     void noteRange() { m_rangeIsDue = true; } // the input range was set and goes out when the action is complete
-    void noteRedraw() { m_redraw = true; }    // all cells are to be drawn again at its end
     void showChanges();                       // what it has changed so far decides how other cells are shown
 
     // Items that an interlock has given limits of their own, which count until the entry is done.
@@ -107,7 +106,7 @@ private:
 
     // The user action that runs.
     int m_depth = 0;
-    bool m_redraw = false;
+    bool m_redraw = false; // all cells are to be drawn again at its end
     bool m_sent = false;
     bool m_rangeIsDue = false;
     QSet<const clsData*> m_decimalsSources; // items that others take their decimal places from

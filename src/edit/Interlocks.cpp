@@ -39,8 +39,6 @@ void Interlocks::afterNumber(const clsData& item, bool bCascade)
         limitGap(item);
     else if (tag == tags::kControlAction)
         switchBand(item);
-    else if (tag == tags::kPoint)
-        m_target.redrawAll();
 }
 
 // The set values may be given between the input limits, whichever of the two is the larger one.
@@ -114,7 +112,6 @@ void Interlocks::afterChoice(const clsData& item)
 void Interlocks::switchUnit(const clsData& item)
 {
     m_kx.followUnit(item);
-    m_target.redrawAll();
 }
 
 void Interlocks::chooseAction(const clsData& action)

@@ -13,7 +13,6 @@ public:
     // Sets a display value; with bCheck the parameter's own limits and interlocks follow.
     virtual void setVData(const QString& sTag, const QString& VData, bool bCheck) = 0;
     virtual void setLimits(const QString& tag, const QString& lower, const QString& upper) = 0;
-    virtual void redrawAll() = 0; // once the user's action is done
 };
 
 // The fixed ties between parameters: a change of an input limit moves the set-value limits, those move the set values,

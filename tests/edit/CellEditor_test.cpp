@@ -74,6 +74,8 @@ TEST_F(Editor, SetsByTag)
     editor.setData("ABC3", "40", true);
     editor.setData("ABC3", "91", true);
     EXPECT_EQ(shown("ABC3"), "ABC3=4.0") << "as it was before this entry, not an earlier one";
+    editor.setEntry({{"ABC3", "92", false}});
+    EXPECT_EQ(shown("ABC3"), "ABC3=4.0") << "before all that the entry sets";
     editor.setVData("ABC3", "9.1", false);
     EXPECT_EQ(shown("ABC3"), "ABC3=9.1") << "not checked";
     EXPECT_EQ(editor.getDataByTag("ABC3"), u"91");

@@ -41,6 +41,7 @@ TEST_F(Model, BuildsGrid)
     EXPECT_EQ(text(1, 3), u"Send");
     ASSERT_EQ(grid.frames().size(), 1);
     EXPECT_EQ(grid.frames()[0].color, 0xFF0000U);
+    EXPECT_TRUE(grid.frames()[0].range.row2 == 4 && grid.frames()[0].range.col2 == 3);
     EXPECT_EQ(grid.cell(2, 2).type, CellType::Edit);
     EXPECT_EQ(text(2, 2), u"10.0") << "the default is shown unscaled until a read";
     EXPECT_EQ(grid.cell(3, 2).type, CellType::Button);
@@ -53,7 +54,10 @@ TEST_F(Model, BuildsGrid)
     EXPECT_EQ(kx.getBlockByNo(1)->Count(), 2);
     ASSERT_EQ(kx.ColAdr().count(), 2);
     EXPECT_TRUE(kx.ColAdr().at(1).m_bModbus);
-    ASSERT_FALSE(events.isEmpty());
+    QStringList modes;
+    for (const auto& event : events)
+        modes << event[0].toString();
+    EXPECT_EQ(modes.join(QString()), u"0120112011111122");
     EXPECT_EQ(events.first().value(2).toString(), u"loading Block Info.");
     EXPECT_EQ(events.last(), (QList<QVariant>{2, 6, QString()}));
     EXPECT_TRUE(grid.isShown());
@@ -73,6 +77,9 @@ TEST_F(Model, LooksUpByTag)
     EXPECT_EQ(kx.checkTag("TAGNONE"), QString());
     EXPECT_EQ(kx.checkTag("TAG"), u"TAG");
     EXPECT_EQ(kx.checkTag("12"), u"12");
+    const auto found = kx.definitionFindings();
+    kx.load(1, &library, "KX41000000-10A");
+    EXPECT_EQ(kx.definitionFindings(), found) << "of this load only";
 }
 
 TEST_F(Model, DamagedFilesLoadWhatIsThere)
