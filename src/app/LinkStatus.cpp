@@ -9,8 +9,9 @@ QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
             .arg(link.port)
             .arg(link.error.isEmpty() ? tran(QStringLiteral("connect the adapter and receive again"))
                                       : link.error.simplified());
-    return tran(QStringLiteral("COM%1 %2 %3,%4 %5 slave %6"))
-        .arg(link.port)
-        .arg(link.device, link.speed, link.chara, link.transmissionMode == 1 ? u"ASCII" : u"RTU")
-        .arg(link.slaveAddress);
+    const QString text = tran(QStringLiteral("COM%1 %2 %3,%4 %5 slave %6"))
+                             .arg(link.port)
+                             .arg(link.device, link.speed, link.chara, link.transmissionMode == 1 ? u"ASCII" : u"RTU")
+                             .arg(link.slaveAddress);
+    return link.readOnly ? text + QStringLiteral(", ") + tran(QStringLiteral("read only")) : text;
 }

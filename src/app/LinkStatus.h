@@ -7,7 +7,8 @@
 // The serial link as the status bar shows it.
 struct LinkStatus
 {
-    bool offLine = false; // the settings switch communication off
+    bool offLine = false;  // the settings switch communication off
+    bool readOnly = false; // nothing is written to a controller
     bool open = false;
     int port = 1;
     QString device; // "/dev/ttyUSB0"; empty: COMn stands for nothing
@@ -18,5 +19,5 @@ struct LinkStatus
     QString error; // why it is not open, with the remedy
 };
 
-// "COM1 /dev/ttyUSB0 9600,N,8,1 RTU slave 1", or why there is no link and what helps.
+// "COM1 /dev/ttyUSB0 9600,N,8,1 RTU slave 1, read only", or why there is no link and what helps.
 QString linkStatusText(const LinkStatus& link, const TranslateText& tran);

@@ -7,9 +7,11 @@ namespace {
 constexpr int kNoDisplay = 1;
 
 const QString kHelp = QStringLiteral(
-    "Usage: vorlant [/D /M:MODELSTRING]\n"
+    "Usage: vorlant [--read-only] [/D /M:MODELSTRING]\n"
     "Opens the window of the parameter tool for KX process controllers. With /D and /M: the model string takes the\n"
-    "place of the one that the controller answers when its model is detected.\n"
+    "place of the one that the controller answers when its model is detected. With --read-only nothing is written to "
+    "a\n"
+    "controller.\n"
     "See vorlant(1); vorlantctl(1) does the same from a terminal, vorlant-sim(1) plays a controller.\n");
 
 } // namespace

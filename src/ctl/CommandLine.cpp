@@ -40,6 +40,7 @@ Options (those left out come from the main settings file):
   --model CODE           model code, such as KX410, or the whole model string; a parameter file names its own
   --timeout S            seconds of silence after which a request counts as lost, 1 to 3600
   --quiet                show no progress
+  --read-only            write nothing to a controller: set and write end with status 6
   --no-backup            of write: keep nothing of what the controller held
   -o FILE                write the result to FILE, whole or not at all
   --as table|csv|json    form of the result (default: table)
@@ -98,6 +99,7 @@ public:
     {
         CommandLine& line = m_result.line;
         line.quiet = m_parser.isSet(QStringLiteral("quiet"));
+        line.readOnly = m_parser.isSet(QStringLiteral("read-only"));
         line.withoutBackup = m_parser.isSet(QStringLiteral("no-backup"));
         readText(QStringLiteral("port"), line.port);
         readText(QStringLiteral("model"), line.model);
@@ -181,7 +183,7 @@ void addOptions(QCommandLineParser& parser)
 {
     for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "as", "o"})
         parser.addOption({QString::fromLatin1(name), QString(), QStringLiteral("value")});
-    for (const char* name : {"quiet", "no-backup", "help", "version"})
+    for (const char* name : {"quiet", "read-only", "no-backup", "help", "version"})
         parser.addOption(QCommandLineOption(QString::fromLatin1(name)));
 }
 

@@ -21,8 +21,22 @@
 
 namespace {
 
+// Why nothing may be written; empty when it may.
+QString refusal(ProgramContext& program)
+{
+    if (program.settings().m_isReadOnlyRun)
+        return QStringLiteral("nothing was written: --read-only is given");
+    if (program.settings().m_bNeverWrite)
+        return QStringLiteral("nothing was written: set NeverWrite=False in %1").arg(program.settingsFile());
+    return {};
+}
+
 CommandResult withController(ProgramContext& program, const CommandLine& line, QTextStream& errors)
 {
+    const bool writes = line.command == Command::Set || line.command == Command::Write;
+    program.settings().m_isReadOnlyRun = line.readOnly;
+    if (writes && !refusal(program).isEmpty())
+        return CommandResult::failed(ExitStatus::Refused, refusal(program));
     ConsoleProgress progress(errors, !line.quiet && platform::standardErrorIsTerminal());
     platform::TerminationSignals endRequest;
     ControllerSession session(program, line, progress);

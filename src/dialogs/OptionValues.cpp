@@ -21,7 +21,7 @@ constexpr Check kCheckFields[OptionValues::kChecks] = {
     {&clsCfg::m_bViewRecvConf, false}, {&clsCfg::m_bViewSendConf, false},    {&clsCfg::m_bViewEndConf, false},
     {&clsCfg::m_bAdjustDesign, true},  {&clsCfg::m_bForceFont, true},        {&clsCfg::m_bLoadView, false},
     {&clsCfg::m_bComm, false},         {&clsCfg::m_bViewInputConf, false},   {&clsCfg::m_bViewUnitConf, false},
-    {&clsCfg::m_bPrevInstance, false}, {&clsCfg::m_bViewDiscardConf, false},
+    {&clsCfg::m_bPrevInstance, false}, {&clsCfg::m_bViewDiscardConf, false}, {&clsCfg::m_bNeverWrite, false},
 };
 
 constexpr int kTenths = 10;

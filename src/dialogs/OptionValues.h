@@ -27,13 +27,13 @@ struct FontRecord
 class OptionValues
 {
 public:
-    static constexpr int kChecks = 11;
+    static constexpr int kChecks = 12;
 
     OptionValues(clsLibrary& library, clsCfg& settings) : m_library(library), m_settings(settings) {}
 
     void load();
 
-    // The check boxes by their index, 0 to 10.
+    // The check boxes by their index, 0 to 11.
     bool isChecked(int index) const { return m_checks.at(static_cast<size_t>(index)); }
     void setChecked(int index, bool on) { m_checks.at(static_cast<size_t>(index)) = on; }
 

@@ -21,7 +21,11 @@ struct ProgramOptions
     bool m_bLoadView = false; // "ShowLoadingScreen"
     int m_lCharSet = 0;
     bool m_bPrevInstance = false;   // "NotPermitPrevInstance"
+    bool m_bNeverWrite = false;     // "NeverWrite": nothing is written to a controller
+    bool m_isReadOnlyRun = false;   // the same for this run only; it is not kept
     bool m_bViewDiscardConf = true; // "ShowDiscardConfForm": ask before changes are lost that were not sent or saved
+
+    bool neverWrites() const { return m_bNeverWrite || m_isReadOnlyRun; }
 };
 
 // For a program without settings.

@@ -40,6 +40,7 @@ constexpr BooleanKey kLastFlags[] = {
     {"ShowLoadingScreen", &clsCfg::m_bLoadView},
     {"ShowInputSelectConfForm", &clsCfg::m_bViewInputConf},
     {"ShowUnitSelectConfForm", &clsCfg::m_bViewUnitConf},
+    {"NeverWrite", &clsCfg::m_bNeverWrite},
     {"ShowDiscardConfForm", &clsCfg::m_bViewDiscardConf, "True"},
 };
 const QString kCharSet = QStringLiteral("ForceFontCharSet");

@@ -36,7 +36,8 @@ enum class WriteOutcome {
     WrongModel,
     Declined,
     Cancelled, // some entries may have been sent
-    Aborted
+    Aborted,
+    Forbidden // the options or the command line say that nothing is written
 };
 
 // A parameter that did not accept its value: what was sent, and what was read back (stored values).

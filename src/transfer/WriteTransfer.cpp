@@ -4,13 +4,23 @@
 #include "clsCfg.h"
 #include "clsLibrary.h"
 
-// False: nothing can be written before the parameters were read.
+// False: nothing is ever written, or nothing before the parameters were read.
 bool WriteTransfer::start()
 {
     m_selection.clear();
     m_isOfAll = false;
     m_bCancel = false;
-    return isReady();
+    return isAllowed() && isReady();
+}
+
+bool WriteTransfer::isAllowed()
+{
+    if (!m_parts.settings.neverWrites())
+        return true;
+    m_report.outcome = WriteOutcome::Forbidden;
+    m_parts.notify(m_parts.tran("Nothing was written: the program is set never to write to a controller."),
+                   MessageStyle::kExclamation);
+    return false;
 }
 
 bool WriteTransfer::isReady()

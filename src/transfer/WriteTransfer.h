@@ -52,6 +52,7 @@ private:
 
     [[nodiscard]] bool start();
     [[nodiscard]] bool mayWrite();
+    bool isAllowed();
     bool isReady();
     bool isConfirmed();
     bool isModelRight();

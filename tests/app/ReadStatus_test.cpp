@@ -36,8 +36,8 @@ TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
 
 TEST(LinkStatus, SaysHowOrWhyNot)
 {
-    LinkStatus link{false, true, 2, "/dev/ttyUSB0", "9600", "N,8,1", 1, 7, {}};
-    EXPECT_EQ(linkStatusText(link, english), u"COM2 /dev/ttyUSB0 9600,N,8,1 ASCII slave 7");
+    LinkStatus link{false, true, true, 2, "/dev/ttyUSB0", "9600", "N,8,1", 1, 7, {}};
+    EXPECT_EQ(linkStatusText(link, english), u"COM2 /dev/ttyUSB0 9600,N,8,1 ASCII slave 7, read only");
     link.open = false;
     link.error = "no permission:\njoin the group dialout";
     EXPECT_EQ(linkStatusText(link, english), u"COM2 is closed: no permission: join the group dialout");

@@ -308,6 +308,26 @@ TEST_F(MainWindow, RecentFilesAreOfferedAndForgottenWhenTheyAreGone)
     EXPECT_EQ(offered(), u"Clear the list");
 }
 
+TEST_F(MainWindow, NeverWritesWhereTheOptionsSaySo)
+{
+    openSound(kLastModel + "NeverWrite=True\n");
+    recv();
+    const int read = controller->requests();
+    EXPECT_FALSE(find<QAction>("mnuKX_2")->isEnabled() || find<QAction>("tlbMain_Send")->isEnabled());
+    EXPECT_TRUE(find<QAction>("tlbMain_Send")->toolTip().contains(u"never to write"));
+    EXPECT_TRUE(panel("panelLink").endsWith(u", read only")) << qPrintable(panel("panelLink"));
+    window->setDataToKXAll();
+    EXPECT_TRUE(messages().last().startsWith(u"Nothing was written: "));
+    EXPECT_EQ(controller->requests(), read);
+    const Settings settings([](frmComSet& dialog) { dialog.reject(); });
+    trigger("mnuOption_0");
+    auto* options = window->findChild<frmOption*>();
+    options->findChild<QCheckBox*>("Check1_11")->setChecked(false);
+    options->findChild<QPushButton*>("Command1_0")->click();
+    EXPECT_TRUE(find<QAction>("mnuKX_2")->isEnabled());
+    EXPECT_FALSE(find<QAction>("mnuKX_2")->toolTip().contains(u"never"));
+}
+
 // The toolbar asks before it sends, the menu only tells. The status bar tells a write from a read.
 TEST_F(MainWindow, SendOfTheToolbarAsks)
 {

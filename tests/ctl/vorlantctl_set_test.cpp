@@ -54,6 +54,9 @@ TEST_F(SimulatedCtl, WhatAControllerDoesNotAcceptIsReported)
     plugModel("KX410");
     save("a.kx");
     changeValue("a.kx", "VQI1", "240");
+    for (const char* command : {"set VQI1=240", "write a.kx"})
+        expectFails(QString("--read-only ") + command, Refused, "nothing was written: --read-only is given");
+    EXPECT_EQ(changedMemory(), "");
     for (const auto& [command, behaviour, address, status, message] : rows) {
         const auto twin = makeModel(model); // nobody reads it: it makes the replies to what is ignored
         plugModel("KX410", [&, how = behaviour, where = address](const QByteArray& request) -> Answer {

@@ -41,10 +41,11 @@ void MainStatus::showAll()
 void MainStatus::showLink()
 {
     const uclComm& link = m_parts.link;
-    m_parts.bar.setLinkText(linkStatusText(
-        {m_parts.program.settings().m_bComm, link.State() != 0, link.Port(), link.device(), link.Speed(), link.Chara(),
-         m_parts.controller.transmissionMode(), m_parts.controller.slaveAddress(), link.errorText()},
-        m_parts.program.library().translation()));
+    m_parts.bar.setLinkText(
+        linkStatusText({m_parts.program.settings().m_bComm, m_parts.program.settings().neverWrites(), link.State() != 0,
+                        link.Port(), link.device(), link.Speed(), link.Chara(), m_parts.controller.transmissionMode(),
+                        m_parts.controller.slaveAddress(), link.errorText()},
+                       m_parts.program.library().translation()));
 }
 
 void MainStatus::showData()

@@ -133,6 +133,13 @@ void frmMain::connectParts()
     connect(m_comm.get(), &CommSettings::closed, m_status, &MainStatus::showLink);
     connect(m_dialogs.get(), &MainDialogs::designChanged, this, &frmMain::tranForm);
     connect(m_dialogs.get(), &MainDialogs::optionsStored, m_comm.get(), &CommSettings::doCommCheck);
+    connect(m_dialogs.get(), &MainDialogs::optionsStored, this, [this] {
+        for (QAction* action : {m_menus->send, m_tlbMain->send()})
+            action->setToolTip({}); // the language has one, or the caption is shown
+        translateControls();
+        showGridOrHint();
+        m_status->showLink();
+    });
     connect(m_stbMain, &MainStatusBar::writeClicked, this, &frmMain::showWriteDetails);
 }
 
@@ -313,9 +320,15 @@ void frmMain::showGridOrHint()
         gridHint(m_controller.model(), items, definitionFault(m_program.library(), m_clsKX.entry()),
                  m_program.definitionFile(m_clsKX.entry().screenFile), m_program.library().translation());
     m_pages->showHint(hint);
-    for (QAction* action :
-         {m_menus->recv, m_menus->send, m_tlbMain->send(), m_menus->open, m_menus->save, m_menus->paste})
+    for (QAction* action : {m_menus->recv, m_menus->open, m_menus->save, m_menus->paste})
         action->setEnabled(hint.isEmpty());
+    const bool neverWrites = m_program.settings().neverWrites();
+    for (QAction* action : {m_menus->send, m_tlbMain->send()}) {
+        action->setEnabled(hint.isEmpty() && !neverWrites);
+        if (neverWrites)
+            action->setToolTip(m_program.library().tranStr(
+                QStringLiteral("Off, because the program is set never to write to a controller.")));
+    }
     enableRecent();
 }
 

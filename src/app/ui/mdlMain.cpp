@@ -65,6 +65,7 @@ int Main(int& argc, char* argv[])
     platform::showWarningsVisibly();
     const platform::PaletteColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
+    program.settings().m_isReadOnlyRun = arguments.contains(QStringLiteral("--read-only"));
     const platform::SingleInstance instance(QCoreApplication::applicationFilePath());
     if (program.settings().m_bPrevInstance && !instance.isFirst()) {
         reportStartedAlready(program.library(), instance);

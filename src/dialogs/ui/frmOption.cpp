@@ -29,7 +29,8 @@ enum CheckIndex {
     kAskInput = 7,
     kAskUnit = 8,
     kSingleInstance = 9,
-    kAskDiscard = 10
+    kAskDiscard = 10,
+    kNeverWrite = 11
 };
 
 QVBoxLayout* columnOn(QWidget* page)
@@ -87,6 +88,7 @@ QWidget* frmOption::setupGeneralPage()
     QVBoxLayout* column = columnOn(page);
     column->addWidget(m_frames[0]);
     column->addWidget(addCheck(kOffLine, QStringLiteral("&Work off-line: send nothing to the controller")));
+    column->addWidget(addCheck(kNeverWrite, QStringLiteral("&Never write to a controller")));
     column->addWidget(addCheck(kSingleInstance, QStringLiteral("Start the program only &once at a time")));
     return page;
 }
