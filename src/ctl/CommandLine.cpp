@@ -41,7 +41,7 @@ Options (those left out come from the main settings file):
   --timeout S            seconds of silence after which a request counts as lost, 1 to 3600
   --quiet                show no progress
   --read-only            write nothing to a controller: set and write end with status 6
-  --no-backup            of write: keep nothing of what the controller held
+  --no-backup            of set and write: keep nothing of what the controller held
   -o FILE                write the result to FILE, whole or not at all
   --as table|csv|json    form of the result (default: table)
   --as set               of read, with -o: write a parameter file

@@ -64,6 +64,7 @@ public:
     QString definitionSection() const { return QStringLiteral("Datas%1").arg(number()); }
     QString Key() const { return m_tag; }
     QString DataName() const { return m_name; }
+    QString nameOrTag() const { return m_name.isEmpty() ? m_tag : m_name; }
     int BlockNo() const { return m_blockNo; }
     bool isReadOnly() const { return m_readOnly; } // only the controller changes it: takes no entry, is never written
     ParameterClass Class() const { return m_class; }

@@ -26,7 +26,7 @@ bool isValueOf(const ItemData& item, const QString& text)
 
 ParameterFile::ParameterFile(clsLibrary& library, const QString& fileName) : m_library(library), m_fileName(fileName) {}
 
-platform::Result<> ParameterFile::save(const ParameterSet& set) const
+platform::Result<> ParameterFile::save(const ParameterSet& set, const QString& comment) const
 {
     platform::Machine& machine = m_library.context().machine;
     const QString file = machine.paths.toMachineForSaving(m_fileName);
@@ -44,6 +44,8 @@ platform::Result<> ParameterFile::save(const ParameterSet& set) const
     put(kInfo, QStringLiteral("SaveDate"), machine.clock.now().toString(QStringLiteral("yyyy/MM/dd HH:mm:ss")));
     put(kInfo, QStringLiteral("SoftwareVersion"), ProgramVersion::current().plain());
     put(kInfo, QStringLiteral("LangugeFile"), m_library.context().languageFile);
+    if (!comment.isEmpty())
+        put(kInfo, QStringLiteral("Comment"), comment);
     for (const auto& [tag, value] : set.values)
         put(kData, tag, value);
     // Without its commit the batch leaves the file as it was.

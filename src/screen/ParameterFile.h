@@ -33,8 +33,8 @@ public:
     // fileName: desktop path.
     ParameterFile(clsLibrary& library, const QString& fileName);
 
-    // The failure names the machine path.
-    platform::Result<> save(const ParameterSet& set) const;
+    // comment: a line for a person, key "Comment" of "Info"; empty for none. The failure names the machine path.
+    platform::Result<> save(const ParameterSet& set, const QString& comment = {}) const;
 
     // The values of the file for the items of a model; the outcome says whether they may be used.
     ParameterLoad read(const ModelData& model, ParameterSet& set) const;

@@ -10,6 +10,7 @@
 namespace {
 
 constexpr qsizetype kMaxExtension = 16;
+constexpr int kMaxBytes = 1 << 24; // of the values of a set, far more than any model has
 const QString kUsualExtension = QStringLiteral("par");
 
 // The extension comes from a definition file.
@@ -37,16 +38,18 @@ QString BackupStore::folder() const
     return m_library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Backup");
 }
 
-platform::Result<> BackupStore::keep(const ParameterSet& set, const QString& extension) const
+platform::Result<> BackupStore::keep(const ParameterSet& set, const QString& extension, const QString& comment) const
 {
     if (!m_library.MakeDir(folder()))
         return platform::Failure{m_library.tranStr(QStringLiteral("the folder %1 cannot be made"))
                                      .arg(m_library.context().machine.paths.toMachine(folder()))};
     const QString stamp = m_library.context().machine.clock.now().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
     const std::vector<Backup> kept = backupsOf(set.modelString);
+    if (!kept.empty() && holds(kept.back(), set))
+        return {};
     const QString number = QString::number(kept.empty() ? 1 : kept.back().number + 1).rightJustified(kDigits, u'0');
     const QString name = fileStem(set.modelString) + number + u'_' + stamp + u'.' + plainExtension(extension);
-    platform::Result<> saved = ParameterFile(m_library, folder() + u'\\' + name).save(set);
+    platform::Result<> saved = ParameterFile(m_library, folder() + u'\\' + name).save(set, comment);
     if (saved.ok())
         removeOld(set.modelString);
     return saved;
@@ -68,6 +71,16 @@ std::vector<BackupStore::Backup> BackupStore::backupsOf(const QString& modelStri
     std::stable_sort(backups.begin(), backups.end(),
                      [](const Backup& left, const Backup& right) { return left.number < right.number; });
     return backups;
+}
+
+bool BackupStore::holds(const Backup& backup, const ParameterSet& set) const
+{
+    platform::Machine& machine = m_library.context().machine;
+    const QString file = machine.paths.toMachine(folder() + u'\\' + backup.file);
+    QStringList wanted;
+    for (const auto& [tag, value] : set.values)
+        wanted << tag + u'=' + value;
+    return machine.profiles.readSection(file, QStringLiteral("Data"), kMaxBytes) == wanted;
 }
 
 void BackupStore::removeOld(const QString& modelString) const

@@ -12,7 +12,8 @@ TransferEngine::TransferEngine(const Parts& parts, QObject* parent)
              [this](const QString& entry, int attempt, int maximum, const QString& reason) {
                  Q_EMIT attemptFailed(entry, attempt, maximum, reason);
              }),
-      m_write({parts.kx, parts.settings, parts.questions, parts.progress, parts.controller, m_channel})
+      m_write({parts.kx, parts.settings, parts.questions, parts.progress, parts.controller, m_channel},
+              [this](const QString& cause) { return keepHeldSet(cause); })
 {}
 
 // What is going on, for as long as it lives.
@@ -72,7 +73,7 @@ bool TransferEngine::writeItems(const QStringList& tags)
 
 void TransferEngine::setDataToKXAll()
 {
-    write([this] { return m_write.writeAll([this] { return keepHeldSet(); }); }, true);
+    write([this] { return m_write.writeAll(); }, true);
 }
 
 void TransferEngine::writeBlock(const clsBlock& block, bool readBack)
@@ -130,14 +131,20 @@ void TransferEngine::reportLostLine()
 }
 
 // True when the write may go on: the set is kept, there is none, or the user does without.
-bool TransferEngine::keepHeldSet()
+bool TransferEngine::keepHeldSet(const QString& cause)
 {
     m_backupError.clear();
     const ParameterSet set = heldSet(m_parts.kx.data());
     if (m_backup == Backup::None || set.values.isEmpty() || m_parts.settings.m_bComm)
         return true;
     clsLibrary& library = m_parts.kx.library();
-    m_backupError = BackupStore(library).keep(set, m_parts.kx.Ext()).error();
+    const uclComm& link = m_parts.link;
+    const QString comment = QStringLiteral("before writing %1; COM%2 %3, slave %4")
+                                .arg(cause)
+                                .arg(link.Port())
+                                .arg(link.device())
+                                .arg(m_parts.controller.slaveAddress());
+    m_backupError = BackupStore(library).keep(set, m_parts.kx.Ext(), comment).error();
     if (m_backupError.isEmpty() || m_backup == Backup::Required)
         return m_backupError.isEmpty();
     const QString question =

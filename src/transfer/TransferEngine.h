@@ -47,12 +47,13 @@ public:
     int setDataToKXOne(const QString& sTag);
     // Writes several parameters at once, each memory image one time. True when the write was walked to its end.
     bool writeItems(const QStringList& tags);
-    // Writes all blocks and reads everything back. What the controller held is kept in the backups before.
+    // Writes all blocks and reads everything back.
     void setDataToKXAll();
-    // Where it cannot be kept: the user is asked, or the write is given up. Or nothing is kept.
+    // What the controller held is kept in the backups before each write. Where it cannot be kept: the user is asked, or
+    // the write is given up. Or nothing is kept.
     enum class Backup { AskWithout, Required, None };
     void setBackup(Backup backup) { m_backup = backup; }
-    const QString& backupError() const { return m_backupError; } // of the last write of all
+    const QString& backupError() const { return m_backupError; } // of the last write
     // Writes a block with its relay blocks; with readBack the written blocks are read back and shown.
     void writeBlock(const clsBlock& block, bool readBack);
     // Writes a block (null: none) with its relay blocks, then one parameter at once, under one question and report.
@@ -85,7 +86,7 @@ private:
     bool write(const std::function<bool()>& send, bool readBack);
     void reportLostLine();
     std::vector<clsKXAdr> imageCopies() const;
-    bool keepHeldSet();
+    bool keepHeldSet(const QString& cause);
     void readBackAfterWrite();
     void showSettingsWhereNeeded(bool isWrongModel);
 

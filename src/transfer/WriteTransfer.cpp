@@ -32,9 +32,14 @@ bool WriteTransfer::isReady()
     return false;
 }
 
-bool WriteTransfer::mayWrite()
+bool WriteTransfer::mayWrite(const QString& cause)
 {
-    return isConfirmed() && isModelRight();
+    if (!isConfirmed() || !isModelRight())
+        return false;
+    if (m_beforeFirstFrame(cause))
+        return true;
+    m_report.outcome = WriteOutcome::Declined;
+    return false;
 }
 
 bool WriteTransfer::isConfirmed()
@@ -70,7 +75,10 @@ bool WriteTransfer::writeItems(const QStringList& tags)
         m_report.outcome = WriteOutcome::NothingToDo;
         return false;
     }
-    if (!mayWrite())
+    QStringList names;
+    for (const clsData* item : items)
+        names << item->nameOrTag();
+    if (!mayWrite(names.join(QStringLiteral(", "))))
         return false;
     Images colWrite;
     for (clsData* item : items)
@@ -80,7 +88,7 @@ bool WriteTransfer::writeItems(const QStringList& tags)
 
 bool WriteTransfer::writeBlock(const clsBlock& block)
 {
-    if (!start() || !mayWrite())
+    if (!start() || !mayWrite(block.m_sName))
         return false;
     Images colWrite;
     m_selection.addWithRelays(block, colWrite);
@@ -89,7 +97,7 @@ bool WriteTransfer::writeBlock(const clsBlock& block)
 
 bool WriteTransfer::writeBlockThenOne(const clsBlock* block, const QString& sTag)
 {
-    if (!start() || !mayWrite())
+    if (!start() || !mayWrite(block == nullptr ? sTag : block->m_sName))
         return false;
     Images colWrite;
     if (block != nullptr)
@@ -104,14 +112,10 @@ bool WriteTransfer::writeBlockThenOne(const clsBlock* block, const QString& sTag
 }
 
 // The input range goes first and on its own: the controller reads the other values in its terms.
-bool WriteTransfer::writeAll(const std::function<bool()>& beforeFirstFrame)
+bool WriteTransfer::writeAll()
 {
-    if (!start() || !mayWrite())
+    if (!start() || !mayWrite(QStringLiteral("all parameters")))
         return false;
-    if (!beforeFirstFrame()) {
-        m_report.outcome = WriteOutcome::Declined;
-        return false;
-    }
     m_isOfAll = true;
     Images colWrite;
     for (const clsBlock* block : m_parts.kx.BlockCol())

@@ -23,8 +23,13 @@ class WriteTransfer
 public:
     static constexpr int kPauseMs = 1000; // between the two passes when single parameters are written
 
-    explicit WriteTransfer(const TransferParts& parts)
-        : m_parts(parts), m_selection(parts.kx, parts.settings, m_report), m_requests(m_parts, m_selection, m_report)
+    // Runs before the first frame of a write, when nothing else is in the way; false gives the write up. cause: what is
+    // written, for a person.
+    using BeforeFirstFrame = std::function<bool(const QString& cause)>;
+
+    WriteTransfer(const TransferParts& parts, BeforeFirstFrame beforeFirstFrame)
+        : m_parts(parts), m_beforeFirstFrame(std::move(beforeFirstFrame)),
+          m_selection(parts.kx, parts.settings, m_report), m_requests(m_parts, m_selection, m_report)
     {}
     WriteTransfer(const WriteTransfer&) = delete; // the members refer to each other
     WriteTransfer& operator=(const WriteTransfer&) = delete;
@@ -34,8 +39,7 @@ public:
     bool writeBlock(const clsBlock& block);   // with its relay blocks
     // The parameter goes behind the block (null: none), and only when all of the block was accepted.
     bool writeBlockThenOne(const clsBlock* block, const QString& sTag);
-    // beforeFirstFrame runs when nothing else is in the way; false gives the write up.
-    bool writeAll(const std::function<bool()>& beforeFirstFrame);
+    bool writeAll();
     void cancel() { m_bCancel = true; }
 
     // Numbers of the blocks of the last writeBlock, with its relay blocks.
@@ -51,7 +55,7 @@ private:
     using Images = WriteSelection::Images;
 
     [[nodiscard]] bool start();
-    [[nodiscard]] bool mayWrite();
+    [[nodiscard]] bool mayWrite(const QString& cause);
     bool isAllowed();
     bool isReady();
     bool isConfirmed();
@@ -65,6 +69,7 @@ private:
     bool isStopped() const { return m_bCancel || m_parts.channel.isAborted(); }
 
     TransferParts m_parts;
+    BeforeFirstFrame m_beforeFirstFrame;
     WriteReport m_report;
     WriteSelection m_selection;
     WriteRequests m_requests;

@@ -221,6 +221,15 @@ TEST_F(Write, SetLastReadIsKept)
     ASSERT_EQ(kept().size(), 1);
     const QByteArray set = content(folder + u'\\' + kept().first());
     EXPECT_TRUE(set.contains("\r\nA=100\r\n") && set.contains("MODEL=KX41000000-10A")) << "what the controller held";
+    EXPECT_TRUE(
+        set.contains("Comment=before writing all parameters; COM1 " + link->device().toUtf8() + ", slave 1\r\n"));
+    runClockWhileWaiting();
+    for (const int backups : {2, 2}) { // before a single parameter too; what is kept already is not kept again
+        edit("A", "300");
+        engine->setDataToKXOne(QStringLiteral("A"));
+        EXPECT_EQ(kept().size(), backups);
+    }
+    EXPECT_TRUE(content(folder + u'\\' + kept().last()).contains("before writing A;"));
 }
 
 TEST_F(Write, WithoutABackupTheUserIsAsked)
