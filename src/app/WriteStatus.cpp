@@ -1,10 +1,65 @@
 #include "WriteStatus.h"
 
+#include "Comparison.h"
+#include "ItemDisplay.h"
+#include "clsKX.h"
+
 #include <QStringList>
 
-QString writeStatusText(const WriteReport& report, const TranslateText& tran)
+namespace {
+
+// Names parameters for a person.
+class Names
+{
+public:
+    Names(const clsKX& kx, const TranslateText& tran) : m_kx(kx), m_tran(tran) {}
+
+    // "Set values: Set value 1".
+    QString of(const QString& tag) const
+    {
+        const clsData* item = m_kx.getDataByTag(tag);
+        if (item == nullptr)
+            return tag;
+        const QString name = item->DataName().isEmpty() ? tag : m_tran(item->DataName());
+        const clsBlock* block = m_kx.getBlockByNo(item->BlockNo());
+        return block == nullptr ? name : QStringLiteral("%1: %2").arg(m_tran(block->m_sName), name);
+    }
+
+    QString of(const QStringList& tags) const
+    {
+        QStringList names;
+        for (const QString& tag : tags)
+            names << of(tag);
+        return names.join(QStringLiteral(", "));
+    }
+
+    // A stored value as its cell shows it.
+    QString shown(const QString& tag, const QString& stored) const
+    {
+        const clsData* item = m_kx.getDataByTag(tag);
+        if (item == nullptr || item->showsStoredText())
+            return stored;
+        for (const ItemChoice& choice : choicesOf(*item, m_kx.data().lookup)) {
+            if (isSameNumber(choice.stored, stored))
+                return m_tran(choice.text);
+        }
+        return item->MType() == ItemType::Data ? displayOf(*item, m_kx.data().lookup, stored) : stored;
+    }
+
+private:
+    const clsKX& m_kx;
+    const TranslateText& m_tran;
+};
+
+} // namespace
+
+QString writeStatusText(const WriteReport& report, const QDateTime& endedAt, const TranslateText& tran)
 {
     QStringList parts;
+    if (report.written > 0)
+        parts << tran(QStringLiteral("%1 written %2"))
+                     .arg(report.written)
+                     .arg(endedAt.toString(QStringLiteral("HH:mm:ss")));
     if (!report.notAccepted.isEmpty())
         parts << tran(QStringLiteral("%1 not accepted")).arg(report.notAccepted.size());
     if (!report.failed.isEmpty())
@@ -16,21 +71,26 @@ QString writeStatusText(const WriteReport& report, const TranslateText& tran)
     return parts.join(QStringLiteral(", "));
 }
 
-QString writeStatusDetails(const WriteReport& report, const TranslateText& tran)
+QString writeStatusDetails(const WriteReport& report, const clsKX& kx, const TranslateText& tran)
 {
+    const Names names(kx, tran);
     QStringList lines;
     for (const NotAccepted& parameter : report.notAccepted)
         lines << tran(QStringLiteral("%1: sent %2, the controller keeps %3"))
-                     .arg(parameter.tag, parameter.sent, parameter.kept);
-    for (const QString& request : report.failed)
-        lines << tran(QStringLiteral("Not sent: %1")).arg(request);
+                     .arg(names.of(parameter.tag), names.shown(parameter.tag, parameter.sent),
+                          names.shown(parameter.tag, parameter.kept));
+    for (const FailedRequest& request : report.failed)
+        lines << tran(QStringLiteral("Not sent: %1"))
+                     .arg(request.tags.isEmpty()
+                              ? request.text()
+                              : QStringLiteral("%1 (%2)").arg(names.of(request.tags), request.reason));
     for (const QString& tag : report.outsideLimits)
         lines << tran(QStringLiteral("%1 is outside its limits or no choice: it is not sent until it is corrected"))
-                     .arg(tag);
+                     .arg(names.of(tag));
     for (const QString& tag : report.skipped)
-        lines << tran(QStringLiteral("%1 has no value: the controller keeps its own")).arg(tag);
+        lines << tran(QStringLiteral("%1 has no value: the controller keeps its own")).arg(names.of(tag));
     if (!report.unsent.isEmpty())
         lines << tran(QStringLiteral("Not known to be in the controller, still changed: %1"))
-                     .arg(report.unsent.join(QStringLiteral(", ")));
+                     .arg(names.of(report.unsent));
     return lines.join(u'\n');
 }

@@ -141,8 +141,11 @@ CommandResult ControllerSession::writeResult() const
                           .arg(m_controlLink.text(), report.outsideLimits.join(u", ")));
     if (report.failed.isEmpty())
         return {};
+    QStringList requests;
+    for (const FailedRequest& request : report.failed)
+        requests << request.text();
     return failed(ExitStatus::Refused, QStringLiteral("%1: not written: %2; read the controller before going on")
-                                           .arg(m_controlLink.text(), report.failed.join(u", ")));
+                                           .arg(m_controlLink.text(), requests.join(u", ")));
 }
 
 // Sections that parameters name but that made no request: their values are not the controller's.

@@ -48,12 +48,23 @@ struct NotAccepted
     QString kept;
 };
 
+// An entry of a write command list without a sound reply.
+struct FailedRequest
+{
+    QString entry;    // "section: command address"; the section alone when all of it was not sent
+    QString reason;   // for a person
+    QStringList tags; // of the parameters chosen that it carries
+
+    QString text() const { return entry + QStringLiteral(": ") + reason; }
+};
+
 struct WriteReport
 {
     WriteOutcome outcome = WriteOutcome::None;
     int requests = 0;
-    int accepted = 0;          // requests that the controller answered soundly
-    QStringList failed;        // entries without a sound reply, as "section: command address: reason"
+    int accepted = 0; // requests that the controller answered soundly
+    int written = 0;  // parameters that are known to be in the controller now, changed or not
+    QVector<FailedRequest> failed;
     QStringList skipped;       // tags whose value is none that the controller could hold; the controller keeps its own
     QStringList outsideLimits; // tags whose value is outside its limits or no choice; the controller keeps its own
     QStringList unsent; // tags whose value is not known to be in the controller, for any reason; they stay changed

@@ -32,8 +32,8 @@ bool WriteRequests::build(const clsKXAdr& image, int i, int pass, bool single)
     try {
         return isDirect ? buildDirect(image, i) : buildSet(image, i, single);
     } catch (const ModbusError& error) {
-        m_report.failed << writeEntryName(image, i) + QStringLiteral(": ") + error.description();
-        m_parts.kx.logError(m_report.failed.last());
+        m_report.failed.append({writeEntryName(image, i), error.description(), m_selection.tagsIn(image, i)});
+        m_parts.kx.logError(m_report.failed.last().text());
         return false;
     }
 }
@@ -41,9 +41,9 @@ bool WriteRequests::build(const clsKXAdr& image, int i, int pass, bool single)
 bool WriteRequests::buildDirect(const clsKXAdr& image, int i)
 {
     if (!image.writeFault(i).isEmpty()) {
-        m_report.failed << QStringLiteral("%1: %2").arg(
-            writeEntryName(image, i),
-            m_parts.tran("not sent, because the definition writes bytes that it does not read"));
+        m_report.failed.append({writeEntryName(image, i),
+                                m_parts.tran("not sent, because the definition writes bytes that it does not read"),
+                                m_selection.tagsIn(image, i)});
         return false;
     }
     RequestChannel& channel = m_parts.channel;

@@ -60,6 +60,17 @@ const WriteSelection::Chosen* WriteSelection::find(const QString& tag) const
     return chosen == m_chosen.end() ? nullptr : &*chosen;
 }
 
+QStringList WriteSelection::tagsIn(const clsKXAdr& image, int i) const
+{
+    QStringList tags;
+    for (const auto& item : m_kx.items()) {
+        const bool isIn = i > 0 ? carries(m_kx.data(), image, i, *item) : item->WSection() == image.Section();
+        if (isIn && contains(item->Key()))
+            tags << item->Key();
+    }
+    return tags;
+}
+
 void WriteSelection::keepMarked(const QString& tag)
 {
     for (Chosen& chosen : m_chosen)
@@ -143,6 +154,7 @@ void WriteSelection::finish()
     for (const Chosen& chosen : m_chosen) {
         clsData* item = m_kx.getDataByTag(chosen.tag);
         const bool isIn = !chosen.changed || (!chosen.refused && chosen.carried == Chosen::Carried::Yes);
+        m_report.written += chosen.carried == Chosen::Carried::Yes && !chosen.refused ? 1 : 0;
         if (item == nullptr || (isIn && !m_settings.m_bComm))
             continue;
         item->Edit = chosen.before.edit;
@@ -161,10 +173,13 @@ void WriteSelection::compareWithReadBack()
         clsData* item = m_kx.getDataByTag(chosen.tag);
         const bool isThere = item->isKnown() && isSameValue(chosen.sent, item->Data());
         if (!m_report.unsent.contains(chosen.tag)) {
-            if (item->isKnown() && !isThere)
+            if (item->isKnown() && !isThere) {
                 m_report.notAccepted.append({chosen.tag, chosen.sent, item->Data()});
+                --m_report.written;
+            }
         } else if (isThere && !chosen.refused) {
             m_report.unsent.removeAll(chosen.tag);
+            ++m_report.written;
         } else {
             item->restore(chosen.before);
             item->Edit = EditState::kChanged;

@@ -49,6 +49,9 @@ public:
     const Chosen* find(const QString& tag) const; // null: not chosen, or carried by no write command
     bool contains(const QString& tag) const { return m_tags.contains(tag); } // also what no write command carries
 
+    // The parameters chosen that write entry i (from 1) of the image carries; 0: those of the image's section.
+    QStringList tagsIn(const clsKXAdr& image, int i) const;
+
     // The parameter counts as changed even if the controller holds its value: sending it has an effect of its own.
     void keepMarked(const QString& tag);
 

@@ -171,8 +171,8 @@ bool WriteTransfer::sendPass(const Images& colWrite, int pass, bool bSingle, int
         m_parts.progress.setPosition(++position);
         if (image->isUnread()) {
             if (pass == 0)
-                m_report.failed << QStringLiteral("%1: %2").arg(image->Section(),
-                                                                m_parts.tran("not read, so not written"));
+                m_report.failed.append(
+                    {image->Section(), m_parts.tran("not read, so not written"), m_selection.tagsIn(*image, 0)});
             continue;
         }
         if (!sendImage(*image, pass, bSingle))
@@ -211,7 +211,7 @@ void WriteTransfer::send(clsKXAdr& image, int i)
     m_selection.noteReply(image, i, good);
     if (good)
         return;
-    m_report.failed << QStringLiteral("%1: %2").arg(TransferParts::entryName(image, image.WCmd(i), image.WAdr(i)),
-                                                    m_parts.channel.reason());
-    m_parts.kx.logError(QStringLiteral("not written: ") + m_report.failed.last());
+    m_report.failed.append({TransferParts::entryName(image, image.WCmd(i), image.WAdr(i)), m_parts.channel.reason(),
+                            m_selection.tagsIn(image, i)});
+    m_parts.kx.logError(QStringLiteral("not written: ") + m_report.failed.last().text());
 }

@@ -2,6 +2,8 @@
 
 #include "GridHint.h"
 #include "LinkStatus.h"
+#include "ScreenFixture.h"
+#include "WriteStatus.h"
 
 #include <gtest/gtest.h>
 
@@ -43,6 +45,37 @@ TEST(LinkStatus, SaysHowOrWhyNot)
     EXPECT_EQ(linkStatusText(link, english), u"COM2 is closed: no permission: join the group dialout");
     link.offLine = true;
     EXPECT_TRUE(linkStatusText(link, english).startsWith(u"off-line"));
+}
+
+class WriteStatusText : public ScreenFixture
+{};
+
+TEST_F(WriteStatusText, NamesWhatAPersonKnows)
+{
+    load(screenOf({"Tag=A\nBlockNo=1\nName=Set value 1\nDataInfo=1,0,9,<=,<=,0",
+                   "Tag=B\nName=Mode\nCellType=Combo\nComboStrings=OffvbTabOn\nComboDatas=0vbTab1"},
+                  "CommRaedSection=Main\nKXAddress=8000\nDataLen=1", "BlockMaxCount=1\n") +
+             "[BlockInfo1]\nName=Set values\n",
+         "[Main]\nReadCmd1=Direct,8000,1\n");
+    const QDateTime at(QDate(2026, 3, 14), QTime(14, 7, 9));
+    WriteReport report;
+    EXPECT_EQ(writeStatusText(report, at, english), QString());
+    report.written = 12;
+    EXPECT_EQ(writeStatusText(report, at, english), u"12 written 14:07:09");
+    EXPECT_EQ(writeStatusDetails(report, kx, english), QString());
+    report.notAccepted = {{"A", "25", "30"}, {"B", "1", "0"}};
+    report.failed = {{"Main: Direct 8000", "Timeout", {"A", "B"}}, {"Main: SetDigital 1", "Timeout", {}}};
+    report.unsent = report.skipped = report.outsideLimits = {"A"};
+    EXPECT_EQ(writeStatusText(report, at, english),
+              u"12 written 14:07:09, 2 not accepted, 2 not sent, 1 outside their limits, 1 without a value");
+    EXPECT_EQ(writeStatusDetails(report, kx, english).toStdString(),
+              "Set values: Set value 1: sent 2.5, the controller keeps 3.0\n"
+              "Mode: sent On, the controller keeps Off\n"
+              "Not sent: Set values: Set value 1, Mode (Timeout)\n"
+              "Not sent: Main: SetDigital 1: Timeout\n"
+              "Set values: Set value 1 is outside its limits or no choice: it is not sent until it is corrected\n"
+              "Set values: Set value 1 has no value: the controller keeps its own\n"
+              "Not known to be in the controller, still changed: Set values: Set value 1");
 }
 
 TEST(GridHint, FaultOfTheDefinitionIsSaidInPlaceOfAnEmptyGrid)

@@ -82,11 +82,13 @@ protected:
         QStringList notAccepted;
         for (const NotAccepted& entry : report().notAccepted)
             notAccepted << entry.tag + u'=' + entry.sent + u'/' + entry.kept;
+        QStringList failed;
+        for (const FailedRequest& request : report().failed)
+            failed << request.text();
         QStringList lists;
-        for (const auto& [name, list] :
-             {std::pair(u"failed ", report().failed), std::pair(u"skipped ", report().skipped),
-              std::pair(u"outside ", report().outsideLimits), std::pair(u"unsent ", report().unsent),
-              std::pair(u"kept ", notAccepted)}) {
+        for (const auto& [name, list] : {std::pair(u"failed ", failed), std::pair(u"skipped ", report().skipped),
+                                         std::pair(u"outside ", report().outsideLimits),
+                                         std::pair(u"unsent ", report().unsent), std::pair(u"kept ", notAccepted)}) {
             if (!list.isEmpty())
                 lists << QString::fromUtf16(name) + list.join(u',');
         }

@@ -207,6 +207,7 @@ PROGRAM_TEXTS = (
     ("%1 is a screen file, but the model catalogue names it as a comm file.",
      "%1 は画面定義ファイルですが、機種一覧で通信定義ファイルに指定されています。"),
     ("not read, so not written", "未受信のため書き込みません"),
+    ("%1 written %2", "%1項目を書き込みました %2"),
     ("%1 not accepted", "%1項目が反映されていません"),
     ("%1 not sent", "%1件が送信されていません"),
     ("%1 without a value", "%1項目に値がありません"),

@@ -26,7 +26,10 @@ MainStatus::MainStatus(const Parts& parts, QObject* parent) : QObject(parent), m
             m_readAt = m_parts.program.clock().now();
         showAll();
     });
-    connect(&m_parts.engine, &TransferEngine::written, this, &MainStatus::showAll);
+    connect(&m_parts.engine, &TransferEngine::written, this, [this] {
+        m_writtenAt = m_parts.program.clock().now();
+        showAll();
+    });
     connect(&m_parts.grid, &platform::vaSpread::currentCellChanged, this, &MainStatus::showHint);
 }
 
@@ -74,10 +77,10 @@ void MainStatus::showHint()
 void MainStatus::showWrite()
 {
     const TranslateText tran = m_parts.program.library().translation();
-    m_parts.bar.setWriteText(writeStatusText(m_parts.engine.lastWrite(), tran), writeDetails());
+    m_parts.bar.setWriteText(writeStatusText(m_parts.engine.lastWrite(), m_writtenAt, tran), writeDetails());
 }
 
 QString MainStatus::writeDetails() const
 {
-    return writeStatusDetails(m_parts.engine.lastWrite(), m_parts.program.library().translation());
+    return writeStatusDetails(m_parts.engine.lastWrite(), m_parts.kx, m_parts.program.library().translation());
 }

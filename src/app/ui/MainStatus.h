@@ -45,4 +45,5 @@ private:
 
     Parts m_parts;
     QDateTime m_readAt;
+    QDateTime m_writtenAt;
 };

@@ -39,7 +39,6 @@ MainStatusBar::MainStatusBar(QWidget* parent)
     setAccessibleName(QStringLiteral("Status"));
     m_write->setObjectName(QStringLiteral("panelWrite"));
     m_write->setAutoRaise(true);
-    m_write->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
     m_write->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_write->hide();
     addPermanentWidget(m_write);
@@ -89,6 +88,8 @@ void MainStatusBar::setWriteText(const QString& text, const QString& details)
 {
     m_write->setText(platform::visibleText(text));
     m_write->setToolTip(platform::visibleLines(details));
+    m_write->setIcon(details.isEmpty() ? QIcon() : style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    m_write->setEnabled(!details.isEmpty());
     m_write->setAccessibleName(m_write->text());
     m_write->setVisible(!text.isEmpty());
 }

@@ -17,7 +17,7 @@ public:
     void setLinkText(const QString& text);
     void setStateText(const QString& text, const QString& toolTip);
     void setHintText(const QString& text); // about the current cell
-    // What went wrong in the last write; without a text the panel is not there.
+    // How the last write went; without a text the panel is not there. details: what went wrong, empty when nothing did.
     void setWriteText(const QString& text, const QString& details);
 
 Q_SIGNALS:
