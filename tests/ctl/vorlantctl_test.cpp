@@ -46,7 +46,7 @@ TEST_F(VorlantCtl, DetectPrintsTheModelOrWhatItIsInstead)
     }
 }
 
-TEST_F(VorlantCtl, InterruptEndsTheCommand)
+TEST_F(VorlantCtl, InterruptEndsTheCommandAndListsNeedNoController)
 {
     for (const char* command : {"read", "detect"}) {
         plug([this](const QByteArray&) {
@@ -56,10 +56,6 @@ TEST_F(VorlantCtl, InterruptEndsTheCommand)
         expectFails(command, NoAnswer, "interrupted");
         EXPECT_EQ(controller->requests(), 1) << "nothing is sent any more";
     }
-}
-
-TEST_F(VorlantCtl, ModelsAndPortsAreListed)
-{
     expectPrints("models", "No  Code   Name   Screen file  Comm file\n1   KX410  KX410  M.ini        MComm.ini\n");
     setVariable("VORLANT_COM7", "/dev/bench");
     ASSERT_EQ(run("ports"), Done) << errors.toStdString();

@@ -52,32 +52,21 @@ TEST_F(Options, FontOfTheDialog)
 {
     const char* const plain = "ForceFont=System\nForceFontSize=9\n";
     // what is stored and shown, what is chosen, what is shown and stored then, whether that is a change
-    const std::tuple<const char*, const char*, const char*, FontRecord, const char*, const char*, bool> rows[] = {
-        {"another face", plain, "System:9pt", {"Mono", 90, 0, -12, 0}, "Mono:9pt", "ForceFontSize=9", true},
-        {"character set", plain, "System:9pt", {"System", 90, 128, 0, 0}, "System:9pt", "ForceFontCharSet=128", true},
-        {"the same",
-         "ForceFontSize=9.0\n",
-         "System:9.0pt",
-         {"System", 90, 0, 0, 0},
-         "System:9.0pt",
-         "ForceFontSize=9.0",
-         false},
-        {"huge size",
-         "ForceFontSize=1E30\n",
-         "System:1E30pt",
-         {"Mono", 80, 0, 0, 0},
-         "Mono:8pt",
-         "ForceFontSize=8",
-         true},
+    const std::tuple<const char*, const char*, FontRecord, const char*, const char*, bool> rows[] = {
+        {plain, "System:9pt", {"Mono", 90, 0, -12, 0}, "Mono:9pt", "ForceFontSize=9", true},
+        {plain, "System:9pt", {"System", 90, 128, 0, 0}, "System:9pt", "ForceFontCharSet=128", true},
+        {"ForceFontSize=9.0\n", "System:9.0pt", {"System", 90, 0, 0, 0}, "System:9.0pt", "ForceFontSize=9.0", false},
+        {"ForceFontSize=1E30\n", "System:1E30pt", {"Mono", 80, 0, 0, 0}, "Mono:8pt", "ForceFontSize=8", true},
     };
-    for (const auto& [name, stored, shown, chosen, shownThen, storedThen, isChange] : rows) {
+    for (const auto& [stored, shown, chosen, shownThen, storedThen, isChange] : rows) {
+        SCOPED_TRACE(storedThen);
         open(stored);
-        EXPECT_EQ(values.fontText().toStdString(), shown) << name;
+        EXPECT_EQ(values.fontText().toStdString(), shown);
         values.setFont(chosen);
-        EXPECT_EQ(values.fontText().toStdString(), shownThen) << name;
-        EXPECT_EQ(values.changeDesign(), isChange) << name;
+        EXPECT_EQ(values.fontText().toStdString(), shownThen);
+        EXPECT_EQ(values.changeDesign(), isChange);
         EXPECT_TRUE(values.store().ok());
-        EXPECT_TRUE(settingsFile().contains(storedThen)) << name;
+        EXPECT_TRUE(settingsFile().contains(storedThen));
     }
 }
 

@@ -123,7 +123,7 @@ TEST_F(SerialControl, RefusesAPortThatIsInUse)
     EXPECT_TRUE(comm.openPort());
 }
 
-TEST_F(SerialControl, TellsBytesFromTheThresholdOn)
+TEST_F(SerialControl, TellsBytesFromTheThresholdOnAndWhenTheAdapterGoes)
 {
     comm.setRThreshold(3);
     ASSERT_TRUE(comm.openPort());
@@ -135,11 +135,6 @@ TEST_F(SerialControl, TellsBytesFromTheThresholdOn)
     EXPECT_EQ(comm.Event(), CommEvent::Receive);
     EXPECT_EQ(comm.Input(), "abc");
     EXPECT_EQ(comm.Input(), "");
-}
-
-TEST_F(SerialControl, ClosesAndTellsWhenTheAdapterGoes)
-{
-    ASSERT_TRUE(comm.openPort());
     line.unplug();
     ASSERT_TRUE(events.wait());
     EXPECT_EQ(comm.Event(), CommEvent::DCB);

@@ -32,21 +32,21 @@ TEST_F(Model, BuildsGrid)
              "[Strings2]\nCellData=8,1,vbYellow,vbRed\n",
          "[Main]\nReadCmd1=Direct,8000,12\n[Reg]\nReadCmd1=GetAnalogInput,30001,1,PV\n");
     EXPECT_EQ(grid.maxRows(), 8);
-    EXPECT_EQ(text(1, 1), u"Set values");
+    const std::tuple<int, int, CellType, const char*> cells[] = {
+        {1, 1, CellType::StaticText, "Set values"},
+        {1, 3, CellType::Button, "Send"},
+        {2, 2, CellType::Edit, "10.0"}, // the default is shown unscaled until a read
+        {3, 2, CellType::Button, "Off"},
+        {6, 2, CellType::StaticText, ""}}; // option not fitted
+    for (const auto& [row, col, type, shown] : cells)
+        EXPECT_TRUE(grid.cell(row, col).type == type && text(row, col) == shown) << row << ',' << col;
     EXPECT_TRUE(grid.cell(1, 1).font.bold);
     EXPECT_EQ(grid.cell(1, 1).backColor, 0x00FFFFU);
     EXPECT_EQ(grid.cell(1, 1).align, platform::HAlign::Center);
     EXPECT_EQ(grid.cell(8, 1).foreColor, 0x0000FFU);
-    EXPECT_EQ(grid.cell(1, 3).type, CellType::Button);
-    EXPECT_EQ(text(1, 3), u"Send");
     ASSERT_EQ(grid.frames().size(), 1);
     EXPECT_EQ(grid.frames()[0].color, 0xFF0000U);
     EXPECT_TRUE(grid.frames()[0].range.row2 == 4 && grid.frames()[0].range.col2 == 3);
-    EXPECT_EQ(grid.cell(2, 2).type, CellType::Edit);
-    EXPECT_EQ(text(2, 2), u"10.0") << "the default is shown unscaled until a read";
-    EXPECT_EQ(grid.cell(3, 2).type, CellType::Button);
-    EXPECT_EQ(text(3, 2), "Off");
-    EXPECT_EQ(grid.cell(6, 2).type, CellType::StaticText) << "option not fitted";
     EXPECT_EQ(kx.getTag(6), QString());
     EXPECT_EQ(kx.getTag(0), QString());
     EXPECT_EQ(kx.getTag(1), u"SV");

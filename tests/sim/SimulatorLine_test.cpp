@@ -111,14 +111,15 @@ TEST_F(Line, RefusesSettingsThatADeviceCannotHave)
 {
     controller = makeController(0);
     SimulatorLine other(*controller, Faults(1), 0, box.clock);
-    for (const int speed : {12345, 13}) { // 13 is the system's code for 9600
-        EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), speed, QStringLiteral("N,8,1")));
-        EXPECT_TRUE(other.errorText().contains(QString::number(speed))) << qPrintable(other.errorText());
+    const std::tuple<int, const char*, const char*> rows[] = {{12345, "N,8,1", "12345"},
+                                                              {13, "N,8,1", "13"}, // the system's code for 9600
+                                                              {9600, "N,9,1", "N,9,1"},
+                                                              {9600, "E,7,2", ""}}; // not a terminal
+    for (const auto& [speed, chara, word] : rows) {
+        EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), speed, QLatin1String(chara)));
+        const QString error = other.errorText();
+        EXPECT_TRUE(!error.isEmpty() && error.contains(QLatin1String(word))) << qPrintable(error);
     }
-    EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), 9600, QStringLiteral("N,9,1")));
-    EXPECT_TRUE(other.errorText().contains(QStringLiteral("N,9,1"))) << qPrintable(other.errorText());
-    EXPECT_FALSE(other.openDevice(QStringLiteral("/dev/null"), 9600, QStringLiteral("E,7,2")));
-    EXPECT_FALSE(other.errorText().isEmpty()) << "not a terminal";
 }
 
 } // namespace
