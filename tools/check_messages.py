@@ -21,7 +21,8 @@ from program_texts import PROGRAM_TEXTS  # noqa: E402
 
 # Texts that are no messages: menu and button captions, titles, and parts of a message that is on the page as a whole.
 CAPTIONS = {
-    "FileMenu", "EditMenu", "KXMenu", "OptionMenu", "HelpMenu", "Open", "Save", "Exit", "Copy", "Paste", "Comm", "Recv",
+    "FileMenu", "EditMenu", "KXMenu", "OptionMenu", "HelpMenu", "Open", "Save", "Exit", "Copy", "Paste",
+    "Revert to the controller's value", "Write this parameter", "Write this block", "Comm", "Recv",
     "Send", "Option", "Help", "Version", "InputRange", "OK", "Cancel", "Stop", "Retrial", "Disregard", "Yes", "No",
     "Vorlant", "VersionInfo", "Ver.",
     "Back", "Forward", "Contents", "Find", "Find:", "Print...", "Larger", "Smaller", "Previous", "Next",

@@ -1,6 +1,5 @@
 #include "WriteStatus.h"
 
-#include "Comparison.h"
 #include "ItemDisplay.h"
 #include "clsKX.h"
 
@@ -37,13 +36,10 @@ public:
     QString shown(const QString& tag, const QString& stored) const
     {
         const clsData* item = m_kx.getDataByTag(tag);
-        if (item == nullptr || item->showsStoredText())
+        if (item == nullptr)
             return stored;
-        for (const ItemChoice& choice : choicesOf(*item, m_kx.data().lookup)) {
-            if (isSameNumber(choice.stored, stored))
-                return m_tran(choice.text);
-        }
-        return item->MType() == ItemType::Data ? displayOf(*item, m_kx.data().lookup, stored) : stored;
+        const QString text = shownValue(*item, m_kx.data().lookup, stored);
+        return hasWords(*item) ? m_tran(text) : text;
     }
 
 private:

@@ -40,6 +40,7 @@ Options (those left out come from the main settings file):
   --model CODE           model code, such as KX410, or the whole model string; a parameter file names its own
   --timeout S            seconds of silence after which a request counts as lost, 1 to 3600
   --quiet                show no progress
+  --dry-run              of set and write: print what would change, send nothing
   --read-only            write nothing to a controller: set and write end with status 6
   --no-backup            of set and write: keep nothing of what the controller held
   -o FILE                write the result to FILE, whole or not at all
@@ -99,6 +100,7 @@ public:
     {
         CommandLine& line = m_result.line;
         line.quiet = m_parser.isSet(QStringLiteral("quiet"));
+        line.dryRun = m_parser.isSet(QStringLiteral("dry-run"));
         line.readOnly = m_parser.isSet(QStringLiteral("read-only"));
         line.withoutBackup = m_parser.isSet(QStringLiteral("no-backup"));
         readText(QStringLiteral("port"), line.port);
@@ -183,7 +185,7 @@ void addOptions(QCommandLineParser& parser)
 {
     for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "as", "o"})
         parser.addOption({QString::fromLatin1(name), QString(), QStringLiteral("value")});
-    for (const char* name : {"quiet", "read-only", "no-backup", "help", "version"})
+    for (const char* name : {"quiet", "dry-run", "read-only", "no-backup", "help", "version"})
         parser.addOption(QCommandLineOption(QString::fromLatin1(name)));
 }
 

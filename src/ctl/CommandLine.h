@@ -22,6 +22,7 @@ struct CommandLine
     QString model;                       // a code of the catalogue, or a whole model string
     std::optional<int> timeoutSeconds;   // 1 to 3600
     bool quiet = false;
+    bool dryRun = false;        // `write` and `set` print what they would change, and send nothing
     bool readOnly = false;      // nothing is written to a controller
     bool withoutBackup = false; // `write` keeps nothing of what the controller held
     QString outputFile;         // empty: standard output

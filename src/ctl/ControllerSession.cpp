@@ -106,16 +106,17 @@ CommandResult ControllerSession::definitionResult() const
     const ReadReport& report = m_engine->lastRead();
     if (m_model.kx().ColAdr().count() == 0)
         return failed(ExitStatus::BadFile,
-                      QStringLiteral("%1 names nothing to read; mend the file").arg(m_model.screenFile()));
+                      QStringLiteral("%1 names nothing to read; correct the file").arg(m_model.screenFile()));
     if (report.requests == 0 || !report.givenUp.isEmpty())
         return failed(
             ExitStatus::BadFile,
-            QStringLiteral("%1 holds read commands that make no request: %2; mend the file")
+            QStringLiteral("%1 holds read commands that make no request: %2; correct the file")
                 .arg(m_model.commFile(), report.requests == 0 ? QStringLiteral("all") : report.givenUp.join(u", ")));
     const QStringList unread = unreadSections();
     if (!unread.isEmpty())
-        return failed(ExitStatus::BadFile, QStringLiteral("%1 holds no complete read command for [%2]; mend the file")
-                                               .arg(m_model.commFile(), unread.join(u"], [")));
+        return failed(ExitStatus::BadFile,
+                      QStringLiteral("%1 holds no complete read command for [%2]; correct the file")
+                          .arg(m_model.commFile(), unread.join(u"], [")));
     return {};
 }
 
@@ -163,7 +164,7 @@ QStringList ControllerSession::unreadSections() const
 CommandResult ControllerSession::noAnswer() const
 {
     const QString remedy =
-        m_wrote ? QStringLiteral("; some parameters may have been written: mend the line and read them") : QString();
+        m_wrote ? QStringLiteral("; some parameters may have been written: check the line and read them") : QString();
     if (!m_lostRequest.isEmpty())
         return failed(ExitStatus::NoAnswer,
                       QStringLiteral("%1: no sound answer to %2; check cable, speed, mode and slave%3")

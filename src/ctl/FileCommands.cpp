@@ -4,6 +4,7 @@
 #include "ItemLimits.h"
 #include "LoadedModel.h"
 #include "OutputFormat.h"
+#include "PrintedChanges.h"
 #include "SetComparison.h"
 #include "SetFile.h"
 #include "WrittenItems.h"
@@ -64,6 +65,8 @@ CommandResult writeFile(ProgramContext& program, ControllerSession& session, con
         step = session.read();
     if (step.ok())
         step = file.replaceWritten(session.kx());
+    if (step.ok() && line.dryRun)
+        return printedChanges(session.kx(), line.format);
     if (step.ok())
         step = session.writeAll();
     return step.ok() ? notAccepted(session) : step;

@@ -41,12 +41,13 @@ CommandResult openCatalogue(ProgramContext& program, ModelCatalogue& catalogue)
     const QFileInfo file(path);
     if (file.exists() && !(file.isFile() && file.isReadable()))
         return CommandResult::failed(
-            ExitStatus::BadFile, QStringLiteral("%1 cannot be read as a settings file; mend or remove it").arg(path));
+            ExitStatus::BadFile, QStringLiteral("%1 cannot be read as a settings file; repair or remove it").arg(path));
     catalogue.ensureBuiltIn(); // they stand for themselves where it cannot be written
     if (!catalogue.all().empty())
         return {};
     return CommandResult::failed(
-        ExitStatus::BadFile, QStringLiteral("%1 lists no model; mend KXMaxCount in its section [KXInfos]").arg(path));
+        ExitStatus::BadFile,
+        QStringLiteral("%1 lists no model; correct KXMaxCount in its section [KXInfos]").arg(path));
 }
 
 CommandResult chooseModel(ModelCatalogue& catalogue, const QString& wanted, const LastState& last, ModelChoice& choice)

@@ -6,6 +6,7 @@
 #include "EntryOrder.h"
 #include "ItemStore.h"
 #include "NamedItems.h"
+#include "PrintedChanges.h"
 #include "ValueEntry.h"
 #include "WrittenItems.h"
 
@@ -146,6 +147,8 @@ CommandResult setParameters(ControllerSession& session, const CommandLine& line)
         step = session.read();
     if (step.ok())
         step = enterAll(session.kx(), items, line.words);
+    if (step.ok() && line.dryRun)
+        return printedChanges(session.kx(), line.format);
     if (step.ok())
         step = writeAndReadBack(session, items);
     if (!step.ok())

@@ -131,7 +131,8 @@ CommandResult SetFile::replaceWritten(clsKX& kx) const
         return {};
     return CommandResult::failed(
         ExitStatus::Refused,
-        QStringLiteral("%1: no value for the controller, or outside the limits: %2; nothing was written: mend the file")
+        QStringLiteral(
+            "%1: no value for the controller, or outside the limits: %2; nothing was written: correct the file")
             .arg(m_name, listed(unfit)));
 }
 

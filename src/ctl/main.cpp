@@ -35,7 +35,7 @@ CommandResult withController(ProgramContext& program, const CommandLine& line, Q
 {
     const bool writes = line.command == Command::Set || line.command == Command::Write;
     program.settings().m_isReadOnlyRun = line.readOnly;
-    if (writes && !refusal(program).isEmpty())
+    if (writes && !line.dryRun && !refusal(program).isEmpty())
         return CommandResult::failed(ExitStatus::Refused, refusal(program));
     ConsoleProgress progress(errors, !line.quiet && platform::standardErrorIsTerminal());
     platform::TerminationSignals endRequest;

@@ -105,6 +105,25 @@ void CellClicks::clickBlock(clsBlock* block, int col, int row, bool readBack)
     m_session.noteSent(m_shell.writeBlock(*block, readBack));
 }
 
+void CellClicks::writeItem(int col, int row)
+{
+    const clsData* item = m_kx.getDataByRC(row, col);
+    if (item == nullptr || m_shell.isBusy() || !isUpToDate())
+        return;
+    const EditSession::Action action(m_session);
+    m_session.logItem(*item, QStringLiteral("Write"));
+    m_session.noteSent(m_shell.writeOne(item->Key()));
+}
+
+void CellClicks::writeBlockOf(int col, int row)
+{
+    const clsData* item = m_kx.getDataByRC(row, col);
+    if (item == nullptr || m_shell.isBusy() || !isUpToDate())
+        return;
+    const EditSession::Action action(m_session);
+    clickBlock(m_kx.getBlockByNo(item->BlockNo()), col, row, true);
+}
+
 void CellClicks::openSelect(int col, int row)
 {
     clsData* item = m_kx.getDataByRC(row, col);

@@ -15,6 +15,9 @@ public:
 
     void clickCell(int col, int row);
     void openSelect(int col, int row);
+    // Send the parameter of the cell, or its block with its relay blocks, which is read back then.
+    void writeItem(int col, int row);
+    void writeBlockOf(int col, int row);
 
 private:
     bool isUpToDate();

@@ -1,5 +1,6 @@
 #include "CellEditor.h"
 
+#include "HeldValue.h"
 #include "Tags.h"
 #include "clsKX.h"
 
@@ -39,6 +40,26 @@ bool CellEditor::changeCombo(int col, int row, int choice)
     startEntry();
     m_check.choose(*item, choice);
     return true;
+}
+
+bool CellEditor::canRevert(int col, int row) const
+{
+    const clsData* item = m_kx.getDataByRC(row, col);
+    return item != nullptr && !m_kx.isOffLine() && isUnsent(m_kx.data(), *item) &&
+           heldValue(m_kx.data(), *item).has_value();
+}
+
+void CellEditor::revert(int col, int row)
+{
+    if (!canRevert(col, row))
+        return;
+    const Action action(*this);
+    clsData& item = *m_kx.getDataByRC(row, col);
+    item.hold(*heldValue(m_kx.data(), item));
+    item.Edit = EditState::kRead;
+    m_kx.followUnit(item);
+    m_kx.showItem(item);
+    logItem(item, QStringLiteral("Revert"));
 }
 
 void CellEditor::setVData(const QString& sTag, const QString& VData, bool bCheck)

@@ -32,6 +32,14 @@ public:
     void clickCell(int col, int row) { m_clicks.clickCell(col, row); }
     void openSelect(int col, int row) { m_clicks.openSelect(col, row); } // double click or Enter
 
+    void writeItem(int col, int row) { m_clicks.writeItem(col, row); }       // the cell's parameter alone
+    void writeBlockOf(int col, int row) { m_clicks.writeBlockOf(col, row); } // the block of the cell's parameter
+
+    // Puts the value that the controller holds back into the cell, and into that one alone: what followed the change
+    // stays. One step of undo.
+    bool canRevert(int col, int row) const;
+    void revert(int col, int row);
+
     // Values by tag; with bCheck they are checked like an entry, and what the check refuses is put back.
     void setVData(const QString& sTag, const QString& VData, bool bCheck) override;
     // "PQRNO" is written when the action is complete.

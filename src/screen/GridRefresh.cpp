@@ -2,6 +2,7 @@
 
 #include "EntryOrder.h"
 #include "HeldValue.h"
+#include "ItemDisplay.h"
 #include "ItemValue.h"
 #include "LockRules.h"
 #include "ModelData.h"
@@ -18,15 +19,8 @@ namespace {
 constexpr platform::ColorRef kGray = 0x808080;
 constexpr platform::ColorRef kRefusedColor = 0x0000FF; // red, in the order blue, green, red
 const QString kRefusedTip = QStringLiteral("Outside its limits or no choice: it is not sent until it is corrected");
+const QString kHeldTip = QStringLiteral("The controller holds %1");
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
-
-// Choices whose names are words: shown in the user's language, in a column that grows with them.
-bool isNamedChoice(const QString& tag)
-{
-    static const QStringList named{tags::alarmType(1), tags::alarmType(2), tags::alarmType(3), tags::kInputRange,
-                                   tags::kDigitalInput};
-    return named.contains(tag);
-}
 
 } // namespace
 
@@ -106,9 +100,14 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
     cell.foreColor = item.SprForeColor();
     cell.text = item.isKnown() ? textOf(item) : QString();
     cell.toolTip = item.isKnown() ? QString() : m_model.library().tranStr(kUnknownTip);
-    if (item.isKnown() && item.Edit == EditState::kChanged && !item.isReadOnly() && !item.isAllowed()) {
-        cell.foreColor = kRefusedColor;
-        cell.toolTip = m_model.library().tranStr(kRefusedTip);
+    if (item.isKnown() && item.Edit == EditState::kChanged) {
+        QStringList tips{heldTip(item)};
+        if (!item.isReadOnly() && !item.isAllowed()) {
+            cell.foreColor = kRefusedColor;
+            tips.prepend(m_model.library().tranStr(kRefusedTip));
+        }
+        tips.removeAll(QString());
+        cell.toolTip = tips.join(u'\n');
     }
     cell.locked = locked.value_or(cell.locked);
     if (item.MType() == ItemType::Bit)
@@ -120,10 +119,19 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
         widen(item);
 }
 
+// What a changed cell hides: the value that the controller held.
+QString GridRefresh::heldTip(const clsData& item) const
+{
+    const auto held = m_model.isOffLine() || !isUnsent(m_model, item) ? std::nullopt : heldValue(m_model, item);
+    if (!held)
+        return {};
+    const QString shown = shownValue(item, m_model.lookup, *held);
+    return m_model.library().tranStr(kHeldTip).arg(hasWords(item) ? m_model.library().tranStr(shown) : shown);
+}
+
 QString GridRefresh::textOf(const clsData& item) const
 {
-    const bool isTranslated = item.MType() == ItemType::Bit || isNamedChoice(item.Key());
-    return isTranslated ? m_model.library().tranStr(item.VData()) : item.VData();
+    return hasWords(item) ? m_model.library().tranStr(item.VData()) : item.VData();
 }
 
 void GridRefresh::widen(const clsData& item)

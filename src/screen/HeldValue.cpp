@@ -50,22 +50,30 @@ std::optional<QString> heldValue(const ItemData& item, const clsKXAdr& image)
     return longText(item, image);
 }
 
+std::optional<QString> heldValue(const ModelData& model, const ItemData& item)
+{
+    const clsKXAdr* image = model.images.find(item.RSection());
+    return image == nullptr ? std::nullopt : heldValue(item, *image);
+}
+
+bool differsFromHeld(const ModelData& model, const ItemData& item)
+{
+    if (!item.isKnown() || !isWritten(model, item))
+        return false;
+    const auto held = heldValue(model, item);
+    return held ? !isSameValue(*held, item.Data()) : item.Edit == EditState::kChanged;
+}
+
 bool isUnsent(const ModelData& model, const ItemData& item)
 {
-    if (item.Edit != EditState::kChanged || !isWritten(model, item))
-        return false;
-    const clsKXAdr* image = model.images.find(item.RSection());
-    const auto held = image == nullptr ? std::nullopt : heldValue(item, *image);
-    return !held || !isSameValue(*held, item.Data());
+    return item.Edit == EditState::kChanged && differsFromHeld(model, item);
 }
 
 ParameterSet heldSet(const ModelData& model)
 {
     ParameterSet set{model.lookup.modelString, {}};
     for (const auto& item : model.items) {
-        const clsKXAdr* image = model.images.find(item->RSection());
-        const auto value = image == nullptr ? std::nullopt : heldValue(*item, *image);
-        if (value)
+        if (const auto value = heldValue(model, *item))
             set.values.append({item->Key(), *value});
     }
     return set;

@@ -109,6 +109,29 @@ QString displayValue(const ItemData& item, const ItemLookup& items)
     return displayOf(item, items, item.Data());
 }
 
+bool isNamedChoice(const QString& tag)
+{
+    static const QStringList named{tags::alarmType(1), tags::alarmType(2), tags::alarmType(3), tags::kInputRange,
+                                   tags::kDigitalInput};
+    return named.contains(tag);
+}
+
+bool hasWords(const ItemData& item)
+{
+    return item.MType() == ItemType::Bit || isNamedChoice(item.Key());
+}
+
+QString shownValue(const ItemData& item, const ItemLookup& items, const QString& storedText)
+{
+    if (item.showsStoredText())
+        return storedText;
+    for (const ItemChoice& choice : choicesOf(item, items)) {
+        if (isSameNumber(choice.stored, storedText))
+            return choice.text;
+    }
+    return item.MType() == ItemType::Data ? displayOf(item, items, storedText) : storedText;
+}
+
 QString displayOf(const ItemData& item, const ItemLookup& items, const QString& storedText)
 {
     const int places = decimalsOf(item, items);

@@ -21,6 +21,12 @@ struct ItemChoice
 
 // The display value (VData).
 QString displayValue(const ItemData& item, const ItemLookup& items);
+// Choices whose names are words: shown in the user's language, in a column that grows with them.
+bool isNamedChoice(const QString& tag);
+// The display value is a word of the definition, to be translated when it is shown.
+bool hasWords(const ItemData& item);
+// The display value that another stored value of the item would have.
+QString shownValue(const ItemData& item, const ItemLookup& items, const QString& storedText);
 // A stored number scaled down and formatted as this item's.
 QString displayOf(const ItemData& item, const ItemLookup& items, const QString& storedText);
 // The stored number of an entry in display units; "0" for what is no number.

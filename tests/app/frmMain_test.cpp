@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,6 +17,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStyledItemDelegate>
+#include <QToolButton>
 #include <QTreeView>
 
 namespace {
@@ -306,6 +308,44 @@ TEST_F(MainWindow, RecentFilesAreOfferedAndForgottenWhenTheyAreGone)
     EXPECT_EQ(offered(), u"&1 c.k41|Clear the list");
     trigger("mnuRecent_0");
     EXPECT_EQ(offered(), u"Clear the list");
+}
+
+TEST_F(MainWindow, TheMenuOfACellRevertsAndWrites)
+{
+    openWith([](const QByteArray& request) {
+        const bool isWrite = request.at(1) == 66 && request.at(2) == 1;
+        return isWrite ? soundController::rtu(request.left(8)) : soundController::reply(request);
+    });
+    recv();
+    const auto choose = [this](const char* caption) {
+        grid().setCurrentCell(1, 2);
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1), QPoint(1, 1));
+        QApplication::sendEvent(&grid(), &event);
+        auto* menu = grid().findChild<QMenu*>("CellMenu");
+        for (QAction* action : menu->actions()) {
+            if (action->text() == QLatin1String(caption))
+                action->trigger(); // nothing where it is off
+        }
+        menu->close();
+        menu->setObjectName({});
+        QCoreApplication::processEvents();
+    };
+    const int read = controller->requests();
+    enter("7.0");
+    choose("Revert to the controller's value");
+    EXPECT_EQ(cell(2), u"25.8");
+    EXPECT_FALSE(window->isWindowModified());
+    trigger("mnuEdit_2");
+    EXPECT_EQ(cell(2), u"7.0") << "one step of undo";
+    EXPECT_EQ(controller->requests(), read);
+    choose("Write this parameter");
+    EXPECT_GT(controller->requests(), read);
+    EXPECT_TRUE(find<QToolButton>("panelWrite")->text().startsWith(u"1 written ")) << qPrintable(messages().join('|'));
+    EXPECT_FALSE(window->isWindowModified());
+    program->settings().m_bNeverWrite = true;
+    const int written = controller->requests();
+    choose("Write this parameter");
+    EXPECT_EQ(controller->requests(), written);
 }
 
 TEST_F(MainWindow, NeverWritesWhereTheOptionsSaySo)

@@ -54,8 +54,15 @@ TEST_F(SimulatedCtl, WhatAControllerDoesNotAcceptIsReported)
     plugModel("KX410");
     save("a.kx");
     changeValue("a.kx", "VQI1", "240");
-    for (const char* command : {"set VQI1=240", "write a.kx"})
+    for (const char* command : {"set VQI1=240", "write a.kx"}) {
         expectFails(QString("--read-only ") + command, Refused, "nothing was written: --read-only is given");
+        expectPrints(QString("--read-only --dry-run --as csv ") + command,
+                     "tag,name,block,class,held,new\r\nVQI1,Integral time,PID control,setting,120,240\r\n");
+    }
+    expectPrints("--dry-run set RUNSTP=Stopped --as table", "Tag     Name     Block       Class    Held     New\n"
+                                                            "RUNSTP  Control  Set values  command  Running  Stopped\n");
+    ASSERT_EQ(run("--dry-run set PQRNO=1"), Done);
+    EXPECT_EQ(output.count('\n'), 12) << "with what the table of ranges sets besides: " << output.toStdString();
     EXPECT_EQ(changedMemory(), "");
     for (const auto& [command, behaviour, address, status, message] : rows) {
         const auto twin = makeModel(model); // nobody reads it: it makes the replies to what is ignored

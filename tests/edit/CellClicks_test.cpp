@@ -45,16 +45,23 @@ TEST_F(Clicks, NeedUpToDateData)
 {
     parameters();
     const Everything before = everything();
-    for (const auto& [busy, messagesShown] : {std::pair{true, 0}, {false, 2}}) {
+    for (const auto& [busy, messagesShown] : {std::pair{true, 0}, {false, 4}}) {
         shell.stateNow = busy ? MainState::UpToDate : MainState::NoConnection;
         shell.busy = busy;
         editor.clickCell(1, 1);
         editor.openSelect(1, 4);
         editor.openSelect(1, 6); // nothing to open, nothing to tell
+        editor.writeItem(1, 6);
+        editor.writeBlockOf(1, 2);
         EXPECT_TRUE(everything() == before) << busy;
         EXPECT_TRUE(shell.calls.isEmpty()) << busy;
         EXPECT_EQ(record.texts.size(), messagesShown) << busy;
     }
+    shell.stateNow = MainState::UpToDate;
+    editor.writeItem(1, 6);
+    editor.writeBlockOf(1, 2);
+    editor.writeBlockOf(1, 6); // of no block
+    EXPECT_EQ(shell.calls.join(u','), u"one A,block 1 and back");
     for (const Message& message : record.messages) {
         EXPECT_EQ(message.prompt, "Please acquire the up-to-date data from the equipment.");
         EXPECT_EQ(message.style, MessageStyle::kCritical);

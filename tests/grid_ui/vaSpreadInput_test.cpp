@@ -218,7 +218,7 @@ TEST_F(Spread, CopyAndPasteAreAskedForOrThoseOfAnOpenEditor)
     QTest::keyClick(&spread, Qt::Key_C, Qt::ControlModifier);
     QTest::keyClick(&spread, Qt::Key_V, Qt::ControlModifier);
     ASSERT_EQ(copied.count(), 1);
-    const auto& range = *static_cast<const platform::CellRange*>(copied.takeFirst()[0].constData());
+    const platform::CellRange range = *static_cast<const platform::CellRange*>(copied.takeFirst()[0].constData());
     EXPECT_EQ((QList<int>{range.row, range.col, range.row2, range.col2}), (QList<int>{2, 2, 3, 3}));
     spread.clearSelection();
     QTest::keyClick(&spread, Qt::Key_V, Qt::ControlModifier);

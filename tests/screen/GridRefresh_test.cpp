@@ -51,6 +51,28 @@ TEST_F(Refresh, OnlyWhatTheReplyHoldsIsShown)
     EXPECT_FALSE(grid.cell(2, 1).toolTip.isEmpty()) << "why it is empty";
 }
 
+TEST_F(Refresh, AChangedCellSaysWhatTheControllerHolds)
+{
+    load(screenOf({"Tag=A\nKXAddress=8000\nDataLen=2\nDataInfo=1,0,99,<=,<=,0",
+                   "Tag=B\nKXAddress=8002\nDataLen=1\nCellType=Bit\nBitMask=1"},
+                  "CommRaedSection=Main\nCommWriteSection=Main"),
+         kComm + "WriteCmdMax=1\n");
+    put(definition("MComm.ini"), "[Main]\nReadCmd1=Direct,8000,4\nWriteCmdMax=1\nWriteCmd1=Direct,8000,4\n");
+    kx.load(1, &library, "KX41000000-10A");
+    answer(0, QByteArray("\1\2\1\0", 4));
+    kx.refreshSpread(true, nullptr);
+    const auto enter = [this](const char* tag, const char* stored) {
+        item(tag).setData(stored);
+        kx.refreshCell(item(tag));
+        return grid.cell(item(tag).Row(), 1).toolTip;
+    };
+    EXPECT_EQ(enter("A", "300"), u"The controller holds 25.8");
+    EXPECT_EQ(enter("B", "0"), u"The controller holds On");
+    EXPECT_EQ(enter("A", "999"), u"Outside its limits or no choice: it is not sent until it is corrected\n"
+                                 u"The controller holds 25.8");
+    EXPECT_EQ(enter("A", "258"), QString()) << "nothing would be lost";
+}
+
 // The range comes before the unit in the file, and still is looked up in the table of the unit that was read.
 TEST_F(Refresh, UnitIsReadBeforeTheRange)
 {

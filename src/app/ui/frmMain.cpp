@@ -5,6 +5,7 @@
 #include "DesktopTexts.h"
 #include "FileChooser.h"
 #include "GridHint.h"
+#include "GridMenu.h"
 #include "HelpFiles.h"
 #include "HelpKey.h"
 #include "LastState.h"
@@ -168,6 +169,7 @@ void frmMain::connectEditor()
 {
     const CellEditor* editor = m_editor.get();
     m_pages->connectTo(*m_editor, *m_clipboard);
+    new GridMenu(m_pages->sheet(), *m_editor, m_program.library()); // the sheet owns it
     connect(editor, &CellEditor::edited, m_status, &MainStatus::showHint);
     connect(editor, &CellEditor::edited, this, &frmMain::showTitle);
     connect(editor, &CellEditor::edited, m_status, &MainStatus::showData);

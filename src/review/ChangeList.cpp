@@ -1,0 +1,36 @@
+#include "ChangeList.h"
+
+#include "HeldValue.h"
+#include "ItemDisplay.h"
+#include "clsKX.h"
+
+namespace {
+
+ChangeRow rowOf(const clsKX& kx, const clsData& item)
+{
+    ChangeRow row;
+    row.tag = item.Key();
+    row.name = item.nameOrTag();
+    if (const clsBlock* block = kx.getBlockByNo(item.BlockNo()))
+        row.block = block->m_sName;
+    row.value = item.Data();
+    row.valueShown = item.VData();
+    row.kind = item.Class();
+    if (const auto held = heldValue(kx.data(), item)) {
+        row.held = *held;
+        row.heldShown = shownValue(item, kx.data().lookup, *held);
+    }
+    return row;
+}
+
+} // namespace
+
+std::vector<ChangeRow> changesOf(const clsKX& kx)
+{
+    std::vector<ChangeRow> rows;
+    for (const auto& item : kx.items()) {
+        if (differsFromHeld(kx.data(), *item))
+            rows.push_back(rowOf(kx, *item));
+    }
+    return rows;
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "ParameterClass.h"
+
+#include <QString>
+
+#include <vector>
+
+class clsKX;
+
+// A parameter whose value is not the one that the controller held at the last read or good write.
+struct ChangeRow
+{
+    QString tag;
+    QString name;  // of the definition; the tag where there is none
+    QString block; // empty for a parameter of no block
+    QString held;  // stored text; empty when the controller's value is not known
+    QString value; // stored text
+    QString heldShown;
+    QString valueShown;
+    ParameterClass kind = ParameterClass::Setting;
+
+    // Goes out unless somebody says otherwise: what belongs to one instrument or its line, or starts something, does
+    // not.
+    bool isTicked() const { return kind == ParameterClass::Setting; }
+};
+
+// The parameters of a model whose values differ from what it held, in item order; those that nobody read only when they
+// were changed. Texts are those of the definition, not translated; held values are shown under the settings as they are
+// now, decimal point included, so that they compare with the new ones.
+std::vector<ChangeRow> changesOf(const clsKX& kx);
