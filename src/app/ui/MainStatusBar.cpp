@@ -89,7 +89,6 @@ void MainStatusBar::setWriteText(const QString& text, const QString& details)
     m_write->setText(platform::visibleText(text));
     m_write->setToolTip(platform::visibleLines(details));
     m_write->setIcon(details.isEmpty() ? QIcon() : style()->standardIcon(QStyle::SP_MessageBoxWarning));
-    m_write->setEnabled(!details.isEmpty());
     m_write->setAccessibleName(m_write->text());
     m_write->setVisible(!text.isEmpty());
 }

@@ -312,7 +312,9 @@ void frmMain::showHelp()
 
 void frmMain::showWriteDetails()
 {
-    m_questions->showMessage(m_status->writeDetails(), MessageStyle::kExclamation);
+    const QString details = m_status->writeDetails();
+    if (!details.isEmpty())
+        m_questions->showMessage(details, MessageStyle::kExclamation);
 }
 
 void frmMain::showGridOrHint()
