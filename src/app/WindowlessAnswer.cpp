@@ -8,10 +8,9 @@ constexpr int kNoDisplay = 1;
 
 const QString kHelp = QStringLiteral(
     "Usage: vorlant [--read-only] [/D /M:MODELSTRING]\n"
-    "Opens the window of the parameter tool for KX process controllers. With /D and /M: the model string takes the\n"
-    "place of the one that the controller answers when its model is detected. With --read-only nothing is written to "
-    "a\n"
-    "controller.\n"
+    "Opens the window of the parameter tool for KX process controllers. With --read-only nothing is written to a\n"
+    "controller. With /D and /M: the model string takes the place of the one that the controller answers when its\n"
+    "model is detected.\n"
     "See vorlant(1); vorlantctl(1) does the same from a terminal, vorlant-sim(1) plays a controller.\n");
 
 } // namespace

@@ -19,10 +19,6 @@ struct ChangeRow
     QString heldShown;
     QString valueShown;
     ParameterClass kind = ParameterClass::Setting;
-
-    // Goes out unless somebody says otherwise: what belongs to one instrument or its line, or starts something, does
-    // not.
-    bool isTicked() const { return kind == ParameterClass::Setting; }
 };
 
 // The parameters of a model whose values differ from what it held, in item order; those that nobody read only when they

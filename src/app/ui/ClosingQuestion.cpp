@@ -28,7 +28,8 @@ bool ClosingQuestion::mayClose()
     const QScopedValueRollback<bool> asking(m_isAsking, true);
     const bool isWanted = !m_program.settings().m_bViewEndConf ||
                           m_questions.showMessage(question, MessageStyle::kYesNoExclamation) != MessageResult::kNo;
-    return !m_asksBefore || (isWanted && m_files.mayDiscard()) || !m_asksBefore;
+    const bool mayDiscard = m_asksBefore && isWanted && m_files.mayDiscard();
+    return mayDiscard || !m_asksBefore; // while it was asked, somebody may have asked the process to end
 }
 
 // A window that is being closed cannot be closed again: the question whether to ends, and with it the closing goes on.
