@@ -58,6 +58,8 @@ public:
     // Why write entry i cannot be sent, in plain English: a "Direct" write sends the image from its first byte on, so
     // it must begin where the last "Direct" read begins and be no longer. Empty when all is well.
     QString writeFault(int i) const;
+    // Write entry i sets something fixed behind the values: that puts them in force.
+    bool putsInForce(int i) const { return WCmd(i).startsWith(u"Set") && WTag(i).startsWith(u"&h"); }
     int imageSize() const { return m_imageSize; } // bytes; 1 in register mode
 
     void setData(const IndexedBytes& bytData); // both images

@@ -15,6 +15,7 @@ bool CommandEntry::hasOpenCell(clsData& item)
 QString CommandEntry::enterNumber(clsData& item, const QString& text)
 {
     const CellEditor::Silence silence(m_editor);
+    m_editor.startEntry(item, ChangeCause::Kind::Typed);
     if (!hasOpenCell(item))
         m_editor.setVData(item.Key(), text, false);
     else if (!m_editor.checkCell(item.Col(), item.Row(), true, text))
@@ -35,6 +36,7 @@ QString CommandEntry::choose(clsData& item, int choice, const QString& stored)
     const CellEditor::Silence silence(m_editor);
     m_error.clear();
     m_wanted = stored;
+    m_editor.startEntry(item, ChangeCause::Kind::Typed);
     if (!hasOpenCell(item) || item.MType() == ItemType::Bit)
         m_editor.setData(item.Key(), stored, false);
     else if (item.checkMulti())

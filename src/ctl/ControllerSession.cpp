@@ -50,11 +50,11 @@ CommandResult ControllerSession::read()
     return readResult();
 }
 
-CommandResult ControllerSession::writeItems(const QStringList& tags)
+CommandResult ControllerSession::writeChosen(const QStringList& tags)
 {
     if (!m_interrupted) {
         m_wrote = true;
-        m_engine->writeItems(tags);
+        m_engine->writeChosen(tags);
     }
     return writeResult();
 }

@@ -29,7 +29,7 @@ public:
     CommandResult read();
     // The values that the parameters have now, in one write. writeAll also reads back; what was not accepted is in
     // lastWrite.
-    CommandResult writeItems(const QStringList& tags);
+    CommandResult writeChosen(const QStringList& tags);
     CommandResult writeAll();
     const WriteReport& lastWrite() const { return m_engine->lastWrite(); }
 

@@ -124,7 +124,7 @@ CommandResult writeAndReadBack(ControllerSession& session, const Items& items)
     QStringList tags;
     for (const clsData* item : items)
         tags << item->Key();
-    const CommandResult written = session.writeItems(tags);
+    const CommandResult written = session.writeChosen(tags);
     if (written.status != ExitStatus::Done && written.status != ExitStatus::Refused)
         return written;
     const CommandResult readBack = session.read();

@@ -69,8 +69,9 @@ void CellClicks::clickItem(clsData& item, int col, int row)
 void CellClicks::switchBit(clsData& item)
 {
     const bool isOn = compareNumbers(item.Data(), QStringLiteral("="), QString::number(item.BitOn()));
+    m_session.startEntry(item, ChangeCause::Kind::Chosen);
     item.setData(QString::number(isOn ? item.BitOff() : item.BitOn()));
-    m_kx.refreshCell(item);
+    m_session.showChanged(item);
 }
 
 // Every temperature of the controller depends on the unit: it goes out at once, with the input range behind it, which
@@ -130,6 +131,7 @@ void CellClicks::openSelect(int col, int row)
     if (item == nullptr || !item->checkMulti() || !m_session.isOpen(*item) || m_shell.isBusy() || !isUpToDate())
         return;
     const EditSession::Action action(m_session);
+    m_session.startEntry(*item, ChangeCause::Kind::Chosen);
     if (item->doMultiSelect()) {
         m_session.logItem(*item, QStringLiteral("MultiSelectOpen"));
         m_shell.openMultiSelect(*item, item->Section());

@@ -60,10 +60,12 @@ int CellClipboard::paste(const CellRange& range, const QString& text)
     {
         const CellEditor::Action action(m_editor);
         const CellEditor::Silence silence(m_editor);
+        m_editor.setPasting(true);
         QVector<Entry> settings = extractSettings(open);
         enterAll(settings);
         m_editor.showChanges();
         enterAll(open);
+        m_editor.setPasting(false);
         open += settings;
     }
     if (!open.isEmpty()) {

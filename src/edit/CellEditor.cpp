@@ -21,7 +21,7 @@ bool CellEditor::checkCell(int col, int row, bool bCascade, const QString& enter
     if (item == nullptr || !isOpen(*item))
         return false;
     const Action action(*this);
-    startEntry();
+    startEntry(*item, ChangeCause::Kind::Typed);
     return m_check.check(*item, bCascade, entered);
 }
 
@@ -37,7 +37,7 @@ bool CellEditor::changeCombo(int col, int row, int choice)
     if (m_check.isComboDropped() || item == nullptr || item->MType() != ItemType::Combo || !isOpen(*item))
         return false;
     const Action action(*this);
-    startEntry();
+    startEntry(*item, ChangeCause::Kind::Chosen);
     m_check.choose(*item, choice);
     return true;
 }
@@ -57,6 +57,8 @@ void CellEditor::revert(int col, int row)
     clsData& item = *m_kx.getDataByRC(row, col);
     item.hold(*heldValue(m_kx.data(), item));
     item.Edit = EditState::kRead;
+    item.cause = {};
+    item.sendMark = SendMark::None;
     m_kx.followUnit(item);
     m_kx.showItem(item);
     logItem(item, QStringLiteral("Revert"));
@@ -70,7 +72,7 @@ void CellEditor::setVData(const QString& sTag, const QString& VData, bool bCheck
     const Action action(*this);
     const ItemState before = item->state();
     item->setVData(VData);
-    m_kx.refreshCell(*item);
+    showChanged(*item);
     if (bCheck && !checkAsSet(*item))
         putBack(*item, before);
 }
@@ -86,7 +88,7 @@ void CellEditor::setData(const QString& sTag, const QString& sData, bool bCheck)
     item->Edit = EditState::kChanged;
     if (item->Key() == tags::kUnit)
         m_interlocks.switchUnit(*item);
-    m_kx.refreshCell(*item);
+    showChanged(*item);
     if (bCheck && !checkAsSet(*item))
         putBack(*item, before);
     if (item->Key() == tags::kInputRange)

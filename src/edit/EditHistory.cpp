@@ -28,9 +28,9 @@ bool EditHistory::isSame(const Snapshot& snapshot) const
     return snapshot.state == item.state() && (!hasCell || snapshot.cell == m_kx.spread()->cell(item.Row(), item.Col()));
 }
 
-std::vector<const clsData*> EditHistory::changed() const
+std::vector<clsData*> EditHistory::changed() const
 {
-    std::vector<const clsData*> items;
+    std::vector<clsData*> items;
     for (const Snapshot& before : m_before) {
         if (before.state.data != before.item->Data())
             items.push_back(before.item);

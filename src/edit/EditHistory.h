@@ -20,8 +20,8 @@ public:
     explicit EditHistory(clsKX& kx) : m_kx(kx) {}
 
     void begin();
-    std::vector<const clsData*> changed() const; // items whose stored value is no longer that of begin
-    void finish(bool keep);                      // keep false: the step can never be undone
+    std::vector<clsData*> changed() const; // items whose stored value is no longer that of begin
+    void finish(bool keep);                // keep false: the step can never be undone
 
     bool canUndo() const { return m_next > 0; }
     bool canRedo() const { return m_next < m_steps.size(); }

@@ -19,6 +19,7 @@ EditSession::EditSession(clsKX& kx, MessagePresenter& messages, CellEditorShell&
         if (mode != 0)
             return;
         m_history.forgetItems();
+        m_entered = nullptr;
         clear();
     });
 }
@@ -38,6 +39,7 @@ void EditSession::endAction()
     // Only now is all set that the controller is to take along with the range.
     if (std::exchange(m_rangeIsDue, false))
         noteSent(m_shell.writeOne(tags::kInputRange));
+    noteCauses(m_history.changed());
     showChanges();
     m_history.finish(!m_sent);
     if (m_sent)
@@ -46,11 +48,44 @@ void EditSession::endAction()
     m_redraw = false;
     m_sent = false;
     startEntry();
+    m_entered = nullptr;
+    m_causedHere.clear();
     Q_EMIT edited();
     Q_EMIT historyChanged();
 }
 
-bool EditSession::decidesDisplay(const std::vector<const clsData*>& changed)
+void EditSession::startEntry(clsData& item, ChangeCause::Kind kind)
+{
+    startEntry();
+    m_entered = &item;
+    m_enteredBy = m_isPasting ? ChangeCause::Kind::Pasted : kind;
+}
+
+ChangeCause EditSession::causeOf(const clsData& item) const
+{
+    if (m_entered == nullptr)
+        return {};
+    return &item == m_entered ? ChangeCause{m_enteredBy, {}}
+                              : ChangeCause{ChangeCause::Kind::Followed, m_entered->Key()};
+}
+
+void EditSession::showChanged(clsData& item)
+{
+    item.cause = causeOf(item);
+    m_causedHere.insert(&item);
+    m_kx.refreshCell(item);
+}
+
+// A choice from a table sets items without a cell besides.
+void EditSession::noteCauses(const std::vector<clsData*>& changed)
+{
+    for (clsData* item : changed) {
+        if (!m_causedHere.contains(item))
+            item->cause = causeOf(*item);
+    }
+}
+
+bool EditSession::decidesDisplay(const std::vector<clsData*>& changed)
 {
     return m_redraw ||
            std::any_of(changed.begin(), changed.end(), [this](auto* item) { return changesDisplay(*item); });
@@ -66,7 +101,7 @@ void EditSession::showChanges()
 }
 
 // How a changed value is shown depends on its limits.
-void EditSession::showLimited(const std::vector<const clsData*>& changed)
+void EditSession::showLimited(const std::vector<clsData*>& changed)
 {
     const auto hasChanged = [&](const QString& tag) {
         return std::find(changed.begin(), changed.end(), m_kx.getDataByTag(tag)) != changed.end();

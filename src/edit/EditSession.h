@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CellEditorShell.h"
+#include "ChangeCause.h"
 #include "EditHistory.h"
 
 #include <QObject>
@@ -82,6 +83,12 @@ public:
 
     // Items that an interlock has given limits of their own, which count until the entry is done.
     void startEntry() { m_limitsGiven.clear(); }
+    // What a person enters: where its value comes from is said, and that of what follows from it. Pasted ones are named
+    // once for all of them.
+    void startEntry(clsData& item, ChangeCause::Kind kind);
+    void setPasting(bool pasting) { m_isPasting = pasting; }
+    // Shows the item as changed.
+    void showChanged(clsData& item);
     void noteLimits(const clsData& item) { m_limitsGiven.insert(&item); }
     bool hasGivenLimits(const clsData& item) const { return m_limitsGiven.contains(&item); }
 
@@ -93,8 +100,10 @@ private:
     void beginAction();
     void endAction();
     bool changesDisplay(const clsData& changed);
-    bool decidesDisplay(const std::vector<const clsData*>& changed);
-    void showLimited(const std::vector<const clsData*>& changed);
+    bool decidesDisplay(const std::vector<clsData*>& changed);
+    ChangeCause causeOf(const clsData& item) const;
+    void noteCauses(const std::vector<clsData*>& changed);
+    void showLimited(const std::vector<clsData*>& changed);
 
     clsKX& m_kx;
     MessagePresenter& m_messages;
@@ -103,6 +112,10 @@ private:
     int m_silence = 0;
     QStringList m_unsaid;
     QSet<const clsData*> m_limitsGiven;
+    const clsData* m_entered = nullptr; // what the action, or the entry of it that runs, is about
+    ChangeCause::Kind m_enteredBy = ChangeCause::Kind::None;
+    bool m_isPasting = false;
+    QSet<const clsData*> m_causedHere; // shown as changed by the action that runs
 
     // The user action that runs.
     int m_depth = 0;

@@ -52,7 +52,7 @@ bool EntryCheck::checkNumber(clsData& item, bool bCascade, const QString& entere
         return false;
     }
     item.setVData(entered);
-    m_kx.refreshCell(item);
+    m_session.showChanged(item);
     m_interlocks.afterNumber(item, bCascade);
     return true;
 }
@@ -82,7 +82,7 @@ void EntryCheck::choose(clsData& item, int choice)
 {
     m_session.logItem(item, QStringLiteral("Change"));
     item.setComboIdx(choice);
-    m_kx.refreshCell(item);
+    m_session.showChanged(item);
     m_interlocks.afterChoice(item);
     m_session.logItem(item, QStringLiteral("Changed"));
 }

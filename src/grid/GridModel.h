@@ -35,6 +35,7 @@ struct Cell
     HAlign align = HAlign::Left;
     CellFont font;
     bool locked = false;
+    bool marked = false;   // something is wrong with it: its corner says so, the tool tip what
     bool readOnly = false; // shown like any other, takes no entry
     bool operator==(const Cell&) const = default;
 

@@ -20,6 +20,8 @@ constexpr platform::ColorRef kGray = 0x808080;
 constexpr platform::ColorRef kRefusedColor = 0x0000FF; // red, in the order blue, green, red
 const QString kRefusedTip = QStringLiteral("Outside its limits or no choice: it is not sent until it is corrected");
 const QString kHeldTip = QStringLiteral("The controller holds %1");
+const QString kFailedTip = QStringLiteral("The last write of it failed");
+const QString kNotAcceptedTip = QStringLiteral("The controller did not accept it");
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
 
 } // namespace
@@ -60,6 +62,7 @@ void GridRefresh::read(clsData& item)
     const auto value = m_model.isOffLine() ? offLineValue(item, image) : heldValue(item, image);
     item.setKnown(value.has_value());
     item.Edit = value ? EditState::kRead : EditState::kUntouched;
+    item.sendMark = SendMark::None;
     if (!value)
         return;
     item.setData(*value);
@@ -109,6 +112,9 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
         tips.removeAll(QString());
         cell.toolTip = tips.join(u'\n');
     }
+    cell.marked = item.sendMark != SendMark::None;
+    if (cell.marked)
+        cell.toolTip = (markTip(item) + u'\n' + cell.toolTip).trimmed();
     cell.locked = locked.value_or(cell.locked);
     if (item.MType() == ItemType::Bit)
         cell.value = m_model.library().toLong(item.Data(), 0);
@@ -117,6 +123,11 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
     m_grid->setCell(item.Row(), item.Col(), cell);
     if (isNamedChoice(item.Key()))
         widen(item);
+}
+
+QString GridRefresh::markTip(const clsData& item) const
+{
+    return m_model.library().tranStr(item.sendMark == SendMark::Failed ? kFailedTip : kNotAcceptedTip);
 }
 
 // What a changed cell hides: the value that the controller held.

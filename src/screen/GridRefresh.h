@@ -31,6 +31,7 @@ private:
     void read(clsData& item);
     std::optional<QString> offLineValue(const clsData& item, const clsKXAdr& image) const;
     static void dropMark(clsData& item, bool isWhole, int before);
+    QString markTip(const clsData& item) const;
     QString heldTip(const clsData& item) const;
     QString textOf(const clsData& item) const;
     void widen(const clsData& item);

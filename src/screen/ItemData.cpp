@@ -68,7 +68,7 @@ QString ItemData::ButtonCaption() const
 
 ItemState ItemData::state() const
 {
-    return {m_data, m_known, m_holdsDefault, Edit, m_limits.currentLower, m_limits.currentUpper};
+    return {m_data, m_known, m_holdsDefault, Edit, m_limits.currentLower, m_limits.currentUpper, cause};
 }
 
 void ItemData::restore(const ItemState& state)
@@ -79,6 +79,7 @@ void ItemData::restore(const ItemState& state)
     Edit = state.edit;
     m_limits.currentLower = state.currentLower;
     m_limits.currentUpper = state.currentUpper;
+    cause = state.cause;
 }
 
 platform::ColorRef ItemData::BackColor() const

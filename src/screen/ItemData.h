@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ChangeCause.h"
 #include "ChoiceTable.h"
 #include "DefinitionFinding.h"
 #include "GridModel.h"
@@ -31,6 +32,7 @@ struct ItemState
     int edit = EditState::kUntouched;
     QString currentLower; // limit texts
     QString currentUpper;
+    ChangeCause cause;
     bool operator==(const ItemState&) const = default;
 };
 
@@ -52,6 +54,8 @@ class ItemData
 {
 public:
     int Edit = EditState::kUntouched;
+    ChangeCause cause; // while it is changed
+    SendMark sendMark = SendMark::None;
 
     // Reads section "Datas"number. bUse false: the item is visible whatever the file says. The library is kept.
     void load(clsINI& objIni, int number, clsLibrary* objLib, bool bUse);

@@ -29,6 +29,7 @@ QStringList setValues(ModelData& model, const QVector<QPair<QString, QString>>& 
         clsData& item = *model.itemOf(tag);
         if (item.Data() != value && !item.isReadOnly()) {
             item.Edit = EditState::kChanged;
+            item.cause = {ChangeCause::Kind::Loaded, {}};
             changed << tag;
         }
         item.setData(value);

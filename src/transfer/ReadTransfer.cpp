@@ -8,6 +8,7 @@
 #include "clsLibrary.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -32,8 +33,11 @@ void ReadTransfer::run(const std::vector<clsBlock*>* colRefData, Purpose purpose
         return;
     m_bCancel = false;
     m_lResult = Result::Success;
-    m_parts.begin(m_parts.kx.ColAdr().count());
-    const Step end = readImages();
+    std::vector<clsKXAdr*> images;
+    for (int i = 0; i < m_parts.kx.ColAdr().count(); ++i)
+        images.push_back(&m_parts.kx.ColAdr().at(i));
+    m_parts.begin(static_cast<int>(images.size()));
+    const Step end = readImages(images);
     m_report.requests = m_parts.channel.requests();
     m_report.wireBytes = m_parts.channel.wireBytes();
     if (end == Step::Stop)
@@ -44,15 +48,54 @@ void ReadTransfer::run(const std::vector<clsBlock*>* colRefData, Purpose purpose
         finishNormally(colRefData);
 }
 
-ReadTransfer::Step ReadTransfer::readImages()
+ReadTransfer::Step ReadTransfer::readImages(const std::vector<clsKXAdr*>& images)
 {
-    const ImageCollection& images = m_parts.kx.ColAdr();
-    for (int k = 1; k <= images.count(); ++k) {
-        m_parts.progress.setPosition(k);
-        if (readImage(images.at(k - 1)) == Step::Stop)
+    int position = 0;
+    for (clsKXAdr* image : images) {
+        m_parts.progress.setPosition(++position);
+        if (readImage(*image) == Step::Stop)
             return Step::Stop;
     }
     return Step::Next;
+}
+
+ReadTransfer::Look ReadTransfer::look(const std::vector<clsKXAdr*>& images)
+{
+    ReadReport shown = std::exchange(m_report, {});
+    std::vector<clsKXAdr> before;
+    for (clsKXAdr* image : images) {
+        before.push_back(*image);
+        image->clearFilled();
+    }
+    m_answered = 0;
+    m_bCancel = false;
+    m_lResult = Result::Success;
+    m_parts.begin(static_cast<int>(images.size()));
+    const Step end = readImages(images);
+    m_parts.progress.close();
+    Look look;
+    for (size_t i = 0; i < images.size(); ++i) {
+        if (!images[i]->isUnread())
+            continue;
+        look.unread << images[i]->Section();
+        *images[i] = before[i];
+    }
+    m_report.requests = m_parts.channel.requests();
+    m_report.wireBytes = m_parts.channel.wireBytes();
+    m_report.outcome = end == Step::Stop                          ? stoppedBy()
+                       : m_report.requests > 0 && m_answered == 0 ? ReadOutcome::NoResponse
+                                                                  : ReadOutcome::Complete;
+    look.report = std::exchange(m_report, std::move(shown));
+    return look;
+}
+
+ReadOutcome ReadTransfer::stoppedBy() const
+{
+    if (m_parts.channel.isAborted())
+        return ReadOutcome::Aborted;
+    return m_lResult == Result::WrongModel ? ReadOutcome::WrongModel
+           : m_lResult == Result::Success  ? ReadOutcome::Cancelled
+                                           : ReadOutcome::LinkRefused;
 }
 
 ReadTransfer::Step ReadTransfer::readImage(clsKXAdr& image)
@@ -206,25 +249,13 @@ void ReadTransfer::finishStopped()
 {
     m_parts.controller.setState(MainState::Confirmed);
     m_parts.progress.close();
-    if (m_parts.channel.isAborted()) {
-        m_report.outcome = ReadOutcome::Aborted;
-        return;
-    }
-    switch (m_lResult) {
-    case Result::WrongModel:
-        m_report.outcome = ReadOutcome::WrongModel;
+    m_report.outcome = stoppedBy();
+    if (m_report.outcome == ReadOutcome::WrongModel)
         m_parts.notifyWrongModel();
-        break;
-    case Result::Success:
-        m_report.outcome = ReadOutcome::Cancelled;
+    else if (m_report.outcome == ReadOutcome::Cancelled)
         m_parts.notify(m_parts.tran("It was cancelled."), MessageStyle::kExclamation);
-        break;
-    case Result::Refused:
-    case Result::Failed:
-        m_report.outcome = ReadOutcome::LinkRefused;
+    else if (m_report.outcome == ReadOutcome::LinkRefused)
         m_parts.notify(m_parts.tran("Reception error occurred.") +
                            QStringLiteral("[%1]").arg(static_cast<int>(m_lResult)),
                        MessageStyle::kExclamation);
-        break;
-    }
 }

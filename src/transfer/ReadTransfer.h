@@ -21,6 +21,14 @@ public:
 
     // colRefData: the blocks whose items take the values read; null for all items.
     void run(const std::vector<clsBlock*>* colRefData, Purpose purpose);
+    // Reads these images alone, for a write: nothing is asked, shown or said, and the items stay what they are. An
+    // image that did not answer as a whole holds what it held before and is named.
+    struct Look
+    {
+        ReadReport report;
+        QStringList unread; // sections
+    };
+    Look look(const std::vector<clsKXAdr*>& images);
     void cancel() { m_bCancel = true; }
     const ReadReport& report() const { return m_report; }
 
@@ -28,7 +36,7 @@ private:
     using Result = RequestChannel::Result;
     enum class Step { Next, Stop };
 
-    Step readImages();
+    Step readImages(const std::vector<clsKXAdr*>& images);
     Step readImage(clsKXAdr& image);
     bool buildRequest(const clsKXAdr& image, int i);
     Step sendWithRetries(clsKXAdr& image, const QString& entry);
@@ -36,6 +44,7 @@ private:
     Result storeReply(clsKXAdr& image);
     void finishNormally(const std::vector<clsBlock*>* colRefData);
     void finishUnanswered();
+    ReadOutcome stoppedBy() const; // a read that did not come to its end
     void finishStopped();
     QStringList unreadBlocks() const;
 

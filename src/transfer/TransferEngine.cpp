@@ -12,8 +12,10 @@ TransferEngine::TransferEngine(const Parts& parts, QObject* parent)
              [this](const QString& entry, int attempt, int maximum, const QString& reason) {
                  Q_EMIT attemptFailed(entry, attempt, maximum, reason);
              }),
-      m_write({parts.kx, parts.settings, parts.questions, parts.progress, parts.controller, m_channel},
-              [this](const QString& cause) { return keepHeldSet(cause); })
+      m_write({parts.kx, parts.settings, parts.questions, parts.progress, parts.controller, m_channel}, m_read,
+              [this](const QString& cause, const QVector<SentParameter>& parameters) {
+                  return beforeFirstFrame(cause, parameters);
+              })
 {}
 
 // What is going on, for as long as it lives.
@@ -66,9 +68,9 @@ int TransferEngine::setDataToKXOne(const QString& sTag)
     return item == nullptr ? 0 : static_cast<int>(item->MType());
 }
 
-bool TransferEngine::writeItems(const QStringList& tags)
+void TransferEngine::writeChosen(const QStringList& tags)
 {
-    return write([&] { return m_write.writeItems(tags); }, false);
+    write([&] { return m_write.writeChosen(tags); }, false);
 }
 
 void TransferEngine::setDataToKXAll()
@@ -128,6 +130,12 @@ void TransferEngine::reportLostLine()
     const QString text = m_parts.kx.library().tranStr(QStringLiteral("Reception error occurred."));
     m_parts.questions.showMessage(text + QStringLiteral("[%1]").arg(static_cast<int>(RequestChannel::Result::Refused)),
                                   MessageStyle::kExclamation);
+}
+
+bool TransferEngine::beforeFirstFrame(const QString& cause, const QVector<SentParameter>& parameters)
+{
+    Q_UNUSED(parameters);
+    return keepHeldSet(cause);
 }
 
 // True when the write may go on: the set is kept, there is none, or the user does without.

@@ -45,8 +45,9 @@ public:
     // Each write is one user action with one report; the settings open, where they must, when it is over.
     // Writes one parameter at once; its type, 0 when the write did not come to its end.
     int setDataToKXOne(const QString& sTag);
-    // Writes several parameters at once, each memory image one time. True when the write was walked to its end.
-    bool writeItems(const QStringList& tags);
+    // Writes these parameters and nothing else, after a look at what the controller holds of them now, and reads them
+    // back; lastWrite says of each what became of it.
+    void writeChosen(const QStringList& tags);
     // Writes all blocks and reads everything back.
     void setDataToKXAll();
     // What the controller held is kept in the backups before each write. Where it cannot be kept: the user is asked, or
@@ -87,6 +88,7 @@ private:
     void reportLostLine();
     std::vector<clsKXAdr> imageCopies() const;
     bool keepHeldSet(const QString& cause);
+    bool beforeFirstFrame(const QString& cause, const QVector<SentParameter>& parameters);
     void readBackAfterWrite();
     void showSettingsWhereNeeded(bool isWrongModel);
 

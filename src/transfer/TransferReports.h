@@ -37,6 +37,7 @@ enum class WriteOutcome {
     Declined,
     Cancelled, // some entries may have been sent
     Aborted,
+    NoAnswer, // what the controller holds could not be read before it: nothing was sent
     Forbidden // the options or the command line say that nothing is written
 };
 
@@ -58,6 +59,27 @@ struct FailedRequest
     QString text() const { return entry + QStringLiteral(": ") + reason; }
 };
 
+// What became of a parameter that a write was asked for.
+enum class SendOutcome {
+    NotSent,
+    Conflict,    // the controller held something else than the user saw: not sent
+    Refused,     // no value that may go out: not sent
+    Failed,      // sent, but not known to be in the controller
+    NotAccepted, // sent, and the controller keeps another value
+    Accepted
+};
+
+struct SentParameter
+{
+    QString tag;
+    SendOutcome outcome = SendOutcome::NotSent;
+    bool changes = false; // the value differs from what the controller held
+    QString reason;       // why it failed or was not sent, for a person
+    QString before;       // stored: what the controller held; of a conflict what the user saw; empty when not known
+    QString value;        // stored: what was to be written
+    QString held;         // stored: what the controller held at the end, as far as known
+};
+
 struct WriteReport
 {
     WriteOutcome outcome = WriteOutcome::None;
@@ -67,8 +89,10 @@ struct WriteReport
     QVector<FailedRequest> failed;
     QStringList skipped;       // tags whose value is none that the controller could hold; the controller keeps its own
     QStringList outsideLimits; // tags whose value is outside its limits or no choice; the controller keeps its own
+    QStringList conflicts;     // tags whose value at the controller is not the one that the user saw; not sent
     QStringList unsent; // tags whose value is not known to be in the controller, for any reason; they stay changed
-    QVector<NotAccepted> notAccepted; // after the read-back that follows
-    qint64 wireBytes = 0;             // as in ReadReport
-    int pausesMs = 0;                 // prescribed pauses
+    QVector<NotAccepted> notAccepted;  // after the read-back that follows
+    qint64 wireBytes = 0;              // as in ReadReport
+    int pausesMs = 0;                  // prescribed pauses
+    QVector<SentParameter> parameters; // all that were asked for
 };

@@ -22,7 +22,7 @@ QString writeEntryName(const clsKXAdr& image, int i)
 
 } // namespace
 
-bool WriteRequests::build(const clsKXAdr& image, int i, int pass, bool single)
+bool WriteRequests::build(const clsKXAdr& image, int i, int pass, Scope scope)
 {
     if (image.WAdr(i).isEmpty() || image.WCmd(i).isEmpty())
         return false;
@@ -30,7 +30,7 @@ bool WriteRequests::build(const clsKXAdr& image, int i, int pass, bool single)
     if (isDirect != (pass == 0))
         return false;
     try {
-        return isDirect ? buildDirect(image, i) : buildSet(image, i, single);
+        return isDirect ? buildDirect(image, i) : buildSet(image, i, scope);
     } catch (const ModbusError& error) {
         m_report.failed.append({writeEntryName(image, i), error.description(), m_selection.tagsIn(image, i)});
         m_parts.kx.logError(m_report.failed.last().text());
@@ -58,13 +58,15 @@ bool WriteRequests::buildDirect(const clsKXAdr& image, int i)
     return true;
 }
 
-bool WriteRequests::buildSet(const clsKXAdr& image, int i, bool single)
+bool WriteRequests::buildSet(const clsKXAdr& image, int i, Scope scope)
 {
     const QString tag = image.WTag(i);
     const bool isAnalog = image.WCmd(i) == u"SetAnalog";
     if (!isAnalog && image.WCmd(i) != u"SetDigital")
         return false;
-    if (isLiteral(tag) && isAnalog && !single)
+    if (isLiteral(tag) && isAnalog && scope == Scope::Blocks)
+        return false;
+    if (scope == Scope::Chosen && !isLiteral(tag) && !isChosen(tag))
         return false;
     const auto value = setValue(tag);
     if (!value) {
@@ -79,6 +81,12 @@ bool WriteRequests::buildSet(const clsKXAdr& image, int i, bool single)
     if (isBuilt && isAnalog)
         m_parts.channel.traceRequest(QStringLiteral("(SetAl)S:"));
     return isBuilt;
+}
+
+bool WriteRequests::isChosen(const QString& tag) const
+{
+    const clsData* item = m_parts.kx.getDataByTag(tag);
+    return item != nullptr && m_selection.contains(item->Key());
 }
 
 // A parameter that was refused is reported as that already.

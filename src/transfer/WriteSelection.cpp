@@ -26,6 +26,13 @@ void WriteSelection::clear()
     resetImages();
 }
 
+void WriteSelection::abandon()
+{
+    for (const Chosen& chosen : m_chosen)
+        m_kx.getDataByTag(chosen.tag)->Edit = chosen.before.edit;
+    resetImages();
+}
+
 void WriteSelection::resetImages()
 {
     const ImageCollection& all = m_kx.ColAdr();
@@ -58,6 +65,21 @@ const WriteSelection::Chosen* WriteSelection::find(const QString& tag) const
     const auto chosen =
         std::find_if(m_chosen.begin(), m_chosen.end(), [&](const Chosen& entry) { return entry.tag == tag; });
     return chosen == m_chosen.end() ? nullptr : &*chosen;
+}
+
+bool WriteSelection::isDue(const Chosen& chosen, const clsKXAdr& image, int i) const
+{
+    const clsData& item = *m_kx.getDataByTag(chosen.tag);
+    return item.WSection() == image.Section() && (image.putsInForce(i) || carries(m_kx.data(), image, i, item));
+}
+
+int WriteSelection::requestsDue(const Chosen& chosen) const
+{
+    const clsKXAdr& image = *m_kx.ColAdr().find(m_kx.getDataByTag(chosen.tag)->WSection());
+    int due = 0;
+    for (int i = 1; i <= image.WMsgMax(); ++i)
+        due += isDue(chosen, image, i) ? 1 : 0;
+    return due;
 }
 
 QStringList WriteSelection::tagsIn(const clsKXAdr& image, int i) const
@@ -94,6 +116,7 @@ void WriteSelection::add(clsData& item, Images& images)
     Chosen chosen;
     chosen.tag = item.Key();
     chosen.before = item.state();
+    chosen.held = held.value_or(QString());
     chosen.changed = !held || !isSameValue(*held, item.Data());
     if (chosen.changed)
         chosen.refused = !store(item, *image);
@@ -137,6 +160,7 @@ void WriteSelection::noteReply(clsKXAdr& image, int i, bool good)
         image.accept(image.WAdr(i), image.WCnt(i));
     for (Chosen& chosen : m_chosen) {
         const clsData* item = m_kx.getDataByTag(chosen.tag);
+        chosen.answered += good && isDue(chosen, image, i) ? 1 : 0;
         if (chosen.refused || !carries(m_kx.data(), image, i, *item))
             continue;
         if (!isDirect && good)
@@ -155,7 +179,11 @@ void WriteSelection::finish()
         clsData* item = m_kx.getDataByTag(chosen.tag);
         const bool isIn = !chosen.changed || (!chosen.refused && chosen.carried == Chosen::Carried::Yes);
         m_report.written += chosen.carried == Chosen::Carried::Yes && !chosen.refused ? 1 : 0;
-        if (item == nullptr || (isIn && !m_settings.m_bComm))
+        if (item == nullptr)
+            continue;
+        if (!m_settings.m_bComm)
+            item->sendMark = !isIn && chosen.carried == Chosen::Carried::Failed ? SendMark::Failed : SendMark::None;
+        if (isIn && !m_settings.m_bComm)
             continue;
         item->Edit = chosen.before.edit;
         if (m_settings.m_bComm || !item->isKnown())
@@ -164,30 +192,79 @@ void WriteSelection::finish()
         m_report.unsent << chosen.tag;
     }
     resetImages();
+    m_report.parameters = parameters();
+}
+
+QVector<SentParameter> WriteSelection::parameters() const
+{
+    QVector<SentParameter> all;
+    for (const Chosen& chosen : m_chosen)
+        all.append(parameterOf(chosen));
+    return all;
+}
+
+SentParameter WriteSelection::parameterOf(const Chosen& chosen) const
+{
+    const clsData& item = *m_kx.getDataByTag(chosen.tag);
+    SentParameter parameter{chosen.tag,
+                            SendOutcome::NotSent,
+                            chosen.changed,
+                            {},
+                            chosen.held,
+                            chosen.before.data,
+                            heldValue(m_kx.data(), item).value_or(QString())};
+    const auto isThis = [&](const NotAccepted& entry) { return entry.tag == chosen.tag; };
+    const bool isKept = std::any_of(m_report.notAccepted.begin(), m_report.notAccepted.end(), isThis);
+    if (chosen.refused)
+        parameter.outcome = SendOutcome::Refused;
+    else if (chosen.carried == Chosen::Carried::Failed)
+        parameter.outcome = SendOutcome::Failed;
+    else if (chosen.carried == Chosen::Carried::Yes)
+        parameter.outcome = isKept ? SendOutcome::NotAccepted : SendOutcome::Accepted;
+    parameter.reason = reasonOf(chosen);
+    return parameter;
+}
+
+QString WriteSelection::reasonOf(const Chosen& chosen) const
+{
+    if (m_report.outsideLimits.contains(chosen.tag))
+        return m_kx.library().tranStr(QStringLiteral("outside its limits or no choice"));
+    if (m_report.skipped.contains(chosen.tag))
+        return m_kx.library().tranStr(QStringLiteral("no value that the controller can hold"));
+    for (const FailedRequest& request : m_report.failed) {
+        if (request.tags.contains(chosen.tag))
+            return request.reason;
+    }
+    return {};
 }
 
 void WriteSelection::compareWithReadBack()
 {
-    bool isRestored = false;
-    for (const Chosen& chosen : m_chosen) {
+    bool isShownAnew = false;
+    for (Chosen& chosen : m_chosen) {
         clsData* item = m_kx.getDataByTag(chosen.tag);
         const bool isThere = item->isKnown() && isSameValue(chosen.sent, item->Data());
         if (!m_report.unsent.contains(chosen.tag)) {
             if (item->isKnown() && !isThere) {
                 m_report.notAccepted.append({chosen.tag, chosen.sent, item->Data()});
+                item->sendMark = SendMark::NotAccepted;
+                isShownAnew = true;
                 --m_report.written;
             }
         } else if (isThere && !chosen.refused) {
             m_report.unsent.removeAll(chosen.tag);
+            chosen.carried = Chosen::Carried::Yes;
             ++m_report.written;
         } else {
             item->restore(chosen.before);
             item->Edit = EditState::kChanged;
+            item->sendMark = chosen.carried == Chosen::Carried::Failed ? SendMark::Failed : SendMark::None;
             m_kx.followUnit(*item);
-            isRestored = true;
+            isShownAnew = true;
         }
     }
-    if (isRestored)
+    m_report.parameters = parameters();
+    if (isShownAnew)
         m_kx.refreshSpread(false, nullptr);
     for (const NotAccepted& parameter : m_report.notAccepted)
         m_kx.logError(

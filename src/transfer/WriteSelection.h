@@ -27,17 +27,20 @@ public:
         enum class Carried { No, Yes, Failed };
         QString tag;
         ItemState before;
+        QString held;         // by the controller before; empty when not known
         bool changed = false; // against what the controller held
         bool refused = false; // not stored: no value, or one that is not allowed
         Carried carried = Carried::No;
-        QString sent; // as the controller holds it
+        int answered = 0; // soundly, of the requests that are due for it
+        QString sent;     // as the controller holds it
     };
 
     WriteSelection(clsKX& kx, const clsCfg& settings, WriteReport& report)
         : m_kx(kx), m_settings(settings), m_report(report)
     {}
 
-    void clear(); // the write copies become what the controller held
+    void abandon(); // nothing was sent: the parameters are what they were
+    void clear();   // the write copies become what the controller held
 
     // Stores one item, or a block and its relay blocks, and appends their images. A value that cannot go out is
     // reported and leaves the image unchanged.
@@ -48,6 +51,10 @@ public:
 
     const Chosen* find(const QString& tag) const; // null: not chosen, or carried by no write command
     bool contains(const QString& tag) const { return m_tags.contains(tag); } // also what no write command carries
+
+    // How many requests of its image a parameter takes, written by itself: those that carry it and those that put it in
+    // force.
+    int requestsDue(const Chosen& chosen) const;
 
     // The parameters chosen that write entry i (from 1) of the image carries; 0: those of the image's section.
     QStringList tagsIn(const clsKXAdr& image, int i) const;
@@ -61,12 +68,17 @@ public:
     void noteReply(clsKXAdr& image, int i, bool good);
 
     void finish();
+    // What is known of each parameter now.
+    QVector<SentParameter> parameters() const;
     // Which of the parameters that were sent hold something else now. Those that were not sent get their changed value
     // back.
     void compareWithReadBack();
 
 private:
     void resetImages();
+    SentParameter parameterOf(const Chosen& chosen) const;
+    bool isDue(const Chosen& chosen, const clsKXAdr& image, int i) const;
+    QString reasonOf(const Chosen& chosen) const;
     bool store(clsData& item, clsKXAdr& image);
 
     clsKX& m_kx;

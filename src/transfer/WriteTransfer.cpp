@@ -4,6 +4,8 @@
 #include "clsCfg.h"
 #include "clsLibrary.h"
 
+#include <algorithm>
+
 // False: nothing is ever written, or nothing before the parameters were read.
 bool WriteTransfer::start()
 {
@@ -32,12 +34,17 @@ bool WriteTransfer::isReady()
     return false;
 }
 
-bool WriteTransfer::mayWrite(const QString& cause)
+bool WriteTransfer::mayWrite()
 {
-    if (!isConfirmed() || !isModelRight())
-        return false;
-    if (m_beforeFirstFrame(cause))
+    return isConfirmed() && isModelRight();
+}
+
+// Once it is known what goes out.
+bool WriteTransfer::begin(const QString& cause)
+{
+    if (m_beforeFirstFrame(cause, m_selection.parameters()))
         return true;
+    m_selection.abandon();
     m_report.outcome = WriteOutcome::Declined;
     return false;
 }
@@ -65,39 +72,86 @@ bool WriteTransfer::writeItems(const QStringList& tags)
 {
     if (!start())
         return false;
+    const std::vector<clsData*> items = writtenItems(tags);
+    if (items.empty()) {
+        m_report.outcome = WriteOutcome::NothingToDo;
+        return false;
+    }
+    if (!mayWrite())
+        return false;
+    Images colWrite;
+    for (clsData* item : items)
+        m_selection.add(*item, colWrite);
+    return begin(namesOf(items)) && finish(sendData(colWrite, Scope::Single));
+}
+
+std::vector<clsData*> WriteTransfer::writtenItems(const QStringList& tags) const
+{
     std::vector<clsData*> items;
     for (const QString& tag : tags) {
         clsData* item = m_parts.kx.getDataByTag(tag);
         if (item != nullptr && m_parts.kx.ColAdr().find(item->WSection()) != nullptr)
             items.push_back(item);
     }
-    if (items.empty()) {
-        m_report.outcome = WriteOutcome::NothingToDo;
-        return false;
-    }
+    return items;
+}
+
+QString WriteTransfer::namesOf(const std::vector<clsData*>& items)
+{
     QStringList names;
     for (const clsData* item : items)
         names << item->nameOrTag();
-    if (!mayWrite(names.join(QStringLiteral(", "))))
-        return false;
+    return names.join(QStringLiteral(", "));
+}
+
+// The line may be slow: what the controller holds is asked for when the user has said yes.
+bool WriteTransfer::writeChosen(const QStringList& tags)
+{
+    const bool mayLook = start() && !m_parts.settings.m_bComm && mayWrite();
+    m_check.start(tags);
+    const QStringList agreed = mayLook ? m_check.lookFirst() : QStringList();
+    bool walked = false;
+    if (!agreed.isEmpty() && isStopped()) {
+        m_report.outcome = m_parts.channel.isAborted() ? WriteOutcome::Aborted : WriteOutcome::Cancelled;
+    } else if (!agreed.isEmpty()) {
+        m_selection.clear();
+        walked = sendChosen(agreed);
+    }
+    if (mayLook)
+        m_check.finish();
+    return walked;
+}
+
+// The input range goes first and on its own: the controller reads the other values in its terms.
+bool WriteTransfer::sendChosen(const QStringList& tags)
+{
+    const std::vector<clsData*> items = writtenItems(tags);
+    Images first;
     Images colWrite;
     for (clsData* item : items)
-        m_selection.add(*item, colWrite);
-    return finish(sendData(colWrite, true));
+        m_selection.add(*item, item->Key() == tags::kInputRange ? first : colWrite);
+    if (!begin(namesOf(items)))
+        return false;
+    bool walked = first.empty() || sendData(first, Scope::Chosen);
+    if (walked && isRangeInForce() && !colWrite.empty())
+        walked = sendData(colWrite, Scope::Chosen);
+    finish(walked);
+    m_check.readBack(m_selection);
+    return walked;
 }
 
 bool WriteTransfer::writeBlock(const clsBlock& block)
 {
-    if (!start() || !mayWrite(block.m_sName))
+    if (!start() || !mayWrite())
         return false;
     Images colWrite;
     m_selection.addWithRelays(block, colWrite);
-    return finish(sendData(colWrite, false));
+    return begin(block.m_sName) && finish(sendData(colWrite, Scope::Blocks));
 }
 
 bool WriteTransfer::writeBlockThenOne(const clsBlock* block, const QString& sTag)
 {
-    if (!start() || !mayWrite(block == nullptr ? sTag : block->m_sName))
+    if (!start() || !mayWrite())
         return false;
     Images colWrite;
     if (block != nullptr)
@@ -105,16 +159,18 @@ bool WriteTransfer::writeBlockThenOne(const clsBlock* block, const QString& sTag
     Images after;
     if (clsData* item = m_parts.kx.getDataByTag(sTag))
         m_selection.add(*item, after);
-    const bool isBlockWritten = sendData(colWrite, false) && m_report.failed.isEmpty();
+    if (!begin(block == nullptr ? sTag : block->m_sName))
+        return false;
+    const bool isBlockWritten = sendData(colWrite, Scope::Blocks) && m_report.failed.isEmpty();
     if (!isBlockWritten)
         m_selection.keepMarked(sTag); // it was to put the block in force
-    return finish(isBlockWritten && (after.empty() || sendData(after, true)));
+    return finish(isBlockWritten && (after.empty() || sendData(after, Scope::Single)));
 }
 
 // The input range goes first and on its own: the controller reads the other values in its terms.
 bool WriteTransfer::writeAll()
 {
-    if (!start() || !mayWrite(QStringLiteral("all parameters")))
+    if (!start() || !mayWrite())
         return false;
     m_isOfAll = true;
     Images colWrite;
@@ -123,9 +179,11 @@ bool WriteTransfer::writeAll()
     Images first;
     if (clsData* range = m_parts.kx.getDataByTag(tags::kInputRange))
         m_selection.add(*range, first);
-    bool walked = first.empty() || sendData(first, true);
+    if (!begin(QStringLiteral("all parameters")))
+        return false;
+    bool walked = first.empty() || sendData(first, Scope::Single);
     if (walked && (isRangeInForce() || m_parts.settings.m_bComm))
-        walked = sendData(colWrite, false);
+        walked = sendData(colWrite, Scope::Blocks);
     return finish(walked);
 }
 
@@ -143,18 +201,15 @@ bool WriteTransfer::finish(bool sent)
 }
 
 // True when the entries were walked to their end.
-bool WriteTransfer::sendData(const Images& colWrite, bool bSingle)
+bool WriteTransfer::sendData(const Images& colWrite, Scope scope)
 {
     m_selection.noteSent(colWrite);
     m_parts.begin(WriteRequests::kPasses * static_cast<int>(colWrite.size()));
     int position = 0;
-    bool walked = sendPass(colWrite, 0, bSingle, position);
+    bool walked = sendPass(colWrite, 0, scope, position);
     if (walked && !m_parts.settings.m_bComm) {
-        if (bSingle) {
-            m_parts.channel.pause(kPauseMs);
-            m_report.pausesMs += kPauseMs;
-        }
-        walked = sendPass(colWrite, 1, bSingle, position);
+        pauseBeforeSets(colWrite, scope);
+        walked = sendPass(colWrite, 1, scope, position);
     }
     m_report.requests += m_parts.channel.requests();
     m_report.wireBytes += m_parts.channel.wireBytes();
@@ -165,7 +220,24 @@ bool WriteTransfer::sendData(const Images& colWrite, bool bSingle)
     return walked;
 }
 
-bool WriteTransfer::sendPass(const Images& colWrite, int pass, bool bSingle, int& position)
+// The controller needs time before values are put in force.
+void WriteTransfer::pauseBeforeSets(const Images& colWrite, Scope scope)
+{
+    const auto putsInForce = [](const clsKXAdr* image) {
+        for (int i = 1; i <= image->WMsgMax(); ++i) {
+            if (image->putsInForce(i))
+                return true;
+        }
+        return false;
+    };
+    const bool isChosen = scope == Scope::Chosen && std::any_of(colWrite.begin(), colWrite.end(), putsInForce);
+    if (scope != Scope::Single && !isChosen)
+        return;
+    m_parts.channel.pause(kPauseMs);
+    m_report.pausesMs += kPauseMs;
+}
+
+bool WriteTransfer::sendPass(const Images& colWrite, int pass, Scope scope, int& position)
 {
     for (clsKXAdr* image : colWrite) {
         m_parts.progress.setPosition(++position);
@@ -175,19 +247,19 @@ bool WriteTransfer::sendPass(const Images& colWrite, int pass, bool bSingle, int
                     {image->Section(), m_parts.tran("not read, so not written"), m_selection.tagsIn(*image, 0)});
             continue;
         }
-        if (!sendImage(*image, pass, bSingle))
+        if (!sendImage(*image, pass, scope))
             return false;
     }
     return !isStopped();
 }
 
 // False when the write was stopped: by the user after a request, by the end of the program at any time.
-bool WriteTransfer::sendImage(clsKXAdr& image, int pass, bool bSingle)
+bool WriteTransfer::sendImage(clsKXAdr& image, int pass, Scope scope)
 {
     for (int i = 1; i <= image.WMsgMax(); ++i) {
         if (m_parts.channel.isAborted())
             return false;
-        if (!m_requests.build(image, i, pass, bSingle))
+        if (!m_requests.build(image, i, pass, scope))
             continue;
         send(image, i);
         if (isStopped())

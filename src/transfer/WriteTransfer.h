@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ChosenCheck.h"
 #include "TransferParts.h"
 #include "TransferReports.h"
 #include "WriteRequests.h"
@@ -16,6 +17,9 @@
 // and any image that was not read completely, because its other bytes are not the controller's. What is not known to be
 // in the controller afterwards stays changed.
 //
+// A write of chosen parameters looks first: what the controller holds of them now has to be what the user saw. It sends
+// them and nothing else, reads back and says of each what became of it.
+//
 // Part of the transfer engine, which owns it and the channel. WriteSelection keeps what becomes of each parameter,
 // WriteRequests builds the requests; this is the order in which they go out.
 class WriteTransfer
@@ -25,11 +29,12 @@ public:
 
     // Runs before the first frame of a write, when nothing else is in the way; false gives the write up. cause: what is
     // written, for a person.
-    using BeforeFirstFrame = std::function<bool(const QString& cause)>;
+    using BeforeFirstFrame = std::function<bool(const QString& cause, const QVector<SentParameter>& parameters)>;
 
-    WriteTransfer(const TransferParts& parts, BeforeFirstFrame beforeFirstFrame)
+    WriteTransfer(const TransferParts& parts, ReadTransfer& read, BeforeFirstFrame beforeFirstFrame)
         : m_parts(parts), m_beforeFirstFrame(std::move(beforeFirstFrame)),
-          m_selection(parts.kx, parts.settings, m_report), m_requests(m_parts, m_selection, m_report)
+          m_selection(parts.kx, parts.settings, m_report), m_requests(m_parts, m_selection, m_report),
+          m_check(m_parts, read, m_report)
     {}
     WriteTransfer(const WriteTransfer&) = delete; // the members refer to each other
     WriteTransfer& operator=(const WriteTransfer&) = delete;
@@ -40,6 +45,7 @@ public:
     // The parameter goes behind the block (null: none), and only when all of the block was accepted.
     bool writeBlockThenOne(const clsBlock* block, const QString& sTag);
     bool writeAll();
+    bool writeChosen(const QStringList& tags);
     void cancel() { m_bCancel = true; }
 
     // Numbers of the blocks of the last writeBlock, with its relay blocks.
@@ -53,18 +59,24 @@ public:
 
 private:
     using Images = WriteSelection::Images;
+    using Scope = WriteRequests::Scope;
 
     [[nodiscard]] bool start();
-    [[nodiscard]] bool mayWrite(const QString& cause);
+    [[nodiscard]] bool mayWrite();
+    [[nodiscard]] bool begin(const QString& cause);
+    std::vector<clsData*> writtenItems(const QStringList& tags) const;
+    static QString namesOf(const std::vector<clsData*>& items);
+    bool sendChosen(const QStringList& tags);
     bool isAllowed();
     bool isReady();
     bool isConfirmed();
     bool isModelRight();
     bool isRangeInForce() const;
     bool finish(bool sent);
-    bool sendData(const Images& colWrite, bool bSingle);
-    bool sendPass(const Images& colWrite, int pass, bool bSingle, int& position);
-    bool sendImage(clsKXAdr& image, int pass, bool bSingle);
+    bool sendData(const Images& colWrite, Scope scope);
+    void pauseBeforeSets(const Images& colWrite, Scope scope);
+    bool sendPass(const Images& colWrite, int pass, Scope scope, int& position);
+    bool sendImage(clsKXAdr& image, int pass, Scope scope);
     void send(clsKXAdr& image, int i);
     bool isStopped() const { return m_bCancel || m_parts.channel.isAborted(); }
 
@@ -73,6 +85,7 @@ private:
     WriteReport m_report;
     WriteSelection m_selection;
     WriteRequests m_requests;
+    ChosenCheck m_check;
     bool m_isOfAll = false;
     bool m_bCancel = false;
 };

@@ -110,11 +110,14 @@ protected:
         QHash<QString, QString> stored;
     };
     inline static const std::vector<Entry> kEntries{
-        {"VQSV1", "123", "one block all", {{"MEM 8000", "00"}, {"MEM 8001", "7B"}}},
-        {"VQF1", "2.5", "block all", {{"MEM 8004", "40"}, {"MEM 8005", "20"}, {"MEM 8006", "00"}, {"MEM 8007", "00"}}},
-        {"SWB1", "0", "block all", {{"MEM 8100", "00"}}},
-        {"PQREG", "88", "all", {{"REG 40001", "88"}}},
-        {"PQRUN", "0", "all", {{"COIL 1", "0"}}}};
+        {"VQSV1", "123", "one block all chosen", {{"MEM 8000", "00"}, {"MEM 8001", "7B"}}},
+        {"VQF1",
+         "2.5",
+         "block all chosen",
+         {{"MEM 8004", "40"}, {"MEM 8005", "20"}, {"MEM 8006", "00"}, {"MEM 8007", "00"}}},
+        {"SWB1", "0", "block all chosen", {{"MEM 8100", "00"}}},
+        {"PQREG", "88", "all chosen", {{"REG 40001", "88"}}},
+        {"PQRUN", "0", "all chosen", {{"COIL 1", "0"}}}};
     static bool goesOut(const Entry& entry, const QString& transfer)
     {
         return QLatin1String(entry.transfers).contains(transfer);
@@ -133,8 +136,27 @@ protected:
             engine->setDataToKXOne(QStringLiteral("VQSV1"));
         else if (transfer == u"block")
             engine->writeBlock(*kx.getBlockByNo(1), true);
+        else if (transfer == u"chosen")
+            writeChosen();
         else
             engine->setDataToKXAll();
+    }
+
+    // What is called accepted is there, in every mode and whatever the line does.
+    void writeChosen()
+    {
+        QStringList tags;
+        for (const Entry& entry : kEntries)
+            tags << QString::fromLatin1(entry.tag);
+        engine->writeChosen(tags);
+        for (const SentParameter& parameter : engine->lastWrite().parameters) {
+            const auto entry = std::find_if(kEntries.begin(), kEntries.end(), [&](const Entry& each) {
+                return parameter.tag == QLatin1String(each.tag);
+            });
+            for (auto it = entry->stored.begin();
+                 parameter.outcome == SendOutcome::Accepted && it != entry->stored.end(); ++it)
+                EXPECT_EQ(values().value(it.key()), it.value()) << entry->tag;
+        }
     }
 
     void detect()
@@ -197,7 +219,8 @@ TEST_P(FaultMatrix, EndsAsTheTableSays)
                               QString::number(static_cast<int>(state.state())), counts.join(u'/'), images(),
                               change(before, transfer)};
     EXPECT_EQ(outcome.join(u'\t').toStdString(), GetParam().mid(3).join(u'\t').toStdString());
-    if (!isWrite(transfer) || (transfer != u"one" && engine->lastRead().outcome == ReadOutcome::Complete)) {
+    if (!isWrite(transfer) ||
+        (transfer != u"one" && transfer != u"chosen" && engine->lastRead().outcome == ReadOutcome::Complete)) {
         expectNoWrongImages();
     } else {
         // Nobody could look: what is not known to be there stays in the grid, to be sent again.

@@ -22,6 +22,8 @@ constexpr int kFieldLineShare = 24; // percent of the text colour
 constexpr int kSelectionShare = 24; // percent of the selection colour
 constexpr int kPaleShare = 59;      // percent of the background colour
 constexpr int kComboMarkWidth = 16;
+constexpr int kCornerShare = 3; // of the height of a cell
+constexpr ColorRef kCornerColor = 0x0000C0;
 
 const GridModel& gridOf(const QModelIndex& index)
 {
@@ -70,6 +72,8 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     const ColorRef gray = gridOf(index).grayColor();
     painter->setPen(shown(legible(paintColor(cell.locked ? gray : cell.foreColor), designed), option.palette));
     paintText(painter, place, static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()), cell, face);
+    if (cell.marked)
+        paintCorner(painter, option, back);
     if ((option.state & QStyle::State_HasFocus) != 0)
         paintFocus(painter, option, back);
     painter->restore();
@@ -85,6 +89,17 @@ void SpreadDelegate::paintFocus(QPainter* painter, const QStyleOptionViewItem& o
 {
     painter->setPen(QPen(legible(option.palette.color(QPalette::Highlight), back), 2));
     painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
+}
+
+// In the upper corner where the text of a number is not.
+void SpreadDelegate::paintCorner(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back)
+{
+    const QPoint corner = option.rect.topLeft();
+    const int side = option.rect.height() / kCornerShare;
+    const QPolygon triangle({corner, corner + QPoint(side, 0), corner + QPoint(0, side)});
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(legible(paintColor(kCornerColor), back));
+    painter->drawPolygon(triangle);
 }
 
 // One line that fits its cell, which nearly every text does, needs no layout.

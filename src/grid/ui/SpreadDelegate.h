@@ -66,6 +66,7 @@ private:
 
     QWidget* createComboEditor(QWidget* parent, const QModelIndex& index) const;
     QWidget* createLineEditor(QWidget* parent, const QModelIndex& index) const;
+    static void paintCorner(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back);
     void paintFocus(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
     void paintText(QPainter* painter, const QRect& place, Qt::Alignment align, const Cell& cell,
                    const GridFonts::Face& face) const;
