@@ -164,8 +164,12 @@ bool ParameterFiles::mayDiscard() const
                                        .tranStr(isOffLine ? QStringLiteral("%1 changes were not saved. Discard them?")
                                                           : QStringLiteral("%1 changes were not sent. Discard them?"))
                                        .arg(count);
-    return m_questions.showMessage(question, MessageStyle::kYesNoExclamation + MessageStyle::kSecondIsDefault) ==
-           MessageResult::kYes;
+    const int answer =
+        m_questions.showChoice(question, MessageStyle::kYesNoExclamation + MessageStyle::kSecondIsDefault,
+                               isOffLine || !m_review ? QString() : QStringLiteral("Review..."));
+    if (answer == MessageResult::kExtra)
+        m_review();
+    return answer == MessageResult::kYes;
 }
 
 bool ParameterFiles::mayReplace() const

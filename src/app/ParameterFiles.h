@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 class MessagePresenter;
 class ProgramContext;
 class clsKX;
@@ -22,6 +24,8 @@ public:
     ParameterFiles(clsKX& kx, ProgramContext& program, MessagePresenter& questions, QObject* parent = nullptr);
 
     void setChooser(const FileChooser& chooser) { m_choose = chooser; }
+    // What shows the changes instead of discarding them.
+    void setReview(const std::function<void()>& review) { m_review = review; }
 
     // Asks for a file and loads it. While the program works on-line the grid must hold what the controller holds.
     void openDataFile(MainState state);
@@ -60,6 +64,7 @@ private:
     ProgramContext& m_program;
     MessagePresenter& m_questions;
     FileChooser m_choose;
+    std::function<void()> m_review;
     RecentFiles m_recent;
     QString m_file;
     QStringList m_values; // of the file, in item order

@@ -1,8 +1,11 @@
 #include "CellEditor.h"
 
+#include "Comparison.h"
 #include "HeldValue.h"
 #include "Tags.h"
 #include "clsKX.h"
+
+#include <algorithm>
 
 CellEditor::CellEditor(clsKX& kx, MessagePresenter& messages, CellEditorShell& shell, QObject* parent)
     : EditSession(kx, messages, shell, parent), m_kx(kx), m_interlocks(kx, *this), m_check(*this, m_interlocks),
@@ -45,16 +48,32 @@ bool CellEditor::changeCombo(int col, int row, int choice)
 bool CellEditor::canRevert(int col, int row) const
 {
     const clsData* item = m_kx.getDataByRC(row, col);
-    return item != nullptr && !m_kx.isOffLine() && isUnsent(m_kx.data(), *item) &&
-           heldValue(m_kx.data(), *item).has_value();
+    return item != nullptr && canRevert(*item);
+}
+
+bool CellEditor::canRevert(const clsData& item) const
+{
+    return !m_kx.isOffLine() && isUnsent(m_kx.data(), item) && heldValue(m_kx.data(), item).has_value();
 }
 
 void CellEditor::revert(int col, int row)
 {
-    if (!canRevert(col, row))
-        return;
+    if (canRevert(col, row))
+        revertAll({m_kx.getDataByRC(row, col)->Key()});
+}
+
+void CellEditor::revertAll(const QStringList& tags)
+{
     const Action action(*this);
-    clsData& item = *m_kx.getDataByRC(row, col);
+    for (const QString& tag : tags) {
+        clsData* item = m_kx.getDataByTag(tag);
+        if (item != nullptr && canRevert(*item))
+            revert(*item);
+    }
+}
+
+void CellEditor::revert(clsData& item)
+{
     item.hold(*heldValue(m_kx.data(), item));
     item.Edit = EditState::kRead;
     item.cause = {};
@@ -62,6 +81,36 @@ void CellEditor::revert(int col, int row)
     m_kx.followUnit(item);
     m_kx.showItem(item);
     logItem(item, QStringLiteral("Revert"));
+}
+
+// What is refused may be so because of another one that is refused: they are looked at until no more are.
+QStringList CellEditor::enterSet(const QVector<QPair<QString, QString>>& values)
+{
+    const Action action(*this);
+    std::vector<std::pair<clsData*, ItemState>> entered;
+    for (const auto& [tag, value] : values) {
+        clsData* item = m_kx.getDataByTag(tag);
+        if (item == nullptr || value.isEmpty() || isSameValue(item->Data(), value) || !m_kx.isWritable(*item))
+            continue;
+        entered.emplace_back(item, item->state());
+        item->hold(value);
+        item->setKnown(true);
+        item->Edit = EditState::kChanged;
+        item->cause = {ChangeCause::Kind::Loaded, {}};
+        m_kx.followUnit(*item);
+        keepCause(*item);
+    }
+    QStringList refused;
+    const auto isRefused = [](const auto& entry) { return !entry.first->isAllowed(); };
+    for (auto it = std::find_if(entered.begin(), entered.end(), isRefused); it != entered.end();
+         it = std::find_if(entered.begin(), entered.end(), isRefused)) {
+        refused << it->first->Key();
+        it->first->restore(it->second);
+        m_kx.followUnit(*it->first);
+        entered.erase(it);
+    }
+    m_kx.refreshSpread(false, nullptr);
+    return refused;
 }
 
 void CellEditor::setVData(const QString& sTag, const QString& VData, bool bCheck)

@@ -39,6 +39,10 @@ public:
     // stays. One step of undo.
     bool canRevert(int col, int row) const;
     void revert(int col, int row);
+    void revertAll(const QStringList& tags); // those that can be; one step of undo
+    // Changes all that differs from these stored values, as one step of undo: no interlock follows, the values belong
+    // together. A value outside its limits is left out; returns those tags.
+    QStringList enterSet(const QVector<QPair<QString, QString>>& values);
 
     // Values by tag; with bCheck they are checked like an entry, and what the check refuses is put back.
     void setVData(const QString& sTag, const QString& VData, bool bCheck) override;
@@ -54,6 +58,8 @@ public:
     void refreshSpread();
 
 private:
+    bool canRevert(const clsData& item) const;
+    void revert(clsData& item);
     bool checkAsSet(const clsData& item);
     void putBack(clsData& item, const ItemState& before);
     void setEach(const std::vector<EntrySetting>& settings, bool bCheck);

@@ -89,6 +89,7 @@ public:
     void setPasting(bool pasting) { m_isPasting = pasting; }
     // Shows the item as changed.
     void showChanged(clsData& item);
+    void keepCause(const clsData& item) { m_causedHere.insert(&item); } // the item has been told already
     void noteLimits(const clsData& item) { m_limitsGiven.insert(&item); }
     bool hasGivenLimits(const clsData& item) const { return m_limitsGiven.contains(&item); }
 

@@ -68,11 +68,13 @@ QVector<MessageButton> buttonSet(int number)
 
 } // namespace
 
-MessageBoxPlan::MessageBoxPlan(int style)
+MessageBoxPlan::MessageBoxPlan(int style, const QString& extra)
 {
     const int wantedDefault = extractDefault(style);
     m_icon = extractIcon(style);
     m_buttons = buttonSet(style % kSetCount);
+    if (!extra.isEmpty())
+        m_buttons.append({extra, MessageResult::kExtra});
     m_defaultIndex = wantedDefault < m_buttons.size() ? wantedDefault : 0;
 }
 

@@ -19,7 +19,7 @@ struct MessageButton
 class MessageBoxPlan
 {
 public:
-    explicit MessageBoxPlan(int style = MessageStyle::kOkOnly);
+    explicit MessageBoxPlan(int style = MessageStyle::kOkOnly, const QString& extra = {});
 
     MessageIcon icon() const { return m_icon; }
     const QVector<MessageButton>& buttons() const { return m_buttons; }

@@ -30,6 +30,7 @@ constexpr int kRetry = 4;
 constexpr int kIgnore = 5;
 constexpr int kYes = 6;
 constexpr int kNo = 7;
+constexpr int kExtra = 8; // the button beside those of the style
 } // namespace MessageResult
 
 // A question or notice as it is presented.
@@ -39,6 +40,7 @@ struct Message
     int style = MessageStyle::kOkOnly;
     QString title;        // empty: the program's name
     int timerSeconds = 0; // closes itself after that time; 0: stays until it is answered
+    QString extra;        // English caption of a button beside those of the style; empty: there is none
 };
 
 // Asks the person at the program. The context refers to the one in use, which its maker owns.
@@ -51,7 +53,12 @@ public:
     // closed itself returns its default button's code.
     int showMessage(const QString& prompt, int style, const QString& title = {}, int timerSeconds = 0)
     {
-        return present({prompt, style, title, timerSeconds});
+        return present({prompt, style, title, timerSeconds, {}});
+    }
+    // A question that can be answered in one more way.
+    int showChoice(const QString& prompt, int style, const QString& extra)
+    {
+        return present({prompt, style, {}, 0, extra});
     }
 
 protected:

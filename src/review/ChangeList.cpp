@@ -4,9 +4,7 @@
 #include "ItemDisplay.h"
 #include "clsKX.h"
 
-namespace {
-
-ChangeRow rowOf(const clsKX& kx, const clsData& item)
+ChangeRow changeRow(const clsKX& kx, const clsData& item)
 {
     ChangeRow row;
     row.tag = item.Key();
@@ -16,6 +14,9 @@ ChangeRow rowOf(const clsKX& kx, const clsData& item)
     row.value = item.Data();
     row.valueShown = item.VData();
     row.kind = item.Class();
+    row.cause = item.cause;
+    row.isAllowed = item.isAllowed();
+    row.hasWords = hasWords(item);
     if (const auto held = heldValue(kx.data(), item)) {
         row.held = *held;
         row.heldShown = shownValue(item, kx.data().lookup, *held);
@@ -23,14 +24,12 @@ ChangeRow rowOf(const clsKX& kx, const clsData& item)
     return row;
 }
 
-} // namespace
-
 std::vector<ChangeRow> changesOf(const clsKX& kx)
 {
     std::vector<ChangeRow> rows;
     for (const auto& item : kx.items()) {
         if (differsFromHeld(kx.data(), *item))
-            rows.push_back(rowOf(kx, *item));
+            rows.push_back(changeRow(kx, *item));
     }
     return rows;
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "ChangeCause.h"
 #include "ParameterClass.h"
 
 #include <QString>
 
 #include <vector>
 
+class clsData;
 class clsKX;
 
 // A parameter whose value is not the one that the controller held at the last read or good write.
@@ -19,9 +21,14 @@ struct ChangeRow
     QString heldShown;
     QString valueShown;
     ParameterClass kind = ParameterClass::Setting;
+    ChangeCause cause;
+    bool isAllowed = true; // within its limits, or a choice that exists
+    bool hasWords = false; // the values shown are words of the definition
 };
 
 // The parameters of a model whose values differ from what it held, in item order; those that nobody read only when they
 // were changed. Texts are those of the definition, not translated; held values are shown under the settings as they are
 // now, decimal point included, so that they compare with the new ones.
 std::vector<ChangeRow> changesOf(const clsKX& kx);
+// One parameter as such a row, changed or not.
+ChangeRow changeRow(const clsKX& kx, const clsData& item);

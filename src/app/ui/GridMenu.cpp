@@ -61,6 +61,13 @@ void GridMenu::addCommands(QMenu& menu, int col, int row)
     add("Write this block", mayWrite && kx.getBlockByNo(item->BlockNo()) != nullptr,
         [this, col, row] { m_editor.writeBlockOf(col, row); });
     menu.addSeparator();
+    const bool hasCause = item != nullptr && item->cause.kind == ChangeCause::Kind::Followed;
+    add("Go to cause", hasCause, [this, tag = hasCause ? item->cause.tag : QString()] {
+        const clsData* cause = m_editor.model().getDataByTag(tag);
+        if (cause != nullptr && cause->Visible())
+            m_sheet.setCurrentCell(cause->Col(), cause->Row());
+    });
+    menu.addSeparator();
     add("Copy", true, [this] { m_sheet.requestCopy(); });
     add("Paste", true, [this] { m_sheet.requestPaste(); });
 }

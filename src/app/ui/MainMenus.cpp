@@ -34,11 +34,13 @@ MainMenus::MainMenus(QMenuBar& bar)
     redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
     QMenu* kx = addMenu(bar, QStringLiteral("KXMenu"));
     comm = addItem(kx, QStringLiteral("mnuKX"), 0, QStringLiteral("Comm"));
-    comm->setShortcut(Qt::Key_F7);
+    comm->setShortcut(Qt::Key_F8);
     recv = addItem(kx, QStringLiteral("mnuKX"), 1, QStringLiteral("Recv"));
     recv->setShortcut(Qt::Key_F5);
     send = addItem(kx, QStringLiteral("mnuKX"), 2, QStringLiteral("Send"));
     send->setShortcut(Qt::Key_F6);
+    review = addItem(kx, QStringLiteral("mnuKX"), 4, QStringLiteral("Review and send..."));
+    review->setShortcut(Qt::Key_F7);
     kx->addSeparator();
     traffic = addItem(kx, QStringLiteral("mnuKX"), 3, QStringLiteral("Traffic"));
     traffic->setShortcut(Qt::CTRL | Qt::Key_T);

@@ -31,6 +31,7 @@ public:
     QAction* comm = nullptr;
     QAction* recv = nullptr;
     QAction* send = nullptr;
+    QAction* review = nullptr;
     QAction* traffic = nullptr;
     QAction* option = nullptr;
     QAction* help = nullptr;

@@ -33,15 +33,11 @@ MainStatusBar::MainStatusBar(QWidget* parent)
       m_link(addPanel(QStringLiteral("panelLink"), QStringLiteral("Serial link"), 2)),
       m_state(addPanel(QStringLiteral("panelState"), QStringLiteral("State of the data"), 1)),
       m_hint(addPanel(QStringLiteral("panelHint"), QStringLiteral("Current parameter"), 3)),
-      m_write(new QToolButton(this))
+      m_changes(addButton(QStringLiteral("panelChanges"))), m_write(addButton(QStringLiteral("panelWrite")))
 {
     setObjectName(QStringLiteral("stbMain"));
     setAccessibleName(QStringLiteral("Status"));
-    m_write->setObjectName(QStringLiteral("panelWrite"));
-    m_write->setAutoRaise(true);
-    m_write->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_write->hide();
-    addPermanentWidget(m_write);
+    connect(m_changes, &QToolButton::clicked, this, &MainStatusBar::changesClicked);
     connect(m_write, &QToolButton::clicked, this, &MainStatusBar::writeClicked);
 }
 
@@ -56,6 +52,24 @@ QLabel* MainStatusBar::addPanel(const QString& objectName, const QString& access
     panel->setMargin(3);
     addWidget(panel, stretch);
     return panel;
+}
+
+QToolButton* MainStatusBar::addButton(const QString& objectName)
+{
+    auto* button = new QToolButton(this);
+    button->setObjectName(objectName);
+    button->setAutoRaise(true);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->hide();
+    addPermanentWidget(button);
+    return button;
+}
+
+void MainStatusBar::setChangesText(const QString& text)
+{
+    m_changes->setText(platform::visibleText(text));
+    m_changes->setAccessibleName(m_changes->text());
+    m_changes->setVisible(!text.isEmpty());
 }
 
 void MainStatusBar::showIn(QLabel& panel, const QString& text, const QString& toolTip)

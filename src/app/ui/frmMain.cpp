@@ -116,7 +116,11 @@ void frmMain::setupFiles()
     m_comm = std::make_unique<CommSettings>(
         CommSettings::Parts{m_program, m_controller, m_uclComm1, *m_engine, m_clsKX, *this, *m_files});
     m_files->setChooser([this](const FileQuestion& question) { return chooseFile(this, question); });
+    m_review = std::make_unique<MainReview>(
+        MainReview::Parts{m_program, m_controller, *m_engine, m_clsKX, *m_editor, m_pages->sheet(), *m_progress});
+    m_files->setReview([this] { m_review->show(); });
     connect(m_files.get(), &ParameterFiles::loaded, m_editor.get(), &CellEditor::clear);
+    connect(m_files.get(), &ParameterFiles::loaded, m_review.get(), &MainReview::refresh);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showTitle);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::enableRecent);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, [this] { m_status->showData(); });
@@ -140,7 +144,10 @@ void frmMain::connectParts()
         translateControls();
         showGridOrHint();
         m_status->showLink();
+        m_review->refresh();
     });
+    connect(m_review.get(), &MainReview::changed, this, [this] { m_stbMain->setChangesText(m_review->changesText()); });
+    connect(m_stbMain, &MainStatusBar::changesClicked, this, &frmMain::showReview);
     connect(m_stbMain, &MainStatusBar::writeClicked, this, &frmMain::showWriteDetails);
 }
 
@@ -157,6 +164,7 @@ void frmMain::connectMenus()
     connect(m_menus->exit, &QAction::triggered, this, &frmMain::exitApp);
     connect(m_menus->comm, &QAction::triggered, this, &frmMain::showCommSetting);
     connect(m_menus->recv, &QAction::triggered, this, [this] { getDataFromKX(); });
+    connect(m_menus->review, &QAction::triggered, this, &frmMain::showReview);
     connect(m_menus->traffic, &QAction::triggered, this, &frmMain::showTraffic);
     connect(m_menus->option, &QAction::triggered, this, &frmMain::showOption);
     connect(m_menus->version, &QAction::triggered, this, &frmMain::showVersion);
@@ -221,6 +229,7 @@ void frmMain::translateControls()
     m_program.library().tranForm(*m_controls);
     platform::translateDesktopDialogs(m_program.library().languageCode());
     m_dialogs->translate();
+    m_review->translate();
     m_caption = windowTitle();
     showTitle();
 }
@@ -233,6 +242,7 @@ void frmMain::tranForm()
     m_comm->noteFilled();
     m_clsKX.load(m_controller.modelNumber(), &m_program.library(), m_controller.model());
     m_files->forget();
+    m_review->forget();
     showGridOrHint();
     m_status->showAll();
 }
@@ -324,7 +334,7 @@ void frmMain::showGridOrHint()
         gridHint(m_controller.model(), items, definitionFault(m_program.library(), m_clsKX.entry()),
                  m_program.definitionFile(m_clsKX.entry().screenFile), m_program.library().translation());
     m_pages->showHint(hint);
-    for (QAction* action : {m_menus->recv, m_menus->open, m_menus->save, m_menus->paste})
+    for (QAction* action : {m_menus->recv, m_menus->open, m_menus->save, m_menus->paste, m_menus->review})
         action->setEnabled(hint.isEmpty());
     const bool neverWrites = m_program.settings().neverWrites();
     for (QAction* action : {m_menus->send, m_tlbMain->send()}) {
@@ -358,6 +368,7 @@ void frmMain::closeEvent(QCloseEvent* event)
     m_comm->close();
     m_selections->closeAll();
     m_dialogs->close();
+    m_review->close();
     // The model that was selected, even when the last read found another controller: the grid belongs to it.
     LastState{m_controller.modelNumber(), m_controller.slaveAddress(), m_controller.transmissionMode(),
               m_controller.model()}

@@ -7,6 +7,7 @@
 #include "EditorShell.h"
 #include "MainDialogs.h"
 #include "MainGrid.h"
+#include "MainReview.h"
 #include "ParameterFiles.h"
 #include "SelectionWindows.h"
 #include "TransferEngine.h"
@@ -70,6 +71,7 @@ public:
     void showOption() { m_dialogs->showOption(); }
     void showVersion() { m_dialogs->showVersion(); }
     void showTraffic() { m_dialogs->showTraffic(); }
+    void showReview() { m_review->show(); }
     // For a process that is asked to end: a running transfer is given up and nobody is asked.
     void closeWithoutQuestion() { m_closing->closeUnasked(*this); }
     QString helpFile() const; // of the language in use, desktop path
@@ -118,6 +120,7 @@ private:
     std::unique_ptr<SelectionWindows> m_selections;
     std::unique_ptr<CommSettings> m_comm;
     std::unique_ptr<MainDialogs> m_dialogs;
+    std::unique_ptr<MainReview> m_review;
     std::unique_ptr<ClosingQuestion> m_closing;
     std::unique_ptr<MainMenus> m_menus;
     std::unique_ptr<HelpKey> m_help;

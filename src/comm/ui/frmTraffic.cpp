@@ -3,7 +3,7 @@
 #include "AccessibleNames.h"
 #include "ControlRegistry.h"
 #include "Fonts.h"
-#include "GridModel.h"
+#include "RecordTable.h"
 #include "TrafficDelegate.h"
 #include "VisibleText.h"
 #include "clsLibrary.h"
@@ -11,17 +11,12 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QHeaderView>
 #include <QHideEvent>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QTableView>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 namespace {
 
@@ -98,21 +93,10 @@ QWidget* frmTraffic::setupButtons()
 
 void frmTraffic::setupTable()
 {
-    m_table = new QTableView(this);
+    m_table = new RecordTable(m_library, kFormName, {std::begin(kWidths), std::end(kWidths)}, this);
     m_table->setObjectName(QStringLiteral("tblTraffic"));
     m_table->setModel(&m_shown);
     m_table->setItemDelegate(new TrafficDelegate(m_table));
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setTabKeyNavigation(false);
-    m_table->setWordWrap(false);
-    m_table->setShowGrid(false);
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_table->horizontalHeader()->setStretchLastSection(true);
-    m_table->horizontalHeader()->setHighlightSections(false);
-    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 void frmTraffic::connectForm()
@@ -124,7 +108,7 @@ void frmTraffic::connectForm()
     connect(m_close, &QPushButton::clicked, this, &frmTraffic::reject);
     connect(m_errorsOnly, &QCheckBox::toggled, this, &frmTraffic::showErrorsOnly);
     connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, &frmTraffic::showDetails);
-    m_table->installEventFilter(this);
+    connect(m_table, &RecordTable::copyWanted, this, &frmTraffic::copy);
 }
 
 void frmTraffic::registerControls()
@@ -142,15 +126,9 @@ void frmTraffic::tranForm()
     m_model.retranslate();
     platform::nameField(*m_table, windowTitle());
     platform::nameField(*m_details, m_library.tranStr(QStringLiteral("Details")));
-    setRowHeight();
+    m_table->setRowHeight();
     showDetails();
     showStatus();
-}
-
-void frmTraffic::setRowHeight()
-{
-    const int space = m_table->style()->pixelMetric(QStyle::PM_FocusFrameVMargin, nullptr, m_table);
-    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 2 * space);
 }
 
 void frmTraffic::showEvent(QShowEvent* event)
@@ -158,7 +136,7 @@ void frmTraffic::showEvent(QShowEvent* event)
     if (!event->spontaneous()) {
         if (!m_isLaidOut) {
             m_library.loadFormSize(m_placement);
-            loadColumns();
+            m_table->loadColumns();
         }
         m_isLaidOut = true;
         look();
@@ -177,51 +155,9 @@ void frmTraffic::hideEvent(QHideEvent* event)
     if (!event->spontaneous()) {
         m_timer->stop();
         m_library.saveFormSize(m_placement);
-        saveColumns();
+        m_table->saveColumns();
     }
     QDialog::hideEvent(event);
-}
-
-void frmTraffic::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::FontChange && m_table != nullptr)
-        setRowHeight();
-    QDialog::changeEvent(event);
-}
-
-// By itself the table copies one cell only.
-bool frmTraffic::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
-        copy();
-        return true;
-    }
-    return QDialog::eventFilter(watched, event);
-}
-
-// Column widths are kept as those of the grids are, in average characters.
-void frmTraffic::loadColumns()
-{
-    const double unit = fontMetrics().averageCharWidth();
-    QHeaderView* headers = m_table->horizontalHeader();
-    platform::GridModel widths;
-    widths.setMaxCols(TrafficModel::kColumns);
-    for (int i = 0; i < TrafficModel::kColumns; ++i)
-        widths.setColWidth(i + 1, std::max(kWidths[i], headers->sectionSizeHint(i) / unit));
-    m_library.loadColSize(widths, kFormName, QString());
-    for (int i = 0; i < TrafficModel::kColumns; ++i) {
-        const double pixels = widths.colWidth(i + 1) * unit;
-        headers->resizeSection(i, std::max(qRound(pixels), headers->minimumSectionSize()));
-    }
-}
-
-void frmTraffic::saveColumns() const
-{
-    platform::GridModel widths;
-    widths.setMaxCols(TrafficModel::kColumns);
-    for (int i = 0; i < TrafficModel::kColumns; ++i)
-        widths.setColWidth(i + 1, static_cast<double>(m_table->columnWidth(i)) / fontMetrics().averageCharWidth());
-    m_library.saveColSize(widths, kFormName, QString());
 }
 
 void frmTraffic::look()
@@ -271,17 +207,8 @@ void frmTraffic::setPaused(bool paused)
 // The selected rows, or all of them.
 void frmTraffic::copy()
 {
-    std::vector<int> rows;
-    const QModelIndexList selected = m_table->selectionModel()->selectedRows();
-    for (const QModelIndex& index : selected)
-        rows.push_back(index.row());
-    std::sort(rows.begin(), rows.end());
-    if (rows.empty()) {
-        for (int row = 0; row < m_shown.rowCount(); ++row)
-            rows.push_back(row);
-    }
     QStringList lines{m_model.copyCaptions()};
-    for (const int row : rows)
+    for (const int row : m_table->chosenRows())
         lines << m_model.copyText(m_shown.mapToSource(m_shown.index(row, 0)).row());
     QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
 }

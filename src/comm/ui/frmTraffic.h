@@ -14,7 +14,7 @@ class QCheckBox;
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
-class QTableView;
+class RecordTable;
 class clsLibrary;
 
 namespace platform {
@@ -43,8 +43,6 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
-    void changeEvent(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void setupForm();
@@ -52,9 +50,6 @@ private:
     void setupTable();
     void connectForm();
     void registerControls();
-    void setRowHeight();
-    void loadColumns();
-    void saveColumns() const;
     void look();
     void add(const LogReader::Look& look);
     void setPaused(bool paused);
@@ -81,7 +76,7 @@ private:
     QPushButton* m_clear = nullptr;      // Command1(2)
     QPushButton* m_close = nullptr;      // Command1(3)
     QCheckBox* m_errorsOnly = nullptr;   // Check1
-    QTableView* m_table = nullptr;       // tblTraffic
+    RecordTable* m_table = nullptr;      // tblTraffic
     QPlainTextEdit* m_details = nullptr; // Text1
     QLabel* m_status = nullptr;          // Label1
 };

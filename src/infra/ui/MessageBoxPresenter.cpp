@@ -14,9 +14,7 @@ int MessageBoxPresenter::present(const Message& message)
         m_box = std::make_unique<frmMessageBox>(m_library);
     QWidget* dialog = QApplication::activeModalWidget();
     QWidget* owner = dialog != nullptr ? dialog : m_owner;
-    const auto ask = [&](frmMessageBox& box) {
-        return box.MsgBox(message.prompt, message.style, message.title, owner, message.timerSeconds);
-    };
+    const auto ask = [&](frmMessageBox& box) { return box.MsgBox(message, owner); };
     if (!m_box->isVisible())
         return ask(*m_box);
     frmMessageBox second(m_library); // an event brought up another message while the box waits

@@ -88,15 +88,20 @@ void frmMessageBox::connectControls()
 
 int frmMessageBox::MsgBox(const QString& Prompt, int Buttons, const QString& Title, QWidget* frmOwner, int lTimer)
 {
-    m_plan = MessageBoxPlan(Buttons);
+    return MsgBox({Prompt, Buttons, Title, lTimer, {}}, frmOwner);
+}
+
+int frmMessageBox::MsgBox(const Message& message, QWidget* frmOwner)
+{
+    m_plan = MessageBoxPlan(message.style, message.extra);
     m_answer = m_plan.escapeIndex();
     m_library.tranForm(m_controls);
-    setTexts(Prompt, Title);
+    setTexts(message.prompt, message.title);
     setIcon();
     const QRect room = roomFor(frmOwner);
     layOut(room);
     placeOver(frmOwner, room);
-    startTimer(lTimer);
+    startTimer(message.timerSeconds);
     exec();
     m_Timer1->stop();
     return m_plan.buttons().at(m_answer).result;

@@ -32,6 +32,7 @@ public:
     // Shows the box over its owner (null: on the primary screen) until it is answered or lTimer seconds (0: no limit)
     // have passed; returns the code of the button pressed, after the time limit that of the default button.
     int MsgBox(const QString& Prompt, int Buttons, const QString& Title, QWidget* frmOwner, int lTimer);
+    int MsgBox(const Message& message, QWidget* frmOwner); // the same, with one more button
 
     void done(int result) override;
 

@@ -1,0 +1,254 @@
+#include "frmReview.h"
+
+#include "AccessibleNames.h"
+#include "ControlRegistry.h"
+#include "ProgressRow.h"
+#include "RecordTable.h"
+#include "ReviewDelegate.h"
+#include "VisibleText.h"
+#include "clsLibrary.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QHideEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString kReviewForm = QStringLiteral("frmReview");
+const std::vector<double> kReviewWidths{30, 22, 16, 16, 34, 20, 12, 12}; // average characters
+constexpr QSize kReviewSize(165, 32);                                    // average characters and lines
+constexpr const char* kFilters[] = {"All", "Conflicts", "Failed", "Accepted"};
+
+} // namespace
+
+frmReview::frmReview(const clsLibrary& library, Review& review)
+    : QDialog(nullptr, Qt::Window), m_library(library), m_review(review), m_model(review, library.translation()),
+      m_placement(*this, kReviewForm)
+{
+    m_shown.setSourceModel(&m_model);
+    setupForm();
+    registerControls();
+    connectForm();
+    tranForm();
+}
+
+frmReview::~frmReview() = default;
+
+ProgressView& frmReview::progress()
+{
+    return *m_progress;
+}
+
+void frmReview::setupForm()
+{
+    setObjectName(kReviewForm);
+    setWindowTitle(QStringLiteral("Review and send"));
+    m_table = new RecordTable(m_library, kReviewForm, kReviewWidths, this);
+    m_table->setObjectName(QStringLiteral("tblReview"));
+    m_table->setModel(&m_shown);
+    m_table->setItemDelegate(new ReviewDelegate(m_table));
+    m_table->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // as the grid has them
+    m_table->setSortingEnabled(true);
+    m_status = new QLabel(this);
+    m_status->setObjectName(QStringLiteral("Label1"));
+    m_status->setWordWrap(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(setupFilter());
+    layout->addWidget(m_table, 1);
+    layout->addWidget(m_status);
+    m_progress = new ProgressRow(m_library, this);
+    m_stop = m_progress->stopButton();
+    m_stop->setObjectName(QStringLiteral("Command1_5"));
+    layout->addWidget(m_progress);
+    layout->addWidget(setupButtons());
+    resize(kReviewSize.width() * fontMetrics().averageCharWidth(), kReviewSize.height() * fontMetrics().lineSpacing());
+}
+
+QWidget* frmReview::setupFilter()
+{
+    auto* row = new QWidget(this);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_search = new QLineEdit(row);
+    m_search->setObjectName(QStringLiteral("Text1"));
+    m_search->setClearButtonEnabled(true);
+    m_filter = new QComboBox(row);
+    m_filter->setObjectName(QStringLiteral("Combo1"));
+    for (const char* filter : kFilters)
+        m_filter->addItem(QLatin1String(filter));
+    layout->addWidget(m_search, 1);
+    layout->addWidget(m_filter);
+    return row;
+}
+
+QWidget* frmReview::setupButtons()
+{
+    auto* row = new QWidget(this);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    int index = 0;
+    const auto add = [&](const QString& caption) {
+        auto* button = new QPushButton(caption, row);
+        button->setObjectName(QStringLiteral("Command1_%1").arg(index++));
+        button->setAutoDefault(false); // Enter belongs to the table
+        layout->addWidget(button);
+        return button;
+    };
+    m_send = add(QStringLiteral("&Send ticked"));
+    m_retry = add(QStringLiteral("Re&try failed"));
+    m_revert = add(QStringLiteral("&Revert"));
+    m_copy = add(QStringLiteral("C&opy"));
+    layout->addStretch();
+    m_close = add(QStringLiteral("Clo&se"));
+    return row;
+}
+
+void frmReview::connectForm()
+{
+    connect(m_search, &QLineEdit::textChanged, &m_shown, &ReviewFilter::setSearch);
+    connect(m_filter, &QComboBox::currentIndexChanged, this,
+            [this](int index) { m_shown.setShow(static_cast<ReviewFilter::Show>(index)); });
+    connect(&m_model, &ReviewModel::ticked, this, &frmReview::showStatus);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmReview::showStatus);
+    connect(m_table, &RecordTable::copyWanted, this, &frmReview::copy);
+    connect(m_table, &RecordTable::doubleClicked, this, &frmReview::goToCurrent);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(key, m_table, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
+                &frmReview::goToCurrent);
+    connect(new QShortcut(Qt::Key_Space, m_table, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
+            &frmReview::tickSelected);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] { m_search->setFocus(); });
+    connect(m_send, &QPushButton::clicked, this, [this] { Q_EMIT sendWanted(m_review.ticked()); });
+    connect(m_retry, &QPushButton::clicked, this, [this] { Q_EMIT sendWanted(m_review.failed()); });
+    connect(m_revert, &QPushButton::clicked, this, [this] { Q_EMIT revertWanted(selectedTags()); });
+    connect(m_copy, &QPushButton::clicked, this, &frmReview::copy);
+    connect(m_close, &QPushButton::clicked, this, &frmReview::reject);
+    connect(m_stop, &QPushButton::clicked, this, &frmReview::cancelled);
+    connect(m_progress, &ProgressRow::busyChanged, this, &frmReview::showStatus);
+}
+
+void frmReview::registerControls()
+{
+    m_registry = std::make_unique<platform::ControlRegistry>(*this, kReviewForm);
+    int index = 0;
+    for (QPushButton* button : {m_send, m_retry, m_revert, m_copy, m_close, m_stop})
+        m_registry->add(button, QStringLiteral("Command1"), index++);
+}
+
+void frmReview::tranForm()
+{
+    m_library.tranForm(*m_registry);
+    m_model.retranslate();
+    for (int i = 0; i < m_filter->count(); ++i)
+        m_filter->setItemText(i, platform::visibleText(m_library.tranStr(QLatin1String(kFilters[i]))));
+    const QString search = m_library.tranStr(QStringLiteral("Search in name, block and tag"));
+    m_search->setPlaceholderText(platform::visibleText(search));
+    platform::nameField(*m_search, search);
+    platform::nameField(*m_filter, m_library.tranStr(QStringLiteral("Show")));
+    platform::nameField(*m_table, windowTitle());
+    m_table->setRowHeight();
+    showStatus();
+}
+
+void frmReview::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous() && !m_isLaidOut) {
+        m_library.loadFormSize(m_placement);
+        m_table->loadColumns();
+        m_isLaidOut = true;
+    }
+    if (!event->spontaneous())
+        m_table->setFocus();
+    QDialog::showEvent(event);
+}
+
+void frmReview::hideEvent(QHideEvent* event)
+{
+    if (!event->spontaneous()) {
+        m_library.saveFormSize(m_placement);
+        m_table->saveColumns();
+    }
+    QDialog::hideEvent(event);
+}
+
+// The current row stays where it is.
+void frmReview::reload()
+{
+    const int current = m_table->currentIndex().row();
+    const QString tag = current < 0 ? QString() : rowAt(current).change.tag;
+    m_model.reload();
+    for (int row = 0; !tag.isEmpty() && row < m_shown.rowCount(); ++row) {
+        if (rowAt(row).change.tag == tag)
+            m_table->setCurrentIndex(m_shown.index(row, 0));
+    }
+    showStatus();
+}
+
+void frmReview::setObstacle(const QString& reason)
+{
+    m_obstacle = reason;
+    showStatus();
+}
+
+void frmReview::showStatus()
+{
+    const auto ticked = m_review.ticked().size();
+    const bool maySend = m_obstacle.isEmpty() && !m_progress->isBusy();
+    m_send->setEnabled(maySend && ticked > 0);
+    m_retry->setEnabled(maySend && !m_review.failed().isEmpty());
+    m_revert->setEnabled(!m_progress->isBusy() && !selectedTags().isEmpty());
+    for (QPushButton* button : {m_send, m_retry})
+        button->setToolTip(platform::visibleText(m_obstacle));
+    QString text =
+        m_library.tranStr(QStringLiteral("%1 changes, %2 ticked to be sent")).arg(m_review.changes()).arg(ticked);
+    if (!m_obstacle.isEmpty())
+        text += u'\n' + m_obstacle;
+    m_status->setText(platform::visibleLines(text));
+}
+
+ReviewRow frmReview::rowAt(int shownRow) const
+{
+    return m_model.row(m_shown.mapToSource(m_shown.index(shownRow, 0)).row());
+}
+
+QStringList frmReview::selectedTags() const
+{
+    QStringList tags;
+    const QModelIndexList selected = m_table->selectionModel()->selectedRows();
+    for (const QModelIndex& index : selected)
+        tags << rowAt(index.row()).change.tag;
+    return tags;
+}
+
+void frmReview::copy()
+{
+    QStringList lines{m_model.copyCaptions()};
+    for (const int row : m_table->chosenRows())
+        lines << m_model.copyText(m_shown.mapToSource(m_shown.index(row, 0)).row());
+    QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
+}
+
+void frmReview::goToCurrent()
+{
+    if (m_table->currentIndex().isValid())
+        Q_EMIT goWanted(rowAt(m_table->currentIndex().row()).change.tag);
+}
+
+// All of them as the current one is not.
+void frmReview::tickSelected()
+{
+    const QModelIndex current = m_table->currentIndex();
+    if (!current.isValid())
+        return;
+    const Qt::CheckState wanted = rowAt(current.row()).ticked ? Qt::Unchecked : Qt::Checked;
+    const QModelIndexList selected = m_table->selectionModel()->selectedRows(ReviewModel::kName);
+    for (const QModelIndex& index : selected)
+        m_shown.setData(index, wanted, Qt::CheckStateRole);
+}

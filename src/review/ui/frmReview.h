@@ -1,0 +1,85 @@
+#pragma once
+
+#include "ReviewModel.h"
+#include "WidgetPlacement.h"
+
+#include <QDialog>
+
+#include <memory>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class ProgressRow;
+class ProgressView;
+class RecordTable;
+class clsLibrary;
+
+namespace platform {
+class ControlRegistry;
+}
+
+// What would change in the controller, before it goes out, and what became of it afterwards. The window asks for what
+// it cannot do itself; a transfer that it asked for shows its progress here.
+//
+// show opens it, as often as wanted; reload after the review has changed; tranForm puts it into the language in use.
+class frmReview : public QDialog
+{
+    Q_OBJECT
+
+public:
+    frmReview(const clsLibrary& library, Review& review);
+    ~frmReview() override;
+
+    void tranForm();
+    void reload();
+    // Why nothing can be sent, in the user's language; empty: it can.
+    void setObstacle(const QString& reason);
+
+    ProgressView& progress(); // of a transfer that was asked for here
+
+Q_SIGNALS:
+    void sendWanted(const QStringList& tags);
+    void revertWanted(const QStringList& tags);
+    void goWanted(const QString& tag);
+    void cancelled();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void setupForm();
+    QWidget* setupFilter();
+    QWidget* setupButtons();
+    void connectForm();
+    void registerControls();
+    void showStatus();
+    void copy();
+    void goToCurrent();
+    void tickSelected();
+    ReviewRow rowAt(int shownRow) const;
+    QStringList selectedTags() const;
+
+    const clsLibrary& m_library;
+    Review& m_review;
+    ReviewModel m_model;
+    ReviewFilter m_shown;
+    platform::WidgetPlacement m_placement;
+    std::unique_ptr<platform::ControlRegistry> m_registry;
+    bool m_isLaidOut = false;
+    QString m_obstacle;
+
+    QLineEdit* m_search = nullptr;   // Text1
+    QComboBox* m_filter = nullptr;   // Combo1
+    RecordTable* m_table = nullptr;  // tblReview
+    QPushButton* m_send = nullptr;   // Command1(0)
+    QPushButton* m_retry = nullptr;  // Command1(1)
+    QPushButton* m_revert = nullptr; // Command1(2)
+    QPushButton* m_copy = nullptr;   // Command1(3)
+    QPushButton* m_close = nullptr;  // Command1(4)
+    QPushButton* m_stop = nullptr;   // Command1(5)
+    ProgressRow* m_progress = nullptr;
+    QLabel* m_status = nullptr; // Label1
+};
