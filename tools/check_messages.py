@@ -27,6 +27,11 @@ CAPTIONS = {
     "Vorlant", "VersionInfo", "Ver.",
     "Back", "Forward", "Contents", "Find", "Find:", "Print...", "Larger", "Smaller", "Previous", "Next",
     "Not found on this page",
+    # Of the review: title, filters, columns, classes, causes, and what is in order
+    "Review and send", "Review and send...", "Review...", "1 change", "%1 changes", "Search in name, block and tag",
+    "Show", "All", "Conflicts", "Failed", "Accepted", "ReviewTicked", "ReviewName", "ReviewBlock", "ReviewHeld",
+    "ReviewValue", "ReviewState", "ReviewCause", "ReviewClass", "ReviewTag", "changed", "accepted", "typed", "chosen",
+    "pasted", "loaded", "followed from %1", "setting", "calibration", "line", "command", "measured", "Go to cause",
     # Of the traffic window: title and buttons, columns and fields, what a line is, functions, and what is in order
     "Traffic", "&Pause", "&Continue", "Details",
     "TrafficTime", "TrafficDirection", "Slave", "Function", "Address", "Count", "Data", "Check", "Remark", "Frame",
