@@ -44,7 +44,8 @@ def session(ctl, sim, page, folder):
     definitions, config = folder / "program" / "ini", folder / "config"
     definitions.mkdir(parents=True)
     config.mkdir()
-    environment = os.environ | {"VORLANT_PROGRAM_DIR": str(folder / "program"), "XDG_CONFIG_HOME": str(config)}
+    environment = os.environ | {"VORLANT_PROGRAM_DIR": str(folder / "program"), "XDG_CONFIG_HOME": str(config),
+                                "XDG_STATE_HOME": str(folder / "state")}
     for name, text in parts(page, "file"):
         (definitions / name).write_text(text)
     subprocess.run([ctl, "models"], env=environment, timeout=SECONDS, check=True, stdout=subprocess.DEVNULL)

@@ -25,6 +25,7 @@ Commands:
   write FILE            write a parameter file to the controller and read back
   compare FILE          print what differs between a parameter file and the controller
   compare FILE FILE2    the same for two parameter files; needs no controller
+  history               print what was written to controllers, the oldest first; needs no controller
   check-definitions [MODEL]...
                         check the definition files of these models, or of all; print what is wrong with them
 
@@ -80,6 +81,7 @@ constexpr CommandForm kCommands[] = {
     {u"set", Command::Set, 1, kAnyNumber, u"one TAG=VALUE or more"},
     {u"write", Command::Write, 1, 1, u"one parameter file"},
     {u"compare", Command::Compare, 1, 2, u"one or two parameter files"},
+    {u"history", Command::History, 0, 0, u"options only"},
     {u"check-definitions", Command::CheckDefinitions, 0, kAnyNumber, u"model codes, or none for all"},
 };
 

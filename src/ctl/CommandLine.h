@@ -7,7 +7,21 @@
 #include <optional>
 
 // What vorlantctl does in one run.
-enum class Command { Help, Version, Models, Ports, CheckDefinitions, Detect, Read, Show, Get, Set, Write, Compare };
+enum class Command {
+    Help,
+    Version,
+    Models,
+    Ports,
+    CheckDefinitions,
+    Detect,
+    Read,
+    Show,
+    Get,
+    Set,
+    Write,
+    Compare,
+    History
+};
 
 // What the user asked for. An option that was left out has no value: then the main settings file decides.
 struct CommandLine

@@ -21,7 +21,8 @@ struct CommandResult
 {
     ExitStatus status = ExitStatus::Done;
     QByteArray output; // UTF-8; after a failure only what is true all the same
-    QString failure;   // empty when done, when sets differ, and when a check printed what is wrong
+    QString failure; // empty when sets differ, when a check printed what is wrong, and when done; there it may say what
+                     // was left out
 
     static CommandResult done(const QByteArray& output) { return {ExitStatus::Done, output, QString()}; }
     static CommandResult failed(ExitStatus status, const QString& line)

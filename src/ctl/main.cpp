@@ -4,6 +4,7 @@
 #include "ControllerSession.h"
 #include "DetectCommand.h"
 #include "FileCommands.h"
+#include "HistoryCommand.h"
 #include "ModelsCommand.h"
 #include "OutputTarget.h"
 #include "PortsCommand.h"
@@ -78,6 +79,8 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
         return listModels(program);
     if (line.command == Command::Ports)
         return listPorts(program.ports());
+    if (line.command == Command::History)
+        return showHistory(program, line);
     if (line.command == Command::CheckDefinitions)
         return checkDefinitions(program, line);
     if (line.command == Command::Detect)

@@ -37,6 +37,7 @@ constexpr HelpTopicRow kRows[] = {
     {u"frmComSet", u"cmdStop", u"communication.html", u"detect"},
     {u"frmComSet", u"Command1_0", u"communication.html", u"ok"},
     {u"frmComSet", u"Command1_1", u"communication.html", u"cancel"},
+    {u"frmHistory", u"", u"windows.html", u"history"},
     {u"frmOption", u"", u"windows.html", u"options"},
     {u"frmOption", u"SSTab1_0", u"windows.html", u"options-general"},
     {u"frmOption", u"SSTab1_1", u"windows.html", u"options-questions"},

@@ -60,23 +60,28 @@ struct StateFolders
 {
     QString data;
     QString settings;
+    QString state;
     FolderNotices notices;
 
     StateFolders(const QProcessEnvironment& environment, const QString& withoutHome, bool needsData)
         : data(userFolder(environment, QStringLiteral("XDG_DATA_HOME"), QStringLiteral("/.local/share"))),
-          settings(userFolder(environment, QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("/.config")))
+          settings(userFolder(environment, QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("/.config"))),
+          state(userFolder(environment, QStringLiteral("XDG_STATE_HOME"), QStringLiteral("/.local/state")))
     {
         if (!data.isEmpty())
             data += QStringLiteral("/vorlant");
-        if ((!data.isEmpty() || !needsData) && !settings.isEmpty())
+        const bool isComplete = (!data.isEmpty() || !needsData) && !settings.isEmpty();
+        if (isComplete && !state.isEmpty())
             return;
         const platform::Result<> made = makeWritable(withoutHome);
         if (!made.ok()) {
-            notices.append({kNoHome, withoutHome, made.error()});
+            if (!isComplete)
+                notices.append({kNoHome, withoutHome, made.error()});
             return;
         }
         data = data.isEmpty() ? withoutHome : data;
         settings = settings.isEmpty() ? withoutHome : settings;
+        state = state.isEmpty() ? withoutHome : state;
     }
 };
 
@@ -103,5 +108,5 @@ ProgramFolders programFolders(const platform::PathMap& paths, const QString& exe
         notices =
             asOne(notices, {kNoSettings, state.settings, made.error()}, environment.value(QStringLiteral("HOME")));
     const bool isPackaged = QFileInfo(program).canonicalFilePath() == QFileInfo(installedData).canonicalFilePath();
-    return {platform::Folders(paths, program, state.settings, isPackaged), notices};
+    return {platform::Folders(paths, program, state.settings, isPackaged, state.state), notices};
 }

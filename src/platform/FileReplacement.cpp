@@ -122,19 +122,6 @@ void removeLeftovers(int folder)
     closedir(entries);
 }
 
-bool writeAll(int fd, const QByteArray& bytes)
-{
-    for (qsizetype done = 0; done < bytes.size();) {
-        const ssize_t count = write(fd, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        done += count;
-    }
-    return true;
-}
-
 // Gives the new file the owner, group and rights of the one that it replaces: a file that changes hands by being saved
 // might be lost to its owner.
 Result<> applyRights(int file, const struct stat& old)
@@ -202,6 +189,19 @@ Result<QByteArray> behindLinks(const QByteArray& path)
         file = next.startsWith('/') ? next : file.left(file.lastIndexOf('/') + 1) + next;
     }
     return file;
+}
+
+bool writeAll(int file, const QByteArray& bytes)
+{
+    for (qsizetype done = 0; done < bytes.size();) {
+        const ssize_t count = write(file, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        done += count;
+    }
+    return true;
 }
 
 bool mayWriteInPlace(const QByteArray& path)

@@ -36,6 +36,9 @@ bool mayWriteInPlace(const QByteArray& path);
 // Whether the user may write a file, if it is there.
 Result<> mayWrite(const QByteArray& path);
 
+// Writes on until all bytes are written. False with errno; some of them may be written then.
+bool writeAll(int file, const QByteArray& bytes);
+
 // The folder of a path.
 QByteArray folderOf(const QByteArray& path);
 

@@ -1,12 +1,24 @@
 #include "Folders.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace platform {
 
-Folders::Folders(const PathMap& paths, const QString& programFolder, const QString& applicationData, bool isPackaged)
+namespace {
+
+QString besideSettings(const QString& applicationData)
+{
+    return applicationData.isEmpty() ? QString() : QFileInfo(applicationData).path() + QStringLiteral("/state");
+}
+
+} // namespace
+
+Folders::Folders(const PathMap& paths, const QString& programFolder, const QString& applicationData, bool isPackaged,
+                 const QString& state)
     : m_program(paths.toDesktop(programFolder)),
       m_applicationData(applicationData.isEmpty() ? QString() : paths.toDesktop(applicationData)),
+      m_state(state.isEmpty() ? besideSettings(applicationData) : state),
       m_windows(paths.toDesktop(QStringLiteral("/usr/share"))), m_system(paths.toDesktop(QStringLiteral("/usr/lib"))),
       m_temporary(paths.toDesktop(QDir::tempPath())), m_isPackaged(isPackaged)
 {}

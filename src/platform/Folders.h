@@ -11,12 +11,14 @@ class Folders
 {
 public:
     // Machine paths; an empty applicationData cannot be obtained. isPackaged: the program folder is the package's.
-    Folders(const PathMap& paths, const QString& programFolder, const QString& applicationData,
-            bool isPackaged = false);
+    // Without a state folder it is a folder "state" beside applicationData.
+    Folders(const PathMap& paths, const QString& programFolder, const QString& applicationData, bool isPackaged = false,
+            const QString& state = {});
 
     QString program() const { return m_program; }
     bool isPackaged() const { return m_isPackaged; }              // the program folder is never written to
     QString applicationData() const { return m_applicationData; } // empty when it cannot be obtained
+    QString state() const { return m_state; }                     // a machine path; empty when it cannot be obtained
     QString windows() const { return m_windows; }                 // the machine's shared program data
     QString system() const { return m_system; }                   // the machine's libraries
     QString temporary() const { return m_temporary; }
@@ -27,6 +29,7 @@ public:
 private:
     QString m_program;
     QString m_applicationData;
+    QString m_state;
     QString m_windows;
     QString m_system;
     QString m_temporary;

@@ -15,11 +15,12 @@ namespace {
 constexpr int kLockAttempts = 400;
 constexpr timespec kLockPause{0, 5'000'000}; // 5 ms
 
-// The folder stands for all its files: no lock file is left behind.
-bool lockFolder(int folder)
+} // namespace
+
+bool waitForLock(int descriptor)
 {
     for (int attempt = 0; attempt < kLockAttempts; ++attempt) {
-        if (flock(folder, LOCK_EX | LOCK_NB) == 0)
+        if (flock(descriptor, LOCK_EX | LOCK_NB) == 0)
             return true;
         if (errno != EWOULDBLOCK && errno != EINTR)
             return false;
@@ -29,16 +30,18 @@ bool lockFolder(int folder)
     return false;
 }
 
-} // namespace
+QString lockError(const QString& locked)
+{
+    return errno == EWOULDBLOCK ? QStringLiteral("another program keeps %1 locked").arg(locked) : systemError();
+}
 
 Result<LockedFolder> LockedFolder::lock(const QByteArray& folder)
 {
     LockedFolder opened(open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened.m_folder < 0)
         return Failure{systemError()};
-    if (!lockFolder(opened.m_folder))
-        return Failure{errno == EWOULDBLOCK ? QStringLiteral("another program keeps its folder locked")
-                                            : systemError()};
+    if (!waitForLock(opened.m_folder)) // the folder stands for all its files: no lock file is left behind
+        return Failure{lockError(QStringLiteral("its folder"))};
     return opened;
 }
 

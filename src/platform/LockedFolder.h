@@ -8,6 +8,11 @@
 
 namespace platform {
 
+// Waits for the exclusive lock of an open file or folder, two seconds at most. False with errno.
+bool waitForLock(int descriptor);
+// Why waitForLock gave up.
+QString lockError(const QString& locked);
+
 // One folder whose files are replaced whole or not at all. The advisory lock on the folder is held for as long as the
 // object lives, so that programs that take turns lose nothing to each other. Paths are encoded machine paths.
 class LockedFolder

@@ -1,9 +1,11 @@
 #include "HelpWindow.h"
+#include "Journal.h"
 #include "MultiSelectOwner.h"
 #include "ProgramFixture.h"
 #include "SelectionWindows.h"
 #include "VisibleText.h"
 #include "frmComSet.h"
+#include "frmHistory.h"
 #include "frmMessageBox.h"
 #include "frmProgbar.h"
 
@@ -68,6 +70,9 @@ protected:
         start(dir.filePath("no-adapter"), std::make_unique<RecordingMessages>(asked));
         clsLibrary& library = program->library();
         window->showTraffic();
+        const Journal journal(program->context());
+        frmHistory history(library, journal);
+        history.show();
         window->showOption();
         window->showVersion();
         frmComSet({window->commSettings(), program->ports(), library, QString()}, window.get()).show();

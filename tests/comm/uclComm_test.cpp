@@ -143,7 +143,7 @@ TEST_F(Link, ALineThatIsHeld)
 
 TEST_F(Link, WithoutALibraryItMakesItsOwn)
 {
-    for (const char* variable : {"VORLANT_PROGRAM_DIR", "XDG_CONFIG_HOME"})
+    for (const char* variable : {"VORLANT_PROGRAM_DIR", "XDG_CONFIG_HOME", "XDG_STATE_HOME"})
         qputenv(variable, QFile::encodeName(box.dir.path()));
     uclComm own(ports, box.clock);
     own.init(1);

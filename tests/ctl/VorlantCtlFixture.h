@@ -26,6 +26,7 @@ protected:
         EXPECT_TRUE(soundController::install(path("program"), path("config")));
         setVariable("VORLANT_PROGRAM_DIR", path("program"));
         setVariable("XDG_CONFIG_HOME", path("config"));
+        setVariable("XDG_STATE_HOME", path("state"));
         setVariable("HOME", dir.path());
         process.setWorkingDirectory(dir.path());
     }

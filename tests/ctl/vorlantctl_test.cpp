@@ -62,4 +62,25 @@ TEST_F(VorlantCtl, InterruptEndsTheCommandAndListsNeedNoController)
     EXPECT_TRUE(output.contains("COM7") && output.contains("/dev/bench")) << output.toStdString();
 }
 
+TEST_F(VorlantCtl, HistoryPrintsWhatWasWrittenAndTellsWhatIsDamaged)
+{
+    setVariable("TZ", "UTC");
+    expectPrints("history --as json", "[]\n");
+    QDir().mkpath(path("state/vorlant"));
+    put("state/vorlant/journal-2007-03.jsonl",
+        R"({"event":"begun","id":"1","time":"2007-03-05T14:07:09.042Z","user":"op","version":"1","process":1,"started":1,)"
+        R"("cause":"block","device":"/dev/bench","slave":3,"mode":"RTU","model":"KX410","parameters":[)"
+        R"({"tag":"VQSV1","name":"Set, 1","old":"9","new":"\u001b10"}]})"
+        "\nhalf\n"
+        R"({"event":"completed","id":"1","time":"2007-03-05T14:07:10Z","outcome":"complete","parameters":[)"
+        R"({"tag":"VQSV1","outcome":"accepted"}]})");
+    ASSERT_EQ(run("history --as csv"), Done);
+    EXPECT_EQ(output.toStdString(), "time,outcome,tag,name,old,new,cause,device,slave,mode,model,user\r\n"
+                                    "2007-03-05T14:07:09.042Z,accepted,VQSV1,\"Set, 1\",9,\\x1b10,block,/dev/bench,3,"
+                                    "RTU,KX410,op\r\n");
+    EXPECT_EQ(errors.toStdString(), "vorlantctl: history: damaged lines left out: 1\n");
+    EXPECT_EQ(run("history -o written.csv"), Done);
+    EXPECT_TRUE(output.isEmpty() && contentOf("written.csv").contains("VQSV1"));
+}
+
 } // namespace

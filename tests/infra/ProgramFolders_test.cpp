@@ -70,6 +70,7 @@ TEST_F(FoldersOf, EnvironmentChoosesTheFolders)
         const auto [folders, notices] = start(row[1].toLatin1().constData());
         EXPECT_EQ(machine(folders.program()), path(row[3]));
         EXPECT_EQ(machine(folders.applicationData()), path(row[4]));
+        EXPECT_EQ(folders.state(), path(row[6]));
         EXPECT_TRUE(notices.isEmpty() && !folders.isPackaged());
         EXPECT_EQ(content(row[3] + "/ini/KX410Screen.ini"), row[5]) << "filled";
         EXPECT_EQ(QDir(path("home/.local")).exists(), row[3].startsWith("home"));

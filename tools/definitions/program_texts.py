@@ -320,6 +320,34 @@ PROGRAM_TEXTS = (
      "取扱説明書のページ %1 がありません。取扱説明書をインストールし直してください。"),
     ('The manual is not in the folder %1. Install the manual again, or copy the folder "help" of the program there.',
      '取扱説明書がフォルダ %1 にありません。取扱説明書をインストールし直すか、プログラムのフォルダ"help"をコピーしてください。'),
+    # History
+    ("HistoryTime", "日時"),
+    ("Outcome", "結果"),
+    ("Parameter", "パラメータ"),
+    ("Old value", "元の値"),
+    ("New value", "新しい値"),
+    ("Tag", "タグ"),
+    ("Cause", "操作"),
+    ("Device", "接続先"),
+    ("Model", "機種"),
+    ("User", "ユーザー"),
+    ("All days", "すべての日"),
+    ("%1, slave %2", "%1、スレーブ %2"),
+    ("accepted", "反映済み"),
+    ("not accepted", "反映されず"),
+    ("failed", "失敗"),
+    ("not sent", "未送信"),
+    ("outside its limits", "設定範囲外"),
+    ("no value", "値なし"),
+    ("unchanged", "変更なし"),
+    ("complete", "完了"),
+    ("cancelled", "中止"),
+    ("aborted", "途中で終了"),
+    ("interrupted", "中断"),
+    ("going on", "書き込み中"),
+    ("%1 writes, %2 parameters", "書き込み %1回、パラメータ %2個"),
+    ("damaged lines left out: %1", "除外した壊れた行: %1"),
+    ("%1 cannot be read", "%1 を読めません"),
     # Version
     ("Vorlant", "Vorlant"),
     ("VersionInfo", "バージョン情報"),
@@ -346,6 +374,7 @@ ENGLISH_WORDING = {
     "ReviewClass": "Class",
     "ReviewTag": "Tag",
     "TrafficDirection": "Direction",
+    "HistoryTime": "Time",
 }
 
 # Captions, fonts and tool tips by form: {section: [(key, English, Japanese), ...]}
@@ -358,6 +387,7 @@ FORM_TEXTS = {
     "frmOption": [("Caption", "Options", "オプション")],
     "frmReview": [("Caption", "Review and send", "変更の確認と送信")],
     "frmTraffic": [("Caption", "Traffic", "通信モニタ")],
+    "frmHistory": [("Caption", "History", "書き込み履歴")],
     "frmShowVersion": [("Caption", "Version", "バージョン情報")],
     "Caption": [
         ("frmMain-FileMenu-0", "&File", "ファイル(&F)"),
@@ -442,6 +472,11 @@ FORM_TEXTS = {
         ("frmTraffic-Command1-2", "C&lear", "表示を消去(&L)"),
         ("frmTraffic-Command1-3", "Clo&se", "閉じる(&S)"),
         ("frmTraffic-Check1-0", "&Errors only", "エラーのみ表示(&E)"),
+        ("frmHistory-Label1-0", "&Search:", "検索(&S):"),
+        ("frmHistory-Label2-0", "&Day:", "日付(&D):"),
+        ("frmHistory-Command1-0", "C&opy", "コピー(&O)"),
+        ("frmHistory-Command1-1", "&Reload", "再読み込み(&R)"),
+        ("frmHistory-Command1-2", "&Close", "閉じる(&C)"),
     ],
     "ToolTipText": [
         *[(f"frmMain-tlbMain-0-Button{i}", english, japanese) for i, (english, japanese) in enumerate((

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "JournalEntry.h"
+
+#include <vector>
+
+// One line of the history: a parameter of a write, or a write without parameters. Both belong to whoever holds the
+// entries.
+struct HistoryRow
+{
+    const JournalEntry* entry;
+    const JournalParameter* parameter; // null: the write has none
+
+    // English: of the parameter, else of the write; "interrupted" or "going on" for a write that was never completed.
+    QString outcome() const;
+    // "" without a parameter.
+    QString tag() const { return parameter == nullptr ? QString() : parameter->tag; }
+    QString name() const { return parameter == nullptr ? QString() : parameter->name; }
+    QString held() const { return parameter == nullptr ? QString() : parameter->held; }
+    QString value() const { return parameter == nullptr ? QString() : parameter->value; }
+};
+
+enum class HistoryOrder { OldestFirst, NewestFirst };
+
+// The rows of all writes by the time of their begin; the parameters of one write stay in their order.
+std::vector<HistoryRow> historyRows(const std::vector<JournalEntry>& entries, HistoryOrder order);

@@ -1,0 +1,306 @@
+#include "frmHistory.h"
+
+#include "AccessibleNames.h"
+#include "ControlRegistry.h"
+#include "GridModel.h"
+#include "Journal.h"
+#include "VisibleText.h"
+#include "clsLibrary.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QHideEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+const QString kHistoryForm = QStringLiteral("frmHistory");
+constexpr double kHistoryWidths[HistoryModel::kColumns] = {22, 16, 26, 12, 12,
+                                                           12, 16, 24, 18, 12}; // average characters
+constexpr QSize kHistorySize(180, 36);                                          // average characters and lines
+
+} // namespace
+
+frmHistory::frmHistory(const clsLibrary& library, const Journal& journal)
+    : QDialog(nullptr, Qt::Window), m_library(library), m_journal(journal), m_model(library.translation()),
+      m_shown(m_model), m_placement(*this, kHistoryForm)
+{
+    setupForm();
+    registerControls();
+    connectForm();
+    tranForm();
+}
+
+frmHistory::~frmHistory() = default;
+
+void frmHistory::setupForm()
+{
+    setObjectName(kHistoryForm);
+    setWindowTitle(QStringLiteral("History"));
+    QWidget* search = setupSearch();
+    setupTable();
+    m_status = new QLabel(this);
+    m_status->setObjectName(QStringLiteral("Label3"));
+    m_status->setWordWrap(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(search);
+    layout->addWidget(m_table, 1);
+    layout->addWidget(m_status);
+    resize(kHistorySize.width() * fontMetrics().averageCharWidth(),
+           kHistorySize.height() * fontMetrics().lineSpacing());
+}
+
+QWidget* frmHistory::setupSearch()
+{
+    auto* row = new QWidget(this);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    const auto add = [&](auto* widget, const char* name) {
+        widget->setObjectName(QLatin1String(name));
+        layout->addWidget(widget);
+        return widget;
+    };
+    const auto addButton = [&](const char* caption, const char* name) {
+        auto* button = add(new QPushButton(QLatin1String(caption), row), name);
+        button->setAutoDefault(false); // Enter belongs to the table
+        return button;
+    };
+    m_searchLabel = add(new QLabel(QStringLiteral("&Search:"), row), "Label1");
+    m_search = add(new QLineEdit(row), "Text1");
+    m_searchLabel->setBuddy(m_search);
+    m_dayLabel = add(new QLabel(QStringLiteral("&Day:"), row), "Label2");
+    m_day = add(new QComboBox(row), "Combo1");
+    m_dayLabel->setBuddy(m_day);
+    layout->addStretch();
+    m_copy = addButton("C&opy", "Command1_0");
+    m_reload = addButton("&Reload", "Command1_1");
+    m_close = addButton("&Close", "Command1_2");
+    return row;
+}
+
+void frmHistory::setupTable()
+{
+    m_table = new QTableView(this);
+    m_table->setObjectName(QStringLiteral("tblHistory"));
+    m_table->setModel(&m_shown);
+    m_table->setSortingEnabled(true);
+    m_table->sortByColumn(HistoryModel::kTime, Qt::DescendingOrder);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setTabKeyNavigation(false);
+    m_table->setWordWrap(false);
+    m_table->setShowGrid(false);
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void frmHistory::connectForm()
+{
+    connect(m_search, &QLineEdit::textChanged, this, [this](const QString& text) {
+        m_shown.setText(text.trimmed());
+        showStatus();
+    });
+    connect(m_day, &QComboBox::currentIndexChanged, this, &frmHistory::chooseDay);
+    connect(m_copy, &QPushButton::clicked, this, &frmHistory::copy);
+    connect(m_reload, &QPushButton::clicked, this, &frmHistory::reload);
+    connect(m_close, &QPushButton::clicked, this, &frmHistory::reject);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, m_search, [this] {
+        m_search->setFocus(Qt::ShortcutFocusReason);
+        m_search->selectAll();
+    });
+    connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this, &frmHistory::reload);
+    m_table->installEventFilter(this);
+}
+
+void frmHistory::registerControls()
+{
+    m_registry = std::make_unique<platform::ControlRegistry>(*this, kHistoryForm);
+    m_registry->add(m_searchLabel, m_searchLabel->objectName()); // a control behind an array would get its last index
+    m_registry->add(m_dayLabel, m_dayLabel->objectName());
+    int index = 0;
+    for (QPushButton* button : {m_copy, m_reload, m_close})
+        m_registry->add(button, QStringLiteral("Command1"), index++);
+}
+
+void frmHistory::tranForm()
+{
+    m_library.tranForm(*m_registry);
+    m_model.retranslate();
+    if (m_day->count() > 0)
+        m_day->setItemText(0, platform::visibleText(m_library.tranStr(QStringLiteral("All days"))));
+    nameFields();
+    setRowHeight();
+    showStatus();
+}
+
+void frmHistory::nameFields()
+{
+    platform::nameField(*m_search, m_searchLabel->text());
+    platform::nameField(*m_day, m_dayLabel->text());
+    platform::nameField(*m_table, windowTitle());
+}
+
+void frmHistory::setRowHeight()
+{
+    const int space = m_table->style()->pixelMetric(QStyle::PM_FocusFrameVMargin, nullptr, m_table);
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 2 * space);
+}
+
+void frmHistory::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous()) {
+        if (!m_isLaidOut) {
+            m_library.loadFormSize(m_placement);
+            loadColumns();
+        }
+        m_isLaidOut = true;
+        reload();
+        m_table->setFocus();
+    }
+    QDialog::showEvent(event);
+}
+
+// Hidden by whatever way; a minimised window is still open.
+void frmHistory::hideEvent(QHideEvent* event)
+{
+    if (!event->spontaneous()) {
+        m_library.saveFormSize(m_placement);
+        saveColumns();
+    }
+    QDialog::hideEvent(event);
+}
+
+void frmHistory::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange && m_table != nullptr)
+        setRowHeight();
+    QDialog::changeEvent(event);
+}
+
+// By itself the table copies one cell only, and its headers know no keys.
+bool frmHistory::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->matches(QKeySequence::Copy)) {
+        copy();
+        return true;
+    }
+    if (key->modifiers() == Qt::AltModifier && (key->key() == Qt::Key_Up || key->key() == Qt::Key_Down)) {
+        sortByCurrentColumn(key->key() == Qt::Key_Up ? Qt::AscendingOrder : Qt::DescendingOrder);
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void frmHistory::sortByCurrentColumn(Qt::SortOrder order)
+{
+    const QModelIndex current = m_table->currentIndex();
+    if (current.isValid())
+        m_table->sortByColumn(current.column(), order);
+    m_table->scrollTo(m_table->currentIndex());
+}
+
+// Column widths are kept as those of the grids are, in average characters.
+void frmHistory::loadColumns()
+{
+    const double unit = fontMetrics().averageCharWidth();
+    QHeaderView* headers = m_table->horizontalHeader();
+    platform::GridModel widths;
+    widths.setMaxCols(HistoryModel::kColumns);
+    for (int i = 0; i < HistoryModel::kColumns; ++i)
+        widths.setColWidth(i + 1, std::max(kHistoryWidths[i], headers->sectionSizeHint(i) / unit));
+    m_library.loadColSize(widths, kHistoryForm, QString());
+    for (int i = 0; i < HistoryModel::kColumns; ++i)
+        headers->resizeSection(i, std::max(qRound(widths.colWidth(i + 1) * unit), headers->minimumSectionSize()));
+}
+
+void frmHistory::saveColumns() const
+{
+    platform::GridModel widths;
+    widths.setMaxCols(HistoryModel::kColumns);
+    for (int i = 0; i < HistoryModel::kColumns; ++i)
+        widths.setColWidth(i + 1, static_cast<double>(m_table->columnWidth(i)) / fontMetrics().averageCharWidth());
+    m_library.saveColSize(widths, kHistoryForm, QString());
+}
+
+void frmHistory::reload()
+{
+    JournalReading reading = m_journal.read();
+    m_damagedLines = reading.damagedLines;
+    m_unreadable = reading.unreadable;
+    fillDays(reading);
+    m_model.load(std::move(reading.entries));
+    m_table->selectionModel()->setCurrentIndex(m_shown.index(0, 0), QItemSelectionModel::NoUpdate);
+    m_table->scrollToTop();
+    chooseDay();
+}
+
+// The days that the journal has, the newest first. The chosen one stays, also when its writes are gone.
+void frmHistory::fillDays(const JournalReading& reading)
+{
+    const QDate chosen = m_day->currentData().toDate();
+    std::vector<QDate> days;
+    for (const JournalEntry& entry : reading.entries)
+        days.push_back(entry.begunAt.date());
+    if (chosen.isValid())
+        days.push_back(chosen);
+    std::sort(days.begin(), days.end(), std::greater<>());
+    days.erase(std::unique(days.begin(), days.end()), days.end());
+    const QSignalBlocker silent(m_day);
+    m_day->clear();
+    m_day->addItem(platform::visibleText(m_library.tranStr(QStringLiteral("All days"))));
+    for (const QDate& day : days)
+        m_day->addItem(day.toString(QStringLiteral("yyyy/MM/dd")), day);
+    m_day->setCurrentIndex(chosen.isValid() ? m_day->findData(chosen) : 0);
+}
+
+void frmHistory::chooseDay()
+{
+    const QDate day = m_day->currentData().toDate();
+    m_shown.setDay(day.isValid() ? std::optional(day) : std::nullopt);
+    showStatus();
+}
+
+// The selected rows, or all that are shown.
+void frmHistory::copy()
+{
+    std::vector<int> rows;
+    const QModelIndexList selected = m_table->selectionModel()->selectedRows();
+    for (const QModelIndex& index : selected)
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    for (int row = 0; selected.isEmpty() && row < m_shown.rowCount(); ++row)
+        rows.push_back(row);
+    QStringList lines{m_model.copyCaptions()};
+    for (const int row : rows)
+        lines << m_model.copyText(m_shown.mapToSource(m_shown.index(row, 0)).row());
+    QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
+}
+
+void frmHistory::showStatus()
+{
+    const HistoryFilter::Counts counts = m_shown.counts();
+    QStringList parts{
+        m_library.tranStr(QStringLiteral("%1 writes, %2 parameters")).arg(counts.writes).arg(counts.parameters)};
+    if (m_damagedLines > 0)
+        parts << m_library.tranStr(QStringLiteral("damaged lines left out: %1")).arg(m_damagedLines);
+    for (const QString& file : m_unreadable)
+        parts << m_library.tranStr(QStringLiteral("%1 cannot be read")).arg(file);
+    m_status->setText(platform::visibleText(parts.join(QStringLiteral("   "))));
+}
