@@ -30,7 +30,7 @@ CAPTIONS = {
     # Of the review: title, filters, columns, classes, causes, and what is in order
     "Review and send", "Review and send...", "Review...", "1 change", "%1 changes", "Search in name, block and tag",
     "Show", "All", "Conflicts", "Failed", "Accepted", "ReviewTicked", "ReviewName", "ReviewBlock", "ReviewHeld",
-    "ReviewValue", "ReviewState", "ReviewCause", "ReviewClass", "ReviewTag", "changed", "accepted", "typed", "chosen",
+    "ReviewValue", "ReviewState", "ReviewCause", "ReviewClass", "ReviewTag", "changed", "typed", "chosen",
     "pasted", "loaded", "followed from %1", "setting", "calibration", "line", "command", "measured", "Go to cause",
     # Of the traffic window: title and buttons, columns and fields, what a line is, functions, and what is in order
     "Traffic", "&Pause", "&Continue", "Details",
@@ -42,6 +42,8 @@ CAPTIONS = {
     # Of the history window: columns, the choice of all days, the line
     "HistoryTime", "Outcome", "Parameter", "Old value", "New value", "Tag", "Cause", "Device", "Model", "User",
     "All days", "%1, slave %2",
+    # Of the window of backups: its columns
+    "BackupTime", "Model", "Cause", "Differences",
 }
 # Texts that the language files hold but that no window shows.
 NOT_SHOWN = {"Nothing"}

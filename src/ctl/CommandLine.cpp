@@ -26,6 +26,7 @@ Commands:
   compare FILE          print what differs between a parameter file and the controller
   compare FILE FILE2    the same for two parameter files; needs no controller
   history               print what was written to controllers, the oldest first; needs no controller
+  backups [MODEL]       list what was kept before each write, the newest first; of one model or of all
   check-definitions [MODEL]...
                         check the definition files of these models, or of all; print what is wrong with them
 
@@ -82,6 +83,7 @@ constexpr CommandForm kCommands[] = {
     {u"write", Command::Write, 1, 1, u"one parameter file"},
     {u"compare", Command::Compare, 1, 2, u"one or two parameter files"},
     {u"history", Command::History, 0, 0, u"options only"},
+    {u"backups", Command::Backups, 0, 1, u"one model code or model string, or none for all"},
     {u"check-definitions", Command::CheckDefinitions, 0, kAnyNumber, u"model codes, or none for all"},
 };
 

@@ -20,7 +20,8 @@ enum class Command {
     Set,
     Write,
     Compare,
-    History
+    History,
+    Backups
 };
 
 // What the user asked for. An option that was left out has no value: then the main settings file decides.

@@ -1,3 +1,4 @@
+#include "BackupsCommand.h"
 #include "CheckCommand.h"
 #include "CommandLine.h"
 #include "ConsoleProgress.h"
@@ -81,6 +82,8 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
         return listPorts(program.ports());
     if (line.command == Command::History)
         return showHistory(program, line);
+    if (line.command == Command::Backups)
+        return listBackups(program, line);
     if (line.command == Command::CheckDefinitions)
         return checkDefinitions(program, line);
     if (line.command == Command::Detect)

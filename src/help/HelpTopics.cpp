@@ -46,6 +46,7 @@ constexpr HelpTopicRow kRows[] = {
     {u"frmMessageBox", u"", u"messages.html", u"messages"},
     {u"frmProgbar", u"", u"windows.html", u"progress"},
     {u"frmShowVersion", u"", u"windows.html", u"version"},
+    {u"frmBackups", u"", u"files.html", u"backups"},
     {u"frmTraffic", u"", u"windows.html", u"traffic"},
     {u"HelpWindow", u"", u"windows.html", u"help"},
     {u"QFileDialog", u"", u"files.html", u"parameter-files"},

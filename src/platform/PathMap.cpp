@@ -107,6 +107,11 @@ qint64 PathMap::fileSize(const QString& desktopPath) const
     return fileExists(desktopPath) ? QFileInfo(toMachine(desktopPath)).size() : 0;
 }
 
+QDateTime PathMap::lastChanged(const QString& desktopPath) const
+{
+    return fileExists(desktopPath) ? QFileInfo(toMachine(desktopPath)).lastModified() : QDateTime();
+}
+
 bool PathMap::isReadable(const QString& desktopPath) const
 {
     return fileExists(desktopPath) && QFileInfo(toMachine(desktopPath)).isReadable();

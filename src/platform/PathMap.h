@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -33,8 +34,9 @@ public:
     // The desktop path of an absolute machine path, by the longest mounted folder.
     QString toDesktop(const QString& machinePath) const;
 
-    bool fileExists(const QString& desktopPath) const; // exists and is not a folder
-    qint64 fileSize(const QString& desktopPath) const; // bytes; 0 for what is no file
+    bool fileExists(const QString& desktopPath) const;       // exists and is not a folder
+    qint64 fileSize(const QString& desktopPath) const;       // bytes; 0 for what is no file
+    QDateTime lastChanged(const QString& desktopPath) const; // not valid for what is not there
     bool isReadable(const QString& desktopPath) const;
     bool dirExists(const QString& desktopPath) const;
     [[nodiscard]] bool

@@ -13,6 +13,8 @@ namespace {
 const QString kInfo = QStringLiteral("Info");
 const QString kData = QStringLiteral("Data");
 const QString kModel = QStringLiteral("MODEL");
+const QString kSaveDate = QStringLiteral("SaveDate");
+const QString kComment = QStringLiteral("Comment");
 
 // Whether a text can be the stored value of the item. A text item takes any; an empty one means "no value"; what the
 // definition itself gives was saved as it is.
@@ -41,11 +43,11 @@ platform::Result<> ParameterFile::save(const ParameterSet& set, const QString& c
     };
     put(kInfo, kModel, set.modelString);
     put(kInfo, QStringLiteral("OffLine"), isOffLine ? QStringLiteral("True") : QStringLiteral("False"));
-    put(kInfo, QStringLiteral("SaveDate"), machine.clock.now().toString(QStringLiteral("yyyy/MM/dd HH:mm:ss")));
+    put(kInfo, kSaveDate, machine.clock.now().toString(ParameterFileInfo::kDateForm));
     put(kInfo, QStringLiteral("SoftwareVersion"), ProgramVersion::current().plain());
     put(kInfo, QStringLiteral("LangugeFile"), m_library.context().languageFile);
     if (!comment.isEmpty())
-        put(kInfo, QStringLiteral("Comment"), comment);
+        put(kInfo, kComment, comment);
     for (const auto& [tag, value] : set.values)
         put(kData, tag, value);
     // Without its commit the batch leaves the file as it was.
@@ -70,12 +72,26 @@ QString ParameterFile::readError() const
                         : m_library.tranStr(QStringLiteral("The file was not loaded: %1")).arg(outcome.error());
 }
 
-QString ParameterFile::modelString() const
+QString ParameterFile::infoOf(const QString& key) const
 {
     clsINI ini(m_library.context());
     ini.setIniPath(m_library.GetDirName(m_fileName));
     ini.setIniFileOrNone(m_library.GetFileTitle(m_fileName));
-    return ini.GetIniData(kInfo, kModel, QString(), true);
+    return ini.GetIniData(kInfo, key, QString(), true);
+}
+
+QString ParameterFile::modelString() const
+{
+    return infoOf(kModel);
+}
+
+platform::Result<ParameterFileInfo> ParameterFile::info() const
+{
+    const QString error = readError();
+    if (!error.isEmpty())
+        return platform::Failure{error};
+    const QDateTime savedAt = QDateTime::fromString(infoOf(kSaveDate), ParameterFileInfo::kDateForm);
+    return ParameterFileInfo{modelString(), savedAt, infoOf(kComment)};
 }
 
 ParameterLoad ParameterFile::read(const ModelData& model, ParameterSet& set) const

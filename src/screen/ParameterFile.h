@@ -3,6 +3,7 @@
 #include "ParameterSet.h"
 #include "Result.h"
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
@@ -25,6 +26,16 @@ struct ParameterLoad
     QStringList outsideLimits; // tags whose value is taken, although it is outside its limits
 };
 
+// What a parameter file says of itself.
+struct ParameterFileInfo
+{
+    static inline const QString kDateForm = QStringLiteral("yyyy/MM/dd HH:mm:ss");
+
+    QString modelString; // empty: the file is no parameter file
+    QDateTime savedAt;   // not valid when the file does not say it
+    QString comment;     // a line for a person; empty for none
+};
+
 // A parameter data file, in INI syntax: section "Info" tells what it belongs to, section "Data" holds the stored value
 // of each tag. Saving replaces the file as a whole or leaves it as it was; keys that are not this program's survive.
 class ParameterFile
@@ -38,10 +49,12 @@ public:
 
     // The values of the file for the items of a model; the outcome says whether they may be used.
     ParameterLoad read(const ModelData& model, ParameterSet& set) const;
-    // The same without a model: what the file says of itself.
+    // The same without a model: what the file says of itself. Fails when it cannot be read.
+    platform::Result<ParameterFileInfo> info() const;
     QString modelString() const;
 
 private:
+    QString infoOf(const QString& key) const;
     QString readError() const; // why the file cannot be read; empty when it can
 
     clsLibrary& m_library;

@@ -4,6 +4,7 @@
 #include "ProgramFixture.h"
 #include "SelectionWindows.h"
 #include "VisibleText.h"
+#include "frmBackups.h"
 #include "frmComSet.h"
 #include "frmHistory.h"
 #include "frmMessageBox.h"
@@ -85,6 +86,9 @@ protected:
         for (const char* table : {"InputRangeC", "InputRangeK", "AlarmType", "EventType", "DigitalInput"})
             EXPECT_TRUE(selections.open({}, table, window.get(), false)) << table;
         frmMessageBox box(library);
+        clsKX kx(library);
+        frmBackups backups(kx, {});
+        backups.show();
         window->getDataFromKX();
         EXPECT_EQ(asked.texts.size(), 1) << qPrintable(asked.texts.join(u'|'));
         platform::HelpWindow help(library.translation());

@@ -23,8 +23,14 @@ TEST_F(SimulatedCtl, WriteChangesExactlyTheBytesOfTheValueAndCanBeUndone)
     EXPECT_EQ(changedMemory(), "MEM 8102 01|MEM 8103 0E|MEM 8406 04");
     const QDir backup(path("config/Vorlan/Backup"));
     ASSERT_EQ(backup.entryList(QDir::Files).size(), 1);
-    expectPrints("write|" + backup.filePath(backup.entryList(QDir::Files).first()), "");
+    const QString file = backup.filePath(backup.entryList(QDir::Files).first());
+    expectPrints("write|" + file, "");
     EXPECT_EQ(changedMemory(), "");
+    ASSERT_TRUE(run("backups KX410 --as csv") == Done && errors.isEmpty()) << errors.toStdString();
+    EXPECT_TRUE(output.count('\n') == 3 && output.endsWith((',' + file + "\r\n").toUtf8())) << output.toStdString();
+    ASSERT_TRUE(QFile::resize(file, 0));
+    EXPECT_EQ(run("backups KX62012345-20B --as json"), Done);
+    EXPECT_TRUE(output == "[]\n" && errors.contains("cannot be read as backups: 1")) << errors.toStdString();
 }
 
 TEST_F(SimulatedCtl, CompareListsWhatDiffers)

@@ -107,10 +107,6 @@ PROGRAM_TEXTS = (
     ("changed", "変更あり"),
     ("cannot be sent", "送信できません"),
     ("conflict", "競合"),
-    ("not sent", "未送信"),
-    ("not accepted", "受理されませんでした"),
-    ("failed", "失敗"),
-    ("accepted", "受理されました"),
     ("%1: the controller held %2 before", "%1：変更時の機器の値は%2でした"),
     ("%1: the controller keeps %2", "%1：機器の値は%2のままです"),
     ("outside its limits or no choice", "設定範囲外か、選択肢にない値です"),
@@ -349,6 +345,11 @@ PROGRAM_TEXTS = (
     ("damaged lines left out: %1", "除外した壊れた行: %1"),
     ("%1 cannot be read", "%1 を読めません"),
     # Version
+    # Backups
+    ("BackupTime", "日時"),
+    ("Differences", "相違"),
+    ("%1 backups", "バックアップ %1件"),
+    ("%1 files cannot be read", "読めないファイル %1件"),
     ("Vorlant", "Vorlant"),
     ("VersionInfo", "バージョン情報"),
     ("Ver.", "Ver."),
@@ -373,6 +374,7 @@ ENGLISH_WORDING = {
     "ReviewCause": "Cause",
     "ReviewClass": "Class",
     "ReviewTag": "Tag",
+    "BackupTime": "Time",
     "TrafficDirection": "Direction",
     "HistoryTime": "Time",
 }
@@ -388,6 +390,7 @@ FORM_TEXTS = {
     "frmReview": [("Caption", "Review and send", "変更の確認と送信")],
     "frmTraffic": [("Caption", "Traffic", "通信モニタ")],
     "frmHistory": [("Caption", "History", "書き込み履歴")],
+    "frmBackups": [("Caption", "Backups", "バックアップ")],
     "frmShowVersion": [("Caption", "Version", "バージョン情報")],
     "Caption": [
         ("frmMain-FileMenu-0", "&File", "ファイル(&F)"),
@@ -477,6 +480,11 @@ FORM_TEXTS = {
         ("frmHistory-Command1-0", "C&opy", "コピー(&O)"),
         ("frmHistory-Command1-1", "&Reload", "再読み込み(&R)"),
         ("frmHistory-Command1-2", "&Close", "閉じる(&C)"),
+        ("frmBackups-Command1-0", "&Load as changes", "変更として読み込む(&L)"),
+        ("frmBackups-Command1-1", "C&opy", "コピー(&O)"),
+        ("frmBackups-Command1-2", "&Reload", "一覧を更新(&R)"),
+        ("frmBackups-Command1-3", "Clo&se", "閉じる(&S)"),
+        ("frmBackups-Check1-0", "&This model only", "この形式コードのみ表示(&T)"),
     ],
     "ToolTipText": [
         *[(f"frmMain-tlbMain-0-Button{i}", english, japanese) for i, (english, japanese) in enumerate((

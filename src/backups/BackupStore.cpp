@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <map>
 
 namespace {
 
@@ -28,7 +29,7 @@ QString fileStem(const QString& modelString)
         const bool isPlain = c.unicode() < 0x80 && (c.isLetterOrNumber() || c == u'-');
         stem += isPlain ? c : QChar(u'_');
     }
-    return stem + u'_';
+    return stem;
 }
 
 } // namespace
@@ -48,7 +49,7 @@ platform::Result<> BackupStore::keep(const ParameterSet& set, const QString& ext
     if (!kept.empty() && holds(kept.back(), set))
         return {};
     const QString number = QString::number(kept.empty() ? 1 : kept.back().number + 1).rightJustified(kDigits, u'0');
-    const QString name = fileStem(set.modelString) + number + u'_' + stamp + u'.' + plainExtension(extension);
+    const QString name = fileStem(set.modelString) + u'_' + number + u'_' + stamp + u'.' + plainExtension(extension);
     platform::Result<> saved = ParameterFile(m_library, folder() + u'\\' + name).save(set, comment);
     if (saved.ok())
         removeOld(set.modelString);
@@ -56,21 +57,62 @@ platform::Result<> BackupStore::keep(const ParameterSet& set, const QString& ext
 }
 
 // Oldest first. The number of the name gives the order, whatever the clock said; names without one are older.
-std::vector<BackupStore::Backup> BackupStore::backupsOf(const QString& modelString) const
+std::vector<BackupStore::Backup> BackupStore::all() const
 {
-    static const QRegularExpression kRest(
-        QStringLiteral("^(?:([0-9]{%1,15})_)?[0-9]{8}-[0-9]{6}-[0-9]{3}\\.").arg(kDigits));
-    const QString stem = fileStem(modelString);
+    static const QRegularExpression kName(
+        QStringLiteral("^(.*?)_(?:([0-9]{%1,15})_)?([0-9]{8}-[0-9]{6}-[0-9]{3})\\.").arg(kDigits));
     std::vector<Backup> backups;
     const QStringList files = m_library.context().machine.paths.filesIn(folder());
     for (const QString& file : files) {
-        const auto rest = kRest.match(file.startsWith(stem) ? file.mid(stem.size()) : QString());
-        if (rest.hasMatch())
-            backups.push_back({rest.captured(1).toLongLong(), file});
+        const auto name = kName.match(file);
+        if (name.hasMatch())
+            backups.push_back({name.captured(1), name.captured(2).toLongLong(), name.captured(3), file});
     }
     std::stable_sort(backups.begin(), backups.end(),
                      [](const Backup& left, const Backup& right) { return left.number < right.number; });
     return backups;
+}
+
+std::vector<BackupStore::Backup> BackupStore::backupsOf(const QString& modelString) const
+{
+    std::vector<Backup> backups = all();
+    const QString stem = fileStem(modelString);
+    std::erase_if(backups, [&stem](const Backup& backup) { return backup.stem != stem; });
+    return backups;
+}
+
+// backups: oldest first. Of the models' newest ones that with the latest stamp is next.
+std::vector<BackupStore::Backup> BackupStore::newestFirst(const std::vector<Backup>& backups)
+{
+    std::map<QString, std::vector<Backup>> models;
+    for (const Backup& backup : backups)
+        models[backup.stem].push_back(backup);
+    std::vector<Backup> ordered;
+    while (!models.empty()) {
+        const auto next = std::max_element(models.begin(), models.end(), [](const auto& left, const auto& right) {
+            return left.second.back().stamp < right.second.back().stamp;
+        });
+        ordered.push_back(next->second.back());
+        next->second.pop_back();
+        if (next->second.empty())
+            models.erase(next);
+    }
+    return ordered;
+}
+
+// Names stand for models of like strings too: the file tells which one it is.
+BackupList BackupStore::list(const QString& modelString) const
+{
+    BackupList list;
+    for (const Backup& backup : newestFirst(modelString.isEmpty() ? all() : backupsOf(modelString))) {
+        const QString file = folder() + u'\\' + backup.file;
+        const platform::Result<ParameterFileInfo> info = ParameterFile(m_library, file).info();
+        if (!info.ok() || info.value().modelString.isEmpty())
+            ++list.unreadable;
+        else if (modelString.isEmpty() || info.value().modelString == modelString)
+            list.entries.push_back({file, info.value().savedAt, info.value().modelString, info.value().comment});
+    }
+    return list;
 }
 
 bool BackupStore::holds(const Backup& backup, const ParameterSet& set) const
