@@ -28,8 +28,8 @@ CAPTIONS = {
     "Back", "Forward", "Contents", "Find", "Find:", "Print...", "Larger", "Smaller", "Previous", "Next",
     "Not found on this page",
     # Of the review: title, filters, columns, classes, causes, and what is in order
-    "Review and send", "Review and send...", "Review...", "1 change", "%1 changes", "Search in name, block and tag",
-    "Show", "All", "Conflicts", "Failed", "Accepted", "ReviewTicked", "ReviewName", "ReviewBlock", "ReviewHeld",
+    "Review and send", "Review and send...", "Backups...", "History...", "Review...", "1 change", "%1 changes", "Search in name, block and tag",
+    "Show", "ReviewAll", "ReviewConflicts", "ReviewFailed", "ReviewAccepted", "ReviewTicked", "ReviewName", "ReviewBlock", "ReviewHeld",
     "ReviewValue", "ReviewState", "ReviewCause", "ReviewClass", "ReviewTag", "changed", "typed", "chosen",
     "pasted", "loaded", "followed from %1", "setting", "calibration", "line", "command", "measured", "Go to cause",
     # Of the traffic window: title and buttons, columns and fields, what a line is, functions, and what is in order

@@ -1,5 +1,6 @@
 #include "ParameterFiles.h"
 
+#include "CellEditor.h"
 #include "HeldValue.h"
 #include "MessagePresenter.h"
 #include "ParameterFile.h"
@@ -113,6 +114,21 @@ void ParameterFiles::reportLoad()
         lines << library.tranStr(QStringLiteral("Not in the file: %1")).arg(load.missing.join(u", "));
     if (!lines.isEmpty())
         m_questions.showMessage(lines.join(u'\n'), MessageStyle::kExclamation);
+}
+
+void ParameterFiles::loadAsChanges(const ParameterSet& set, CellEditor& editor, MainState state)
+{
+    if (!mayOpen(state))
+        return;
+    QStringList names;
+    const QStringList refused = editor.enterSet(set.values);
+    for (const QString& tag : refused)
+        names << m_program.library().tranStr(m_kx.getDataByTag(tag)->nameOrTag());
+    if (!names.isEmpty())
+        m_questions.showMessage(m_program.library()
+                                    .tranStr(QStringLiteral("Outside their limits, so not loaded: %1"))
+                                    .arg(names.join(QStringLiteral(", "))),
+                                MessageStyle::kExclamation);
 }
 
 void ParameterFiles::saveDataFile()

@@ -9,6 +9,7 @@
 
 #include <functional>
 
+class CellEditor;
 class MessagePresenter;
 class ProgramContext;
 class clsKX;
@@ -31,6 +32,8 @@ public:
     void openDataFile(MainState state);
     void openRecent(const QString& file, MainState state); // machine path
     void saveDataFile();
+    // The values of a backup become changes, as one step of undo; nothing is sent.
+    void loadAsChanges(const ParameterSet& set, CellEditor& editor, MainState state);
     // How many values would be lost with what the grid holds: on-line those that were not sent, off-line those that
     // are not in the file that the grid stands for.
     int changes() const;

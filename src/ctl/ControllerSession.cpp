@@ -133,6 +133,11 @@ CommandResult ControllerSession::writeResult() const
                       QStringLiteral("nothing was written, because what the controller holds cannot be kept: %1; "
                                      "correct that, or repeat with --no-backup")
                           .arg(m_engine->backupError()));
+    if (!m_engine->journalError().isEmpty() && report.outcome == WriteOutcome::Declined)
+        return failed(ExitStatus::BadFile,
+                      QStringLiteral("nothing was written, because it cannot be entered in the history: %1; correct "
+                                     "that, or repeat with --no-backup")
+                          .arg(m_engine->journalError()));
     if (report.outcome != WriteOutcome::Complete)
         return failed(ExitStatus::NoAnswer, QStringLiteral("%1: the write did not come to its end; %2")
                                                 .arg(m_controlLink.text(), m_messages.lastNotice()));

@@ -15,7 +15,8 @@ TransferEngine::TransferEngine(const Parts& parts, QObject* parent)
       m_write({parts.kx, parts.settings, parts.questions, parts.progress, parts.controller, m_channel}, m_read,
               [this](const QString& cause, const QVector<SentParameter>& parameters) {
                   return beforeFirstFrame(cause, parameters);
-              })
+              }),
+      m_journal(parts.kx, parts.controller)
 {}
 
 // What is going on, for as long as it lives.
@@ -93,6 +94,8 @@ bool TransferEngine::write(const std::function<bool()>& send, bool readBack)
 {
     if (!mayBegin())
         return false;
+    m_backupError.clear();
+    m_journalError.clear();
     bool sent = false;
     bool isWrongModel = false;
     bool isLineLost = false;
@@ -108,6 +111,7 @@ bool TransferEngine::write(const std::function<bool()>& send, bool readBack)
             m_parts.kx.refreshSpread(false, nullptr);
         }
     }
+    completeJournal();
     Q_EMIT written();
     if (isLineLost)
         reportLostLine();
@@ -134,16 +138,47 @@ void TransferEngine::reportLostLine()
 
 bool TransferEngine::beforeFirstFrame(const QString& cause, const QVector<SentParameter>& parameters)
 {
-    Q_UNUSED(parameters);
-    return keepHeldSet(cause);
+    if (m_parts.settings.m_bComm)
+        return true;
+    return keepHeldSet(cause) && beginJournal(cause, parameters);
+}
+
+// What cannot be kept is told before the first frame.
+bool TransferEngine::mayGoWithout(const QString& question, const QString& error)
+{
+    if (m_backup == Backup::Required)
+        return false;
+    const QString text = m_parts.kx.library().tranStr(question).arg(error);
+    return m_backup == Backup::None ||
+           m_parts.questions.showMessage(text, MessageStyle::kYesNoExclamation) == MessageResult::kYes;
+}
+
+bool TransferEngine::beginJournal(const QString& cause, const QVector<SentParameter>& parameters)
+{
+    m_journalError = m_journal.begin(cause, m_parts.link.device(), parameters).error();
+    if (m_journalError.isEmpty())
+        return true;
+    m_parts.kx.logError(m_journalError);
+    return mayGoWithout(QStringLiteral("The write cannot be entered in the history: %1vbCrLfWrite all the same?"),
+                        m_journalError);
+}
+
+void TransferEngine::completeJournal()
+{
+    const platform::Result<> completed = m_journal.complete(lastWrite());
+    if (completed.ok())
+        return;
+    m_parts.kx.logError(completed.error());
+    const QString text =
+        m_parts.kx.library().tranStr(QStringLiteral("The result of the write cannot be entered in the history: %1"));
+    m_parts.questions.showMessage(text.arg(completed.error()), MessageStyle::kExclamation);
 }
 
 // True when the write may go on: the set is kept, there is none, or the user does without.
 bool TransferEngine::keepHeldSet(const QString& cause)
 {
-    m_backupError.clear();
     const ParameterSet set = heldSet(m_parts.kx.data());
-    if (m_backup == Backup::None || set.values.isEmpty() || m_parts.settings.m_bComm)
+    if (m_backup == Backup::None || set.values.isEmpty())
         return true;
     clsLibrary& library = m_parts.kx.library();
     const uclComm& link = m_parts.link;
@@ -153,12 +188,9 @@ bool TransferEngine::keepHeldSet(const QString& cause)
                                 .arg(link.device())
                                 .arg(m_parts.controller.slaveAddress());
     m_backupError = BackupStore(library).keep(set, m_parts.kx.Ext(), comment).error();
-    if (m_backupError.isEmpty() || m_backup == Backup::Required)
-        return m_backupError.isEmpty();
-    const QString question =
-        library.tranStr(QStringLiteral("The parameters last read cannot be kept: %1vbCrLfWrite all the same?"))
-            .arg(m_backupError);
-    return m_parts.questions.showMessage(question, MessageStyle::kYesNoExclamation) == MessageResult::kYes;
+    return m_backupError.isEmpty() ||
+           mayGoWithout(QStringLiteral("The parameters last read cannot be kept: %1vbCrLfWrite all the same?"),
+                        m_backupError);
 }
 
 // Only what was written is shown anew: changes in other blocks are not lost. A write of all has no blocks of its own.

@@ -6,6 +6,7 @@
 #include "ReadTransfer.h"
 #include "RequestChannel.h"
 #include "TransferReports.h"
+#include "WriteJournal.h"
 #include "WriteTransfer.h"
 #include "clsKX.h"
 
@@ -55,6 +56,8 @@ public:
     enum class Backup { AskWithout, Required, None };
     void setBackup(Backup backup) { m_backup = backup; }
     const QString& backupError() const { return m_backupError; } // of the last write
+    // Each write is entered in the journal before its first frame; where that fails the same rule holds.
+    const QString& journalError() const { return m_journalError; } // of the last write
     // Writes a block with its relay blocks; with readBack the written blocks are read back and shown.
     void writeBlock(const clsBlock& block, bool readBack);
     // Writes a block (null: none) with its relay blocks, then one parameter at once, under one question and report.
@@ -89,6 +92,9 @@ private:
     std::vector<clsKXAdr> imageCopies() const;
     bool keepHeldSet(const QString& cause);
     bool beforeFirstFrame(const QString& cause, const QVector<SentParameter>& parameters);
+    bool mayGoWithout(const QString& question, const QString& error);
+    bool beginJournal(const QString& cause, const QVector<SentParameter>& parameters);
+    void completeJournal();
     void readBackAfterWrite();
     void showSettingsWhereNeeded(bool isWrongModel);
 
@@ -99,4 +105,6 @@ private:
     Activity m_activity = Activity::Idle;
     Backup m_backup = Backup::AskWithout;
     QString m_backupError;
+    WriteJournal m_journal;
+    QString m_journalError;
 };

@@ -1,29 +1,46 @@
 #pragma once
 
+#include "Journal.h"
+
 #include <QObject>
 #include <functional>
 #include <memory>
 
 class ProgramContext;
 class QWidget;
+class clsKX;
+class frmBackups;
+class frmHistory;
 class frmOption;
 class frmShowVersion;
 class frmTraffic;
+struct ParameterSet;
 
-// The windows that the main window opens beside itself, each made at its first use: options, version, traffic. The
-// program and the window are kept, not owned.
+// The windows that the main window opens beside itself, each made at its first use: options, version, traffic,
+// history, backups. All parts are kept, not owned.
 class MainDialogs : public QObject
 {
     Q_OBJECT
 
 public:
-    // mayReload: whether options may be stored that have the model loaded anew.
-    MainDialogs(ProgramContext& program, QWidget& window, std::function<bool()> mayReload);
+    struct Parts
+    {
+        ProgramContext& program;
+        QWidget& window;
+        clsKX& kx;
+        std::function<bool()> mayReload; // whether options may be stored that have the model loaded anew
+        std::function<void(const ParameterSet& set)> loadBackup;
+    };
+
+    explicit MainDialogs(Parts parts);
     ~MainDialogs() override;
 
     void showOption();
     void showVersion();
     void showTraffic();
+    void showHistory();
+    void showBackups();
+    void refresh(); // the grid or the controller holds other values
     // Those that stay open, in the language in use.
     void translate();
     void close();
@@ -33,10 +50,11 @@ Q_SIGNALS:
     void optionsStored();
 
 private:
-    ProgramContext& m_program;
-    QWidget& m_window;
-    std::function<bool()> m_mayReload;
+    Parts m_parts;
+    Journal m_journal;
     std::unique_ptr<frmOption> m_option;
     std::unique_ptr<frmShowVersion> m_version;
     std::unique_ptr<frmTraffic> m_traffic;
+    std::unique_ptr<frmHistory> m_history;
+    std::unique_ptr<frmBackups> m_backups;
 };

@@ -18,6 +18,7 @@ MainMenus::MainMenus(QMenuBar& bar)
     save->setShortcut(QKeySequence::Save);
     recent = keep(file->addMenu(QStringLiteral("Recent files")), QStringLiteral("RecentMenu"));
     clearRecent = addItem(recent, QStringLiteral("mnuRecent"), 0, QStringLiteral("Clear the list"));
+    backups = addItem(file, QStringLiteral("mnuFile"), 3, QStringLiteral("Backups..."));
     file->addSeparator();
     exit = addItem(file, QStringLiteral("mnuFile"), 2, QStringLiteral("Exit"));
     exit->setShortcut(QKeySequence::Quit);
@@ -44,6 +45,8 @@ MainMenus::MainMenus(QMenuBar& bar)
     kx->addSeparator();
     traffic = addItem(kx, QStringLiteral("mnuKX"), 3, QStringLiteral("Traffic"));
     traffic->setShortcut(Qt::CTRL | Qt::Key_T);
+    history = addItem(kx, QStringLiteral("mnuKX"), 5, QStringLiteral("History..."));
+    history->setShortcut(Qt::CTRL | Qt::Key_H);
     QMenu* settings = addMenu(bar, QStringLiteral("OptionMenu"));
     option = addItem(settings, QStringLiteral("mnuOption"), 0, QStringLiteral("Option"));
     option->setShortcut(Qt::CTRL | Qt::Key_Comma);

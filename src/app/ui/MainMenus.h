@@ -32,6 +32,8 @@ public:
     QAction* recv = nullptr;
     QAction* send = nullptr;
     QAction* review = nullptr;
+    QAction* history = nullptr;
+    QAction* backups = nullptr;
     QAction* traffic = nullptr;
     QAction* option = nullptr;
     QAction* help = nullptr;

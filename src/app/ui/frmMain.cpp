@@ -8,6 +8,7 @@
 #include "GridMenu.h"
 #include "HelpFiles.h"
 #include "HelpKey.h"
+#include "InterruptedWrites.h"
 #include "LastState.h"
 #include "MainMenus.h"
 #include "MainStatus.h"
@@ -71,6 +72,7 @@ void frmMain::start()
     const FolderNotices& notices = m_program.folderNotices();
     for (const FolderNotice& notice : notices)
         m_questions->showMessage(notice.in(m_program.library().tranStr(notice.text)), MessageStyle::kExclamation);
+    tellInterruptedWrites(m_program, *m_questions);
     if (!m_program.settings().m_bComm || m_controller.model().isEmpty())
         QMetaObject::invokeMethod(m_comm.get(), &CommSettings::show, Qt::QueuedConnection);
 }
@@ -88,7 +90,9 @@ void frmMain::setupParts()
     m_selections = std::make_unique<SelectionWindows>(m_program.library(), *m_editor);
     m_selections->Logs(m_program.errorLog(), m_program.traceLog());
     m_clipboard = std::make_unique<CellClipboard>(*m_editor);
-    m_dialogs = std::make_unique<MainDialogs>(m_program, *this, [this] { return m_files->mayDiscard(); });
+    m_dialogs = std::make_unique<MainDialogs>(
+        MainDialogs::Parts{m_program, *this, m_clsKX, [this] { return m_files->mayDiscard(); },
+                           [this](const ParameterSet& set) { m_files->loadAsChanges(set, *m_editor, state()); }});
     m_help = std::make_unique<HelpKey>(
         HelpKey::Parts{m_program.machine().paths, m_program.library().translation(), [this] { return helpFile(); }});
 }
@@ -116,11 +120,8 @@ void frmMain::setupFiles()
     m_comm = std::make_unique<CommSettings>(
         CommSettings::Parts{m_program, m_controller, m_uclComm1, *m_engine, m_clsKX, *this, *m_files});
     m_files->setChooser([this](const FileQuestion& question) { return chooseFile(this, question); });
-    m_review = std::make_unique<MainReview>(
-        MainReview::Parts{m_program, m_controller, *m_engine, m_clsKX, *m_editor, m_pages->sheet(), *m_progress});
     m_files->setReview([this] { m_review->show(); });
     connect(m_files.get(), &ParameterFiles::loaded, m_editor.get(), &CellEditor::clear);
-    connect(m_files.get(), &ParameterFiles::loaded, m_review.get(), &MainReview::refresh);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showTitle);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::enableRecent);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, [this] { m_status->showData(); });
@@ -128,6 +129,9 @@ void frmMain::setupFiles()
 
 void frmMain::connectParts()
 {
+    m_review = std::make_unique<MainReview>(
+        MainReview::Parts{m_program, m_controller, *m_engine, m_clsKX, *m_editor, m_pages->sheet(), *m_progress});
+    connect(m_files.get(), &ParameterFiles::loaded, m_review.get(), &MainReview::refresh);
     connect(m_progress.get(), &ProgressDialogView::cancelled, this, &frmMain::ProgCancel);
     connect(m_engine.get(), &TransferEngine::readEnded, this, &frmMain::afterRead);
     connect(m_engine.get(), &TransferEngine::written, this, &frmMain::afterWrite);
@@ -146,7 +150,10 @@ void frmMain::connectParts()
         m_status->showLink();
         m_review->refresh();
     });
-    connect(m_review.get(), &MainReview::changed, this, [this] { m_stbMain->setChangesText(m_review->changesText()); });
+    connect(m_review.get(), &MainReview::changed, this, [this] {
+        m_stbMain->setChangesText(m_review->changesText());
+        m_dialogs->refresh();
+    });
     connect(m_stbMain, &MainStatusBar::changesClicked, this, &frmMain::showReview);
     connect(m_stbMain, &MainStatusBar::writeClicked, this, &frmMain::showWriteDetails);
 }
@@ -165,6 +172,8 @@ void frmMain::connectMenus()
     connect(m_menus->comm, &QAction::triggered, this, &frmMain::showCommSetting);
     connect(m_menus->recv, &QAction::triggered, this, [this] { getDataFromKX(); });
     connect(m_menus->review, &QAction::triggered, this, &frmMain::showReview);
+    connect(m_menus->history, &QAction::triggered, m_dialogs.get(), &MainDialogs::showHistory);
+    connect(m_menus->backups, &QAction::triggered, m_dialogs.get(), &MainDialogs::showBackups);
     connect(m_menus->traffic, &QAction::triggered, this, &frmMain::showTraffic);
     connect(m_menus->option, &QAction::triggered, this, &frmMain::showOption);
     connect(m_menus->version, &QAction::triggered, this, &frmMain::showVersion);

@@ -71,6 +71,8 @@ public:
     void showOption() { m_dialogs->showOption(); }
     void showVersion() { m_dialogs->showVersion(); }
     void showTraffic() { m_dialogs->showTraffic(); }
+    void showHistory() { m_dialogs->showHistory(); }
+    void showBackups() { m_dialogs->showBackups(); }
     void showReview() { m_review->show(); }
     // For a process that is asked to end: a running transfer is given up and nobody is asked.
     void closeWithoutQuestion() { m_closing->closeUnasked(*this); }

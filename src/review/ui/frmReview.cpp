@@ -24,7 +24,7 @@ namespace {
 const QString kReviewForm = QStringLiteral("frmReview");
 const std::vector<double> kReviewWidths{30, 22, 16, 16, 34, 20, 12, 12}; // average characters
 constexpr QSize kReviewSize(165, 32);                                    // average characters and lines
-constexpr const char* kFilters[] = {"All", "Conflicts", "Failed", "Accepted"};
+constexpr const char* kFilters[] = {"ReviewAll", "ReviewConflicts", "ReviewFailed", "ReviewAccepted"};
 
 } // namespace
 
