@@ -29,7 +29,7 @@ public:
     Counts counts() const;
 
 protected:
-    bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
+    bool filterAcceptsRow(int number, const QModelIndex& parent) const override;
     bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
 
 private:

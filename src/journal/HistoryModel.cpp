@@ -130,7 +130,7 @@ QString HistoryModel::plainText(const HistoryRow& row, int column) const
     case kCause:
         return row.entry->cause;
     case kDevice:
-        return m_deviceForm.arg(row.entry->device, QString::number(row.entry->slave));
+        return deviceText(*row.entry);
     case kModel:
         return row.entry->model;
     case kUser:
@@ -138,6 +138,12 @@ QString HistoryModel::plainText(const HistoryRow& row, int column) const
     default:
         return {};
     }
+}
+
+// Empty for a write whose begin is lost.
+QString HistoryModel::deviceText(const JournalEntry& entry) const
+{
+    return entry.device.isEmpty() ? QString() : m_deviceForm.arg(entry.device, QString::number(entry.slave));
 }
 
 QString HistoryModel::copyText(int number) const

@@ -27,7 +27,7 @@ public:
     bool isLess(int left, int right, int column) const;
 
     // One row as tab separated text, and the line of captions above it.
-    QString copyText(int row) const;
+    QString copyText(int number) const;
     QString copyCaptions() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -39,6 +39,7 @@ private:
     void translateWords();
     QString text(const HistoryRow& row, int column) const;
     QString plainText(const HistoryRow& row, int column) const;
+    QString deviceText(const JournalEntry& entry) const;
 
     TranslateText m_tran;
     QHash<QString, QString> m_words; // outcomes in the language in use, by the English ones

@@ -56,7 +56,7 @@ QByteArray asLine(const QJsonObject& object)
 QVector<JournalParameter> parametersOf(const QJsonObject& line)
 {
     QVector<JournalParameter> parameters;
-    for (const QJsonValue& value : line.value(kParameters).toArray())
+    for (const auto& value : line.value(kParameters).toArray())
         parameters.append({value[kTag].toString(), value[kName].toString(), value[kOld].toString(),
                            value[kNew].toString(), value[kOutcome].toString()});
     return parameters;

@@ -41,7 +41,7 @@ public:
     int damagedLines() const { return m_damagedLines; }
 
 private:
-    bool addLine(const QByteArray& line);
+    bool addLine(const QByteArray& text);
     bool addBegun(const QString& id, const QDateTime& time, const QJsonObject& line);
     bool addCompleted(const QString& id, const QDateTime& time, const QJsonObject& line);
     bool addInterrupted(const QString& id);

@@ -79,8 +79,6 @@ TEST_F(VorlantCtl, HistoryPrintsWhatWasWrittenAndTellsWhatIsDamaged)
                                     "2007-03-05T14:07:09.042Z,accepted,VQSV1,\"Set, 1\",9,\\x1b10,block,/dev/bench,3,"
                                     "RTU,KX410,op\r\n");
     EXPECT_EQ(errors.toStdString(), "vorlantctl: history: damaged lines left out: 1\n");
-    EXPECT_EQ(run("history -o written.csv"), Done);
-    EXPECT_TRUE(output.isEmpty() && contentOf("written.csv").contains("VQSV1"));
 }
 
 } // namespace

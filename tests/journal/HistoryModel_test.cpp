@@ -21,10 +21,9 @@ protected:
     {
         JournalEntry entry;
         entry.begunAt = QDateTime(QDate(2007, 3, day), QTime(14, 7, 9));
-        entry.endedAt = *outcome == '\0' ? QDateTime() : entry.begunAt;
         entry.isInterrupted = *outcome == '\0';
+        entry.endedAt = entry.isInterrupted ? QDateTime() : entry.begunAt;
         entry.device = "/dev/ttyUSB0";
-        entry.slave = 1;
         entry.outcome = outcome;
         entry.parameters = parameters;
         return entry;
@@ -46,7 +45,7 @@ TEST_F(History, HasTheNewestFirstAndSaysWhatBecameOfIt)
     EXPECT_EQ(column(HistoryModel::kTag), u"RUNSTP||VQSV1|PQB1");
     EXPECT_EQ(column(HistoryModel::kOutcome), u"interrupted|aborted|taken|complete");
     EXPECT_EQ(model.copyText(0), u"2007/03/06 14:07:09\tinterrupted\tRun/stop\t10\t\\x1b\\x091\tRUNSTP\t\t"
-                                 u"/dev/ttyUSB0, slave 1\t\t");
+                                 u"/dev/ttyUSB0, slave 0\t\t");
     const auto isRight = [this](int row) {
         return model.index(row, HistoryModel::kHeld).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight;
     };

@@ -26,25 +26,14 @@ protected:
         entry.device = "/dev/ttyUSB0";
         entry.slave = 7;
         entry.mode = "RTU";
-        entry.model = "KX410";
         entry.parameters = {{"VQSV1", "設定値\t\"1\"\n\x1b", "100", "120", ""}, {"PQB1", "Band", "", "5", ""}};
         return entry;
     }
-    QString file(const char* month = "2007-03") const
-    {
-        return QStringLiteral("%1/journal-%2.jsonl").arg(journal.folder(), QLatin1String(month));
-    }
-    QByteArray bytes() const
-    {
-        QFile in(file());
-        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
-    }
-    void put(const QByteArray& content) const
-    {
-        QFile out(file());
-        ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(content) == content.size());
-    }
+    QString file() const { return box.path(kMarch); }
+    QByteArray bytes() const { return box.content(kMarch); }
+    void put(const QByteArray& content) const { ASSERT_TRUE(box.put(kMarch, content)); }
 
+    inline static const QString kMarch = "C:\\Users\\state\\vorlant\\journal-2007-03.jsonl";
     TestMachine box;
     Journal journal{box.context};
 };
@@ -64,14 +53,14 @@ TEST_F(WriteJournal, HoldsAWriteThatEndsInAnotherMonth)
     ended[0].outcome = "accepted";
     ended[1] = {"OTHER", "Other", "1", "2", "not sent"};
     ASSERT_TRUE(journal.complete(id.value(), "cancelled", ended).ok());
-    EXPECT_TRUE(QFile::exists(file("2007-04")));
+    EXPECT_TRUE(QFile::exists(journal.folder() + "/journal-2007-04.jsonl"));
 
     const JournalReading reading = journal.read();
     EXPECT_TRUE(reading.damagedLines == 0 && reading.unreadable.isEmpty());
     ASSERT_EQ(reading.entries.size(), 1);
     const JournalEntry& read = reading.entries[0];
-    EXPECT_EQ(QStringList({read.user, read.cause, read.device, read.mode, read.model, read.outcome}).join('|'),
-              platform::userName() + "|write all|/dev/ttyUSB0|RTU|KX410|cancelled");
+    EXPECT_EQ(QStringList({read.user, read.cause, read.device, read.mode, read.outcome}).join('|'),
+              platform::userName() + "|write all|/dev/ttyUSB0|RTU|cancelled");
     EXPECT_TRUE(read.id == id.value() && read.slave == 7 && !read.version.isEmpty() && !read.isInterrupted);
     EXPECT_EQ(read.begunAt, QDateTime(QDate(2007, 3, 5), QTime(14, 7, 9, 42)));
     EXPECT_EQ(read.endedAt, box.clock.now());

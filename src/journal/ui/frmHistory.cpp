@@ -25,7 +25,7 @@
 namespace {
 
 const QString kHistoryForm = QStringLiteral("frmHistory");
-constexpr double kHistoryWidths[HistoryModel::kColumns] = {22, 16, 26, 12, 12,
+constexpr double kHistoryWidths[HistoryModel::kColumns] = {25, 16, 26, 12, 12,
                                                            12, 16, 24, 18, 12}; // average characters
 constexpr QSize kHistorySize(180, 36);                                          // average characters and lines
 
