@@ -273,6 +273,26 @@ void SimulatedController::floats(int functionCode, const QByteArray& request)
                                 isWrite ? head + request.mid(3, 4) : head + static_cast<char>(4 * count) + bytes);
 }
 
+platform::Result<> SimulatedController::findMemory(quint32 address, qsizetype count) const
+{
+    for (qsizetype i = 0; i < count; ++i) {
+        const quint32 place = address + static_cast<quint32>(i);
+        if (!m_values.memory.contains(place))
+            return platform::Failure{QStringLiteral("the definition has no memory at %1; choose another address or "
+                                                    "fewer bytes")
+                                         .arg(QString::number(place, 16).toUpper())};
+    }
+    return {};
+}
+
+platform::Result<> SimulatedController::poke(quint32 address, const QByteArray& bytes)
+{
+    platform::Result<> found = findMemory(address, bytes.size());
+    if (found.ok())
+        store(address, bytes);
+    return found;
+}
+
 QByteArray SimulatedController::state() const
 {
     QByteArray text;

@@ -31,6 +31,11 @@ public:
     // As after a loss of power: the memory is what it was at the start.
     void restart() { m_values = m_atStart; }
 
+    // Memory is changed behind the line's back, as at the front panel. Fails, with nothing changed, when the definition
+    // has no such memory; findMemory only says so.
+    platform::Result<> poke(quint32 address, const QByteArray& bytes);
+    platform::Result<> findMemory(quint32 address, qsizetype count) const;
+
     bool isAscii() const { return m_modbus.TransmissionMode() == 1; }
     int itemCount() const { return static_cast<int>(m_kx.items().size()); }
 

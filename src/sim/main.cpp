@@ -1,7 +1,9 @@
 #include "DefinitionFault.h"
 #include "FileReplacement.h"
+#include "FrontPanel.h"
 #include "ModelCatalogue.h"
 #include "ModelCodes.h"
+#include "NamedPipe.h"
 #include "ProgramContext.h"
 #include "SimulatedController.h"
 #include "SimulatorLine.h"
@@ -43,6 +45,8 @@ struct Options
     int pace = 0;
     bool trace = false;
     Faults faults;
+    QStringList pokes;
+    QString control;
     QString error;
 };
 
@@ -69,6 +73,11 @@ Options parse(const QCoreApplication& application)
         ". May be given more than once.";
     add("fault", faultHelp.constData(), "KIND");
     add("seed", "Repeats the faults.", "N", "1");
+    add("poke",
+        "Change the memory that many seconds after the start, as at the front panel: ADDRESS=BYTES@SECONDS, such as "
+        "8000=0A1B@2.5. May be given more than once.",
+        "POKE");
+    add("control", "Make a named pipe here that takes lines \"poke ADDRESS=BYTES\".", "FILE");
     add("state", "Write the memory here at the end.", "FILE");
     parser.addOption(QCommandLineOption(QStringLiteral("trace"), QStringLiteral("Print the frames.")));
     parser.process(application);
@@ -87,6 +96,8 @@ Options parse(const QCoreApplication& application)
         options.modelString = modelcodes::handPicked(options.model);
     options.link = parser.value(QStringLiteral("link"));
     options.device = parser.value(QStringLiteral("device"));
+    options.pokes = parser.values(QStringLiteral("poke"));
+    options.control = parser.value(QStringLiteral("control"));
     options.state = parser.value(QStringLiteral("state"));
     options.trace = parser.isSet(QStringLiteral("trace"));
     options.slave = number("slave", slaverange::kFirst, slaverange::kLast);
@@ -105,6 +116,29 @@ Options parse(const QCoreApplication& application)
             options.error = added.error();
     }
     return options;
+}
+
+// The first poke that makes no sense for the controller, with the reason; empty when all do.
+QString refusedPoke(FrontPanel& panel, const QStringList& pokes)
+{
+    for (const QString& poke : pokes) {
+        const platform::Result<> added = panel.add(poke);
+        if (!added.ok())
+            return QStringLiteral("--poke \"%1\": %2").arg(poke, added.error());
+    }
+    return {};
+}
+
+platform::Result<> openControl(platform::NamedPipe& control, const QString& path, FrontPanel& panel)
+{
+    if (path.isEmpty())
+        return {};
+    QObject::connect(&control, &platform::NamedPipe::received, &panel, [&panel](const QString& line) {
+        const platform::Result<> obeyed = panel.obey(line);
+        if (!obeyed.ok())
+            fail(0, QStringLiteral("--control: \"%1\": %2").arg(line, obeyed.error()));
+    });
+    return control.open(path);
 }
 
 } // namespace
@@ -138,6 +172,18 @@ int main(int argc, char** argv)
     SimulatedController controller(program.library(), number, options.modelString, options.slave, options.mode);
     if (controller.itemCount() == 0)
         return fail(kNoDefinition, QStringLiteral("%1 defines no parameters; restore the file").arg(screen));
+    FrontPanel panel(controller, program.clock());
+    const QString poke = refusedPoke(panel, options.pokes);
+    if (!poke.isEmpty())
+        return fail(kUsage, poke);
+    const platform::TerminationSignals ending; // one that comes as soon as the line is ready is not lost
+    QObject::connect(&ending, &platform::TerminationSignals::requested, &application, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+    platform::NamedPipe control;
+    const platform::Result<> opened = openControl(control, options.control, panel);
+    if (!opened.ok())
+        return fail(kNoPort, QStringLiteral("the named pipe %1 cannot be made: %2; choose another --control file")
+                                 .arg(options.control, opened.error()));
     SimulatorLine line(controller, options.faults, options.pace, program.clock());
     if (!(options.device.isEmpty() ? line.openTerminal()
                                    : line.openDevice(options.device, options.speed, options.chara)))
@@ -154,9 +200,7 @@ int main(int argc, char** argv)
         QObject::connect(&line, &SimulatorLine::traced, [](const QString& direction, const QByteArray& bytes) {
             std::fprintf(stderr, "%s%s\n", qPrintable(direction), bytes.toHex().toUpper().constData());
         });
-    const platform::TerminationSignals ending; // one that comes as soon as the line is ready is not lost
-    QObject::connect(&ending, &platform::TerminationSignals::requested, &application, &QCoreApplication::quit,
-                     Qt::QueuedConnection);
+    panel.start();
     std::printf("ready %s\n", qPrintable(options.link.isEmpty() ? line.path() : options.link));
     std::fflush(stdout);
 
