@@ -71,6 +71,7 @@ protected:
         start(dir.filePath("no-adapter"), std::make_unique<RecordingMessages>(asked));
         clsLibrary& library = program->library();
         window->showTraffic();
+        window->showReview();
         const Journal journal(program->context());
         frmHistory history(library, journal);
         history.show();
