@@ -58,6 +58,8 @@ QString writeStatusText(const WriteReport& report, const QDateTime& endedAt, con
                      .arg(endedAt.toString(QStringLiteral("HH:mm:ss")));
     if (!report.notAccepted.isEmpty())
         parts << tran(QStringLiteral("%1 not accepted")).arg(report.notAccepted.size());
+    if (!report.conflicts.isEmpty())
+        parts << tran(QStringLiteral("%1 in conflict")).arg(report.conflicts.size());
     if (!report.failed.isEmpty())
         parts << tran(QStringLiteral("%1 not sent")).arg(report.failed.size());
     if (!report.outsideLimits.isEmpty())
@@ -75,6 +77,13 @@ QString writeStatusDetails(const WriteReport& report, const clsKX& kx, const Tra
         lines << tran(QStringLiteral("%1: sent %2, the controller keeps %3"))
                      .arg(names.of(parameter.tag), names.shown(parameter.tag, parameter.sent),
                           names.shown(parameter.tag, parameter.kept));
+    for (const SentParameter& parameter : report.parameters) {
+        if (parameter.outcome == SendOutcome::Conflict)
+            lines << tran(QStringLiteral(
+                              "%1: not sent, because the controller held %2 when it was changed and holds %3 now"))
+                         .arg(names.of(parameter.tag), names.shown(parameter.tag, parameter.before),
+                              names.shown(parameter.tag, parameter.held));
+    }
     for (const FailedRequest& request : report.failed)
         lines << tran(QStringLiteral("Not sent: %1"))
                      .arg(request.tags.isEmpty()

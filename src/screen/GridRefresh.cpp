@@ -63,6 +63,7 @@ void GridRefresh::read(clsData& item)
     item.setKnown(value.has_value());
     item.Edit = value ? EditState::kRead : EditState::kUntouched;
     item.sendMark = SendMark::None;
+    item.cause = {};
     if (!value)
         return;
     item.setData(*value);

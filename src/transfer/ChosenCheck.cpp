@@ -224,7 +224,6 @@ void ChosenCheck::mark(const SentParameter& row)
     case SendOutcome::Accepted:
         item.hold(row.held); // in the width that its bytes have
         item.Edit = EditState::kRead;
-        item.cause = {};
         item.sendMark = SendMark::None;
         break;
     case SendOutcome::NotAccepted:

@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStyledItemDelegate>
+#include <QTableView>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -346,6 +347,69 @@ TEST_F(MainWindow, TheMenuOfACellRevertsAndWrites)
     const int written = controller->requests();
     choose("Write this parameter");
     EXPECT_EQ(controller->requests(), written);
+}
+
+// The controller's memory is that of the test: somebody at the front panel changes it.
+TEST_F(MainWindow, TheReviewSendsWhatIsTickedAndSaysWhatBecameOfIt)
+{
+    QByteArray memory = QByteArray::fromHex("01020304");
+    openWith([&memory](const QByteArray& request) {
+        if (request.at(1) != 66 || !soundController::asksFor(request, "00008000"))
+            return soundController::reply(request);
+        if (request.at(2) == 0)
+            return soundController::rtu(request.left(2) + QByteArray::fromHex("0004") + memory);
+        memory = request.mid(8, 4);
+        return soundController::rtu(request.left(8));
+    });
+    recv();
+    enter("7.0");
+    find<QToolButton>("panelChanges")->click();
+    QWidget* form = nullptr;
+    for (QWidget* top : QApplication::topLevelWidgets())
+        form = top->objectName() == u"frmReview" ? top : form;
+    ASSERT_NE(form, nullptr);
+    auto* table = form->findChild<QTableView*>("tblReview");
+    const auto state = [table] { return table->model()->index(0, 4).data().toString(); };
+    const auto press = [form](int n) { form->findChild<QPushButton*>(QString("Command1_%1").arg(n))->click(); };
+    memory = QByteArray::fromHex("00630304");
+    press(0);
+    EXPECT_EQ(state(), u"conflict: the controller held 25.8 before");
+    EXPECT_EQ(memory.toHex(), "00630304");
+    EXPECT_EQ(cell(2), u"7.0");
+    QTest::keyClick(table, Qt::Key_Space); // decided
+    press(0);
+    EXPECT_EQ(state(), u"accepted");
+    EXPECT_EQ(memory.toHex(), "00460304") << "with what the controller held beside it";
+    EXPECT_TRUE(find<QToolButton>("panelChanges")->isHidden());
+    EXPECT_TRUE(window->isEnabled());
+    enter("8.0");
+    asked.answer = MessageResult::kExtra;
+    form->close();
+    EXPECT_FALSE(window->close()) << "to look at the changes first";
+    EXPECT_EQ(asked.messages.last().extra, u"Review...");
+    EXPECT_TRUE(form->isVisible());
+    table->selectRow(0);
+    press(2);
+    EXPECT_EQ(cell(2), u"7.0") << "what the controller holds";
+    asked.answer = MessageResult::kYes;
+    EXPECT_TRUE(window->close());
+    EXPECT_FALSE(form->isVisible());
+}
+
+// As after a power cut in the middle of a write.
+TEST_F(MainWindow, AnInterruptedWriteIsToldOnce)
+{
+    openSound(kOffLine);
+    QDir().mkpath(program->machine().folders.state() + "/vorlant");
+    ASSERT_TRUE(soundController::writeFile(
+        program->machine().folders.state() + "/vorlant/journal-2026-01.jsonl",
+        R"({"event":"begun","id":"1","time":"2026-01-02T03:04:05.000+00:00","process":1,"started":1,"cause":"Set value 1"})"
+        "\n"));
+    for (const int told : {1, 0}) {
+        messages();
+        window->start();
+        EXPECT_EQ(messages().filter("A write was interrupted at 2026-01-02 03:04:05 (Set value 1").size(), told);
+    }
 }
 
 TEST_F(MainWindow, NeverWritesWhereTheOptionsSaySo)

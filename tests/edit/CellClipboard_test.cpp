@@ -52,6 +52,38 @@ TEST_F(Clipboard, PastesLikeEntries)
     }
 }
 
+// How each changed parameter came to its value, undone with the change.
+TEST_F(Clipboard, ChangesSayWhatCausedThem)
+{
+    shipped("KX410");
+    const auto causes = [this] {
+        QStringList list;
+        for (const auto& each : kx.items()) {
+            if (each->cause.kind != ChangeCause::Kind::None)
+                list << each->Key() + u'=' + QString::number(static_cast<int>(each->cause.kind)) + each->cause.tag;
+        }
+        return list.join(u' ');
+    };
+    const auto at = [this](const char* tag) { return std::pair(item(tag).Col(), item(tag).Row()); };
+    const auto [col, row] = at("VQSV1");
+    EXPECT_TRUE(editor.checkCell(col, row, true, "50.0"));
+    EXPECT_EQ(causes(), u"VQSV1=1");
+    clipboard.paste({row, col}, "60.0");
+    EXPECT_EQ(causes(), u"VQSV1=3");
+    const auto [actionCol, actionRow] = at("PIDONOF");
+    editor.changeCombo(actionCol, actionRow, 1);
+    EXPECT_TRUE(causes().startsWith(u"VQSV1=3 ")) << qPrintable(causes());
+    EXPECT_TRUE(causes().contains(u"PIDONOF=2") && causes().contains(u"=5PIDONOF")) << qPrintable(causes());
+    editor.undo();
+    editor.undo();
+    EXPECT_EQ(causes(), u"VQSV1=1");
+    EXPECT_EQ(editor.enterSet({{"VQSV1", "700"}, {"VQSV2", "99999"}, {"PIDONOF", item("PIDONOF").Data()}}),
+              QStringList{"VQSV2"});
+    EXPECT_EQ(causes(), u"VQSV1=4");
+    editor.undo();
+    EXPECT_EQ(causes(), u"VQSV1=1") << "one step";
+}
+
 // The decimal point comes last in the block, and all values are read with it; one of them looks as it did.
 TEST_F(Clipboard, SettingsOfABlockComeFirst)
 {

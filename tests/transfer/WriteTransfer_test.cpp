@@ -1,4 +1,5 @@
 #include "BackupStore.h"
+#include "Journal.h"
 #include "ScriptedTransfer.h"
 #include "Table.h"
 
@@ -251,6 +252,39 @@ TEST_F(Write, WithoutABackupTheUserIsAsked)
     window.answer = MessageResult::kYes;
     engine->setDataToKXAll();
     EXPECT_EQ(low().substr(0, 4), "012C");
+}
+
+// The line about a write is there before its first frame, and what became of each at its end.
+TEST_F(Write, IsEnteredInTheHistory)
+{
+    const Journal journal(box.context);
+    edit("A", "300");
+    edit("C", "100000");
+    script = [&](const QByteArray&) -> Reply {
+        EXPECT_EQ(journal.read().entries.size(), 1) << "begun";
+        return std::nullopt;
+    };
+    engine->setDataToKXAll();
+    ASSERT_EQ(journal.read().entries.size(), 1);
+    const JournalEntry entry = journal.read().entries.front();
+    EXPECT_EQ(entry.cause + u' ' + entry.outcome + u' ' + entry.mode, u"all parameters complete RTU");
+    QStringList rows;
+    for (const JournalParameter& parameter : entry.parameters)
+        rows << parameter.tag + u' ' + parameter.held + u' ' + parameter.value + u' ' + parameter.outcome;
+    EXPECT_EQ(rows.join(u'|'), u"A 100 300 accepted|C 200 100000 outside its limits") << "what changes";
+
+    ASSERT_TRUE(QDir(journal.folder()).removeRecursively());
+    ASSERT_TRUE(box.put(QStringLiteral("C:\\Users\\state\\vorlant"), "in the way"));
+    script = nullptr;
+    log.clear();
+    edit("A", "400");
+    window.answer = MessageResult::kNo;
+    engine->setDataToKXAll();
+    EXPECT_TRUE(log.isEmpty() && window.messages.last().contains(u"history")) << qPrintable(window.messages.last());
+    EXPECT_EQ(item("A").Edit, EditState::kChanged);
+    window.answer = MessageResult::kYes;
+    engine->setDataToKXAll();
+    EXPECT_EQ(low().substr(0, 4), "0190");
 }
 
 // Also while a message box stands before the write.

@@ -22,8 +22,8 @@
 namespace {
 
 const QString kReviewForm = QStringLiteral("frmReview");
-const std::vector<double> kReviewWidths{30, 22, 16, 16, 34, 20, 12, 12}; // average characters
-constexpr QSize kReviewSize(165, 32);                                    // average characters and lines
+const std::vector<double> kReviewWidths{26, 18, 16, 12, 46, 22, 11, 10}; // average characters
+constexpr QSize kReviewSize(176, 32);                                    // average characters and lines
 constexpr const char* kFilters[] = {"ReviewAll", "ReviewConflicts", "ReviewFailed", "ReviewAccepted"};
 
 } // namespace
@@ -207,7 +207,7 @@ void frmReview::showStatus()
     for (QPushButton* button : {m_send, m_retry})
         button->setToolTip(platform::visibleText(m_obstacle));
     QString text =
-        m_library.tranStr(QStringLiteral("%1 changes, %2 ticked to be sent")).arg(m_review.changes()).arg(ticked);
+        m_library.tranStr(QStringLiteral("Changes: %1, ticked to be sent: %2")).arg(m_review.changes()).arg(ticked);
     if (!m_obstacle.isEmpty())
         text += u'\n' + m_obstacle;
     m_status->setText(platform::visibleLines(text));
