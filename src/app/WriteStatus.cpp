@@ -36,10 +36,7 @@ public:
     QString shown(const QString& tag, const QString& stored) const
     {
         const clsData* item = m_kx.getDataByTag(tag);
-        if (item == nullptr)
-            return stored;
-        const QString text = shownValue(*item, m_kx.data().lookup, stored);
-        return hasWords(*item) ? m_tran(text) : text;
+        return item == nullptr ? stored : translatedValue(*item, m_kx.data().lookup, stored, m_tran);
     }
 
 private:

@@ -6,8 +6,9 @@
 
 // One line of the history: a parameter of a write, or a write without parameters. Both belong to whoever holds the
 // entries.
-struct HistoryRow
+class HistoryRow
 {
+public:
     const JournalEntry* entry;
     const JournalParameter* parameter; // null: the write has none
 
@@ -16,8 +17,11 @@ struct HistoryRow
     // "" without a parameter.
     QString tag() const { return parameter == nullptr ? QString() : parameter->tag; }
     QString name() const { return parameter == nullptr ? QString() : parameter->name; }
-    QString held() const { return parameter == nullptr ? QString() : parameter->held; }
-    QString value() const { return parameter == nullptr ? QString() : parameter->value; }
+    QString held() const { return parameter == nullptr ? QString() : shown(parameter->heldShown, parameter->held); }
+    QString value() const { return parameter == nullptr ? QString() : shown(parameter->valueShown, parameter->value); }
+
+private:
+    static QString shown(const QString& text, const QString& stored) { return text.isEmpty() ? stored : text; }
 };
 
 enum class HistoryOrder { OldestFirst, NewestFirst };

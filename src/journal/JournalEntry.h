@@ -4,14 +4,16 @@
 #include <QString>
 #include <QVector>
 
-// One parameter of a write: stored texts.
+// One parameter of a write: stored texts, and its name as the person at the program saw it.
 struct JournalParameter
 {
     QString tag;
     QString name;
     QString held; // what the controller held before; empty when that is not known
     QString value;
-    QString outcome; // English; empty while the write has begun only
+    QString outcome;        // English; empty while the write has begun only
+    QString heldShown = {}; // as the person at the program saw it; empty: as it is stored
+    QString valueShown = {};
 };
 
 // One write to a controller.

@@ -24,6 +24,8 @@ const QString kTag = QStringLiteral("tag");
 const QString kName = QStringLiteral("name");
 const QString kOld = QStringLiteral("old");
 const QString kNew = QStringLiteral("new");
+const QString kOldShown = QStringLiteral("oldShown");
+const QString kNewShown = QStringLiteral("newShown");
 const QString kBegun = QStringLiteral("begun");
 const QString kCompleted = QStringLiteral("completed");
 const QString kInterrupted = QStringLiteral("interrupted");
@@ -41,6 +43,10 @@ QJsonArray parameterArray(const QVector<JournalParameter>& parameters, bool with
     for (const JournalParameter& parameter : parameters) {
         QJsonObject object{
             {kTag, parameter.tag}, {kName, parameter.name}, {kOld, parameter.held}, {kNew, parameter.value}};
+        if (!parameter.heldShown.isEmpty())
+            object.insert(kOldShown, parameter.heldShown);
+        if (!parameter.valueShown.isEmpty())
+            object.insert(kNewShown, parameter.valueShown);
         if (withOutcome)
             object.insert(kOutcome, parameter.outcome);
         array.append(object);
@@ -58,7 +64,8 @@ QVector<JournalParameter> parametersOf(const QJsonObject& line)
     QVector<JournalParameter> parameters;
     for (const auto& value : line.value(kParameters).toArray())
         parameters.append({value[kTag].toString(), value[kName].toString(), value[kOld].toString(),
-                           value[kNew].toString(), value[kOutcome].toString()});
+                           value[kNew].toString(), value[kOutcome].toString(), value[kOldShown].toString(),
+                           value[kNewShown].toString()});
     return parameters;
 }
 

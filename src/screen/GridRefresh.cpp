@@ -137,8 +137,8 @@ QString GridRefresh::heldTip(const clsData& item) const
     const auto held = m_model.isOffLine() || !isUnsent(m_model, item) ? std::nullopt : heldValue(m_model, item);
     if (!held)
         return {};
-    const QString shown = shownValue(item, m_model.lookup, *held);
-    return m_model.library().tranStr(kHeldTip).arg(hasWords(item) ? m_model.library().tranStr(shown) : shown);
+    return m_model.library().tranStr(kHeldTip).arg(
+        translatedValue(item, m_model.lookup, *held, m_model.library().translation()));
 }
 
 QString GridRefresh::textOf(const clsData& item) const

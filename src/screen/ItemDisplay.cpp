@@ -132,6 +132,13 @@ QString shownValue(const ItemData& item, const ItemLookup& items, const QString&
     return item.MType() == ItemType::Data ? displayOf(item, items, storedText) : storedText;
 }
 
+QString translatedValue(const ItemData& item, const ItemLookup& items, const QString& storedText,
+                        const TranslateText& tran)
+{
+    const QString shown = shownValue(item, items, storedText);
+    return hasWords(item) && !shown.isEmpty() ? tran(shown) : shown;
+}
+
 QString displayOf(const ItemData& item, const ItemLookup& items, const QString& storedText)
 {
     const int places = decimalsOf(item, items);

@@ -2,6 +2,7 @@
 
 #include "DecimalTable.h"
 #include "ItemData.h"
+#include "Translator.h"
 
 #include <QString>
 #include <vector>
@@ -27,6 +28,9 @@ bool isNamedChoice(const QString& tag);
 bool hasWords(const ItemData& item);
 // The display value that another stored value of the item would have.
 QString shownValue(const ItemData& item, const ItemLookup& items, const QString& storedText);
+// The same for a person, in the language in use.
+QString translatedValue(const ItemData& item, const ItemLookup& items, const QString& storedText,
+                        const TranslateText& tran);
 // A stored number scaled down and formatted as this item's.
 QString displayOf(const ItemData& item, const ItemLookup& items, const QString& storedText);
 // The stored number of an entry in display units; "0" for what is no number.

@@ -81,11 +81,15 @@ void WriteJournal::chooseTags(const QVector<SentParameter>& parameters)
 QVector<JournalParameter> WriteJournal::entriesOf(const WriteReport& report) const
 {
     QVector<JournalParameter> entries;
+    const TranslateText tran = m_kx.library().translation();
+    const auto shown = [&](const clsData& item, const QString& stored) {
+        return stored.isEmpty() ? QString() : translatedValue(item, m_kx.data().lookup, stored, tran);
+    };
     for (const SentParameter& parameter : report.parameters) {
         const clsData* item = m_kx.getDataByTag(parameter.tag);
         if (item != nullptr && m_tags.contains(parameter.tag))
-            entries.append(
-                {parameter.tag, item->nameOrTag(), parameter.before, parameter.value, wordOf(parameter, report)});
+            entries.append({parameter.tag, tran(item->nameOrTag()), parameter.before, parameter.value,
+                            wordOf(parameter, report), shown(*item, parameter.before), shown(*item, parameter.value)});
     }
     return entries;
 }

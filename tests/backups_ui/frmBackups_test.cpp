@@ -66,7 +66,7 @@ TEST_F(BackupWindow, ListsSortsAndCopies)
     find<QCheckBox>("Check1").click();
     EXPECT_EQ(column(BackupsModel::kCause), "third|second\\x1b|other|first");
     EXPECT_EQ(column(BackupsModel::kDifferences), "|0||1");
-    EXPECT_EQ(find<QLabel>("Label1").text(), u"4 backups   1 files cannot be read");
+    EXPECT_EQ(find<QLabel>("Label1").text(), u"Backups: 4   Files that cannot be read: 1");
     table().sortByColumn(BackupsModel::kDifferences, Qt::DescendingOrder);
     EXPECT_EQ(column(BackupsModel::kCause).substr(0, 6), "first|");
     table().selectRow(0);

@@ -64,7 +64,7 @@ protected:
 TEST_F(HistoryWindow, SearchesSortsAndCopiesByTheKeyboard)
 {
     EXPECT_EQ(tags(), u"SVSEL|VQSV1|PQB1");
-    EXPECT_EQ(status(), u"2 writes, 3 parameters");
+    EXPECT_EQ(status(), u"Writes: 2, parameters: 3");
     table().setCurrentIndex(table().model()->index(0, HistoryModel::kTag));
     QTest::keyClick(&table(), Qt::Key_Up, Qt::AltModifier);
     EXPECT_EQ(tags(), u"PQB1|SVSEL|VQSV1");
@@ -94,7 +94,7 @@ TEST_F(HistoryWindow, ReloadKeepsTheDayAndTellsWhatIsDamaged)
     write({{"NEW", "", "", "1", ""}});
     find<QPushButton>("Command1_1").click();
     EXPECT_EQ(day.currentText(), u"2007/03/05");
-    EXPECT_EQ(status(), "1 writes, 2 parameters   damaged lines left out: 1   " + journal.folder() +
+    EXPECT_EQ(status(), "Writes: 1, parameters: 2   damaged lines left out: 1   " + journal.folder() +
                             "/journal-2007-04.jsonl cannot be read");
     day.setCurrentIndex(0);
     EXPECT_EQ(tags(), u"NEW|SVSEL|VQSV1|PQB1");

@@ -66,7 +66,7 @@ TEST_F(ChangeReview, SettingsAloneAreTickedByThemselves)
     EXPECT_EQ(review.changes(), 4);
     review.setTicked("CAL", true);
     review.setTicked("A", false);
-    change("B", "2000"); // outside its limits
+    change("B", "20000"); // outside its limits
     review.refresh();
     EXPECT_EQ(list(), u"A B CAL* CMD");
     EXPECT_EQ(review.ticked(), QStringList{"CAL"});

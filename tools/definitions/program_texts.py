@@ -353,15 +353,15 @@ PROGRAM_TEXTS = (
     ("aborted", "途中で終了"),
     ("interrupted", "中断"),
     ("going on", "書き込み中"),
-    ("%1 writes, %2 parameters", "書き込み %1回、パラメータ %2個"),
+    ("Writes: %1, parameters: %2", "書き込み %1回、パラメータ %2個"),
     ("damaged lines left out: %1", "除外した壊れた行: %1"),
     ("%1 cannot be read", "%1 を読めません"),
     # Version
     # Backups
     ("BackupTime", "日時"),
     ("Differences", "相違"),
-    ("%1 backups", "バックアップ %1件"),
-    ("%1 files cannot be read", "読めないファイル %1件"),
+    ("Backups: %1", "バックアップ %1件"),
+    ("Files that cannot be read: %1", "読めないファイル %1件"),
     ("Vorlant", "Vorlant"),
     ("VersionInfo", "バージョン情報"),
     ("Ver.", "Ver."),

@@ -16,6 +16,7 @@
 #include "vaSpread.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
@@ -32,6 +33,8 @@ constexpr QSize kMainSize(960, 660);
 constexpr QSize kLargeSize(1240, 860);
 constexpr QSize kHelpSize(860, 560);
 constexpr QSize kTrafficSize(960, 520);
+constexpr QSize kReviewSize(1080, 300);
+constexpr QSize kBackupsSize(760, 260);
 constexpr int kDirectionColumn = 1;
 constexpr int kDataColumn = 6;
 constexpr int kDataWidth = 150;
@@ -222,6 +225,45 @@ void Tour::report()
         form.accept();
     });
     panel->click();
+}
+
+// As a person types it.
+void Tour::enter(const char* tag, const char* text)
+{
+    auto* grid = m_window.findChild<platform::vaSpread*>(QStringLiteral("sprMain"));
+    const clsData* item = m_window.model().getDataByTag(QLatin1String(tag));
+    Q_EMIT grid->editChanged(item->Col(), item->Row(), QLatin1String(text));
+}
+
+void Tour::pokeController(const QByteArray& poke)
+{
+    QFile control(qEnvironmentVariable("VORLANT_PICTURES_CONTROL"));
+    if (!control.open(QIODevice::WriteOnly) || control.write("poke " + poke + '\n') < 0)
+        qFatal("the controller cannot be told");
+}
+
+// Some values change; one of them at the front panel too.
+void Tour::review()
+{
+    confirm();
+    enter("VQSV1", "130.0");
+    enter("VQSVUP", "12.0");
+    enter("VQBIA", "-2.0");
+    pokeController("8008=0063");
+    m_window.showReview();
+    QWidget* form = formNamed(QStringLiteral("frmReview"));
+    form->resize(kReviewSize);
+    press(*form, "Command1_0");
+    enter("VQSVDWN", "8.0");
+    picture(*form, "review");
+    m_window.showHistory();
+    QWidget* history = formNamed(QStringLiteral("frmHistory"));
+    history->resize(kReviewSize);
+    picture(*history, "history");
+    m_window.showBackups();
+    QWidget* backups = formNamed(QStringLiteral("frmBackups"));
+    backups->resize(kBackupsSize);
+    picture(*backups, "backups");
 }
 
 // Column and row of the first cell whose hint in the status bar holds the text.

@@ -11,7 +11,8 @@ class QWidget;
 class frmMain;
 
 // Leads the windows of the program through what a person does and takes a picture of each. The main window must have a
-// controller at its port that answers soundly (all), refuses now and then (report) or sends a damaged reply at times
+// controller at its port that answers soundly (all), refuses now and then (report), can
+// be told to change its memory (review: a named pipe, VORLANT_PICTURES_CONTROL) or sends a damaged reply at times
 // (traffic).
 class Tour
 {
@@ -20,6 +21,7 @@ public:
 
     void all();
     void report(); // what a write did not reach
+    void review(); // and its neighbours, the history and the backups
     void traffic();
 
 private:
@@ -36,6 +38,8 @@ private:
     QString text(const char* english) const; // in the language in use
     bool isRejected(const QAbstractItemModel& lines, int row) const;
     QPoint cellWithHint(const QString& part) const;
+    void enter(const char* tag, const char* text);
+    void pokeController(const QByteArray& poke);
     void goToSetValue();
 
     ProgramContext& m_program;

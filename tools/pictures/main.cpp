@@ -1,5 +1,6 @@
-// Takes the pictures of the manual: vorlant_pictures all|report|traffic FOLDER. Program folder, settings and COM1 come
-// from the environment, as for the program itself; the controller at COM1 is a simulated one. See tools/make_pictures.
+// Takes the pictures of the manual: vorlant_pictures all|report|review|traffic FOLDER. Program folder, settings and
+// COM1 come from the environment, as for the program itself; the controller at COM1 is a simulated one. See
+// tools/make_pictures.
 
 #include "PaletteColors.h"
 #include "ProgramContext.h"
@@ -36,9 +37,10 @@ int main(int argc, char* argv[])
     const QStringList words = QCoreApplication::arguments().mid(1);
     const QHash<QString, void (Tour::*)()> tours{{QStringLiteral("all"), &Tour::all},
                                                  {QStringLiteral("report"), &Tour::report},
+                                                 {QStringLiteral("review"), &Tour::review},
                                                  {QStringLiteral("traffic"), &Tour::traffic}};
     if (words.size() != 2 || !tours.contains(words[0]))
-        qFatal("usage: vorlant_pictures all|report|traffic FOLDER");
+        qFatal("usage: vorlant_pictures all|report|review|traffic FOLDER");
     setLook();
     const platform::PaletteColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);

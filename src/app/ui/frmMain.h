@@ -79,6 +79,7 @@ public:
     QString helpFile() const; // of the language in use, desktop path
 
     MainState state() const { return m_controller.state(); }
+    const clsKX& model() const { return m_clsKX; }
     uclComm& mainLink() { return m_uclComm1; }
 
 Q_SIGNALS:

@@ -2,9 +2,8 @@
 
 #include "BackupReader.h"
 #include "BackupsModel.h"
-#include "WidgetPlacement.h"
+#include "RecordWindow.h"
 
-#include <QDialog>
 #include <QSortFilterProxyModel>
 
 #include <functional>
@@ -13,7 +12,7 @@
 class QCheckBox;
 class QLabel;
 class QPushButton;
-class QTableView;
+class RecordTable;
 class clsKX;
 class clsLibrary;
 
@@ -26,7 +25,7 @@ class ControlRegistry;
 //
 // show opens it, as often as wanted; refresh when the grid holds other values or another model; tranForm puts it into
 // the language in use at any time.
-class frmBackups : public QDialog
+class frmBackups : public RecordWindow
 {
     Q_OBJECT
 
@@ -45,20 +44,13 @@ public Q_SLOTS:
     void refresh();
 
 protected:
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void changeEvent(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void aboutToShow() override { reload(); }
 
 private:
     void setupForm();
     QWidget* setupButtons();
-    void setupTable();
     void connectForm();
     void registerControls();
-    void setRowHeight();
-    void loadColumns();
-    void saveColumns() const;
     void reload();
     void compare();
     void select(const QString& file);
@@ -70,15 +62,12 @@ private:
     void showStatus();
 
     clsKX& m_kx;
-    const clsLibrary& m_library;
     Load m_load;
     BackupReader m_reader;
     BackupsModel m_model;
     QSortFilterProxyModel m_shown;
     QString m_listedModel; // that was in the grid when the folder was looked at
     int m_unreadable = 0;
-    bool m_isLaidOut = false;
-    platform::WidgetPlacement m_placement;
     std::unique_ptr<platform::ControlRegistry> m_registry;
 
     QPushButton* m_loadButton = nullptr; // Command1(0)
@@ -86,6 +75,6 @@ private:
     QPushButton* m_reload = nullptr;     // Command1(2)
     QPushButton* m_close = nullptr;      // Command1(3)
     QCheckBox* m_thisModel = nullptr;    // Check1
-    QTableView* m_table = nullptr;       // tblBackups
+    RecordTable* m_table = nullptr;      // tblBackups
     QLabel* m_status = nullptr;          // Label1
 };

@@ -22,15 +22,14 @@ namespace {
 
 const QString kFormName = QStringLiteral("frmTraffic");
 constexpr int kDetailLines = 6;
-constexpr double kWidths[TrafficModel::kColumns] = {16, 14, 7, 27, 9, 7, 34, 12, 40}; // average characters
-constexpr QSize kDesignedSize(190, 40);                                               // average characters and lines
+constexpr double kWidths[TrafficModel::kColumns] = {16, 14, 7, 27, 9, 7, 34, 12, 40}; // widths of a digit
+constexpr QSize kDesignedSize(190, 40);                                               // widths of a digit and lines
 
 } // namespace
 
 frmTraffic::frmTraffic(const clsLibrary& library, const QString& logFile)
-    : QDialog(nullptr, Qt::Window), m_library(library), m_reader(library.context().machine.codePage, logFile),
-      m_model(library.translation()), m_placement(*this, kFormName),
-      m_timer(library.context().machine.clock.makeTimer())
+    : RecordWindow(library, kFormName, kDesignedSize), m_reader(library.context().machine.codePage, logFile),
+      m_model(library.translation()), m_timer(library.context().machine.clock.makeTimer())
 {
     m_shown.setSourceModel(&m_model);
     m_shown.setFilterRole(TrafficModel::kIsErrorRole);
@@ -44,9 +43,9 @@ frmTraffic::~frmTraffic() = default;
 
 void frmTraffic::setupForm()
 {
-    setObjectName(kFormName);
     setWindowTitle(QStringLiteral("Traffic"));
-    setupTable();
+    m_table = addTable(m_shown, QStringLiteral("tblTraffic"), {std::begin(kWidths), std::end(kWidths)});
+    m_table->setItemDelegate(new TrafficDelegate(m_table));
     m_details = new QPlainTextEdit(this);
     m_details->setObjectName(QStringLiteral("Text1"));
     m_details->setReadOnly(true);
@@ -62,8 +61,6 @@ void frmTraffic::setupForm()
     layout->addWidget(m_table, 1);
     layout->addWidget(m_details);
     layout->addWidget(m_status);
-    resize(kDesignedSize.width() * fontMetrics().averageCharWidth(),
-           kDesignedSize.height() * fontMetrics().lineSpacing());
 }
 
 QWidget* frmTraffic::setupButtons()
@@ -91,14 +88,6 @@ QWidget* frmTraffic::setupButtons()
     return row;
 }
 
-void frmTraffic::setupTable()
-{
-    m_table = new RecordTable(m_library, kFormName, {std::begin(kWidths), std::end(kWidths)}, this);
-    m_table->setObjectName(QStringLiteral("tblTraffic"));
-    m_table->setModel(&m_shown);
-    m_table->setItemDelegate(new TrafficDelegate(m_table));
-}
-
 void frmTraffic::connectForm()
 {
     connect(m_timer.get(), &platform::Timer::timeout, this, &frmTraffic::look);
@@ -122,42 +111,26 @@ void frmTraffic::registerControls()
 
 void frmTraffic::tranForm()
 {
-    m_library.tranForm(*m_registry);
+    library().tranForm(*m_registry);
     m_model.retranslate();
     platform::nameField(*m_table, windowTitle());
-    platform::nameField(*m_details, m_library.tranStr(QStringLiteral("Details")));
+    platform::nameField(*m_details, library().tranStr(QStringLiteral("Details")));
     m_table->setRowHeight();
     showDetails();
     showStatus();
 }
 
-void frmTraffic::showEvent(QShowEvent* event)
+void frmTraffic::aboutToShow()
 {
-    if (!event->spontaneous()) {
-        if (!m_isLaidOut) {
-            m_library.loadFormSize(m_placement);
-            m_table->loadColumns();
-        }
-        m_isLaidOut = true;
-        look();
-        m_timer->start(kLookMs);
-        // What has the focus has a current line: the newest, not the first, which is out of sight.
-        m_table->selectionModel()->setCurrentIndex(m_shown.index(m_shown.rowCount() - 1, 0),
-                                                   QItemSelectionModel::NoUpdate);
-        m_table->setFocus();
-    }
-    QDialog::showEvent(event);
+    look();
+    m_timer->start(kLookMs);
+    // What has the focus has a current line: the newest, not the first, which is out of sight.
+    m_table->selectionModel()->setCurrentIndex(m_shown.index(m_shown.rowCount() - 1, 0), QItemSelectionModel::NoUpdate);
 }
 
-// Hidden by whatever way; a minimised window is still open.
-void frmTraffic::hideEvent(QHideEvent* event)
+void frmTraffic::hidden()
 {
-    if (!event->spontaneous()) {
-        m_timer->stop();
-        m_library.saveFormSize(m_placement);
-        m_table->saveColumns();
-    }
-    QDialog::hideEvent(event);
+    m_timer->stop();
 }
 
 void frmTraffic::look()
@@ -207,10 +180,7 @@ void frmTraffic::setPaused(bool paused)
 // The selected rows, or all of them.
 void frmTraffic::copy()
 {
-    QStringList lines{m_model.copyCaptions()};
-    for (const int row : m_table->chosenRows())
-        lines << m_model.copyText(m_shown.mapToSource(m_shown.index(row, 0)).row());
-    QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
+    copyRows(m_model.copyCaptions(), [this](int row) { return m_model.copyText(row); });
 }
 
 void frmTraffic::clear()
@@ -240,20 +210,20 @@ void frmTraffic::showStatus()
 {
     const bool paused = m_pause->isChecked();
     m_pause->setText(
-        platform::visibleText(m_library.tranStr(paused ? QStringLiteral("&Continue") : QStringLiteral("&Pause"))));
+        platform::visibleText(library().tranStr(paused ? QStringLiteral("&Continue") : QStringLiteral("&Pause"))));
     QStringList parts;
     if (m_problem != LogReader::Problem::None)
         parts << problemText();
     if (paused)
-        parts << m_library.tranStr(QStringLiteral("paused, %1 new lines")).arg(m_waiting.lines());
+        parts << library().tranStr(QStringLiteral("paused, %1 new lines")).arg(m_waiting.lines());
     parts
-        << m_library.tranStr(QStringLiteral("%1 lines, %2 with errors")).arg(m_model.rowCount()).arg(m_model.errors());
+        << library().tranStr(QStringLiteral("%1 lines, %2 with errors")).arg(m_model.rowCount()).arg(m_model.errors());
     m_status->setText(platform::visibleLines(parts.join(QStringLiteral("   "))));
 }
 
 QString frmTraffic::problemText() const
 {
-    const auto text = [this](const QString& english) { return m_library.tranStr(english).arg(m_reader.file()); };
+    const auto text = [this](const QString& english) { return library().tranStr(english).arg(m_reader.file()); };
     switch (m_problem) {
     case LogReader::Problem::None:
         return {};

@@ -2,10 +2,9 @@
 
 #include "HeldLooks.h"
 #include "LogReader.h"
+#include "RecordWindow.h"
 #include "TrafficModel.h"
-#include "WidgetPlacement.h"
 
-#include <QDialog>
 #include <QSortFilterProxyModel>
 
 #include <memory>
@@ -27,7 +26,7 @@ class Timer;
 // It follows the newest line until a person scrolls up, and again from the end of the table on.
 //
 // show opens it, as often as wanted; tranForm puts it into the language in use at any time.
-class frmTraffic : public QDialog
+class frmTraffic : public RecordWindow
 {
     Q_OBJECT
 
@@ -41,13 +40,12 @@ public:
     void tranForm();
 
 protected:
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
+    void aboutToShow() override;
+    void hidden() override;
 
 private:
     void setupForm();
     QWidget* setupButtons();
-    void setupTable();
     void connectForm();
     void registerControls();
     void look();
@@ -60,14 +58,11 @@ private:
     void showStatus();
     QString problemText() const;
 
-    const clsLibrary& m_library;
     LogReader m_reader;
     TrafficModel m_model;
     QSortFilterProxyModel m_shown;
     HeldLooks m_waiting{TrafficModel::kMostRows}; // while the window is paused
-    bool m_isLaidOut = false;
     LogReader::Problem m_problem = LogReader::Problem::None;
-    platform::WidgetPlacement m_placement;
     std::unique_ptr<platform::ControlRegistry> m_registry;
     std::unique_ptr<platform::Timer> m_timer;
 

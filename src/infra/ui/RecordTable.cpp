@@ -26,6 +26,7 @@ RecordTable::RecordTable(const clsLibrary& library, const QString& formName, std
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    connect(this, &QTableView::doubleClicked, this, &RecordTable::openWanted);
 }
 
 void RecordTable::setRowHeight()
@@ -34,10 +35,15 @@ void RecordTable::setRowHeight()
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 2 * space);
 }
 
-// Column widths are kept as those of the grids are, in average characters.
+// What a font calls its average character may be as wide as a Chinese one.
+int RecordTable::digitWidth(const QWidget& widget)
+{
+    return widget.fontMetrics().horizontalAdvance(u'0');
+}
+
 void RecordTable::loadColumns()
 {
-    const double unit = fontMetrics().averageCharWidth();
+    const double unit = digitWidth(*this);
     const int columns = static_cast<int>(m_widths.size());
     QHeaderView* headers = horizontalHeader();
     platform::GridModel widths;
@@ -57,7 +63,7 @@ void RecordTable::saveColumns() const
     platform::GridModel widths;
     widths.setMaxCols(columns);
     for (int i = 0; i < columns; ++i)
-        widths.setColWidth(i + 1, static_cast<double>(columnWidth(i)) / fontMetrics().averageCharWidth());
+        widths.setColWidth(i + 1, static_cast<double>(columnWidth(i)) / digitWidth(*this));
     m_library.saveColSize(widths, m_formName, QString());
 }
 
@@ -79,6 +85,8 @@ void RecordTable::keyPressEvent(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Copy))
         Q_EMIT copyWanted();
+    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        Q_EMIT openWanted();
     else
         QTableView::keyPressEvent(event);
 }

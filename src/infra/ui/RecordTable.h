@@ -13,9 +13,11 @@ class RecordTable : public QTableView
     Q_OBJECT
 
 public:
-    // formName: of the window, under which the widths are kept; widths: of the columns at first, in average characters.
+    // formName: of the window, under which the widths are kept; widths: of the columns at first, in widths of a digit.
     RecordTable(const clsLibrary& library, const QString& formName, std::vector<double> widths,
                 QWidget* parent = nullptr);
+
+    static int digitWidth(const QWidget& widget); // pixels
 
     void loadColumns(); // when there is a model
     void saveColumns() const;
@@ -25,6 +27,7 @@ public:
 
 Q_SIGNALS:
     void copyWanted();
+    void openWanted(); // the current row, by a double click or Enter
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -2,22 +2,17 @@
 
 #include "AccessibleNames.h"
 #include "ControlRegistry.h"
-#include "GridModel.h"
 #include "Journal.h"
+#include "RecordTable.h"
 #include "VisibleText.h"
 #include "clsLibrary.h"
 
-#include <QClipboard>
 #include <QComboBox>
-#include <QGuiApplication>
-#include <QHeaderView>
-#include <QHideEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
-#include <QTableView>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -25,15 +20,14 @@
 namespace {
 
 const QString kHistoryForm = QStringLiteral("frmHistory");
-constexpr double kHistoryWidths[HistoryModel::kColumns] = {25, 16, 26, 12, 12,
-                                                           12, 16, 24, 18, 12}; // average characters
-constexpr QSize kHistorySize(180, 36);                                          // average characters and lines
+constexpr double kHistoryWidths[HistoryModel::kColumns] = {25, 16, 26, 12, 12, 12, 16, 24, 18, 12}; // widths of a digit
+constexpr QSize kHistorySize(180, 36); // widths of a digit and lines
 
 } // namespace
 
 frmHistory::frmHistory(const clsLibrary& library, const Journal& journal)
-    : QDialog(nullptr, Qt::Window), m_library(library), m_journal(journal), m_model(library.translation()),
-      m_shown(m_model), m_placement(*this, kHistoryForm)
+    : RecordWindow(library, kHistoryForm, kHistorySize), m_journal(journal), m_model(library.translation()),
+      m_shown(m_model)
 {
     setupForm();
     registerControls();
@@ -45,10 +39,11 @@ frmHistory::~frmHistory() = default;
 
 void frmHistory::setupForm()
 {
-    setObjectName(kHistoryForm);
     setWindowTitle(QStringLiteral("History"));
     QWidget* search = setupSearch();
-    setupTable();
+    m_table = addTable(m_shown, QStringLiteral("tblHistory"), {std::begin(kHistoryWidths), std::end(kHistoryWidths)});
+    m_table->setSortingEnabled(true);
+    m_table->sortByColumn(HistoryModel::kTime, Qt::DescendingOrder);
     m_status = new QLabel(this);
     m_status->setObjectName(QStringLiteral("Label3"));
     m_status->setWordWrap(true);
@@ -56,8 +51,6 @@ void frmHistory::setupForm()
     layout->addWidget(search);
     layout->addWidget(m_table, 1);
     layout->addWidget(m_status);
-    resize(kHistorySize.width() * fontMetrics().averageCharWidth(),
-           kHistorySize.height() * fontMetrics().lineSpacing());
 }
 
 QWidget* frmHistory::setupSearch()
@@ -88,26 +81,6 @@ QWidget* frmHistory::setupSearch()
     return row;
 }
 
-void frmHistory::setupTable()
-{
-    m_table = new QTableView(this);
-    m_table->setObjectName(QStringLiteral("tblHistory"));
-    m_table->setModel(&m_shown);
-    m_table->setSortingEnabled(true);
-    m_table->sortByColumn(HistoryModel::kTime, Qt::DescendingOrder);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setTabKeyNavigation(false);
-    m_table->setWordWrap(false);
-    m_table->setShowGrid(false);
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_table->horizontalHeader()->setStretchLastSection(true);
-    m_table->horizontalHeader()->setHighlightSections(false);
-    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-}
-
 void frmHistory::connectForm()
 {
     connect(m_search, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -123,6 +96,7 @@ void frmHistory::connectForm()
         m_search->selectAll();
     });
     connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this, &frmHistory::reload);
+    connect(m_table, &RecordTable::copyWanted, this, &frmHistory::copy);
     m_table->installEventFilter(this);
 }
 
@@ -138,12 +112,12 @@ void frmHistory::registerControls()
 
 void frmHistory::tranForm()
 {
-    m_library.tranForm(*m_registry);
+    library().tranForm(*m_registry);
     m_model.retranslate();
     if (m_day->count() > 0)
-        m_day->setItemText(0, platform::visibleText(m_library.tranStr(QStringLiteral("All days"))));
+        m_day->setItemText(0, platform::visibleText(library().tranStr(QStringLiteral("All days"))));
     nameFields();
-    setRowHeight();
+    m_table->setRowHeight();
     showStatus();
 }
 
@@ -154,53 +128,12 @@ void frmHistory::nameFields()
     platform::nameField(*m_table, windowTitle());
 }
 
-void frmHistory::setRowHeight()
-{
-    const int space = m_table->style()->pixelMetric(QStyle::PM_FocusFrameVMargin, nullptr, m_table);
-    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 2 * space);
-}
-
-void frmHistory::showEvent(QShowEvent* event)
-{
-    if (!event->spontaneous()) {
-        if (!m_isLaidOut) {
-            m_library.loadFormSize(m_placement);
-            loadColumns();
-        }
-        m_isLaidOut = true;
-        reload();
-        m_table->setFocus();
-    }
-    QDialog::showEvent(event);
-}
-
-// Hidden by whatever way; a minimised window is still open.
-void frmHistory::hideEvent(QHideEvent* event)
-{
-    if (!event->spontaneous()) {
-        m_library.saveFormSize(m_placement);
-        saveColumns();
-    }
-    QDialog::hideEvent(event);
-}
-
-void frmHistory::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::FontChange && m_table != nullptr)
-        setRowHeight();
-    QDialog::changeEvent(event);
-}
-
-// By itself the table copies one cell only, and its headers know no keys.
+// The headers of a table know no keys.
 bool frmHistory::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress)
         return QDialog::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->matches(QKeySequence::Copy)) {
-        copy();
-        return true;
-    }
     if (key->modifiers() == Qt::AltModifier && (key->key() == Qt::Key_Up || key->key() == Qt::Key_Down)) {
         sortByCurrentColumn(key->key() == Qt::Key_Up ? Qt::AscendingOrder : Qt::DescendingOrder);
         return true;
@@ -214,29 +147,6 @@ void frmHistory::sortByCurrentColumn(Qt::SortOrder order)
     if (current.isValid())
         m_table->sortByColumn(current.column(), order);
     m_table->scrollTo(m_table->currentIndex());
-}
-
-// Column widths are kept as those of the grids are, in average characters.
-void frmHistory::loadColumns()
-{
-    const double unit = fontMetrics().averageCharWidth();
-    QHeaderView* headers = m_table->horizontalHeader();
-    platform::GridModel widths;
-    widths.setMaxCols(HistoryModel::kColumns);
-    for (int i = 0; i < HistoryModel::kColumns; ++i)
-        widths.setColWidth(i + 1, std::max(kHistoryWidths[i], headers->sectionSizeHint(i) / unit));
-    m_library.loadColSize(widths, kHistoryForm, QString());
-    for (int i = 0; i < HistoryModel::kColumns; ++i)
-        headers->resizeSection(i, std::max(qRound(widths.colWidth(i + 1) * unit), headers->minimumSectionSize()));
-}
-
-void frmHistory::saveColumns() const
-{
-    platform::GridModel widths;
-    widths.setMaxCols(HistoryModel::kColumns);
-    for (int i = 0; i < HistoryModel::kColumns; ++i)
-        widths.setColWidth(i + 1, static_cast<double>(m_table->columnWidth(i)) / fontMetrics().averageCharWidth());
-    m_library.saveColSize(widths, kHistoryForm, QString());
 }
 
 void frmHistory::reload()
@@ -264,7 +174,7 @@ void frmHistory::fillDays(const JournalReading& reading)
     days.erase(std::unique(days.begin(), days.end()), days.end());
     const QSignalBlocker silent(m_day);
     m_day->clear();
-    m_day->addItem(platform::visibleText(m_library.tranStr(QStringLiteral("All days"))));
+    m_day->addItem(platform::visibleText(library().tranStr(QStringLiteral("All days"))));
     for (const QDate& day : days)
         m_day->addItem(day.toString(QStringLiteral("yyyy/MM/dd")), day);
     m_day->setCurrentIndex(chosen.isValid() ? m_day->findData(chosen) : 0);
@@ -280,27 +190,17 @@ void frmHistory::chooseDay()
 // The selected rows, or all that are shown.
 void frmHistory::copy()
 {
-    std::vector<int> rows;
-    const QModelIndexList selected = m_table->selectionModel()->selectedRows();
-    for (const QModelIndex& index : selected)
-        rows.push_back(index.row());
-    std::sort(rows.begin(), rows.end());
-    for (int row = 0; selected.isEmpty() && row < m_shown.rowCount(); ++row)
-        rows.push_back(row);
-    QStringList lines{m_model.copyCaptions()};
-    for (const int row : rows)
-        lines << m_model.copyText(m_shown.mapToSource(m_shown.index(row, 0)).row());
-    QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
+    copyRows(m_model.copyCaptions(), [this](int row) { return m_model.copyText(row); });
 }
 
 void frmHistory::showStatus()
 {
     const HistoryFilter::Counts counts = m_shown.counts();
     QStringList parts{
-        m_library.tranStr(QStringLiteral("%1 writes, %2 parameters")).arg(counts.writes).arg(counts.parameters)};
+        library().tranStr(QStringLiteral("Writes: %1, parameters: %2")).arg(counts.writes).arg(counts.parameters)};
     if (m_damagedLines > 0)
-        parts << m_library.tranStr(QStringLiteral("damaged lines left out: %1")).arg(m_damagedLines);
+        parts << library().tranStr(QStringLiteral("damaged lines left out: %1")).arg(m_damagedLines);
     for (const QString& file : m_unreadable)
-        parts << m_library.tranStr(QStringLiteral("%1 cannot be read")).arg(file);
+        parts << library().tranStr(QStringLiteral("%1 cannot be read")).arg(file);
     m_status->setText(platform::visibleText(parts.join(QStringLiteral("   "))));
 }

@@ -2,9 +2,7 @@
 
 #include "HistoryFilter.h"
 #include "HistoryModel.h"
-#include "WidgetPlacement.h"
-
-#include <QDialog>
+#include "RecordWindow.h"
 
 #include <memory>
 
@@ -13,7 +11,7 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class QTableView;
+class RecordTable;
 class clsLibrary;
 struct JournalReading;
 
@@ -25,7 +23,7 @@ class ControlRegistry;
 // journal is read each time the window is opened, and by Reload.
 //
 // show opens it, as often as wanted; tranForm puts it into the language in use at any time.
-class frmHistory : public QDialog
+class frmHistory : public RecordWindow
 {
     Q_OBJECT
 
@@ -37,21 +35,15 @@ public:
     void tranForm();
 
 protected:
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void changeEvent(QEvent* event) override;
+    void aboutToShow() override { reload(); }
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void setupForm();
     QWidget* setupSearch();
-    void setupTable();
     void connectForm();
     void registerControls();
     void nameFields();
-    void setRowHeight();
-    void loadColumns();
-    void saveColumns() const;
     void reload();
     void fillDays(const JournalReading& reading);
     void chooseDay();
@@ -59,14 +51,11 @@ private:
     void copy();
     void showStatus();
 
-    const clsLibrary& m_library;
     const Journal& m_journal;
     HistoryModel m_model;
     HistoryFilter m_shown;
     int m_damagedLines = 0;
     QStringList m_unreadable;
-    bool m_isLaidOut = false;
-    platform::WidgetPlacement m_placement;
     std::unique_ptr<platform::ControlRegistry> m_registry;
 
     QLabel* m_searchLabel = nullptr; // Label1
@@ -76,6 +65,6 @@ private:
     QPushButton* m_copy = nullptr;   // Command1(0)
     QPushButton* m_reload = nullptr; // Command1(1)
     QPushButton* m_close = nullptr;  // Command1(2)
-    QTableView* m_table = nullptr;   // tblHistory
+    RecordTable* m_table = nullptr;  // tblHistory
     QLabel* m_status = nullptr;      // Label3
 };

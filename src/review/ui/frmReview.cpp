@@ -22,15 +22,14 @@
 namespace {
 
 const QString kReviewForm = QStringLiteral("frmReview");
-const std::vector<double> kReviewWidths{26, 18, 16, 12, 46, 22, 11, 10}; // average characters
-constexpr QSize kReviewSize(176, 32);                                    // average characters and lines
+const std::vector<double> kReviewWidths{26, 18, 16, 12, 46, 22, 11, 10}; // widths of a digit
+constexpr QSize kReviewSize(176, 32);                                    // widths of a digit and lines
 constexpr const char* kFilters[] = {"ReviewAll", "ReviewConflicts", "ReviewFailed", "ReviewAccepted"};
 
 } // namespace
 
 frmReview::frmReview(const clsLibrary& library, Review& review)
-    : QDialog(nullptr, Qt::Window), m_library(library), m_review(review), m_model(review, library.translation()),
-      m_placement(*this, kReviewForm)
+    : RecordWindow(library, kReviewForm, kReviewSize), m_review(review), m_model(review, library.translation())
 {
     m_shown.setSourceModel(&m_model);
     setupForm();
@@ -48,11 +47,8 @@ ProgressView& frmReview::progress()
 
 void frmReview::setupForm()
 {
-    setObjectName(kReviewForm);
     setWindowTitle(QStringLiteral("Review and send"));
-    m_table = new RecordTable(m_library, kReviewForm, kReviewWidths, this);
-    m_table->setObjectName(QStringLiteral("tblReview"));
-    m_table->setModel(&m_shown);
+    m_table = addTable(m_shown, QStringLiteral("tblReview"), kReviewWidths);
     m_table->setItemDelegate(new ReviewDelegate(m_table));
     m_table->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // as the grid has them
     m_table->setSortingEnabled(true);
@@ -63,12 +59,11 @@ void frmReview::setupForm()
     layout->addWidget(setupFilter());
     layout->addWidget(m_table, 1);
     layout->addWidget(m_status);
-    m_progress = new ProgressRow(m_library, this);
+    m_progress = new ProgressRow(library(), this);
     m_stop = m_progress->stopButton();
     m_stop->setObjectName(QStringLiteral("Command1_5"));
     layout->addWidget(m_progress);
     layout->addWidget(setupButtons());
-    resize(kReviewSize.width() * fontMetrics().averageCharWidth(), kReviewSize.height() * fontMetrics().lineSpacing());
 }
 
 QWidget* frmReview::setupFilter()
@@ -118,10 +113,7 @@ void frmReview::connectForm()
     connect(&m_model, &ReviewModel::ticked, this, &frmReview::showStatus);
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmReview::showStatus);
     connect(m_table, &RecordTable::copyWanted, this, &frmReview::copy);
-    connect(m_table, &RecordTable::doubleClicked, this, &frmReview::goToCurrent);
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
-        connect(new QShortcut(key, m_table, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
-                &frmReview::goToCurrent);
+    connect(m_table, &RecordTable::openWanted, this, &frmReview::goToCurrent);
     connect(new QShortcut(Qt::Key_Space, m_table, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
             &frmReview::tickSelected);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] { m_search->setFocus(); });
@@ -144,38 +136,17 @@ void frmReview::registerControls()
 
 void frmReview::tranForm()
 {
-    m_library.tranForm(*m_registry);
+    library().tranForm(*m_registry);
     m_model.retranslate();
     for (int i = 0; i < m_filter->count(); ++i)
-        m_filter->setItemText(i, platform::visibleText(m_library.tranStr(QLatin1String(kFilters[i]))));
-    const QString search = m_library.tranStr(QStringLiteral("Search in name, block and tag"));
+        m_filter->setItemText(i, platform::visibleText(library().tranStr(QLatin1String(kFilters[i]))));
+    const QString search = library().tranStr(QStringLiteral("Search in name, block and tag"));
     m_search->setPlaceholderText(platform::visibleText(search));
     platform::nameField(*m_search, search);
-    platform::nameField(*m_filter, m_library.tranStr(QStringLiteral("Show")));
+    platform::nameField(*m_filter, library().tranStr(QStringLiteral("Show")));
     platform::nameField(*m_table, windowTitle());
     m_table->setRowHeight();
     showStatus();
-}
-
-void frmReview::showEvent(QShowEvent* event)
-{
-    if (!event->spontaneous() && !m_isLaidOut) {
-        m_library.loadFormSize(m_placement);
-        m_table->loadColumns();
-        m_isLaidOut = true;
-    }
-    if (!event->spontaneous())
-        m_table->setFocus();
-    QDialog::showEvent(event);
-}
-
-void frmReview::hideEvent(QHideEvent* event)
-{
-    if (!event->spontaneous()) {
-        m_library.saveFormSize(m_placement);
-        m_table->saveColumns();
-    }
-    QDialog::hideEvent(event);
 }
 
 // The current row stays where it is.
@@ -207,7 +178,7 @@ void frmReview::showStatus()
     for (QPushButton* button : {m_send, m_retry})
         button->setToolTip(platform::visibleText(m_obstacle));
     QString text =
-        m_library.tranStr(QStringLiteral("Changes: %1, ticked to be sent: %2")).arg(m_review.changes()).arg(ticked);
+        library().tranStr(QStringLiteral("Changes: %1, ticked to be sent: %2")).arg(m_review.changes()).arg(ticked);
     if (!m_obstacle.isEmpty())
         text += u'\n' + m_obstacle;
     m_status->setText(platform::visibleLines(text));
@@ -229,10 +200,7 @@ QStringList frmReview::selectedTags() const
 
 void frmReview::copy()
 {
-    QStringList lines{m_model.copyCaptions()};
-    for (const int row : m_table->chosenRows())
-        lines << m_model.copyText(m_shown.mapToSource(m_shown.index(row, 0)).row());
-    QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
+    copyRows(m_model.copyCaptions(), [this](int row) { return m_model.copyText(row); });
 }
 
 void frmReview::goToCurrent()

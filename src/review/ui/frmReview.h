@@ -1,9 +1,7 @@
 #pragma once
 
+#include "RecordWindow.h"
 #include "ReviewModel.h"
-#include "WidgetPlacement.h"
-
-#include <QDialog>
 
 #include <memory>
 
@@ -24,7 +22,7 @@ class ControlRegistry;
 // it cannot do itself; a transfer that it asked for shows its progress here.
 //
 // show opens it, as often as wanted; reload after the review has changed; tranForm puts it into the language in use.
-class frmReview : public QDialog
+class frmReview : public RecordWindow
 {
     Q_OBJECT
 
@@ -45,10 +43,6 @@ Q_SIGNALS:
     void goWanted(const QString& tag);
     void cancelled();
 
-protected:
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-
 private:
     void setupForm();
     QWidget* setupFilter();
@@ -62,13 +56,10 @@ private:
     ReviewRow rowAt(int shownRow) const;
     QStringList selectedTags() const;
 
-    const clsLibrary& m_library;
     Review& m_review;
     ReviewModel m_model;
     ReviewFilter m_shown;
-    platform::WidgetPlacement m_placement;
     std::unique_ptr<platform::ControlRegistry> m_registry;
-    bool m_isLaidOut = false;
     QString m_obstacle;
 
     QLineEdit* m_search = nullptr;   // Text1
