@@ -28,7 +28,7 @@ CAPTIONS = {
     "Back", "Forward", "Contents", "Find", "Find:", "Print...", "Larger", "Smaller", "Previous", "Next",
     "Not found on this page",
     # Of the review: title, filters, columns, classes, causes, and what is in order
-    "Review and send", "Review and send...", "Backups...", "History...", "Review...", "1 change", "%1 changes", "Search in name, block and tag",
+    "all parameters", "before writing %1; COM%2 %3, slave %4", "Review and send", "Review and send...", "Backups...", "History...", "Review...", "1 change", "%1 changes", "Search in name, block and tag",
     "Show", "ReviewAll", "ReviewConflicts", "ReviewFailed", "ReviewAccepted", "ReviewTicked", "ReviewName", "ReviewBlock", "ReviewHeld",
     "ReviewValue", "ReviewState", "ReviewCause", "ReviewClass", "ReviewTag", "changed", "typed", "chosen",
     "pasted", "loaded", "followed from %1", "setting", "calibration", "line", "command", "measured", "Go to cause",

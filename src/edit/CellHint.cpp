@@ -1,6 +1,7 @@
 #include "CellHint.h"
 
 #include "LockRules.h"
+#include "WrittenItems.h"
 #include "clsKX.h"
 
 namespace {
@@ -54,5 +55,6 @@ QString cellHint(const clsKX& kx, int col, int row, const TranslateText& tran)
         return tran(QStringLiteral("%1: shown only, cannot be changed")).arg(nameOf(*item, tran));
     if (cell.locked)
         return lockText(LockRules::reasonOf(*item), tran).arg(nameOf(*item, tran));
-    return meaningOf(*item, tran);
+    const QString meaning = meaningOf(*item, tran);
+    return goesOutAtOnce(kx.data(), *item) ? tran(QStringLiteral("%1; written at once")).arg(meaning) : meaning;
 }

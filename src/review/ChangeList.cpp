@@ -15,6 +15,8 @@ ChangeRow changeRow(const clsKX& kx, const clsData& item)
     row.valueShown = item.VData();
     row.kind = item.Class();
     row.cause = item.cause;
+    if (const clsData* cause = kx.getDataByTag(item.cause.tag))
+        row.causeName = cause->nameOrTag();
     row.isAllowed = item.isAllowed();
     row.hasWords = hasWords(item);
     if (const auto held = heldValue(kx.data(), item)) {

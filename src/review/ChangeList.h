@@ -22,6 +22,7 @@ struct ChangeRow
     QString valueShown;
     ParameterClass kind = ParameterClass::Setting;
     ChangeCause cause;
+    QString causeName; // of the parameter that the change followed from
     bool isAllowed = true; // within its limits, or a choice that exists
     bool hasWords = false; // the values shown are words of the definition
 };

@@ -107,7 +107,7 @@ QString ReviewModel::text(const ReviewRow& row, int column) const
     case kState:
         return stateText(row);
     case kCause:
-        return causeText(row.change.cause);
+        return causeText(row.change);
     case kClass:
         return m_tran(parameterClassName(row.change.kind));
     default:
@@ -148,9 +148,9 @@ QString ReviewModel::whyNotTicked(ParameterClass kind)
     }
 }
 
-QString ReviewModel::causeText(const ChangeCause& cause) const
+QString ReviewModel::causeText(const ChangeRow& change) const
 {
-    switch (cause.kind) {
+    switch (change.cause.kind) {
     case ChangeCause::Kind::None:
         return {};
     case ChangeCause::Kind::Typed:
@@ -164,7 +164,7 @@ QString ReviewModel::causeText(const ChangeCause& cause) const
     case ChangeCause::Kind::Followed:
         break;
     }
-    return m_tran(QStringLiteral("followed from %1")).arg(cause.tag);
+    return m_tran(QStringLiteral("followed from %1")).arg(m_tran(change.causeName));
 }
 
 QString ReviewModel::copyText(int row) const

@@ -22,6 +22,7 @@ const QString kRefusedTip = QStringLiteral("Outside its limits or no choice: it 
 const QString kHeldTip = QStringLiteral("The controller holds %1");
 const QString kFailedTip = QStringLiteral("The last write of it failed");
 const QString kNotAcceptedTip = QStringLiteral("The controller did not accept it");
+const QString kAtOnceTip = QStringLiteral("A choice is written to the controller at once");
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
 
 } // namespace
@@ -113,6 +114,8 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
         tips.removeAll(QString());
         cell.toolTip = tips.join(u'\n');
     }
+    if (cell.toolTip.isEmpty() && goesOutAtOnce(m_model, item))
+        cell.toolTip = m_model.library().tranStr(kAtOnceTip);
     cell.marked = item.sendMark != SendMark::None;
     if (cell.marked)
         cell.toolTip = (markTip(item) + u'\n' + cell.toolTip).trimmed();

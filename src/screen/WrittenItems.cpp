@@ -1,6 +1,7 @@
 #include "WrittenItems.h"
 
 #include "ModelData.h"
+#include "Tags.h"
 #include "clsLibrary.h"
 
 bool carries(const ModelData& model, const clsKXAdr& image, int i, const ItemData& item)
@@ -26,6 +27,12 @@ bool isWritten(const ModelData& model, const ItemData& item)
             return true;
     }
     return false;
+}
+
+bool goesOutAtOnce(const ModelData& model, const ItemData& item)
+{
+    const bool isTerm = item.Key() == tags::kUnit || item.Key() == tags::kInputRange;
+    return isTerm && !model.isOffLine() && isWritten(model, item);
 }
 
 bool isRead(const ModelData& model, const ItemData& item)

@@ -182,7 +182,7 @@ bool TransferEngine::keepHeldSet(const QString& cause)
         return true;
     clsLibrary& library = m_parts.kx.library();
     const uclComm& link = m_parts.link;
-    const QString comment = QStringLiteral("before writing %1; COM%2 %3, slave %4")
+    const QString comment = library.tranStr(QStringLiteral("before writing %1; COM%2 %3, slave %4"))
                                 .arg(cause)
                                 .arg(link.Port())
                                 .arg(link.device())

@@ -96,11 +96,11 @@ std::vector<clsData*> WriteTransfer::writtenItems(const QStringList& tags) const
     return items;
 }
 
-QString WriteTransfer::namesOf(const std::vector<clsData*>& items)
+QString WriteTransfer::namesOf(const std::vector<clsData*>& items) const
 {
     QStringList names;
     for (const clsData* item : items)
-        names << item->nameOrTag();
+        names << m_parts.kx.library().tranStr(item->nameOrTag());
     return names.join(QStringLiteral(", "));
 }
 
@@ -146,7 +146,7 @@ bool WriteTransfer::writeBlock(const clsBlock& block)
         return false;
     Images colWrite;
     m_selection.addWithRelays(block, colWrite);
-    return begin(block.m_sName) && finish(sendData(colWrite, Scope::Blocks));
+    return begin(m_parts.kx.library().tranStr(block.m_sName)) && finish(sendData(colWrite, Scope::Blocks));
 }
 
 bool WriteTransfer::writeBlockThenOne(const clsBlock* block, const QString& sTag)
@@ -159,7 +159,7 @@ bool WriteTransfer::writeBlockThenOne(const clsBlock* block, const QString& sTag
     Images after;
     if (clsData* item = m_parts.kx.getDataByTag(sTag))
         m_selection.add(*item, after);
-    if (!begin(block == nullptr ? sTag : block->m_sName))
+    if (!begin(block == nullptr ? sTag : m_parts.kx.library().tranStr(block->m_sName)))
         return false;
     const bool isBlockWritten = sendData(colWrite, Scope::Blocks) && m_report.failed.isEmpty();
     if (!isBlockWritten)
@@ -179,7 +179,7 @@ bool WriteTransfer::writeAll()
     Images first;
     if (clsData* range = m_parts.kx.getDataByTag(tags::kInputRange))
         m_selection.add(*range, first);
-    if (!begin(QStringLiteral("all parameters")))
+    if (!begin(m_parts.tran("all parameters")))
         return false;
     bool walked = first.empty() || sendData(first, Scope::Single);
     if (walked && (isRangeInForce() || m_parts.settings.m_bComm))

@@ -65,7 +65,7 @@ private:
     [[nodiscard]] bool mayWrite();
     [[nodiscard]] bool begin(const QString& cause);
     std::vector<clsData*> writtenItems(const QStringList& tags) const;
-    static QString namesOf(const std::vector<clsData*>& items);
+    QString namesOf(const std::vector<clsData*>& items) const;
     bool sendChosen(const QStringList& tags);
     bool isAllowed();
     bool isReady();

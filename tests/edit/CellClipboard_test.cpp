@@ -115,7 +115,7 @@ TEST_F(Hint, TellsLimitsMeaningOrWhyNot)
         {"VQOH1", "0.0 < %1 <= 105.0"},
         {"SWQCF", "%1: locked, a voltage or current input has no temperature unit"},
         {"VQAL1", "%1: locked, the alarm type does not use it"},
-        {"PQRNO", "%1: double-click or press Enter to choose"},
+        {"PQRNO", "%1: double-click or press Enter to choose; written at once"},
         {"VQPV", "%1: shown only, cannot be changed"},
     };
     const auto hintOf = [this](const char* tag) {

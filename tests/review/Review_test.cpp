@@ -108,10 +108,10 @@ TEST_F(ChangeReview, TheTableTellsItAll)
                         "",          "setting", "A"};
     for (int column = 0; column < ReviewModel::kColumns; ++column)
         EXPECT_EQ(cell(0, column), a[column]);
-    EXPECT_EQ(cell(1, ReviewModel::kCause), u"followed from A");
+    EXPECT_EQ(cell(1, ReviewModel::kCause), u"followed from name of A");
     EXPECT_EQ(cell(2, ReviewModel::kState), u"not accepted: the controller keeps 0.7");
     EXPECT_TRUE(cell(3, ReviewModel::kState).startsWith(u"tick it by hand: it starts"));
-    EXPECT_EQ(model.copyText(1), u"x\tname of B\tSet\t0.5\t0.6\tchanged\tfollowed from A\tsetting\tB");
+    EXPECT_EQ(model.copyText(1), u"x\tname of B\tSet\t0.5\t0.6\tchanged\tfollowed from name of A\tsetting\tB");
     const QSignalSpy ticked(&model, &ReviewModel::ticked);
     EXPECT_TRUE(model.setData(model.index(0, 0), Qt::Checked, Qt::CheckStateRole));
     EXPECT_EQ(ticked.size(), 1);

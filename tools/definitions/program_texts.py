@@ -63,6 +63,8 @@ PROGRAM_TEXTS = (
     ("%1: locked, the input range fixes it", "%1: 設定不可 (入力種類で決まります)"),
     ("%1: locked, a voltage or current input has no temperature unit", "%1: 設定不可 (電圧・電流入力には温度単位がありません)"),
     ("%1: locked, the alarm type does not use it", "%1: 設定不可 (この警報種類では使用しません)"),
+    ("%1; written at once", "%1 (選ぶとすぐに書き込まれます)"),
+    ("A choice is written to the controller at once", "選ぶとすぐに機器へ書き込まれます"),
     # Communication settings
     ("Asking the controller...", "機器に問い合わせ中..."),
     ("There was no response.", "応答がありません。"),
@@ -94,6 +96,8 @@ PROGRAM_TEXTS = (
     ("%1 in conflict", "%1項目が競合しています"),
     ("%1: not sent, because the controller held %2 when it was changed and holds %3 now",
      "%1: 変更時の機器の値は%2でしたが、現在は%3のため送信していません"),
+    ("all parameters", "全パラメータ"),
+    ("before writing %1; COM%2 %3, slave %4", "%1の書き込み前; COM%2 %3, スレーブ%4"),
     # Review
     ("Review and send", "変更の確認と送信"),
     ("Review and send...", "変更の確認と送信..."),
