@@ -24,6 +24,14 @@ public:
         m_images.clear();
     }
     int count() const { return static_cast<int>(m_images.size()); }
+    std::vector<clsKXAdr*> all() const
+    {
+        std::vector<clsKXAdr*> images;
+        images.reserve(m_images.size());
+        for (const auto& image : m_images)
+            images.push_back(image.get());
+        return images;
+    }
     clsKXAdr& at(int index) const { return *m_images[static_cast<size_t>(index)]; } // 0-based
 
 private:

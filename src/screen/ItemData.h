@@ -54,8 +54,8 @@ class ItemData
 {
 public:
     int Edit = EditState::kUntouched;
-    ChangeCause cause; // while it is changed
     SendMark sendMark = SendMark::None;
+    ChangeCause cause; // while it is changed
 
     // Reads section "Datas"number. bUse false: the item is visible whatever the file says. The library is kept.
     void load(clsINI& objIni, int number, clsLibrary* objLib, bool bUse);

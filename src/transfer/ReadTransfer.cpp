@@ -33,9 +33,7 @@ void ReadTransfer::run(const std::vector<clsBlock*>* colRefData, Purpose purpose
         return;
     m_bCancel = false;
     m_lResult = Result::Success;
-    std::vector<clsKXAdr*> images;
-    for (int i = 0; i < m_parts.kx.ColAdr().count(); ++i)
-        images.push_back(&m_parts.kx.ColAdr().at(i));
+    const std::vector<clsKXAdr*> images = m_parts.kx.ColAdr().all();
     m_parts.begin(static_cast<int>(images.size()));
     const Step end = readImages(images);
     m_report.requests = m_parts.channel.requests();

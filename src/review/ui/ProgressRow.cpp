@@ -10,7 +10,7 @@
 
 ProgressRow::ProgressRow(const clsLibrary& library, QWidget* parent)
     : QWidget(parent), m_library(library), m_bar(new QProgressBar(this)), m_text(new QLabel(this)),
-      m_stop(new QPushButton(QStringLiteral("S&top"), this))
+      m_stop(new QPushButton(QStringLiteral("Sto&p"), this))
 {
     m_bar->setObjectName(QStringLiteral("ProgressBar1"));
     m_text->setObjectName(QStringLiteral("Label2"));

@@ -101,7 +101,7 @@ QWidget* frmReview::setupButtons()
     m_revert = add(QStringLiteral("&Revert"));
     m_copy = add(QStringLiteral("C&opy"));
     layout->addStretch();
-    m_close = add(QStringLiteral("Clo&se"));
+    m_close = add(QStringLiteral("&Close"));
     return row;
 }
 
