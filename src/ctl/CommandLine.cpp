@@ -20,9 +20,10 @@ Commands:
   detect                ask the controller for its model; print the model string and its code
   read                  read all parameters of the controller and print them
   get TAG...            read the controller; print TAG=value of these parameters
-  set TAG=VALUE...      read the controller, check all values, write them, read back and print TAG=value
+  set TAG=VALUE...      read the controller, check all values, write them, read back; print what became of each
   show FILE             print a parameter file; needs no controller
-  write FILE            write a parameter file to the controller and read back
+  write FILE            write what differs in a parameter file to the controller, read back; print what became of each
+  changes FILE          print what write --class all would change; send nothing
   compare FILE          print what differs between a parameter file and the controller
   compare FILE FILE2    the same for two parameter files; needs no controller
   history               print what was written to controllers, the oldest first; needs no controller
@@ -42,16 +43,19 @@ Options (those left out come from the main settings file):
   --model CODE           model code, such as KX410, or the whole model string; a parameter file names its own
   --timeout S            seconds of silence after which a request counts as lost, 1 to 3600
   --quiet                show no progress
+  --class LIST           of set, write and changes: classes of parameters to send, separated by commas: setting,
+                         calibration, line, command; or all (default: write setting, else all)
   --dry-run              of set and write: print what would change, send nothing
   --read-only            write nothing to a controller: set and write end with status 6
-  --no-backup            of set and write: keep nothing of what the controller held
+  --no-backup            of set and write: keep nothing of what the controller held; write all the same where the
+                         history cannot be written
   -o FILE                write the result to FILE, whole or not at all
   --as table|csv|json    form of the result (default: table)
   --as set               of read, with -o: write a parameter file
   --help, --version
 
 Exit status: 0 done, 1 the sets differ, 2 usage, 3 no port or no answer, 4 wrong or unknown model, 5 unreadable file
-or definition, or a definition with faults, 6 a value was refused or did not read back.
+or definition, or a definition with faults, 6 a value was refused, did not read back, or the controller changed.
 )";
 
 std::optional<int> numberWithin(const QString& text, int least, int most)
@@ -81,6 +85,7 @@ constexpr CommandForm kCommands[] = {
     {u"get", Command::Get, 1, kAnyNumber, u"one TAG or more"},
     {u"set", Command::Set, 1, kAnyNumber, u"one TAG=VALUE or more"},
     {u"write", Command::Write, 1, 1, u"one parameter file"},
+    {u"changes", Command::Changes, 1, 1, u"one parameter file"},
     {u"compare", Command::Compare, 1, 2, u"one or two parameter files"},
     {u"history", Command::History, 0, 0, u"options only"},
     {u"backups", Command::Backups, 0, 1, u"one model code or model string, or none for all"},
@@ -115,6 +120,7 @@ public:
         readMode(line);
         readNumber(QStringLiteral("slave"), slaverange::kLast, line.slave);
         readNumber(QStringLiteral("timeout"), kMaxTimeoutSeconds, line.timeoutSeconds);
+        readClasses(line);
         readFormat(line);
     }
 
@@ -160,6 +166,20 @@ private:
         line.transmissionMode = name == u"ascii" ? 1 : 0;
     }
 
+    void readClasses(CommandLine& line)
+    {
+        const QString names = m_parser.value(QStringLiteral("class"));
+        if (!m_parser.isSet(QStringLiteral("class")) || names == u"all")
+            return;
+        for (const QString& name : names.split(u',')) {
+            const std::optional<ParameterClass> kind = parameterClassOf(name);
+            if (kind && kind != ParameterClass::Measured)
+                line.classes << *kind;
+            else
+                refuse(QStringLiteral("class"), QStringLiteral("setting, calibration, line, command or all"));
+        }
+    }
+
     void readFormat(CommandLine& line)
     {
         if (!m_parser.isSet(QStringLiteral("as")))
@@ -187,7 +207,7 @@ private:
 
 void addOptions(QCommandLineParser& parser)
 {
-    for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "as", "o"})
+    for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "class", "as", "o"})
         parser.addOption({QString::fromLatin1(name), QString(), QStringLiteral("value")});
     for (const char* name : {"quiet", "dry-run", "read-only", "no-backup", "help", "version"})
         parser.addOption(QCommandLineOption(QString::fromLatin1(name)));
@@ -261,6 +281,9 @@ ParsedCommandLine parseCommandLine(const QStringList& arguments)
     OptionReader(parser, result).readAll();
     if (result.error.isEmpty())
         readCommand(parser.positionalArguments(), result);
+    if (result.line.command == Command::Write && !parser.isSet(QStringLiteral("class")))
+        result.line.classes = {ParameterClass::Setting};
+    result.line.dryRun = result.line.dryRun || result.line.command == Command::Changes;
     return result;
 }
 

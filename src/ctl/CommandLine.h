@@ -1,7 +1,9 @@
 #pragma once
 
 #include "OutputFormat.h"
+#include "ParameterClass.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -19,6 +21,7 @@ enum class Command {
     Get,
     Set,
     Write,
+    Changes,
     Compare,
     History,
     Backups
@@ -37,12 +40,16 @@ struct CommandLine
     QString model;                       // a code of the catalogue, or a whole model string
     std::optional<int> timeoutSeconds;   // 1 to 3600
     bool quiet = false;
-    bool dryRun = false;        // `write` and `set` print what they would change, and send nothing
-    bool readOnly = false;      // nothing is written to a controller
-    bool withoutBackup = false; // `write` keeps nothing of what the controller held
-    QString outputFile;         // empty: standard output
+    bool dryRun = false;           // `write` and `set` print what they would change, and send nothing
+    QList<ParameterClass> classes; // that `write` and `set` send; empty: all
+    bool readOnly = false;         // nothing is written to a controller
+    bool withoutBackup =
+        false;          // `write` and `set` do without a backup, and without the history where it cannot be written
+    QString outputFile; // empty: standard output
     OutputFormat format = OutputFormat::Table;
     bool asParameterFile = false; // `read` writes a parameter file; outputFile is its name then
+
+    bool sends(ParameterClass kind) const { return classes.isEmpty() || classes.contains(kind); }
 };
 
 // A command line as it was read: the line counts only without an error.

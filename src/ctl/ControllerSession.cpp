@@ -2,11 +2,19 @@
 
 #include "ProgramContext.h"
 
+#include <algorithm>
+
 namespace {
 
 CommandResult failed(ExitStatus status, const QString& line)
 {
     return CommandResult::failed(status, line);
+}
+
+bool mayBeThere(const SentParameter& parameter)
+{
+    return parameter.outcome == SendOutcome::Accepted || parameter.outcome == SendOutcome::NotAccepted ||
+           parameter.outcome == SendOutcome::Failed;
 }
 
 } // namespace
@@ -52,25 +60,12 @@ CommandResult ControllerSession::read()
 
 CommandResult ControllerSession::writeChosen(const QStringList& tags)
 {
-    if (!m_interrupted) {
-        m_wrote = true;
+    if (!m_interrupted)
         m_engine->writeChosen(tags);
-    }
+    const WriteReport& report = lastWrite();
+    m_wrote = report.outcome != WriteOutcome::NoAnswer &&
+              std::any_of(report.parameters.begin(), report.parameters.end(), mayBeThere);
     return writeResult();
-}
-
-CommandResult ControllerSession::writeAll()
-{
-    if (!m_interrupted) {
-        m_wrote = true;
-        m_engine->setDataToKXAll();
-    }
-    const CommandResult written = writeResult();
-    // Whether a request was refused or the line is gone shows in the read-back.
-    if (lastWrite().outcome != WriteOutcome::Complete)
-        return written;
-    const CommandResult readBack = readResult();
-    return readBack.ok() ? written : readBack;
 }
 
 void ControllerSession::interrupt()
@@ -92,9 +87,7 @@ CommandResult ControllerSession::readResult() const
 {
     const ReadReport& report = m_engine->lastRead();
     if (m_interrupted)
-        return failed(ExitStatus::NoAnswer,
-                      m_wrote ? QStringLiteral("interrupted; some parameters may have been written: read them")
-                              : QStringLiteral("interrupted; nothing was read"));
+        return failed(ExitStatus::NoAnswer, QStringLiteral("interrupted; nothing was read"));
     if (report.outcome == ReadOutcome::WrongModel)
         return wrongModel();
     return report.outcome == ReadOutcome::Complete ? definitionResult() : noAnswer();
@@ -125,33 +118,48 @@ CommandResult ControllerSession::writeResult() const
     const WriteReport& report = lastWrite();
     if (m_interrupted)
         return failed(ExitStatus::NoAnswer,
-                      QStringLiteral("interrupted; some parameters may have been written: read them"));
-    if (report.outcome == WriteOutcome::WrongModel)
-        return wrongModel();
-    if (!m_engine->backupError().isEmpty())
-        return failed(ExitStatus::BadFile,
-                      QStringLiteral("nothing was written, because what the controller holds cannot be kept: %1; "
-                                     "correct that, or repeat with --no-backup")
-                          .arg(m_engine->backupError()));
-    if (!m_engine->journalError().isEmpty() && report.outcome == WriteOutcome::Declined)
-        return failed(ExitStatus::BadFile,
-                      QStringLiteral("nothing was written, because it cannot be entered in the history: %1; correct "
-                                     "that, or repeat with --no-backup")
-                          .arg(m_engine->journalError()));
-    if (report.outcome != WriteOutcome::Complete)
+                      m_wrote ? QStringLiteral("interrupted; some parameters may have been written: read them")
+                              : QStringLiteral("interrupted; nothing was written"));
+    const bool isReadBack = report.readBack == ReadOutcome::None || report.readBack == ReadOutcome::Complete;
+    switch (report.outcome) {
+    case WriteOutcome::Complete:
+    case WriteOutcome::NothingToDo: // nothing that may go out: the report says why
+        return isReadBack ? CommandResult{ExitStatus::Done, QByteArray(), notInHistory()} : noAnswer();
+    case WriteOutcome::WrongModel:
+        return failed(ExitStatus::WrongModel,
+                      QStringLiteral("%1: another model answers now; nothing was written: read it and repeat")
+                          .arg(m_controlLink.text()));
+    case WriteOutcome::Declined:
+        return nothingWritten();
+    case WriteOutcome::NoAnswer:
+    case WriteOutcome::Aborted:
+        return noAnswer();
+    default:
         return failed(ExitStatus::NoAnswer, QStringLiteral("%1: the write did not come to its end; %2")
                                                 .arg(m_controlLink.text(), m_messages.lastNotice()));
-    if (!report.outsideLimits.isEmpty())
-        return failed(ExitStatus::Refused,
-                      QStringLiteral("%1: not written, because outside the limits or no choice: %2; correct the values")
-                          .arg(m_controlLink.text(), report.outsideLimits.join(u", ")));
-    if (report.failed.isEmpty())
-        return {};
-    QStringList requests;
-    for (const FailedRequest& request : report.failed)
-        requests << request.text();
-    return failed(ExitStatus::Refused, QStringLiteral("%1: not written: %2; read the controller before going on")
-                                           .arg(m_controlLink.text(), requests.join(u", ")));
+    }
+}
+
+// What could not be kept before the first frame.
+CommandResult ControllerSession::nothingWritten() const
+{
+    const QString text =
+        m_engine->backupError().isEmpty()
+            ? QStringLiteral("nothing was written, because it cannot be entered in the history: %1; correct that, or "
+                             "repeat with --no-backup")
+            : QStringLiteral("nothing was written, because what the controller holds cannot be kept: %1; correct "
+                             "that, or repeat with --no-backup");
+    return failed(ExitStatus::BadFile,
+                  text.arg(m_engine->backupError().isEmpty() ? m_engine->journalError() : m_engine->backupError()));
+}
+
+// Of a write that came to its end: its result may be missing there, or all of it.
+QString ControllerSession::notInHistory() const
+{
+    if (m_engine->journalError().isEmpty())
+        return platform::visibleText(m_messages.lastNotice().simplified());
+    return platform::visibleText(
+        QStringLiteral("the write is not in the history: %1").arg(m_engine->journalError().simplified()));
 }
 
 // Sections that parameters name but that made no request: their values are not the controller's.
@@ -174,8 +182,18 @@ CommandResult ControllerSession::noAnswer() const
         return failed(ExitStatus::NoAnswer,
                       QStringLiteral("%1: no sound answer to %2; check cable, speed, mode and slave%3")
                           .arg(m_controlLink.text(), m_lostRequest, remedy));
-    return failed(ExitStatus::NoAnswer, QStringLiteral("%1: %2; check the adapter and try again%3")
-                                            .arg(m_controlLink.text(), m_engine->lastRead().lastFailure, remedy));
+    return failed(
+        ExitStatus::NoAnswer,
+        QStringLiteral("%1: %2; check the adapter and try again%3").arg(m_controlLink.text(), lastLineFault(), remedy));
+}
+
+// The read before a write went well.
+QString ControllerSession::lastLineFault() const
+{
+    const WriteReport& report = lastWrite();
+    if (!report.failed.isEmpty())
+        return report.failed.last().text();
+    return report.parameters.isEmpty() ? m_engine->lastRead().lastFailure : report.parameters.first().reason;
 }
 
 CommandResult ControllerSession::wrongModel() const

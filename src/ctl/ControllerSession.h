@@ -11,7 +11,7 @@
 
 class ProgramContext;
 
-// A command's dealings with one controller: load, open, read, and then any number of writes, each followed by a read.
+// A command's dealings with one controller: load, open, read, and then a write, which looks before and reads back.
 // Stricter than the window: a request that gets no sound answer ends a read, so that either every value is the
 // controller's or none is shown. The transfers return when they have ended, dispatching events while they wait.
 class ControllerSession : public QObject
@@ -27,10 +27,9 @@ public:
     CommandResult load(const QString& wanted);
     CommandResult open();
     CommandResult read();
-    // The values that the parameters have now, in one write. writeAll also reads back; what was not accepted is in
-    // lastWrite.
+    // The values that these parameters have now. Done when it came to its end: lastWrite tells what became of each, and
+    // the failure what is not in the history.
     CommandResult writeChosen(const QStringList& tags);
-    CommandResult writeAll();
     const WriteReport& lastWrite() const { return m_engine->lastWrite(); }
 
     // Ends a transfer that is under way, and with it the command.
@@ -44,6 +43,9 @@ private:
     CommandResult readResult() const;
     CommandResult definitionResult() const;
     CommandResult writeResult() const;
+    CommandResult nothingWritten() const;
+    QString notInHistory() const;
+    QString lastLineFault() const;
     QStringList unreadSections() const;
     CommandResult noAnswer() const;
     CommandResult wrongModel() const;

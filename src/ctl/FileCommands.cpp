@@ -1,13 +1,12 @@
 #include "FileCommands.h"
 
+#include "ChangeList.h"
 #include "ControllerSession.h"
-#include "ItemLimits.h"
 #include "LoadedModel.h"
 #include "OutputFormat.h"
-#include "PrintedChanges.h"
 #include "SetComparison.h"
 #include "SetFile.h"
-#include "WrittenItems.h"
+#include "WriteRows.h"
 
 namespace {
 
@@ -21,22 +20,6 @@ CommandResult ofFile(const SetFile& file, const CommandResult& loaded)
         QStringLiteral(
             "%1: the file is of model \"%2\", which is not in the model catalogue; vorlantctl models lists it")
             .arg(file.name(), file.modelString()));
-}
-
-CommandResult notAccepted(ControllerSession& session)
-{
-    QStringList tags;
-    for (const NotAccepted& parameter : session.lastWrite().notAccepted) {
-        const clsData* item = session.kx().getDataByTag(parameter.tag);
-        if (item != nullptr && isWritten(session.kx().data(), *item))
-            tags << QStringLiteral("%1 (sent %2, kept %3)").arg(parameter.tag, parameter.sent, parameter.kept);
-    }
-    if (tags.isEmpty())
-        return {};
-    return CommandResult::failed(
-        ExitStatus::Refused, QStringLiteral("%1: the controller did not accept, in stored values, %2; compare shows "
-                                            "what it holds now")
-                                 .arg(session.lineText(), tags.join(u", ")));
 }
 
 } // namespace
@@ -65,11 +48,7 @@ CommandResult writeFile(ProgramContext& program, ControllerSession& session, con
         step = session.read();
     if (step.ok())
         step = file.replaceWritten(session.kx());
-    if (step.ok() && line.dryRun)
-        return printedChanges(session.kx(), line.format);
-    if (step.ok())
-        step = session.writeAll();
-    return step.ok() ? notAccepted(session) : step;
+    return step.ok() ? writeRows(session, line, changesOf(session.kx())) : step;
 }
 
 CommandResult compareFiles(ProgramContext& program, const CommandLine& line)

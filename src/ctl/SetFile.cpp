@@ -87,6 +87,8 @@ void SetFile::apply(clsKX& kx, const Values& values)
     kx.setValues(values);
     for (const auto& item : kx.items())
         item->Edit = EditState::kUntouched;
+    for (const auto& entry : values)
+        kx.getDataByTag(entry.first)->cause = {ChangeCause::Kind::Loaded, {}};
 }
 
 CommandResult SetFile::show(clsKX& kx) const
@@ -126,7 +128,7 @@ CommandResult SetFile::replaceWritten(clsKX& kx) const
         return badFile(QStringLiteral("it holds no value for %1; nothing was written: read and save the set anew")
                            .arg(listed(missing)));
     apply(kx, written);
-    const QStringList unfit = storeInImages(kx, written);
+    const QStringList unfit = unfitFor(kx, written);
     if (unfit.isEmpty())
         return {};
     return CommandResult::failed(
@@ -136,14 +138,14 @@ CommandResult SetFile::replaceWritten(clsKX& kx) const
             .arg(m_name, listed(unfit)));
 }
 
-// What the controller itself holds may stay, whatever the limits say. Returns what is not stored.
-QStringList SetFile::storeInImages(const clsKX& kx, const Values& values)
+// What the controller itself holds may stay, whatever the limits say.
+QStringList SetFile::unfitFor(const clsKX& kx, const Values& values)
 {
     QStringList unfit;
     for (const auto& [tag, value] : values) {
         const clsData& item = *kx.getDataByTag(tag);
-        clsKXAdr& image = *kx.ColAdr().find(item.WSection());
-        if (heldValue(item, image) != value && (!item.isAllowed() || !storeInImage(item, image)))
+        const clsKXAdr& image = *kx.ColAdr().find(item.WSection());
+        if (heldValue(item, image) != value && (!item.isAllowed() || !fitsImage(item, image)))
             unfit << QStringLiteral("%1=%2").arg(tag, value);
     }
     return unfit;

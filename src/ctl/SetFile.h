@@ -22,8 +22,9 @@ public:
 
     // Gives every item that is read from the controller the value of the file, or none.
     CommandResult show(clsKX& kx) const;
-    // Gives every item that is written to the controller the value of the file, and its memory image too. Fails when
-    // the file lacks one, or has one that no controller can hold. To be called after a read.
+    // Gives every item that is written to the controller the value of the file; the memory images stay what the
+    // controller sent. Fails when the file lacks a value, or has one that no controller can hold. To be called after a
+    // read.
     CommandResult replaceWritten(clsKX& kx) const;
 
     // Writes the values that the controller sent.
@@ -35,7 +36,7 @@ private:
     CommandResult badFile(const QString& error) const;
     CommandResult values(const clsKX& kx, Values& values) const;
     static void apply(clsKX& kx, const Values& values);
-    static QStringList storeInImages(const clsKX& kx, const Values& values);
+    static QStringList unfitFor(const clsKX& kx, const Values& values);
 
     ProgramContext& m_program;
     QString m_name;        // as given

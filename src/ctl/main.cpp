@@ -49,6 +49,7 @@ CommandResult withController(ProgramContext& program, const CommandLine& line, Q
     case Command::Set:
         return setParameters(session, line);
     case Command::Write:
+    case Command::Changes:
         return writeFile(program, session, line);
     case Command::Compare:
         return compareWithController(program, session, line);
@@ -104,7 +105,10 @@ CommandResult run(const QStringList& arguments, QTextStream& errors)
     if ((!result.failure.isEmpty() && result.output.isEmpty()) || parsed.line.asParameterFile)
         return result;
     const platform::Result<> written = writeOutput(result.output, parsed.line.outputFile);
-    return written.ok() ? result : CommandResult::failed(ExitStatus::BadFile, written.error());
+    if (written.ok())
+        return result;
+    const QString before = result.failure.isEmpty() ? QString() : result.failure + QStringLiteral("; ");
+    return CommandResult::failed(ExitStatus::BadFile, before + written.error());
 }
 
 } // namespace

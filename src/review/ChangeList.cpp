@@ -35,3 +35,22 @@ std::vector<ChangeRow> changesOf(const clsKX& kx)
     }
     return rows;
 }
+
+QString causeText(const ChangeCause& cause, const QString& followed, const TranslateText& tran)
+{
+    switch (cause.kind) {
+    case ChangeCause::Kind::None:
+        return {};
+    case ChangeCause::Kind::Typed:
+        return tran(QStringLiteral("typed"));
+    case ChangeCause::Kind::Chosen:
+        return tran(QStringLiteral("chosen"));
+    case ChangeCause::Kind::Pasted:
+        return tran(QStringLiteral("pasted"));
+    case ChangeCause::Kind::Loaded:
+        return tran(QStringLiteral("loaded"));
+    case ChangeCause::Kind::Followed:
+        break;
+    }
+    return tran(QStringLiteral("followed from %1")).arg(followed);
+}

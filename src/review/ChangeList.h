@@ -2,6 +2,7 @@
 
 #include "ChangeCause.h"
 #include "ParameterClass.h"
+#include "Translator.h"
 
 #include <QString>
 
@@ -22,7 +23,7 @@ struct ChangeRow
     QString valueShown;
     ParameterClass kind = ParameterClass::Setting;
     ChangeCause cause;
-    QString causeName; // of the parameter that the change followed from
+    QString causeName;     // of the parameter that the change followed from
     bool isAllowed = true; // within its limits, or a choice that exists
     bool hasWords = false; // the values shown are words of the definition
 };
@@ -33,3 +34,6 @@ struct ChangeRow
 std::vector<ChangeRow> changesOf(const clsKX& kx);
 // One parameter as such a row, changed or not.
 ChangeRow changeRow(const clsKX& kx, const clsData& item);
+
+// Where a value comes from, for a person; empty for none. followed: what the parameter is called that it followed from.
+QString causeText(const ChangeCause& cause, const QString& followed, const TranslateText& tran);

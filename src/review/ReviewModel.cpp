@@ -107,7 +107,7 @@ QString ReviewModel::text(const ReviewRow& row, int column) const
     case kState:
         return stateText(row);
     case kCause:
-        return causeText(row.change);
+        return causeText(row.change.cause, m_tran(row.change.causeName), m_tran);
     case kClass:
         return m_tran(parameterClassName(row.change.kind));
     default:
@@ -146,25 +146,6 @@ QString ReviewModel::whyNotTicked(ParameterClass kind)
     default:
         return {};
     }
-}
-
-QString ReviewModel::causeText(const ChangeRow& change) const
-{
-    switch (change.cause.kind) {
-    case ChangeCause::Kind::None:
-        return {};
-    case ChangeCause::Kind::Typed:
-        return m_tran(QStringLiteral("typed"));
-    case ChangeCause::Kind::Chosen:
-        return m_tran(QStringLiteral("chosen"));
-    case ChangeCause::Kind::Pasted:
-        return m_tran(QStringLiteral("pasted"));
-    case ChangeCause::Kind::Loaded:
-        return m_tran(QStringLiteral("loaded"));
-    case ChangeCause::Kind::Followed:
-        break;
-    }
-    return m_tran(QStringLiteral("followed from %1")).arg(m_tran(change.causeName));
 }
 
 QString ReviewModel::copyText(int row) const

@@ -42,7 +42,6 @@ Q_SIGNALS:
 private:
     QString text(const ReviewRow& row, int column) const;
     QString stateText(const ReviewRow& row) const;
-    QString causeText(const ChangeRow& change) const;
     QString shown(const ReviewRow& row, const QString& value) const;
     static QString whyNotTicked(ParameterClass kind);
 

@@ -173,6 +173,7 @@ void ChosenCheck::readBack(const WriteSelection& selection)
     if (sent.isEmpty())
         return;
     const ReadTransfer::Look look = this->look(imagesOf(sent, false));
+    m_report.readBack = look.report.outcome;
     for (const QString& tag : sent) {
         const clsData& item = *m_parts.kx.getDataByTag(tag);
         const bool isRead = look.report.outcome == ReadOutcome::Complete && !look.unread.contains(item.RSection());

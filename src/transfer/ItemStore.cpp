@@ -79,6 +79,12 @@ bool storeInImage(const clsData& item, clsKXAdr& image)
     return false;
 }
 
+bool fitsImage(const clsData& item, const clsKXAdr& image)
+{
+    clsKXAdr copy = image;
+    return storeInImage(item, copy);
+}
+
 void acceptInImage(const clsData& item, clsKXAdr& image)
 {
     if (item.MType() == ItemType::Bit)

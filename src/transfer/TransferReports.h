@@ -91,8 +91,9 @@ struct WriteReport
     QStringList outsideLimits; // tags whose value is outside its limits or no choice; the controller keeps its own
     QStringList conflicts;     // tags whose value at the controller is not the one that the user saw; not sent
     QStringList unsent; // tags whose value is not known to be in the controller, for any reason; they stay changed
-    QVector<NotAccepted> notAccepted;  // after the read-back that follows
-    qint64 wireBytes = 0;              // as in ReadReport
-    int pausesMs = 0;                  // prescribed pauses
-    QVector<SentParameter> parameters; // all that were asked for
+    QVector<NotAccepted> notAccepted;         // after the read-back that follows
+    qint64 wireBytes = 0;                     // as in ReadReport
+    int pausesMs = 0;                         // prescribed pauses
+    QVector<SentParameter> parameters;        // all that were asked for
+    ReadOutcome readBack = ReadOutcome::None; // of chosen parameters, when some of them were sent
 };

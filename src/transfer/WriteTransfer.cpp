@@ -276,14 +276,15 @@ void WriteTransfer::send(clsKXAdr& image, int i)
         return;
     }
     const auto result = m_parts.channel.exchange(m_requests.functionCode());
-    if (m_parts.channel.isAborted())
-        return;
-    const bool good = result == RequestChannel::Result::Success;
+    // A request that the end of the program leaves without its reply may have reached the controller.
+    const bool isCutShort = m_parts.channel.isAborted();
+    const bool good = result == RequestChannel::Result::Success && !isCutShort;
     m_report.accepted += good ? 1 : 0;
     m_selection.noteReply(image, i, good);
     if (good)
         return;
-    m_report.failed.append({TransferParts::entryName(image, image.WCmd(i), image.WAdr(i)), m_parts.channel.reason(),
+    m_report.failed.append({TransferParts::entryName(image, image.WCmd(i), image.WAdr(i)),
+                            isCutShort ? m_parts.tran("It was cancelled.") : m_parts.channel.reason(),
                             m_selection.tagsIn(image, i)});
     m_parts.kx.logError(QStringLiteral("not written: ") + m_report.failed.last().text());
 }

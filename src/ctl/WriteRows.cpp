@@ -1,0 +1,80 @@
+#include "WriteRows.h"
+
+#include "ControllerSession.h"
+#include "WriteOutcomes.h"
+
+#include <algorithm>
+
+namespace {
+
+std::vector<WriteRow> plannedRows(const CommandLine& line, const std::vector<ChangeRow>& changes)
+{
+    std::vector<WriteRow> rows;
+    for (const ChangeRow& change : changes) {
+        const bool isChosen = line.sends(change.kind);
+        rows.push_back({change, isChosen, SendOutcome::NotSent, isChosen ? QString() : classNotChosen(change.kind),
+                        change.heldShown});
+    }
+    return rows;
+}
+
+QStringList chosenTags(const std::vector<WriteRow>& rows)
+{
+    QStringList tags;
+    for (const WriteRow& row : rows) {
+        if (row.isChosen)
+            tags << row.change.tag;
+    }
+    return tags;
+}
+
+// What the controller holds of a parameter is not known when it was not read after a request that failed.
+void noteReport(const clsKX& kx, const WriteReport& report, std::vector<WriteRow>& rows)
+{
+    for (WriteRow& row : rows) {
+        const auto isThis = [&](const SentParameter& sent) { return sent.tag == row.change.tag; };
+        const auto sent = std::find_if(report.parameters.begin(), report.parameters.end(), isThis);
+        if (row.isChosen && sent != report.parameters.end()) {
+            row.outcome = sent->outcome;
+            row.reason = sent->reason;
+        }
+        if (row.isChosen && row.outcome == SendOutcome::NotSent)
+            row.reason = QStringLiteral("the write ended before it");
+        const bool isKnown = row.outcome != SendOutcome::Failed || report.readBack == ReadOutcome::Complete;
+        row.kept = isKnown ? changeRow(kx, *kx.getDataByTag(row.change.tag)).heldShown : QString();
+    }
+}
+
+CommandResult sendRows(ControllerSession& session, std::vector<WriteRow>& rows)
+{
+    CommandResult result = session.writeChosen(chosenTags(rows));
+    noteReport(session.kx(), session.lastWrite(), rows);
+    const QString failure = result.ok() ? writeFailure(rows) : QString();
+    if (failure.isEmpty())
+        return result;
+    const QString leftOut = result.failure.isEmpty() ? QString() : QStringLiteral("; ") + result.failure;
+    return CommandResult::failed(ExitStatus::Refused,
+                                 QStringLiteral("%1: %2%3").arg(session.lineText(), failure, leftOut));
+}
+
+} // namespace
+
+QString classNotChosen(ParameterClass kind)
+{
+    return QStringLiteral("class %1: not chosen, see --class").arg(parameterClassName(kind));
+}
+
+CommandResult writeRows(ControllerSession& session, const CommandLine& line, const std::vector<ChangeRow>& changes)
+{
+    std::vector<WriteRow> rows = plannedRows(line, changes);
+    CommandResult result;
+    if (rows.empty())
+        result.failure = QStringLiteral("nothing to write: the controller holds these values");
+    else if (chosenTags(rows).isEmpty())
+        result.failure =
+            QStringLiteral("nothing to write: what differs is of classes that are not chosen, see --class");
+    else if (!line.dryRun)
+        result = sendRows(session, rows);
+    result.output = formatWriteRows(rows, line.dryRun, line.format);
+    return result;
+}
