@@ -31,14 +31,15 @@ QStringList chosenTags(const std::vector<WriteRow>& rows)
 // What the controller holds of a parameter is not known when it was not read after a request that failed.
 void noteReport(const clsKX& kx, const WriteReport& report, std::vector<WriteRow>& rows)
 {
+    const bool isAnswered = report.outcome != WriteOutcome::NoAnswer; // else nothing was sent
     for (WriteRow& row : rows) {
         const auto isThis = [&](const SentParameter& sent) { return sent.tag == row.change.tag; };
         const auto sent = std::find_if(report.parameters.begin(), report.parameters.end(), isThis);
         if (row.isChosen && sent != report.parameters.end()) {
-            row.outcome = sent->outcome;
+            row.outcome = isAnswered ? sent->outcome : SendOutcome::NotSent;
             row.reason = sent->reason;
         }
-        if (row.isChosen && row.outcome == SendOutcome::NotSent)
+        if (row.outcome == SendOutcome::NotSent && row.reason.isEmpty())
             row.reason = QStringLiteral("the write ended before it");
         const bool isKnown = row.outcome != SendOutcome::Failed || report.readBack == ReadOutcome::Complete;
         row.kept = isKnown ? changeRow(kx, *kx.getDataByTag(row.change.tag)).heldShown : QString();

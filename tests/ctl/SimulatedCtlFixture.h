@@ -5,6 +5,9 @@
 #include "SystemColors.h"
 #include "VorlantCtlFixture.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 #include <optional>
 
@@ -61,6 +64,20 @@ protected:
         const QString text = QString(old).replace(form, QString(to));
         ASSERT_NE(text, old) << to.data();
         put(file, text.toLatin1());
+    }
+
+    // Runs with --as json. Of each row these members, separated by "=", the rows by "|".
+    QString printedRows(const QString& line, int status, const QString& columns)
+    {
+        EXPECT_EQ(run(line + (line.contains('|') ? "|--as|json" : " --as json")), status) << errors.toStdString();
+        QStringList rows;
+        for (const QJsonValue& row : QJsonDocument::fromJson(output).array()) {
+            QStringList fields;
+            for (const QString& column : columns.split(' '))
+                fields << row[column].toString();
+            rows << fields.join('=');
+        }
+        return rows.join('|');
     }
 
     // Lines of the controller's memory that are not the same as when it was plugged. Commands that a write always gives

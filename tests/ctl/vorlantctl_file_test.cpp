@@ -10,27 +10,50 @@ TEST_F(SimulatedCtl, WriteChangesExactlyTheBytesOfTheValueAndCanBeUndone)
 {
     plugModel("KX410");
     save("a.kx");
-    expectPrints("write a.kx --no-backup", "");
+    expectFails("write a.kx --no-backup", Done, "nothing to write: the controller holds these values");
     EXPECT_EQ(changedMemory(), "") << "the controller's own set";
     changeValue("a.kx", "VQI1", "270");
     changeValue("a.kx", "EV3INV", "1");
     changeValue("a.kx", "VQPV", "9");
     put("config/Vorlan/Backup", "in the way");
-    expectFails("write a.kx", BadFile, "Backup");
+    EXPECT_EQ(printedRows("write a.kx", BadFile, "tag outcome"), "VQI1=not sent|EV3INV=not sent");
+    EXPECT_TRUE(errors.contains("cannot be kept") && errors.contains("Backup")) << errors.toStdString();
     EXPECT_EQ(changedMemory(), "") << "nothing without a backup";
     ASSERT_TRUE(QFile::remove(path("config/Vorlan/Backup")));
-    expectPrints("write a.kx", "");
+    EXPECT_EQ(printedRows("write a.kx", Done, "tag cause held new outcome kept"),
+              "VQI1=loaded=120=270=accepted=270|EV3INV=loaded=Energized=De-energized=accepted=De-energized");
     EXPECT_EQ(changedMemory(), "MEM 8102 01|MEM 8103 0E|MEM 8406 04");
     const QDir backup(path("config/Vorlan/Backup"));
     ASSERT_EQ(backup.entryList(QDir::Files).size(), 1);
     const QString file = backup.filePath(backup.entryList(QDir::Files).first());
-    expectPrints("write|" + file, "");
+    EXPECT_EQ(run("write|" + file), Done) << errors.toStdString();
     EXPECT_EQ(changedMemory(), "");
     ASSERT_TRUE(run("backups KX410 --as csv") == Done && errors.isEmpty()) << errors.toStdString();
     EXPECT_TRUE(output.count('\n') == 3 && output.endsWith((',' + file + "\r\n").toUtf8())) << output.toStdString();
     ASSERT_TRUE(QFile::resize(file, 0));
     EXPECT_EQ(run("backups KX62012345-20B --as json"), Done);
     EXPECT_TRUE(output == "[]\n" && errors.contains("cannot be read as backups: 1")) << errors.toStdString();
+}
+
+// A setting in memory and one in a register, a calibration, a setting of the line and a command.
+TEST_F(SimulatedCtl, OnlyTheClassesThatWereChosenAreSent)
+{
+    plugModel("KX410");
+    save("a.kx");
+    const std::pair<const char*, const char*> changes[] = {
+        {"VQI1", "240"}, {"VQMAN", "125"}, {"VQBIA", "5"}, {"COMDLY", "20"}, {"RUNSTP", "0"}};
+    for (const auto& [tag, value] : changes)
+        changeValue("a.kx", tag, value);
+    for (const QStringList& row : tableRows("ctl/chosen_classes.tsv")) {
+        SCOPED_TRACE(qPrintable(row[0]));
+        plugModel("KX410");
+        EXPECT_EQ(printedRows(row[0], row[1].toInt(), "tag outcome kept").toStdString(), row[2].toStdString());
+        EXPECT_EQ(changedMemory(), row[3].toStdString());
+        EXPECT_EQ(errors.isEmpty() ? "-" : errors.trimmed().toStdString(), row[4].toStdString());
+    }
+    plugModel("KX410");
+    EXPECT_TRUE(
+        printedRows("write a.kx", Done, "tag reason").contains("VQBIA=class calibration: not chosen, see --class"));
 }
 
 TEST_F(SimulatedCtl, CompareListsWhatDiffers)

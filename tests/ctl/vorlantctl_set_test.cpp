@@ -15,9 +15,10 @@ TEST_F(SimulatedCtl, EveryModelHoldsWhatIsSet)
             QString("RUNSTP=Stopped|LEDBRT=5|VQI1=240|VQMAN=12.5|VQGAIN=20.75|SVSEL=SV2|PQKAL1=%1|PQRNO=E -200 to 900")
                 .arg(model == u"KX910" ? "Operation event" : "Input error")
                 .split(u'|');
-        const std::string lines = pairs.join('\n').toStdString() + '\n';
-        expectPrints("set|" + pairs.join('|'), lines);
-        expectPrints("get RUNSTP LEDBRT VQI1 VQMAN VQGAIN SVSEL PQKAL1 PQRNO", lines);
+        const QString rows = printedRows("set|" + pairs.join('|'), Done, "tag kept") + '|';
+        EXPECT_TRUE(rows.startsWith(pairs.join('|') + '|') && errors.isEmpty()) << qPrintable(rows) << errors.data();
+        EXPECT_EQ(output.count("\"outcome\":\"accepted\""), rows.count('|'));
+        expectPrints("get RUNSTP LEDBRT VQI1 VQMAN VQGAIN SVSEL PQKAL1 PQRNO", pairs.join('\n').toStdString() + '\n');
     }
 }
 
@@ -26,7 +27,8 @@ TEST_F(SimulatedCtl, SetChangesNothingElse)
     for (const QStringList& row : tableRows("ctl/set_taken.tsv")) {
         SCOPED_TRACE(qPrintable(row[0]));
         plugModel("KX410");
-        expectPrints("set " + row[1], row[2].toStdString());
+        EXPECT_EQ(printedRows("set " + row[1], Done, "tag kept cause").toStdString(), row[2].toStdString());
+        EXPECT_EQ(output.count("\"outcome\":\"accepted\""), row[2].count('|') + 1);
         EXPECT_EQ(changedMemory(), row[3].toStdString());
     }
 }
@@ -39,44 +41,136 @@ TEST_F(SimulatedCtl, RefusedCommandWritesNothing)
     EXPECT_EQ(changedMemory(), "");
 }
 
-TEST_F(SimulatedCtl, WhatAControllerDoesNotAcceptIsReported)
+TEST_F(SimulatedCtl, DryRunPrintsAndSendsNothing)
 {
-    enum Behaviour { Ignores, IsSilent, Interrupts, Unplugs };
-    const std::tuple<QString, Behaviour, const char*, int, QString> rows[] = {
-        {"set VQI1=240", Ignores, "00008100", Refused,
-         "9600,N,8,1 RTU slave 1: the controller did not accept VQI1 (sent 240, kept 120)"},
-        {"set VQI1=240", IsSilent, "00008100", Refused, "Pid: Direct 8100"},
-        {"set VQI1=240", Unplugs, "00008100", NoAnswer, "may have been written"},
-        {"set VQI1=240 SVSEL=1", Interrupts, "00008100", NoAnswer, "interrupted; some parameters may have"},
-        {"write a.kx", Ignores, "00008100", Refused, "VQI1 (sent 240, kept 120); compare"},
-        {"write a.kx", Interrupts, "00008D00", NoAnswer, "may have been written: read them"},
-    };
     plugModel("KX410");
     save("a.kx");
     changeValue("a.kx", "VQI1", "240");
     for (const char* command : {"set VQI1=240", "write a.kx"}) {
         expectFails(QString("--read-only ") + command, Refused, "nothing was written: --read-only is given");
-        expectPrints(QString("--read-only --dry-run --as csv ") + command,
-                     "tag,name,block,class,held,new\r\nVQI1,Integral time,PID control,setting,120,240\r\n");
+        EXPECT_EQ(printedRows(QString("--read-only --dry-run ") + command, Done, "tag class held new outcome kept"),
+                  "VQI1=setting=120=240=would be sent=120");
     }
-    expectPrints("--dry-run set RUNSTP=Stopped --as table", "Tag     Name     Block       Class    Held     New\n"
-                                                            "RUNSTP  Control  Set values  command  Running  Stopped\n");
+    expectPrints("--dry-run set RUNSTP=Stopped --as table",
+                 "Tag     Name     Block       Class    Cause  Held     New      Outcome        Reason  Kept\n"
+                 "RUNSTP  Control  Set values  command  typed  Running  Stopped  would be sent          Running\n");
     ASSERT_EQ(run("--dry-run set PQRNO=1"), Done);
-    EXPECT_EQ(output.count('\n'), 12) << "with what the table of ranges sets besides: " << output.toStdString();
+    EXPECT_EQ(output.count("followed from PQRNO"), 10) << output.toStdString();
     EXPECT_EQ(changedMemory(), "");
-    for (const auto& [command, behaviour, address, status, message] : rows) {
-        const auto twin = makeModel(model); // nobody reads it: it makes the replies to what is ignored
-        plugModel("KX410", [&, how = behaviour, where = address](const QByteArray& request) -> Answer {
-            if (!isWrite(request) || !soundController::asksFor(request, where))
-                return std::nullopt;
-            if (how == Interrupts)
-                kill(static_cast<pid_t>(process.processId()), SIGINT);
-            if (how == Unplugs)
-                controller->unplug();
-            return how == Ignores ? twin->answer(request) : QByteArray();
+}
+
+enum class Behaviour { Ignores, Refuses, IsSilent, GoesSilent, Interrupts, Unplugs, UnplugsBefore, IsOperated };
+
+class Misbehaving : public SimulatedCtl
+{
+protected:
+    // When the address is first written, or, before a write, when it is read the second time.
+    void plugMisbehaving(Behaviour how, const char* address)
+    {
+        twin = makeModel("KX410"); // nobody reads it: it makes the replies to what is ignored
+        plugModel("KX410", [this, how, address](const QByteArray& request) -> Answer {
+            if (!soundController::asksFor(request, address))
+                return isSilent ? Answer(QByteArray()) : std::nullopt;
+            const bool isBefore = how == Behaviour::IsOperated || how == Behaviour::UnplugsBefore;
+            const bool isHit = isBefore ? !isWrite(request) && ++looks == 2 : isWrite(request);
+            isSilent = isSilent || (isHit && how == Behaviour::GoesSilent);
+            return isHit || isSilent ? reply(how, request) : std::nullopt;
         });
-        expectFails("--timeout 1 " + command, status, message);
+        looks = 0;
+        isSilent = false;
+        isPoked = false;
     }
+
+    Answer reply(Behaviour how, const QByteArray& request)
+    {
+        if (how == Behaviour::IsOperated) {
+            isPoked = simulated->poke(0x8102, QByteArray::fromHex("0082")).ok();
+            return std::nullopt;
+        }
+        if (how == Behaviour::Interrupts)
+            kill(static_cast<pid_t>(process.processId()), SIGINT);
+        if (how == Behaviour::Unplugs || how == Behaviour::UnplugsBefore)
+            controller->unplug();
+        return how == Behaviour::Ignores   ? twin->answer(request)
+               : how == Behaviour::Refuses ? twin->answer(request, 4)
+                                           : QByteArray();
+    }
+
+    std::unique_ptr<SimulatedController> twin;
+    int looks = 0;
+    bool isSilent = false;
+    bool isPoked = false;
+};
+
+TEST_F(Misbehaving, OutcomeOfEveryRowIsPrintedWithTheFailure)
+{
+    using enum Behaviour;
+    const std::tuple<QString, Behaviour, const char*, int, QString, QString> rows[] = {
+        {"set VQI1=240", Ignores, "00008100", Refused,
+         "9600,N,8,1 RTU slave 1: the controller did not accept VQI1 (sent 240, kept 120); see",
+         "VQI1=not accepted==120"},
+        {"write a.kx", Ignores, "00008100", Refused, "accept VQI1 (sent 240, kept 120)",
+         "VQSV2=accepted==110.0|VQI1=not accepted==120"},
+        {"set VQI1=240", Refuses, "00008100", Refused, "failed: VQI1 (the controller refused (exception 4)); read",
+         "VQI1=failed=the controller refused (exception 4)=120"},
+        {"set VQI1=240 SVSEL=1", IsSilent, "00008100", Refused, "failed: VQI1 (Timeout); read",
+         "VQI1=failed=Timeout=120|SVSEL=accepted==SV2"},
+        {"write a.kx", GoesSilent, "00008000", NoAnswer, "no sound answer to Set: Direct 8000",
+         "VQSV2=failed=Timeout=|VQI1=failed=Timeout="},
+        {"set VQI1=240", Unplugs, "00008100", NoAnswer, "may have been written", "VQI1=failed=comEventDCB="},
+        {"set VQI1=240 SVSEL=1", Interrupts, "00008000", NoAnswer, "interrupted; some parameters may have",
+         "VQI1=not sent=the write ended before it=120|SVSEL=failed=It was cancelled.="},
+        {"write a.kx", Interrupts, "00008000", NoAnswer, "may have been written: read them",
+         "VQSV2=failed=It was cancelled.=|VQI1=not sent=the write ended before it=120"},
+        {"write a.kx", IsOperated, "00008100", Refused,
+         "the controller changed while this ran: VQI1 was 120, is 130; read it and repeat",
+         "VQSV2=accepted==110.0|VQI1=conflict=the controller holds another value by now=130"},
+        {"set VQI1=240", IsOperated, "00008100", Refused, "VQI1 was 120, is 130",
+         "VQI1=conflict=the controller holds another value by now=130"},
+    };
+    plugModel("KX410");
+    save("a.kx");
+    changeValue("a.kx", "VQI1", "240");
+    changeValue("a.kx", "VQSV2", "1100");
+    for (const auto& [command, behaviour, address, status, message, printed] : rows) {
+        SCOPED_TRACE(qPrintable(command + ' ' + message));
+        plugMisbehaving(behaviour, address);
+        EXPECT_EQ(printedRows("--timeout 1 " + command, status, "tag outcome reason kept").toStdString(),
+                  printed.toStdString());
+        EXPECT_TRUE(errors.contains(message.toUtf8()) && errors.count('\n') == 1) << errors.toStdString();
+        EXPECT_EQ(isPoked, behaviour == IsOperated);
+    }
+}
+
+TEST_F(Misbehaving, NothingIsSentWhenTheLineIsLostBeforeTheWrite)
+{
+    plugMisbehaving(Behaviour::UnplugsBefore, "00008100");
+    EXPECT_EQ(printedRows("set VQI1=240", NoAnswer, "tag outcome kept"), "VQI1=not sent=120");
+    EXPECT_TRUE(errors.contains("try again") && !errors.contains("written")) << errors.toStdString();
+}
+
+TEST_F(SimulatedCtl, WriteThatIsKilledIsInterruptedInTheHistory)
+{
+    plugModel("KX410", [this](const QByteArray& request) -> Answer {
+        if (isWrite(request))
+            kill(static_cast<pid_t>(process.processId()), SIGKILL);
+        return std::nullopt;
+    });
+    EXPECT_EQ(run("set VQI1=240 SVSEL=SV2"), -2);
+    EXPECT_EQ(printedRows("history", Done, "tag outcome old new"), "SVSEL=interrupted=0=1|VQI1=interrupted=120=240");
+}
+
+TEST_F(SimulatedCtl, NothingIsWrittenWithoutTheHistoryUnlessToldSo)
+{
+    plugModel("KX410");
+    ASSERT_TRUE(QDir().mkpath(path("state")));
+    put("state/vorlant", "in the way");
+    EXPECT_EQ(printedRows("set VQI1=240", BadFile, "tag outcome kept"), "VQI1=not sent=120");
+    EXPECT_TRUE(errors.contains("cannot be entered in the history") && errors.contains("--no-backup")) << errors.data();
+    EXPECT_EQ(changedMemory(), "");
+    EXPECT_EQ(printedRows("set VQI1=240 --no-backup", Done, "tag outcome kept"), "VQI1=accepted=240");
+    EXPECT_TRUE(errors.contains("the write is not in the history: ")) << errors.toStdString();
+    EXPECT_EQ(changedMemory(), "MEM 8103 F0");
 }
 
 } // namespace

@@ -124,7 +124,7 @@ check_programs() { # home
   make_home "$home"
   start_simulator "$home"
   ctl() { user "$home" "$bin/vorlantctl" --port "$terminal" --model KX410 --quiet "$@"; }
-  expect "set" VQSV1=25.8 "$(ctl set VQSV1=25.8)"
+  expect "set" accepted,,25.8 "$(ctl set VQSV1=25.8 --as csv | tr -d '\r' | tail -n 1 | cut -d , -f 8-)"
   expect "get" VQSV1=25.8 "$(ctl get VQSV1)"
   ctl read --as set -o "$home/set.kx410"
   ctl compare "$home/set.kx410" > /dev/null || fail "the controller differs from what was just read of it"
