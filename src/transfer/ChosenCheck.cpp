@@ -4,6 +4,7 @@
 #include "HeldValue.h"
 #include "ItemValue.h"
 #include "ModelCodes.h"
+#include "WrittenItems.h"
 
 #include <algorithm>
 
@@ -141,17 +142,16 @@ bool ChosenCheck::mayGoOn(const ReadReport& look)
 
 void ChosenCheck::sortOut(const QStringList& unread, QStringList& agreed)
 {
-    for (const Seen& seen : m_seen) {
-        const auto it = std::find_if(m_rows.begin(), m_rows.end(),
-                                     [&](const SentParameter& each) { return each.tag == seen.item->Key(); });
-        if (it == m_rows.end())
-            continue;
-        if (unread.contains(seen.item->RSection()) || unread.contains(seen.item->WSection()))
-            fail(*it, SendOutcome::Failed, m_parts.tran("not read, so not written"));
-        else if (hasChanged(seen))
-            fail(*it, SendOutcome::Conflict, m_parts.tran("the controller holds another value by now"));
+    for (SentParameter& row : m_rows) {
+        const clsData& item = *m_parts.kx.getDataByTag(row.tag);
+        const auto seen =
+            std::find_if(m_seen.begin(), m_seen.end(), [&](const Seen& each) { return each.item == &item; });
+        if (unread.contains(item.RSection()) || unread.contains(item.WSection()))
+            fail(row, SendOutcome::Failed, m_parts.tran("not read, so not written"));
+        else if (seen != m_seen.end() && hasChanged(*seen))
+            fail(row, SendOutcome::Conflict, m_parts.tran("the controller holds another value by now"));
         else
-            agreed << it->tag;
+            agreed << row.tag;
     }
 }
 
@@ -187,9 +187,12 @@ void ChosenCheck::judge(SentParameter& row, const WriteSelection& selection, boo
     if (row.outcome != SendOutcome::Accepted)
         return;
     const WriteSelection::Chosen& chosen = *selection.find(row.tag);
-    const auto held = heldValue(m_parts.kx.data(), *m_parts.kx.getDataByTag(row.tag));
+    const clsData& item = *m_parts.kx.getDataByTag(row.tag);
+    const auto held = heldValue(m_parts.kx.data(), item);
     if (chosen.answered < selection.requestsDue(chosen))
         fail(row, SendOutcome::Failed, m_parts.tran("sent, but not put in force"));
+    else if (!::isRead(m_parts.kx.data(), item))
+        return; // a command that no read shows: its answer is all there is
     else if (!isRead || !held)
         fail(row, SendOutcome::Failed, m_parts.tran("sent, but not read back"));
     else if (!isSameValue(*held, chosen.sent))
@@ -223,7 +226,8 @@ void ChosenCheck::mark(const SentParameter& row)
     clsData& item = *m_parts.kx.getDataByTag(row.tag);
     switch (row.outcome) {
     case SendOutcome::Accepted:
-        item.hold(row.held); // in the width that its bytes have
+        if (!row.held.isEmpty())
+            item.hold(row.held); // in the width that its bytes have
         item.Edit = EditState::kRead;
         item.sendMark = SendMark::None;
         break;

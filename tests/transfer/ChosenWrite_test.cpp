@@ -130,4 +130,24 @@ INSTANTIATE_TEST_SUITE_P(
         return name.replace(u'+', u'f').remove(QRegularExpression(QStringLiteral("[^A-Za-z0-9]"))).toStdString();
     });
 
+// A command that the controller does not show has no value to be compared with.
+TEST_F(ChosenWrite, ACommandThatIsNeverReadGoesOut)
+{
+    link.reset();
+    connectTo("command");
+    engine->getDataFromKX(nullptr);
+    for (const bool isDeaf : {true, false}) {
+        log.clear();
+        edit("RUN", "1");
+        script = [isDeaf](const QByteArray& request) {
+            return isDeaf && request.at(1) == 5 ? Reply(QByteArray()) : Reply();
+        };
+        engine->writeChosen({QStringLiteral("RUN")});
+        EXPECT_EQ(outcomes(), isDeaf ? u"RUN=failed" : u"RUN=accepted");
+        EXPECT_EQ(requests("05"), QByteArrayList{"050000ff00"});
+        EXPECT_EQ(item("RUN").Data(), u"1");
+        EXPECT_EQ(item("RUN").sendMark, isDeaf ? SendMark::Failed : SendMark::None);
+    }
+}
+
 } // namespace
