@@ -53,7 +53,7 @@ bool CellEditor::canRevert(int col, int row) const
 
 bool CellEditor::canRevert(const clsData& item) const
 {
-    return !m_kx.isOffLine() && isUnsent(m_kx.data(), item) && heldValue(m_kx.data(), item).has_value();
+    return isUnsent(m_kx.data(), item) && heldValue(m_kx.data(), item).has_value();
 }
 
 void CellEditor::revert(int col, int row)

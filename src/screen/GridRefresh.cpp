@@ -137,7 +137,7 @@ QString GridRefresh::markTip(const clsData& item) const
 // What a changed cell hides: the value that the controller held.
 QString GridRefresh::heldTip(const clsData& item) const
 {
-    const auto held = m_model.isOffLine() || !isUnsent(m_model, item) ? std::nullopt : heldValue(m_model, item);
+    const auto held = isUnsent(m_model, item) ? heldValue(m_model, item) : std::nullopt;
     if (!held)
         return {};
     return m_model.library().tranStr(kHeldTip).arg(

@@ -52,7 +52,7 @@ std::optional<QString> heldValue(const ItemData& item, const clsKXAdr& image)
 
 std::optional<QString> heldValue(const ModelData& model, const ItemData& item)
 {
-    const clsKXAdr* image = model.images.find(item.RSection());
+    const clsKXAdr* image = model.isOffLine() ? nullptr : model.images.find(item.RSection());
     return image == nullptr ? std::nullopt : heldValue(item, *image);
 }
 

@@ -12,7 +12,7 @@ struct ParameterSet;
 // not hold this item, or when the bytes are no number.
 std::optional<QString> heldValue(const ItemData& item, const clsKXAdr& image);
 
-// The same for an item of a model, from the image that reads it.
+// The same for an item of a model, from the image that reads it. Off-line no controller holds anything.
 std::optional<QString> heldValue(const ModelData& model, const ItemData& item);
 
 // The item has a value that a write command carries and the controller did not hold. One that was not read counts when

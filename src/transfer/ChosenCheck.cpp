@@ -6,6 +6,8 @@
 #include "ModelCodes.h"
 #include "WrittenItems.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 void ChosenCheck::start(const QStringList& tags)
@@ -14,9 +16,11 @@ void ChosenCheck::start(const QStringList& tags)
     m_seen.clear();
     m_requests = 0;
     m_wireBytes = 0;
-    for (const QString& tag : tags) {
-        const clsData* item = m_parts.kx.getDataByTag(tag);
-        if (item == nullptr)
+    QSet<const clsData*> chosen;
+    for (const QString& tag : tags)
+        chosen.insert(m_parts.kx.getDataByTag(tag));
+    for (const auto& item : m_parts.kx.items()) {
+        if (!chosen.contains(item.get()))
             continue;
         SentParameter row;
         row.tag = item->Key();

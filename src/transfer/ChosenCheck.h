@@ -22,8 +22,8 @@ public:
         : m_parts(parts), m_read(read), m_report(report)
     {}
 
-    void start(const QStringList& tags);
-    QStringList lookFirst(); // those that may go out
+    void start(const QStringList& tags); // each once, in the order of the definition
+    QStringList lookFirst();             // those that may go out
     void readBack(const WriteSelection& selection);
     void finish(); // the report tells of every parameter, the grid shows it
 
