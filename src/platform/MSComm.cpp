@@ -2,34 +2,19 @@
 
 #include "LineFormat.h"
 #include "Numbers.h"
-#include "PortLock.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QStringList>
+#include "SerialLine.h"
+#include "ServerAddress.h"
+#include "TelnetLine.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cmath>
-#include <fcntl.h>
 #include <optional>
-#include <poll.h>
-#include <unistd.h>
 
 namespace platform {
 
 namespace {
 
-constexpr int kMaxFlushes = 100; // a line that never falls silent is no reason to wait
 const QString kNotOpened = QStringLiteral("COM%1 (%2) cannot be opened");
 const QString kLost = QStringLiteral("COM%1 (%2) was lost");
-
-struct LineSettings
-{
-    qint32 speed = 0;
-    LineFormat format;
-};
 
 std::optional<LineSettings> parseSettings(const QString& text)
 {
@@ -37,87 +22,40 @@ std::optional<LineSettings> parseSettings(const QString& text)
     const auto format = parseLineFormat(text.section(u',', 1));
     if (!speed || *speed <= 0 || !format)
         return {};
-    return LineSettings{*speed, *format};
+    LineSettings settings;
+    settings.speed = *speed;
+    settings.format = *format;
+    return settings;
 }
 
-// False for a plain file, a folder or another kind of device that exists.
-bool isTerminal(const QString& device)
+std::unique_ptr<LineDevice> lineFor(const QString& device, int connectTimeoutMs)
 {
-    const int fd = ::open(QFile::encodeName(device).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0)
-        return errno != EISDIR && errno != ENXIO;
-    const bool answer = isatty(fd) != 0;
-    ::close(fd);
-    return answer;
+    if (!ServerAddress::isMeant(device))
+        return std::make_unique<SerialLine>(device);
+    const Result<ServerAddress> address = ServerAddress::parse(device);
+    if (!address.ok())
+        return nullptr;
+    if (address.value().setsLine)
+        return std::make_unique<TelnetLine>(address.value(), connectTimeoutMs);
+    return std::make_unique<TcpLine>(address.value(), connectTimeoutMs);
 }
 
-bool isPseudoTerminal(const QString& device)
+// Hardware handshaking is the stricter one, where both are wanted.
+Handshake handshakeOf(int mode)
 {
-    return QFileInfo(device).canonicalFilePath().startsWith(QStringLiteral("/dev/pts/"));
-}
-
-// The one name of a device that may have several: the lock that keeps other programs off goes by the name.
-QString realName(const QString& device)
-{
-    return QFileInfo(QDir(QStringLiteral("/dev")).absoluteFilePath(device)).canonicalFilePath();
-}
-
-// Whether one of the events has come, or the device has gone.
-bool isReady(int fd, short events)
-{
-    pollfd state{fd, events, 0};
-    return poll(&state, 1, 0) > 0;
-}
-
-QString reasonOf(QSerialPort::SerialPortError error, const QString& device)
-{
-    if (!isTerminal(device))
-        return QStringLiteral("it is not a working serial port; choose another one");
-    switch (error) {
-    case QSerialPort::DeviceNotFoundError:
-        return QStringLiteral("there is no such device; plug the adapter in or choose another port");
-    case QSerialPort::PermissionError:
-        if (QFileInfo(device).isReadable() && QFileInfo(device).isWritable())
-            return QStringLiteral("it is in use by another program; close that program");
-        return QStringLiteral("you may not open it; add your user to the group \"dialout\" and log in again");
-    case QSerialPort::OpenError:
-        return QStringLiteral("it is open already");
-    case QSerialPort::UnsupportedOperationError:
-        return QStringLiteral("it does not take these settings");
-    default:
-        return QStringLiteral("it is not a working serial port");
-    }
-}
-
-PortError lockError(const PortLock& lock)
-{
-    if (lock.process.isEmpty())
-        return {kNotOpened,
-                QStringLiteral("the lock file %1 is in the way and names no process; have the administrator remove it"),
-                lock.file,
-                {}};
-    if (lock.state == PortLock::State::Held)
-        return {kNotOpened,
-                QStringLiteral("it is in use by process %2, which holds the lock file %1; close that program"),
-                lock.file, lock.process};
-    return {kNotOpened,
-            QStringLiteral("the lock file %1 was left by process %2, which has ended, and you may not remove it; "
-                           "have the administrator remove it"),
-            lock.file, lock.process};
+    return mode >= 2 ? Handshake::Hardware : mode == 1 ? Handshake::Software : Handshake::None;
 }
 
 } // namespace
 
-MSComm::MSComm(const ComPorts& ports, QObject* parent) : QObject(parent), m_ports(ports)
-{
-    connect(&m_port, &QSerialPort::readyRead, this, &MSComm::onReadyRead);
-    connect(&m_port, &QSerialPort::errorOccurred, this, &MSComm::onError);
-}
+MSComm::MSComm(const ComPorts& ports, QObject* parent, int connectTimeoutMs)
+    : QObject(parent), m_ports(ports), m_connectTimeoutMs(connectTimeoutMs)
+{}
 
 MSComm::~MSComm()
 {
-    m_port.disconnect(this);
-    m_port.close();
+    if (m_line)
+        m_line->disconnect(this);
 }
 
 int MSComm::CommPort() const
@@ -141,28 +79,29 @@ bool MSComm::setSettings(const QString& settings)
     if (!parseSettings(settings))
         return false;
     m_settings = settings;
-    return !m_port.isOpen() || applySettings();
+    return !PortOpen() || applySettings();
 }
 
 void MSComm::setInBufferSize(int bytes)
 {
     if (bytes >= 1)
         m_inBufferSize = bytes;
-    m_port.setReadBufferSize(m_inBufferSize);
+    if (m_line)
+        m_line->setReadBufferSize(m_inBufferSize);
 }
 
 void MSComm::setDTREnable(bool on)
 {
     m_dtr = on;
-    if (m_port.isOpen())
-        m_port.setDataTerminalReady(on);
+    if (PortOpen())
+        m_line->setDtr(on);
 }
 
 void MSComm::setRTSEnable(bool on)
 {
     m_rts = on;
-    if (m_port.isOpen())
-        m_port.setRequestToSend(on);
+    if (PortOpen())
+        m_line->setRts(on);
 }
 
 void MSComm::setNullDiscard(bool on)
@@ -175,7 +114,7 @@ void MSComm::setHandshaking(int mode)
     if (mode < 0 || mode > 3)
         return;
     m_handshaking = mode;
-    if (m_port.isOpen())
+    if (PortOpen())
         applySettings();
 }
 
@@ -189,75 +128,75 @@ void MSComm::setRThreshold(int bytes)
     m_rThreshold = std::clamp(bytes, 0, 32767);
 }
 
+QString MSComm::portDevice() const
+{
+    return m_portName.isEmpty() ? m_ports.device(m_commPort) : m_portName;
+}
+
 bool MSComm::PortOpen() const
 {
-    return m_port.isOpen();
+    return m_line && m_line->isOpen();
 }
 
 void MSComm::closePort()
 {
-    if (m_port.isOpen())
-        m_port.close();
+    if (m_line)
+        m_line->close();
 }
 
 bool MSComm::openPort()
 {
-    const QString device = m_ports.device(m_commPort);
-    if (device.isEmpty()) {
-        m_device.clear();
-        m_error = {
-            kNotOpened, QStringLiteral("there is no such port; plug the adapter in or choose another port"), {}, {}};
+    if (m_isOpening)
         return false;
-    }
-    m_device = device;
+    m_device = portDevice();
     m_error = {};
-    const QString name = realName(device);
-    m_port.setPortName(name);
-    // Opening begins with a lock file that is flushed to the disk: not for an adapter that is not there.
-    if (name.isEmpty()) {
-        m_error = {kNotOpened, reasonOf(QSerialPort::DeviceNotFoundError, device), {}, {}};
-        return false;
-    }
-    const PortLock found = PortLock::of(name);
-    if (found.state == PortLock::State::Abandoned)
-        found.removeAbandoned();
-    if (found.state == PortLock::State::NoLock) {
-        m_error = lockError(found);
-        return false;
-    }
-    const bool opened = m_port.open(QIODevice::ReadWrite);
-    if (opened && applySettings()) {
-        m_port.clear();
-        return true;
-    }
-    const bool isRefused = m_port.error() == QSerialPort::PermissionError;
-    m_error = {kNotOpened, reasonOf(m_port.error(), device), {}, {}};
-    m_port.close();
-    if (const PortLock lock = PortLock::of(name); isRefused && lock.state != PortLock::State::None)
-        m_error = lockError(lock);
+    if (m_device.isEmpty())
+        return refuse(
+            {{}, QStringLiteral("there is no such port; plug the adapter in or choose another port"), {}, {}});
+    if (!makeLine())
+        return refuse({{}, ServerAddress::parse(m_device).error(), {}, {}});
+    m_isOpening = true;
+    const bool opened = m_line->open(lineSettings());
+    m_isOpening = false;
+    return opened || refuse(m_line->error());
+}
+
+bool MSComm::refuse(const PortError& error)
+{
+    m_error = error;
+    m_error.pattern = kNotOpened;
     return false;
+}
+
+// The line before may be the one that just said that it was lost: it ends when that has been dealt with.
+bool MSComm::makeLine()
+{
+    if (m_line) {
+        m_line->disconnect(this);
+        m_line->close();
+        m_line.release()->deleteLater();
+    }
+    m_line = lineFor(m_device, m_connectTimeoutMs);
+    if (!m_line)
+        return false;
+    m_line->setReadBufferSize(m_inBufferSize);
+    connect(m_line.get(), &LineDevice::readyRead, this, &MSComm::onReadyRead);
+    connect(m_line.get(), &LineDevice::lost, this, &MSComm::onLost);
+    return true;
+}
+
+LineSettings MSComm::lineSettings() const
+{
+    LineSettings settings = parseSettings(m_settings).value_or(LineSettings());
+    settings.handshake = handshakeOf(m_handshaking);
+    settings.dtr = m_dtr;
+    settings.rts = m_rts;
+    return settings;
 }
 
 bool MSComm::applySettings()
 {
-    const auto line = parseSettings(m_settings);
-    if (!line)
-        return false;
-    // The port does software or hardware handshaking, not both; hardware is the stricter one.
-    const auto flow = m_handshaking >= 2   ? QSerialPort::HardwareControl
-                      : m_handshaking == 1 ? QSerialPort::SoftwareControl
-                                           : QSerialPort::NoFlowControl;
-    // A pseudo-terminal has no wire: it refuses formats and control lines and works all the same.
-    const bool wireless = isPseudoTerminal(m_device);
-    const bool applied = m_port.setBaudRate(line->speed) && (m_port.setDataBits(line->format.dataBits) || wireless) &&
-                         (m_port.setParity(line->format.parity) || wireless) &&
-                         (m_port.setStopBits(line->format.stopBits) || wireless) &&
-                         (m_port.setFlowControl(flow) || wireless);
-    m_port.setDataTerminalReady(m_dtr);
-    if (flow != QSerialPort::HardwareControl)
-        m_port.setRequestToSend(m_rts);
-    m_port.clearError();
-    return applied;
+    return m_line->setFormat(lineSettings());
 }
 
 QString MSComm::errorText() const
@@ -269,35 +208,27 @@ QString MSComm::errorText() const
 
 QByteArray MSComm::Input()
 {
-    QByteArray bytes = m_port.isOpen() ? m_port.readAll() : QByteArray();
+    QByteArray bytes = PortOpen() ? m_line->readAll() : QByteArray();
     if (m_nullDiscard)
         bytes.replace('\0', "");
     return bytes;
 }
 
-// The kernel hands the bytes up in pieces: it is empty when nothing more is ready behind a flush.
 void MSComm::discardInput()
 {
-    Input();
-    for (int i = 0; m_port.isOpen() && i < kMaxFlushes && isReady(m_port.handle(), POLLIN); ++i)
-        m_port.clear(QSerialPort::Input);
+    if (PortOpen())
+        m_line->discardInput();
 }
 
 void MSComm::discardOutput()
 {
-    if (m_port.isOpen())
-        m_port.clear(QSerialPort::Output);
+    if (PortOpen())
+        m_line->discardOutput();
 }
 
 bool MSComm::Output(const QByteArray& bytes)
 {
-    if (!m_port.isOpen() || m_port.write(bytes) != bytes.size())
-        return false;
-    // While the line takes nothing (the far end holds it, say) the bytes wait: a write now would fail as if the adapter
-    // had gone.
-    if (isReady(m_port.handle(), POLLOUT))
-        m_port.flush();
-    return m_port.isOpen();
+    return PortOpen() && m_line->write(bytes);
 }
 
 CommEvent MSComm::Event() const
@@ -313,18 +244,14 @@ void MSComm::raise(CommEvent event)
 
 void MSComm::onReadyRead()
 {
-    if (m_rThreshold > 0 && m_port.bytesAvailable() >= std::min(m_rThreshold, m_inBufferSize))
+    if (m_rThreshold > 0 && m_line->bytesAvailable() >= std::min(m_rThreshold, m_inBufferSize))
         raise(CommEvent::Receive);
 }
 
-void MSComm::onError(QSerialPort::SerialPortError error)
+void MSComm::onLost()
 {
-    const bool lost =
-        error == QSerialPort::ResourceError || error == QSerialPort::ReadError || error == QSerialPort::WriteError;
-    if (!lost || !m_port.isOpen())
-        return;
-    m_error = {kLost, QStringLiteral("check cable and adapter"), {}, {}};
-    m_port.close();
+    m_error = m_line->error();
+    m_error.pattern = kLost;
     raise(CommEvent::DCB);
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "ComPorts.h"
+#include "LineDevice.h"
 
 #include <QByteArray>
 #include <QObject>
-#include <QSerialPort>
+
+#include <memory>
 
 namespace platform {
 
@@ -27,34 +29,26 @@ enum class CommEvent {
     DCB = 1011 // the port can no longer be controlled: the adapter has gone
 };
 
-// Why a port could not be opened or was lost. pattern names the port by %1 (its number) and %2 (its device, may be
-// empty); reason says why, with the remedy. Both are whole sentences or phrases of their own, so that they can be
-// translated.
-struct PortError
-{
-    QString pattern; // empty: all is well
-    QString reason;  // %1 is the lock file and %2 the process, when there is a lock
-    QString lockFile;
-    QString process;
-
-    // A reason, translated or not, with what it names.
-    QString inWords(const QString& text) const { return lockFile.isEmpty() ? text : text.arg(lockFile, process); }
-};
-
-// The serial control: one port, event-driven, never blocking. Set the properties, open with openPort(), write
-// with Output(), and read with Input() after OnComm. Properties may be changed while the port is closed; those
-// that the open port understands (settings, lines) take effect at once.
+// The serial control: one port, event-driven. Set the properties, open with openPort(), write with Output(), and read
+// with Input() after OnComm. Nothing blocks; opening a serial server dispatches events until it is connected.
+// Properties may be changed while the port is closed; those that the open port understands (settings, lines) take
+// effect at once.
 class MSComm : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit MSComm(const ComPorts& ports, QObject* parent = nullptr);
+    static constexpr int kConnectTimeoutMs = 3000; // to a serial server, until its line is set
+
+    explicit MSComm(const ComPorts& ports, QObject* parent = nullptr, int connectTimeoutMs = kConnectTimeoutMs);
     ~MSComm() override;
 
     int CommPort() const;
     void setCommPort(int number); // COMn, 1 to 99; other numbers are ignored
-    QString Settings() const;     // "9600,N,8,1": speed, parity (N E O M S), data bits 5 to 8, stop bits 1, 1.5, 2
+    // A device or serial server in place of COMn; empty: none.
+    void setPortName(const QString& name) { m_portName = name; }
+    QString portDevice() const; // what the next opening opens; empty: there is no such port
+    QString Settings() const;   // "9600,N,8,1": speed, parity (N E O M S), data bits 5 to 8, stop bits 1, 1.5, 2
     bool setSettings(const QString& settings); // false and unchanged when the text makes no sense
     void setInBufferSize(int bytes);           // 1 and up
     void setDTREnable(bool on);
@@ -65,8 +59,10 @@ public:
     void setRThreshold(int bytes); // bytes in the input buffer that raise OnComm(Receive); 0: never
 
     bool PortOpen() const;
-    [[nodiscard]] bool openPort(); // false when the port could not be opened: see error()
-    void closePort();
+    // False when the port could not be opened: see error(). While it is being opened another call gives false at once.
+    [[nodiscard]] bool openPort();
+    void closePort(); // also ends an opening that waits
+    bool isOpening() const { return m_isOpening; }
 
     // Of the last opening or of an open port; the text is its English form, empty when all is well.
     const PortError& error() const { return m_error; }
@@ -85,11 +81,17 @@ Q_SIGNALS:
 private:
     void raise(CommEvent event);
     void onReadyRead();
-    void onError(QSerialPort::SerialPortError error);
+    void onLost();
+    bool makeLine();
+    bool refuse(const PortError& error); // always false
+    LineSettings lineSettings() const;
     bool applySettings();
 
     const ComPorts& m_ports;
-    QSerialPort m_port;
+    int m_connectTimeoutMs;
+    std::unique_ptr<LineDevice> m_line; // of the last opening
+    bool m_isOpening = false;
+    QString m_portName;
     QString m_device; // that the port stands for, since the last opening
     int m_commPort = 1;
     QString m_settings = QStringLiteral("9600,N,8,1");
