@@ -4,6 +4,8 @@ QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
 {
     if (link.offLine)
         return tran(QStringLiteral("off-line: nothing is sent"));
+    if (link.deferred)
+        return tran(QStringLiteral("COM%1 %2 is connected to with the next request")).arg(link.port).arg(link.device);
     if (!link.open)
         return tran(QStringLiteral("COM%1 is closed: %2"))
             .arg(link.port)

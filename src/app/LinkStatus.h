@@ -16,7 +16,8 @@ struct LinkStatus
     QString chara;
     int transmissionMode = 0; // 0 RTU, 1 ASCII
     int slaveAddress = 1;
-    QString error; // why it is not open, with the remedy
+    QString error;         // why it is not open, with the remedy
+    bool deferred = false; // a serial server that the next request connects to
 };
 
 // "COM1 /dev/ttyUSB0 9600,N,8,1 RTU slave 1, read only", or why there is no link and what helps.

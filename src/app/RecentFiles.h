@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QString>
-#include <QStringList>
+#include "RecentEntries.h"
 
 struct Context;
 
@@ -14,14 +13,12 @@ public:
 
     explicit RecentFiles(Context& context);
 
-    const QStringList& files() const { return m_files; }
+    QStringList files() const;
     void add(const QString& file);    // to the front
     void remove(const QString& file); // one that cannot be opened any more
-    void clear();
+    void clear() { m_paths.clear(); }
 
 private:
-    void store();
-
     Context& m_context;
-    QStringList m_files;
+    RecentEntries m_paths; // the desktop's
 };

@@ -5,6 +5,7 @@
 #include "MessagePresenter.h"
 #include "ModelCatalogue.h"
 #include "ModelCodes.h"
+#include "ServerAddress.h"
 #include "SlaveRange.h"
 #include "clsLibrary.h"
 
@@ -17,7 +18,8 @@ constexpr int kLinkNumber = 1;
 
 ComSetSession::ComSetSession(const Parts& parts, QObject* parent)
     : QObject(parent), m_parts(parts), m_uclComm1(parts.ports, parts.library.context().machine.clock),
-      m_detection(m_uclComm1, parts.library, parts.commandLine)
+      m_detection(m_uclComm1, parts.library, parts.commandLine),
+      m_recent(parts.library.context(), QStringLiteral("Port"), kRecentPorts)
 {
     connect(&m_detection, &ModelDetection::asking, this, &ComSetSession::asking);
 }
@@ -33,7 +35,8 @@ ComSetFields ComSetSession::open()
     m_speeds = {QStringLiteral("9600") + kUnit, QStringLiteral("19200") + kUnit};
     m_codes = ModelCatalogue(m_parts.library).codes();
     ComSetFields fields;
-    fields.portPosition = mainLink.Port() <= kPorts ? mainLink.Port() - 1 : -1;
+    fields.portName = mainLink.PortName();
+    fields.portPosition = mainLink.Port() <= kPorts && fields.portName.isEmpty() ? mainLink.Port() - 1 : -1;
     fields.speedText = selectSpeed(mainLink.Speed());
     fields.chara = mainLink.Chara();
     const bool isUsual = fields.chara == QLatin1String(kEightBits) || fields.chara == QLatin1String(kSevenBits);
@@ -69,7 +72,7 @@ void ComSetSession::close()
     stop();
     m_uclComm1.termComm();
     if (m_holdsPort)
-        m_parts.owner.mainLink().openComm();
+        m_parts.owner.mainLink().prepareComm();
     m_holdsPort = false;
 }
 
@@ -83,7 +86,8 @@ QStringList ComSetSession::portTexts() const
 
 QString ComSetSession::triedPortText() const
 {
-    return portText(m_triedPort, m_parts.ports.resolve(m_triedPort));
+    return m_uclComm1.PortName().isEmpty() ? portText(m_triedPort, m_parts.ports.resolve(m_triedPort))
+                                           : m_uclComm1.PortName();
 }
 
 QString ComSetSession::portText(int number, const platform::ComPort& port)
@@ -93,14 +97,32 @@ QString ComSetSession::portText(int number, const platform::ComPort& port)
     return parts.join(QStringLiteral("  "));
 }
 
-QString ComSetSession::portError(int portPosition) const
+void ComSetSession::choosePort(const QString& text, ComSetFields& fields)
 {
-    const int number = portPosition >= 0 ? portPosition + 1 : m_triedPort;
+    const QString name = text.trimmed();
+    fields.portPosition = platform::ComPorts::numberOf(name) - 1;
+    fields.portName = fields.portPosition < 0 ? name : QString();
+}
+
+bool ComSetSession::isWellNamed(const ComSetFields& fields)
+{
+    return platform::ServerAddress::check(fields.portName).ok();
+}
+
+QString ComSetSession::portError(const ComSetFields& fields) const
+{
+    const platform::Result<> sound = platform::ServerAddress::check(fields.portName);
+    if (!sound.ok())
+        return fields.portName + QStringLiteral(": ") + m_parts.library.tranStr(sound.error());
+    const int number = fields.portPosition >= 0 ? fields.portPosition + 1 : m_triedPort;
+    const bool isTried = number == m_triedPort && fields.portName == m_uclComm1.PortName();
+    if (!fields.portName.isEmpty())
+        return isTried && m_uclComm1.State() == 0 ? m_uclComm1.errorText() : QString();
     if (m_parts.ports.device(number).isEmpty())
         return QStringLiteral("COM%1: ").arg(number) +
                m_parts.library.tranStr(
                    QStringLiteral("there is no such port; plug the adapter in or choose another port"));
-    return number == m_triedPort && m_uclComm1.State() == 0 ? m_uclComm1.errorText() : QString();
+    return isTried && m_uclComm1.State() == 0 ? m_uclComm1.errorText() : QString();
 }
 
 QString ComSetSession::pickModel(int modelPosition) const
@@ -131,10 +153,19 @@ bool ComSetSession::isInRange(const ComSetFields& fields)
     return false;
 }
 
+bool ComSetSession::isPortSound(const ComSetFields& fields)
+{
+    if (isWellNamed(fields))
+        return true;
+    report(portError(fields));
+    return false;
+}
+
 DetectionResult ComSetSession::detect(ComSetFields& fields)
 {
-    if (!isInRange(fields))
+    if (!isPortSound(fields) || !isInRange(fields))
         return DetectionResult::Stopped;
+    m_uclComm1.setPortName(fields.portName);
     (void)m_uclComm1.changeComm(portNumber(fields), speed(fields), fields.chara, false); // saves nothing
     m_triedPort = m_uclComm1.Port();
     m_detection.setModelString(fields.modelString);
@@ -154,7 +185,7 @@ DetectionResult ComSetSession::detect(ComSetFields& fields)
 
 bool ComSetSession::confirm(ComSetFields& fields)
 {
-    const bool valid = isModelKnown(fields) && isInRange(fields);
+    const bool valid = isPortSound(fields) && isModelKnown(fields) && isInRange(fields);
     if (valid && !m_parts.owner.mayDiscard())
         return false;
     m_parts.owner.setConfirmed(valid);
@@ -185,6 +216,9 @@ void ComSetSession::apply(const ComSetFields& fields)
 {
     ComSetOwner& owner = m_parts.owner;
     m_uclComm1.termComm(); // first: the port has room for one
+    owner.mainLink().setPortName(fields.portName);
+    if (!fields.portName.isEmpty())
+        m_recent.add(fields.portName);
     const platform::Result<> saved = owner.mainLink().changeComm(portNumber(fields), speed(fields), fields.chara);
     if (!saved.ok())
         report(m_parts.library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(saved.error()));

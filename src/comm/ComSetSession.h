@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ModelDetection.h"
+#include "RecentEntries.h"
 #include "uclComm.h"
 
 #include <QObject>
@@ -21,6 +22,7 @@ struct ComPort;
 struct ComSetFields
 {
     int portPosition = 0; // COMn at position n - 1; -1: the port of the settings is not in the list
+    QString portName;     // a device or serial server that was typed, in place of COMn; empty: none
     QString speedText;    // "9600bps"
     QString chara;        // "N,8,1"
     bool ascii = false;
@@ -41,6 +43,7 @@ class ComSetSession : public QObject
 
 public:
     static constexpr int kPorts = 9;
+    static constexpr int kRecentPorts = 5;      // typed names that are offered again
     static constexpr auto kEightBits = "N,8,1"; // the usual character formats
     static constexpr auto kSevenBits = "E,7,1";
 
@@ -63,12 +66,16 @@ public:
     // What the lists offer, after open.
     QStringList portTexts() const; // "COM1", with the device and its description when there is one
     QString triedPortText() const; // the same for the port that is held now
+    const QStringList& recentPorts() const { return m_recent.entries(); } // names typed before, the newest first
     QStringList speedTexts() const { return m_speeds; }
     QString otherChara() const { return m_otherChara; } // a stored format beside the usual two; empty: none
     QStringList modelCodes() const { return m_codes; }
-    // Why the port at this position (-1: the one that is held now) cannot be used and what to do; empty when nothing
-    // speaks against it.
-    QString portError(int portPosition) const;
+    // What a typed text stands for: "COM3" for that port, else the name of a device or serial server.
+    static void choosePort(const QString& text, ComSetFields& fields);
+    static bool isWellNamed(const ComSetFields& fields); // a serial server's name has its form
+    // Why the port of the fields (no name and position -1: the one that is held now) cannot be used and what to do;
+    // empty when nothing speaks against it.
+    QString portError(const ComSetFields& fields) const;
 
     // The model string for a model that is chosen by hand; empty when there is no such entry.
     QString pickModel(int modelPosition) const;
@@ -97,6 +104,7 @@ Q_SIGNALS:
 private:
     static QString portText(int number, const platform::ComPort& port);
     QString selectSpeed(const QString& speed);
+    bool isPortSound(const ComSetFields& fields);
     bool isInRange(const ComSetFields& fields);
     bool isModelKnown(ComSetFields& fields);
     void report(const QString& text);
@@ -104,6 +112,7 @@ private:
     Parts m_parts;
     uclComm m_uclComm1;
     ModelDetection m_detection;
+    RecentEntries m_recent;
     QStringList m_speeds;
     QString m_otherChara;
     QStringList m_codes;

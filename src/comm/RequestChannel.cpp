@@ -140,6 +140,7 @@ bool RequestChannel::waitForLateReply(const LateReply& reply)
 
 void RequestChannel::cancelWait()
 {
+    m_link.cancelOpening();
     if (!m_isWaitingForLate)
         return;
     m_waitCancelled = true;

@@ -58,7 +58,8 @@ public:
     // Dispatches events for a time.
     void pause(int milliseconds);
 
-    // Ends a wait for late replies: the request that waits for them is not sent and fails.
+    // Ends the connecting to a serial server, and a wait for late replies: the request that waits for them is not sent
+    // and fails.
     void cancelWait();
 
     // Ends a wait at once. Nothing is sent any more, whatever is begun yet, until a new work is allowed to.

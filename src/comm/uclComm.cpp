@@ -94,11 +94,13 @@ QString uclComm::section() const
 
 QString uclComm::device() const
 {
-    return m_comm.device().isEmpty() ? m_ports.device(m_port) : m_comm.device();
+    return m_isDeferred || m_comm.device().isEmpty() ? m_comm.portDevice() : m_comm.device();
 }
 
 QString uclComm::errorText() const
 {
+    if (m_isDeferred)
+        return {};
     const platform::PortError& error = m_comm.error();
     if (error.pattern.isEmpty() || m_library == nullptr)
         return m_comm.errorText();
@@ -114,7 +116,7 @@ void uclComm::load(int lNo)
         configure(lNo);
         batch.commitLogged();
     }
-    openComm();
+    prepareComm();
 }
 
 void uclComm::configure(int lNo)
@@ -133,6 +135,8 @@ void uclComm::configure(int lNo)
     m_comm.setInBufferSize(library.toLong(text("InBufferSize", "5000"), 0));
     m_comm.setCommPort(library.toLong(text("CommPortNo", "1"), 1));
     m_port = m_comm.CommPort();
+    const QString name = text("CommPortName", "");
+    setPortName(m_ports.isNamedForThisRun(m_port) ? QString() : name);
     m_comm.setDTREnable(library.toBoolean(text("DTREnable", "False"), false));
     m_comm.setRTSEnable(library.toBoolean(text("RTSEnable", "False"), false));
     m_comm.setNullDiscard(library.toBoolean(text("NullDiscard", "False"), false));
@@ -141,9 +145,26 @@ void uclComm::configure(int lNo)
     m_comm.setRThreshold(library.toLong(text("RecvThreshold", "3"), 0));
 }
 
+void uclComm::setPortName(const QString& name)
+{
+    m_portName = name;
+    m_comm.setPortName(name);
+}
+
+void uclComm::prepareComm()
+{
+    if (!m_comm.isServer()) {
+        openComm();
+        return;
+    }
+    termComm();
+    m_isDeferred = true;
+}
+
 bool uclComm::openComm()
 {
     m_state = LinkState::Closed;
+    m_isDeferred = false;
     m_timer->stop();
     m_comm.closePort();
     if (!m_comm.openPort())
@@ -155,6 +176,7 @@ bool uclComm::openComm()
 bool uclComm::termComm()
 {
     m_state = LinkState::Closed;
+    m_isDeferred = false;
     m_timer->stop();
     m_comm.closePort();
     return false;
@@ -169,7 +191,7 @@ platform::Result<> uclComm::changeComm(int lComPort, const QString& sSpeed, cons
     m_comm.setCommPort(lComPort);
     m_port = m_comm.CommPort();
     platform::Result<> saved = bSave ? save() : platform::Result<>();
-    openComm();
+    prepareComm();
     return saved;
 }
 
@@ -178,16 +200,32 @@ platform::Result<> uclComm::save()
     clsINI ini = mainSettings(library().context());
     IniBatch batch(library().context());
     ini.PutIniData(section(), QStringLiteral("CommPortNo"), m_port);
+    ini.PutIniData(section(), QStringLiteral("CommPortName"), m_portName);
     ini.PutIniData(section(), QStringLiteral("CommSpeed"), m_speed);
     ini.PutIniData(section(), QStringLiteral("CommProtocolCharacter"), m_chara);
     return batch.commit();
 }
 
+void uclComm::cancelSend()
+{
+    ++m_sendings;
+    cancelOpening();
+}
+
+void uclComm::cancelOpening()
+{
+    if (m_comm.isOpening())
+        m_comm.closePort();
+}
+
 QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize)
 {
-    if (m_state != LinkState::Idle)
+    const bool isFirst = m_isDeferred;
+    if (m_state != LinkState::Idle && !isFirst)
         return kNotIdle;
     const unsigned sending = ++m_sendings;
+    if (isFirst && !openComm())
+        return kNotIdle;
     m_comm.Input();
     platform::dispatchPendingEvents();
     // While events ran the port may have been lost, the request given up, or another one sent.
@@ -252,6 +290,8 @@ void uclComm::checkRecv()
     }
     if (elapsedSeconds() - m_lastActivity > m_timeOut) {
         m_comm.discardOutput(); // or a line that was held would get all that was given up, with the next request
+        if (m_state != LinkState::Waiting)
+            return; // the line was found lost, which has been reported
         endWait(LinkState::Idle);
         Q_EMIT RecieveError(m_sent, replyBuffer(), kTimeout);
     }

@@ -38,19 +38,26 @@ public:
     void init(int lNo, clsLibrary* oLib = nullptr);
     void load(int lNo);
     bool openComm(); // false: errorText says why
-    bool termComm(); // always false
+    // The same for a port of this machine; a serial server is connected to when the next request goes out.
+    void prepareComm();
+    bool isDeferred() const { return m_isDeferred; } // closed, and connected to with the next request
+    bool termComm();                                 // always false
     // bSave: the settings go into their file too. Gives why they did not.
     platform::Result<> changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave = true);
     platform::Result<> save();
 
     int Port() const { return m_port; }
+    QString PortName() const { return m_portName; } // a device or server in place of COMn; empty: none
+    void setPortName(const QString& name);          // from the next opening on; save stores it, too
     QString Speed() const { return m_speed; }
     QString Chara() const { return m_chara; }
 
     // "" when the frame went out; else why not, and nothing was done.
-    // Events run before it goes out: a request that is given up meanwhile by cancelSend does not go out.
+    // Events run before it goes out, for up to three seconds where a serial server is connected to first: a request
+    // that is given up meanwhile by cancelSend does not go out.
     QString sendMsg(const QByteArray& bBuff, int lRecvSize);
-    void cancelSend() { ++m_sendings; }
+    void cancelSend();
+    void cancelOpening(); // of a serial server
 
     int State() const { return static_cast<int>(m_state); } // 0 closed, 1 idle, 3 waiting for a reply
     QString errorText() const; // why the port is not open, with the remedy, in the user's language
@@ -88,7 +95,9 @@ private:
     int m_linkNo = 0;
     bool m_visible = false;
     LinkState m_state = LinkState::Closed;
+    bool m_isDeferred = false;
     int m_port = 1;
+    QString m_portName;
     QString m_speed;
     QString m_chara;
     qint64 m_lastActivity = 0; // whole seconds of the running time

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "LineFormat.h"
+#include "ServerAddress.h"
 #include "SlaveRange.h"
 
 #include <QCommandLineParser>
@@ -35,7 +36,7 @@ A VALUE is what the grid shows: a number in its limits, a choice by its text or 
 caption or 0 or 1. Nothing is written when one of the values is refused. compare leaves out what is only measured.
 
 Options (those left out come from the main settings file):
-  --port DEVICE|COMn     serial port
+  --port DEVICE|COMn     serial port, or a serial server: tcp://host:port, rfc2217://host:port
   --speed BAUD           line speed
   --chara P,D,S          parity (N, E, O, M, S), data bits, stop bits, such as N,8,1
   --mode rtu|ascii       transmission mode
@@ -113,6 +114,7 @@ public:
         line.readOnly = m_parser.isSet(QStringLiteral("read-only"));
         line.withoutBackup = m_parser.isSet(QStringLiteral("no-backup"));
         readText(QStringLiteral("port"), line.port);
+        checkServer(line.port);
         readText(QStringLiteral("model"), line.model);
         readText(QStringLiteral("o"), line.outputFile);
         readSpeed(line);
@@ -130,6 +132,13 @@ private:
         into = m_parser.value(name);
         if (m_parser.isSet(name) && into.isEmpty())
             refuse(name, QStringLiteral("a value that is not empty"));
+    }
+
+    void checkServer(const QString& port)
+    {
+        const platform::Result<> sound = platform::ServerAddress::check(port);
+        if (!sound.ok() && m_result.error.isEmpty())
+            m_result.error = QStringLiteral("option --port: \"%1\": %2").arg(port, sound.error());
     }
 
     void readNumber(const QString& name, int most, std::optional<int>& into)

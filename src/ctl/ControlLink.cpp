@@ -4,21 +4,11 @@
 #include "ProgramContext.h"
 #include "clsINI.h"
 
-#include <QRegularExpression>
-
 namespace {
 
 CommandResult noPort(const QString& line)
 {
     return CommandResult::failed(ExitStatus::NoAnswer, line.simplified());
-}
-
-// n of "COMn"; 0 for a device.
-int comNumber(const QString& port)
-{
-    static const QRegularExpression form(QStringLiteral("\\ACOM([1-9][0-9]?)\\z"),
-                                         QRegularExpression::CaseInsensitiveOption);
-    return form.match(port).captured(1).toInt();
 }
 
 // The port that the link opens by its own settings.
@@ -51,6 +41,8 @@ CommandResult ControlLink::open()
     if (!m_line.speed.isEmpty() || !m_line.chara.isEmpty())
         (void)m_link.changeComm(m_link.Port(), m_line.speed.isEmpty() ? m_link.Speed() : m_line.speed,
                                 m_line.chara.isEmpty() ? m_link.Chara() : m_line.chara, false); // saves nothing
+    if (m_link.isDeferred())
+        m_link.openComm();
     if (m_link.State() != 0)
         return {};
     return noPort(m_link.errorText().isEmpty() ? QStringLiteral("the serial port %1 cannot be opened").arg(text())
@@ -62,7 +54,7 @@ CommandResult ControlLink::assignPort()
 {
     if (m_line.port.isEmpty())
         return {};
-    const int number = comNumber(m_line.port);
+    const int number = platform::ComPorts::numberOf(m_line.port);
     const QString device = number == 0 ? m_line.port : m_program.ports().device(number);
     if (device.isEmpty())
         return noPort(QStringLiteral("%1: there is no such port; vorlantctl ports lists them").arg(m_line.port));

@@ -1,5 +1,6 @@
 #include "ComPorts.h"
 
+#include <QRegularExpression>
 #include <QSerialPortInfo>
 
 #include <algorithm>
@@ -76,11 +77,27 @@ QVector<ComPort> ComPorts::installed() const
     return ports;
 }
 
+int ComPorts::numberOf(const QString& name)
+{
+    static const QRegularExpression form(QStringLiteral("\\ACOM([1-9][0-9]?)\\z"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    return form.match(name).captured(1).toInt();
+}
+
+QString ComPorts::deviceForThisRun(int number) const
+{
+    const QString device = m_assigned.value(number);
+    return device.isEmpty() ? m_environment.value(QStringLiteral("VORLANT_") + keyOf(number)) : device;
+}
+
+bool ComPorts::isNamedForThisRun(int number) const
+{
+    return !deviceForThisRun(number).isEmpty();
+}
+
 QString ComPorts::namedDevice(int number) const
 {
-    QString device = m_assigned.value(number);
-    if (device.isEmpty())
-        device = m_environment.value(QStringLiteral("VORLANT_") + keyOf(number));
+    QString device = deviceForThisRun(number);
     if (device.isEmpty() && m_settingsLookup)
         device = m_settingsLookup(keyOf(number));
     return device;

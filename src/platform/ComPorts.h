@@ -38,10 +38,17 @@ public:
     // The machine's ports, USB adapters first, in natural name order.
     QVector<ComPort> installed() const;
 
+    // Whether the command line or the environment names the device of COMn.
+    bool isNamedForThisRun(int number) const;
+
+    // n of "COMn", 1 to 99, in large or small letters; 0 for any other name.
+    static int numberOf(const QString& name);
+
     // Makes COMn stand for a device, before every other rule (a command line option).
     void assign(int number, const QString& device);
 
 private:
+    QString deviceForThisRun(int number) const;
     QString namedDevice(int number) const;
     ComPort resolveAmong(const QVector<ComPort>& ports, int number) const;
 

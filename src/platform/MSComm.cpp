@@ -133,6 +133,11 @@ QString MSComm::portDevice() const
     return m_portName.isEmpty() ? m_ports.device(m_commPort) : m_portName;
 }
 
+bool MSComm::isServer() const
+{
+    return ServerAddress::parse(portDevice()).ok();
+}
+
 bool MSComm::PortOpen() const
 {
     return m_line && m_line->isOpen();

@@ -48,6 +48,7 @@ public:
     // A device or serial server in place of COMn; empty: none.
     void setPortName(const QString& name) { m_portName = name; }
     QString portDevice() const; // what the next opening opens; empty: there is no such port
+    bool isServer() const;      // whether that is a serial server, well-formed
     QString Settings() const;   // "9600,N,8,1": speed, parity (N E O M S), data bits 5 to 8, stop bits 1, 1.5, 2
     bool setSettings(const QString& settings); // false and unchanged when the text makes no sense
     void setInBufferSize(int bytes);           // 1 and up

@@ -38,6 +38,12 @@ bool ServerAddress::isMeant(const QString& name)
     return name.startsWith(kTcpScheme, Qt::CaseInsensitive) || name.startsWith(kTelnetScheme, Qt::CaseInsensitive);
 }
 
+Result<> ServerAddress::check(const QString& name)
+{
+    const Result<ServerAddress> address = parse(name);
+    return isMeant(name) && !address.ok() ? Result<>(Failure{address.error()}) : Result<>();
+}
+
 Result<ServerAddress> ServerAddress::parse(const QString& name)
 {
     const Failure otherForm{QStringLiteral("the form is tcp://host:port or rfc2217://host:port")};

@@ -19,6 +19,8 @@ struct ServerAddress
     static bool isMeant(const QString& name);
     // A failure is an English phrase that can be translated.
     static Result<ServerAddress> parse(const QString& name);
+    // The same for any name: a device of this machine is not looked at.
+    static Result<> check(const QString& name);
 };
 
 } // namespace platform

@@ -44,7 +44,7 @@ bool TransferEngine::mayBegin()
     if (isBusy() || m_channel.isAborted())
         return false;
     if (!m_parts.settings.m_bComm && m_parts.link.State() == 0)
-        m_parts.link.openComm();
+        m_parts.link.prepareComm();
     return true;
 }
 

@@ -47,7 +47,7 @@ void MainStatus::showLink()
     m_parts.bar.setLinkText(
         linkStatusText({m_parts.program.settings().m_bComm, m_parts.program.settings().neverWrites(), link.State() != 0,
                         link.Port(), link.device(), link.Speed(), link.Chara(), m_parts.controller.transmissionMode(),
-                        m_parts.controller.slaveAddress(), link.errorText()},
+                        m_parts.controller.slaveAddress(), link.errorText(), link.isDeferred()},
                        m_parts.program.library().translation()));
 }
 

@@ -89,6 +89,10 @@ QGroupBox* frmComSet::setupPortFrame()
     // A long description of an adapter must not widen the dialog.
     m_port->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_port->setMinimumContentsLength(kPortCharacters);
+    // A name may be typed; the list stays what it is, and nothing is put behind what somebody types.
+    m_port->setEditable(true);
+    m_port->setInsertPolicy(QComboBox::NoInsert);
+    m_port->setCompleter(nullptr);
     m_error = named(new QLabel(frame), "lblTrouble");
     m_error->setWordWrap(true);
     m_error->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -207,7 +211,7 @@ void frmComSet::nameFields()
 
 void frmComSet::connectControls()
 {
-    connect(m_port, &QComboBox::currentIndexChanged, this, &frmComSet::showPortError);
+    connect(m_port, &QComboBox::currentTextChanged, this, &frmComSet::showPortError);
     // Both: a hand may also pick the entry that is selected already.
     connect(m_model, &QComboBox::currentIndexChanged, this, &frmComSet::onModelPicked);
     connect(m_model, &QComboBox::activated, this, &frmComSet::onModelPicked);
@@ -222,10 +226,14 @@ void frmComSet::connectControls()
 void frmComSet::fill(const ComSetFields& fields)
 {
     m_port->addItems(platform::visibleTexts(m_session.portTexts()));
+    m_port->addItems(platform::visibleTexts(m_session.recentPorts()));
     m_port->setPlaceholderText(platform::visibleText(m_session.triedPortText()));
     m_speed->addItems(platform::visibleTexts(m_session.speedTexts()));
     m_model->addItems(platform::visibleTexts(m_session.modelCodes()));
+    m_port->lineEdit()->setPlaceholderText(m_port->placeholderText());
     m_port->setCurrentIndex(fields.portPosition);
+    if (!fields.portName.isEmpty())
+        m_port->setEditText(platform::visibleText(fields.portName));
     m_speed->setCurrentIndex(static_cast<int>(m_session.speedTexts().indexOf(fields.speedText)));
     showChara(fields.chara);
     (fields.ascii ? m_ascii : m_rtu)->setChecked(true);
@@ -256,7 +264,7 @@ QString frmComSet::chosenChara() const
 ComSetFields frmComSet::readFields() const
 {
     ComSetFields fields;
-    fields.portPosition = m_port->currentIndex();
+    readPort(fields);
     fields.speedText = m_session.speedTexts().value(m_speed->currentIndex());
     fields.chara = chosenChara();
     fields.ascii = m_ascii->isChecked();
@@ -264,6 +272,17 @@ ComSetFields frmComSet::readFields() const
     fields.modelPosition = m_model->currentIndex();
     fields.modelString = modelString();
     return fields;
+}
+
+// An entry of the list stands for what it was made from, whatever is shown of it.
+void frmComSet::readPort(ComSetFields& fields) const
+{
+    const QString text = m_port->currentText();
+    const int entry = m_port->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    fields.portPosition = entry < ComSetSession::kPorts ? entry : -1;
+    fields.portName = m_session.recentPorts().value(entry - ComSetSession::kPorts);
+    if (entry < 0)
+        ComSetSession::choosePort(text, fields);
 }
 
 // The model only: a detection changes nothing else. It keeps the controller's own string, whatever the list says.
@@ -289,7 +308,9 @@ QString frmComSet::modelString() const
 
 void frmComSet::showPortError()
 {
-    const QString error = m_session.portError(m_port->currentIndex());
+    ComSetFields fields;
+    readPort(fields);
+    const QString error = m_session.portError(fields);
     m_error->setText(platform::visibleLines(error));
     m_error->setVisible(!error.isEmpty());
     growForError();
@@ -340,7 +361,8 @@ void frmComSet::onDetect()
     ComSetFields fields = readFields();
     m_session.detect(fields);
     showFields(fields);
-    (m_session.slaveNumber(fields) ? static_cast<QWidget*>(m_ok) : m_slave)->setFocus();
+    QWidget* const next = m_session.slaveNumber(fields) ? static_cast<QWidget*>(m_ok) : m_slave;
+    (ComSetSession::isWellNamed(fields) ? next : m_port)->setFocus();
 }
 
 void frmComSet::onOk()
@@ -349,7 +371,8 @@ void frmComSet::onOk()
     const bool confirmed = m_session.confirm(fields);
     showFields(fields);
     if (!confirmed) {
-        (m_session.slaveNumber(fields) ? static_cast<QWidget*>(m_port) : m_slave)->setFocus();
+        const bool isPort = !ComSetSession::isWellNamed(fields) || m_session.slaveNumber(fields);
+        (isPort ? static_cast<QWidget*>(m_port) : m_slave)->setFocus();
         return;
     }
     hide();

@@ -57,6 +57,7 @@ private:
     void fill(const ComSetFields& fields);
 
     ComSetFields readFields() const;
+    void readPort(ComSetFields& fields) const;
     void showFields(const ComSetFields& fields);
     void showModelString(const QString& modelString);
     QString modelString() const;
