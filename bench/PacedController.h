@@ -14,6 +14,7 @@
 #include <QThread>
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <semaphore>
 
@@ -71,13 +72,15 @@ private:
 class Connection
 {
 public:
-    Connection(int mode, int pace)
+    // server, if there is one: starts a serial server on the controller's device and gives its name.
+    Connection(int mode, int pace, const std::function<QString(const QString& device)>& server = {})
         : m_controller(m_controllerDir.path(), mode, pace),
           program(platform::PathMap(), scratchFolders(m_dir.path()), QProcessEnvironment(), m_colors),
           kx(program.library()), link(program.ports(), program.clock()), m_state(program.settings())
     {
         m_controller.start();
-        program.ports().assign(1, m_controller.device());
+        const QString device = m_controller.device();
+        program.ports().assign(1, server ? server(device) : device);
         ModelCatalogue(program.library()).ensureBuiltIn();
         m_state.setModel(1, kModelString);
         m_state.setLine(1, mode);

@@ -63,7 +63,10 @@ TcpLine::TcpLine(ServerAddress address, int timeoutMs, QObject* parent)
         m_error.reason = kNotInTime;
         m_connecting.finish();
     });
-    connect(&m_socket, &QTcpSocket::readyRead, this, &TcpLine::readyRead);
+    connect(&m_socket, &QTcpSocket::readyRead, this, [this] {
+        acknowledgeAtOnce();
+        Q_EMIT readyRead();
+    });
     connect(&m_socket, &QTcpSocket::errorOccurred, this, &TcpLine::onError);
 }
 
@@ -109,6 +112,13 @@ void TcpLine::setOptions()
     setNumber(socket, IPPROTO_TCP, TCP_USER_TIMEOUT, (kKeepIdleSeconds + kKeepIntervalSeconds * kKeepProbes) * 1000);
 }
 
+// A server that collects small pieces (Nagle) sends the rest of a reply only when it knows that the beginning has come.
+// The kernel falls back by itself.
+void TcpLine::acknowledgeAtOnce()
+{
+    setNumber(m_socket.socketDescriptor(), IPPROTO_TCP, TCP_QUICKACK, 1);
+}
+
 void TcpLine::close()
 {
     if (m_isConnecting && m_error.reason.isEmpty())
@@ -131,6 +141,7 @@ bool TcpLine::write(const QByteArray& bytes)
     if (!m_isOpen || m_socket.write(bytes) != bytes.size())
         return false;
     m_socket.flush();
+    acknowledgeAtOnce();
     return m_isOpen;
 }
 

@@ -41,6 +41,7 @@ public:
 
 private:
     void setOptions();
+    void acknowledgeAtOnce();
     void onError(QAbstractSocket::SocketError error);
     void lose(const QString& reason);
 

@@ -43,6 +43,9 @@ TEST(LinkStatus, SaysHowOrWhyNot)
     link.open = false;
     link.error = "no permission:\njoin the group dialout";
     EXPECT_EQ(linkStatusText(link, english), u"COM2 is closed: no permission: join the group dialout");
+    link.device = "tcp://workshop:4001";
+    link.deferred = true;
+    EXPECT_EQ(linkStatusText(link, english), u"COM2 tcp://workshop:4001 is connected to with the next request");
     link.offLine = true;
     EXPECT_TRUE(linkStatusText(link, english).startsWith(u"off-line"));
 }

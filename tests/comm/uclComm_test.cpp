@@ -150,6 +150,18 @@ TEST_F(Link, WithoutALibraryItMakesItsOwn)
     EXPECT_EQ(own.Speed() + u',' + own.Chara(), u"9600,N,8,1");
 }
 
+// A typed name is kept; what the command line or the environment names goes before it.
+TEST_F(Link, AStoredPortName)
+{
+    for (const auto& [number, name] : {std::tuple("1", ""), {"2", "tcp://[::1]:4001"}}) {
+        writeSettings(QByteArray("[Comm1]\nCommPortName=tcp://[::1]:4001\nCommPortNo=") + number + '\n');
+        plug(silence);
+        EXPECT_EQ(link->PortName(), QLatin1String(name));
+        EXPECT_EQ(link->device(), *name ? QLatin1String(name) : controller->device());
+        EXPECT_EQ(link->isDeferred(), *name != '\0') << "a serial server waits for a request";
+    }
+}
+
 TEST_F(Link, UnpluggedWhileWaitingEndsInOneError)
 {
     plug(silence);

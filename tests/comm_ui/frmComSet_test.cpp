@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <functional>
@@ -73,6 +74,33 @@ TEST_F(ComSet, OpensDetectsAndApplies)
     EXPECT_EQ(dialog->result(), QDialog::Accepted);
     EXPECT_EQ(owner->calls.join(u'|'), u"take 42,0,1,KX62000000-10A|read, link 1");
     EXPECT_EQ(link->Speed() + u' ' + link->Chara(), u"19200 E,7,1");
+}
+
+// What is typed is taken, and offered again; what cannot be a serial server is refused at once.
+TEST_F(ComSet, ATypedPort)
+{
+    plug(kKX620);
+    open("[Recent]\nPort1=tcp://b:1\nPort2=tcp://b:2\nPort3=tcp://b:3\nPort4=tcp://b:4\nPort5=tcp://b:5\n");
+    auto* port = find<QComboBox>("Combo1");
+    port->setEditText("tcp://workshop");
+    EXPECT_TRUE(find<QLabel>("lblTrouble")->text().startsWith(u"tcp://workshop: the port number is missing"));
+    click("Command1_0");
+    EXPECT_EQ(shown.texts, QStringList{find<QLabel>("lblTrouble")->text()});
+    EXPECT_EQ(focus(), u"Combo1");
+    port->setEditText("com98");
+    EXPECT_TRUE(find<QLabel>("lblTrouble")->text().startsWith(u"COM98: "));
+    QTemporaryDir folder;
+    const QString name = folder.filePath("line");
+    ASSERT_TRUE(QFile::link(controller->device(), name));
+    port->setEditText(' ' + name);
+    click("Command1_0");
+    EXPECT_EQ(dialog->result(), QDialog::Accepted);
+    EXPECT_TRUE(link->device() == name && link->Port() == 1 && link->State() == 1);
+    for (const QString& line : {"CommPortName=" + name, "Port1=" + name, QString("Port5=tcp://b:4")})
+        EXPECT_TRUE(settingsFile().contains(line.toUtf8())) << qPrintable(line);
+    dialog = std::make_unique<frmComSet>(ComSetSession::Parts{*owner, ports, library, QString()}, &window);
+    port = find<QComboBox>("Combo1");
+    EXPECT_TRUE(port->currentText() == name && port->findText(name) == ComSetSession::kPorts);
 }
 
 // Every way out, before and while the controller is asked: nothing is applied, and nobody waits for a time-out.

@@ -26,8 +26,8 @@ public:
             m_telnetPort = freePort();
             QString text = configuration;
             text.replace("/dev/ttyUSB0", device);
-            text.replace("tcp,4001", QString("tcp,127.0.0.1,%1").arg(m_tcpPort));
-            text.replace("tcp,4002", QString("tcp,127.0.0.1,%1").arg(m_telnetPort));
+            text.replace(",4001", QString(",127.0.0.1,%1").arg(m_tcpPort));
+            text.replace(",4002", QString(",127.0.0.1,%1").arg(m_telnetPort));
             start("ser2net", {"-n", "-u", "-c", stored(text), "-P", m_dir.filePath("pid")});
             if (isListening(m_tcpPort) && isListening(m_telnetPort))
                 return;
@@ -57,6 +57,8 @@ public:
         return form.match(text).captured(1).replace("&amp;", "&");
     }
 
+    static bool isInstalled() { return !path("ser2net").isEmpty(); }
+
     static quint16 freePort()
     {
         QTcpServer probe;
@@ -80,6 +82,11 @@ public:
     }
 
 private:
+    static QString path(const QString& program)
+    {
+        return QStandardPaths::findExecutable(program, {"/usr/sbin", "/usr/bin"});
+    }
+
     QString stored(const QString& text)
     {
         QFile file(m_dir.filePath("ser2net.yaml"));
@@ -91,9 +98,8 @@ private:
     void start(const QString& program, const QStringList& arguments)
     {
         kill();
-        const QString found = QStandardPaths::findExecutable(program, {"/usr/sbin", "/usr/bin"});
         m_process.setStandardErrorFile(QProcess::nullDevice());
-        m_process.start(found, arguments);
+        m_process.start(path(program), arguments);
         if (!m_process.waitForStarted())
             throw std::runtime_error("ser2net is not installed");
     }

@@ -45,8 +45,10 @@ void MainDialogs::showVersion()
 // A window of its own: it is there while a transfer or the communication settings keep the main one.
 void MainDialogs::showTraffic()
 {
-    if (m_traffic == nullptr)
+    if (m_traffic == nullptr) {
         m_traffic = std::make_unique<frmTraffic>(m_parts.program.library(), m_parts.program.traceLog().filePath());
+        m_traffic->setDevice(m_parts.device);
+    }
     bringUp(*m_traffic);
 }
 

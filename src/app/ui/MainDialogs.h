@@ -28,6 +28,7 @@ public:
         ProgramContext& program;
         QWidget& window;
         clsKX& kx;
+        std::function<QString()> device; // that the link stands for now
         std::function<bool()> mayReload; // whether options may be stored that have the model loaded anew
         std::function<void(const ParameterSet& set)> loadBackup;
     };

@@ -218,6 +218,8 @@ void frmTraffic::showStatus()
         parts << library().tranStr(QStringLiteral("paused, %1 new lines")).arg(m_waiting.lines());
     parts
         << library().tranStr(QStringLiteral("%1 lines, %2 with errors")).arg(m_model.rowCount()).arg(m_model.errors());
+    parts.prepend(m_device());
+    parts.removeAll(QString());
     m_status->setText(platform::visibleLines(parts.join(QStringLiteral("   "))));
 }
 

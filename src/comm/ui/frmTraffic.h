@@ -7,6 +7,7 @@
 
 #include <QSortFilterProxyModel>
 
+#include <functional>
 #include <memory>
 
 class QCheckBox;
@@ -38,6 +39,8 @@ public:
     ~frmTraffic() override;
 
     void tranForm();
+    // What the program is connected to, for the line of its state.
+    void setDevice(std::function<QString()> device) { m_device = std::move(device); }
 
 protected:
     void aboutToShow() override;
@@ -58,6 +61,7 @@ private:
     void showStatus();
     QString problemText() const;
 
+    std::function<QString()> m_device = [] { return QString(); };
     LogReader m_reader;
     TrafficModel m_model;
     QSortFilterProxyModel m_shown;
