@@ -11,6 +11,7 @@
 #include <QProcessEnvironment>
 
 #include <algorithm>
+#include <limits>
 
 using platform::CommEvent;
 
@@ -19,6 +20,7 @@ namespace {
 const QString kNotIdle = QStringLiteral("アイドルではありません。");
 const QString kTimeout = QStringLiteral("Timeout");
 constexpr int kDefaultTimeOut = 5;
+constexpr int kMostBitsPerByte = 12; // start, eight data bits, parity, two stop bits
 
 // The texts of the serial control's events that are passed on; null for those that mean bytes may have come.
 const char* eventText(CommEvent event)
@@ -236,6 +238,7 @@ QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize)
     m_comm.setRThreshold(m_expected);
     m_sent = bBuff;
     m_lastActivity = elapsedSeconds();
+    m_latest = m_lastActivity + mostSeconds();
     m_received.clear();
     if (!m_comm.Output(m_sent)) {
         endWait(LinkState::Closed);
@@ -288,7 +291,7 @@ void uclComm::checkRecv()
         Q_EMIT RecieveSuccess(m_sent, replyBuffer());
         return;
     }
-    if (elapsedSeconds() - m_lastActivity > m_timeOut) {
+    if (elapsedSeconds() - m_lastActivity > m_timeOut || elapsedSeconds() > m_latest) {
         m_comm.discardOutput(); // or a line that was held would get all that was given up, with the next request
         if (m_state != LinkState::Waiting)
             return; // the line was found lost, which has been reported
@@ -300,6 +303,14 @@ void uclComm::checkRecv()
 qint64 uclComm::elapsedSeconds() const
 {
     return m_clock.elapsedMs() / platform::kMsPerSecond;
+}
+
+qint64 uclComm::mostSeconds() const
+{
+    if (!m_comm.isServer())
+        return std::numeric_limits<qint32>::max();
+    const int bytes = m_expected + static_cast<int>(m_sent.size());
+    return m_timeOut + bytes * kMostBitsPerByte / std::max(m_speed.toInt(), 1);
 }
 
 void uclComm::endWait(LinkState state)

@@ -15,7 +15,8 @@ class ProgramContext;
 class clsLibrary;
 
 // The serial link: sends one request frame at a time and collects the reply until the expected number of bytes has
-// arrived or nothing has come for longer than the time-out. It knows nothing of Modbus.
+// arrived or nothing has come for longer than the time-out. From a serial server, where anything may answer, the whole
+// reply must come within the time-out and the time of its bytes on the wire. It knows nothing of Modbus.
 //
 // init reads the settings section "Comm" + link number of the main settings file and opens the port. sendMsg returns ""
 // when the frame went out; then exactly one event reports the outcome, RecieveSuccess, or RecieveError with "Timeout"
@@ -83,6 +84,7 @@ private:
     void collect();
     QByteArray replyBuffer() const { return m_received + '\0'; }
     qint64 elapsedSeconds() const;
+    qint64 mostSeconds() const;
     void endWait(LinkState state);
 
     const platform::ComPorts& m_ports;
@@ -102,6 +104,7 @@ private:
     QString m_chara;
     qint64 m_lastActivity = 0; // whole seconds of the running time
     int m_timeOut = 5;         // seconds
+    qint64 m_latest = 0;       // second at which a reply must be whole
     QByteArray m_sent;
     QByteArray m_received;
     int m_expected = 0;

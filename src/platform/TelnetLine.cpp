@@ -1,6 +1,7 @@
 #include "TelnetLine.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace platform {

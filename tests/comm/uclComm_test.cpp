@@ -4,6 +4,8 @@
 
 #include <QFile>
 #include <QSignalSpy>
+#include <QTcpServer>
+#include <QTcpSocket>
 
 #include <functional>
 #include <tuple>
@@ -148,6 +150,28 @@ TEST_F(Link, WithoutALibraryItMakesItsOwn)
     uclComm own(ports, box.clock);
     own.init(1);
     EXPECT_EQ(own.Speed() + u',' + own.Chara(), u"9600,N,8,1");
+}
+
+// A stranger that sends a byte now and then does not keep the program for ever.
+TEST_F(Link, AServerThatDribbles)
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    plug(silence);
+    link->setPortName(QString("tcp://127.0.0.1:%1").arg(server.serverPort()));
+    link->prepareComm();
+    EXPECT_EQ(link->sendMsg(kRequest, 100), QString());
+    ASSERT_TRUE(server.hasPendingConnections() || server.waitForNewConnection(1000));
+    QTcpSocket* const peer = server.nextPendingConnection();
+    for (int second = 0; second < 7 && bad->isEmpty(); ++second) {
+        peer->write("x");
+        peer->flush();
+        settle();
+        box.clock.advance(1000);
+    }
+    expectOneError("Timeout");
+    EXPECT_GT(bad->at(0).at(1).toByteArray().size(), 5) << "each byte came in time";
+    EXPECT_EQ(link->State(), 1);
 }
 
 // A typed name is kept; what the command line or the environment names goes before it.

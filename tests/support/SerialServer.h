@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <stdexcept>
+#include <tuple>
 
 // The serial server of the manual's example, in a process of its own on the loopback interface, with a device of the
 // test in place of that of the page. It listens when the object is there, and ends with it.
