@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -101,6 +102,25 @@ TEST_F(ComSet, ATypedPort)
     dialog = std::make_unique<frmComSet>(ComSetSession::Parts{*owner, ports, library, QString()}, &window);
     port = find<QComboBox>("Combo1");
     EXPECT_TRUE(port->currentText() == name && port->findText(name) == ComSetSession::kPorts);
+}
+
+TEST_F(ComSet, StopEndsTheConnecting)
+{
+    QTcpServer silent;
+    silent.listen(QHostAddress::LocalHost);
+    plug(kSilent);
+    open();
+    const QString name = QString("rfc2217://127.0.0.1:%1").arg(silent.serverPort());
+    find<QComboBox>("Combo1")->setEditText(name);
+    bool waits = false;
+    QTimer::singleShot(0, &pulse, [&] {
+        waits = find<QWidget>("cmdStop")->isVisible() && !find<QWidget>("Command1_1")->isEnabled();
+        click("cmdStop");
+    });
+    click("Command2");
+    EXPECT_TRUE(waits && dialog->isVisible() && find<QWidget>("Command1_1")->isEnabled());
+    EXPECT_TRUE(shown.texts.isEmpty() && controller->requests() == 0);
+    EXPECT_TRUE(find<QLabel>("lblTrouble")->text().contains(name)) << "why it is closed";
 }
 
 // Every way out, before and while the controller is asked: nothing is applied, and nobody waits for a time-out.
