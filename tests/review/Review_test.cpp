@@ -106,8 +106,11 @@ TEST_F(ChangeReview, TheTableTellsItAll)
     report({{"A", SendOutcome::Conflict}, {"CAL", SendOutcome::NotAccepted}});
     const QStringList a{"name of A", "Set",     "10.0", "9.0", "conflict: the controller held 7.7 before",
                         "",          "setting", "A"};
-    for (int column = 0; column < ReviewModel::kColumns; ++column)
+    for (int column = 0; column < ReviewModel::kColumns; ++column) {
         EXPECT_EQ(cell(0, column), a[column]);
+        const bool isNumber = column == ReviewModel::kHeld || column == ReviewModel::kValue;
+        EXPECT_EQ((model.index(0, column).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight) != 0, isNumber);
+    }
     EXPECT_EQ(cell(1, ReviewModel::kCause), u"followed from name of A");
     EXPECT_EQ(cell(2, ReviewModel::kState), u"not accepted: the controller keeps 0.7");
     EXPECT_TRUE(cell(3, ReviewModel::kState).startsWith(u"tick it by hand: it starts"));
@@ -139,6 +142,8 @@ TEST_F(ChangeReview, FiltersAndSorts)
     }
     filter.setSearch(" of ca ");
     EXPECT_EQ(shown(), u"CAL");
+    filter.setShow(Show::Conflicts);
+    EXPECT_EQ(shown(), QString()) << "both hold";
 }
 
 } // namespace
