@@ -4,6 +4,8 @@ QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
 {
     if (link.offLine)
         return tran(QStringLiteral("off-line: nothing is sent"));
+    if (link.lost)
+        return tran(QStringLiteral("COM%1 %2 lost, waiting for it to come back")).arg(link.port).arg(link.device);
     if (link.deferred)
         return tran(QStringLiteral("COM%1 %2 is connected to with the next request")).arg(link.port).arg(link.device);
     if (!link.open)
@@ -15,5 +17,10 @@ QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
                              .arg(link.port)
                              .arg(link.device, link.speed, link.chara, link.transmissionMode == 1 ? u"ASCII" : u"RTU")
                              .arg(link.slaveAddress);
-    return link.readOnly ? text + QStringLiteral(", ") + tran(QStringLiteral("read only")) : text;
+    QStringList parts{text};
+    if (link.readOnly)
+        parts << tran(QStringLiteral("read only"));
+    if (link.back)
+        parts << tran(QStringLiteral("connected again"));
+    return parts.join(QStringLiteral(", "));
 }

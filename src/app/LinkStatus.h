@@ -18,6 +18,8 @@ struct LinkStatus
     int slaveAddress = 1;
     QString error;         // why it is not open, with the remedy
     bool deferred = false; // a serial server that the next request connects to
+    bool lost = false;     // it was open, and is looked for
+    bool back = false;     // it was lost, and nothing was sent since
 };
 
 // "COM1 /dev/ttyUSB0 9600,N,8,1 RTU slave 1, read only", or why there is no link and what helps.

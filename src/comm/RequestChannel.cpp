@@ -28,6 +28,11 @@ RequestChannel::RequestChannel(uclComm& link, const clsLibrary& library, Log& tr
 
 RequestChannel::~RequestChannel() = default;
 
+std::optional<int> RequestChannel::opening() const
+{
+    return m_link.State() == 0 ? std::nullopt : std::optional(m_link.openings());
+}
+
 void RequestChannel::setSlave(int slave, int mode)
 {
     m_clsModbus.setSlaveAddress(slave);

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class clsLibrary;
@@ -67,6 +68,8 @@ public:
     bool isAborted() const { return m_abort; }
     void allow() { m_abort = false; }
 
+    // Which opening of the port is in use; nothing while it is closed.
+    std::optional<int> opening() const;
     QString reason() const { return m_reason; }      // why the last request did not succeed, in the user's language
     bool hasReply() const { return m_hasReply; }     // as many bytes as were announced came for it, sound or not
     int requests() const { return m_requests; }      // sent since begin

@@ -172,6 +172,7 @@ bool uclComm::openComm()
     if (!m_comm.openPort())
         return false;
     m_state = LinkState::Idle;
+    ++m_openings;
     return m_comm.PortOpen();
 }
 

@@ -60,6 +60,7 @@ public:
     void cancelSend();
     void cancelOpening(); // of a serial server
 
+    int openings() const { return m_openings; } // how often the port was opened: what is at the other end may differ
     int State() const { return static_cast<int>(m_state); } // 0 closed, 1 idle, 3 waiting for a reply
     QString errorText() const; // why the port is not open, with the remedy, in the user's language
     QString device() const;    // of COMn; empty when there is none
@@ -97,6 +98,7 @@ private:
     int m_linkNo = 0;
     bool m_visible = false;
     LinkState m_state = LinkState::Closed;
+    int m_openings = 0;
     bool m_isDeferred = false;
     int m_port = 1;
     QString m_portName;

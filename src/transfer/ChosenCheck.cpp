@@ -119,6 +119,18 @@ QStringList ChosenCheck::lookFirst()
     return agreed;
 }
 
+bool ChosenCheck::isSameController()
+{
+    const Images model = imagesOf({}, true);
+    if (model.empty() || m_read.isModelCurrent())
+        return true;
+    m_rows.clear();
+    ReadTransfer::Look seen = look(model);
+    if (seen.report.outcome == ReadOutcome::Complete && !seen.unread.isEmpty())
+        seen.report.outcome = ReadOutcome::NoResponse;
+    return mayGoOn(seen.report);
+}
+
 bool ChosenCheck::mayGoOn(const ReadReport& look)
 {
     switch (look.outcome) {

@@ -22,6 +22,8 @@ public:
         : m_parts(parts), m_read(read), m_report(report)
     {}
 
+    // Before any write: after the port was opened anew another controller may be there. False: told.
+    bool isSameController();
     void start(const QStringList& tags); // each once, in the order of the definition
     QStringList lookFirst();             // those that may go out
     void readBack(const WriteSelection& selection);

@@ -195,6 +195,8 @@ RequestChannel::Result ReadTransfer::storeReply(clsKXAdr& image)
         return Result::Success;
     m_report.answeredModel = image.getString(image.StartAddress(), modelcodes::kModelStringLength, QString());
     const bool isOther = m_parts.controller.model() != m_report.answeredModel && !m_parts.settings.m_bComm;
+    if (!isOther)
+        m_modelSeenAt = m_parts.channel.opening();
     return isOther ? Result::WrongModel : Result::Success;
 }
 

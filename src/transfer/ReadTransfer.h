@@ -29,6 +29,8 @@ public:
         QStringList unread; // sections
     };
     Look look(const std::vector<clsKXAdr*>& images);
+    // The model string was read since the port was opened: the controller is the one whose parameters are here.
+    bool isModelCurrent() const { return m_modelSeenAt.has_value() && m_modelSeenAt == m_parts.channel.opening(); }
     void cancel() { m_bCancel = true; }
     const ReadReport& report() const { return m_report; }
 
@@ -52,7 +54,8 @@ private:
     AttemptFailed m_attemptFailed;
     ReadReport m_report;
     Purpose m_purpose = Purpose::Show;
-    int m_answered = 0; // entries with a sound reply
+    int m_answered = 0;               // entries with a sound reply
+    std::optional<int> m_modelSeenAt; // opening of the port
     bool m_bCancel = false;
     bool m_imageComplete = true;
     quint8 m_functionCode = 0; // of the request that was built

@@ -36,7 +36,7 @@ bool WriteTransfer::isReady()
 
 bool WriteTransfer::mayWrite()
 {
-    return isConfirmed() && isModelRight();
+    return isConfirmed() && isModelRight() && (m_parts.settings.m_bComm || m_check.isSameController());
 }
 
 // Once it is known what goes out.

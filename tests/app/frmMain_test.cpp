@@ -496,6 +496,39 @@ TEST_F(MainWindow, RecvAndSendOpenAPortThatHasComeBack)
     EXPECT_FALSE(panel("panelLink").contains(u"closed"));
 }
 
+// Without a click. What was changed stays; another controller at the same adapter gets nothing.
+TEST_F(MainWindow, ALostAdapterIsUsedAgainAndItsControllerIsAskedFirst)
+{
+    const QString adapter = dir.filePath("adapter");
+    const auto plug = [&](const QByteArray& model) {
+        QFile::remove(adapter);
+        controller = std::make_unique<ScriptedController>([model](const QByteArray& request) {
+            return request.at(1) == 66 && request.at(2) == 1 ? soundController::rtu(request.left(8))
+                                                             : soundController::reply(request, model);
+        });
+        return QFile::link(controller->device(), adapter);
+    };
+    open(adapter);
+    ASSERT_TRUE(plug(soundController::kModel));
+    recv();
+    const Settings settings([](frmComSet& dialog) { dialog.reject(); });
+    for (const bool isSame : {true, false}) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !panel("panelLink").contains(u"lost"); }));
+        QTest::qWait(LinkWatch::kLookMs); // it is seen open
+        enter("7.0");
+        controller->unplug();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return panel("panelLink").contains(u" lost, "); }));
+        ASSERT_TRUE(plug(isSame ? soundController::kModel : QByteArray("KX41300000-10A")));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return panel("panelLink").endsWith(u", connected again"); }));
+        EXPECT_EQ(cell(2), u"7.0");
+        const int before = controller->requests();
+        trigger("mnuKX_2");
+        EXPECT_EQ(messages().contains("Model number is different."), !isSame);
+        EXPECT_EQ(controller->requests() - before == 1, !isSame) << "the question for the model";
+    }
+    EXPECT_EQ(settings.count(), 1);
+}
+
 TEST_F(MainWindow, ClosingDuringAReadEndsIt)
 {
     openWith([this](const QByteArray&) {

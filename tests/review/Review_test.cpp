@@ -90,6 +90,11 @@ TEST_F(ChangeReview, AWriteLeavesWhatBecameOfEach)
     review.setTicked("A", true); // the user has decided
     EXPECT_EQ(review.failed(), (QStringList{"B", "CAL", "CMD"}));
     EXPECT_EQ(review.ticked(), (QStringList{"A", "B", "CMD"}));
+    WriteReport unchanged;
+    unchanged.parameters.append({"CMD", SendOutcome::Accepted, false, {}, "1", "1", "1"});
+    Review other{kx};
+    other.noteWrite(unchanged);
+    EXPECT_EQ(other.rows().back().state, ReviewState::Changed) << "no news";
     report({{"B", SendOutcome::Accepted}});
     EXPECT_EQ(list(), u"A* B CAL CMD*") << "seen until the next read";
     EXPECT_EQ(review.changes(), 3);

@@ -98,6 +98,8 @@ PROGRAM_TEXTS = (
      "%1: 変更時の機器の値は%2でしたが、現在は%3のため送信していません"),
     ("all parameters", "全パラメータ"),
     ("before writing %1; COM%2 %3, slave %4", "%1の書き込み前; COM%2 %3, スレーブ%4"),
+    ("COM%1 %2 lost, waiting for it to come back", "COM%1 %2が失われました。復帰を待っています"),
+    ("connected again", "再接続しました"),
     # Review
     ("Review and send", "変更の確認と送信"),
     ("Review and send...", "変更の確認と送信..."),

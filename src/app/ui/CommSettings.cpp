@@ -52,6 +52,11 @@ void CommSettings::run()
     m_dialog = nullptr;
 }
 
+bool CommSettings::isOpen() const
+{
+    return m_dialog != nullptr;
+}
+
 void CommSettings::close()
 {
     if (m_dialog != nullptr)

@@ -38,6 +38,7 @@ public:
     // Opens them and returns when they have closed; nothing happens during a transfer. While they are open: once more
     // when they have closed.
     void show();
+    bool isOpen() const;
     void close();
     // The grid has been filled anew, for the kind of work that the options name now.
     void noteFilled();

@@ -47,8 +47,15 @@ void MainStatus::showLink()
     m_parts.bar.setLinkText(
         linkStatusText({m_parts.program.settings().m_bComm, m_parts.program.settings().neverWrites(), link.State() != 0,
                         link.Port(), link.device(), link.Speed(), link.Chara(), m_parts.controller.transmissionMode(),
-                        m_parts.controller.slaveAddress(), link.errorText(), link.isDeferred()},
+                        m_parts.controller.slaveAddress(), link.errorText(), link.isDeferred(),
+                        m_watch == LinkWatch::State::Lost, m_watch == LinkWatch::State::Back},
                        m_parts.program.library().translation()));
+}
+
+void MainStatus::setWatch(LinkWatch::State state)
+{
+    m_watch = state;
+    showLink();
 }
 
 void MainStatus::showData()

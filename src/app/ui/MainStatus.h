@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LinkWatch.h"
+
 #include <QDateTime>
 #include <QObject>
 
@@ -36,6 +38,7 @@ public:
 
     void showAll();
     void showLink();
+    void setWatch(LinkWatch::State state);
     void showData(); // how far the values are the controller's
     void showHint(); // about the current cell
     QString writeDetails() const;
@@ -44,6 +47,7 @@ private:
     void showWrite();
 
     Parts m_parts;
+    LinkWatch::State m_watch = LinkWatch::State::Quiet;
     QDateTime m_readAt;
     QDateTime m_writtenAt;
 };

@@ -46,6 +46,7 @@ frmMain::frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> ques
     setupFiles();
     setupWindow();
     connectParts();
+    connectWatch();
     connectMenus();
     connectEditor();
     registerControls();
@@ -156,6 +157,17 @@ void frmMain::connectParts()
     });
     connect(m_stbMain, &MainStatusBar::changesClicked, this, &frmMain::showReview);
     connect(m_stbMain, &MainStatusBar::writeClicked, this, &frmMain::showWriteDetails);
+}
+
+// A port that comes back is opened again, while nobody else is at it.
+void frmMain::connectWatch()
+{
+    m_watch = std::make_unique<LinkWatch>(m_uclComm1, m_program.clock(), [this] {
+        return !m_engine->isBusy() && !m_engine->isClosing() && !m_comm->isOpen() && !m_program.settings().m_bComm;
+    });
+    connect(m_watch.get(), &LinkWatch::changed, this, [this] { m_status->setWatch(m_watch->state()); });
+    connect(m_engine.get(), &TransferEngine::activityChanged, m_watch.get(), &LinkWatch::forget);
+    connect(m_comm.get(), &CommSettings::closed, m_watch.get(), &LinkWatch::forget);
 }
 
 void frmMain::connectMenus()

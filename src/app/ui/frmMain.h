@@ -5,6 +5,7 @@
 #include "ClosingQuestion.h"
 #include "CommSettings.h"
 #include "EditorShell.h"
+#include "LinkWatch.h"
 #include "MainDialogs.h"
 #include "MainGrid.h"
 #include "MainReview.h"
@@ -93,6 +94,7 @@ private:
     void setupWindow();
     void setupFiles();
     void connectParts();
+    void connectWatch();
     void connectMenus();
     void connectEditor();
     void registerControls();
@@ -124,6 +126,7 @@ private:
     std::unique_ptr<CommSettings> m_comm;
     std::unique_ptr<MainDialogs> m_dialogs;
     std::unique_ptr<MainReview> m_review;
+    std::unique_ptr<LinkWatch> m_watch;
     std::unique_ptr<ClosingQuestion> m_closing;
     std::unique_ptr<MainMenus> m_menus;
     std::unique_ptr<HelpKey> m_help;
