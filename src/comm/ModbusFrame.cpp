@@ -1,5 +1,7 @@
 #include "ModbusFrame.h"
 
+#include "ProtocolNumbers.h"
+
 #include <array>
 
 namespace modbusframe {
@@ -75,6 +77,17 @@ QByteArray fromAscii(const QByteArray& ascii)
         binary += static_cast<char>(high * 16 + low);
     }
     return binary;
+}
+
+bool isRefusal(const QByteArray& wire, int slave, int functionCode, bool ascii)
+{
+    constexpr qsizetype kRefusalBytes = 3;
+    if (wire.size() != wireBytes(kRefusalBytes, ascii))
+        return false;
+    const QByteArray frame = (ascii ? fromAscii(wire) : wire).left(kRefusalBytes);
+    const auto at = [&frame](qsizetype index) { return static_cast<quint8>(frame[index]); };
+    return frame.size() == kRefusalBytes && at(0) == slave && at(1) == (functionCode | functioncode::kExceptionBit) &&
+           exceptioncode::contains(at(2)) && wire == toWire(frame, ascii);
 }
 
 QByteArray toWire(const QByteArray& frame, bool ascii)

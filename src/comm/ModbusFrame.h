@@ -36,6 +36,9 @@ constexpr qsizetype checkedBytes(qsizetype wireBytes, bool ascii)
     return ascii ? (wireBytes - kAsciiMarks) / 2 : wireBytes;
 }
 
+// Whether the bytes on the line are a whole and sound frame of this slave that refuses this function.
+bool isRefusal(const QByteArray& wire, int slave, int functionCode, bool ascii);
+
 // The wire form of a binary frame (address, function, data), with its check value.
 QByteArray toWire(const QByteArray& frame, bool ascii);
 

@@ -19,10 +19,11 @@ QByteArray receivedPart(const QByteArray& linkBuffer)
 
 RequestChannel::RequestChannel(uclComm& link, const clsLibrary& library, Log& traceLog, QObject* parent)
     : QObject(parent), m_link(link), m_library(library), m_traceLog(traceLog),
-      m_pause(library.context().machine.clock.makeTimer())
+      m_pause(library.context().machine.clock.makeTimer()), m_cancel(library.context().machine.clock.makeTimer())
 {
     connect(&m_link, &uclComm::RecieveSuccess, this, &RequestChannel::onSuccess);
     connect(&m_link, &uclComm::RecieveError, this, &RequestChannel::onError);
+    connect(m_cancel.get(), &platform::Timer::timeout, this, &RequestChannel::giveUpSilent);
     connect(m_pause.get(), &platform::Timer::timeout, this, [this] { m_waiting.finish(); });
 }
 
@@ -65,7 +66,9 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
 {
     m_functionCode = functionCode;
     m_accepted = accepted;
-    LateReply reply{m_clsModbus.SlaveAddress(), functionCode, m_clsModbus.RecvSize(), 0, 0};
+    m_received.clear();
+    LateReply reply{
+        m_clsModbus.SlaveAddress(), functionCode, m_clsModbus.RecvSize(), m_clsModbus.GetSendMessage(), 0, 0};
     std::erase_if(m_late, [this](const LateReply& late) { return late.restMs(nowMs()) == 0; });
     // The late reply to the same request says the same.
     const bool isRepetition = mayComeLate(reply) && m_clsModbus.GetSendMessage() == m_lastRequest;
@@ -90,7 +93,7 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
 // An answer to a repetition may be that to the first sending: then the others are as slow.
 qint64 RequestChannel::latenessMs(Result result) const
 {
-    const qint64 usual = (m_link.timeOut() + 1 + kLatestSeconds) * platform::kMsPerSecond;
+    const qint64 usual = m_link.longestWaitMs() + kLatestSeconds * platform::kMsPerSecond;
     return result == Result::Success ? std::max(usual, nowMs() - m_firstSentMs + platform::kMsPerSecond) : usual;
 }
 
@@ -101,7 +104,8 @@ RequestChannel::Result RequestChannel::sendAndWait()
     m_answered = false;
     m_lResult = Result::Success;
     m_waiting.arm();
-    const QString refusal = m_link.sendMsg(m_clsModbus.GetSendMessage(), m_clsModbus.RecvSize());
+    const QString refusal = m_link.sendMsg(m_clsModbus.GetSendMessage(), m_clsModbus.RecvSize(),
+                                           [this](const QByteArray& bytes) { return mayBeRefusal(bytes); });
     if (refusal.isEmpty() || !m_abort) // the trace shows no frame that the end of the program kept back
         traceNow();
     if (!refusal.isEmpty()) {
@@ -113,6 +117,7 @@ RequestChannel::Result RequestChannel::sendAndWait()
     m_wireBytes += m_clsModbus.SendSize() + m_clsModbus.RecvSize();
     if (m_bWait)
         m_waiting.run();
+    m_cancel->stop();
     // The wait can end without an event only when the program is being closed.
     m_abort = m_abort || m_bWait;
     m_bWait = false;
@@ -146,10 +151,24 @@ bool RequestChannel::waitForLateReply(const LateReply& reply)
 void RequestChannel::cancelWait()
 {
     m_link.cancelOpening();
+    if (m_bWait && !m_cancel->isActive())
+        m_cancel->start(kCancelMs);
     if (!m_isWaitingForLate)
         return;
     m_waitCancelled = true;
     m_waiting.finish();
+}
+
+// Bytes that have begun to come are a reply, which is worth its time.
+void RequestChannel::giveUpSilent()
+{
+    m_cancel->stop();
+    if (!m_bWait || m_link.hasReceived())
+        return;
+    m_link.giveUp();
+    m_reason = tran("It was cancelled.");
+    trace(QStringLiteral("(Error)R:"), {});
+    finish(Result::Failed);
 }
 
 void RequestChannel::expectLate(const LateReply& reply)
@@ -180,9 +199,14 @@ void RequestChannel::onSuccess(const QByteArray& sent, const QByteArray& receive
     Q_UNUSED(sent);
     if (!m_bWait)
         return;
+    const QByteArray bytes = receivedPart(received);
+    m_received = bytes;
+    if (mayBeRefusal(bytes)) {
+        failWith(QString());
+        return;
+    }
     m_hasReply = true;
     m_answered = true;
-    const QByteArray bytes = receivedPart(received);
     trace(QStringLiteral("(Scces)R:"), bytes);
     if (isSound(bytes)) {
         finish(m_accepted ? m_accepted() : Result::Success);
@@ -190,6 +214,19 @@ void RequestChannel::onSuccess(const QByteArray& sent, const QByteArray& receive
     }
     trace(QStringLiteral("(Error)R:"), bytes);
     finish(Result::Failed);
+}
+
+// A late one may be that to an earlier request of the same function: then the wait goes on. The one to an earlier
+// sending of the same request says the same.
+bool RequestChannel::mayBeRefusal(const QByteArray& received) const
+{
+    const int slave = m_clsModbus.SlaveAddress();
+    const auto isOfAnother = [&](const LateReply& late) {
+        return late.slave == slave && late.functionCode == m_functionCode &&
+               late.request != m_clsModbus.GetSendMessage() && late.restMs(nowMs()) > 0;
+    };
+    return modbusframe::isRefusal(received, slave, m_functionCode, m_clsModbus.TransmissionMode() == 1) &&
+           std::none_of(m_late.begin(), m_late.end(), isOfAnother);
 }
 
 bool RequestChannel::isSound(const QByteArray& received)
@@ -242,10 +279,16 @@ void RequestChannel::onError(const QByteArray& sent, const QByteArray& received,
     Q_UNUSED(sent);
     if (!m_bWait)
         return;
-    QByteArray bytes = receivedPart(received);
-    trace(QStringLiteral("(Error)R:"), bytes);
-    const auto count = static_cast<qint32>(bytes.size());
-    m_clsModbus.SetRecvMessage(bytes, count);
+    m_received = receivedPart(received);
+    failWith(text);
+}
+
+// Without an exception in what has come, the text says why.
+void RequestChannel::failWith(const QString& text)
+{
+    trace(QStringLiteral("(Error)R:"), m_received);
+    QByteArray bytes = m_received;
+    m_clsModbus.SetRecvMessage(bytes, static_cast<qint32>(m_received.size()));
     const int code = m_clsModbus.ErrorCode();
     m_answered = exceptioncode::contains(code);
     m_reason = m_answered ? tran("the controller refused (exception %1)").arg(code) : m_library.tranStr(text);
@@ -262,6 +305,11 @@ void RequestChannel::finish(Result result)
 qint64 RequestChannel::nowMs() const
 {
     return m_library.context().machine.clock.elapsedMs();
+}
+
+QString RequestChannel::lineText() const
+{
+    return m_link.Speed() + u',' + m_link.Chara();
 }
 
 QString RequestChannel::tran(const char* english) const

@@ -25,7 +25,8 @@ class Timer;
 // the link reports how it ended. Every frame is a line of the trace log.
 //
 // Replies name no address. One that comes after its request was given up could be taken for that of another request of
-// the same function and length: such a request waits until no late reply can be on its way any more.
+// the same function and length: such a request waits until no late reply can be on its way any more. A refusal has one
+// length for all: it ends the wait of a request at once only where no late one to another request can be on its way.
 //
 // Order of calls: begin at the start of a transfer; then for each request a request operation of modbus(), traceRequest
 // and exchange. The link, the library and the log are kept by reference and must outlive the channel.
@@ -36,6 +37,8 @@ class RequestChannel : public QObject
 public:
     // How much later than the time-out a reply may still come, if none has been seen to be later.
     static constexpr int kLatestSeconds = 5;
+    // How long a cancelled request still waits for the first byte of its reply.
+    static constexpr int kCancelMs = 150;
 
     // How a request ended.
     enum class Result { WrongModel = -2, Refused = -1, Success = 0, Failed = 1 };
@@ -60,7 +63,8 @@ public:
     void pause(int milliseconds);
 
     // Ends the connecting to a serial server, and a wait for late replies: the request that waits for them is not sent
-    // and fails.
+    // and fails. A request that is under way fails after kCancelMs if no byte of its reply has come by then; else its
+    // wait ends by itself.
     void cancelWait();
 
     // Ends a wait at once. Nothing is sent any more, whatever is begun yet, until a new work is allowed to.
@@ -70,10 +74,12 @@ public:
 
     // Which opening of the port is in use; nothing while it is closed.
     std::optional<int> opening() const;
-    QString reason() const { return m_reason; }      // why the last request did not succeed, in the user's language
-    bool hasReply() const { return m_hasReply; }     // as many bytes as were announced came for it, sound or not
-    int requests() const { return m_requests; }      // sent since begin
-    qint64 wireBytes() const { return m_wireBytes; } // sent, and announced for replies, since begin
+    QString reason() const { return m_reason; }        // why the last request did not succeed, in the user's language
+    bool hasReply() const { return m_hasReply; }       // as many bytes as were announced came for it, sound or not
+    QByteArray received() const { return m_received; } // what came for the last request, sound or not
+    QString lineText() const;                          // "9600,N,8,1"
+    int requests() const { return m_requests; }        // sent since begin
+    qint64 wireBytes() const { return m_wireBytes; }   // sent, and announced for replies, since begin
 
 private:
     // A reply that may still come.
@@ -82,6 +88,7 @@ private:
         int slave = 0;
         quint8 functionCode = 0;
         int size = 0;
+        QByteArray request;
         qint64 sentMs = 0;     // its request
         qint64 latenessMs = 0; // after that
         bool isLike(const LateReply& other) const
@@ -99,6 +106,9 @@ private:
     qint64 nowMs() const;
     void onSuccess(const QByteArray& sent, const QByteArray& received);
     void onError(const QByteArray& sent, const QByteArray& received, const QString& text);
+    bool mayBeRefusal(const QByteArray& received) const;
+    void failWith(const QString& text);
+    void giveUpSilent();
     bool isSound(const QByteArray& received);
     bool announcesItsBytes(const QByteArray& frame) const;
     qsizetype expectedFrameBytes() const;
@@ -111,6 +121,7 @@ private:
     clsModbus m_clsModbus;
     platform::EventWait m_waiting;
     std::unique_ptr<platform::Timer> m_pause;
+    std::unique_ptr<platform::Timer> m_cancel;
     std::function<Result()> m_accepted;
     bool m_bWait = false;
     bool m_hasReply = false;
@@ -118,6 +129,7 @@ private:
     bool m_abort = false;
     bool m_isWaitingForLate = false;
     bool m_waitCancelled = false;
+    QByteArray m_received;
     QString m_traceTag;
     quint8 m_functionCode = 0;
     Result m_lResult = Result::Success;

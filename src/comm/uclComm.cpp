@@ -3,6 +3,7 @@
 #include "EventWait.h"
 #include "FileLocations.h"
 #include "IniBatch.h"
+#include "Numbers.h"
 #include "ProgramContext.h"
 #include "clsINI.h"
 #include "clsLibrary.h"
@@ -21,6 +22,16 @@ const QString kNotIdle = QStringLiteral("アイドルではありません。");
 const QString kTimeout = QStringLiteral("Timeout");
 constexpr int kDefaultTimeOut = 5;
 constexpr int kMostBitsPerByte = 12; // start, eight data bits, parity, two stop bits
+const QString kTimeOutKey = QStringLiteral("RecieveTimeOut(ms)");
+constexpr int kTicksPerTimeOut = 10;
+
+// Nothing for a text that is no number of milliseconds in the range.
+std::optional<int> storedTimeOutMs(const QString& text)
+{
+    const auto number = platform::parseInt32(text.trimmed());
+    const bool isInRange = number && *number >= uclComm::kLeastTimeOutMs && *number <= uclComm::kMostTimeOutMs;
+    return isInRange ? std::optional<int>(*number) : std::nullopt;
+}
 
 // The texts of the serial control's events that are passed on; null for those that mean bytes may have come.
 const char* eventText(CommEvent event)
@@ -130,6 +141,7 @@ void uclComm::configure(int lNo)
         return ini.GetIniData(section(), QLatin1String(key), QLatin1String(defaultText));
     };
     m_timeOut = library.toLong(text("RecieveTimeOut(s)", "5"), kDefaultTimeOut);
+    m_timeOutMs = storedTimeOutMs(ini.GetIniData(section(), kTimeOutKey, QString(), true));
     termComm();
     m_speed = text("CommSpeed", "9600");
     m_chara = text("CommProtocolCharacter", "N,8,1");
@@ -206,6 +218,8 @@ platform::Result<> uclComm::save()
     ini.PutIniData(section(), QStringLiteral("CommPortName"), m_portName);
     ini.PutIniData(section(), QStringLiteral("CommSpeed"), m_speed);
     ini.PutIniData(section(), QStringLiteral("CommProtocolCharacter"), m_chara);
+    if (storedTimeOutMs(ini.GetIniData(section(), kTimeOutKey, QString(), true)) != m_timeOutMs)
+        ini.PutIniData(section(), kTimeOutKey, m_timeOutMs ? QString::number(*m_timeOutMs) : QStringLiteral(""));
     return batch.commit();
 }
 
@@ -221,7 +235,7 @@ void uclComm::cancelOpening()
         m_comm.closePort();
 }
 
-QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize)
+QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize, const WholeReply& isWhole)
 {
     const bool isFirst = m_isDeferred;
     if (m_state != LinkState::Idle && !isFirst)
@@ -236,18 +250,27 @@ QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize)
         return kNotIdle;
     m_comm.discardInput();
     m_expected = std::clamp(lRecvSize, 0, kMaxReplyBytes);
-    m_comm.setRThreshold(m_expected);
+    m_isWhole = isWhole;
+    m_comm.setRThreshold(m_isWhole ? 1 : m_expected);
     m_sent = bBuff;
-    m_lastActivity = elapsedSeconds();
-    m_latest = m_lastActivity + mostSeconds();
+    m_lastActivityMs = m_clock.elapsedMs();
+    m_latestMs = latestMs();
     m_received.clear();
     if (!m_comm.Output(m_sent)) {
         endWait(LinkState::Closed);
         return kNotIdle;
     }
     m_state = LinkState::Waiting;
-    m_timer->start(kTickMs);
+    m_timer->start(tickMs());
     return {};
+}
+
+void uclComm::giveUp()
+{
+    if (m_state != LinkState::Waiting)
+        return;
+    m_comm.discardOutput();
+    endWait(LinkState::Idle);
 }
 
 void uclComm::onCommEvent()
@@ -277,9 +300,9 @@ void uclComm::collect()
     if (bytes.isEmpty())
         return;
     m_received += bytes.left(kMaxReplyBytes - m_received.size());
-    m_lastActivity = elapsedSeconds();
+    m_lastActivityMs = m_clock.elapsedMs();
     // What is still missing raises the next event; otherwise the rest would only be seen at the next tick.
-    m_comm.setRThreshold(std::max(m_expected - static_cast<int>(m_received.size()), 1));
+    m_comm.setRThreshold(m_isWhole ? 1 : std::max(m_expected - static_cast<int>(m_received.size()), 1));
 }
 
 void uclComm::checkRecv()
@@ -287,12 +310,12 @@ void uclComm::checkRecv()
     if (m_state != LinkState::Waiting)
         return;
     collect();
-    if (m_received.size() >= m_expected) {
+    if (m_received.size() >= m_expected || (m_isWhole && !m_received.isEmpty() && m_isWhole(m_received))) {
         endWait(LinkState::Idle);
         Q_EMIT RecieveSuccess(m_sent, replyBuffer());
         return;
     }
-    if (elapsedSeconds() - m_lastActivity > m_timeOut || elapsedSeconds() > m_latest) {
+    if (isTimedOut()) {
         m_comm.discardOutput(); // or a line that was held would get all that was given up, with the next request
         if (m_state != LinkState::Waiting)
             return; // the line was found lost, which has been reported
@@ -301,17 +324,35 @@ void uclComm::checkRecv()
     }
 }
 
-qint64 uclComm::elapsedSeconds() const
+// Seconds are counted as the clock strikes them.
+bool uclComm::isTimedOut() const
 {
-    return m_clock.elapsedMs() / platform::kMsPerSecond;
+    const qint64 now = m_clock.elapsedMs();
+    if (now > m_latestMs)
+        return true;
+    if (m_timeOutMs)
+        return now - m_lastActivityMs >= *m_timeOutMs;
+    return now / platform::kMsPerSecond - m_lastActivityMs / platform::kMsPerSecond > m_timeOut;
 }
 
-qint64 uclComm::mostSeconds() const
+int uclComm::tickMs() const
+{
+    return m_timeOutMs ? std::clamp(*m_timeOutMs / kTicksPerTimeOut, 1, kTickMs) : kTickMs;
+}
+
+qint64 uclComm::longestWaitMs() const
+{
+    return m_timeOutMs ? *m_timeOutMs + kTickMs : (m_timeOut + 1) * platform::kMsPerSecond;
+}
+
+// At a serial server anything may answer, a byte at a time.
+qint64 uclComm::latestMs() const
 {
     if (!m_comm.isServer())
-        return std::numeric_limits<qint32>::max();
-    const int bytes = m_expected + static_cast<int>(m_sent.size());
-    return m_timeOut + bytes * kMostBitsPerByte / std::max(m_speed.toInt(), 1);
+        return std::numeric_limits<qint64>::max();
+    const qint64 bytes = m_expected + m_sent.size();
+    return m_clock.elapsedMs() + longestWaitMs() +
+           bytes * kMostBitsPerByte * platform::kMsPerSecond / std::max(m_speed.toInt(), 1);
 }
 
 void uclComm::endWait(LinkState state)

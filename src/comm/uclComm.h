@@ -9,14 +9,17 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 class ProgramContext;
 class clsLibrary;
 
 // The serial link: sends one request frame at a time and collects the reply until the expected number of bytes has
-// arrived or nothing has come for longer than the time-out. From a serial server, where anything may answer, the whole
-// reply must come within the time-out and the time of its bytes on the wire. It knows nothing of Modbus.
+// arrived, its owner calls the bytes a whole reply, or nothing has come for longer than the time-out. From a serial
+// server, where anything may answer, the whole reply must come within the time-out and the time of its bytes on the
+// wire. It knows nothing of Modbus.
 //
 // init reads the settings section "Comm" + link number of the main settings file and opens the port. sendMsg returns ""
 // when the frame went out; then exactly one event reports the outcome, RecieveSuccess, or RecieveError with "Timeout"
@@ -28,6 +31,11 @@ class uclComm : public QObject
 public:
     static constexpr int kTickMs = 100;
     static constexpr int kMaxReplyBytes = 32767;
+    static constexpr int kLeastTimeOutMs = 50;
+    static constexpr int kMostTimeOutMs = 3600000;
+
+    // Whether what has come so far is a whole reply, though fewer bytes than expected.
+    using WholeReply = std::function<bool(const QByteArray& received)>;
 
     enum class LinkState { Closed = 0, Idle = 1, Waiting = 3 };
 
@@ -56,16 +64,22 @@ public:
     // "" when the frame went out; else why not, and nothing was done.
     // Events run before it goes out, for up to three seconds where a serial server is connected to first: a request
     // that is given up meanwhile by cancelSend does not go out.
-    QString sendMsg(const QByteArray& bBuff, int lRecvSize);
+    QString sendMsg(const QByteArray& bBuff, int lRecvSize, const WholeReply& isWhole = {});
     void cancelSend();
     void cancelOpening(); // of a serial server
+    // Ends a wait at once and without an event: what still comes is dropped.
+    void giveUp();
+    bool hasReceived() const { return !m_received.isEmpty(); } // a byte of the reply to the last request
 
     int openings() const { return m_openings; } // how often the port was opened: what is at the other end may differ
     int State() const { return static_cast<int>(m_state); } // 0 closed, 1 idle, 3 waiting for a reply
     QString errorText() const; // why the port is not open, with the remedy, in the user's language
     QString device() const;    // of COMn; empty when there is none
-    int timeOut() const { return m_timeOut; }
-    void setTimeOut(int seconds) { m_timeOut = seconds; } // for this run, not stored
+    // The time-out in milliseconds, kLeastTimeOutMs to kMostTimeOutMs; nothing: the whole seconds of the settings hold.
+    // save stores it.
+    std::optional<int> timeOutMs() const { return m_timeOutMs; }
+    void setTimeOutMs(std::optional<int> milliseconds) { m_timeOutMs = milliseconds; }
+    qint64 longestWaitMs() const; // of silence, before a request counts as lost
 
     // Kept for other users of the class; the control has no window here.
     bool CommVisible() const { return m_visible; }
@@ -84,8 +98,9 @@ private:
     void checkRecv();
     void collect();
     QByteArray replyBuffer() const { return m_received + '\0'; }
-    qint64 elapsedSeconds() const;
-    qint64 mostSeconds() const;
+    qint64 latestMs() const;
+    bool isTimedOut() const;
+    int tickMs() const;
     void endWait(LinkState state);
 
     const platform::ComPorts& m_ports;
@@ -104,9 +119,10 @@ private:
     QString m_portName;
     QString m_speed;
     QString m_chara;
-    qint64 m_lastActivity = 0; // whole seconds of the running time
-    int m_timeOut = 5;         // seconds
-    qint64 m_latest = 0;       // second at which a reply must be whole
+    qint64 m_latestMs = 0;       // of the running time, at which a reply must be whole
+    qint64 m_lastActivityMs = 0; // of the running time
+    int m_timeOut = 5;           // seconds
+    std::optional<int> m_timeOutMs;
     QByteArray m_sent;
     QByteArray m_received;
     int m_expected = 0;

@@ -1,8 +1,11 @@
 #include "CommandLine.h"
 
+#include "Clock.h"
 #include "LineFormat.h"
+#include "Numbers.h"
 #include "ServerAddress.h"
 #include "SlaveRange.h"
+#include "uclComm.h"
 
 #include <QCommandLineParser>
 
@@ -10,7 +13,6 @@
 
 namespace {
 
-constexpr int kMaxTimeoutSeconds = 3600;
 constexpr int kMaxSpeed = 4000000;
 
 const char* const kHelp = R"(Usage: vorlantctl [OPTION]... COMMAND
@@ -42,7 +44,7 @@ Options (those left out come from the main settings file):
   --mode rtu|ascii       transmission mode
   --slave N              slave address, 1 to 247
   --model CODE           model code, such as KX410, or the whole model string; a parameter file names its own
-  --timeout S            seconds of silence after which a request counts as lost, 1 to 3600
+  --timeout S            seconds of silence after which a request counts as lost, 0.05 to 3600
   --quiet                show no progress
   --class LIST           of set, write and changes: classes of parameters to send, separated by commas: setting,
                          calibration, line, command; or all (default: write setting, else all)
@@ -121,7 +123,7 @@ public:
         readChara(line);
         readMode(line);
         readNumber(QStringLiteral("slave"), slaverange::kLast, line.slave);
-        readNumber(QStringLiteral("timeout"), kMaxTimeoutSeconds, line.timeoutSeconds);
+        readTimeout(line);
         readClasses(line);
         readFormat(line);
     }
@@ -148,6 +150,18 @@ private:
         into = numberWithin(m_parser.value(name), 1, most);
         if (!into)
             refuse(name, QStringLiteral("a whole number from 1 to %1").arg(most));
+    }
+
+    void readTimeout(CommandLine& line)
+    {
+        if (!m_parser.isSet(QStringLiteral("timeout")))
+            return;
+        const auto seconds = platform::parseDouble(m_parser.value(QStringLiteral("timeout")));
+        const double ms = seconds.value_or(0) * static_cast<double>(platform::kMsPerSecond);
+        if (ms >= uclComm::kLeastTimeOutMs && ms <= uclComm::kMostTimeOutMs)
+            line.timeoutMs = qRound(ms);
+        else
+            refuse(QStringLiteral("timeout"), QStringLiteral("a number of seconds from 0.05 to 3600"));
     }
 
     void readSpeed(CommandLine& line)

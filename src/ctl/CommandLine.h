@@ -38,7 +38,7 @@ struct CommandLine
     std::optional<int> transmissionMode; // 0 RTU, 1 ASCII
     std::optional<int> slave;            // 1 to 247
     QString model;                       // a code of the catalogue, or a whole model string
-    std::optional<int> timeoutSeconds;   // 1 to 3600
+    std::optional<int> timeoutMs;        // 50 to 3600000
     bool quiet = false;
     bool dryRun = false;           // `write` and `set` print what they would change, and send nothing
     QList<ParameterClass> classes; // that `write` and `set` send; empty: all

@@ -36,8 +36,8 @@ CommandResult ControlLink::open()
     if (!assigned.ok())
         return assigned;
     m_link.init(1, &m_program.library());
-    if (m_line.timeoutSeconds)
-        m_link.setTimeOut(*m_line.timeoutSeconds);
+    if (m_line.timeoutMs)
+        m_link.setTimeOutMs(m_line.timeoutMs);
     if (!m_line.speed.isEmpty() || !m_line.chara.isEmpty())
         (void)m_link.changeComm(m_link.Port(), m_line.speed.isEmpty() ? m_link.Speed() : m_line.speed,
                                 m_line.chara.isEmpty() ? m_link.Chara() : m_line.chara, false); // saves nothing

@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr int kSilentSendings = 2; // after which the line is called silent
+
 QString readEntryName(const clsKXAdr& image, int i)
 {
     return TransferParts::entryName(image, image.Cmd(i), image.Adr(i));
@@ -27,6 +29,7 @@ void ReadTransfer::run(const std::vector<clsBlock*>* colRefData, Purpose purpose
 {
     m_report = {};
     m_answered = 0;
+    m_isSilent = true;
     m_purpose = purpose;
     m_parts.controller.setState(MainState::NoConnection);
     if (!m_parts.confirmed(m_parts.settings.m_bViewRecvConf, "It reads out from the KX?"))
@@ -66,6 +69,7 @@ ReadTransfer::Look ReadTransfer::look(const std::vector<clsKXAdr*>& images)
         image->clearFilled();
     }
     m_answered = 0;
+    m_isSilent = true;
     m_bCancel = false;
     m_lResult = Result::Success;
     m_parts.begin(static_cast<int>(images.size()));
@@ -171,13 +175,22 @@ void ReadTransfer::noteFailure(const QString& entry, int attempt)
 {
     const QString reason = m_parts.channel.reason();
     ++m_report.failures;
+    m_isSilent = m_isSilent && m_parts.channel.received().isEmpty();
     m_report.lastFailure = reason;
     if (attempt <= kRetries)
-        m_parts.progress.setText(QStringLiteral("%1\n%2: %3 (%4/%5)")
-                                     .arg(m_parts.tran(TransferParts::kProgressText), entry, reason)
-                                     .arg(attempt)
-                                     .arg(kRetries + 1));
+        m_parts.progress.setText(
+            QStringLiteral("%1\n%2: %3 (%4/%5)").arg(progressText(), entry, reason).arg(attempt).arg(kRetries + 1));
     m_attemptFailed(entry, attempt, kRetries + 1, reason);
+}
+
+// A line without a sign of life is told early, not after all repetitions of all requests.
+QString ReadTransfer::progressText() const
+{
+    if (!m_isSilent || m_answered > 0 || m_report.failures < kSilentSendings)
+        return m_parts.tran(TransferParts::kProgressText);
+    return m_parts.tran("No answer from slave %1 at %2. Check slave number, speed, format and cable.")
+        .arg(m_parts.controller.slaveAddress())
+        .arg(m_parts.channel.lineText());
 }
 
 RequestChannel::Result ReadTransfer::storeReply(clsKXAdr& image)

@@ -43,6 +43,7 @@ private:
     bool buildRequest(const clsKXAdr& image, int i);
     Step sendWithRetries(clsKXAdr& image, const QString& entry);
     void noteFailure(const QString& entry, int attempt);
+    QString progressText() const;
     Result storeReply(clsKXAdr& image);
     void finishNormally(const std::vector<clsBlock*>* colRefData);
     void finishUnanswered();
@@ -56,6 +57,7 @@ private:
     Purpose m_purpose = Purpose::Show;
     int m_answered = 0;               // entries with a sound reply
     std::optional<int> m_modelSeenAt; // opening of the port
+    bool m_isSilent = true;           // no byte has come yet
     bool m_bCancel = false;
     bool m_imageComplete = true;
     quint8 m_functionCode = 0; // of the request that was built

@@ -102,6 +102,59 @@ TEST_F(Link, TimesOutOnlyAfterMoreThanTheSetSeconds)
     EXPECT_EQ(link->State(), 1);
 }
 
+// In milliseconds it holds over the seconds; a text that is no such number does not.
+TEST_F(Link, TimeOutInMilliseconds)
+{
+    const std::tuple<QByteArray, int, int> rows[] = {
+        {"300", 299, 31}, {"50", 49, 6}, {"", 5900, 100}, {"49", 5900, 100}, {"300 ms", 5900, 100}};
+    for (const auto& [text, holdsMs, endsMs] : rows) {
+        SCOPED_TRACE(text.data());
+        writeSettings("[Comm1]\nRecieveTimeOut(ms)=" + text + "\n");
+        plug(silence);
+        ASSERT_TRUE(link->save().ok());
+        EXPECT_TRUE(settingsFile().contains("RecieveTimeOut(ms)=" + text));
+        box.clock.advance(1000 - static_cast<int>(box.clock.elapsedMs() % 1000)); // seconds count from their stroke
+        link->sendMsg(kRequest, 10);
+        controller->send("x");
+        settle();
+        box.clock.advance(holdsMs);
+        EXPECT_EQ(bad->size(), 0);
+        box.clock.advance(endsMs);
+        EXPECT_EQ(bad->size(), 1);
+    }
+}
+
+// What its owner calls a whole reply ends the wait with its last byte; more than the expected bytes do so anyway.
+TEST_F(Link, AWholeReplyThatIsShorterThanExpected)
+{
+    plug(silence);
+    QByteArrayList seen;
+    link->sendMsg(kRequest, 100, [&seen](const QByteArray& bytes) {
+        seen << bytes;
+        return bytes == kReply;
+    });
+    for (const QByteArray& piece : {kReply.left(4), kReply.mid(4)}) {
+        EXPECT_EQ(good->size(), 0);
+        controller->send(piece);
+        settle();
+    }
+    expectReply();
+    EXPECT_EQ(seen, (QByteArrayList{kReply.left(4), kReply}));
+}
+
+TEST_F(Link, GivenUpItIsIdleAndSaysNothing)
+{
+    plug(silence);
+    link->sendMsg(kRequest, 10);
+    link->giveUp();
+    box.clock.advance(7000);
+    EXPECT_EQ(bad->size(), 0);
+    controller->send("late");
+    link->sendMsg(kRequest, 10);
+    controller->send(kReply);
+    expectReply();
+}
+
 // What may come up while events run, before the request goes out.
 TEST_F(Link, EventsBeforeTheRequest)
 {

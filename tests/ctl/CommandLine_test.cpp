@@ -9,14 +9,14 @@ namespace {
 TEST(CommandLine, ReadsEveryOption)
 {
     const auto [line, error] = parseCommandLine(
-        QString("--port /dev/ttyUSB0 --speed 19200 --chara e,7,1 --mode ascii --slave 247 --model KX410 --timeout 3600 "
+        QString("--port /dev/ttyUSB0 --speed 19200 --chara e,7,1 --mode ascii --slave 247 --model KX410 --timeout 0.05 "
                 "--quiet --read-only --no-backup read -o out.json --as json")
             .split(' '));
     ASSERT_EQ(error, QString());
     EXPECT_EQ(line.command, Command::Read);
     EXPECT_EQ(QStringList({line.port, line.speed, line.chara, line.model, line.outputFile}).join(' '),
               u"/dev/ttyUSB0 19200 E,7,1 KX410 out.json");
-    EXPECT_TRUE(line.transmissionMode == 1 && line.slave == 247 && line.timeoutSeconds == 3600);
+    EXPECT_TRUE(line.transmissionMode == 1 && line.slave == 247 && line.timeoutMs == 50);
     EXPECT_TRUE(line.quiet && line.readOnly && line.withoutBackup);
     EXPECT_EQ(line.format, OutputFormat::Json);
     EXPECT_EQ(parseCommandLine({"--mode", "rtu", "ports"}).line.transmissionMode, 0);

@@ -1,4 +1,5 @@
 #include "ModelDetection.h"
+#include "ProtocolNumbers.h"
 #include "SimulatorLine.h"
 #include "Table.h"
 #include "TransferFixture.h"
@@ -43,7 +44,8 @@ protected:
     void setFault(const QString& text)
     {
         Faults faults(1);
-        ASSERT_TRUE(text.isEmpty() || text == u"none" || faults.add(text).ok()) << qPrintable(text);
+        for (const QString& fault : text.split(u' ', Qt::SkipEmptyParts))
+            ASSERT_TRUE(fault == u"none" || faults.add(fault).ok()) << qPrintable(text);
         line->setFaults(faults);
     }
 
@@ -281,6 +283,55 @@ TEST_F(LikeReplies, DamagedAnswersCostNoTime)
     EXPECT_GT(engine->lastRead().failures, 0);
     EXPECT_EQ(images().toStdString(), "all");
     EXPECT_LT(before.secsTo(box.clock.now()), 2);
+}
+
+// So is a refusal: the request that got it is repeated at once.
+TEST_F(LikeReplies, RefusalsCostNoTime)
+{
+    for (const int mode : {0, 1}) {
+        start(mode, "registers");
+        const qint64 before = box.clock.elapsedMs();
+        setFault(QStringLiteral("exception:2"));
+        engine->getDataFromKX(nullptr);
+        EXPECT_EQ(engine->lastRead().requests, engine->lastRead().failures);
+        EXPECT_LT(box.clock.elapsedMs() - before, 2000);
+        EXPECT_EQ(engine->lastRead().lastFailure, u"the controller refused (exception 2)");
+        EXPECT_TRUE(window.progressText.startsWith(u"It is forwarding it.")) << "an answer all the same";
+    }
+}
+
+// A refusal names no address: a late one is not taken for that of another register.
+TEST_F(LikeReplies, ALateRefusalDoesNotEndAnotherRequest)
+{
+    start(0, "registers");
+    RequestChannel channel(*link, library, noLog());
+    channel.begin(1, 0);
+    const auto ask = [&](int count, const char* fault) {
+        setFault(QLatin1String(fault));
+        channel.modbus().ReadAnalogInputData(30001, count);
+        return channel.exchange(functioncode::kReadInputRegisters);
+    };
+    EXPECT_EQ(ask(1, "exception:2 delay:6200"), RequestChannel::Result::Failed);
+    EXPECT_EQ(ask(2, "delay:1000"), RequestChannel::Result::Failed) << "both answers came: damaged, not refused";
+    EXPECT_FALSE(channel.reason().contains(u"refused")) << qPrintable(channel.reason());
+    EXPECT_EQ(ask(2, ""), RequestChannel::Result::Success);
+}
+
+// Cancel while nothing comes ends the wait long before the time-out; a reply that has begun to come is taken.
+TEST_F(LikeReplies, CancelEndsASilentWait)
+{
+    for (const char* fault : {"silent", "delay:100"}) {
+        SCOPED_TRACE(fault);
+        start(0, "registers");
+        setFault(QLatin1String(fault));
+        const qint64 before = box.clock.elapsedMs();
+        idle.emplace(box.clock, 10);
+        QTimer::singleShot(0, engine.get(), [this] { engine->ProgCancel(0); });
+        engine->getDataFromKX(nullptr);
+        const bool isSilent = fault == std::string("silent");
+        EXPECT_LE(box.clock.elapsedMs() - before, isSilent ? 200 : 100000);
+        EXPECT_EQ(engine->lastRead().outcome, isSilent ? ReadOutcome::Cancelled : ReadOutcome::Complete);
+    }
 }
 
 // Cancel while late replies pass: the request that waits for them does not go out.

@@ -78,6 +78,31 @@ TEST_F(Read, AReplyThatAnnouncesAnotherNumberOfBytesIsRepeated)
     EXPECT_EQ(cell("PV"), u"42");
 }
 
+// From the second sending on, for as long as not a byte has come.
+TEST_F(Read, ASilentLineIsToldEarly)
+{
+    const std::string silent = "No answer from slave 1 at 9600,N,8,1. Check slave number, speed, format and cable.";
+    const std::tuple<const char*, int, QByteArray, bool> rows[] = {{"first sending", 1, "", false},
+                                                                   {"second", 2, "", true},
+                                                                   {"later", 5, "", true},
+                                                                   {"a byte came", 3, "x", false}};
+    for (const auto& [name, sendings, reply, isTold] : rows) {
+        SCOPED_TRACE(name);
+        log.clear();
+        QString shown;
+        script = [&](const QByteArray&) {
+            if (log.size() == sendings + 1) {
+                shown = window.progressText;
+                engine->ProgCancel(0);
+            }
+            return Reply(reply);
+        };
+        runClockWhileWaiting();
+        read();
+        EXPECT_EQ(shown.startsWith(QString::fromStdString(silent)), isTold) << qPrintable(shown);
+    }
+}
+
 TEST_F(Read, CancelIsHonouredAfterAFailure)
 {
     script = [this](const QByteArray&) {

@@ -37,7 +37,9 @@ TEST(Progress, OpensShowsAsksAndCloses)
     QCoreApplication::processEvents();
     EXPECT_GE(label.height(), label.heightForWidth(label.width())) << "it grows with its text";
 
-    QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdCancel")), Qt::LeftButton);
+    auto& cancel = *dialog->findChild<QPushButton*>(QStringLiteral("cmdCancel"));
+    QTest::mouseClick(&cancel, Qt::LeftButton);
+    EXPECT_TRUE(!cancel.isEnabled() && cancel.text() == u"Stopping...");
     QTest::keyClick(dialog.get(), Qt::Key_Escape);
     dialog->close();
     ASSERT_EQ(asked.count(), 3);
@@ -46,6 +48,7 @@ TEST(Progress, OpensShowsAsksAndCloses)
 
     QWidget other;
     open(other);
+    EXPECT_TRUE(cancel.isEnabled() && cancel.text() == u"Cancel") << "for the next work";
     EXPECT_TRUE(owner->isEnabled() && !other.isEnabled()) << "the next owner frees the one before";
     dialog->unloadForm();
     EXPECT_TRUE(other.isEnabled() && !dialog->isVisible());

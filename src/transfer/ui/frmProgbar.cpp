@@ -26,7 +26,7 @@ frmProgbar::frmProgbar(QWidget* parent)
       m_cancel(new QPushButton(QStringLiteral("Cancel"), this))
 {
     setupControls();
-    connect(m_cancel, &QPushButton::clicked, this, [this] { Q_EMIT ProgCancel(m_index); });
+    connect(m_cancel, &QPushButton::clicked, this, &frmProgbar::askCancel);
 }
 
 void frmProgbar::setupControls()
@@ -69,6 +69,8 @@ void frmProgbar::showModeless(QWidget* Owner, int lMax, const QString& sTitle, c
     m_owner = Owner;
     m_index = Index;
     m_cancel->setVisible(bCButton);
+    m_cancel->setEnabled(true);
+    m_cancel->setText(QStringLiteral("Cancel"));
     if (Owner != nullptr)
         Owner->setEnabled(!bDisable);
     translate(sTitle, sLabel);
@@ -132,7 +134,15 @@ void frmProgbar::unloadForm()
 void frmProgbar::reject()
 {
     if (!m_cancel->isHidden())
-        Q_EMIT ProgCancel(m_index);
+        askCancel();
+}
+
+void frmProgbar::askCancel()
+{
+    const QString text = QStringLiteral("Stopping...");
+    m_cancel->setEnabled(false);
+    m_cancel->setText(platform::visibleText(m_library != nullptr ? m_library->tranStr(text) : text));
+    Q_EMIT ProgCancel(m_index);
 }
 
 void frmProgbar::closeEvent(QCloseEvent* event)

@@ -14,7 +14,8 @@ class clsLibrary;
 
 // The small window shown while the program talks to the controller or loads a model screen. One instance serves the
 // program. It can disable its owner while it is shown; when it closes, for whatever reason, the owner is enabled again.
-// Cancel, Escape and the close button are reported to the owner by ProgCancel; the dialog stays until unloadForm.
+// Cancel, Escape and the close button are reported to the owner by ProgCancel, and the button says so; the dialog stays
+// until unloadForm.
 class frmProgbar : public QDialog
 {
     Q_OBJECT
@@ -46,6 +47,7 @@ protected:
 
 private:
     void setupControls();
+    void askCancel();
     void translate(const QString& title, const QString& label);
     void releaseOwner();
     void placeOver(const QWidget* owner);
