@@ -19,7 +19,7 @@ constexpr int kLinkNumber = 1;
 ComSetSession::ComSetSession(const Parts& parts, QObject* parent)
     : QObject(parent), m_parts(parts), m_uclComm1(parts.ports, parts.library.context().machine.clock),
       m_detection(m_uclComm1, parts.library, parts.commandLine),
-      m_recent(parts.library.context(), QStringLiteral("Port"), kRecentPorts)
+      m_recent(parts.library.context(), QStringLiteral("Port"), kRecentPorts), m_scan(m_uclComm1, parts.library)
 {
     connect(&m_detection, &ModelDetection::asking, this, &ComSetSession::asking);
 }
@@ -27,6 +27,19 @@ ComSetSession::ComSetSession(const Parts& parts, QObject* parent)
 ComSetSession::~ComSetSession()
 {
     close();
+}
+
+void ComSetSession::Logs(Log& objErrLog, Log& objTrcLog)
+{
+    m_detection.Logs(objErrLog, objTrcLog);
+    m_scan.setTraceLog(objTrcLog);
+}
+
+void ComSetSession::stop()
+{
+    m_detection.stop();
+    if (m_scan.isBusy())
+        m_scan.stop();
 }
 
 ComSetFields ComSetSession::open()
@@ -39,8 +52,10 @@ ComSetFields ComSetSession::open()
     fields.portPosition = mainLink.Port() <= kPorts && fields.portName.isEmpty() ? mainLink.Port() - 1 : -1;
     fields.speedText = selectSpeed(mainLink.Speed());
     fields.chara = mainLink.Chara();
-    const bool isUsual = fields.chara == QLatin1String(kEightBits) || fields.chara == QLatin1String(kSevenBits);
-    m_otherChara = isUsual ? QString() : fields.chara;
+    m_otherChara.clear();
+    keepOtherChara(fields.chara);
+    if (mainLink.timeOutMs())
+        fields.timeOutText = QString::number(*mainLink.timeOutMs());
     fields.ascii = m_parts.owner.transmissionMode() == 1;
     fields.slaveText = QString::number(m_parts.owner.slaveAddress());
     const int position = m_parts.owner.modelNumber() - 1;
@@ -53,6 +68,12 @@ ComSetFields ComSetSession::open()
     m_uclComm1.init(kLinkNumber, &m_parts.library);
     m_triedPort = m_uclComm1.Port();
     return fields;
+}
+
+void ComSetSession::keepOtherChara(const QString& chara)
+{
+    if (chara != QLatin1String(kEightBits) && chara != QLatin1String(kSevenBits))
+        m_otherChara = chara;
 }
 
 // A speed that the settings hold but the list does not is offered too: it may be the one that works.
@@ -146,10 +167,12 @@ std::optional<int> ComSetSession::slaveNumber(const ComSetFields& fields) const
 
 bool ComSetSession::isInRange(const ComSetFields& fields)
 {
-    if (slaveNumber(fields))
+    if (!slaveNumber(fields))
+        reportRange(slaverange::kFirst, slaverange::kLastOfControllers);
+    else if (!isTimeOutRight(fields))
+        reportRange(uclComm::kLeastTimeOutMs, uclComm::kMostTimeOutMs);
+    else
         return true;
-    report(m_parts.library.tranStr(QStringLiteral("It is outside the setting range.")) +
-           QStringLiteral("[ 1 <= X <= 99 ]"));
     return false;
 }
 
@@ -161,6 +184,17 @@ bool ComSetSession::isPortSound(const ComSetFields& fields)
     return false;
 }
 
+void ComSetSession::reportRange(int least, int most)
+{
+    report(m_parts.library.tranStr(QStringLiteral("It is outside the setting range.")) +
+           QStringLiteral("[ %1 <= X <= %2 ]").arg(least).arg(most));
+}
+
+bool ComSetSession::isTimeOutRight(const ComSetFields& fields)
+{
+    return fields.timeOutText.trimmed().isEmpty() || uclComm::timeOutOf(fields.timeOutText);
+}
+
 DetectionResult ComSetSession::detect(ComSetFields& fields)
 {
     if (!isPortSound(fields) || !isInRange(fields))
@@ -168,6 +202,7 @@ DetectionResult ComSetSession::detect(ComSetFields& fields)
     m_uclComm1.setPortName(fields.portName);
     (void)m_uclComm1.changeComm(portNumber(fields), speed(fields), fields.chara, false); // saves nothing
     m_triedPort = m_uclComm1.Port();
+    m_uclComm1.setTimeOutMs(uclComm::timeOutOf(fields.timeOutText));
     m_detection.setModelString(fields.modelString);
     const Detection detection = m_detection.detect(*slaveNumber(fields), fields.ascii ? 1 : 0, m_codes);
     Q_EMIT asked();
@@ -181,6 +216,29 @@ DetectionResult ComSetSession::detect(ComSetFields& fields)
     else
         report(m_parts.library.tranStr(QStringLiteral("It does not correspond to this model.")));
     return detection.result;
+}
+
+bool ComSetSession::search(const ComSetFields& fields)
+{
+    ControllerScan::Plan plan;
+    plan.ports = {portNumber(fields) > 0 ? portNumber(fields) : m_triedPort};
+    plan.settings = scanplan::settings({speed(fields), fields.chara, fields.ascii ? 1 : 0}, {});
+    plan.firstSlave = slaverange::kFirst;
+    plan.lastSlave = slaverange::kLastOfControllers;
+    m_triedPort = plan.ports.first();
+    return m_scan.run(plan);
+}
+
+void ComSetSession::takeFind(const ScanFind& find, ComSetFields& fields)
+{
+    fields.portPosition = find.port <= kPorts ? find.port - 1 : -1;
+    fields.speedText = selectSpeed(find.line.speed);
+    fields.chara = find.line.chara;
+    keepOtherChara(find.line.chara);
+    fields.ascii = find.line.mode == 1;
+    fields.slaveText = QString::number(find.slave);
+    fields.modelString = find.model;
+    fields.modelPosition = modelcodes::select(find.model, m_codes).position;
 }
 
 bool ComSetSession::confirm(ComSetFields& fields)
@@ -219,6 +277,7 @@ void ComSetSession::apply(const ComSetFields& fields)
     owner.mainLink().setPortName(fields.portName);
     if (!fields.portName.isEmpty())
         m_recent.add(fields.portName);
+    owner.mainLink().setTimeOutMs(uclComm::timeOutOf(fields.timeOutText));
     const platform::Result<> saved = owner.mainLink().changeComm(portNumber(fields), speed(fields), fields.chara);
     if (!saved.ok())
         report(m_parts.library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(saved.error()));

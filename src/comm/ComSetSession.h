@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ControllerScan.h"
 #include "ModelDetection.h"
 #include "RecentEntries.h"
 #include "uclComm.h"
@@ -25,6 +26,7 @@ struct ComSetFields
     QString portName;     // a device or serial server that was typed, in place of COMn; empty: none
     QString speedText;    // "9600bps"
     QString chara;        // "N,8,1"
+    QString timeOutText;  // milliseconds; empty: the seconds of the settings
     bool ascii = false;
     QString slaveText;
     int modelPosition = -1; // in the catalogue, from 0
@@ -58,7 +60,7 @@ public:
     explicit ComSetSession(const Parts& parts, QObject* parent = nullptr);
     ~ComSetSession() override;
 
-    void Logs(Log& objErrLog, Log& objTrcLog) { m_detection.Logs(objErrLog, objTrcLog); }
+    void Logs(Log& objErrLog, Log& objTrcLog);
 
     ComSetFields open();
     void close();
@@ -81,9 +83,16 @@ public:
     QString pickModel(int modelPosition) const;
     // Asks the controller with the fields as they are and puts the answer into them. A failure is reported to the user.
     DetectionResult detect(ComSetFields& fields);
-    // Ends a detection that is under way.
-    void stop() { m_detection.stop(); }
+    // Ends a detection or a search that is under way.
+    void stop();
     bool isDetecting() const { return m_detection.isBusy(); }
+
+    // Searches for controllers at the port of the fields, with their settings first; what it comes upon the signals of
+    // scan tell. False when it was stopped.
+    ControllerScan& scan() { return m_scan; }
+    bool search(const ComSetFields& fields);
+    // Puts the settings, the slave and the model of a find into the fields.
+    void takeFind(const ScanFind& find, ComSetFields& fields);
 
     // OK: whether the fields may be applied. Sets the owner's state; a failure is reported to the user.
     bool confirm(ComSetFields& fields);
@@ -94,8 +103,10 @@ public:
 
     // "COM3" has number 3; 0 when nothing is selected, which leaves the port as it is.
     static int portNumber(const ComSetFields& fields) { return fields.portPosition + 1; }
-    static QString speed(const ComSetFields& fields);                 // "9600"
-    std::optional<int> slaveNumber(const ComSetFields& fields) const; // nothing outside 1 to 99
+    static QString speed(const ComSetFields& fields);                  // "9600"
+    std::optional<int> slaveNumber(const ComSetFields& fields) const;  // nothing outside 1 to 99
+    static bool isTimeOutRight(const ComSetFields& fields);            // empty, or milliseconds in the range
+    int timeOutSeconds() const { return m_uclComm1.timeOutSeconds(); } // what an empty field stands for
 
 Q_SIGNALS:
     void asking(const QString& address); // the controller is being asked
@@ -105,7 +116,9 @@ private:
     static QString portText(int number, const platform::ComPort& port);
     QString selectSpeed(const QString& speed);
     bool isPortSound(const ComSetFields& fields);
+    void keepOtherChara(const QString& chara);
     bool isInRange(const ComSetFields& fields);
+    void reportRange(int least, int most);
     bool isModelKnown(ComSetFields& fields);
     void report(const QString& text);
 
@@ -113,6 +126,7 @@ private:
     uclComm m_uclComm1;
     ModelDetection m_detection;
     RecentEntries m_recent;
+    ControllerScan m_scan;
     QStringList m_speeds;
     QString m_otherChara;
     QStringList m_codes;

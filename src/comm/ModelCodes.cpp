@@ -2,6 +2,11 @@
 
 namespace modelcodes {
 
+bool isOfFamily(const QString& modelString)
+{
+    return modelString.startsWith(QStringLiteral("KX"));
+}
+
 QString memoryText(int address)
 {
     return QString::number(address, 16).toUpper();

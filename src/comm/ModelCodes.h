@@ -12,6 +12,9 @@ constexpr int kOtherModelAddress = 0xFBC8;
 constexpr int kModelStringLength = 14;
 constexpr int kCodeLength = 5;
 
+// What every model string begins with.
+bool isOfFamily(const QString& modelString);
+
 // Shown in place of a model string when the controller did not answer.
 inline const QString kNothing = QStringLiteral("Nothing");
 

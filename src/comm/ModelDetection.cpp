@@ -2,14 +2,11 @@
 
 #include "ModbusError.h"
 #include "ModelCodes.h"
-#include "ProtocolNumbers.h"
-#include "clsKXAdr.h"
 #include "clsLibrary.h"
 
 namespace {
 
 const QString kHexPrefix = QStringLiteral("&h");
-const QString kFamily = QStringLiteral("KX");
 
 DetectionResult resultOf(modelcodes::Match match)
 {
@@ -27,7 +24,8 @@ DetectionResult resultOf(modelcodes::Match match)
 } // namespace
 
 ModelDetection::ModelDetection(uclComm& link, const clsLibrary& library, const QString& commandLine, QObject* parent)
-    : QObject(parent), m_library(library), m_commandLine(commandLine), m_channel(link, library, noLog())
+    : QObject(parent), m_library(library), m_commandLine(commandLine), m_channel(link, library, noLog()),
+      m_question(m_channel, library)
 {}
 
 void ModelDetection::Logs(Log& objErrLog, Log& objTrcLog)
@@ -44,7 +42,7 @@ Detection ModelDetection::detect(int lSlaveNo, int mode, const QStringList& code
     m_channel.allow();
     setTransmissionMode(mode);
     bool answered = getModelFromKX(lSlaveNo, kHexPrefix + modelcodes::memoryText(modelcodes::kModelAddress));
-    const bool elsewhere = !m_modelString.startsWith(kFamily) && m_modelString != modelcodes::kNothing;
+    const bool elsewhere = !modelcodes::isOfFamily(m_modelString) && m_modelString != modelcodes::kNothing;
     if (elsewhere && !m_channel.isAborted())
         answered = getModelFromKX(lSlaveNo, kHexPrefix + modelcodes::memoryText(modelcodes::kOtherModelAddress));
     m_busy = false;
@@ -64,11 +62,9 @@ bool ModelDetection::getModelFromKX(int lSlaveNo, const QString& sAdr)
     if (!buildRequest(lSlaveNo, sAdr))
         return false;
     Q_EMIT asking(sAdr.mid(kHexPrefix.size()));
-    m_channel.traceRequest(QStringLiteral("(Dirct)S:"));
-    const auto result = m_channel.exchange(functioncode::kMemory, [this] {
-        m_modelString = overridden(answeredModel());
-        return RequestChannel::Result::Success;
-    });
+    const auto result = m_question.exchange();
+    if (result == RequestChannel::Result::Success && !m_channel.isAborted())
+        m_modelString = overridden(m_question.answer());
     if (result == RequestChannel::Result::Success || m_channel.isAborted())
         return !m_channel.isAborted();
     m_failure = m_channel.reason();
@@ -80,8 +76,7 @@ bool ModelDetection::getModelFromKX(int lSlaveNo, const QString& sAdr)
 bool ModelDetection::buildRequest(int lSlaveNo, const QString& sAdr)
 {
     try {
-        m_channel.setSlave(lSlaveNo, m_mode);
-        m_channel.modbus().ReadDirectMemory(m_library.toLong(sAdr, 0), modelcodes::kModelStringLength);
+        m_question.prepare(lSlaveNo, m_mode, m_library.toLong(sAdr, 0));
     } catch (const ModbusError& error) {
         m_errorLog.get().LogWrite(
             QStringLiteral("[KXCommSetFormError]%1: %2").arg(error.source(), error.description()));
@@ -94,14 +89,6 @@ bool ModelDetection::buildRequest(int lSlaveNo, const QString& sAdr)
 void ModelDetection::stop()
 {
     m_channel.abort();
-}
-
-QString ModelDetection::answeredModel()
-{
-    clsKXAdr holder;
-    holder.setLib(&m_library);
-    holder.setData(m_channel.modbus().DigitalVals());
-    return holder.getString(QString(), modelcodes::kModelStringLength, QString());
 }
 
 // The case counts: device paths such as "/dev/ttyUSB0" are no switches.

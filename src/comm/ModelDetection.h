@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ModelQuestion.h"
 #include "RequestChannel.h"
 
 #include <QByteArray>
@@ -58,12 +59,12 @@ Q_SIGNALS:
 
 private:
     bool buildRequest(int lSlaveNo, const QString& sAdr);
-    QString answeredModel();
     QString overridden(const QString& answered) const;
 
     const clsLibrary& m_library;
     const QString m_commandLine;
     RequestChannel m_channel;
+    ModelQuestion m_question;
     std::reference_wrapper<Log> m_errorLog = noLog();
     int m_mode = 0;
     QString m_modelString;

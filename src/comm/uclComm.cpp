@@ -25,14 +25,6 @@ constexpr int kMostBitsPerByte = 12; // start, eight data bits, parity, two stop
 const QString kTimeOutKey = QStringLiteral("RecieveTimeOut(ms)");
 constexpr int kTicksPerTimeOut = 10;
 
-// Nothing for a text that is no number of milliseconds in the range.
-std::optional<int> storedTimeOutMs(const QString& text)
-{
-    const auto number = platform::parseInt32(text.trimmed());
-    const bool isInRange = number && *number >= uclComm::kLeastTimeOutMs && *number <= uclComm::kMostTimeOutMs;
-    return isInRange ? std::optional<int>(*number) : std::nullopt;
-}
-
 // The texts of the serial control's events that are passed on; null for those that mean bytes may have come.
 const char* eventText(CommEvent event)
 {
@@ -141,7 +133,7 @@ void uclComm::configure(int lNo)
         return ini.GetIniData(section(), QLatin1String(key), QLatin1String(defaultText));
     };
     m_timeOut = library.toLong(text("RecieveTimeOut(s)", "5"), kDefaultTimeOut);
-    m_timeOutMs = storedTimeOutMs(ini.GetIniData(section(), kTimeOutKey, QString(), true));
+    m_timeOutMs = timeOutOf(ini.GetIniData(section(), kTimeOutKey, QString(), true));
     termComm();
     m_speed = text("CommSpeed", "9600");
     m_chara = text("CommProtocolCharacter", "N,8,1");
@@ -218,7 +210,7 @@ platform::Result<> uclComm::save()
     ini.PutIniData(section(), QStringLiteral("CommPortName"), m_portName);
     ini.PutIniData(section(), QStringLiteral("CommSpeed"), m_speed);
     ini.PutIniData(section(), QStringLiteral("CommProtocolCharacter"), m_chara);
-    if (storedTimeOutMs(ini.GetIniData(section(), kTimeOutKey, QString(), true)) != m_timeOutMs)
+    if (timeOutOf(ini.GetIniData(section(), kTimeOutKey, QString(), true)) != m_timeOutMs)
         ini.PutIniData(section(), kTimeOutKey, m_timeOutMs ? QString::number(*m_timeOutMs) : QStringLiteral(""));
     return batch.commit();
 }
@@ -263,6 +255,13 @@ QString uclComm::sendMsg(const QByteArray& bBuff, int lRecvSize, const WholeRepl
     m_state = LinkState::Waiting;
     m_timer->start(tickMs());
     return {};
+}
+
+std::optional<int> uclComm::timeOutOf(const QString& text)
+{
+    const auto number = platform::parseInt32(text.trimmed());
+    const bool isInRange = number && *number >= kLeastTimeOutMs && *number <= kMostTimeOutMs;
+    return isInRange ? std::optional<int>(*number) : std::nullopt;
 }
 
 void uclComm::giveUp()

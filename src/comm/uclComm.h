@@ -69,6 +69,8 @@ public:
     void cancelOpening(); // of a serial server
     // Ends a wait at once and without an event: what still comes is dropped.
     void giveUp();
+    // What came while no reply was waited for, and has not been dropped by a request.
+    QByteArray takeStray() { return m_state == LinkState::Idle ? m_comm.Input() : QByteArray(); }
     bool hasReceived() const { return !m_received.isEmpty(); } // a byte of the reply to the last request
 
     int openings() const { return m_openings; } // how often the port was opened: what is at the other end may differ
@@ -79,7 +81,10 @@ public:
     // save stores it.
     std::optional<int> timeOutMs() const { return m_timeOutMs; }
     void setTimeOutMs(std::optional<int> milliseconds) { m_timeOutMs = milliseconds; }
-    qint64 longestWaitMs() const; // of silence, before a request counts as lost
+    // Of a text; nothing for one that is no number of milliseconds in the range.
+    static std::optional<int> timeOutOf(const QString& text);
+    int timeOutSeconds() const { return m_timeOut; } // of the settings
+    qint64 longestWaitMs() const;                    // of silence, before a request counts as lost
 
     // Kept for other users of the class; the control has no window here.
     bool CommVisible() const { return m_visible; }

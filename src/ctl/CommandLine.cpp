@@ -21,6 +21,7 @@ Commands:
   models                list the model catalogue
   ports                 list the serial ports and their COM names
   detect                ask the controller for its model; print the model string and its code
+  scan                  search for controllers: ask all slaves with the likely settings, print what answers
   read                  read all parameters of the controller and print them
   get TAG...            read the controller; print TAG=value of these parameters
   set TAG=VALUE...      read the controller, check all values, write them, read back; print what became of each
@@ -45,6 +46,12 @@ Options (those left out come from the main settings file):
   --slave N              slave address, 1 to 247
   --model CODE           model code, such as KX410, or the whole model string; a parameter file names its own
   --timeout S            seconds of silence after which a request counts as lost, 0.05 to 3600
+  --slaves A-B           of scan: the slaves to ask, 1 to 247 (default: 1-99)
+  --speeds BAUD,...      of scan: the speeds to ask with (default: 9600,19200)
+  --formats PDS,...      of scan: the formats to ask with (default: N81,E71,E81,N82)
+  --modes rtu,ascii      of scan: the modes to ask with (default: both)
+  --port all             of scan: all ports, one after the other; one that is in use is skipped
+  --first                of scan: end with the first controller
   --quiet                show no progress
   --class LIST           of set, write and changes: classes of parameters to send, separated by commas: setting,
                          calibration, line, command; or all (default: write setting, else all)
@@ -68,6 +75,23 @@ std::optional<int> numberWithin(const QString& text, int least, int most)
     return ok && number >= least && number <= most ? std::optional<int>(number) : std::nullopt;
 }
 
+std::optional<QString> speedNamed(const QString& text)
+{
+    const auto speed = numberWithin(text, 1, kMaxSpeed);
+    return speed ? std::optional(QString::number(*speed)) : std::nullopt;
+}
+
+std::optional<QString> formatNamed(const QString& text)
+{
+    const QString chara = scanplan::charaOf(text);
+    return chara.isEmpty() ? std::nullopt : std::optional(chara);
+}
+
+std::optional<int> modeNamed(const QString& text)
+{
+    return text == u"rtu" ? std::optional(0) : text == u"ascii" ? std::optional(1) : std::nullopt;
+}
+
 struct CommandForm
 {
     const char16_t* name;
@@ -83,6 +107,7 @@ constexpr CommandForm kCommands[] = {
     {u"models", Command::Models, 0, 0, u"options only"},
     {u"ports", Command::Ports, 0, 0, u"options only"},
     {u"detect", Command::Detect, 0, 0, u"options only"},
+    {u"scan", Command::Scan, 0, 0, u"options only"},
     {u"read", Command::Read, 0, 0, u"options only"},
     {u"show", Command::Show, 1, 1, u"one parameter file"},
     {u"get", Command::Get, 1, kAnyNumber, u"one TAG or more"},
@@ -126,6 +151,7 @@ public:
         readTimeout(line);
         readClasses(line);
         readFormat(line);
+        readScan(line);
     }
 
 private:
@@ -184,9 +210,9 @@ private:
         const QString name = m_parser.value(QStringLiteral("mode"));
         if (!m_parser.isSet(QStringLiteral("mode")))
             return;
-        if (name != u"rtu" && name != u"ascii")
+        line.transmissionMode = modeNamed(name);
+        if (!line.transmissionMode)
             refuse(QStringLiteral("mode"), QStringLiteral("rtu or ascii"));
-        line.transmissionMode = name == u"ascii" ? 1 : 0;
     }
 
     void readClasses(CommandLine& line)
@@ -216,6 +242,53 @@ private:
         line.format = format.value_or(OutputFormat::Table);
     }
 
+    void readScan(CommandLine& line)
+    {
+        line.onlyFirst = m_parser.isSet(QStringLiteral("first"));
+        readSlaves(line);
+        readList<QString>(QStringLiteral("speeds"), line.scanChoice.speeds, &speedNamed,
+                          QStringLiteral("one speed or more, such as 9600,19200"));
+        readList<QString>(QStringLiteral("formats"), line.scanChoice.charas, &formatNamed,
+                          QStringLiteral("one format or more, such as N81,E71"));
+        readList<int>(QStringLiteral("modes"), line.scanChoice.modes, &modeNamed,
+                      QStringLiteral("rtu, ascii or rtu,ascii"));
+        if (scanplan::settings({}, line.scanChoice).isEmpty())
+            refuse(QStringLiteral("formats"), QStringLiteral("for RTU, which needs 8 data bits"));
+    }
+
+    // "1-99", or one number.
+    void readSlaves(CommandLine& line)
+    {
+        const QString name = QStringLiteral("slaves");
+        if (!m_parser.isSet(name))
+            return;
+        const QString text = m_parser.value(name);
+        const auto first = numberWithin(text.section(u'-', 0, 0), slaverange::kFirst, slaverange::kLast);
+        const auto last =
+            text.contains(u'-') ? numberWithin(text.section(u'-', 1), first.value_or(1), slaverange::kLast) : first;
+        if (!first || !last)
+            refuse(name, QStringLiteral("a range of slaves from %1 to %2, such as 1-99")
+                             .arg(slaverange::kFirst)
+                             .arg(slaverange::kLast));
+        line.firstSlave = first.value_or(slaverange::kFirst);
+        line.lastSlave = last.value_or(slaverange::kLast);
+    }
+
+    template <class Value>
+    void readList(const QString& name, QList<Value>& into, std::optional<Value> (*valueOf)(const QString&),
+                  const QString& wanted)
+    {
+        if (!m_parser.isSet(name))
+            return;
+        for (const QString& text : m_parser.value(name).split(u',')) {
+            const std::optional<Value> value = valueOf(text.trimmed());
+            if (!value)
+                refuse(name, wanted);
+            else if (!into.contains(*value))
+                into << *value;
+        }
+    }
+
     void refuse(const QString& name, const QString& wanted)
     {
         if (m_result.error.isEmpty())
@@ -230,9 +303,10 @@ private:
 
 void addOptions(QCommandLineParser& parser)
 {
-    for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "class", "as", "o"})
+    for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "class", "as", "o", "slaves",
+                             "speeds", "formats", "modes"})
         parser.addOption({QString::fromLatin1(name), QString(), QStringLiteral("value")});
-    for (const char* name : {"quiet", "dry-run", "read-only", "no-backup", "help", "version"})
+    for (const char* name : {"quiet", "dry-run", "read-only", "no-backup", "first", "help", "version"})
         parser.addOption(QCommandLineOption(QString::fromLatin1(name)));
 }
 

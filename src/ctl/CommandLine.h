@@ -2,6 +2,8 @@
 
 #include "OutputFormat.h"
 #include "ParameterClass.h"
+#include "ScanPlan.h"
+#include "SlaveRange.h"
 
 #include <QList>
 #include <QString>
@@ -16,6 +18,7 @@ enum class Command {
     Ports,
     CheckDefinitions,
     Detect,
+    Scan,
     Read,
     Show,
     Get,
@@ -47,6 +50,10 @@ struct CommandLine
         false;          // `write` and `set` do without a backup, and without the history where it cannot be written
     QString outputFile; // empty: standard output
     OutputFormat format = OutputFormat::Table;
+    scanplan::Choice scanChoice; // of `scan`; what was left out is empty
+    int firstSlave = slaverange::kFirst;
+    int lastSlave = slaverange::kLastOfControllers;
+    bool onlyFirst = false;       // `scan` ends with the first controller
     bool asParameterFile = false; // `read` writes a parameter file; outputFile is its name then
 
     bool sends(ParameterClass kind) const { return classes.isEmpty() || classes.contains(kind); }

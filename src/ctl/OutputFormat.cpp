@@ -21,10 +21,7 @@ QString blockText(const clsKX& kx, const clsData& item)
 
 QByteArray asTable(const PrintedRows& printed)
 {
-    QStringList headings = printed.columns;
-    for (QString& heading : headings)
-        heading[0] = heading[0].toUpper();
-    TextTable table(headings);
+    TextTable table(tableHeadings(printed.columns));
     for (const QStringList& row : printed.rows)
         table.add(row);
     return table.text().toUtf8();
@@ -116,6 +113,14 @@ std::optional<OutputFormat> outputFormatNamed(const QString& name)
     if (name == u"json")
         return OutputFormat::Json;
     return std::nullopt;
+}
+
+QStringList tableHeadings(const QStringList& columns)
+{
+    QStringList headings = columns;
+    for (QString& heading : headings)
+        heading[0] = heading[0].toUpper();
+    return headings;
 }
 
 ParameterRow parameterRow(const clsKX& kx, const clsData& item)

@@ -35,6 +35,9 @@ struct PrintedRows
     QVector<bool> changed;     // by row, for Json only; may be empty
 };
 
+// What the table heads columns of these names with.
+QStringList tableHeadings(const QStringList& columns);
+
 ParameterRow parameterRow(const clsKX& kx, const clsData& item);
 // All items of the loaded model, in item order.
 std::vector<ParameterRow> parameterRows(const clsKX& kx);

@@ -24,6 +24,11 @@ CommandResult listPorts(const platform::ComPorts& ports)
     }
     if (any)
         return CommandResult::done(table.text().toUtf8());
+    return noPorts();
+}
+
+CommandResult noPorts()
+{
     return CommandResult::failed(ExitStatus::NoAnswer,
                                  QStringLiteral("this machine has no serial port; connect an adapter, or name a device "
                                                 "with the environment variable VORLANT_COM1"));

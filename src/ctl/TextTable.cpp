@@ -29,13 +29,17 @@ void TextTable::add(const QStringList& row)
 QString TextTable::text() const
 {
     QString text;
-    for (const QStringList& row : m_rows) {
-        QString line;
-        for (int i = 0; i < row.size(); ++i)
-            line += row[i] + QString(m_widths[i] - platform::displayWidth(row[i]) + kGap, u' ');
-        while (line.endsWith(u' '))
-            line.chop(1);
-        text += line + u'\n';
-    }
+    for (const QStringList& row : m_rows)
+        text += line(row, m_widths);
     return text;
+}
+
+QString TextTable::line(const QStringList& row, const QList<int>& widths)
+{
+    QString line;
+    for (int i = 0; i < row.size(); ++i)
+        line += row[i] + QString(std::max(widths[i] - platform::displayWidth(row[i]), 0) + kGap, u' ');
+    while (line.endsWith(u' '))
+        line.chop(1);
+    return line + u'\n';
 }

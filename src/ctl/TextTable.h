@@ -13,6 +13,8 @@ public:
     // A row has as many fields as the heading. Its texts go through visibleText.
     void add(const QStringList& row);
     QString text() const;
+    // One row of such a table with its end of line; the last field may be wider than its column.
+    static QString line(const QStringList& row, const QList<int>& widths);
 
 private:
     QVector<QStringList> m_rows;

@@ -11,6 +11,7 @@
 #include "PortsCommand.h"
 #include "ProgramContext.h"
 #include "ReadCommand.h"
+#include "ScanCommand.h"
 #include "SetCommand.h"
 #include "Terminal.h"
 #include "TerminationSignals.h"
@@ -66,6 +67,15 @@ CommandResult detectModel(ProgramContext& program, const CommandLine& line)
     return command.run();
 }
 
+CommandResult scanLine(ProgramContext& program, const CommandLine& line, QTextStream& errors)
+{
+    ConsoleProgress progress(errors, !line.quiet && platform::standardErrorIsTerminal());
+    platform::TerminationSignals endRequest;
+    ScanCommand command(program, line, progress, errors);
+    QObject::connect(&endRequest, &platform::TerminationSignals::requested, &command, &ScanCommand::interrupt);
+    return command.run();
+}
+
 CommandResult perform(const CommandLine& line, QTextStream& errors)
 {
     if (line.command == Command::Help)
@@ -89,6 +99,8 @@ CommandResult perform(const CommandLine& line, QTextStream& errors)
         return checkDefinitions(program, line);
     if (line.command == Command::Detect)
         return detectModel(program, line);
+    if (line.command == Command::Scan)
+        return scanLine(program, line, errors);
     if (line.command == Command::Show)
         return showFile(program, line);
     if (line.command == Command::Compare && line.words.size() > 1)

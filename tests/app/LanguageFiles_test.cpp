@@ -9,6 +9,7 @@
 #include "frmHistory.h"
 #include "frmMessageBox.h"
 #include "frmProgbar.h"
+#include "frmScan.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -78,6 +79,9 @@ protected:
         window->showOption();
         window->showVersion();
         frmComSet({window->commSettings(), program->ports(), library, QString()}, window.get()).show();
+        ComSetSession session({window->commSettings(), program->ports(), library, QString()});
+        frmScan scan(session, {}, library, nullptr);
+        scan.show();
         frmProgbar progress;
         progress.setLib(&library);
         progress.showModeless(window.get(), 1, "Sending...", "It is forwarding it. Please wait for a while.", 0, false,

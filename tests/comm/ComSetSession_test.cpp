@@ -67,6 +67,55 @@ TEST_F(Session, SlaveNumbersOutsideTheRangeTouchNoPort)
     EXPECT_EQ(settingsFile(), before) << "a detection saves nothing";
 }
 
+TEST_F(Session, TheTimeOutIsCheckedUsedAndStored)
+{
+    plug(kKX620);
+    ComSetFields fields = open("RecieveTimeOut(ms)=900\n");
+    EXPECT_EQ(fields.timeOutText, u"900");
+    const std::tuple<const char*, bool, const char*> rows[] = {
+        {"49", false, ""}, {"3600001", false, ""}, {"1 s", false, ""}, {" 300 ", true, "=300"}, {"", true, ""}};
+    for (const auto& [text, good, stored] : rows) {
+        SCOPED_TRACE(text);
+        fields = open();
+        fields.timeOutText = QString::fromLatin1(text);
+        told.texts.clear();
+        EXPECT_EQ(session->confirm(fields), good);
+        EXPECT_EQ(told.texts.join(u'|'), good ? u"" : u"It is outside the setting range.[ 50 <= X <= 3600000 ]");
+        if (!good)
+            continue;
+        session->apply(fields);
+        EXPECT_EQ(mainLink->timeOutMs().has_value(), *text != 0);
+        EXPECT_TRUE(*text == 0 || settingsFile().contains(QByteArray("RecieveTimeOut(ms)") + stored));
+    }
+}
+
+// With the settings of the fields first; what was found goes into the fields, also a format beside the usual two.
+TEST_F(Session, SearchesAndTakesWhatWasFound)
+{
+    plug([this](const QByteArray& request) {
+        const bool isIt = request.startsWith(':') && request.mid(1, 2) == "2A";
+        if (!isIt)
+            idle->touch();
+        return isIt ? modbusframe::toWire(QByteArray::fromHex("2A42000E") + kKX620, true) : QByteArray();
+    });
+    ComSetFields fields = open("CommSpeed=38400\nCommProtocolCharacter=E,8,1\n");
+    idle.emplace(box.clock, 100);
+    fields.ascii = true;
+    std::optional<ScanFind> found;
+    QObject::connect(&session->scan(), &ControllerScan::found, session.get(), [&](const ScanFind& find) {
+        found = find;
+        session->stop();
+    });
+    EXPECT_FALSE(session->search(fields));
+    ASSERT_TRUE(found);
+    ComSetFields taken = session->open();
+    session->takeFind(*found, taken);
+    EXPECT_EQ(QStringList({taken.speedText, taken.chara, taken.slaveText, taken.modelString}).join(u' '),
+              u"38400bps E,8,1 42 KX62000000-10A");
+    EXPECT_TRUE(taken.ascii && taken.portPosition == 0 && taken.modelPosition == 2);
+    EXPECT_EQ(session->otherChara(), u"E,8,1");
+}
+
 // On OK. The answer is the controller's at FBC0 and FBC8; one notice at most, and nothing is applied yet.
 TEST_F(Session, ConfirmsAModelThatIsKnown)
 {

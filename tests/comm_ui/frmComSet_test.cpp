@@ -3,6 +3,8 @@
 #include "DetectionFixture.h"
 #include "RecordingMessages.h"
 #include "RecordingOwner.h"
+#include "WhenShown.h"
+#include "frmScan.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -12,6 +14,7 @@
 #include <QRadioButton>
 #include <QTcpServer>
 #include <QTemporaryDir>
+#include <QTableView>
 #include <QTest>
 
 #include <functional>
@@ -123,13 +126,73 @@ TEST_F(ComSet, StopEndsTheConnecting)
     EXPECT_TRUE(find<QLabel>("lblTrouble")->text().contains(name)) << "why it is closed";
 }
 
+TEST_F(ComSet, SearchesAndConnects)
+{
+    plug([this](const QByteArray& request) {
+        idle->touch();
+        const bool isIt = request.startsWith('\x05');
+        return isIt ? modbusframe::toWire(QByteArray::fromHex("0542000E") + kKX620, false) : QByteArray();
+    });
+    open();
+    idle.emplace(box.clock, 50);
+    QStringList texts;
+    const WhenShown<frmScan> scanning([&](frmScan& scan) {
+        const auto& connectTo = *scan.findChild<QPushButton*>(QStringLiteral("Command1_1"));
+        EXPECT_FALSE(connectTo.isEnabled()) << "nothing is found yet";
+        auto& model = *scan.findChild<QTableView*>()->model();
+        QObject::connect(&model, &QAbstractItemModel::rowsInserted, &scan, [&] {
+            for (int column = 0; column < ScanModel::kResponse; ++column)
+                texts << model.index(0, column).data().toString();
+            QTimer::singleShot(0, &scan, [&] { scan.findChild<QPushButton*>(QStringLiteral("Command1_1"))->click(); });
+        });
+    });
+    find<QLineEdit>("Text1")->setText(QStringLiteral("9"));
+    click("Command3");
+    EXPECT_EQ(texts.join(u' '), u"COM1 9600 N,8,1 RTU 5 KX62000000-10A");
+    EXPECT_EQ(find<QLineEdit>("Text1")->text() + find<QLineEdit>("Text2")->text(), u"5KX62000000-10A");
+    EXPECT_EQ(find<QComboBox>("Combo3")->currentText(), u"KX620");
+    EXPECT_EQ(focus(), u"Command1_0");
+}
+
+// While it asks: Stop leaves the window with its end, Close ends both, and so does the end of the settings.
+TEST_F(ComSet, ASearchIsLeft)
+{
+    const std::tuple<const char*, std::function<void(frmScan&)>, bool> rows[] = {
+        {"stop", [](frmScan& scan) { scan.findChild<QPushButton*>(QStringLiteral("Command1_0"))->click(); }, true},
+        {"escape", [](frmScan& scan) { QTest::keyClick(&scan, Qt::Key_Escape); }, true},
+        {"settings closed", [this](frmScan&) { dialog->close(); }, false}};
+    for (const auto& [name, leave, stays] : rows) {
+        SCOPED_TRACE(name);
+        frmScan* form = nullptr;
+        plug([&, leave = leave](const QByteArray&) {
+            QTimer::singleShot(0, &pulse, [&, leave] {
+                leave(*form);
+                QTimer::singleShot(0, form, [&] {
+                    EXPECT_TRUE(std::string(name) != "stop" ||
+                                form->findChild<QLabel*>(QStringLiteral("Label1"))->text() ==
+                                    u"The search was stopped; controllers found: 0.");
+                    form->close();
+                });
+            });
+            return QByteArray();
+        });
+        open();
+        const WhenShown<frmScan> scanning([&](frmScan& scan) { form = &scan; });
+        click("Command3");
+        EXPECT_EQ(controller->requests(), 1);
+        EXPECT_EQ(dialog->isVisible(), stays);
+        EXPECT_TRUE(owner->calls.isEmpty());
+    }
+}
+
 // Every way out, before and while the controller is asked: nothing is applied, and nobody waits for a time-out.
 TEST_F(ComSet, ClosesAndCancels)
 {
     std::function<void()> leave;
     QStringList enabled;
     plug([&](const QByteArray&) {
-        for (const char* name : {"Frame1", "Frame2", "Frame3", "Command2", "Command1_0", "Command1_1", "cmdStop"}) {
+        for (const char* name :
+             {"Frame1", "Frame2", "Frame3", "Command2", "Command3", "Command1_0", "Command1_1", "cmdStop"}) {
             if (find<QWidget>(name)->isEnabled())
                 enabled << QLatin1String(name);
         }

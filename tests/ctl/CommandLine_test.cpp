@@ -19,6 +19,11 @@ TEST(CommandLine, ReadsEveryOption)
     EXPECT_TRUE(line.transmissionMode == 1 && line.slave == 247 && line.timeoutMs == 50);
     EXPECT_TRUE(line.quiet && line.readOnly && line.withoutBackup);
     EXPECT_EQ(line.format, OutputFormat::Json);
+    const CommandLine scan = parseCommandLine({"scan", "--slaves", "5-247", "--speeds", "300,9600", "--formats",
+                                               "n81,E71", "--modes", "ascii", "--first"})
+                                 .line;
+    EXPECT_EQ(scan.scanChoice.speeds.join(' ') + ' ' + scan.scanChoice.charas.join(' '), u"300 9600 N,8,1 E,7,1");
+    EXPECT_TRUE(scan.firstSlave == 5 && scan.lastSlave == 247 && scan.scanChoice.modes == QList{1} && scan.onlyFirst);
     EXPECT_EQ(parseCommandLine({"--mode", "rtu", "ports"}).line.transmissionMode, 0);
 }
 

@@ -62,6 +62,41 @@ TEST_F(VorlantCtl, InterruptEndsTheCommandAndListsNeedNoController)
     EXPECT_TRUE(output.contains("COM7") && output.contains("/dev/bench")) << output.toStdString();
 }
 
+TEST_F(VorlantCtl, ScanPrintsWhatAnswers)
+{
+    model.clear();
+    plug([](const QByteArray& request) {
+        const int slave = request.at(0);
+        return slave == 2 || slave == 4 ? soundController::reply(request) : QByteArray();
+    });
+    const QString one = "scan --speeds 9600 --formats N81 --modes rtu --slaves ";
+    ASSERT_EQ(run(one + "1-4"), Done) << errors.toStdString();
+    const QList<QByteArray> lines = output.split('\n');
+    ASSERT_EQ(lines.size(), 4) << output.toStdString();
+    EXPECT_TRUE(lines[0].startsWith("Port   Device"));
+    EXPECT_TRUE(lines[1].contains(controller->device().toUtf8()) && lines[1].contains("  2      KX41000000-10A  "));
+    EXPECT_TRUE(lines[2].contains("  4      KX41000000-10A  "));
+    ASSERT_EQ(run(one + "1-4 --first --as json"), Done);
+    EXPECT_EQ(output.count("\"slave\":"), 1);
+    EXPECT_TRUE(output.contains("\"slave\":\"2\",\"model\":\"KX41000000-10A\",\"ms\":\""));
+    expectFails(one + "3", NoAnswer, "no controller answered");
+    expectFails("--port /dev/bench " + one + "3", NoAnswer, "no such device");
+}
+
+// A port that cannot be used is skipped where all are searched.
+TEST_F(VorlantCtl, ScanOfAllPortsGoesOnToTheNext)
+{
+    model.clear();
+    plugSound();
+    const QString device = controller->device();
+    setVariable("VORLANT_COM1", "/dev/bench");
+    setVariable("VORLANT_COM2", device);
+    const auto held = std::move(controller);
+    EXPECT_EQ(run("--port all scan --first --slaves 1 --speeds 9600 --formats N81 --modes rtu --as csv"), Done);
+    EXPECT_TRUE(output.contains("COM2," + device.toUtf8())) << output.toStdString();
+    EXPECT_TRUE(errors.contains("COM1 (/dev/bench)") && errors.contains("skipped")) << errors.toStdString();
+}
+
 TEST_F(VorlantCtl, HistoryPrintsWhatWasWrittenAndTellsWhatIsDamaged)
 {
     setVariable("TZ", "UTC");

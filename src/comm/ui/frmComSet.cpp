@@ -4,6 +4,7 @@
 #include "ControlRegistry.h"
 #include "VisibleText.h"
 #include "clsLibrary.h"
+#include "frmScan.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -108,6 +109,10 @@ QGroupBox* frmComSet::setupPortFrame()
     layout->addRow(m_error);
     layout->addRow(m_labels[1], m_speed);
     layout->addRow(QString(), sideBySide({m_eightBits, m_sevenBits, m_otherFormat}));
+    m_timeOut = named(new QLineEdit(frame), "Text3");
+    m_timeOut->setInputMethodHints(Qt::ImhDigitsOnly);
+    m_labels[5] = labelFor(m_timeOut, "Label6", QStringLiteral("Time-o&ut (ms):"), frame);
+    layout->addRow(m_labels[5], m_timeOut);
     return frame;
 }
 
@@ -135,6 +140,9 @@ QGroupBox* frmComSet::setupControllerFrame()
     auto* modelRow = new QHBoxLayout;
     modelRow->addWidget(m_model, 1);
     modelRow->addWidget(m_detect);
+    m_search = named(new QPushButton(QStringLiteral("S&earch..."), frame), "Command3");
+    m_search->setToolTip(QStringLiteral("Searches the line for controllers, with the likely settings"));
+    modelRow->addWidget(m_search);
     auto* layout = new QFormLayout(frame);
     layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     layout->addRow(m_labels[2], m_slave);
@@ -180,8 +188,8 @@ QWidget* frmComSet::setupButtons()
 
 void frmComSet::setupTabOrder()
 {
-    QWidget* const order[] = {m_port,  m_speed, m_eightBits, m_sevenBits,   m_otherFormat, m_rtu, m_ascii,
-                              m_slave, m_model, m_detect,    m_modelString, m_stop,        m_ok,  m_cancel};
+    QWidget* const order[] = {m_port,  m_speed, m_eightBits, m_sevenBits, m_otherFormat, m_timeOut, m_rtu, m_ascii,
+                              m_slave, m_model, m_detect,    m_search,    m_modelString, m_stop,    m_ok,  m_cancel};
     for (size_t i = 1; i < std::size(order); ++i)
         setTabOrder(order[i - 1], order[i]);
 }
@@ -194,8 +202,8 @@ void frmComSet::registerControls()
         m_registry->add(frame, frame->objectName());
     for (QLabel* label : m_labels)
         m_registry->add(label, label->objectName());
-    QWidget* const single[] = {m_port,  m_speed, m_eightBits,   m_sevenBits, m_rtu, m_ascii,
-                               m_slave, m_model, m_modelString, m_detect,    m_stop};
+    QWidget* const single[] = {m_port,  m_speed,       m_eightBits, m_sevenBits, m_rtu,    m_ascii,  m_slave,
+                               m_model, m_modelString, m_detect,    m_stop,      m_search, m_timeOut};
     for (QWidget* control : single)
         m_registry->add(control, control->objectName());
     m_registry->add(m_ok, QStringLiteral("Command1"), 0);
@@ -216,6 +224,7 @@ void frmComSet::connectControls()
     connect(m_model, &QComboBox::currentIndexChanged, this, &frmComSet::onModelPicked);
     connect(m_model, &QComboBox::activated, this, &frmComSet::onModelPicked);
     connect(m_detect, &QPushButton::clicked, this, &frmComSet::onDetect);
+    connect(m_search, &QPushButton::clicked, this, &frmComSet::onSearch);
     connect(m_stop, &QPushButton::clicked, &m_session, &ComSetSession::stop);
     connect(m_ok, &QPushButton::clicked, this, &frmComSet::onOk);
     connect(m_cancel, &QPushButton::clicked, this, &frmComSet::leave);
@@ -228,18 +237,26 @@ void frmComSet::fill(const ComSetFields& fields)
     m_port->addItems(platform::visibleTexts(m_session.portTexts()));
     m_port->addItems(platform::visibleTexts(m_session.recentPorts()));
     m_port->setPlaceholderText(platform::visibleText(m_session.triedPortText()));
-    m_speed->addItems(platform::visibleTexts(m_session.speedTexts()));
+    m_timeOut->setText(fields.timeOutText);
+    m_timeOut->setPlaceholderText(QStringLiteral("%1000").arg(m_session.timeOutSeconds()));
     m_model->addItems(platform::visibleTexts(m_session.modelCodes()));
     m_port->lineEdit()->setPlaceholderText(m_port->placeholderText());
+    showLine(fields);
+    showFields(fields);
+    showPortError();
+}
+
+void frmComSet::showLine(const ComSetFields& fields)
+{
     m_port->setCurrentIndex(fields.portPosition);
     if (!fields.portName.isEmpty())
         m_port->setEditText(platform::visibleText(fields.portName));
+    m_speed->clear();
+    m_speed->addItems(platform::visibleTexts(m_session.speedTexts()));
     m_speed->setCurrentIndex(static_cast<int>(m_session.speedTexts().indexOf(fields.speedText)));
     showChara(fields.chara);
     (fields.ascii ? m_ascii : m_rtu)->setChecked(true);
     m_slave->setText(fields.slaveText);
-    showFields(fields);
-    showPortError();
 }
 
 // A format beside the usual two is a choice for as long as it is the stored one.
@@ -267,6 +284,7 @@ ComSetFields frmComSet::readFields() const
     readPort(fields);
     fields.speedText = m_session.speedTexts().value(m_speed->currentIndex());
     fields.chara = chosenChara();
+    fields.timeOutText = m_timeOut->text();
     fields.ascii = m_ascii->isChecked();
     fields.slaveText = m_slave->text();
     fields.modelPosition = m_model->currentIndex();
@@ -361,8 +379,30 @@ void frmComSet::onDetect()
     ComSetFields fields = readFields();
     m_session.detect(fields);
     showFields(fields);
-    QWidget* const next = m_session.slaveNumber(fields) ? static_cast<QWidget*>(m_ok) : m_slave;
-    (ComSetSession::isWellNamed(fields) ? next : m_port)->setFocus();
+    wrongField(fields, *m_ok).setFocus();
+}
+
+// otherwise: where there is none.
+QWidget& frmComSet::wrongField(const ComSetFields& fields, QWidget& otherwise) const
+{
+    if (!ComSetSession::isWellNamed(fields))
+        return *m_port;
+    if (!m_session.slaveNumber(fields))
+        return *m_slave;
+    return ComSetSession::isTimeOutRight(fields) ? otherwise : *m_timeOut;
+}
+
+void frmComSet::onSearch()
+{
+    ComSetFields fields = readFields();
+    frmScan scan(m_session, fields, m_library, this);
+    if (scan.exec() == Accepted && scan.chosen()) {
+        m_session.takeFind(*scan.chosen(), fields);
+        showLine(fields);
+        showFields(fields);
+        m_ok->setFocus();
+    }
+    showPortError();
 }
 
 void frmComSet::onOk()
@@ -371,8 +411,7 @@ void frmComSet::onOk()
     const bool confirmed = m_session.confirm(fields);
     showFields(fields);
     if (!confirmed) {
-        const bool isPort = !ComSetSession::isWellNamed(fields) || m_session.slaveNumber(fields);
-        (isPort ? static_cast<QWidget*>(m_port) : m_slave)->setFocus();
+        wrongField(fields, *m_port).setFocus();
         return;
     }
     hide();
@@ -399,6 +438,8 @@ void frmComSet::closeEvent(QCloseEvent* event)
     event->accept();
     if (!isVisible())
         return; // hidden: OK is at work, or all is done
+    if (auto* scan = findChild<frmScan*>())
+        scan->reject();
     m_session.stop();
     leave();
 }

@@ -59,6 +59,7 @@ private:
     ComSetFields readFields() const;
     void readPort(ComSetFields& fields) const;
     void showFields(const ComSetFields& fields);
+    void showLine(const ComSetFields& fields);
     void showModelString(const QString& modelString);
     QString modelString() const;
     void showChara(const QString& chara);
@@ -69,7 +70,9 @@ private:
     void hideProgress();
     void enableControls(bool enabled);
     void onModelPicked(int position);
+    QWidget& wrongField(const ComSetFields& fields, QWidget& otherwise) const;
     void onDetect();
+    void onSearch();
     void onOk();
     void leave();
 
@@ -81,7 +84,7 @@ private:
     QString m_heldModelString; // what the field shows, as it came
 
     QGroupBox* m_frames[3] = {};
-    QLabel* m_labels[5] = {};
+    QLabel* m_labels[6] = {};
     QComboBox* m_port = nullptr;         // Combo1
     QComboBox* m_speed = nullptr;        // Combo2
     QRadioButton* m_eightBits = nullptr; // Option7
@@ -93,6 +96,8 @@ private:
     QComboBox* m_model = nullptr;       // Combo3
     QLineEdit* m_modelString = nullptr; // Text2
     QPushButton* m_detect = nullptr;    // Command2
+    QPushButton* m_search = nullptr;    // Command3
+    QLineEdit* m_timeOut = nullptr;     // Text3
     QPushButton* m_ok = nullptr;        // Command1(0)
     QPushButton* m_cancel = nullptr;    // Command1(1)
     QLabel* m_error = nullptr;
