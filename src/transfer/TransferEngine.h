@@ -20,8 +20,8 @@ class uclComm;
 
 // Moves parameters between the controller and the memory images, without a window. One transfer at a time; each returns
 // when it has ended, dispatching events while it waits. ProgCancel asks a transfer to stop (a read after the next
-// failed attempt, a write after the entry at hand); abort ends it at once and quietly, for a program that is closing.
-// All parts are kept by reference and must outlive the engine.
+// failed attempt, a write after the entry at hand; a request of whose reply no byte has come fails soon); abort ends it
+// at once and quietly, for a program that is closing. All parts are kept by reference and must outlive the engine.
 class TransferEngine : public QObject
 {
     Q_OBJECT

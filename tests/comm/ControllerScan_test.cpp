@@ -2,6 +2,7 @@
 
 #include "DetectionFixture.h"
 #include "ScanModel.h"
+#include "Table.h"
 
 #include <functional>
 
@@ -51,14 +52,18 @@ protected:
         const QByteArray slave(1, static_cast<char>(question.slave));
         return modbusframe::toWire(slave + QByteArray::fromHex("42000E") + model, question.ascii);
     }
-    static QByteArray refusal(const Question& question)
+    static QByteArray answer(const Question& q, const QByteArray& how)
     {
-        return modbusframe::toWire(static_cast<char>(question.slave) + QByteArray::fromHex("C202"), question.ascii);
-    }
-    static QByteArray damaged(QByteArray bytes)
-    {
-        bytes[bytes.size() / 2] = static_cast<char>(~bytes[bytes.size() / 2]);
-        return bytes;
+        QByteArray damaged = reply(q, kModel);
+        damaged[damaged.size() / 2] = static_cast<char>(~damaged[damaged.size() / 2]);
+        const QHash<QByteArray, QByteArray> answers{
+            {"silent", ""},
+            {"refused", modbusframe::toWire(static_cast<char>(q.slave) + QByteArray::fromHex("C202"), q.ascii)},
+            {"other", reply(q, QByteArray(14, 'x'))},
+            {"damaged", damaged},
+            {"noise", "\x55\x01\x42"},
+            {"double", reply(q, kModel) + reply(q, kModel)}};
+        return answers.value(how, reply(q, how));
     }
 
     // "9600,N,8,1 RTU 37 KX62000000-10A" and so on, in the order in which they were told.
@@ -96,49 +101,15 @@ protected:
     bool isWhole = false;
 };
 
-// One setting, slaves 1 to 5.
-TEST_F(Scan, TellsWhatAnswers)
+TEST_F(Scan, TellsAsTheTableSays)
 {
-    const struct
-    {
-        const char* name;
-        World world;
-        const char* finds;
-    } rows[] = {
-        {"silence", [](const Question&) { return QByteArray(); }, ""},
-        {"two controllers",
-         [](const Question& q) { return q.slave == 2 || q.slave == 5 ? reply(q, kModel) : QByteArray(); },
-         "9600 N,8,1 RTU 2 KX62000000-10A|9600 N,8,1 RTU 5 KX62000000-10A"},
-        {"the model at the second address",
-         [](const Question& q) {
-             return q.slave != 3 ? QByteArray() : reply(q, q.isFirstAddress ? QByteArray(14, 'x') : kModel);
-         },
-         "9600 N,8,1 RTU 3 KX62000000-10A"},
-        {"the first address refused",
-         [](const Question& q) {
-             return q.slave != 3 ? QByteArray() : q.isFirstAddress ? refusal(q) : reply(q, kModel);
-         },
-         "9600 N,8,1 RTU 3 KX62000000-10A"},
-        {"another device", [](const Question& q) { return q.slave == 3 ? refusal(q) : QByteArray(); },
-         "9600 N,8,1 RTU 3 answers, but holds no model string"},
-        {"noise, once",
-         [](const Question& q) {
-             return q.number == 1 && q.slave != 4 ? QByteArray("\x55\x01\x42") : q.slave == 4 ? reply(q, kModel) : "";
-         },
-         "9600 N,8,1 RTU 4 KX62000000-10A"},
-        {"one number twice, at the same time",
-         [](const Question& q) { return q.slave == 3 ? damaged(reply(q, kModel)) : QByteArray(); },
-         "9600 N,8,1 RTU 3 garbled answer: two controllers with this slave number?"},
-        {"one number twice, one frame on the other's heels",
-         [](const Question& q) { return q.slave == 3 ? reply(q, kModel) + reply(q, kModel) : QByteArray(); },
-         "9600 N,8,1 RTU 3 garbled answer: two controllers with this slave number?"},
-        {"no frame at any number", [](const Question&) { return QByteArray(25, '\x81'); },
-         "9600 N,8,1 something answers at another setting"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        plug(row.world);
-        EXPECT_EQ(scan(plan()).join(u'|').toStdString(), row.finds);
+    for (const QStringList& row : tableRows("comm/scans.tsv")) {
+        SCOPED_TRACE(row[0].toStdString());
+        plug([&](const Question& q) {
+            const int column = !q.isFirstAddress ? 4 : q.number == 1 ? 2 : 3;
+            return row[1].contains(QString::number(q.slave)) ? answer(q, row[column].toLatin1()) : QByteArray();
+        });
+        EXPECT_EQ(scan(plan()).join(u'|').remove(QStringLiteral("9600 N,8,1 ")).toStdString(), row[5].toStdString());
         EXPECT_TRUE(isWhole);
         EXPECT_EQ(link->State(), 0);
     }
@@ -250,13 +221,6 @@ TEST(ScanPlan, TheTimeOutFollowsTheSpeed)
                                                   {{"19200", "N,8,1", 0}, 139}, {{"300", "N,8,1", 0}, 1287}};
     for (const auto& [line, expected] : rows)
         EXPECT_EQ(scanplan::timeOutMs(line), expected) << qPrintable(line.text());
-}
-
-TEST(ScanPlan, FormatsInTheirTwoForms)
-{
-    for (const auto& [text, chara] : {std::pair("n81", "N,8,1"), std::pair("E,7,1", "E,7,1"), std::pair("X81", ""),
-                                      std::pair("N91", ""), std::pair("N8", "")})
-        EXPECT_EQ(scanplan::charaOf(QString::fromLatin1(text)).toStdString(), chara) << text;
 }
 
 } // namespace

@@ -142,19 +142,6 @@ TEST_F(Link, AWholeReplyThatIsShorterThanExpected)
     EXPECT_EQ(seen, (QByteArrayList{kReply.left(4), kReply}));
 }
 
-TEST_F(Link, GivenUpItIsIdleAndSaysNothing)
-{
-    plug(silence);
-    link->sendMsg(kRequest, 10);
-    link->giveUp();
-    box.clock.advance(7000);
-    EXPECT_EQ(bad->size(), 0);
-    controller->send("late");
-    link->sendMsg(kRequest, 10);
-    controller->send(kReply);
-    expectReply();
-}
-
 // What may come up while events run, before the request goes out.
 TEST_F(Link, EventsBeforeTheRequest)
 {

@@ -12,6 +12,7 @@
 #include "frmMultiSelect.h"
 #include "frmOption.h"
 #include "frmProgbar.h"
+#include "frmScan.h"
 #include "frmShowVersion.h"
 #include "vaSpread.h"
 
@@ -88,6 +89,7 @@ void Tour::read()
 {
     const WhenShown<frmComSet> settings([this](frmComSet& dialog) {
         picture(dialog, "commset");
+        search(dialog);
         press(dialog, "Command1_0");
     });
     const WhenShown<frmProgbar> progress([this](frmProgbar& dialog) {
@@ -201,6 +203,22 @@ void Tour::help()
     window.showPage(platform::helpEdition(m_program.machine().paths, m_window.helpFile()),
                     QStringLiteral("index.html"));
     picture(window, "help");
+}
+
+// With its first find.
+void Tour::search(frmComSet& settings)
+{
+    const WhenShown<frmScan> window([this](frmScan& form) {
+        auto* table = form.findChild<QTableView*>();
+        QObject::connect(table->model(), &QAbstractItemModel::rowsInserted, &form, [this, &form, table] {
+            QTimer::singleShot(0, &form, [this, &form, table] {
+                table->resizeColumnsToContents();
+                picture(form, "scan");
+                form.close();
+            });
+        });
+    });
+    press(settings, "Command3");
 }
 
 // OK in the communication settings, which reads.

@@ -8,6 +8,7 @@
 class ProgramContext;
 class QAbstractItemModel;
 class QWidget;
+class frmComSet;
 class frmMain;
 
 // Leads the windows of the program through what a person does and takes a picture of each. The main window must have a
@@ -26,6 +27,7 @@ public:
 
 private:
     void read();
+    void search(frmComSet& settings);
     void confirm();
     void mainWindow();
     void messages();

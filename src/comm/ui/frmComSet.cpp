@@ -1,6 +1,7 @@
 #include "frmComSet.h"
 
 #include "AccessibleNames.h"
+#include "Clock.h"
 #include "ControlRegistry.h"
 #include "VisibleText.h"
 #include "clsLibrary.h"
@@ -238,7 +239,7 @@ void frmComSet::fill(const ComSetFields& fields)
     m_port->addItems(platform::visibleTexts(m_session.recentPorts()));
     m_port->setPlaceholderText(platform::visibleText(m_session.triedPortText()));
     m_timeOut->setText(fields.timeOutText);
-    m_timeOut->setPlaceholderText(QStringLiteral("%1000").arg(m_session.timeOutSeconds()));
+    m_timeOut->setPlaceholderText(QString::number(m_session.timeOutSeconds() * platform::kMsPerSecond));
     m_model->addItems(platform::visibleTexts(m_session.modelCodes()));
     m_port->lineEdit()->setPlaceholderText(m_port->placeholderText());
     showLine(fields);

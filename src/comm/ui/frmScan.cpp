@@ -17,8 +17,8 @@
 namespace {
 
 const QString kScanForm = QStringLiteral("frmScan");
-constexpr double kScanWidths[ScanModel::kColumns] = {9, 9, 9, 9, 9, 20, 16, 40}; // average characters
-constexpr QSize kScanSize(125, 20);                                              // average characters and lines
+constexpr double kScanWidths[ScanModel::kColumns] = {5, 6, 7, 7, 6, 14, 8, 30}; // average characters
+constexpr QSize kScanSize(85, 20);                                              // average characters and lines
 
 } // namespace
 
