@@ -124,6 +124,7 @@ private:
     QString m_portName;
     QString m_speed;
     QString m_chara;
+    WholeReply m_isWhole;
     qint64 m_latestMs = 0;       // of the running time, at which a reply must be whole
     qint64 m_lastActivityMs = 0; // of the running time
     int m_timeOut = 5;           // seconds

@@ -82,6 +82,7 @@ TEST_F(Traffic, ShowsFiltersAndCopies)
 
 TEST_F(Traffic, FollowsPausesClearsAndCloses)
 {
+    traffic->setDevice([] { return QStringLiteral("tcp://workshop:4001"); });
     log(100);
     QScrollBar& bar = *table().verticalScrollBar();
     EXPECT_EQ(bar.value(), bar.maximum()) << "the newest line is shown";
@@ -91,7 +92,7 @@ TEST_F(Traffic, FollowsPausesClearsAndCloses)
     button(0).click();
     log(3);
     EXPECT_EQ(rows().rowCount(), 105);
-    EXPECT_EQ(status(), u"paused, 3 new lines   105 lines, 0 with errors");
+    EXPECT_EQ(status(), u"tcp://workshop:4001   paused, 3 new lines   105 lines, 0 with errors");
     EXPECT_EQ(button(0).text(), u"&Continue");
     button(0).click();
     EXPECT_EQ(rows().rowCount(), 108);
