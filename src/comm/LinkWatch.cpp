@@ -18,7 +18,7 @@ LinkWatch::~LinkWatch() = default;
 
 void LinkWatch::forget()
 {
-    m_wasOpen = false;
+    m_wasOpen = m_link.State() != 0;
     set(State::Quiet);
 }
 
