@@ -141,9 +141,9 @@ private:
     void addFinding(const QString& key, const QString& fault, const QString& remedy);
     int number(const QString& key, const QString& text);
 
-    int m_number = 0;
     QString m_tag;
     QString m_name;
+    int m_number = 0;
     int m_blockNo = 0;
     bool m_visible = true;
     bool m_readOnly = false;
@@ -156,8 +156,8 @@ private:
     QString m_writeSection;
     QString m_readSection;
     QString m_typeName;
-    ItemType m_type = ItemType::Data;
     QString m_address;
+    ItemType m_type = ItemType::Data;
     int m_dataLen = 0;
     QString m_bitOnCaption;
     QString m_bitOffCaption;
