@@ -303,8 +303,8 @@ private:
 
 void addOptions(QCommandLineParser& parser)
 {
-    for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "class", "as", "o", "slaves",
-                             "speeds", "formats", "modes"})
+    for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "class", "as", "o",
+                             "slaves", "speeds", "formats", "modes"})
         parser.addOption({QString::fromLatin1(name), QString(), QStringLiteral("value")});
     for (const char* name : {"quiet", "dry-run", "read-only", "no-backup", "first", "help", "version"})
         parser.addOption(QCommandLineOption(QString::fromLatin1(name)));

@@ -12,9 +12,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableView>
 #include <QTcpServer>
 #include <QTemporaryDir>
-#include <QTableView>
 #include <QTest>
 
 #include <functional>
