@@ -18,9 +18,9 @@ QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
                              .arg(link.device, link.speed, link.chara, link.transmissionMode == 1 ? u"ASCII" : u"RTU")
                              .arg(link.slaveAddress);
     QStringList parts{text};
+    if (link.back)
+        parts.prepend(tran(QStringLiteral("connected again")));
     if (link.readOnly)
         parts << tran(QStringLiteral("read only"));
-    if (link.back)
-        parts << tran(QStringLiteral("connected again"));
     return parts.join(QStringLiteral(", "));
 }

@@ -44,7 +44,8 @@ Options (those left out come from the main settings file):
   --chara P,D,S          parity (N, E, O, M, S), data bits, stop bits, such as N,8,1
   --mode rtu|ascii       transmission mode
   --slave N              slave address, 1 to 247
-  --model CODE           model code, such as KX410, or the whole model string; a parameter file names its own
+  --model CODE           model code, such as KX410, whatever options the controller has, or the whole model string;
+                         a parameter file names its own
   --timeout S            seconds of silence after which a request counts as lost, 0.05 to 3600
   --slaves A-B           of scan: the slaves to ask, 1 to 247 (default: 1-99)
   --speeds BAUD,...      of scan: the speeds to ask with (default: 9600,19200)

@@ -1,5 +1,6 @@
 #include "ControllerSession.h"
 
+#include "ModelCodes.h"
 #include "ProgramContext.h"
 
 #include <algorithm>
@@ -33,6 +34,7 @@ ControllerSession::~ControllerSession()
 
 CommandResult ControllerSession::load(const QString& wanted)
 {
+    m_wanted = wanted;
     return m_model.load(wanted);
 }
 
@@ -53,9 +55,23 @@ CommandResult ControllerSession::open()
 
 CommandResult ControllerSession::read()
 {
-    if (!m_interrupted)
-        m_engine->getDataFromKX(nullptr);
+    if (m_interrupted)
+        return readResult();
+    m_engine->getDataFromKX(nullptr);
+    if (m_engine->lastRead().outcome != ReadOutcome::WrongModel || !isVariant(m_engine->lastRead().answeredModel))
+        return readResult();
+    const CommandResult adopted = m_model.load(m_engine->lastRead().answeredModel);
+    if (!adopted.ok())
+        return wrongModel();
+    m_controller.setModel(kx().entry().number, m_model.modelString());
+    m_engine->getDataFromKX(nullptr);
     return readResult();
+}
+
+// A model code, or none, leaves open which options the controller has.
+bool ControllerSession::isVariant(const QString& answered) const
+{
+    return m_wanted.size() < modelcodes::kModelStringLength && answered.startsWith(m_wanted);
 }
 
 CommandResult ControllerSession::writeChosen(const QStringList& tags)

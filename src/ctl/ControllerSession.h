@@ -26,6 +26,8 @@ public:
     // wanted: as for chooseModel.
     CommandResult load(const QString& wanted);
     CommandResult open();
+    // A model that was given by its code alone, or not at all, is loaded anew where the controller has other options:
+    // look items up again behind it.
     CommandResult read();
     // The values that these parameters have now. Done when it came to its end: lastWrite tells what became of each, and
     // the failure what is not in the history.
@@ -49,6 +51,7 @@ private:
     QStringList unreadSections() const;
     CommandResult noAnswer() const;
     CommandResult wrongModel() const;
+    bool isVariant(const QString& answered) const;
 
     ProgramContext& m_program;
     ProgressView& m_progress;
@@ -58,6 +61,7 @@ private:
     HeadlessMessages m_messages;
     ControllerState m_controller;
     std::unique_ptr<TransferEngine> m_engine;
+    QString m_wanted; // the model, as it was given
     bool m_interrupted = false;
     bool m_wrote = false;  // something was sent that may have changed the controller
     QString m_lostRequest; // the request that was given up, with the reason

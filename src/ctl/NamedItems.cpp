@@ -6,6 +6,7 @@
 CommandResult findItems(const clsKX& kx, const QStringList& tags, std::vector<clsData*>& items)
 {
     QStringList unknown;
+    items.clear();
     for (const QString& tag : tags) {
         clsData* item = kx.getDataByTag(tag);
         if (item == nullptr || item->Key() != tag)

@@ -37,5 +37,7 @@ CommandResult getParameters(ControllerSession& session, const CommandLine& line)
         step = session.open();
     if (step.ok())
         step = session.read();
+    if (step.ok())
+        step = findItems(session.kx(), line.words, items);
     return step.ok() ? CommandResult::done(formatItems(session.kx(), items, line.format)) : step;
 }

@@ -113,6 +113,8 @@ CommandResult setParameters(ControllerSession& session, const CommandLine& line)
     if (step.ok())
         step = session.read();
     if (step.ok())
+        step = findItems(session.kx(), tagsOf(line.words), named);
+    if (step.ok())
         step = enterAll(session.kx(), named, line.words, rows);
     return step.ok() ? writeRows(session, line, rows) : step;
 }

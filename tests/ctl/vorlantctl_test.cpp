@@ -31,6 +31,11 @@ TEST_F(VorlantCtl, LastModelOfTheSettingsIsTheDefault)
                                          "[Setting]\nLastModelNo=1\nLastModelString=KX41099999-99Z\n"));
     EXPECT_EQ(run("read"), Done) << errors.toStdString();
     EXPECT_TRUE(output.contains("KX41099999-99Z"));
+    plugSound("KX41012345-20B"); // another variant: its options are its own
+    for (const char* given : {"", "KX410"}) {
+        model = given;
+        expectPrints("get MQCODE VQSV1", "MQCODE=KX41012345-20B\nVQSV1=25.8\n");
+    }
 }
 
 TEST_F(VorlantCtl, DetectPrintsTheModelOrWhatItIsInstead)
