@@ -81,6 +81,7 @@ RequestChannel::Result RequestChannel::exchange(quint8 functionCode, const std::
     if (!isRepetition)
         m_firstSentMs = reply.sentMs;
     const Result result = sendAndWait();
+    count(result, nowMs() - reply.sentMs);
     // Where late replies are about, an answer may be one of them, and the answer to this request is still to come.
     const bool isOwed = result == Result::Failed && (!m_answered || !m_late.empty());
     if (isOwed || mayComeLate(reply)) {
@@ -122,6 +123,19 @@ RequestChannel::Result RequestChannel::sendAndWait()
     m_abort = m_abort || m_bWait;
     m_bWait = false;
     return m_lResult;
+}
+
+// What was given up by a person says nothing of the line.
+void RequestChannel::count(Result result, qint64 milliseconds)
+{
+    if (result == Result::Refused || m_abort)
+        return;
+    using Reply = LineStatistics::Reply;
+    const Reply reply = result == Result::Failed && m_received.isEmpty() ? Reply::Missing
+                        : result != Result::Failed                       ? Reply::Good
+                        : m_answered && !m_hasReply                      ? Reply::Refused
+                                                                         : Reply::Damaged;
+    m_statistics.note(reply, milliseconds, m_clsModbus.SendSize() + m_received.size());
 }
 
 bool RequestChannel::mayComeLate(const LateReply& reply) const

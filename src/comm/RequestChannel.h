@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EventWait.h"
+#include "LineStatistics.h"
 #include "Log.h"
 #include "clsModbus.h"
 
@@ -72,6 +73,7 @@ public:
     bool isAborted() const { return m_abort; }
     void allow() { m_abort = false; }
 
+    LineStatistics& statistics() { return m_statistics; }
     // Which opening of the port is in use; nothing while it is closed.
     std::optional<int> opening() const;
     QString reason() const { return m_reason; }        // why the last request did not succeed, in the user's language
@@ -99,6 +101,7 @@ private:
     };
 
     Result sendAndWait();
+    void count(Result result, qint64 milliseconds);
     bool mayComeLate(const LateReply& reply) const;
     bool waitForLateReply(const LateReply& reply); // false when the wait was ended early
     void expectLate(const LateReply& reply);
@@ -139,4 +142,5 @@ private:
     QByteArray m_lastRequest; // of this transfer; sent again it is a repetition
     qint64 m_firstSentMs = 0; // the last request, before its repetitions
     std::vector<LateReply> m_late;
+    LineStatistics m_statistics;
 };

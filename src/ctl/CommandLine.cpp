@@ -54,6 +54,7 @@ Options (those left out come from the main settings file):
   --port all             of scan: all ports, one after the other; one that is in use is skipped
   --first                of scan: end with the first controller
   --quiet                show no progress
+  --stats                print how the requests have ended, on standard error
   --class LIST           of set, write and changes: classes of parameters to send, separated by commas: setting,
                          calibration, line, command; or all (default: write setting, else all)
   --dry-run              of set and write: print what would change, send nothing
@@ -138,6 +139,7 @@ public:
     {
         CommandLine& line = m_result.line;
         line.quiet = m_parser.isSet(QStringLiteral("quiet"));
+        line.stats = m_parser.isSet(QStringLiteral("stats"));
         line.dryRun = m_parser.isSet(QStringLiteral("dry-run"));
         line.readOnly = m_parser.isSet(QStringLiteral("read-only"));
         line.withoutBackup = m_parser.isSet(QStringLiteral("no-backup"));
@@ -307,7 +309,7 @@ void addOptions(QCommandLineParser& parser)
     for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "class", "as", "o",
                              "slaves", "speeds", "formats", "modes"})
         parser.addOption({QString::fromLatin1(name), QString(), QStringLiteral("value")});
-    for (const char* name : {"quiet", "dry-run", "read-only", "no-backup", "first", "help", "version"})
+    for (const char* name : {"quiet", "stats", "dry-run", "read-only", "no-backup", "first", "help", "version"})
         parser.addOption(QCommandLineOption(QString::fromLatin1(name)));
 }
 

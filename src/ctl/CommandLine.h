@@ -43,6 +43,7 @@ struct CommandLine
     QString model;                       // a code of the catalogue, or a whole model string
     std::optional<int> timeoutMs;        // 50 to 3600000
     bool quiet = false;
+    bool stats = false;            // how the requests have ended, on standard error
     bool dryRun = false;           // `write` and `set` print what they would change, and send nothing
     QList<ParameterClass> classes; // that `write` and `set` send; empty: all
     bool readOnly = false;         // nothing is written to a controller

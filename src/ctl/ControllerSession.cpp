@@ -84,6 +84,11 @@ CommandResult ControllerSession::writeChosen(const QStringList& tags)
     return writeResult();
 }
 
+QString ControllerSession::statisticsText() const
+{
+    return m_engine == nullptr ? QString() : m_engine->statistics().text([](const QString& text) { return text; });
+}
+
 void ControllerSession::interrupt()
 {
     m_interrupted = true;

@@ -36,6 +36,7 @@ public:
 
     // Ends a transfer that is under way, and with it the command.
     void interrupt();
+    QString statisticsText() const; // of the line, English; empty before it was opened
 
     clsKX& kx() { return m_model.kx(); }
     QString lineText() const { return m_controlLink.text(); }

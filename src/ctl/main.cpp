@@ -34,16 +34,8 @@ QString refusal(ProgramContext& program)
     return {};
 }
 
-CommandResult withController(ProgramContext& program, const CommandLine& line, QTextStream& errors)
+CommandResult carryOut(ProgramContext& program, ControllerSession& session, const CommandLine& line)
 {
-    const bool writes = line.command == Command::Set || line.command == Command::Write;
-    program.settings().m_isReadOnlyRun = line.readOnly;
-    if (writes && !line.dryRun && !refusal(program).isEmpty())
-        return CommandResult::failed(ExitStatus::Refused, refusal(program));
-    ConsoleProgress progress(errors, !line.quiet && platform::standardErrorIsTerminal());
-    platform::TerminationSignals endRequest;
-    ControllerSession session(program, line, progress);
-    QObject::connect(&endRequest, &platform::TerminationSignals::requested, &session, &ControllerSession::interrupt);
     switch (line.command) {
     case Command::Get:
         return getParameters(session, line);
@@ -57,6 +49,22 @@ CommandResult withController(ProgramContext& program, const CommandLine& line, Q
     default:
         return readParameters(program, session, line);
     }
+}
+
+CommandResult withController(ProgramContext& program, const CommandLine& line, QTextStream& errors)
+{
+    const bool writes = line.command == Command::Set || line.command == Command::Write;
+    program.settings().m_isReadOnlyRun = line.readOnly;
+    if (writes && !line.dryRun && !refusal(program).isEmpty())
+        return CommandResult::failed(ExitStatus::Refused, refusal(program));
+    ConsoleProgress progress(errors, !line.quiet && platform::standardErrorIsTerminal());
+    platform::TerminationSignals endRequest;
+    ControllerSession session(program, line, progress);
+    QObject::connect(&endRequest, &platform::TerminationSignals::requested, &session, &ControllerSession::interrupt);
+    CommandResult result = carryOut(program, session, line);
+    if (line.stats && !session.statisticsText().isEmpty())
+        errors << "vorlantctl: " << session.statisticsText() << Qt::endl;
+    return result;
 }
 
 CommandResult detectModel(ProgramContext& program, const CommandLine& line)

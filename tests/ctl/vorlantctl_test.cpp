@@ -18,6 +18,8 @@ TEST_F(VorlantCtl, ReadPrintsTheControllersValues)
         << "options do not reach the settings\n"
         << settings.toStdString();
     expectPrints("read -o out.csv --as csv", "");
+    EXPECT_EQ(run("read --stats"), Done);
+    EXPECT_TRUE(errors.contains("requests: 3, good: 3, without a reply: 0,")) << errors.toStdString();
     EXPECT_TRUE(contentOf("out.csv").contains("VQSV1,設定値,,25.8,258\r\n"));
 }
 

@@ -144,4 +144,30 @@ TEST_F(Read, NothingIsSent)
     EXPECT_EQ(traceLines("S:"), 0);
 }
 
+// A bad cable shows in the counts before anything fails.
+TEST_F(ScriptedTransfer, CountsHowRequestsEnd)
+{
+    runClockWhileWaiting();
+    const QStringList kinds{{}, QStringLiteral("silent"), QStringLiteral("short"), QStringLiteral("refused")};
+    script = [&](const QByteArray& request) -> Reply {
+        const QString kind = kinds.value(static_cast<int>(log.size()) - 1);
+        if (kind == u"silent")
+            return QByteArray();
+        if (kind == u"short")
+            return controller->answer(request).chopped(1);
+        return kind == u"refused" ? Reply(controller->answer(request, 4)) : std::nullopt;
+    };
+    engine->getDataFromKX(nullptr);
+    const LineStatistics counts = engine->statistics();
+    using Kind = LineStatistics::Reply;
+    EXPECT_TRUE(counts.count(Kind::Missing) == 1 && counts.count(Kind::Damaged) == 1 &&
+                counts.count(Kind::Refused) == 1 && counts.count(Kind::Good) == engine->lastRead().requests - 3);
+    EXPECT_EQ(counts.errorsPerThousand(), 2000.0 / counts.requests());
+    LineStatistics some;
+    for (const int milliseconds : {30, 10, 20, 90})
+        some.note(Kind::Good, milliseconds, 7);
+    EXPECT_TRUE(some.responseMs(0) == 10 && some.responseMs(0.5) == 20 && some.responseMs(1) == 90);
+    EXPECT_EQ(some.bytes(), 28);
+}
+
 } // namespace

@@ -115,6 +115,10 @@ PROGRAM_TEXTS = (
     ("before writing %1; COM%2 %3, slave %4", "%1の書き込み前; COM%2 %3, スレーブ%4"),
     ("COM%1 %2 lost, waiting for it to come back", "COM%1 %2が失われました。復帰を待っています"),
     ("connected again", "再接続しました"),
+    ("requests: %1, good: %2, without a reply: %3, damaged: %4, refused: %5",
+     "要求: %1、正常: %2、応答なし: %3、異常: %4、拒否: %5"),
+    ("errors per 1,000: %1", "1,000回あたりのエラー: %1"),
+    ("reply after %1 / %2 / %3 ms (least, median, most)", "応答時間: %1 / %2 / %3 ms (最小、中央値、最大)"),
     # Review
     ("Review and send", "変更の確認と送信"),
     ("Review and send...", "変更の確認と送信..."),
@@ -552,6 +556,7 @@ FORM_TEXTS = {
         ("frmTraffic-Command1-1", "C&opy", "コピー(&O)"),
         ("frmTraffic-Command1-2", "C&lear", "表示を消去(&L)"),
         ("frmTraffic-Command1-3", "Clo&se", "閉じる(&S)"),
+        ("frmTraffic-Command1-4", "&Reset counts", "集計をリセット(&R)"),
         ("frmTraffic-Check1-0", "&Errors only", "エラーのみ表示(&E)"),
         ("frmHistory-Label1-0", "&Search:", "検索(&S):"),
         ("frmHistory-Label2-0", "&Day:", "日付(&D):"),

@@ -48,6 +48,7 @@ void MainDialogs::showTraffic()
     if (m_traffic == nullptr) {
         m_traffic = std::make_unique<frmTraffic>(m_parts.program.library(), m_parts.program.traceLog().filePath());
         m_traffic->setDevice(m_parts.device);
+        m_traffic->setStatistics(m_parts.statistics);
     }
     bringUp(*m_traffic);
 }

@@ -8,6 +8,7 @@
 
 class ProgramContext;
 class QWidget;
+class LineStatistics;
 class clsKX;
 class frmBackups;
 class frmHistory;
@@ -29,6 +30,7 @@ public:
         QWidget& window;
         clsKX& kx;
         std::function<QString()> device; // that the link stands for now
+        LineStatistics& statistics;
         std::function<bool()> mayReload; // whether options may be stored that have the model loaded anew
         std::function<void(const ParameterSet& set)> loadBackup;
     };

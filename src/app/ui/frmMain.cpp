@@ -91,9 +91,10 @@ void frmMain::setupParts()
     m_selections = std::make_unique<SelectionWindows>(m_program.library(), *m_editor);
     m_selections->Logs(m_program.errorLog(), m_program.traceLog());
     m_clipboard = std::make_unique<CellClipboard>(*m_editor);
-    m_dialogs = std::make_unique<MainDialogs>(MainDialogs::Parts{
-        m_program, *this, m_clsKX, [this] { return m_uclComm1.device(); }, [this] { return m_files->mayDiscard(); },
-        [this](const ParameterSet& set) { m_files->loadAsChanges(set, *m_editor, state()); }});
+    m_dialogs = std::make_unique<MainDialogs>(
+        MainDialogs::Parts{m_program, *this, m_clsKX, [this] { return m_uclComm1.device(); }, m_engine->statistics(),
+                           [this] { return m_files->mayDiscard(); },
+                           [this](const ParameterSet& set) { m_files->loadAsChanges(set, *m_editor, state()); }});
     m_help = std::make_unique<HelpKey>(
         HelpKey::Parts{m_program.machine().paths, m_program.library().translation(), [this] { return helpFile(); }});
 }

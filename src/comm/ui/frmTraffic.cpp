@@ -60,6 +60,10 @@ void frmTraffic::setupForm()
     layout->addWidget(setupButtons());
     layout->addWidget(m_table, 1);
     layout->addWidget(m_details);
+    m_counts = new QLabel(this);
+    m_counts->setObjectName(QStringLiteral("Label2"));
+    m_counts->setWordWrap(true);
+    layout->addWidget(m_counts);
     layout->addWidget(m_status);
 }
 
@@ -85,6 +89,9 @@ QWidget* frmTraffic::setupButtons()
     layout->addWidget(m_errorsOnly);
     layout->addStretch();
     m_close = add(QStringLiteral("Clo&se"));
+    m_reset = add(QStringLiteral("&Reset counts"));
+    layout->removeWidget(m_reset);
+    layout->insertWidget(layout->indexOf(m_errorsOnly), m_reset);
     return row;
 }
 
@@ -95,6 +102,11 @@ void frmTraffic::connectForm()
     connect(m_copy, &QPushButton::clicked, this, &frmTraffic::copy);
     connect(m_clear, &QPushButton::clicked, this, &frmTraffic::clear);
     connect(m_close, &QPushButton::clicked, this, &frmTraffic::reject);
+    connect(m_reset, &QPushButton::clicked, this, [this] {
+        if (m_statistics != nullptr)
+            m_statistics->reset();
+        showCounts();
+    });
     connect(m_errorsOnly, &QCheckBox::toggled, this, &frmTraffic::showErrorsOnly);
     connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, &frmTraffic::showDetails);
     connect(m_table, &RecordTable::copyWanted, this, &frmTraffic::copy);
@@ -105,7 +117,7 @@ void frmTraffic::registerControls()
     m_registry = std::make_unique<platform::ControlRegistry>(*this, kFormName);
     m_registry->add(m_errorsOnly, QStringLiteral("Check1")); // a control behind an array would get its last index
     int index = 0;
-    for (QPushButton* button : {m_pause, m_copy, m_clear, m_close})
+    for (QPushButton* button : {m_pause, m_copy, m_clear, m_close, m_reset})
         m_registry->add(button, QStringLiteral("Command1"), index++);
 }
 
@@ -147,6 +159,7 @@ void frmTraffic::look()
         add(found);
     if (hasChanged)
         showStatus();
+    showCounts();
 }
 
 void frmTraffic::add(const LogReader::Look& look)
@@ -180,7 +193,8 @@ void frmTraffic::setPaused(bool paused)
 // The selected rows, or all of them.
 void frmTraffic::copy()
 {
-    copyRows(m_model.copyCaptions(), [this](int row) { return m_model.copyText(row); });
+    const QString counts = m_counts->text().isEmpty() ? QString() : m_counts->text() + u'\n';
+    copyRows(counts + m_model.copyCaptions(), [this](int row) { return m_model.copyText(row); });
 }
 
 void frmTraffic::clear()
@@ -204,6 +218,12 @@ void frmTraffic::showDetails()
 {
     const QModelIndex current = m_table->currentIndex();
     m_details->setPlainText(current.isValid() ? current.data(TrafficModel::kDetailsRole).toString() : QString());
+}
+
+void frmTraffic::showCounts()
+{
+    m_counts->setText(m_statistics == nullptr ? QString()
+                                              : platform::visibleText(m_statistics->text(library().translation())));
 }
 
 void frmTraffic::showStatus()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "HeldLooks.h"
+#include "LineStatistics.h"
 #include "LogReader.h"
 #include "RecordWindow.h"
 #include "TrafficModel.h"
@@ -42,6 +43,9 @@ public:
     // What the program is connected to, for the line of its state.
     void setDevice(std::function<QString()> device) { m_device = std::move(device); }
 
+    // How the requests have ended, below the table; kept.
+    void setStatistics(LineStatistics& statistics) { m_statistics = &statistics; }
+
 protected:
     void aboutToShow() override;
     void hidden() override;
@@ -59,9 +63,11 @@ private:
     void showErrorsOnly(bool only);
     void showDetails();
     void showStatus();
+    void showCounts();
     QString problemText() const;
 
     std::function<QString()> m_device = [] { return QString(); };
+    LineStatistics* m_statistics = nullptr;
     LogReader m_reader;
     TrafficModel m_model;
     QSortFilterProxyModel m_shown;
@@ -77,5 +83,7 @@ private:
     QCheckBox* m_errorsOnly = nullptr;   // Check1
     RecordTable* m_table = nullptr;      // tblTraffic
     QPlainTextEdit* m_details = nullptr; // Text1
+    QPushButton* m_reset = nullptr;      // Command1(4)
+    QLabel* m_counts = nullptr;          // Label2
     QLabel* m_status = nullptr;          // Label1
 };
