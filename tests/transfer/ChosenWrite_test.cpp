@@ -63,6 +63,8 @@ protected:
                                    [this, kind] { kind == u"cancel" ? engine->ProgCancel(0) : engine->abort(); });
             if (kind == u"exception")
                 return modbusframe::toWire(request.left(1) + static_cast<char>(request.at(1) | 0x80) + '\x04', false);
+            if (kind == u"exchange")
+                return modbusframe::toWire(request.left(2) + QByteArray::fromHex("000E") + "KX41300000-10A", false);
             if (kind == u"unplug")
                 QTimer::singleShot(0, engine.get(), [this] { line.unplug(); });
             if (kind.startsWith(u"poke-"))
