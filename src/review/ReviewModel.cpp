@@ -20,20 +20,20 @@ ReviewModel::ReviewModel(Review& review, TranslateText tran, QObject* parent)
 void ReviewModel::reload()
 {
     beginResetModel();
-    m_rows = static_cast<int>(m_review.rows().size());
+    m_rows = m_review.rows();
     endResetModel();
 }
 
 void ReviewModel::retranslate()
 {
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, kColumns - 1);
-    if (m_rows > 0)
-        Q_EMIT dataChanged(index(0, 0), index(m_rows - 1, kColumns - 1));
+    if (!m_rows.empty())
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
 }
 
 int ReviewModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : m_rows;
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
 int ReviewModel::columnCount(const QModelIndex& parent) const
@@ -80,7 +80,9 @@ bool ReviewModel::setData(const QModelIndex& index, const QVariant& value, int r
 {
     if (role != Qt::CheckStateRole || index.column() != kName)
         return false;
-    m_review.setTicked(row(index.row()).change.tag, value.toInt() == Qt::Checked);
+    ReviewRow& changed = m_rows[static_cast<size_t>(index.row())];
+    changed.ticked = value.toInt() == Qt::Checked;
+    m_review.setTicked(changed.change.tag, changed.ticked);
     Q_EMIT dataChanged(index, index);
     Q_EMIT ticked();
     return true;

@@ -6,8 +6,8 @@
 #include <QAbstractTableModel>
 #include <QSortFilterProxyModel>
 
-// The rows of a review as a table with a tick box in the first column. The review is kept by reference; reload after it
-// has changed.
+// The rows of a review as a table with a tick box in the first column. They are those of the last reload, whatever the
+// review has come to since. The review is kept by reference.
 class ReviewModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     void reload();
     void retranslate(); // after a change of language
 
-    const ReviewRow& row(int row) const { return m_review.rows()[static_cast<size_t>(row)]; }
+    const ReviewRow& row(int row) const { return m_rows[static_cast<size_t>(row)]; }
     // One row as tab separated text, and the line of captions above it.
     QString copyText(int row) const;
     QString copyCaptions() const;
@@ -47,7 +47,7 @@ private:
 
     Review& m_review;
     TranslateText m_tran;
-    int m_rows = 0; // that the views know of
+    std::vector<ReviewRow> m_rows;
 };
 
 // Which rows are looked at: by state, and by a text in name, block or tag.
