@@ -56,23 +56,15 @@ QWidget* frmBackups::setupButtons()
     auto* row = new QWidget(this);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    int index = 0;
-    const auto add = [&](const QString& caption) {
-        auto* button = new QPushButton(caption, row);
-        button->setObjectName(QStringLiteral("Command1_%1").arg(index++));
-        button->setAutoDefault(false); // Enter belongs to the table
-        layout->addWidget(button);
-        return button;
-    };
-    m_loadButton = add(QStringLiteral("&Load as changes"));
-    m_copy = add(QStringLiteral("C&opy"));
-    m_reload = add(QStringLiteral("&Reload"));
+    m_loadButton = addButton(*layout, QStringLiteral("&Load as changes"));
+    m_copy = addButton(*layout, QStringLiteral("C&opy"));
+    m_reload = addButton(*layout, QStringLiteral("&Reload"));
     m_thisModel = new QCheckBox(QStringLiteral("&This model only"), row);
     m_thisModel->setObjectName(QStringLiteral("Check1"));
     m_thisModel->setChecked(true);
     layout->addWidget(m_thisModel);
     layout->addStretch();
-    m_close = add(QStringLiteral("Clo&se"));
+    m_close = addButton(*layout, QStringLiteral("Clo&se"));
     return row;
 }
 

@@ -72,24 +72,16 @@ QWidget* frmTraffic::setupButtons()
     auto* row = new QWidget(this);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    int index = 0;
-    const auto add = [&](const QString& caption) {
-        auto* button = new QPushButton(caption, row);
-        button->setObjectName(QStringLiteral("Command1_%1").arg(index++));
-        button->setAutoDefault(false); // Enter belongs to the table
-        layout->addWidget(button);
-        return button;
-    };
-    m_pause = add(QStringLiteral("&Pause"));
+    m_pause = addButton(*layout, QStringLiteral("&Pause"));
     m_pause->setCheckable(true);
-    m_copy = add(QStringLiteral("C&opy"));
-    m_clear = add(QStringLiteral("C&lear"));
+    m_copy = addButton(*layout, QStringLiteral("C&opy"));
+    m_clear = addButton(*layout, QStringLiteral("C&lear"));
     m_errorsOnly = new QCheckBox(QStringLiteral("&Errors only"), row);
     m_errorsOnly->setObjectName(QStringLiteral("Check1"));
     layout->addWidget(m_errorsOnly);
     layout->addStretch();
-    m_close = add(QStringLiteral("Clo&se"));
-    m_reset = add(QStringLiteral("&Reset counts"));
+    m_close = addButton(*layout, QStringLiteral("Clo&se"));
+    m_reset = addButton(*layout, QStringLiteral("&Reset counts"));
     layout->removeWidget(m_reset);
     layout->insertWidget(layout->indexOf(m_errorsOnly), m_reset);
     return row;

@@ -3,9 +3,11 @@
 #include "RecordTable.h"
 #include "clsLibrary.h"
 
+#include <QBoxLayout>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHideEvent>
+#include <QPushButton>
 #include <QSortFilterProxyModel>
 
 #include <utility>
@@ -25,6 +27,15 @@ RecordTable* RecordWindow::addTable(QSortFilterProxyModel& rows, const QString& 
     const QSize wanted(m_size.width() * RecordTable::digitWidth(*this), m_size.height() * fontMetrics().lineSpacing());
     resize(wanted.boundedTo(platform::roomFor(*this)));
     return m_table;
+}
+
+QPushButton* RecordWindow::addButton(QBoxLayout& row, const QString& caption)
+{
+    auto* button = new QPushButton(caption, row.parentWidget());
+    button->setObjectName(QStringLiteral("Command1_%1").arg(m_buttons++));
+    button->setAutoDefault(false);
+    row.addWidget(button);
+    return button;
 }
 
 void RecordWindow::copyRows(const QString& captions, const std::function<QString(int)>& line) const

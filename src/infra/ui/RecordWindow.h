@@ -7,6 +7,8 @@
 #include <functional>
 #include <vector>
 
+class QBoxLayout;
+class QPushButton;
 class QSortFilterProxyModel;
 class RecordTable;
 class clsLibrary;
@@ -25,6 +27,8 @@ protected:
 
     // widths: of the columns at first, in widths of a digit.
     RecordTable* addTable(QSortFilterProxyModel& rows, const QString& objectName, std::vector<double> widths);
+    // A button of the array "Command1", in the order of the calls, at the end of the row. Enter belongs to the table.
+    QPushButton* addButton(QBoxLayout& row, const QString& caption);
     const clsLibrary& library() const { return m_library; }
     // The chosen rows as tab separated lines below their captions; line: of a row of the source model.
     void copyRows(const QString& captions, const std::function<QString(int)>& line) const;
@@ -42,5 +46,6 @@ private:
     QSize m_size;
     RecordTable* m_table = nullptr;
     QSortFilterProxyModel* m_rows = nullptr;
+    int m_buttons = 0; // so far
     bool m_isLaidOut = false;
 };

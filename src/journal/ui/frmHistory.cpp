@@ -63,11 +63,6 @@ QWidget* frmHistory::setupSearch()
         layout->addWidget(widget);
         return widget;
     };
-    const auto addButton = [&](const char* caption, const char* name) {
-        auto* button = add(new QPushButton(QLatin1String(caption), row), name);
-        button->setAutoDefault(false); // Enter belongs to the table
-        return button;
-    };
     m_searchLabel = add(new QLabel(QStringLiteral("&Search:"), row), "Label1");
     m_search = add(new QLineEdit(row), "Text1");
     m_searchLabel->setBuddy(m_search);
@@ -75,9 +70,9 @@ QWidget* frmHistory::setupSearch()
     m_day = add(new QComboBox(row), "Combo1");
     m_dayLabel->setBuddy(m_day);
     layout->addStretch();
-    m_copy = addButton("C&opy", "Command1_0");
-    m_reload = addButton("&Reload", "Command1_1");
-    m_close = addButton("&Close", "Command1_2");
+    m_copy = addButton(*layout, QStringLiteral("C&opy"));
+    m_reload = addButton(*layout, QStringLiteral("&Reload"));
+    m_close = addButton(*layout, QStringLiteral("&Close"));
     return row;
 }
 

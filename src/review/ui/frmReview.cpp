@@ -88,20 +88,12 @@ QWidget* frmReview::setupButtons()
     auto* row = new QWidget(this);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    int index = 0;
-    const auto add = [&](const QString& caption) {
-        auto* button = new QPushButton(caption, row);
-        button->setObjectName(QStringLiteral("Command1_%1").arg(index++));
-        button->setAutoDefault(false); // Enter belongs to the table
-        layout->addWidget(button);
-        return button;
-    };
-    m_send = add(QStringLiteral("&Send ticked"));
-    m_retry = add(QStringLiteral("Re&try failed"));
-    m_revert = add(QStringLiteral("&Revert"));
-    m_copy = add(QStringLiteral("C&opy"));
+    m_send = addButton(*layout, QStringLiteral("&Send ticked"));
+    m_retry = addButton(*layout, QStringLiteral("Re&try failed"));
+    m_revert = addButton(*layout, QStringLiteral("&Revert"));
+    m_copy = addButton(*layout, QStringLiteral("C&opy"));
     layout->addStretch();
-    m_close = add(QStringLiteral("&Close"));
+    m_close = addButton(*layout, QStringLiteral("&Close"));
     return row;
 }
 
