@@ -27,11 +27,13 @@ inline const QString kModelString = QStringLiteral("KX41000000-10A");
 
 inline platform::Folders scratchFolders(const QString& root)
 {
-    QDir().mkpath(root + QStringLiteral("/program/ini"));
     QDir().mkpath(root + QStringLiteral("/config"));
-    const QDir data(QStringLiteral(VORLANT_DATA_DIR "/ini"));
-    for (const QString& name : data.entryList(QDir::Files))
-        QFile::copy(data.filePath(name), root + QStringLiteral("/program/ini/") + name);
+    for (const QString& folder : {QStringLiteral("/ini/"), QStringLiteral("/Lang/")}) {
+        QDir().mkpath(root + QStringLiteral("/program") + folder);
+        const QDir data(QStringLiteral(VORLANT_DATA_DIR) + folder);
+        for (const QString& name : data.entryList(QDir::Files))
+            QFile::copy(data.filePath(name), root + QStringLiteral("/program") + folder + name);
+    }
     return platform::Folders(platform::PathMap(), root + QStringLiteral("/program"), root + QStringLiteral("/config"));
 }
 
@@ -78,6 +80,9 @@ public:
           program(platform::PathMap(), scratchFolders(m_dir.path()), QProcessEnvironment(), m_colors),
           kx(program.library()), link(program.ports(), program.clock()), m_state(program.settings())
     {
+        // As in a window that is up: the shipped texts are there, and none is missing.
+        program.context().languageFile = QStringLiteral("EN.txt");
+        program.library().tranStr(QStringLiteral("OK"));
         m_controller.start();
         const QString device = m_controller.device();
         program.ports().assign(1, server ? server(device) : device);
