@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PortLock.h"
 #include "ScriptedController.h"
 #include "SoundController.h"
 
@@ -12,6 +13,7 @@
 #include <grp.h>
 #include <memory>
 #include <unistd.h>
+#include <vector>
 
 // The program itself in a scratch folder, which is its working folder too, with a model of three parameters and a
 // controller on a pseudo-terminal.
@@ -48,9 +50,17 @@ protected:
         ASSERT_TRUE(soundController::writeFile(path(name), bytes));
     }
 
-    void plug(ScriptedController::Answer answer)
+    // A terminal that hung up may get its number again while a program that has it open still holds the lock of the
+    // number: such a one is passed over, and one
+    // whose program was killed.
+    void plug(const ScriptedController::Answer& answer)
     {
-        controller = std::make_unique<ScriptedController>(std::move(answer));
+        std::vector<std::unique_ptr<ScriptedController>> passed;
+        controller = std::make_unique<ScriptedController>(answer);
+        while (platform::PortLock::of(controller->device()).state != platform::PortLock::State::None) {
+            passed.push_back(std::move(controller));
+            controller = std::make_unique<ScriptedController>(answer);
+        }
     }
 
     // The controller of the model in soundController.

@@ -157,6 +157,7 @@ TEST_F(SimulatedCtl, WriteThatIsKilledIsInterruptedInTheHistory)
         return std::nullopt;
     });
     EXPECT_EQ(run("set VQI1=240 SVSEL=SV2"), -2);
+    platform::PortLock::of(controller->device()).removeAbandoned(); // no other test meets it
     EXPECT_EQ(printedRows("history", Done, "tag outcome old new"),
               "SVSEL=interrupted=SV1=SV2|VQI1=interrupted=120=240");
 }
