@@ -379,6 +379,8 @@ TEST_F(MainWindow, TheReviewSendsWhatIsTickedAndSaysWhatBecameOfIt)
     QTest::keyClick(table, Qt::Key_Space); // decided
     press(0);
     EXPECT_EQ(state(), u"accepted");
+    table->selectRow(0);
+    EXPECT_FALSE(form->findChild<QPushButton*>("Command1_2")->isEnabled()) << "nothing to revert";
     EXPECT_EQ(memory.toHex(), "00460304") << "with what the controller held beside it";
     EXPECT_TRUE(find<QToolButton>("panelChanges")->isHidden());
     EXPECT_TRUE(window->isEnabled());

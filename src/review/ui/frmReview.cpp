@@ -19,6 +19,8 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 const QString kReviewForm = QStringLiteral("frmReview");
@@ -166,7 +168,7 @@ void frmReview::showStatus()
     const bool maySend = m_obstacle.isEmpty() && !m_progress->isBusy();
     m_send->setEnabled(maySend && ticked > 0);
     m_retry->setEnabled(maySend && !m_review.failed().isEmpty());
-    m_revert->setEnabled(!m_progress->isBusy() && !selectedTags().isEmpty());
+    m_revert->setEnabled(!m_progress->isBusy() && isChangeSelected());
     for (QPushButton* button : {m_send, m_retry})
         button->setToolTip(platform::visibleText(m_obstacle));
     QString text =
@@ -188,6 +190,14 @@ QStringList frmReview::selectedTags() const
     for (const QModelIndex& index : selected)
         tags << rowAt(index.row()).change.tag;
     return tags;
+}
+
+// What the controller has accepted is what it holds.
+bool frmReview::isChangeSelected() const
+{
+    const QModelIndexList selected = m_table->selectionModel()->selectedRows();
+    return std::any_of(selected.begin(), selected.end(),
+                       [this](const QModelIndex& index) { return rowAt(index.row()).state != ReviewState::Accepted; });
 }
 
 void frmReview::copy()

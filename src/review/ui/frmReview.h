@@ -55,6 +55,7 @@ private:
     void tickSelected();
     ReviewRow rowAt(int shownRow) const;
     QStringList selectedTags() const;
+    bool isChangeSelected() const;
 
     Review& m_review;
     ReviewModel m_model;
