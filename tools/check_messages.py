@@ -26,7 +26,7 @@ CAPTIONS = {
     "Send", "Option", "Help", "Version", "InputRange", "OK", "Cancel", "Stop", "Retrial", "Disregard", "Yes", "No",
     "Vorlant", "VersionInfo", "Ver.",
     "Back", "Forward", "Contents", "Find", "Find:", "Print...", "Larger", "Smaller", "Previous", "Next",
-    "Not found on this page",
+    "Not found on this page", "Places in the manual: %1",
     # Of the review: title, filters, columns, classes, causes, and what is in order
     "all parameters", "before writing %1; COM%2 %3, slave %4", "Review and send", "Review and send...", "Backups...", "History...", "Review...", "1 change", "%1 changes", "Search in name, block and tag",
     "Show", "ReviewAll", "ReviewConflicts", "ReviewFailed", "ReviewAccepted", "ReviewTicked", "ReviewName", "ReviewBlock", "ReviewHeld",
@@ -35,7 +35,7 @@ CAPTIONS = {
     # Of the traffic window: title and buttons, columns and fields, what a line is, functions, and what is in order
     "Traffic", "&Pause", "&Continue", "Details",
     "TrafficTime", "TrafficDirection", "Slave", "Function", "Address", "Count", "Data", "Check", "Remark", "Frame",
-    "Error", "Sent", "Received", "Rejected", "Memory", "Note", "to be written", "before the write", "%1 bytes",
+    "Error", "Sent", "Sent again", "TrafficParameters", "Expected: %1, found: %2", "Received", "Rejected", "Memory", "Note", "to be written", "before the write", "%1 bytes",
     "read coils", "read discrete inputs", "read holding registers", "read input registers", "write coil",
     "write register", "write registers", "read memory", "write memory", "read floats", "write floats",
     "CRC OK", "LRC OK",

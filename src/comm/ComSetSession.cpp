@@ -212,10 +212,18 @@ DetectionResult ComSetSession::detect(ComSetFields& fields)
     if (detection.result == DetectionResult::Found)
         fields.modelPosition = detection.position;
     else if (detection.result == DetectionResult::NoAnswer)
-        report(m_parts.library.tranStr(QStringLiteral("There was no response.")));
+        reportNoAnswer();
     else
         report(m_parts.library.tranStr(QStringLiteral("It does not correspond to this model.")));
     return detection.result;
+}
+
+// Why matters: a port that another program holds is no fault of the cable.
+void ComSetSession::reportNoAnswer()
+{
+    const QString reason = m_uclComm1.State() == 0 ? m_uclComm1.errorText() : m_detection.failure();
+    const QString text = m_parts.library.tranStr(QStringLiteral("There was no response."));
+    report(reason.isEmpty() ? text : text + u'\n' + reason);
 }
 
 bool ComSetSession::search(const ComSetFields& fields)

@@ -120,6 +120,7 @@ private:
     bool isInRange(const ComSetFields& fields);
     void reportRange(int least, int most);
     bool isModelKnown(ComSetFields& fields);
+    void reportNoAnswer();
     void report(const QString& text);
 
     Parts m_parts;

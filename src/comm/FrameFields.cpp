@@ -10,6 +10,21 @@ namespace {
 
 constexpr qsizetype kHeadBytes = 2; // slave and function
 
+// Reference number of address 0.
+constexpr struct
+{
+    int function;
+    int base;
+} kReferences[] = {{kReadCoils, reference::kCoil},
+                   {kReadDiscreteInputs, reference::kDiscreteInput},
+                   {kReadHoldingRegisters, reference::kHoldingRegister},
+                   {kReadInputRegisters, reference::kInputRegister},
+                   {kWriteCoil, reference::kCoil},
+                   {kWriteRegister, reference::kHoldingRegister},
+                   {kWriteRegisters, reference::kHoldingRegister},
+                   {kReadFloats, reference::kFloat},
+                   {kWriteFloats, reference::kFloat}};
+
 bool isHexDigit(char c)
 {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F');
@@ -55,6 +70,28 @@ FrameFields FrameFields::ofReply(const QByteArray& wire, const FrameFields* requ
     fields.parseReply(request);
     fields.judge(request);
     return fields;
+}
+
+bool FrameFields::isWrite() const
+{
+    switch (function.value_or(0)) {
+    case kWriteCoil:
+    case kWriteRegister:
+    case kWriteRegisters:
+    case kWriteFloats:
+        return true;
+    default:
+        return function == kMemory && writesMemory;
+    }
+}
+
+std::optional<int> FrameFields::reference() const
+{
+    for (const auto& entry : kReferences) {
+        if (address && entry.function == function.value_or(0))
+            return entry.base + static_cast<int>(*address);
+    }
+    return std::nullopt;
 }
 
 void FrameFields::parseWire(bool isAscii)

@@ -11,6 +11,7 @@ struct FrameFields
 {
     enum class Direction {
         Sent,
+        SentAgain, // the request before, of which the log keeps no second line
         Received,
         Rejected, // the reply of the line before once more: the program did not accept it
         Memory,   // no frame: an image of the controller's memory around a write
@@ -51,6 +52,9 @@ struct FrameFields
     Fault fault = Fault::None;
 
     bool isError() const { return fault != Fault::None; }
+    bool isWrite() const;
+    // The reference number of the address, as comm files have it; nothing for memory.
+    std::optional<int> reference() const;
     bool isCheckRight() const { return !check.isEmpty() && check == rightCheck; }
 
     // The fields of what went to the controller, and of what it answered. request: null when it is not known. Any bytes

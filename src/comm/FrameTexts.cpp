@@ -38,21 +38,6 @@ constexpr Named kExceptions[] = {{1, "illegal function"},      {2, "illegal data
                                  {8, "memory parity error"},   {10, "gateway path unavailable"},
                                  {11, "gateway target failed"}};
 
-// Reference number of address 0.
-constexpr struct
-{
-    int function;
-    int base;
-} kReferences[] = {{kReadCoils, reference::kCoil},
-                   {kReadDiscreteInputs, reference::kDiscreteInput},
-                   {kReadHoldingRegisters, reference::kHoldingRegister},
-                   {kReadInputRegisters, reference::kInputRegister},
-                   {kWriteCoil, reference::kCoil},
-                   {kWriteRegister, reference::kHoldingRegister},
-                   {kWriteRegisters, reference::kHoldingRegister},
-                   {kReadFloats, reference::kFloat},
-                   {kWriteFloats, reference::kFloat}};
-
 template <size_t Count> const char* nameOf(const Named (&table)[Count], int code)
 {
     for (const Named& entry : table) {
@@ -116,19 +101,16 @@ QString faultText(const FrameFields& fields, const TranslateText& tran)
     return {};
 }
 
-QString referenceText(const FrameFields& fields)
-{
-    for (const auto& entry : kReferences) {
-        if (entry.function == fields.function.value_or(0))
-            return QStringLiteral(" (%1)").arg(entry.base + static_cast<qint64>(*fields.address));
-    }
-    return {};
-}
-
 void addField(QStringList& parts, const TranslateText& tran, const char* name, const QString& value)
 {
     if (!value.isEmpty())
         parts << text(tran, name) + QStringLiteral(": ") + value;
+}
+
+QString addressText(const FrameFields& fields)
+{
+    const auto reference = fields.reference();
+    return frametexts::address(fields) + (reference ? QStringLiteral(" (%1)").arg(*reference) : QString());
 }
 
 QString numberText(const std::optional<int>& number)
@@ -145,6 +127,8 @@ QString direction(const FrameFields& fields, const TranslateText& tran)
     switch (fields.direction) {
     case Direction::Sent:
         return text(tran, "Sent");
+    case Direction::SentAgain:
+        return text(tran, "Sent again");
     case Direction::Received:
         return text(tran, "Received");
     case Direction::Rejected:
@@ -190,7 +174,7 @@ QString remark(const FrameFields& fields, const TranslateText& tran)
     return faultText(fields, tran);
 }
 
-QString details(const FrameFields& fields, const QString& stamp, const TranslateText& tran)
+QString details(const FrameFields& fields, const QString& stamp, const QString& parameters, const TranslateText& tran)
 {
     QStringList head{stamp, direction(fields, tran)};
     if (!fields.wire.isEmpty()) {
@@ -200,10 +184,11 @@ QString details(const FrameFields& fields, const QString& stamp, const Translate
     QStringList parts;
     addField(parts, tran, "Slave", numberText(fields.slave));
     addField(parts, tran, "Function", function(fields, tran));
-    addField(parts, tran, "Address", fields.address ? address(fields) + referenceText(fields) : QString());
+    addField(parts, tran, "Address", addressText(fields));
     addField(parts, tran, "Count", numberText(fields.count));
     addField(parts, tran, "Check", check(fields, tran));
-    QStringList lines{head.join(QStringLiteral("   ")), parts.join(QStringLiteral("   ")), remark(fields, tran)};
+    QStringList lines{head.join(QStringLiteral("   ")), parts.join(QStringLiteral("   ")), parameters,
+                      remark(fields, tran)};
     if (fields.ascii)
         lines << clsModbus::ChangeMsg(QString::fromLatin1(fields.wire.left(kLongestShown)));
     lines << hexBytes(fields.direction == Direction::Memory ? fields.data : fields.wire);

@@ -12,8 +12,9 @@ QString address(const FrameFields& fields);                             // hexad
 QString check(const FrameFields& fields, const TranslateText& tran);    // "CRC OK"; empty without a check value
 // What is wrong, or what a person should know besides the fields.
 QString remark(const FrameFields& fields, const TranslateText& tran);
-// Everything at length, in several lines: fields with their names, the whole frame, its text form in ASCII mode.
-QString details(const FrameFields& fields, const QString& stamp, const TranslateText& tran);
+// Everything at length, in several lines: fields with their names, the parameters as they are given, the whole frame,
+// its text form in ASCII mode.
+QString details(const FrameFields& fields, const QString& stamp, const QString& parameters, const TranslateText& tran);
 
 // "01 42 00"; the part that is shown of a long one ends in "...".
 QString hexBytes(const QByteArray& bytes);

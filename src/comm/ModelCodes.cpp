@@ -1,5 +1,7 @@
 #include "ModelCodes.h"
 
+#include "VisibleText.h"
+
 namespace modelcodes {
 
 bool isOfFamily(const QString& modelString)
@@ -29,6 +31,16 @@ Selection select(const QString& modelString, const QStringList& codes)
 QString handPicked(const QString& code)
 {
     return code + QStringLiteral("00000-10A");
+}
+
+QString differenceText(const QString& expected, const QString& found, const TranslateText& tran)
+{
+    const QString text = tran(QStringLiteral("Model number is different."));
+    if (found.trimmed().isEmpty())
+        return text;
+    return text + u'\n' +
+           tran(QStringLiteral("Expected: %1, found: %2"))
+               .arg(expected.trimmed(), platform::visibleText(found.trimmed()));
 }
 
 } // namespace modelcodes

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Translator.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -35,5 +37,8 @@ Selection select(const QString& modelString, const QStringList& codes);
 
 // The model string of a controller without options: what a bare code stands for, and a model that is chosen by hand.
 QString handPicked(const QString& code);
+
+// "Model number is different.", and below it both strings; found: of the controller or the file, empty when not known.
+QString differenceText(const QString& expected, const QString& found, const TranslateText& tran);
 
 } // namespace modelcodes

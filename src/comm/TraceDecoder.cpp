@@ -3,6 +3,7 @@
 #include "ProtocolNumbers.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -53,12 +54,15 @@ void TraceDecoder::restart()
 {
     m_request.reset();
     m_reply.reset();
+    m_repetition.reset();
     m_isAnswered = false;
+    m_hasEnded = false;
 }
 
 FrameFields TraceDecoder::decode(const QString& line)
 {
     FrameFields fields;
+    m_repetition.reset();
     const qsizetype tag = tagLength(line);
     if (tag == 0) {
         fields = line.startsWith(kOriginal) || line.startsWith(kWriteData) ? memoryLine(line) : FrameFields();
@@ -77,9 +81,8 @@ FrameFields TraceDecoder::decode(const QString& line)
 
 FrameFields TraceDecoder::sent(const QByteArray& wire)
 {
+    restart();
     m_request = FrameFields::ofRequest(wire);
-    m_reply.reset();
-    m_isAnswered = false;
     return *m_request;
 }
 
@@ -95,7 +98,12 @@ FrameFields TraceDecoder::received(const QByteArray& wire, bool accepted)
         m_isAnswered = false;
         return again;
     }
-    FrameFields fields = FrameFields::ofReply(wire, requestOf(wire));
+    const FrameFields* request = requestOf(wire);
+    if (request != nullptr && std::exchange(m_hasEnded, true) && !request->isWrite()) {
+        m_repetition = *request;
+        m_repetition->direction = FrameFields::Direction::SentAgain;
+    }
+    FrameFields fields = FrameFields::ofReply(wire, request);
     if (!accepted && !fields.isError())
         fields.fault = FrameFields::Fault::NotAccepted;
     m_isAnswered = m_isAnswered || !fields.isError();

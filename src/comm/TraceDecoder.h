@@ -10,6 +10,9 @@ class TraceDecoder
 {
 public:
     FrameFields decode(const QString& line);
+    // The request again, when the line decoded last ended a repetition of it: the log has no line of that. Only reads
+    // are repeated.
+    const std::optional<FrameFields>& repetition() const { return m_repetition; }
     // The lines that follow have nothing to do with those before.
     void restart();
 
@@ -20,5 +23,7 @@ private:
 
     std::optional<FrameFields> m_request;
     std::optional<FrameFields> m_reply; // to be repeated when the program does not accept it
+    std::optional<FrameFields> m_repetition;
     bool m_isAnswered = false;
+    bool m_hasEnded = false; // the request, or one of its repetitions
 };

@@ -10,7 +10,8 @@
 namespace {
 
 constexpr std::array<const char*, TrafficModel::kColumns> kCaptions{
-    "TrafficTime", "TrafficDirection", "Slave", "Function", "Address", "Count", "Data", "Check", "Remark"};
+    "TrafficTime", "TrafficDirection", "Slave", "Function", "Address", "TrafficParameters", "Count", "Data", "Check",
+    "Remark"};
 constexpr qsizetype kDateLength = 11; // "2007/03/05 "
 constexpr qsizetype kMillisecondMark = 19;
 const QString kDamaged = QStringLiteral("a record of the log is damaged");
@@ -33,22 +34,50 @@ void TrafficModel::append(const std::vector<LogReader::Entry>& entries)
     std::vector<Row> rows;
     rows.reserve(entries.size());
     for (const LogReader::Entry& entry : entries) {
-        Row row{readableStamp(entry.stamp), QString(), FrameFields()};
-        if (entry.stamp.isEmpty()) {
-            row.note = kDamaged;
-            row.fields.fault = FrameFields::Fault::DamagedLine;
-        } else {
-            row.fields = m_decoder.decode(entry.text);
+        if (!entry.stamp.isEmpty()) {
+            addFrame(entry, rows);
+            continue;
         }
+        Row row{QString(), kDamaged, FrameFields(), QString()};
+        row.fields.fault = FrameFields::Fault::DamagedLine;
         rows.push_back(std::move(row));
     }
     appendRows(std::move(rows));
 }
 
+void TrafficModel::addFrame(const LogReader::Entry& entry, std::vector<Row>& rows)
+{
+    const QString stamp = readableStamp(entry.stamp);
+    const FrameFields fields = m_decoder.decode(entry.text);
+    if (fields.direction == FrameFields::Direction::Rejected) {
+        reject(fields, rows);
+        return;
+    }
+    const QString parameters = m_names(stamp, fields);
+    if (m_decoder.repetition())
+        rows.push_back({QString(), QString(), *m_decoder.repetition(), parameters});
+    rows.push_back({stamp, QString(), fields, parameters});
+}
+
+// The log has the reply twice; its row stays one. It is gone only when somebody has cleared the table between the two.
+void TrafficModel::reject(const FrameFields& fields, std::vector<Row>& rows)
+{
+    if (!rows.empty()) {
+        rows.back().fields = fields;
+        return;
+    }
+    if (m_rows.empty())
+        return;
+    FrameFields& shown = m_rows.back().fields;
+    m_errors += shown.isError() ? 0 : 1;
+    shown = fields;
+    Q_EMIT dataChanged(index(rowCount() - 1, 0), index(rowCount() - 1, kColumns - 1));
+}
+
 void TrafficModel::appendNote(const QString& english, bool isError)
 {
     m_decoder.restart();
-    Row row{QString(), english, FrameFields()};
+    Row row{QString(), english, FrameFields(), QString()};
     row.fields.fault = isError ? FrameFields::Fault::DamagedLine : FrameFields::Fault::None;
     appendRows({row});
 }
@@ -120,8 +149,8 @@ QVariant TrafficModel::data(const QModelIndex& index, int role) const
     case kIsErrorRole:
         return row.fields.isError();
     case kDetailsRole:
-        return platform::visibleLines(row.note.isEmpty() ? frametexts::details(row.fields, row.stamp, m_tran)
-                                                         : m_tran(row.note));
+        return platform::visibleLines(
+            row.note.isEmpty() ? frametexts::details(row.fields, row.stamp, row.parameters, m_tran) : m_tran(row.note));
     default:
         return {};
     }
@@ -153,6 +182,8 @@ QString TrafficModel::plainText(const Row& row, int column) const
         return frametexts::function(fields, m_tran);
     case kAddress:
         return frametexts::address(fields);
+    case kParameters:
+        return row.parameters;
     case kCount:
         return fields.count ? QString::number(*fields.count) : QString();
     case kData:

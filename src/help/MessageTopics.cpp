@@ -1,21 +1,13 @@
 #include "MessageTopics.h"
 
+#include "HtmlText.h"
+
 #include <QStringList>
 
 namespace {
 
 const QString kVariable(QChar::ObjectReplacementCharacter);
 constexpr qsizetype kFewestCharacters = 4; // "name: value" would be every message
-
-// Without the marks of HTML.
-QString plainText(QString html)
-{
-    static const QRegularExpression tag(QStringLiteral("<[^>]*>"));
-    html.remove(tag);
-    html.replace(QStringLiteral("&lt;"), QStringLiteral("<")).replace(QStringLiteral("&gt;"), QStringLiteral(">"));
-    html.replace(QStringLiteral("&quot;"), QStringLiteral("\"")).replace(QStringLiteral("&amp;"), QStringLiteral("&"));
-    return html;
-}
 
 } // namespace
 
@@ -29,7 +21,7 @@ MessageTopics::MessageTopics(const QString& html)
     while (found.hasNext()) {
         const QRegularExpressionMatch match = found.next();
         QString text = match.captured(2);
-        const QStringList parts = plainText(text.replace(variable, kVariable)).simplified().split(kVariable);
+        const QStringList parts = htmlText(text.replace(variable, kVariable)).split(kVariable);
         Row row{match.captured(1), {}, 0};
         QStringList patterns;
         for (const QString& part : parts) {

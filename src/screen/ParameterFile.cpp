@@ -2,6 +2,7 @@
 
 #include "FolderName.h"
 #include "IniBatch.h"
+#include "ModelCodes.h"
 #include "ModelData.h"
 #include "Numbers.h"
 #include "ProgramVersion.h"
@@ -108,7 +109,7 @@ ParameterLoad ParameterFile::read(const ModelData& model, ParameterSet& set) con
     set.modelString = modelString();
     if (set.modelString != model.lookup.modelString) {
         load.outcome = ParameterLoad::Outcome::OtherModel;
-        load.detail = m_library.tranStr(QStringLiteral("Model number is different."));
+        load.detail = modelcodes::differenceText(model.lookup.modelString, set.modelString, m_library.translation());
         return load;
     }
     for (const auto& item : model.items) {

@@ -139,7 +139,7 @@ bool ChosenCheck::mayGoOn(const ReadReport& look)
     case ReadOutcome::WrongModel:
         m_report.outcome = WriteOutcome::WrongModel;
         m_parts.controller.setState(MainState::Confirmed);
-        m_parts.notifyWrongModel();
+        m_parts.notifyWrongModel(look.answeredModel);
         return false;
     case ReadOutcome::Cancelled:
         m_report.outcome = WriteOutcome::Cancelled;
@@ -151,7 +151,7 @@ bool ChosenCheck::mayGoOn(const ReadReport& look)
         m_report.outcome = WriteOutcome::NoAnswer;
         for (SentParameter& each : m_rows)
             fail(each, SendOutcome::Failed, look.lastFailure);
-        m_parts.notify(m_parts.tran("There was no response."), MessageStyle::kExclamation);
+        m_parts.notifyNoResponse(look.lastFailure);
         return false;
     }
 }

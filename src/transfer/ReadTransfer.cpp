@@ -233,7 +233,7 @@ void ReadTransfer::finishUnanswered()
     m_report.outcome = ReadOutcome::NoResponse;
     m_parts.controller.setState(MainState::Confirmed);
     m_parts.progress.close();
-    m_parts.notify(m_parts.tran("There was no response."), MessageStyle::kExclamation);
+    m_parts.notifyNoResponse(m_report.lastFailure);
 }
 
 // By name, as the grid titles them; a section that no block shows by its own name.
@@ -264,7 +264,7 @@ void ReadTransfer::finishStopped()
     m_parts.progress.close();
     m_report.outcome = stoppedBy();
     if (m_report.outcome == ReadOutcome::WrongModel)
-        m_parts.notifyWrongModel();
+        m_parts.notifyWrongModel(m_report.answeredModel);
     else if (m_report.outcome == ReadOutcome::Cancelled)
         m_parts.notify(m_parts.tran("It was cancelled."), MessageStyle::kExclamation);
     else if (m_report.outcome == ReadOutcome::LinkRefused)

@@ -1,5 +1,6 @@
 #include "TransferParts.h"
 
+#include "ModelCodes.h"
 #include "clsLibrary.h"
 
 const char* const TransferParts::kProgressText = "It is forwarding it. Please wait for a while.";
@@ -14,9 +15,15 @@ bool TransferParts::confirmed(bool isAsked, const char* question) const
     return !isAsked || questions.showMessage(tran(question), MessageStyle::kYesNoExclamation) != MessageResult::kNo;
 }
 
-void TransferParts::notifyWrongModel() const
+void TransferParts::notifyWrongModel(const QString& found) const
 {
-    notify(tran("Model number is different."), MessageStyle::kCritical);
+    notify(modelcodes::differenceText(controller.model(), found, kx.library().translation()), MessageStyle::kCritical);
+}
+
+void TransferParts::notifyNoResponse(const QString& reason) const
+{
+    const QString text = tran("There was no response.");
+    notify(reason.isEmpty() ? text : text + u'\n' + reason, MessageStyle::kExclamation);
 }
 
 void TransferParts::begin(int steps) const

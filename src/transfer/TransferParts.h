@@ -25,7 +25,8 @@ struct TransferParts
     void notify(const QString& text, int style) const { questions.showMessage(text, style); }
     // Asks when the user wants to be asked; whether the transfer goes on.
     [[nodiscard]] bool confirmed(bool isAsked, const char* question) const;
-    void notifyWrongModel() const;
+    void notifyWrongModel(const QString& found) const;  // the model string that was found in its place
+    void notifyNoResponse(const QString& reason) const; // reason: of the last request, in the user's language
 
     // Sets the channel up for the controller and shows the progress; steps: images to walk through, 0 and up.
     void begin(int steps) const;

@@ -64,7 +64,7 @@ bool WriteTransfer::isModelRight()
     if (m_parts.settings.m_bComm || isRight)
         return true;
     m_report.outcome = WriteOutcome::WrongModel;
-    m_parts.notifyWrongModel();
+    m_parts.notifyWrongModel(code != nullptr && code->isKnown() ? code->VData() : QString());
     return false;
 }
 

@@ -1,5 +1,7 @@
 #include "HelpKey.h"
 
+#include "ManualSearch.h"
+
 #include "ProgramFixture.h"
 #include "WhenShown.h"
 #include "frmComSet.h"
@@ -12,6 +14,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTabWidget>
@@ -62,6 +65,21 @@ protected:
     }
 };
 
+TEST(ManualSearch, FindsOnAllPages)
+{
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"Vorlant", "when nothing  ANSWERS", "connecting.html#nothing-answers"}, // a heading before all other places
+        {"Vorlant", "ＳＥＲ２ＮＥＴ", "connecting.html#servers"},
+        {"Vorlant", "&", "#"}, // one letter is everywhere
+        {"Vorlant", "no such words", "#"},
+        {"VorlantJ", "ｵﾌﾟｼｮﾝ", "windows.html#options"}};
+    for (const auto& [manual, text, place] : rows) {
+        const auto hits = ManualSearch(QStringLiteral(VORLANT_HELP_DIR "/") + manual).find(QString::fromUtf8(text));
+        const ManualSearch::Hit first = hits.empty() ? ManualSearch::Hit() : hits.front();
+        EXPECT_EQ((first.page + u'#' + first.anchor).toStdString(), place) << text;
+    }
+}
+
 TEST_F(Help, OpensThePageOfWhatHasTheFocusAndFindsWords)
 {
     EXPECT_EQ(pageAt(*window, "sprMain"), u"editing.html#editing");
@@ -75,6 +93,15 @@ TEST_F(Help, OpensThePageOfWhatHasTheFocusAndFindsWords)
         EXPECT_EQ(help()->browser().textCursor().selectedText() == field->text(), isFound);
         EXPECT_EQ(help()->findChild<QLabel*>("findResult")->text().isEmpty(), isFound);
     }
+    auto* hits = help()->findChild<QListWidget*>("findHits");
+    field->clear();
+    QTest::keyClicks(field, "SER2NET");
+    EXPECT_GT(hits->count(), 0) << "on another page";
+    QTest::keyClick(field, Qt::Key_Down);
+    EXPECT_EQ(help()->browser().source().fileName(), u"connecting.html");
+    EXPECT_EQ(help()->browser().textCursor().selectedText(), u"ser2net");
+    QTest::keyClicks(field, " nowhere");
+    EXPECT_TRUE(hits->isHidden());
     program->context().languageFile = "JP.txt";
     EXPECT_EQ(pageAt(*window, "sprMain"), u"editing.html#editing");
     EXPECT_TRUE(help()->windowTitle().contains(u"パラメータの変更")) << qPrintable(help()->windowTitle());

@@ -56,7 +56,7 @@ TEST_F(MainWindow, OtherModelOpensTheSettings)
     const Settings settings([](frmComSet& dialog) { dialog.reject(); });
     recv();
     EXPECT_EQ(settings.count(), 1);
-    EXPECT_EQ(messages(), QStringList{"Model number is different."});
+    EXPECT_EQ(messages(), QStringList{"Model number is different.\nExpected: KX41000000-10A, found: KX62000000-10A"});
     window->close();
     EXPECT_TRUE(settingsFile().contains("LastModelString=KX41000000-10A")) << "the grid is still that model's";
 }
@@ -72,7 +72,7 @@ TEST_F(MainWindow, SettingsComeBackUntilTheModelFits)
     const Settings settings([](frmComSet& dialog) { dialog.findChild<QPushButton*>("Command1_0")->click(); });
     window->showCommSetting();
     EXPECT_EQ(settings.count(), 2);
-    EXPECT_EQ(messages(), QStringList{"Model number is different."});
+    EXPECT_TRUE(messages().join(u'|').startsWith(u"Model number is different.\n"));
     EXPECT_EQ(panel("panelModel"), u"KX41011100-10A");
     EXPECT_EQ(cell(3), u"42");
     EXPECT_EQ(window->state(), MainState::UpToDate);
@@ -154,7 +154,10 @@ TEST_F(MainWindow, SetsAreSavedAndOpenedOverWhatWasRead)
     const std::tuple<const char*, const char*, QStringList, QString> sets[] = {
         {"VQSV1=258", "VQSV1=258", {kUnsent}, "25.8"},
         {"VQSV1=258", "VQSV1=50", {}, "5.0"},
-        {"MODEL=KX41", "MODEL=KX62", {kUnsent, "Model number is different."}, "5.0"}};
+        {"MODEL=KX41",
+         "MODEL=KX62",
+         {kUnsent, "Model number is different.\nExpected: KX41000000-10A, found: KX62000000-10A"},
+         "5.0"}};
     for (const auto& [before, after, says, shows] : sets) {
         ASSERT_TRUE(soundController::writeFile(chosen, QByteArray(saved).replace(before, after)));
         window->openDataFile();
@@ -524,7 +527,7 @@ TEST_F(MainWindow, ALostAdapterIsUsedAgainAndItsControllerIsAskedFirst)
         EXPECT_EQ(cell(2), u"7.0");
         const int before = controller->requests();
         trigger("mnuKX_2");
-        EXPECT_EQ(messages().contains("Model number is different."), !isSame);
+        EXPECT_EQ(messages().join(u'|').contains(u"Model number is different."), !isSame);
         EXPECT_EQ(controller->requests() - before == 1, !isSame) << "the question for the model";
     }
     EXPECT_EQ(settings.count(), 1);

@@ -56,20 +56,27 @@ TEST(TraceDecoder, RepliesInBothModes)
     }
 }
 
-// A request is sent again without a line of its own, until its reply is taken.
+// A read is sent again without a line of its own, until its reply is taken.
 TEST(TraceDecoder, RetriesBelongToOneRequest)
 {
     TraceDecoder decoder;
     const auto take = [&](const char* frame) { return shown(decoder.decode(lineOf(QLatin1String(frame), false))); };
+    const auto repeated = [&] { return decoder.repetition() ? shown(*decoder.repetition()) : QString(); };
     take("S 010400000001");
     EXPECT_EQ(take("R !01040201020000"), u"Received 1/4/0000/1/0102: CRC wrong: 0000 instead of 3961");
     EXPECT_EQ(take("E !01040201020000"), u"Rejected 1/4/0000/1/0102: CRC wrong: 0000 instead of 3961");
+    EXPECT_EQ(repeated(), u"");
     EXPECT_EQ(take("E "), u"Received 1/4/0000/1/: no reply");
+    EXPECT_EQ(repeated(), u"Sent again 1/4/0000/1/: ");
     EXPECT_EQ(take("R 0104020102"), u"Received 1/4/0000/1/0102: ");
     EXPECT_EQ(take("E 0104020102"),
               u"Rejected 1/4/0000/1/0102: sound, but it answers another request or came too late");
     EXPECT_EQ(take("R 0104020102"), u"Received 1/4/0000/1/0102: ");
     EXPECT_EQ(take("R 01060001002A"), u"Received 1/6/0001/-/002a: ") << "the request before it has its answer";
+    take("S 01060001002A");
+    take("E ");
+    take("E ");
+    EXPECT_EQ(repeated(), u"") << "a write is not repeated: that was another, without a line";
 }
 
 TEST(TraceDecoder, OtherLines)
@@ -101,7 +108,7 @@ TEST(TraceDecoder, NoiseIsNeverSound)
         decoder.decode(QStringLiteral("(Dirct)S:") + digits);
         const FrameFields fields = decoder.decode(QStringLiteral("(Scces)R:") + digits);
         ASSERT_TRUE(fields.isError() || fields.isCheckRight()) << bytes.toHex().constData();
-        ASSERT_FALSE(frametexts::details(fields, QString(), english).isEmpty());
+        ASSERT_FALSE(frametexts::details(fields, QString(), QString(), english).isEmpty());
     }
 }
 

@@ -74,10 +74,33 @@ TEST_F(Traffic, ShowsFiltersAndCopies)
     EXPECT_EQ(copied().count(u'\n'), 5) << "captions and all rows";
     table().selectRow(1);
     EXPECT_TRUE(find<QPlainTextEdit>("Text1").toPlainText().endsWith(u"01 42 00 00 00 80 00 08 E3 ED"));
-    EXPECT_EQ(copied().section(u'\n', 1), u"2007/03/05 14:07:09.042\tSent\t1\t66 read memory\t8000\t8\t\tCRC OK\t\t"
+    EXPECT_EQ(copied().section(u'\n', 1), u"2007/03/05 14:07:09.042\tSent\t1\t66 read memory\t8000\t\t8\t\tCRC OK\t\t"
                                           u"01 42 00 00 00 80 00 08 E3 ED\n");
     find<QCheckBox>("Check1").click();
     EXPECT_EQ(rows().rowCount(), 1);
+}
+
+// A reply that the program rejects stands in the log twice, whether the window looks between the two or not.
+TEST_F(Traffic, OneRowForEachFrame)
+{
+    traffic->setNames([](const QString& stamp, const FrameFields& fields) {
+        return fields.address ? stamp.left(4) + QStringLiteral(" VQSV1, VQSV2") : QString();
+    });
+    const QString rejected = QStringLiteral("R:01420008AA");
+    const char* const accepted = "(Scces)R:01420008AA";
+    log(1);
+    trace.LogWrite(QStringLiteral("(Scces)") + rejected);
+    log(1, "(Error)R:01420008AA");
+    log(1, accepted);
+    log(1, "(Error)R:01420008AA");
+    ASSERT_EQ(rows().rowCount(), 4);
+    const QStringList directions{cell(0, 1), cell(1, 1), cell(2, 1), cell(3, 1)};
+    EXPECT_EQ(directions, (QStringList{"Sent", "Rejected", "Sent again", "Rejected"}));
+    EXPECT_EQ(cell(2, TrafficModel::kTime), u"") << "the log has no line of it";
+    EXPECT_EQ(cell(2, TrafficModel::kParameters), u"2007 VQSV1, VQSV2");
+    EXPECT_EQ(status(), u"4 lines, 2 with errors");
+    table().selectRow(1);
+    EXPECT_TRUE(find<QPlainTextEdit>("Text1").toPlainText().contains(u"2007 VQSV1, VQSV2"));
 }
 
 TEST_F(Traffic, FollowsPausesClearsAndCloses)

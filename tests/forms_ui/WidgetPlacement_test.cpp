@@ -1,3 +1,4 @@
+#include "PlaceBeside.h"
 #include "RegisteredControls.h"
 #include "WidgetPlacement.h"
 
@@ -17,6 +18,21 @@ TEST(WidgetPlacement, MovesAndReadsInTwips)
     EXPECT_EQ(place.boundsTwips(), QRect(1500, 750, 6000, 4515));
     EXPECT_EQ(place.name() + place.id(), u"frmTest3");
     EXPECT_FALSE(place.splitLeftTwips());
+}
+
+TEST(PlaceBeside, CoversLeastAndKeepsTheTitleBarInside)
+{
+    const QRect room(100, 50, 1000, 600);
+    const std::tuple<QRect, QSize, QPoint> rows[] = {
+        {{100, 50, 400, 300}, {500, 400}, {500, 50}},    // at the right
+        {{700, 150, 400, 300}, {500, 400}, {200, 150}},  // at the left
+        {{100, 50, 1000, 100}, {500, 400}, {100, 150}},  // below
+        {{100, 550, 1000, 100}, {500, 400}, {100, 150}}, // above
+        {{100, 50, 600, 600}, {500, 400}, {600, 50}},    // over its right part
+        {{100, 50, 600, 600}, {1200, 900}, {100, 50}},   // has no room at all
+        {{0, 0, 2000, 2000}, {500, 400}, {600, 50}}};    // one larger than the screen
+    for (const auto& [other, window, place] : rows)
+        EXPECT_EQ(platform::placeBeside(other, window, room), place) << place.x() << ',' << place.y();
 }
 
 TEST(RegisteredWidget, FontSizeOfALanguageFileIsBounded)

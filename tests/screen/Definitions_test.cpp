@@ -1,4 +1,7 @@
 #include "DefinitionCheck.h"
+#include "FrameFields.h"
+#include "FrameParameters.h"
+#include "ModbusFrame.h"
 #include "ModelCatalogue.h"
 #include "ScreenFixture.h"
 #include "Table.h"
@@ -86,6 +89,27 @@ TEST_F(Shipped, RulesFindTheirItems)
         EXPECT_EQ(item("MQCODE").Address(), "FBC0");
         EXPECT_EQ(item("MQCODE").DataLen(), 14);
         EXPECT_EQ(item("SWQCF").MType() == ItemType::Combo, QString("KX640 KX643 KX910").contains(model));
+    }
+}
+
+TEST_F(Shipped, FramesNameTheirParameters)
+{
+    load("KX410", kAllOptions);
+    const std::pair<const char*, const char*> rows[] = {
+        {"014200000080000F", "Set value 1, Set value 2, Set value low limit"}, // the whole image, from its first on
+        {"0142000000800002", "Set value 1"},
+        {"0142000000800302", "Set value 2, Set value low limit"}, // from the middle of one to that of the next
+        {"0142010000800002FFFF", "Set value 1"},
+        {"010400000001", "Process value"},
+        {"010600000064", "Set value 1"},
+        {"010500000001", "Auto tuning"},
+        {"010200000008", "Alarm 1 state, Alarm 2 state, Alarm 3 state"},
+        {"014200000FF00004", ""},
+        {"01", ""}};
+    for (const auto& [frame, names] : rows) {
+        const QByteArray wire = modbusframe::toWire(QByteArray::fromHex(frame), false);
+        const QStringList found = parametersOf(kx.data(), FrameFields::ofRequest(wire));
+        EXPECT_EQ(found.mid(0, 3).join(u", ").toStdString(), names) << frame;
     }
 }
 

@@ -217,9 +217,10 @@ TEST_P(FaultMatrix, EndsAsTheTableSays)
     QStringList counts;
     for (int i = 0; i < earlier.size(); ++i)
         counts << QString::number(lines()[i] - earlier[i]);
-    const QStringList outcome{window.messages.isEmpty() ? QStringLiteral("-") : window.messages.join(u'|'),
-                              QString::number(static_cast<int>(state.state())), counts.join(u'/'), images(),
-                              change(before, transfer)};
+    const QStringList outcome{
+        window.messages.isEmpty() ? QStringLiteral("-")
+                                  : window.messages.join(u'|').replace(u'\n', QStringLiteral(" / ")),
+        QString::number(static_cast<int>(state.state())), counts.join(u'/'), images(), change(before, transfer)};
     EXPECT_EQ(outcome.join(u'\t').toStdString(), GetParam().mid(3).join(u'\t').toStdString());
     if (!isWrite(transfer) ||
         (transfer != u"one" && transfer != u"chosen" && engine->lastRead().outcome == ReadOutcome::Complete)) {

@@ -120,7 +120,7 @@ TEST_P(WriteTable, EndsAsItSays)
     const QStringList seen{QString::number(static_cast<int>(report().outcome)),
                            QString::fromStdString(low() + ' ' + high()),
                            QString::fromLatin1(sent.join(' ')),
-                           window.messages.join(u'|') +
+                           window.messages.join(u'|').replace(u'\n', QStringLiteral(" / ")) +
                                (settingsWanted.isEmpty() ? QString() : QStringLiteral("|#settings")),
                            reported(),
                            changed()};
@@ -185,7 +185,7 @@ TEST_F(Write, WithoutTheInputRangeTheRestStaysBehind)
     engine->setDataToKXAll();
     EXPECT_EQ(requests("4201").size(), 1);
     EXPECT_EQ(report().unsent, (QStringList{QStringLiteral("PQRNO"), QStringLiteral("A")}));
-    EXPECT_EQ(window.messages, QStringList{QStringLiteral("There was no response.")});
+    EXPECT_EQ(window.messages, QStringList{QStringLiteral("There was no response.\nTimeout")});
     script = nullptr;
     log.clear();
     engine->setDataToKXAll();

@@ -49,6 +49,7 @@ void MainDialogs::showTraffic()
         m_traffic = std::make_unique<frmTraffic>(m_parts.program.library(), m_parts.program.traceLog().filePath());
         m_traffic->setDevice(m_parts.device);
         m_traffic->setStatistics(m_parts.statistics);
+        m_traffic->setNames(m_parts.parameters);
     }
     bringUp(*m_traffic);
 }

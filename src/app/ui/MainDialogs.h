@@ -15,6 +15,7 @@ class frmHistory;
 class frmOption;
 class frmShowVersion;
 class frmTraffic;
+struct FrameFields;
 struct ParameterSet;
 
 // The windows that the main window opens beside itself, each made at its first use: options, version, traffic,
@@ -31,6 +32,7 @@ public:
         clsKX& kx;
         std::function<QString()> device; // that the link stands for now
         LineStatistics& statistics;
+        std::function<QString(const QString& stamp, const FrameFields& fields)> parameters; // see TrafficNames
         std::function<bool()> mayReload; // whether options may be stored that have the model loaded anew
         std::function<void(const ParameterSet& set)> loadBackup;
     };

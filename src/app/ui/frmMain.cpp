@@ -91,10 +91,12 @@ void frmMain::setupParts()
     m_selections = std::make_unique<SelectionWindows>(m_program.library(), *m_editor);
     m_selections->Logs(m_program.errorLog(), m_program.traceLog());
     m_clipboard = std::make_unique<CellClipboard>(*m_editor);
-    m_dialogs = std::make_unique<MainDialogs>(
-        MainDialogs::Parts{m_program, *this, m_clsKX, [this] { return m_uclComm1.device(); }, m_engine->statistics(),
-                           [this] { return m_files->mayDiscard(); },
-                           [this](const ParameterSet& set) { m_files->loadAsChanges(set, *m_editor, state()); }});
+    m_trafficNames = std::make_unique<TrafficNames>(m_clsKX, m_controller, m_program.machine().clock);
+    m_dialogs = std::make_unique<MainDialogs>(MainDialogs::Parts{
+        m_program, *this, m_clsKX, [this] { return m_uclComm1.device(); }, m_engine->statistics(),
+        [this](const QString& stamp, const FrameFields& fields) { return m_trafficNames->of(stamp, fields); },
+        [this] { return m_files->mayDiscard(); },
+        [this](const ParameterSet& set) { m_files->loadAsChanges(set, *m_editor, state()); }});
     m_help = std::make_unique<HelpKey>(
         HelpKey::Parts{m_program.machine().paths, m_program.library().translation(), [this] { return helpFile(); }});
 }

@@ -11,6 +11,7 @@
 #include "MainReview.h"
 #include "ParameterFiles.h"
 #include "SelectionWindows.h"
+#include "TrafficNames.h"
 #include "TransferEngine.h"
 #include "clsKX.h"
 #include "uclComm.h"
@@ -124,6 +125,7 @@ private:
     std::unique_ptr<ParameterFiles> m_files;
     std::unique_ptr<SelectionWindows> m_selections;
     std::unique_ptr<CommSettings> m_comm;
+    std::unique_ptr<TrafficNames> m_trafficNames;
     std::unique_ptr<MainDialogs> m_dialogs;
     std::unique_ptr<MainReview> m_review;
     std::unique_ptr<LinkWatch> m_watch;

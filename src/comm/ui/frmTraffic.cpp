@@ -22,8 +22,8 @@ namespace {
 
 const QString kFormName = QStringLiteral("frmTraffic");
 constexpr int kDetailLines = 6;
-constexpr double kWidths[TrafficModel::kColumns] = {16, 14, 7, 27, 9, 7, 34, 12, 40}; // widths of a digit
-constexpr QSize kDesignedSize(190, 40);                                               // widths of a digit and lines
+constexpr double kWidths[TrafficModel::kColumns] = {16, 14, 7, 27, 9, 26, 7, 24, 12, 40}; // widths of a digit
+constexpr QSize kDesignedSize(190, 40);                                                   // widths of a digit and lines
 
 } // namespace
 

@@ -43,6 +43,8 @@ public:
     // What the program is connected to, for the line of its state.
     void setDevice(std::function<QString()> device) { m_device = std::move(device); }
 
+    void setNames(TrafficModel::NameParameters names) { m_model.setNames(std::move(names)); }
+
     // How the requests have ended, below the table; kept.
     void setStatistics(LineStatistics& statistics) { m_statistics = &statistics; }
 

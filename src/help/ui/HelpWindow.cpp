@@ -1,20 +1,24 @@
 #include "HelpWindow.h"
 
 #include "HelpFindBar.h"
+#include "PlaceBeside.h"
 #include "PlainTexts.h"
 #include "VisibleText.h"
+#include "WidgetPlacement.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace platform {
@@ -23,6 +27,7 @@ namespace {
 
 const QString kFirstPage = QStringLiteral("index.html");
 constexpr QSize kDesignedSize(1020, 760); // the pictures of the manual fit in
+constexpr int kLeastWidth = 520;          // a page can be read, pictures are cut
 
 } // namespace
 
@@ -57,7 +62,7 @@ HelpWindow::HelpWindow(HelpBrowser::Translate translate, QWidget* parent)
     connect(m_browser, &HelpBrowser::linkRefused, this, [this](const QString& address) {
         statusBar()->showMessage(m_translate(QStringLiteral("%1 is not part of the manual")).arg(visibleText(address)));
     });
-    resize(kDesignedSize);
+    resize(kDesignedSize.boundedTo(roomFor(*this)));
 }
 
 HelpWindow::~HelpWindow() = default;
@@ -117,11 +122,28 @@ void HelpWindow::showPage(const QString& folder, const QString& page, const QStr
     setWindowTitle(visibleText(m_browser->documentTitle()));
     if (isMinimized())
         showNormal();
+    const QWidget* explained = QApplication::activeWindow();
+    if (!isVisible() && explained != nullptr && explained != this)
+        comeBeside(*explained);
     show();
     stayUsable();
     raise();
     activateWindow();
     m_browser->setFocus();
+}
+
+// As wide as there is room at its side, so that both can be seen.
+void HelpWindow::comeBeside(const QWidget& explained)
+{
+    const QRect room = explained.screen()->availableGeometry();
+    const QRect other = explained.frameGeometry();
+    const int aside = std::max(other.left() - room.left(), room.right() - other.right());
+    const QSize frame = explained.screen()->availableSize() - roomFor(explained);
+    QSize size = kDesignedSize.boundedTo(roomFor(explained));
+    if (aside - frame.width() >= kLeastWidth)
+        size.setWidth(std::min(size.width(), aside - frame.width()));
+    resize(size);
+    move(placeBeside(other, size + frame, room));
 }
 
 // Windows that belong to a modal dialog are not blocked by it.

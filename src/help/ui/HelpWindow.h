@@ -24,7 +24,8 @@ public:
     explicit HelpWindow(HelpBrowser::Translate translate, QWidget* parent = nullptr);
     ~HelpWindow() override;
 
-    // Shows the window, in front of the others. folder: machine path of the manual.
+    // Shows the window, beside the one that is active; where it is open already it stays where it is. folder: machine
+    // path of the manual.
     void showPage(const QString& folder, const QString& page, const QString& anchor = {});
 
     static void closeAll(); // every help window of the program
@@ -40,6 +41,7 @@ private:
     QAction* addAction(const char* objectName, const char* caption, const QList<QKeySequence>& keys);
     void translateTexts();
     void print();
+    void comeBeside(const QWidget& explained);
     void stayUsable();
 
     HelpBrowser::Translate m_translate;
