@@ -19,6 +19,12 @@ qint64 covered(const QRect& a, const QRect& b)
 
 } // namespace
 
+QPoint placeInside(const QRect& window, const QRect& room)
+{
+    return {inside(window.left(), window.width(), room.left(), room.width()),
+            inside(window.top(), window.height(), room.top(), room.height())};
+}
+
 QPoint placeBeside(const QRect& other, const QSize& window, const QRect& room)
 {
     const int left = other.left();
@@ -29,9 +35,7 @@ QPoint placeBeside(const QRect& other, const QSize& window, const QRect& room)
                              {left, top - window.height()}};
     QRect best;
     for (const QPoint& at : wanted) {
-        const QRect place({inside(at.x(), window.width(), room.left(), room.width()),
-                           inside(at.y(), window.height(), room.top(), room.height())},
-                          window);
+        const QRect place(placeInside({at, window}, room), window);
         if (best.isNull() || covered(place, other) < covered(best, other))
             best = place;
     }

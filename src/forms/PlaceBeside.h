@@ -10,4 +10,7 @@ namespace platform {
 // of the room; one that is larger begins at its top left corner, where its title bar is.
 QPoint placeBeside(const QRect& other, const QSize& window, const QRect& room);
 
+// The place of a window, moved as little as needed to be inside of the room; as above if it is larger.
+QPoint placeInside(const QRect& window, const QRect& room);
+
 } // namespace platform

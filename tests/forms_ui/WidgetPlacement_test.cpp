@@ -1,7 +1,15 @@
 #include "PlaceBeside.h"
 #include "RegisteredControls.h"
+#include "ScreenFit.h"
 #include "WidgetPlacement.h"
 
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QTest>
+#include <QVBoxLayout>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -33,6 +41,34 @@ TEST(PlaceBeside, CoversLeastAndKeepsTheTitleBarInside)
         {{0, 0, 2000, 2000}, {500, 400}, {600, 50}}};    // one larger than the screen
     for (const auto& [other, window, place] : rows)
         EXPECT_EQ(platform::placeBeside(other, window, room), place) << place.x() << ',' << place.y();
+}
+
+// A dialog that needs more room than there is: at the bottom a button, which the keyboard still reaches.
+TEST(ScreenFit, KeepsWindowsOnTheScreen)
+{
+    const platform::ScreenFit fit;
+    QDialog dialog;
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* tall = new QLineEdit(&dialog);
+    tall->setMinimumHeight(5000);
+    auto* button = new QPushButton(QStringLiteral("OK"), &dialog);
+    layout->addWidget(tall);
+    layout->addWidget(button);
+    dialog.move(-3000, -200);
+    dialog.show();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.frameGeometry()));
+    tall->setFocus();
+    QWidget& area = *dialog.findChild<QScrollArea*>()->viewport();
+    QTest::keyClick(tall, Qt::Key_Tab);
+    EXPECT_EQ(dialog.focusWidget(), button);
+    EXPECT_TRUE(area.rect().contains(button->mapTo(&area, button->rect().center())));
+
+    QWidget window;
+    window.setGeometry(50, -300, 20000, 10000);
+    window.show();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(window.screen()->availableGeometry().contains(window.frameGeometry()));
 }
 
 TEST(RegisteredWidget, FontSizeOfALanguageFileIsBounded)

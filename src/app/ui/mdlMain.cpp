@@ -3,6 +3,7 @@
 #include "PaletteColors.h"
 #include "PlainTexts.h"
 #include "ProgramContext.h"
+#include "ScreenFit.h"
 #include "SingleInstance.h"
 #include "Terminal.h"
 #include "TerminationSignals.h"
@@ -62,6 +63,7 @@ int Main(int& argc, char* argv[])
     QApplication::setWindowIcon(
         QIcon::fromTheme(QStringLiteral("vorlant"), QIcon(QStringLiteral(":/icons/vorlant.svg"))));
     platform::showTextsPlain();
+    const platform::ScreenFit screenFit;
     platform::showWarningsVisibly();
     const platform::PaletteColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
