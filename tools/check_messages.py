@@ -39,6 +39,8 @@ CAPTIONS = {
     "read coils", "read discrete inputs", "read holding registers", "read input registers", "write coil",
     "write register", "write registers", "read memory", "write memory", "read floats", "write floats",
     "CRC OK", "LRC OK",
+    # Of the communication settings: what stands behind a port
+    "not plugged in",
     # Of the search for controllers: its columns
     "Port", "Speed", "Format", "Mode", "Response (ms)",
     # Of the history window: columns, the choice of all days, the line

@@ -1,7 +1,7 @@
 #include "ComSetSession.h"
 
-#include "ComPorts.h"
 #include "ComSetOwner.h"
+#include "LineChoices.h"
 #include "MessagePresenter.h"
 #include "ModelCatalogue.h"
 #include "ModelCodes.h"
@@ -19,7 +19,8 @@ constexpr int kLinkNumber = 1;
 ComSetSession::ComSetSession(const Parts& parts, QObject* parent)
     : QObject(parent), m_parts(parts), m_uclComm1(parts.ports, parts.library.context().machine.clock),
       m_detection(m_uclComm1, parts.library, parts.commandLine),
-      m_recent(parts.library.context(), QStringLiteral("Port"), kRecentPorts), m_scan(m_uclComm1, parts.library)
+      m_recent(parts.library.context(), QStringLiteral("Port"), kRecentPorts), m_scan(m_uclComm1, parts.library),
+      m_ports(parts.ports, parts.library)
 {
     connect(&m_detection, &ModelDetection::asking, this, &ComSetSession::asking);
 }
@@ -45,11 +46,13 @@ void ComSetSession::stop()
 ComSetFields ComSetSession::open()
 {
     uclComm& mainLink = m_parts.owner.mainLink();
-    m_speeds = {QStringLiteral("9600") + kUnit, QStringLiteral("19200") + kUnit};
+    m_speeds.clear();
+    for (const QString& speed : linechoices::speeds())
+        m_speeds << speed + kUnit;
     m_codes = ModelCatalogue(m_parts.library).codes();
     ComSetFields fields;
-    fields.portName = mainLink.PortName();
-    fields.portPosition = mainLink.Port() <= kPorts && fields.portName.isEmpty() ? mainLink.Port() - 1 : -1;
+    fields.port = {mainLink.PortName().isEmpty() ? mainLink.Port() : 0, QString(), mainLink.PortName()};
+    m_ports.look(fields.port);
     fields.speedText = selectSpeed(mainLink.Speed());
     fields.chara = mainLink.Chara();
     m_otherChara.clear();
@@ -72,7 +75,7 @@ ComSetFields ComSetSession::open()
 
 void ComSetSession::keepOtherChara(const QString& chara)
 {
-    if (chara != QLatin1String(kEightBits) && chara != QLatin1String(kSevenBits))
+    if (!linechoices::isOffered(chara))
         m_otherChara = chara;
 }
 
@@ -97,53 +100,36 @@ void ComSetSession::close()
     m_holdsPort = false;
 }
 
-QStringList ComSetSession::portTexts() const
+void ComSetSession::lookAtPorts(PortChoice& choice)
 {
-    QStringList texts;
-    for (const platform::ComPort& port : m_parts.ports.first(kPorts))
-        texts << portText(static_cast<int>(texts.size()) + 1, port);
-    return texts;
+    if (m_detection.isBusy() || m_scan.isBusy() || !m_ports.look(choice))
+        return;
+    const bool isClosed = m_uclComm1.State() == 0 && !m_uclComm1.isDeferred();
+    if (m_holdsPort && isClosed && choice.number == m_triedPort)
+        m_uclComm1.prepareComm(); // its adapter may be there again
 }
 
-QString ComSetSession::triedPortText() const
+bool ComSetSession::isPortSound(const PortChoice& port)
 {
-    return m_uclComm1.PortName().isEmpty() ? portText(m_triedPort, m_parts.ports.resolve(m_triedPort))
-                                           : m_uclComm1.PortName();
+    return port.name.isEmpty() ? port.number > 0 : platform::ServerAddress::check(port.name).ok();
 }
 
-QString ComSetSession::portText(int number, const platform::ComPort& port)
+QString ComSetSession::portError(const PortChoice& port) const
 {
-    QStringList parts{QStringLiteral("COM%1").arg(number), port.device, port.description};
-    parts.removeAll(QString());
-    return parts.join(QStringLiteral("  "));
-}
-
-void ComSetSession::choosePort(const QString& text, ComSetFields& fields)
-{
-    const QString name = text.trimmed();
-    fields.portPosition = platform::ComPorts::numberOf(name) - 1;
-    fields.portName = fields.portPosition < 0 ? name : QString();
-}
-
-bool ComSetSession::isWellNamed(const ComSetFields& fields)
-{
-    return platform::ServerAddress::check(fields.portName).ok();
-}
-
-QString ComSetSession::portError(const ComSetFields& fields) const
-{
-    const platform::Result<> sound = platform::ServerAddress::check(fields.portName);
+    const platform::Result<> sound = platform::ServerAddress::check(port.name);
     if (!sound.ok())
-        return fields.portName + QStringLiteral(": ") + m_parts.library.tranStr(sound.error());
-    const int number = fields.portPosition >= 0 ? fields.portPosition + 1 : m_triedPort;
-    const bool isTried = number == m_triedPort && fields.portName == m_uclComm1.PortName();
-    if (!fields.portName.isEmpty())
-        return isTried && m_uclComm1.State() == 0 ? m_uclComm1.errorText() : QString();
-    if (m_parts.ports.device(number).isEmpty())
-        return QStringLiteral("COM%1: ").arg(number) +
-               m_parts.library.tranStr(
-                   QStringLiteral("there is no such port; plug the adapter in or choose another port"));
-    return isTried && m_uclComm1.State() == 0 ? m_uclComm1.errorText() : QString();
+        return port.name + QStringLiteral(": ") + m_parts.library.tranStr(sound.error());
+    const bool isNamed = !port.name.isEmpty();
+    const QString missing = isNamed ? QString() : m_ports.error(port.number);
+    const bool isTried = port.name == m_uclComm1.PortName() && (isNamed || port.number == m_triedPort);
+    return missing.isEmpty() && isTried && m_uclComm1.State() == 0 ? m_uclComm1.errorText() : missing;
+}
+
+QString ComSetSession::lineWarning(const ComSetFields& fields) const
+{
+    if (fields.ascii || LineSettings{speed(fields), fields.chara, 0}.isPossible())
+        return {};
+    return m_parts.library.tranStr(QStringLiteral("RTU needs 8 data bits; choose such a format, or ASCII"));
 }
 
 QString ComSetSession::pickModel(int modelPosition) const
@@ -176,11 +162,14 @@ bool ComSetSession::isInRange(const ComSetFields& fields)
     return false;
 }
 
-bool ComSetSession::isPortSound(const ComSetFields& fields)
+// The port as it is numbered now. False, and reported, where none is meant.
+bool ComSetSession::takePort(ComSetFields& fields)
 {
-    if (isWellNamed(fields))
+    if (fields.port.name.isEmpty())
+        m_ports.look(fields.port);
+    if (isPortSound(fields.port))
         return true;
-    report(portError(fields));
+    report(portError(fields.port));
     return false;
 }
 
@@ -197,10 +186,10 @@ bool ComSetSession::isTimeOutRight(const ComSetFields& fields)
 
 DetectionResult ComSetSession::detect(ComSetFields& fields)
 {
-    if (!isPortSound(fields) || !isInRange(fields))
+    if (!takePort(fields) || !isInRange(fields))
         return DetectionResult::Stopped;
-    m_uclComm1.setPortName(fields.portName);
-    (void)m_uclComm1.changeComm(portNumber(fields), speed(fields), fields.chara, false); // saves nothing
+    m_uclComm1.setPortName(fields.port.name);
+    (void)m_uclComm1.changeComm(fields.port.number, speed(fields), fields.chara, false); // saves nothing
     m_triedPort = m_uclComm1.Port();
     m_uclComm1.setTimeOutMs(uclComm::timeOutOf(fields.timeOutText));
     m_detection.setModelString(fields.modelString);
@@ -226,10 +215,13 @@ void ComSetSession::reportNoAnswer()
     report(reason.isEmpty() ? text : text + u'\n' + reason);
 }
 
-bool ComSetSession::search(const ComSetFields& fields)
+bool ComSetSession::search(ComSetFields& fields)
 {
+    if (!takePort(fields))
+        return false;
+    m_uclComm1.setPortName(fields.port.name);
     ControllerScan::Plan plan;
-    plan.ports = {portNumber(fields) > 0 ? portNumber(fields) : m_triedPort};
+    plan.ports = {fields.port.name.isEmpty() ? fields.port.number : m_triedPort};
     plan.settings = scanplan::settings({speed(fields), fields.chara, fields.ascii ? 1 : 0}, {});
     plan.firstSlave = slaverange::kFirst;
     plan.lastSlave = slaverange::kLastOfControllers;
@@ -239,7 +231,6 @@ bool ComSetSession::search(const ComSetFields& fields)
 
 void ComSetSession::takeFind(const ScanFind& find, ComSetFields& fields)
 {
-    fields.portPosition = find.port <= kPorts ? find.port - 1 : -1;
     fields.speedText = selectSpeed(find.line.speed);
     fields.chara = find.line.chara;
     keepOtherChara(find.line.chara);
@@ -251,9 +242,10 @@ void ComSetSession::takeFind(const ScanFind& find, ComSetFields& fields)
 
 bool ComSetSession::confirm(ComSetFields& fields)
 {
-    const bool valid = isPortSound(fields) && isModelKnown(fields) && isInRange(fields);
+    bool valid = takePort(fields) && isModelKnown(fields) && isInRange(fields);
     if (valid && !m_parts.owner.mayDiscard())
         return false;
+    valid = valid && takePort(fields); // the questions may have taken their time
     m_parts.owner.setConfirmed(valid);
     return valid;
 }
@@ -282,11 +274,13 @@ void ComSetSession::apply(const ComSetFields& fields)
 {
     ComSetOwner& owner = m_parts.owner;
     m_uclComm1.termComm(); // first: the port has room for one
-    owner.mainLink().setPortName(fields.portName);
-    if (!fields.portName.isEmpty())
-        m_recent.add(fields.portName);
+    owner.mainLink().setPortName(fields.port.name);
+    if (fields.port.name.isEmpty())
+        m_ports.remember(fields.port.number);
+    else
+        m_recent.add(fields.port.name);
     owner.mainLink().setTimeOutMs(uclComm::timeOutOf(fields.timeOutText));
-    const platform::Result<> saved = owner.mainLink().changeComm(portNumber(fields), speed(fields), fields.chara);
+    const platform::Result<> saved = owner.mainLink().changeComm(fields.port.number, speed(fields), fields.chara);
     if (!saved.ok())
         report(m_parts.library.tranStr(QStringLiteral("The settings were not saved: %1")).arg(saved.error()));
     owner.takeOver(slaveNumber(fields).value_or(slaverange::kFirst), fields.ascii ? 1 : 0, fields.modelPosition,

@@ -2,6 +2,7 @@
 
 #include "ControllerScan.h"
 #include "ModelDetection.h"
+#include "OfferedPorts.h"
 #include "RecentEntries.h"
 #include "uclComm.h"
 
@@ -14,19 +15,13 @@
 class ComSetOwner;
 class clsLibrary;
 
-namespace platform {
-class ComPorts;
-struct ComPort;
-} // namespace platform
-
 // What the fields of the communication settings hold.
 struct ComSetFields
 {
-    int portPosition = 0; // COMn at position n - 1; -1: the port of the settings is not in the list
-    QString portName;     // a device or serial server that was typed, in place of COMn; empty: none
-    QString speedText;    // "9600bps"
-    QString chara;        // "N,8,1"
-    QString timeOutText;  // milliseconds; empty: the seconds of the settings
+    PortChoice port = {1, QString(), QString()};
+    QString speedText;   // "9600bps"
+    QString chara;       // "N,8,1"
+    QString timeOutText; // milliseconds; empty: the seconds of the settings
     bool ascii = false;
     QString slaveText;
     int modelPosition = -1; // in the catalogue, from 0
@@ -44,10 +39,7 @@ class ComSetSession : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int kPorts = 9;
-    static constexpr int kRecentPorts = 5;      // typed names that are offered again
-    static constexpr auto kEightBits = "N,8,1"; // the usual character formats
-    static constexpr auto kSevenBits = "E,7,1";
+    static constexpr int kRecentPorts = 5; // typed names that are offered again
 
     struct Parts
     {
@@ -66,18 +58,18 @@ public:
     void close();
 
     // What the lists offer, after open.
-    QStringList portTexts() const; // "COM1", with the device and its description when there is one
-    QString triedPortText() const; // the same for the port that is held now
+    const OfferedPorts& ports() const { return m_ports; }
     const QStringList& recentPorts() const { return m_recent.entries(); } // names typed before, the newest first
     QStringList speedTexts() const { return m_speeds; }
-    QString otherChara() const { return m_otherChara; } // a stored format beside the usual two; empty: none
+    QString otherChara() const { return m_otherChara; } // a stored format that is not offered else; empty: none
     QStringList modelCodes() const { return m_codes; }
-    // What a typed text stands for: "COM3" for that port, else the name of a device or serial server.
-    static void choosePort(const QString& text, ComSetFields& fields);
-    static bool isWellNamed(const ComSetFields& fields); // a serial server's name has its form
-    // Why the port of the fields (no name and position -1: the one that is held now) cannot be used and what to do;
-    // empty when nothing speaks against it.
-    QString portError(const ComSetFields& fields) const;
+    // Looks what is plugged in now, see OfferedPorts::look. Not while a controller is asked.
+    void lookAtPorts(PortChoice& choice);
+    static bool isPortSound(const PortChoice& port); // something is chosen, and a serial server's name has its form
+    // Why the port cannot be used and what to do; empty when nothing speaks against it.
+    QString portError(const PortChoice& port) const;
+    // Why no controller can answer with the format and the mode of the fields; empty when it can.
+    QString lineWarning(const ComSetFields& fields) const;
 
     // The model string for a model that is chosen by hand; empty when there is no such entry.
     QString pickModel(int modelPosition) const;
@@ -88,9 +80,9 @@ public:
     bool isDetecting() const { return m_detection.isBusy(); }
 
     // Searches for controllers at the port of the fields, with their settings first; what it comes upon the signals of
-    // scan tell. False when it was stopped.
+    // scan tell. False when it was stopped or there is no such port, which is reported to the user.
     ControllerScan& scan() { return m_scan; }
-    bool search(const ComSetFields& fields);
+    bool search(ComSetFields& fields);
     // Puts the settings, the slave and the model of a find into the fields.
     void takeFind(const ScanFind& find, ComSetFields& fields);
 
@@ -101,8 +93,6 @@ public:
     // Cancel.
     void dismiss();
 
-    // "COM3" has number 3; 0 when nothing is selected, which leaves the port as it is.
-    static int portNumber(const ComSetFields& fields) { return fields.portPosition + 1; }
     static QString speed(const ComSetFields& fields);                  // "9600"
     std::optional<int> slaveNumber(const ComSetFields& fields) const;  // nothing outside 1 to 99
     static bool isTimeOutRight(const ComSetFields& fields);            // empty, or milliseconds in the range
@@ -113,9 +103,8 @@ Q_SIGNALS:
     void asked();                        // a detection has ended
 
 private:
-    static QString portText(int number, const platform::ComPort& port);
     QString selectSpeed(const QString& speed);
-    bool isPortSound(const ComSetFields& fields);
+    bool takePort(ComSetFields& fields);
     void keepOtherChara(const QString& chara);
     bool isInRange(const ComSetFields& fields);
     void reportRange(int least, int most);
@@ -128,6 +117,7 @@ private:
     ModelDetection m_detection;
     RecentEntries m_recent;
     ControllerScan m_scan;
+    OfferedPorts m_ports;
     QStringList m_speeds;
     QString m_otherChara;
     QStringList m_codes;

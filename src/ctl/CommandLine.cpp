@@ -19,7 +19,8 @@ const char* const kHelp = R"(Usage: vorlantctl [OPTION]... COMMAND
 
 Commands:
   models                list the model catalogue
-  ports                 list the serial ports and their COM names
+  ports                 list the serial ports with COM name, device, description, serial number and lasting name;
+                        "not plugged in": configured and missing; "-": beyond COM99, to be named by its device
   detect                ask the controller for its model; print the model string and its code
   scan                  search for controllers: ask all slaves with the likely settings, print what answers
   read                  read all parameters of the controller and print them

@@ -2,29 +2,19 @@
 
 #include "TextTable.h"
 
-#include <QSet>
-
 CommandResult listPorts(const platform::ComPorts& ports)
 {
-    TextTable table({QStringLiteral("Port"), QStringLiteral("Device"), QStringLiteral("Description")});
-    QSet<QString> named;
-    int number = 0;
-    for (const platform::ComPort& port : ports.first(platform::kMaxComNumber)) {
-        ++number;
-        if (port.device.isEmpty())
-            continue;
-        named.insert(port.device);
-        table.add({QStringLiteral("COM%1").arg(number), port.device, port.description});
+    const QVector<platform::ComPort> all = ports.all();
+    if (all.isEmpty())
+        return noPorts();
+    TextTable table({QStringLiteral("Port"), QStringLiteral("Device"), QStringLiteral("Description"),
+                     QStringLiteral("Serial number"), QStringLiteral("Lasting name")});
+    for (const platform::ComPort& port : all) {
+        table.add({port.number == 0 ? QStringLiteral("-") : platform::ComPorts::nameOf(port.number), port.device,
+                   port.isPluggedIn ? port.description : QStringLiteral("not plugged in"), port.serialNumber,
+                   port.lastingName});
     }
-    bool any = !named.isEmpty();
-    for (const platform::ComPort& port : ports.installed()) {
-        if (!named.contains(port.device))
-            table.add({QStringLiteral("-"), port.device, port.description});
-        any = true;
-    }
-    if (any)
-        return CommandResult::done(table.text().toUtf8());
-    return noPorts();
+    return CommandResult::done(table.text().toUtf8());
 }
 
 CommandResult noPorts()

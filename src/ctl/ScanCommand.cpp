@@ -71,28 +71,16 @@ void ScanCommand::interrupt()
     m_scan.stop();
 }
 
-// Each device once; one that no COM name reaches gets a free one for this run.
-QList<int> ScanCommand::allPorts()
+// Each device once.
+QList<int> ScanCommand::allPorts() const
 {
     QList<int> numbers;
     QSet<QString> named;
-    platform::ComPorts& ports = m_program.ports();
-    int number = 0;
-    for (const platform::ComPort& port : ports.first(platform::kMaxComNumber)) {
-        ++number;
-        if (port.device.isEmpty() || named.contains(port.device))
+    for (const platform::ComPort& port : m_program.ports().all()) {
+        if (port.number == 0 || named.contains(port.device))
             continue;
         named.insert(port.device);
-        numbers << number;
-    }
-    number = platform::kMaxComNumber;
-    for (const platform::ComPort& port : ports.installed()) {
-        while (number > 0 && numbers.contains(number))
-            --number;
-        if (named.contains(port.device) || number == 0)
-            continue;
-        ports.assign(number, port.device);
-        numbers << number;
+        numbers << port.number;
     }
     return numbers;
 }

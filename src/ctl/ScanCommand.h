@@ -28,7 +28,7 @@ public:
 
 private:
     bool isPrintedAtOnce() const;
-    QList<int> allPorts();
+    QList<int> allPorts() const;
     ControllerScan::Plan plan(const QList<int>& ports) const;
     void show(const LineSettings& line, int slave, int done, int total);
     void note(const ScanFind& find);

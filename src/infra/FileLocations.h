@@ -14,6 +14,9 @@ QString iniFilePath(const platform::Machine& machine, const QString& kind);
 // The main settings file's bare name.
 QString iniFileName(const platform::Machine& machine);
 
+// Section of the main settings file whose keys COMn name devices.
+inline const QString kPortsSection = QStringLiteral("Ports");
+
 // Access to the main settings file. Needs "clsINI.h".
 clsINI mainSettings(Context& context);
 

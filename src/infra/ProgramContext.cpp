@@ -78,7 +78,7 @@ void ProgramContext::openLog(clsLog& log, const QString& ending)
 QString ProgramContext::portSetting(const QString& key)
 {
     clsINI ini = mainSettings(m_context);
-    return ini.GetIniData(QStringLiteral("Ports"), key, QString(), true);
+    return ini.GetIniData(kPortsSection, key, QString(), true);
 }
 
 QString ProgramContext::settingsFile() const

@@ -1,8 +1,8 @@
 #include "SerialLine.h"
 
+#include "ComPorts.h"
 #include "PortLock.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -29,12 +29,6 @@ bool isTerminal(const QString& device)
 bool isPseudoTerminal(const QString& device)
 {
     return QFileInfo(device).canonicalFilePath().startsWith(QStringLiteral("/dev/pts/"));
-}
-
-// The one name of a device that may have several: the lock that keeps other programs off goes by the name.
-QString realName(const QString& device)
-{
-    return QFileInfo(QDir(QStringLiteral("/dev")).absoluteFilePath(device)).canonicalFilePath();
 }
 
 QString reasonOf(QSerialPort::SerialPortError error, const QString& device)
@@ -104,11 +98,12 @@ void SerialLine::close()
         m_port.close();
 }
 
-// Opening begins with a lock file that is flushed to the disk: not for an adapter that is not there.
+// Opening begins with a lock file that is flushed to the disk: not for an adapter that is not there. The lock keeps
+// other programs off by the name of the device.
 bool SerialLine::open(const LineSettings& settings)
 {
     m_error = {};
-    const QString name = realName(m_device);
+    const QString name = ComPorts::realName(m_device);
     if (name.isEmpty()) {
         m_error.reason = reasonOf(QSerialPort::DeviceNotFoundError, m_device);
         return false;

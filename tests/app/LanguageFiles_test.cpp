@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMessageBox>
 #include <QRegularExpression>
@@ -111,6 +112,20 @@ TEST_P(ShippedLanguage, HoldsEveryWordOfEveryForm)
     for (const QString& line : shipped)
         added.removeOne(line);
     EXPECT_EQ(added, QStringList()) << qPrintable(added.join(u'\n'));
+}
+
+TEST_P(ShippedLanguage, TheCommunicationSettingsUnderlineEachLetterOnce)
+{
+    start(dir.filePath("no-adapter"), std::make_unique<RecordingMessages>(asked));
+    const frmComSet form({window->commSettings(), program->ports(), program->library(), QString()});
+    QStringList keys;
+    for (const QWidget* widget : form.findChildren<QWidget*>()) {
+        const QString key = QKeySequence::mnemonic(widget->property("text").toString()).toString();
+        EXPECT_FALSE(keys.contains(key)) << qPrintable(key + ' ' + widget->objectName());
+        if (!key.isEmpty())
+            keys << key;
+    }
+    EXPECT_TRUE(keys.contains("Alt+V")) << "a button that the language file names";
 }
 
 QStringList textsOf(const QObject& object)

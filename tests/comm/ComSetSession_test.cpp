@@ -98,7 +98,7 @@ TEST_F(Session, SearchesAndTakesWhatWasFound)
             idle->touch();
         return isIt ? modbusframe::toWire(QByteArray::fromHex("2A42000E") + kKX620, true) : QByteArray();
     });
-    ComSetFields fields = open("CommSpeed=38400\nCommProtocolCharacter=E,8,1\n");
+    ComSetFields fields = open("CommSpeed=38401\nCommProtocolCharacter=E,7,2\n");
     idle.emplace(box.clock, 100);
     fields.ascii = true;
     std::optional<ScanFind> found;
@@ -111,9 +111,9 @@ TEST_F(Session, SearchesAndTakesWhatWasFound)
     ComSetFields taken = session->open();
     session->takeFind(*found, taken);
     EXPECT_EQ(QStringList({taken.speedText, taken.chara, taken.slaveText, taken.modelString}).join(u' '),
-              u"38400bps E,8,1 42 KX62000000-10A");
-    EXPECT_TRUE(taken.ascii && taken.portPosition == 0 && taken.modelPosition == 2);
-    EXPECT_EQ(session->otherChara(), u"E,8,1");
+              u"38401bps E,7,2 42 KX62000000-10A");
+    EXPECT_TRUE(taken.ascii && taken.port.number == 1 && taken.modelPosition == 2);
+    EXPECT_EQ(session->otherChara(), u"E,7,2");
 }
 
 // On OK. The answer is the controller's at FBC0 and FBC8; one notice at most, and nothing is applied yet.
@@ -164,13 +164,63 @@ TEST_F(Session, WhereSettingsCannotBeKeptTheBuiltInModelsAreOffered)
     EXPECT_TRUE(told.texts[0].startsWith(u"The settings were not saved: ")) << qPrintable(told.texts[0]);
 }
 
+// What is plugged in from look to look, what COM1 is, the number chosen; what is offered in the end ("-": not plugged
+// in), and what has become of the choice.
+TEST_F(Session, TheChoiceStaysWithItsAdapter)
+{
+    const std::tuple<const char*, const char*, int, const char*, int> rows[] = {
+        {"b|ab", "", 1, "1a 2b", 2}, {"ab|b", "", 1, "1b", 0},         {"ab|b|ab", "", 1, "1a 2b", 1},
+        {"a|", "", 1, "1-", 1},      {"a||b", "", 1, "1b", 0},         {"|a", "", 1, "1a", 1},
+        {"a|a", "", 3, "1a 3-", 3},  {"a|ac", "b", 1, "1-b 2a 3c", 1}, {"a|ab|bc", "b", 1, "1b 2c", 1}};
+    for (const auto& [looks, setting, number, offers, follows] : rows) {
+        SCOPED_TRACE(std::string(looks) + setting);
+        writeSettings(QByteArray("[Ports]\nCOM1=") + setting + '\n');
+        OfferedPorts offered(ports, library);
+        PortChoice choice{number, QString(), QString()};
+        for (const QString& plugged : QString(looks).split('|')) {
+            machine.clear();
+            for (const QChar device : plugged)
+                machine.append({device});
+            (void)offered.look(choice);
+        }
+        QStringList texts;
+        for (const platform::ComPort& port : offered.list())
+            texts << QString::number(port.number) + (port.isPluggedIn ? "" : "-") + port.device;
+        EXPECT_EQ(texts.join(u' '), offers);
+        EXPECT_EQ(choice.number, follows);
+    }
+}
+
+TEST_F(Session, OkKeepsTheAdapterByItsLastingName)
+{
+    plug(kKX620);
+    const QString device = controller->device();
+    const QString name = byId.filePath("A1");
+    machine = {platform::ComPort{device}};
+    ASSERT_TRUE(QFile::link(device, name));
+    // The device of COM1 for this run, what its key holds before, the port that is typed; what the key holds then.
+    const QString rows[][4] = {
+        {"", "", "", name}, {device, "", "", ""}, {"", device, "", device}, {"", "", device, ""}};
+    for (const auto& [run, before, typed, after] : rows) {
+        SCOPED_TRACE(qPrintable(run + '|' + before + '|' + typed));
+        ports.assign(1, run);
+        ComSetFields fields = open("[Ports]\nCOM1=" + before.toUtf8() + '\n');
+        if (!typed.isEmpty())
+            fields.port = PortChoice::of(typed);
+        ASSERT_TRUE(session->confirm(fields));
+        session->apply(fields);
+        EXPECT_EQ(portSetting("COM1"), after);
+        EXPECT_EQ(mainLink->device(), device);
+    }
+}
+
 // A port and a format outside the lists are kept.
 TEST_F(Session, AppliesEverythingAndReads)
 {
     plug(kKX620);
     ports.assign(12, controller->device());
-    ComSetFields fields = open("CommPortNo=12\nCommProtocolCharacter=E,8,1\n");
-    EXPECT_EQ(session->otherChara(), u"E,8,1");
+    ComSetFields fields = open("CommPortNo=12\nCommProtocolCharacter=E,8,2\n");
+    EXPECT_EQ(session->otherChara(), u"E,8,2");
     fields.speedText = QStringLiteral("19200bps");
     fields.slaveText = QStringLiteral("42");
     ASSERT_TRUE(session->confirm(fields));
@@ -179,7 +229,7 @@ TEST_F(Session, AppliesEverythingAndReads)
     EXPECT_EQ(owner->calls.join(u'|'), u"take 42,1,2,KX62000000-10A|read, link 1");
     EXPECT_EQ(mainLink->Port(), 12);
     const QByteArray saved = settingsFile();
-    for (const char* line : {"CommPortNo=12", "CommSpeed=19200", "CommProtocolCharacter=E,8,1"})
+    for (const char* line : {"CommPortNo=12", "CommSpeed=19200", "CommProtocolCharacter=E,8,2"})
         EXPECT_TRUE(saved.contains(line)) << line;
 }
 

@@ -56,15 +56,21 @@ protected:
 TEST_F(ComSet, OpensDetectsAndApplies)
 {
     plug(kKX620);
-    open("CommPortNo=12\nCommProtocolCharacter=E,8,1\n");
+    open("CommPortNo=12\nCommProtocolCharacter=E,7,2\n");
     EXPECT_EQ(focus(), u"Combo1");
     EXPECT_EQ(find<QLineEdit>("Text3")->placeholderText(), u"5000") << "the seconds of the settings";
-    EXPECT_EQ(find<QComboBox>("Combo1")->placeholderText(), u"COM12");
+    EXPECT_EQ(find<QComboBox>("Combo1")->currentText(), u"COM12  (not plugged in)");
     EXPECT_TRUE(find<QLabel>("lblTrouble")->text().startsWith(u"COM12: ")) << "why it is closed";
     EXPECT_TRUE(find<QRadioButton>("optOther")->isVisible() && find<QRadioButton>("optOther")->isChecked());
     find<QComboBox>("Combo1")->setCurrentIndex(0);
-    find<QComboBox>("Combo2")->setCurrentIndex(1);
-    click("Option6");
+    find<QComboBox>("Combo2")->setCurrentIndex(6);
+    const auto& warning = *find<QLabel>("lblWarning");
+    EXPECT_TRUE(warning.isVisible());
+    for (const auto& [choice, warns] :
+         {std::pair{"Option6", true}, {"Option5", false}, {"Option4", true}, {"Option9", false}}) {
+        click(choice);
+        EXPECT_EQ(warning.isVisible(), warns) << choice;
+    }
     click("Command2");
     EXPECT_EQ(find<QComboBox>("Combo3")->currentText(), u"KX620");
     EXPECT_EQ(find<QLineEdit>("Text2")->text(), QLatin1String(kKX620));
@@ -78,7 +84,7 @@ TEST_F(ComSet, OpensDetectsAndApplies)
     click("Command1_0");
     EXPECT_EQ(dialog->result(), QDialog::Accepted);
     EXPECT_EQ(owner->calls.join(u'|'), u"take 42,0,1,KX62000000-10A|read, link 1");
-    EXPECT_EQ(link->Speed() + u' ' + link->Chara(), u"19200 E,7,1");
+    EXPECT_EQ(link->Speed() + u' ' + link->Chara(), u"115200 O,8,1");
 }
 
 // What is typed is taken, and offered again; what cannot be a serial server is refused at once.
@@ -105,7 +111,39 @@ TEST_F(ComSet, ATypedPort)
         EXPECT_TRUE(settingsFile().contains(line.toUtf8())) << qPrintable(line);
     dialog = std::make_unique<frmComSet>(ComSetSession::Parts{*owner, ports, library, QString()}, &window);
     port = find<QComboBox>("Combo1");
-    EXPECT_TRUE(port->currentText() == name && port->findText(name) == ComSetSession::kPorts);
+    EXPECT_TRUE(port->currentText() == name && port->findText(name) == 1);
+}
+
+// What was chosen or typed stays.
+TEST_F(ComSet, ThePortsFollowWhatIsPluggedIn)
+{
+    plug(kKX620);
+    ports.assign(1, QString());
+    open();
+    const auto& error = *find<QLabel>("lblTrouble");
+    EXPECT_TRUE(error.text().startsWith(u"no serial port was found")) << qPrintable(error.text());
+    auto& port = *find<QComboBox>("Combo1");
+    const auto look = [&](const QVector<platform::ComPort>& plugged, const QString& text, int count) {
+        machine = plugged;
+        box.clock.advance(1000);
+        EXPECT_EQ(port.currentText(), text);
+        EXPECT_EQ(port.count(), count);
+    };
+    const platform::ComPort line{controller->device(), "adapter", "A1"};
+    look({line}, "COM1  " + line.device + "  adapter  A1", 1);
+    EXPECT_FALSE(error.isVisible()) << "it is open: " << qPrintable(error.text());
+    look({line, {"/dev/ttyUSB7"}}, "COM2  " + line.device + "  adapter  A1", 2);
+    port.setEditText("tcp://a");
+    port.lineEdit()->setCursorPosition(4);
+    look({{"/dev/ttyUSB7"}, {"/dev/ttyUSB8"}}, "tcp://a", 2);
+    EXPECT_EQ(port.lineEdit()->cursorPosition(), 4);
+    port.setCurrentIndex(1);
+    look({{"/dev/ttyUSB9"}}, "COM2  (not plugged in)", 2);
+    look({{"/dev/ttyUSB9"}, {"/dev/ttyUSB10"}}, QString(), 2);
+    click("Command1_0");
+    EXPECT_TRUE(shown.texts == QStringList{error.text()} && error.text().startsWith(u"choose a port"));
+    EXPECT_TRUE(dialog->isVisible() && focus() == "Combo1");
+    look({{"/dev/ttyUSB8"}}, "COM1  /dev/ttyUSB8", 1);
 }
 
 TEST_F(ComSet, StopEndsTheConnecting)

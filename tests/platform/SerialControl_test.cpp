@@ -6,6 +6,7 @@
 #include "Table.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -38,6 +39,52 @@ TEST(PortSource, GivesDeviceOfCom)
         const ComPort port = ports.resolve(row[1].toInt());
         EXPECT_EQ(port.device, row[5]);
         EXPECT_EQ(port.description, row[6]);
+    }
+}
+
+// Number, "-" for what is not plugged in, device and lasting name, these by their last letter.
+QString numbering(const ComPorts& ports)
+{
+    QStringList texts;
+    for (const ComPort& port : ports.all())
+        texts << QString::number(port.number) + (port.isPluggedIn ? u' ' : u'-') + port.device.back() +
+                     port.lastingName.right(1);
+    return texts.join(u'|');
+}
+
+TEST(PortSource, AnAdapterKeepsItsNumber)
+{
+    QTemporaryDir folder;
+    const QString byId = folder.filePath("by-id/");
+    ASSERT_TRUE(QDir().mkdir(byId));
+    // What is plugged in, where the links a and b lead to, what COM1 is in the settings ("@": a link); the numbers.
+    const char* const rows[][4] = {{"01", "01", "", "1 0a|2 1b"},
+                                   {"01", "01", "@b", "1 1b|2 0a"},
+                                   {"01", "10", "@b", "1 0b|2 1a"},
+                                   {"0", "0 ", "@b", "1-bb|2 0a"},
+                                   {"1", " 1", "@b", "1 1b"},
+                                   {"", "  ", "@b", "1-bb"},
+                                   {"01", "01", "#0", "1 0a|2 1b"},
+                                   {"1", " 1", "#9", "1-9|2 1b"},
+                                   {"012", "02", "@b", "1 2b|2 0a|3 1"},
+                                   {"01", "01", "tcp://a:7", "1 7|2 0a|3 1b"}};
+    for (const auto& [plugged, links, setting, numbers] : rows) {
+        SCOPED_TRACE(std::string(plugged) + links + setting);
+        QVector<ComPort> machine;
+        for (const QChar device : QString(plugged)) {
+            machine.append({folder.filePath(device)});
+            QFile(machine.last().device).open(QIODevice::WriteOnly);
+        }
+        for (int i = 0; i < 2; ++i) {
+            QFile::remove(byId + QChar("ab"[i]));
+            EXPECT_TRUE(links[i] == ' ' || QFile::link(folder.filePath(QChar(links[i])), byId + QChar("ab"[i])));
+        }
+        const QString named = QString(setting).replace('@', byId).replace('#', folder.path() + '/');
+        const auto lookup = [&](const QString& key) { return key == "COM1" ? named : QString(); };
+        const ComPorts ports(
+            QProcessEnvironment(), lookup, [&] { return machine; }, folder.filePath("by-id"));
+        EXPECT_EQ(numbering(ports), numbers);
+        EXPECT_EQ(ports.device(1), ports.resolve(1).device);
     }
 }
 

@@ -1,13 +1,16 @@
 #pragma once
 
+#include "FileLocations.h"
 #include "IdleClock.h"
 #include "ScriptedController.h"
 #include "SoundController.h"
 #include "TestMachine.h"
+#include "clsINI.h"
 #include "clsLibrary.h"
 #include "uclComm.h"
 
 #include <QCoreApplication>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -21,7 +24,11 @@ class DetectionFixture : public ::testing::Test
 protected:
     static constexpr const char* kSilent = "#silent";
 
-    DetectionFixture() : library(box.context), ports{QProcessEnvironment()} {}
+    DetectionFixture()
+        : library(box.context), ports(
+                                    QProcessEnvironment(), [this](const QString& key) { return portSetting(key); },
+                                    [this] { return machine; }, byId.path())
+    {}
 
     void plug(ScriptedController::Answer answer)
     {
@@ -57,6 +64,11 @@ protected:
         return reply;
     }
 
+    QString portSetting(const QString& key)
+    {
+        return mainSettings(box.context).GetIniData(kPortsSection, key, QString(), true);
+    }
+
     void settle()
     {
         for (int i = 0; i < 5; ++i)
@@ -75,6 +87,8 @@ protected:
 
     TestMachine box;
     clsLibrary library;
+    QTemporaryDir byId;                 // links by lasting names
+    QVector<platform::ComPort> machine; // what is plugged in, without what plug puts in
     platform::ComPorts ports;
     std::unique_ptr<ScriptedController> controller;
     std::optional<IdleClock> idle;

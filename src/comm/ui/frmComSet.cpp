@@ -3,12 +3,13 @@
 #include "AccessibleNames.h"
 #include "Clock.h"
 #include "ControlRegistry.h"
+#include "FormatChoice.h"
+#include "PortField.h"
 #include "VisibleText.h"
 #include "clsLibrary.h"
 #include "frmScan.h"
 
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -21,7 +22,7 @@
 
 namespace {
 
-constexpr int kPortCharacters = 40; // a device and the beginning of its description
+constexpr int kPortLookMs = 1000;
 
 template <class Control> Control* named(Control* control, const char* name)
 {
@@ -33,6 +34,15 @@ QLabel* labelFor(QWidget* field, const char* name, const QString& caption, QWidg
 {
     auto* label = named(new QLabel(caption, parent), name);
     label->setBuddy(field);
+    return label;
+}
+
+// For what may be wrong with the fields above it.
+QLabel* noticeLabel(const char* name, QWidget* parent)
+{
+    auto* label = named(new QLabel(parent), name);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
 }
 
@@ -48,7 +58,8 @@ QHBoxLayout* sideBySide(std::initializer_list<QWidget*> widgets)
 } // namespace
 
 frmComSet::frmComSet(const ComSetSession::Parts& parts, QWidget* parent)
-    : QDialog(parent), m_library(parts.library), m_session(parts), m_placement(*this, QStringLiteral("frmComSet"))
+    : QDialog(parent), m_library(parts.library), m_session(parts),
+      m_portLook(parts.library.context().machine.clock.makeTimer()), m_placement(*this, QStringLiteral("frmComSet"))
 {
     setupForm();
     setupTabOrder();
@@ -59,7 +70,7 @@ frmComSet::frmComSet(const ComSetSession::Parts& parts, QWidget* parent)
     connectControls();
     adjustSize();
     m_library.loadFormSize(m_placement);
-    growForError();
+    growForNotices();
     m_port->setFocus();
 }
 
@@ -87,21 +98,10 @@ void frmComSet::setupForm()
 QGroupBox* frmComSet::setupPortFrame()
 {
     auto* frame = m_frames[0] = named(new QGroupBox(QStringLiteral("Serial line"), this), "Frame1");
-    m_port = named(new QComboBox(frame), "Combo1");
-    // A long description of an adapter must not widen the dialog.
-    m_port->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_port->setMinimumContentsLength(kPortCharacters);
-    // A name may be typed; the list stays what it is, and nothing is put behind what somebody types.
-    m_port->setEditable(true);
-    m_port->setInsertPolicy(QComboBox::NoInsert);
-    m_port->setCompleter(nullptr);
-    m_error = named(new QLabel(frame), "lblTrouble");
-    m_error->setWordWrap(true);
-    m_error->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_port = named(new PortField(m_session, frame), "Combo1");
+    m_error = noticeLabel("lblTrouble", frame);
     m_speed = named(new QComboBox(frame), "Combo2");
-    m_eightBits = named(new QRadioButton(QStringLiteral("&8 bits, no parity"), frame), "Option7");
-    m_sevenBits = named(new QRadioButton(QStringLiteral("&7 bits, even parity"), frame), "Option6");
-    m_otherFormat = named(new QRadioButton(frame), "optOther");
+    m_format = new FormatChoice(frame);
     m_labels[0] = labelFor(m_port, "Label1", QStringLiteral("&Port:"), frame);
     m_labels[1] = labelFor(m_speed, "Label2", QStringLiteral("&Speed:"), frame);
     auto* layout = new QFormLayout(frame);
@@ -109,7 +109,7 @@ QGroupBox* frmComSet::setupPortFrame()
     layout->addRow(m_labels[0], m_port);
     layout->addRow(m_error);
     layout->addRow(m_labels[1], m_speed);
-    layout->addRow(QString(), sideBySide({m_eightBits, m_sevenBits, m_otherFormat}));
+    layout->addRow(QString(), m_format);
     m_timeOut = named(new QLineEdit(frame), "Text3");
     m_timeOut->setInputMethodHints(Qt::ImhDigitsOnly);
     m_labels[5] = labelFor(m_timeOut, "Label6", QStringLiteral("Time-o&ut (ms):"), frame);
@@ -122,7 +122,10 @@ QGroupBox* frmComSet::setupModeFrame()
     auto* frame = m_frames[1] = named(new QGroupBox(QStringLiteral("Transmission mode"), this), "Frame2");
     m_rtu = named(new QRadioButton(QStringLiteral("&RTU"), frame), "Option4");
     m_ascii = named(new QRadioButton(QStringLiteral("&ASCII"), frame), "Option5");
-    frame->setLayout(sideBySide({m_rtu, m_ascii}));
+    m_warning = noticeLabel("lblWarning", frame);
+    auto* layout = new QVBoxLayout(frame);
+    layout->addLayout(sideBySide({m_rtu, m_ascii}));
+    layout->addWidget(m_warning);
     return frame;
 }
 
@@ -137,7 +140,7 @@ QGroupBox* frmComSet::setupControllerFrame()
     m_detect->setToolTip(QStringLiteral("Asks the controller on the line for its model"));
     m_labels[2] = labelFor(m_slave, "Label3", QStringLiteral("Slave &number (1 to 99):"), frame);
     m_labels[3] = labelFor(m_model, "Label4", QStringLiteral("&Model:"), frame);
-    m_labels[4] = labelFor(m_modelString, "Label5", QStringLiteral("Model s&tring:"), frame);
+    m_labels[4] = labelFor(m_modelString, "Label5", QStringLiteral("Model str&ing:"), frame);
     auto* modelRow = new QHBoxLayout;
     modelRow->addWidget(m_model, 1);
     modelRow->addWidget(m_detect);
@@ -159,7 +162,7 @@ QWidget* frmComSet::setupProgress()
     auto* bar = named(new QProgressBar(m_progress), "ProgressBar1");
     bar->setRange(0, 0);
     bar->setTextVisible(false);
-    m_stop = named(new QPushButton(QStringLiteral("&Stop"), m_progress), "cmdStop");
+    m_stop = named(new QPushButton(QStringLiteral("S&top"), m_progress), "cmdStop");
     m_stop->setAutoDefault(false);
     auto* layout = new QHBoxLayout(m_progress);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -189,9 +192,12 @@ QWidget* frmComSet::setupButtons()
 
 void frmComSet::setupTabOrder()
 {
-    QWidget* const order[] = {m_port,  m_speed, m_eightBits, m_sevenBits, m_otherFormat, m_timeOut, m_rtu, m_ascii,
-                              m_slave, m_model, m_detect,    m_search,    m_modelString, m_stop,    m_ok,  m_cancel};
-    for (size_t i = 1; i < std::size(order); ++i)
+    QList<QWidget*> order = {m_port, m_speed};
+    for (QRadioButton* button : m_format->buttons())
+        order << button;
+    order << m_format->other() << m_timeOut << m_rtu << m_ascii << m_slave << m_model << m_detect << m_search
+          << m_modelString << m_stop << m_ok << m_cancel;
+    for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
 }
 
@@ -203,10 +209,12 @@ void frmComSet::registerControls()
         m_registry->add(frame, frame->objectName());
     for (QLabel* label : m_labels)
         m_registry->add(label, label->objectName());
-    QWidget* const single[] = {m_port,  m_speed,       m_eightBits, m_sevenBits, m_rtu,    m_ascii,  m_slave,
-                               m_model, m_modelString, m_detect,    m_stop,      m_search, m_timeOut};
+    QWidget* const single[] = {m_port,        m_speed,  m_rtu,  m_ascii,  m_slave,  m_model,
+                               m_modelString, m_detect, m_stop, m_search, m_timeOut};
     for (QWidget* control : single)
         m_registry->add(control, control->objectName());
+    for (QRadioButton* button : m_format->buttons())
+        m_registry->add(button, button->objectName());
     m_registry->add(m_ok, QStringLiteral("Command1"), 0);
     m_registry->add(m_cancel, QStringLiteral("Command1"), 1);
 }
@@ -216,11 +224,15 @@ void frmComSet::nameFields()
     for (const QLabel* label : m_labels)
         platform::nameField(*label->buddy(), label->text());
     platform::nameField(*m_error, m_labels[0]->text());
+    platform::nameField(*m_warning, m_frames[1]->title());
 }
 
 void frmComSet::connectControls()
 {
     connect(m_port, &QComboBox::currentTextChanged, this, &frmComSet::showPortError);
+    connect(m_portLook.get(), &platform::Timer::timeout, m_port, &PortField::look);
+    connect(m_format, &FormatChoice::changed, this, &frmComSet::showLineWarning);
+    connect(m_rtu, &QRadioButton::toggled, this, &frmComSet::showLineWarning);
     // Both: a hand may also pick the entry that is selected already.
     connect(m_model, &QComboBox::currentIndexChanged, this, &frmComSet::onModelPicked);
     connect(m_model, &QComboBox::activated, this, &frmComSet::onModelPicked);
@@ -235,73 +247,39 @@ void frmComSet::connectControls()
 
 void frmComSet::fill(const ComSetFields& fields)
 {
-    m_port->addItems(platform::visibleTexts(m_session.portTexts()));
-    m_port->addItems(platform::visibleTexts(m_session.recentPorts()));
-    m_port->setPlaceholderText(platform::visibleText(m_session.triedPortText()));
+    m_port->fill(fields.port);
     m_timeOut->setText(fields.timeOutText);
     m_timeOut->setPlaceholderText(QString::number(m_session.timeOutSeconds() * platform::kMsPerSecond));
     m_model->addItems(platform::visibleTexts(m_session.modelCodes()));
-    m_port->lineEdit()->setPlaceholderText(m_port->placeholderText());
     showLine(fields);
     showFields(fields);
     showPortError();
+    showLineWarning();
+    m_portLook->start(kPortLookMs);
 }
 
 void frmComSet::showLine(const ComSetFields& fields)
 {
-    m_port->setCurrentIndex(fields.portPosition);
-    if (!fields.portName.isEmpty())
-        m_port->setEditText(platform::visibleText(fields.portName));
     m_speed->clear();
     m_speed->addItems(platform::visibleTexts(m_session.speedTexts()));
     m_speed->setCurrentIndex(static_cast<int>(m_session.speedTexts().indexOf(fields.speedText)));
-    showChara(fields.chara);
+    m_format->select(fields.chara, m_session.otherChara());
     (fields.ascii ? m_ascii : m_rtu)->setChecked(true);
     m_slave->setText(fields.slaveText);
-}
-
-// A format beside the usual two is a choice for as long as it is the stored one.
-void frmComSet::showChara(const QString& chara)
-{
-    const QString other = m_session.otherChara();
-    m_otherFormat->setText(platform::visibleText(other));
-    m_otherFormat->setVisible(!other.isEmpty());
-    (!other.isEmpty() && chara == other                  ? m_otherFormat
-     : chara == QLatin1String(ComSetSession::kSevenBits) ? m_sevenBits
-                                                         : m_eightBits)
-        ->setChecked(true);
-}
-
-QString frmComSet::chosenChara() const
-{
-    if (m_otherFormat->isChecked())
-        return m_session.otherChara();
-    return QLatin1String(m_sevenBits->isChecked() ? ComSetSession::kSevenBits : ComSetSession::kEightBits);
 }
 
 ComSetFields frmComSet::readFields() const
 {
     ComSetFields fields;
-    readPort(fields);
+    fields.port = m_port->choice();
     fields.speedText = m_session.speedTexts().value(m_speed->currentIndex());
-    fields.chara = chosenChara();
+    fields.chara = m_format->chara();
     fields.timeOutText = m_timeOut->text();
     fields.ascii = m_ascii->isChecked();
     fields.slaveText = m_slave->text();
     fields.modelPosition = m_model->currentIndex();
     fields.modelString = modelString();
     return fields;
-}
-
-// An entry of the list stands for what it was made from, whatever is shown of it.
-void frmComSet::readPort(ComSetFields& fields) const
-{
-    const QString text = m_port->currentText();
-    const int entry = m_port->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    fields.portPosition = entry < ComSetSession::kPorts ? entry : -1;
-    fields.portName = m_session.recentPorts().value(entry - ComSetSession::kPorts);
-    if (entry < 0)
-        ComSetSession::choosePort(text, fields);
 }
 
 // The model only: a detection changes nothing else. It keeps the controller's own string, whatever the list says.
@@ -327,16 +305,23 @@ QString frmComSet::modelString() const
 
 void frmComSet::showPortError()
 {
-    ComSetFields fields;
-    readPort(fields);
-    const QString error = m_session.portError(fields);
-    m_error->setText(platform::visibleLines(error));
-    m_error->setVisible(!error.isEmpty());
-    growForError();
+    showNotice(*m_error, m_session.portError(m_port->choice()));
+}
+
+void frmComSet::showLineWarning()
+{
+    showNotice(*m_warning, m_session.lineWarning(readFields()));
+}
+
+void frmComSet::showNotice(QLabel& label, const QString& text)
+{
+    label.setText(platform::visibleLines(text));
+    label.setVisible(!text.isEmpty());
+    growForNotices();
 }
 
 // A window does not grow by itself for a text that wraps.
-void frmComSet::growForError()
+void frmComSet::growForNotices()
 {
     layout()->activate();
     const int needed = layout()->totalHeightForWidth(width());
@@ -386,7 +371,7 @@ void frmComSet::onDetect()
 // otherwise: where there is none.
 QWidget& frmComSet::wrongField(const ComSetFields& fields, QWidget& otherwise) const
 {
-    if (!ComSetSession::isWellNamed(fields))
+    if (!ComSetSession::isPortSound(fields.port))
         return *m_port;
     if (!m_session.slaveNumber(fields))
         return *m_slave;
@@ -448,7 +433,9 @@ void frmComSet::closeEvent(QCloseEvent* event)
 // Hidden by whatever way; a minimised dialog is still open.
 void frmComSet::hideEvent(QHideEvent* event)
 {
-    if (!event->spontaneous())
+    if (!event->spontaneous()) {
+        m_portLook->stop();
         m_library.saveFormSize(m_placement);
+    }
     QDialog::hideEvent(event);
 }

@@ -16,9 +16,13 @@ class QPushButton;
 class QRadioButton;
 class QVBoxLayout;
 
+class FormatChoice;
+class PortField;
+
 namespace platform {
 class ControlRegistry;
-}
+class Timer;
+} // namespace platform
 
 // The communication settings: port, line format, transmission mode, slave number and model of the controller, and the
 // question to the controller which model it is. Shows a ComSetSession and decides nothing itself.
@@ -57,15 +61,14 @@ private:
     void fill(const ComSetFields& fields);
 
     ComSetFields readFields() const;
-    void readPort(ComSetFields& fields) const;
     void showFields(const ComSetFields& fields);
     void showLine(const ComSetFields& fields);
     void showModelString(const QString& modelString);
     QString modelString() const;
-    void showChara(const QString& chara);
-    QString chosenChara() const;
     void showPortError();
-    void growForError();
+    void showLineWarning();
+    void showNotice(QLabel& label, const QString& text);
+    void growForNotices();
     void showProgress(const QString& address);
     void hideProgress();
     void enableControls(bool enabled);
@@ -79,17 +82,16 @@ private:
     clsLibrary& m_library;
     ComSetSession m_session;
     std::unique_ptr<platform::ControlRegistry> m_registry;
+    std::unique_ptr<platform::Timer> m_portLook;
     platform::WidgetPlacement m_placement;
 
     QString m_heldModelString; // what the field shows, as it came
 
     QGroupBox* m_frames[3] = {};
     QLabel* m_labels[6] = {};
-    QComboBox* m_port = nullptr;         // Combo1
-    QComboBox* m_speed = nullptr;        // Combo2
-    QRadioButton* m_eightBits = nullptr; // Option7
-    QRadioButton* m_sevenBits = nullptr; // Option6
-    QRadioButton* m_otherFormat = nullptr;
+    PortField* m_port = nullptr;        // Combo1
+    QComboBox* m_speed = nullptr;       // Combo2
+    FormatChoice* m_format = nullptr;   // Option7, Option6 and more
     QRadioButton* m_rtu = nullptr;      // Option4
     QRadioButton* m_ascii = nullptr;    // Option5
     QLineEdit* m_slave = nullptr;       // Text1
@@ -101,6 +103,7 @@ private:
     QPushButton* m_ok = nullptr;        // Command1(0)
     QPushButton* m_cancel = nullptr;    // Command1(1)
     QLabel* m_error = nullptr;
+    QLabel* m_warning = nullptr;
     QWidget* m_progress = nullptr;
     QLabel* m_progressText = nullptr;
     QPushButton* m_stop = nullptr;

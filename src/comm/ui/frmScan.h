@@ -56,7 +56,7 @@ private:
     void copy();
 
     ComSetSession& m_session;
-    const ComSetFields m_fields;
+    ComSetFields m_fields;
     const clsLibrary& m_library;
     ScanModel m_model;
     std::optional<ScanFind> m_chosen;
