@@ -40,6 +40,7 @@ constexpr HelpTopicRow kRows[] = {
     {u"frmComSet", u"Command2", u"communication.html", u"detect"},
     {u"frmComSet", u"cmdStop", u"communication.html", u"detect"},
     {u"frmComSet", u"Command3", u"communication.html", u"search"},
+    {u"frmComSet", u"Command4", u"windows.html", u"traffic"},
     {u"frmComSet", u"Text3", u"communication.html", u"fields"},
     {u"frmComSet", u"Command1_0", u"communication.html", u"ok"},
     {u"frmComSet", u"Command1_1", u"communication.html", u"cancel"},

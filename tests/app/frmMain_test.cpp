@@ -53,7 +53,14 @@ TEST_F(MainWindow, RecvFillsTheGrid)
 TEST_F(MainWindow, OtherModelOpensTheSettings)
 {
     openWith([](const QByteArray& request) { return soundController::reply(request, "KX62000000-10A"); });
-    const Settings settings([](frmComSet& dialog) { dialog.reject(); });
+    const Settings settings([this](frmComSet& dialog) {
+        dialog.findChild<QPushButton*>("Command4")->click();
+        const auto windows = QApplication::topLevelWidgets();
+        EXPECT_TRUE(std::any_of(windows.begin(), windows.end(), [](const QWidget* each) {
+            return each->objectName() == u"frmTraffic" && each->isVisible();
+        }));
+        dialog.reject();
+    });
     recv();
     EXPECT_EQ(settings.count(), 1);
     EXPECT_EQ(messages(), QStringList{"Model number is different.\nExpected: KX41000000-10A, found: KX62000000-10A"});

@@ -47,6 +47,7 @@ void CommSettings::run()
     frmComSet dialog({*this, program.ports(), program.library(), QCoreApplication::arguments().mid(1).join(u' ')},
                      &m_parts.window);
     m_dialog = &dialog;
+    connect(&dialog, &frmComSet::trafficWanted, this, &CommSettings::trafficWanted);
     dialog.Logs(program.errorLog(), program.traceLog());
     dialog.exec();
     m_dialog = nullptr;

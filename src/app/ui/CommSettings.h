@@ -58,6 +58,7 @@ public:
 Q_SIGNALS:
     void modelChosen(int modelNumber, const QString& modelString);
     void readWanted();
+    void trafficWanted();
     void closed();
 
 private:

@@ -143,6 +143,7 @@ void frmMain::connectParts()
     connect(&m_clsKX, &clsKX::LoadEvent, this, &frmMain::onLoadEvent);
     connect(m_comm.get(), &CommSettings::modelChosen, this, &frmMain::loadKXInfo);
     connect(m_comm.get(), &CommSettings::readWanted, this, [this] { m_engine->getDataFromKX(nullptr); });
+    connect(m_comm.get(), &CommSettings::trafficWanted, this, &frmMain::showTraffic);
     connect(m_comm.get(), &CommSettings::closed, m_status, &MainStatus::showLink);
     connect(m_dialogs.get(), &MainDialogs::designChanged, this, &frmMain::tranForm);
     connect(m_dialogs.get(), &MainDialogs::optionsStored, m_comm.get(), &CommSettings::doCommCheck);

@@ -182,8 +182,12 @@ QWidget* frmComSet::setupButtons()
     m_ok = named(new QPushButton(QStringLiteral("&OK"), row), "Command1_0");
     m_cancel = named(new QPushButton(QStringLiteral("&Cancel"), row), "Command1_1");
     m_ok->setDefault(true);
+    m_traffic = named(new QPushButton(QStringLiteral("Tra&ffic..."), row), "Command4");
+    m_traffic->setToolTip(QStringLiteral("Shows the frames on the line"));
+    m_traffic->setAutoDefault(false);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_traffic);
     layout->addStretch();
     layout->addWidget(m_ok);
     layout->addWidget(m_cancel);
@@ -196,7 +200,7 @@ void frmComSet::setupTabOrder()
     for (QRadioButton* button : m_format->buttons())
         order << button;
     order << m_format->other() << m_timeOut << m_rtu << m_ascii << m_slave << m_model << m_detect << m_search
-          << m_modelString << m_stop << m_ok << m_cancel;
+          << m_modelString << m_stop << m_traffic << m_ok << m_cancel;
     for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
 }
@@ -209,8 +213,8 @@ void frmComSet::registerControls()
         m_registry->add(frame, frame->objectName());
     for (QLabel* label : m_labels)
         m_registry->add(label, label->objectName());
-    QWidget* const single[] = {m_port,        m_speed,  m_rtu,  m_ascii,  m_slave,  m_model,
-                               m_modelString, m_detect, m_stop, m_search, m_timeOut};
+    QWidget* const single[] = {m_port,        m_speed,  m_rtu,  m_ascii,  m_slave,   m_model,
+                               m_modelString, m_detect, m_stop, m_search, m_timeOut, m_traffic};
     for (QWidget* control : single)
         m_registry->add(control, control->objectName());
     for (QRadioButton* button : m_format->buttons())
@@ -238,6 +242,7 @@ void frmComSet::connectControls()
     connect(m_model, &QComboBox::activated, this, &frmComSet::onModelPicked);
     connect(m_detect, &QPushButton::clicked, this, &frmComSet::onDetect);
     connect(m_search, &QPushButton::clicked, this, &frmComSet::onSearch);
+    connect(m_traffic, &QPushButton::clicked, this, &frmComSet::trafficWanted);
     connect(m_stop, &QPushButton::clicked, &m_session, &ComSetSession::stop);
     connect(m_ok, &QPushButton::clicked, this, &frmComSet::onOk);
     connect(m_cancel, &QPushButton::clicked, this, &frmComSet::leave);

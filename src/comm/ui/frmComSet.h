@@ -43,6 +43,9 @@ public:
     // Escape: gives a detection up, else leaves like Cancel.
     void reject() override;
 
+Q_SIGNALS:
+    void trafficWanted(); // the frames on the line are to be shown
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -99,6 +102,7 @@ private:
     QLineEdit* m_modelString = nullptr; // Text2
     QPushButton* m_detect = nullptr;    // Command2
     QPushButton* m_search = nullptr;    // Command3
+    QPushButton* m_traffic = nullptr;   // Command4
     QLineEdit* m_timeOut = nullptr;     // Text3
     QPushButton* m_ok = nullptr;        // Command1(0)
     QPushButton* m_cancel = nullptr;    // Command1(1)
