@@ -46,6 +46,7 @@ bool ControllerScan::run(const Plan& plan)
 void ControllerScan::stop()
 {
     m_isStopped = true;
+    m_link.cancelOpening();
     if (m_channel)
         m_channel->abort();
 }
@@ -77,6 +78,8 @@ bool ControllerScan::openPort(int port, const LineSettings& line)
 {
     m_line = line;
     (void)m_link.changeComm(port, line.speed, line.chara, false); // saves nothing
+    if (m_link.isDeferred()) // a serial server
+        m_link.openComm();
     return m_link.State() != 0;
 }
 

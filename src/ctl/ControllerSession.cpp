@@ -1,5 +1,6 @@
 #include "ControllerSession.h"
 
+#include "LastState.h"
 #include "ModelCodes.h"
 #include "ProgramContext.h"
 
@@ -35,7 +36,12 @@ ControllerSession::~ControllerSession()
 CommandResult ControllerSession::load(const QString& wanted)
 {
     m_wanted = wanted;
-    return m_model.load(wanted);
+    if (!wanted.isEmpty() || !LastState::load(m_program.library()).modelString.isEmpty())
+        return m_model.load(wanted);
+    // Any will do: the controller says which it is when it is read.
+    ModelCatalogue catalogue(m_program.library());
+    const CommandResult opened = openCatalogue(m_program, catalogue);
+    return opened.ok() ? m_model.load(catalogue.codes().first()) : opened;
 }
 
 CommandResult ControllerSession::open()
@@ -63,15 +69,20 @@ CommandResult ControllerSession::read()
     const CommandResult adopted = m_model.load(m_engine->lastRead().answeredModel);
     if (!adopted.ok())
         return wrongModel();
+    m_messages.forget();
     m_controller.setModel(kx().entry().number, m_model.modelString());
     m_engine->getDataFromKX(nullptr);
     return readResult();
 }
 
-// A model code, or none, leaves open which options the controller has.
+bool ControllerSession::isModelOpen() const
+{
+    return m_wanted.size() < modelcodes::kModelStringLength;
+}
+
 bool ControllerSession::isVariant(const QString& answered) const
 {
-    return m_wanted.size() < modelcodes::kModelStringLength && answered.startsWith(m_wanted);
+    return isModelOpen() && answered.startsWith(m_wanted);
 }
 
 CommandResult ControllerSession::writeChosen(const QStringList& tags)

@@ -23,8 +23,10 @@ public:
     ControllerSession(ProgramContext& program, const CommandLine& line, ProgressView& progress);
     ~ControllerSession() override;
 
-    // wanted: as for chooseModel.
+    // wanted: as for chooseModel; where no model was used before the controller says which it is.
     CommandResult load(const QString& wanted);
+    // The read may bring another model, or other options: what the loaded one lacks may be there then.
+    bool isModelOpen() const;
     CommandResult open();
     // A model that was given by its code alone, or not at all, is loaded anew where the controller has other options:
     // look items up again behind it.

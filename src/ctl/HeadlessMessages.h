@@ -10,6 +10,7 @@ class HeadlessMessages : public MessagePresenter
 {
 public:
     QString lastNotice() const { return m_lastNotice; }
+    void forget() { m_lastNotice.clear(); } // what it was about is settled
 
 protected:
     int present(const Message& message) override;

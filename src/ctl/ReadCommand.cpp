@@ -31,7 +31,7 @@ CommandResult getParameters(ControllerSession& session, const CommandLine& line)
 {
     std::vector<clsData*> items;
     CommandResult step = session.load(line.model);
-    if (step.ok())
+    if (step.ok() && !session.isModelOpen())
         step = findItems(session.kx(), line.words, items);
     if (step.ok())
         step = session.open();

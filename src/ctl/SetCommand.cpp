@@ -104,7 +104,7 @@ CommandResult setParameters(ControllerSession& session, const CommandLine& line)
     Items named;
     std::vector<ChangeRow> rows;
     CommandResult step = session.load(line.model);
-    if (step.ok())
+    if (step.ok() && !session.isModelOpen())
         step = findItems(session.kx(), tagsOf(line.words), named);
     if (step.ok())
         step = checkClasses(named, line);
@@ -114,6 +114,8 @@ CommandResult setParameters(ControllerSession& session, const CommandLine& line)
         step = session.read();
     if (step.ok())
         step = findItems(session.kx(), tagsOf(line.words), named);
+    if (step.ok())
+        step = checkClasses(named, line);
     if (step.ok())
         step = enterAll(session.kx(), named, line.words, rows);
     return step.ok() ? writeRows(session, line, rows) : step;

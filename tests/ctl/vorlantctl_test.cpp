@@ -28,7 +28,8 @@ TEST_F(VorlantCtl, LastModelOfTheSettingsIsTheDefault)
     plugSound("KX41099999-99Z");
     expectFails("read --model KX41000000-10A", WrongModel, "KX41099999-99Z");
     model.clear();
-    expectFails("read", Usage, "--model"); // no model was ever chosen
+    EXPECT_EQ(run("get VQSV1"), Done) << "no model was ever chosen: the controller says which it is";
+    expectFails("get NOSUCH", Usage, "NOSUCH");
     ASSERT_TRUE(soundController::install(path("program"), path("config"),
                                          "[Setting]\nLastModelNo=1\nLastModelString=KX41099999-99Z\n"));
     EXPECT_EQ(run("read"), Done) << errors.toStdString();

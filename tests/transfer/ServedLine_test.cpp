@@ -1,3 +1,4 @@
+#include "ControllerScan.h"
 #include "SerialServer.h"
 #include "SimulatorLine.h"
 #include "TransferFixture.h"
@@ -48,6 +49,27 @@ TEST_F(ServedLine, ReadsThroughTheManualsServer)
             link->prepareComm(); // as when the settings were open: closed, and at once connected to again
         }
     }
+}
+
+// Also where nothing is behind the server any more: that is no silent line.
+TEST_F(ServedLine, IsSearched)
+{
+    serve(1);
+    const SerialServer server(line->path());
+    openEngine(server.tcp());
+    idle.emplace(box.clock, 50, 2);
+    ControllerScan search(*link, library);
+    QStringList said;
+    QObject::connect(&search, &ControllerScan::found, &search, [&](const ScanFind& find) { said << find.model; });
+    QObject::connect(&search, &ControllerScan::portFailed, &search, [&](int, const QString& why) { said << why; });
+    const ControllerScan::Plan plan{{1}, {{QStringLiteral("9600"), QStringLiteral("N,8,1"), 1}}, 1, 2, false};
+    EXPECT_TRUE(search.run(plan));
+    EXPECT_EQ(said, QStringList{kModelString});
+    line.reset();
+    said.clear();
+    EXPECT_TRUE(search.run(plan));
+    EXPECT_TRUE(said.join(u'|').contains(u"was lost: the serial server closed the connection"))
+        << qPrintable(said.join(u'|'));
 }
 
 TEST_F(ServedLine, ReadsThroughPlainForwarding)
