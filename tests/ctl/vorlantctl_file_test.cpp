@@ -66,13 +66,13 @@ TEST_F(SimulatedCtl, CompareListsWhatDiffers)
     changeValue("other.kx", "VQP1", "30.0"); // 30 in the controller: the same number
     changeValue("other.kx", "VQPV", "9");    // measured
     changeValue("blank.kx", "VQI1", "");
-    const char* table = "Tag    Name              First  Second\n"
-                        "VQSV1  Set value 1       25.8   120.0\n"
-                        "SVSEL  Active set value  SV2    SV1\n";
+    const char* table = "Tag    Name                 First  Second\n"
+                        "VQSV1  Set value 1          25.8   120.0\n"
+                        "SVSEL  Set value selection  SV2    SV1\n";
     expectPrints("compare other.kx", table, Differ);
     expectPrints("compare other.kx same.kx", table, Differ);
     expectPrints("compare other.kx same.kx --as csv",
-                 "tag,name,first,second\r\nVQSV1,Set value 1,25.8,120.0\r\nSVSEL,Active set value,SV2,SV1\r\n", Differ);
+                 "tag,name,first,second\r\nVQSV1,Set value 1,25.8,120.0\r\nSVSEL,Set value selection,SV2,SV1\r\n", Differ);
     expectPrints("compare same.kx --as json", "[]\n");
     expectPrints("compare same.kx same.kx", "");
     expectPrints("compare blank.kx --as json",

@@ -12,7 +12,8 @@ TEST_F(SimulatedCtl, EveryModelHoldsWhatIsSet)
     for (const char* code : {"KX410", "KX643", "KX910"}) {
         plugModel(code);
         const QStringList pairs =
-            QString("RUNSTP=Stopped|LEDBRT=5|VQI1=240|VQMAN=12.5|VQGAIN=20.75|SVSEL=SV2|PQKAL1=%1|PQRNO=E -200 to 900")
+            QString(
+                "RUNSTP=Stopped|LEDBRT=5|VQI1=240|VQMAN=12.5|VQGAIN=20.75|SVSEL=SV2|PQKAL1=%1|PQRNO=E: -200 to 900 °C")
                 .arg(model == u"KX910" ? "Operation event" : "Input error")
                 .split(u'|');
         const QString rows = printedRows("set|" + pairs.join('|'), Done, "tag kept") + '|';
@@ -52,8 +53,8 @@ TEST_F(SimulatedCtl, DryRunPrintsAndSendsNothing)
                   "VQI1=setting=120=240=would be sent=120");
     }
     expectPrints("--dry-run set RUNSTP=Stopped --as table",
-                 "Tag     Name     Block       Class    Cause  Held     New      Outcome        Reason  Kept\n"
-                 "RUNSTP  Control  Set values  command  typed  Running  Stopped  would be sent          Running\n");
+                 "Tag     Name      Block       Class    Cause  Held     New      Outcome        Reason  Kept\n"
+                 "RUNSTP  Run/stop  Set values  command  typed  Running  Stopped  would be sent          Running\n");
     ASSERT_EQ(run("--dry-run set PQRNO=1"), Done);
     EXPECT_EQ(output.count("followed from PQRNO"), 10) << output.toStdString();
     EXPECT_EQ(changedMemory(), "");

@@ -27,8 +27,8 @@ TEST_F(Selection, ShippedTablesAreShown)
     shippedTables();
     const QByteArray before = contentOf("ini/MultiSelect.ini");
     const std::tuple<QString, QString, QString, QString> rows[] = {
-        {"EN.txt", "Input range", "Input range|Low end|High end", "K -199.9 to 500.0|-199.9|500.0"},
-        {"JP.txt", "入力種類", "入力種類|下限|上限", "K -199.9 ～ 500.0|-199.9|500.0"},
+        {"EN.txt", "Input range", "Input range|Low end|High end", "K: -199.9 to 500.0 °C|-199.9|500.0"},
+        {"JP.txt", "入力種類", "入力種類|下限|上限", "K: -199.9 ～ 500.0 ℃|-199.9|500.0"},
     };
     for (const auto& [language, title, headers, second] : rows) {
         box.context.languageFile = language;

@@ -21,7 +21,7 @@ class Language:
         return ENGLISH_WORDING.get(pair[0], pair[0]) if self.index == 0 else pair[self.index]
 
 
-LANGUAGES = (Language("EN.txt", "English", "09", 0), Language("JP.txt", "Japanese", "11", 1))
+LANGUAGES = (Language("EN.txt", "English", "09", 0), Language("JP.txt", "日本語", "11", 1))
 
 
 def language_text(language):

@@ -21,7 +21,7 @@ INPUT = Block(("Input", "入力"), "Range", p.INPUT, relays=("Set values",))
 ALARMS = Block(("Alarms", "警報"), "Alarm", (), relays=("Alarm action",))
 ACTIONS = Block(("Alarm action", "警報動作"), "Event", p.events())
 OUTPUT = Block(("Output", "出力"), "Output", p.OUTPUT)
-OUTPUT_2 = Block(("Second output", "調節出力2"), "Output2", p.OUTPUT_2)
+OUTPUT_2 = Block(("Second output", "第2出力"), "Output2", p.OUTPUT_2)
 REMOTE = Block(("Remote setting", "リモート設定"), "Remote", p.REMOTE)
 HEATER = Block(("Heater break", "ヒータ断線"), "Heater", p.HEATER)
 TRANSMISSION = Block(("Transmission output", "伝送出力"), "Trans", p.TRANSMISSION)
@@ -31,7 +31,7 @@ SYSTEM = Block(("System", "システム"), "System", p.SYSTEM)
 COMMUNICATION = Block(("Communication", "通信"), "Com", p.COMMUNICATION)
 ZONES = Block(("Zone PID", "ゾーンPID"), "Zone", p.ZONES)
 PROGRAM = Block(("Program", "プログラム"), "Program", ())
-LINEARIZER = Block(("Linearizer", "折線補正"), "Linear",
+LINEARIZER = Block(("Linearizer", "折線近似"), "Linear",
                    p.linearizer(((0, 0), (250, 230), (500, 510), (750, 770), (1000, 1000))))
 
 

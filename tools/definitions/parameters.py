@@ -21,7 +21,7 @@ def in_set_value_units(tag, english, japanese, default, low="TAGVQSVL", high="TA
 
 
 MONITOR = (
-    Parameter("MQCODE", ("Model code", "形式コード"), "String", "", size=14, section="Model", read_only=True),
+    Parameter("MQCODE", ("Model string", "型式コード"), "String", "", size=14, section="Model", read_only=True),
     in_set_value_units("VQPV", "Process value", "測定値", 1234, -1999, 9999, section="Pv", read_only=True),
     in_set_value_units("EXSV", "Set value in use", "実行設定値", 1200, section="Sv", read_only=True),
     number("VQOUT", "Output 1", "調節出力1", 425, "-5.0", "105.0", 1, PERCENT, section="Mv", read_only=True),
@@ -31,7 +31,7 @@ STATUS = (
     switch("STAL1", "Alarm 1 state", "警報1状態", ACTIVE, read_only=True),
     switch("STAL2", "Alarm 2 state", "警報2状態", ACTIVE, read_only=True),
     switch("STAL3", "Alarm 3 state", "警報3状態", ACTIVE, read_only=True),
-    switch("STBRN", "Input state", "入力状態", (("Connected", "接続"), ("Open circuit", "断線")), read_only=True),
+    switch("STBRN", "Input state", "入力状態", (("Normal", "正常"), ("Open circuit", "断線")), read_only=True),
 )
 
 SET_VALUES = (
@@ -41,33 +41,33 @@ SET_VALUES = (
     in_set_value_units("VQSVH", "Set value high limit", "設定値上限", 4000, "TAGVQSVL", "TAGVQLIH"),
     in_set_value_units("VQSVUP", "Ramp up", "設定値上昇率", 150, 0, 9999, unit=PER_MINUTE),
     in_set_value_units("VQSVDWN", "Ramp down", "設定値下降率", 100, 0, 9999, unit=PER_MINUTE),
-    choice("SVSEL", "Active set value", "設定値選択", (("SV1", "SV1"), ("SV2", "SV2"))),
+    choice("SVSEL", "Set value selection", "設定値選択", (("SV1", "SV1"), ("SV2", "SV2"))),
     choice("SVDOT", "Decimal point", "小数点位置", tuple((str(n), str(n)) for n in range(4)), 1),
-    switch("RUNSTP", "Control", "制御", (("Stopped", "停止"), ("Running", "運転")), 1, sending="command"),
+    switch("RUNSTP", "Run/stop", "運転/停止", (("Stopped", "停止"), ("Running", "運転")), 1, sending="command"),
 )
 
 MORE_SET_VALUES = tuple(
     in_set_value_units(f"VQSV{n}", f"Set value {n}", f"設定値{n}", 0) for n in (3, 4)
 )
-SELECT_OF_FOUR = choice("SVSEL", "Active set value", "設定値選択", tuple((f"SV{n}", f"SV{n}") for n in range(1, 5)))
+SELECT_OF_FOUR = choice("SVSEL", "Set value selection", "設定値選択", tuple((f"SV{n}", f"SV{n}") for n in range(1, 5)))
 
 PID = (
-    choice("PIDONOF", "Control action", "制御動作", (("PID", "PID"), ("ON/OFF", "ON/OFF"))),
-    choice("DIRREV", "Direction", "動作方向", (("Reverse", "逆動作"), ("Direct", "正動作"))),
+    choice("PIDONOF", "Control method", "制御方式", (("PID", "PID"), ("ON/OFF", "ON/OFF"))),
+    choice("DIRREV", "Direct/reverse action", "正/逆動作", (("Reverse", "逆動作"), ("Direct", "正動作"))),
     number("VQP1", "Proportional band", "比例帯", 30, "0.1", "999.9", 1, PERCENT),
     number("VQI1", "Integral time", "積分時間", 120, 0, 3600, 0, SECONDS),
     number("VQD1", "Derivative time", "微分時間", 20, 0, 3600, 0, SECONDS),
-    number("VQODB", "ON/OFF differential", "動作すきま", 5, "0", "9.9", 1, PERCENT),
+    number("VQODB", "ON/OFF hysteresis", "ON/OFF動作すきま", 5, "0", "9.9", 1, PERCENT),
     number("VQMR1", "Manual reset", "マニュアルリセット", -25, "-50.0", "50.0", 1, PERCENT),
     number("VQARW", "Anti-reset windup", "アンチリセットワインドアップ", 1000, "0.0", "100.0", 1, PERCENT),
     number("VQGAIN", "Loop gain", "ループゲイン", "125.5", "0", "100", 2, size=4),
-    in_set_value_units("ATBIAS", "Tuning bias", "オートチューニングバイアス", 20, 0, 32),
-    switch("ATRUN", "Auto tuning", "オートチューニング", (("Idle", "停止中"), ("Tuning", "実行中")), section="Coil",
+    in_set_value_units("ATBIAS", "Auto-tuning bias", "オートチューニングバイアス", 20, 0, 32),
+    switch("ATRUN", "Auto-tuning", "オートチューニング", (("Idle", "停止中"), ("Tuning", "実行中")), section="Coil",
            sending="command"),
 )
 
 ZONES = (
-    choice("PIDSEL", "PID set", "PID組選択", (("By zone", "ゾーン"), ("By set value", "設定値連動"), ("Fixed", "固定"))),
+    choice("PIDSEL", "PID set", "PID組選択", (("By zone", "ゾーン別"), ("By set value", "設定値別"), ("Fixed", "固定"))),
     in_set_value_units("VQZN1", "Zone limit 1", "ゾーン境界1", 0),
     in_set_value_units("VQZN2", "Zone limit 2", "ゾーン境界2", 0),
     *(
@@ -93,9 +93,9 @@ INPUT = (
     in_set_value_units("VQBIA", "Sensor correction", "センサ補正", -12, -1999, 1999, sending="calibration"),
     number("VQFIL", "Input filter", "入力フィルタ", 50, "0.0", "120.0", 1, SECONDS),
     choice("CJCOMP", "Cold junction", "冷接点補償", (("External", "外部"), ("Internal", "内部")), 1),
-    choice("BRNOUT", "Burnout", "バーンアウト", (("None", "なし"), ("Upscale", "上限"), ("Downscale", "下限")), 1),
+    choice("BRNOUT", "Burnout", "バーンアウト", (("None", "なし"), ("Upscale", "アップスケール"), ("Downscale", "ダウンスケール")), 1),
     switch("SQROOT", "Square root", "開平演算", FITTED),
-    number("VQLCUT", "Low cut", "ローカット", 10, "0.0", "25.0", 1, PERCENT),
+    number("VQLCUT", "Square-root low cut", "開平ローカット", 10, "0.0", "25.0", 1, PERCENT),
     # The range that was chosen, as the controller holds it, and the ends of the bar graph that follow it.
     number("RANGEL", "Range low", "レンジ下限", -1999, -32768, 32767, hidden=True),
     number("RANGEH", "Range high", "レンジ上限", 5000, -32768, 32767, hidden=True),
@@ -112,13 +112,13 @@ ALARM_LIMITS = (-19999, 32767)
 
 
 def alarms(table, types, values):
-    """Type, value, dead-band and delay of the three alarms."""
+    """Type, value, hysteresis and delay of the three alarms."""
     result = []
     for n, (kind, value) in enumerate(zip(types, values), 1):
         result += [
             from_table(f"PQKAL{n}", f"Alarm {n} type", f"警報{n}種類", table, kind),
             number(f"VQAL{n}", f"Alarm {n} value", f"警報{n}設定値", value, *ALARM_LIMITS),
-            number(f"VQ{n}DB", f"Alarm {n} dead-band", f"警報{n}感度", 10, 0, 999),
+            number(f"VQ{n}DB", f"Alarm {n} hysteresis", f"警報{n}動作すきま", 10, 0, 999),
             number(f"TMAL{n}", f"Alarm {n} delay", f"警報{n}遅延", 5 * n, 0, 9999, 0, SECONDS),
         ]
     return tuple(result)
@@ -129,7 +129,7 @@ def events():
     result = []
     for n in (1, 2, 3):
         result += [
-            choice(f"EV{n}MOD", f"Alarm {n} side", f"警報{n}方向", (("Upper", "上側"), ("Lower", "下側")), int(n == 2)),
+            choice(f"EV{n}MOD", f"Alarm {n} high/low", f"警報{n}上限/下限", (("High", "上限"), ("Low", "下限")), int(n == 2)),
             choice(f"EV{n}WAIT", f"Alarm {n} standby", f"警報{n}待機", OFF_ON),
             switch(f"EV{n}INV", f"Alarm {n} relay", f"警報{n}リレー", (("Energized", "励磁"), ("De-energized", "非励磁"))),
         ]
@@ -139,20 +139,20 @@ def events():
 OUTPUT_TYPES = (("Relay", "リレー接点"), ("SSR drive", "SSR駆動電圧"), ("Current", "電流"))
 
 OUTPUT = (
-    number("VQOL1", "Output low limit", "調節出力下限", 0, "-5.0", "TAGVQOH1", 1, PERCENT, high_sign="<"),
-    number("VQOH1", "Output high limit", "調節出力上限", 1000, "TAGVQOL1", "105.0", 1, PERCENT, low_sign="<"),
-    number("VQCYC1", "Cycle time", "比例周期", 20, 1, 120, 0, SECONDS),
-    number("VQRATE", "Rate limit", "出力変化率リミット", 1000, "0.0", "100.0", 1, PERCENT_PER_SECOND),
+    number("VQOL1", "Output 1 low limit", "調節出力1下限", 0, "-5.0", "TAGVQOH1", 1, PERCENT, high_sign="<"),
+    number("VQOH1", "Output 1 high limit", "調節出力1上限", 1000, "TAGVQOL1", "105.0", 1, PERCENT, low_sign="<"),
+    number("VQCYC1", "Output 1 cycle time", "調節出力1比例周期", 20, 1, 120, 0, SECONDS),
+    number("VQRATE", "Output rate limit", "出力変化率リミット", 1000, "0.0", "100.0", 1, PERCENT_PER_SECOND),
     number("VQMAN", "Manual output", "手動出力", 0, "0.0", "100.0", 1, PERCENT, section="Man"),
-    choice("AUTMAN", "Operation", "運転方式", (("Automatic", "自動"), ("Manual", "手動")), sending="command"),
+    choice("AUTMAN", "Auto/manual", "自動/手動", (("Automatic", "自動"), ("Manual", "手動")), sending="command"),
     number("ERROUT", "Output at error", "異常時出力", -50, "-5.0", "105.0", 1, PERCENT),
-    choice("OUTTYP", "Output type", "出力種類", OUTPUT_TYPES, 1),
+    choice("OUTTYP", "Output 1 type", "調節出力1種類", OUTPUT_TYPES, 1),
 )
 
 OUTPUT_2 = (
-    number("VQOUT2", "Output 2 level", "調節出力2", 0, "-5.0", "105.0", 1, PERCENT, section="Mv2", read_only=True),
+    number("VQOUT2", "Output 2", "調節出力2", 0, "-5.0", "105.0", 1, PERCENT, section="Mv2", read_only=True),
     choice("COLACT", "Cooling method", "冷却方式", (("Air", "空冷"), ("Oil", "油冷"), ("Water", "水冷"))),
-    number("COLP", "Cooling band", "冷却側比例帯", 10, "0.1", "10.0", 1),
+    number("COLP", "Cooling proportional band", "冷却側比例帯", 10, "0.1", "10.0", 1),
     number("VQDBND", "Overlap or dead band", "オーバーラップ/デッドバンド", 0, "-100.0", "100.0", 1, PERCENT),
     number("VQOL2", "Output 2 low limit", "調節出力2下限", 0, "0.0", "TAGVQOH2", 1, PERCENT, high_sign="<"),
     number("VQOH2", "Output 2 high limit", "調節出力2上限", 1000, "TAGVQOL2", "100.0", 1, PERCENT, low_sign="<"),
@@ -172,15 +172,15 @@ REMOTE = (
 
 HEATER = (
     number("VQCT1", "Heater current", "ヒータ電流", 185, "0.0", "50.0", 1, AMPERES, section="Ct", read_only=True),
-    number("VQHBA", "Heater break alarm", "ヒータ断線警報", 120, "0.0", "50.0", 1, AMPERES),
-    number("VQHBDB", "Heater break dead-band", "ヒータ断線警報感度", 2, "0.1", "9.9", 1, AMPERES),
+    number("VQHBA", "Heater break alarm value", "ヒータ断線警報設定値", 120, "0.0", "50.0", 1, AMPERES),
+    number("VQHBDB", "Heater break hysteresis", "ヒータ断線警報動作すきま", 2, "0.1", "9.9", 1, AMPERES),
     number("VQHBDL", "Heater break delay", "ヒータ断線警報遅延", 3, 0, 9999, 0, SECONDS),
     number("VQLBA", "Loop break time", "ループ断線判定時間", 480, 0, 7200, 0, SECONDS),
-    switch("HBLOCK", "Hold heater break", "ヒータ断線警報保持", OFF_ON),
+    switch("HBLOCK", "Latch heater break alarm", "ヒータ断線警報保持", OFF_ON),
 )
 
 TRANSMISSION = (
-    choice("TRSEL", "Transmitted value", "伝送種類",
+    choice("TRSEL", "Transmitted value", "伝送出力種類",
            (("Process value", "測定値"), ("Set value", "設定値"), ("Output", "調節出力"))),
     choice("TRRNG", "Transmission range", "伝送出力レンジ", LINEAR_RANGES),
     in_set_value_units("TRLOW", "Transmission low", "伝送スケーリング下限", 0, "TAGVQLIL", "TAGVQLIH"),
@@ -191,12 +191,12 @@ TIMER = (
     choice("TMRMOD", "Timer mode", "タイマ動作",
            (("Off", "オフ"), ("Start delay", "オンディレイ"), ("Stop delay", "オフディレイ"))),
     number("TMRSET", "Timer setting", "タイマ設定", 60, 0, 9999),
-    choice("TMRUNT", "Timer unit", "タイマ単位", (("Minutes", "分"), ("Hours", "時"))),
+    choice("TMRUNT", "Timer unit", "タイマ単位", (("Minutes", "分"), ("Hours", "時間"))),
 )
 
 DIGITAL_INPUT = (
     from_table("FQDI", "Input function", "接点入力機能", "DigitalInput", 1),
-    switch("DILOG", "Contact", "接点論理", (("Closed is active", "閉で有効"), ("Open is active", "開で有効"))),
+    switch("DILOG", "Contact logic", "接点論理", (("Closed is active", "閉で有効"), ("Open is active", "開で有効"))),
 )
 
 SYSTEM = (
@@ -204,17 +204,17 @@ SYSTEM = (
            (("Unlocked", "解除"), ("Settings", "設定のみロック"), ("All keys", "全ロック"))),
     switch("DSPTYP", "Display", "表示", (("PV only", "PVのみ"), ("PV and SV", "PV/SV")), 1),
     number("LEDBRT", "Brightness", "表示輝度", 3, 1, 5, size=1),
-    switch("ALMRST", "Alarm reset", "警報リセット", (("Ready", "待機中"), ("Resetting", "リセット中")), section="Coil",
+    switch("ALMRST", "Alarm reset", "警報リセット", (("Ready", "通常"), ("Resetting", "リセット中")), section="Coil",
            sending="command"),
-    number("OPHOUR", "Operating hours", "通算稼動時間", 10234, 0, 999999, 0, HOURS, size=4, read_only=True),
+    number("OPHOUR", "Operating hours", "積算稼働時間", 10234, 0, 999999, 0, HOURS, size=4, read_only=True),
     number("SOFTNO", "Software version", "ソフトウェアバージョン", 214, "0", "99.99", 2, read_only=True),
 )
 
 COMMUNICATION = (
     number("COMADR", "Slave address", "スレーブアドレス", 1, 1, 99, size=1, sending="line"),
     choice("COMSPD", "Speed", "通信速度", (("9600bps", "9600bps"), ("19200bps", "19200bps")), sending="line"),
-    choice("COMCHR", "Character", "キャラクタ", (("N,8,1", "N,8,1"), ("E,7,1", "E,7,1")), sending="line"),
-    choice("COMMOD", "Protocol", "プロトコル", (("RTU", "RTU"), ("ASCII", "ASCII")), sending="line"),
+    choice("COMCHR", "Data format", "データ形式", (("N,8,1", "N,8,1"), ("E,7,1", "E,7,1")), sending="line"),
+    choice("COMMOD", "Transmission mode", "伝送モード", (("RTU", "RTU"), ("ASCII", "ASCII")), sending="line"),
     number("COMDLY", "Response delay", "応答遅延時間", 10, 0, 250, 0, MILLISECONDS, size=1, sending="line"),
 )
 
@@ -224,10 +224,10 @@ def program(steps, hold_minutes):
     result = [
         choice("PGMODE", "Program mode", "プログラム運転",
                (("Reset", "リセット"), ("Run", "ラン"), ("Hold", "ホールド"), ("Advance", "アドバンス")), sending="command"),
-        number("PGREP", "Repetitions", "繰返し回数", 1, 1, 99, size=1),
-        choice("PGEND", "At the end", "終了時動作", (("Stop control", "制御停止"), ("Keep last value", "最終値継続"))),
+        number("PGREP", "Repetitions", "繰り返し回数", 1, 1, 99, size=1),
+        choice("PGEND", "At the end", "終了時動作", (("Stop control", "制御停止"), ("Keep last set value", "最終設定値で継続"))),
         switch("PGPVST", "PV start", "PVスタート", OFF_ON, 1),
-        number("PGWAIT", "Wait limit", "ウェイト時間", hold_minutes, 0, 999, 0, MINUTES),
+        number("PGWAIT", "Wait time", "ウェイト時間", hold_minutes, 0, 999, 0, MINUTES),
     ]
     for n, (minutes, value) in enumerate(steps, 1):
         result += [
@@ -238,11 +238,11 @@ def program(steps, hold_minutes):
 
 
 def linearizer(points):
-    """Break points of a free curve, in percent of the input and of the scale."""
-    result = [switch("LINUSE", "Linearizer", "折線補正", FITTED)]
+    """Break points of a free curve, in percent of the input and of the output."""
+    result = [switch("LINUSE", "Linearizer", "折線近似", FITTED)]
     for n, (x, y) in enumerate(points, 1):
         result += [
             number(f"LINX{n}", f"Point {n} input", f"折点{n}入力", x, "-5.0", "105.0", 1, PERCENT),
-            number(f"LINY{n}", f"Point {n} scale", f"折点{n}出力", y, "-5.0", "105.0", 1, PERCENT),
+            number(f"LINY{n}", f"Point {n} output", f"折点{n}出力", y, "-5.0", "105.0", 1, PERCENT),
         ]
     return tuple(result)

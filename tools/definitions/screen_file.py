@@ -18,7 +18,7 @@ def screen_text(model, layout):
     parts = [f"; {model.code}: {model.about}", "", *_setting(model, layout, len(labels))]
     decimals = EVENT_DECIMALS if model.code.startswith("KX9") else ALARM_DECIMALS
     for section, about in (("EVDOT", "values: a row for each alarm type, a column for each decimal point"),
-                           ("EVDBDOT", "dead-bands")):
+                           ("EVDBDOT", "hysteresis")):
         rows = [f"{i}={places}" for i, places in enumerate(decimals)]
         parts += [f"; Decimal places of alarm {about}", f"[{section}]", f"LastIndex={len(rows) - 1}", *rows, ""]
     for placed in layout.blocks:

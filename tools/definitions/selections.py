@@ -60,8 +60,8 @@ def _sensor_entry(sensor, kelvin):
         low, high = (round(end + CELSIUS_TO_KELVIN - 0.001, decimals) for end in (low, high))
     ends, stored, code = _range_data(code, low, high, decimals)
     span = " to ".join(ends), " ～ ".join(ends)
-    mark = ("", "") if not kelvin else (" K", " K")
-    names = ((f"{english} {span[0]}{mark[0]}", f"{japanese} {span[1]}{mark[1]}"), *((end, end) for end in ends))
+    unit = ("K", "K") if kelvin else ("°C", "℃")
+    names = ((f"{english}: {span[0]} {unit[0]}", f"{japanese}: {span[1]} {unit[1]}"), *((end, end) for end in ends))
     return names, (str(code), *ends, str(decimals), str(decimals), *stored, *stored)
 
 
@@ -76,7 +76,7 @@ def _voltage_entry(voltage):
 def _ranges(section, about, kelvin):
     entries = tuple(_sensor_entry(s, kelvin) for s in SENSORS) + tuple(_voltage_entry(v) for v in VOLTAGES)
     headers = (("Input range", "入力種類"), ("Low end", "下限"), ("High end", "上限"))
-    return Selection(section, about, ("Input range", "入力種類"), headers, (28, 10, 10), RANGE_TAGS, entries)
+    return Selection(section, about, ("Input range", "入力種類"), headers, (30, 10, 10), RANGE_TAGS, entries)
 
 
 def _plain(section, about, title, headers, widths, rows):
@@ -92,9 +92,9 @@ DEVIATION = ("PV - SV", "PV - SV")
 # Only the first four are compared with a value on one side, so only these have a side and a standby.
 ALARM_TYPES = (
     (("No alarm", "警報なし"), NOTHING),
-    (("Absolute value", "絶対値"), PROCESS_VALUE),
+    (PROCESS_VALUE, PROCESS_VALUE),
     (("Deviation", "偏差"), DEVIATION),
-    (("Deviation band", "上下限偏差"), DEVIATION),
+    (("Deviation high/low", "上下限偏差"), DEVIATION),
     (("Heater break", "ヒータ断線"), ("Heater current", "ヒータ電流")),
     (("Loop break", "ループ断線"), ("Time", "時間")),
     (("Input error", "入力異常"), NOTHING),
@@ -106,12 +106,12 @@ EVENT_TYPES = (
     (("No event", "イベントなし"), NOTHING),
     (("PV event", "PVイベント"), PROCESS_VALUE),
     (("Deviation event", "偏差イベント"), DEVIATION),
-    (("Deviation band event", "上下限偏差イベント"), DEVIATION),
+    (("Deviation high/low event", "上下限偏差イベント"), DEVIATION),
     (("Input error event", "入力異常イベント"), NOTHING),
     (("Loop break event", "ループ断線イベント"), ("Time", "時間")),
     (("Operation event", "運転中イベント"), NOTHING),
     (("Manual event", "手動運転中イベント"), NOTHING),
-    (("Tuning event", "オートチューニング中イベント"), NOTHING),
+    (("Auto-tuning event", "オートチューニング中イベント"), NOTHING),
 )
 
 INPUT_FUNCTIONS = (
@@ -121,7 +121,7 @@ INPUT_FUNCTIONS = (
     (("Manual", "手動"),),
     (("Hold output", "出力ホールド"),),
     (("Alarm reset", "警報リセット"),),
-    (("Start tuning", "オートチューニング開始"),),
+    (("Start auto-tuning", "オートチューニング開始"),),
     (("Lock keys", "キーロック"),),
 )
 
@@ -135,7 +135,7 @@ SELECTIONS = (
            (("Input function", "接点入力機能"),), (28,), INPUT_FUNCTIONS),
 )
 
-# Decimal places of alarm values and dead-bands: a row for each alarm type, a column for each decimal point.
+# Decimal places of alarm values and hysteresis: a row for each alarm type, a column for each decimal point.
 AS_SET_VALUES, AMPERES, NO_PLACES = "0,1,2,3", "1,1,1,1", "0,0,0,0"
 ALARM_DECIMALS = (AS_SET_VALUES,) * 4 + (AMPERES,) + (NO_PLACES,) * 6
 EVENT_DECIMALS = (AS_SET_VALUES,) * 4 + (NO_PLACES,) * 7

@@ -2,7 +2,7 @@
 
 import unicodedata
 
-BUTTON = ("Write", "書込")
+BUTTON = ("Write", "書き込み")
 
 
 def file_kind(model_code):
