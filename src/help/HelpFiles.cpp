@@ -2,6 +2,8 @@
 
 #include "PathMap.h"
 
+#include <QFile>
+
 namespace platform {
 
 QString helpFile(const QString& programFolder, const QString& languageFile)
@@ -17,6 +19,17 @@ QString helpEdition(const PathMap& paths, const QString& helpFile)
     if (folder.isEmpty() || name.isEmpty())
         return QString();
     return paths.toMachine(folder + QStringLiteral("\\help\\") + name);
+}
+
+bool hasHelpAnchor(const QString& folder, const QString& page, const QString& anchor)
+{
+    return !anchor.isEmpty() && helpPage(folder, page).contains(QStringLiteral(" id=\"%1\"").arg(anchor));
+}
+
+QString helpPage(const QString& folder, const QString& page)
+{
+    QFile file(folder + u'/' + page);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
 } // namespace platform

@@ -15,4 +15,10 @@ QString helpFile(const QString& programFolder, const QString& languageFile);
 // when the help file has none.
 QString helpEdition(const PathMap& paths, const QString& helpFile);
 
+// Whether a page of the manual holds an element with this id. folder: machine path of an edition.
+bool hasHelpAnchor(const QString& folder, const QString& page, const QString& anchor);
+
+// The text of a page; empty when it cannot be read.
+QString helpPage(const QString& folder, const QString& page);
+
 } // namespace platform

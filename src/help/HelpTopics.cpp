@@ -79,3 +79,8 @@ HelpTopic helpTopic(const QVector<HelpPlace>& places)
     }
     return {QStringLiteral("index.html"), QString()};
 }
+
+HelpTopic parameterTopic(const QString& modelCode, const QString& tag)
+{
+    return {QStringLiteral("parameters-%1.html").arg(modelCode), tag};
+}

@@ -34,3 +34,6 @@ std::span<const HelpTopicRow> helpTopicRows();
 // The topic for what has the focus: the first of the places, from the inside outwards, that the table knows. The
 // contents of the manual when it knows none.
 HelpTopic helpTopic(const QVector<HelpPlace>& places);
+
+// The row of a parameter in the manual's reference of its model. A model that is not shipped has no such page.
+HelpTopic parameterTopic(const QString& modelCode, const QString& tag);

@@ -7,6 +7,7 @@
 #include "frmComSet.h"
 #include "frmMessageBox.h"
 #include "frmOption.h"
+#include "vaSpread.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -106,6 +107,12 @@ TEST_F(Help, OpensThePageOfWhatHasTheFocusAndFindsWords)
     EXPECT_EQ(pageAt(*window, "sprMain"), u"editing.html#editing");
     EXPECT_TRUE(help()->windowTitle().contains(u"パラメータの変更")) << qPrintable(help()->windowTitle());
     EXPECT_FALSE(help()->findChild<QAction*>("back")->isEnabled());
+    // In a cell with a parameter: its row, when the manual has one.
+    auto* grid = find<platform::vaSpread>("sprMain");
+    for (const auto& [row, topic] : {std::pair(1, "parameters-KX410.html#VQSV1"), {2, "editing.html#editing"}}) {
+        grid->setCurrentIndex(grid->model()->index(row, 0));
+        EXPECT_EQ(pageAt(grid), topic);
+    }
     auto* menu = find<QMenu>("KXMenu");
     menu->popup(QPoint(10, 10));
     menu->setActiveAction(find<QAction>("mnuKX_1"));

@@ -6,6 +6,10 @@
 #include "ScreenFixture.h"
 #include "Table.h"
 
+#include <QFile>
+#include <QRegularExpression>
+#include <QSet>
+
 namespace {
 
 // The shipped files in a scratch program folder.
@@ -69,6 +73,27 @@ TEST_P(Definitions, AreSoundAndComplete)
     }
     for (const QString& name : files().keys())
         EXPECT_TRUE(before[name] == files()[name]) << "had to be completed: " << qPrintable(name);
+}
+
+// Every parameter that has a cell, with its name, default and class, as the grid has them.
+TEST_P(Definitions, AreInTheReferenceOfTheManual)
+{
+    static const QRegularExpression row("<tr><td id=\"(.*)\">.*</td><td>(.*)</td><td>.*</td><td>.*</td><td>.*</td>"
+                                        "<td>(.*)</td><td>(.*)</td></tr>");
+    QFile page(QStringLiteral(VORLANT_DATA_DIR "/help/Vorlant/parameters-%1.html").arg(GetParam()));
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    auto rows = row.globalMatch(QString::fromUtf8(page.readAll()));
+    QSet<QString> tags;
+    load(GetParam(), kAllOptions);
+    while (rows.hasNext()) {
+        const QRegularExpressionMatch cells = rows.next();
+        const clsData& found = item(cells.captured(1));
+        tags << found.Key();
+        EXPECT_EQ(cells.captured(2) + u'|' + cells.captured(3) + u'|' + cells.captured(4),
+                  found.DataName() + u'|' + found.VData() + u'|' + parameterClassName(found.Class()));
+    }
+    for (const auto& one : kx.items())
+        EXPECT_EQ(one->Visible(), tags.contains(one->Key())) << qPrintable(one->Key());
 }
 
 INSTANTIATE_TEST_SUITE_P(Shipped, Definitions, ::testing::ValuesIn(kShippedModels),

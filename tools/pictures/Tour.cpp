@@ -200,8 +200,8 @@ void Tour::help()
 {
     platform::HelpWindow window(m_program.library().translation());
     window.resize(kHelpSize);
-    window.showPage(platform::helpEdition(m_program.machine().paths, m_window.helpFile()),
-                    QStringLiteral("index.html"));
+    const QString file = platform::helpFile(m_program.machine().folders.program(), m_program.context().languageFile);
+    window.showPage(platform::helpEdition(m_program.machine().paths, file), QStringLiteral("index.html"));
     picture(window, "help");
 }
 

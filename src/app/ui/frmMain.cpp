@@ -6,10 +6,10 @@
 #include "FileChooser.h"
 #include "GridHint.h"
 #include "GridMenu.h"
-#include "HelpFiles.h"
-#include "HelpKey.h"
+#include "HelpWindow.h"
 #include "InterruptedWrites.h"
 #include "LastState.h"
+#include "MainHelp.h"
 #include "MainMenus.h"
 #include "MainStatus.h"
 #include "MainStatusBar.h"
@@ -97,8 +97,6 @@ void frmMain::setupParts()
         [this](const QString& stamp, const FrameFields& fields) { return m_trafficNames->of(stamp, fields); },
         [this] { return m_files->mayDiscard(); },
         [this](const ParameterSet& set) { m_files->loadAsChanges(set, *m_editor, state()); }});
-    m_help = std::make_unique<HelpKey>(
-        HelpKey::Parts{m_program.machine().paths, m_program.library().translation(), [this] { return helpFile(); }});
 }
 
 void frmMain::setupWindow()
@@ -115,6 +113,7 @@ void frmMain::setupWindow()
     setStatusBar(m_stbMain);
     m_status =
         new MainStatus({m_program, m_controller, *m_engine, m_clsKX, m_uclComm1, m_pages->sheet(), *m_stbMain}, this);
+    m_help = std::make_unique<MainHelp>(m_program, m_clsKX, m_pages->sheet());
 }
 
 void frmMain::setupFiles()
@@ -193,7 +192,7 @@ void frmMain::connectMenus()
     connect(m_menus->traffic, &QAction::triggered, this, &frmMain::showTraffic);
     connect(m_menus->option, &QAction::triggered, this, &frmMain::showOption);
     connect(m_menus->version, &QAction::triggered, this, &frmMain::showVersion);
-    connect(m_menus->help, &QAction::triggered, this, &frmMain::showHelp);
+    connect(m_menus->help, &QAction::triggered, this, [this] { m_help->show(); });
     connect(m_menus->clearRecent, &QAction::triggered, m_files.get(), &ParameterFiles::clearRecent);
     connect(m_menus->recent, &QMenu::aboutToShow, this, &frmMain::showRecent);
 }
@@ -332,17 +331,6 @@ void frmMain::enableRecent()
 void frmMain::showRecent()
 {
     m_menus->showRecent(m_files->recent().files(), [this](const QString& file) { m_files->openRecent(file, state()); });
-}
-
-QString frmMain::helpFile() const
-{
-    return platform::helpFile(m_program.machine().folders.program(), m_program.context().languageFile);
-}
-
-// The page about what the user is at, as the key does.
-void frmMain::showHelp()
-{
-    m_help->openFor(QApplication::focusWidget());
 }
 
 void frmMain::showWriteDetails()

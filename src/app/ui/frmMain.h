@@ -19,7 +19,7 @@
 #include <QMainWindow>
 #include <memory>
 
-class HelpKey;
+class MainHelp;
 class MainMenus;
 class MainStatus;
 class MainStatusBar;
@@ -78,7 +78,6 @@ public:
     void showReview() { m_review->show(); }
     // For a process that is asked to end: a running transfer is given up and nobody is asked.
     void closeWithoutQuestion() { m_closing->closeUnasked(*this); }
-    QString helpFile() const; // of the language in use, desktop path
 
     MainState state() const { return m_controller.state(); }
     const clsKX& model() const { return m_clsKX; }
@@ -106,7 +105,6 @@ private:
     void enableRecent();
     void showRecent();
     void askAndSend();
-    void showHelp();
     void showWriteDetails();
     void afterRead();
     void afterWrite();
@@ -131,7 +129,7 @@ private:
     std::unique_ptr<LinkWatch> m_watch;
     std::unique_ptr<ClosingQuestion> m_closing;
     std::unique_ptr<MainMenus> m_menus;
-    std::unique_ptr<HelpKey> m_help;
+    std::unique_ptr<MainHelp> m_help;
     std::unique_ptr<platform::ControlRegistry> m_controls;
 
     MainGrid* m_pages = nullptr;

@@ -5,11 +5,12 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QFile>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QTabWidget>
+
+#include <algorithm>
 
 namespace {
 
@@ -17,12 +18,6 @@ bool isHelpKey(const QEvent& event)
 {
     const auto& key = static_cast<const QKeyEvent&>(event);
     return (key.key() == Qt::Key_F1 || key.key() == Qt::Key_Help) && key.modifiers() == Qt::NoModifier;
-}
-
-QString readPage(const QString& file)
-{
-    QFile page(file);
-    return page.open(QIODevice::ReadOnly) ? QString::fromUtf8(page.readAll()) : QString();
 }
 
 // The name by which the table knows it: of a tab strip that of its tab, of a menu that of its command.
@@ -85,15 +80,27 @@ QVector<HelpPlace> HelpKey::placesOf(const QWidget* focused)
     return places;
 }
 
+HelpTopic HelpKey::detailOf(const QVector<HelpPlace>& places, const QString& folder) const
+{
+    const bool isHere = std::any_of(places.begin(), places.end(),
+                                    [this](const HelpPlace& place) { return place.control == m_parts.detail.control; });
+    const HelpTopic topic = isHere ? m_parts.detail.topic() : HelpTopic();
+    return platform::hasHelpAnchor(folder, topic.page, topic.anchor) ? topic : HelpTopic();
+}
+
 HelpTopic HelpKey::topicOf(const QWidget* focused, const QString& folder) const
 {
-    HelpTopic topic = helpTopic(placesOf(focused));
+    const QVector<HelpPlace> places = placesOf(focused);
+    const HelpTopic detail = detailOf(places, folder);
+    if (!detail.page.isEmpty())
+        return detail;
+    HelpTopic topic = helpTopic(places);
     const QWidget* window = focused == nullptr ? nullptr : focused->window();
     const auto* message = window == nullptr || topic.page != u"messages.html"
                               ? nullptr
                               : window->findChild<const QLabel*>(QStringLiteral("lblMessage"));
     if (message != nullptr) {
-        const QString id = MessageTopics(readPage(folder + u'/' + topic.page)).idOf(message->text());
+        const QString id = MessageTopics(platform::helpPage(folder, topic.page)).idOf(message->text());
         if (!id.isEmpty())
             topic.anchor = id;
     }

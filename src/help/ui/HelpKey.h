@@ -16,11 +16,18 @@ class HelpKey : public QObject
     Q_OBJECT
 
 public:
+    // A control whose topic depends on what it shows: counts where the manual has the topic.
+    struct Detail
+    {
+        QString control; // object name
+        std::function<HelpTopic()> topic;
+    };
     struct Parts
     {
         const platform::PathMap& paths;                   // kept
         std::function<QString(const QString&)> translate; // texts of the help window
         std::function<QString()> helpFile;                // desktop path of the help file of the language in use
+        Detail detail;
     };
 
     explicit HelpKey(const Parts& parts, QObject* parent = nullptr);
@@ -34,6 +41,7 @@ public:
 private:
     static QVector<HelpPlace> placesOf(const QWidget* focused);
     HelpTopic topicOf(const QWidget* focused, const QString& folder) const;
+    HelpTopic detailOf(const QVector<HelpPlace>& places, const QString& folder) const;
 
     Parts m_parts;
     std::unique_ptr<platform::HelpWindow> m_window;
