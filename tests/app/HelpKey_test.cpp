@@ -107,11 +107,15 @@ TEST_F(Help, OpensThePageOfWhatHasTheFocusAndFindsWords)
     EXPECT_EQ(pageAt(*window, "sprMain"), u"editing.html#editing");
     EXPECT_TRUE(help()->windowTitle().contains(u"パラメータの変更")) << qPrintable(help()->windowTitle());
     EXPECT_FALSE(help()->findChild<QAction*>("back")->isEnabled());
-    // In a cell with a parameter: its row, when the manual has one.
+    // In a cell with a parameter, or beside it: its row, when the manual has one.
     auto* grid = find<platform::vaSpread>("sprMain");
-    for (const auto& [row, topic] : {std::pair(1, "parameters-KX410.html#VQSV1"), {2, "editing.html#editing"}}) {
-        grid->setCurrentIndex(grid->model()->index(row, 0));
-        EXPECT_EQ(pageAt(grid), topic);
+    const std::tuple<int, int, const char*> cells[] = {{1, 0, "parameters-KX410.html#VQSV1"},
+                                                       {2, 0, "editing.html#editing"},
+                                                       {1, 1, "parameters-KX410.html#VQSV1"},
+                                                       {1, 2, "editing.html#editing"}};
+    for (const auto& [row, column, topic] : cells) {
+        grid->setCurrentIndex(grid->model()->index(row, column));
+        EXPECT_EQ(pageAt(grid), topic) << row << ' ' << column;
     }
     auto* menu = find<QMenu>("KXMenu");
     menu->popup(QPoint(10, 10));

@@ -173,7 +173,7 @@ REMOTE = (
 HEATER = (
     number("VQCT1", "Heater current", "ヒータ電流", 185, "0.0", "50.0", 1, AMPERES, section="Ct", read_only=True),
     number("VQHBA", "Heater break alarm value", "ヒータ断線警報設定値", 120, "0.0", "50.0", 1, AMPERES),
-    number("VQHBDB", "Heater break hysteresis", "ヒータ断線警報動作すきま", 2, "0.1", "9.9", 1, AMPERES),
+    number("VQHBDB", "Heater break hysteresis", "ヒータ断線動作すきま", 2, "0.1", "9.9", 1, AMPERES),
     number("VQHBDL", "Heater break delay", "ヒータ断線警報遅延", 3, 0, 9999, 0, SECONDS),
     number("VQLBA", "Loop break time", "ループ断線判定時間", 480, 0, 7200, 0, SECONDS),
     switch("HBLOCK", "Latch heater break alarm", "ヒータ断線警報保持", OFF_ON),

@@ -15,12 +15,16 @@ QString helpFileOf(ProgramContext& program)
     return platform::helpFile(program.machine().folders.program(), program.context().languageFile);
 }
 
-// Nothing where the current cell holds no parameter.
+// Of the parameter in the current cell, or beside it, where its name and unit are. Nothing elsewhere.
 HelpTopic topicOfCell(const clsKX& kx, const platform::vaSpread& grid)
 {
     const QModelIndex at = grid.currentIndex();
-    const clsData* item = at.isValid() ? kx.getDataByRC(at.row() + 1, at.column() + 1) : nullptr;
-    return item == nullptr ? HelpTopic() : parameterTopic(kx.ModelName(), item->Key());
+    for (const int beside : {0, 1, -1}) {
+        const clsData* item = at.isValid() ? kx.getDataByRC(at.row() + 1, at.column() + 1 + beside) : nullptr;
+        if (item != nullptr)
+            return parameterTopic(kx.ModelName(), item->Key());
+    }
+    return {};
 }
 
 } // namespace
