@@ -72,7 +72,8 @@ TEST_F(SimulatedCtl, CompareListsWhatDiffers)
     expectPrints("compare other.kx", table, Differ);
     expectPrints("compare other.kx same.kx", table, Differ);
     expectPrints("compare other.kx same.kx --as csv",
-                 "tag,name,first,second\r\nVQSV1,Set value 1,25.8,120.0\r\nSVSEL,Set value selection,SV2,SV1\r\n", Differ);
+                 "tag,name,first,second\r\nVQSV1,Set value 1,25.8,120.0\r\nSVSEL,Set value selection,SV2,SV1\r\n",
+                 Differ);
     expectPrints("compare same.kx --as json", "[]\n");
     expectPrints("compare same.kx same.kx", "");
     expectPrints("compare blank.kx --as json",
