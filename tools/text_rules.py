@@ -18,7 +18,7 @@ SAME_IN_BOTH = {"Vorlant"}
 WORD = re.compile(r"(?<![\w%])[A-Z]?[a-z]{3,}")
 
 # Half-width characters that a caption may have, by the kind of its control: by that the forms stay within 1024 pixels.
-ROOM = {"button": 26, "tool button": 12, "tab": 14, "menu": 30, "check box": 48, "choice": 26, "label": 26, "group": 28}
+ROOM = {"button": 26, "tool button": 12, "tab": 14, "menu": 30, "check box": 48, "choice": 42, "label": 26, "group": 28}
 KIND = (("tlbMain", "tool button"), ("Command", "button"), ("cmd", "button"), ("SSTab", "tab"), ("mnu", "menu"),
         ("Check", "check box"), ("Option", "choice"), ("Label", "label"), ("Frame", "group"))
 ON_ITS_OWN = {"frmProgbar-Label1-0"}  # has the whole width of its window

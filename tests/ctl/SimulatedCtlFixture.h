@@ -29,12 +29,12 @@ protected:
         program->context().translates = false;
     }
 
-    std::unique_ptr<SimulatedController> makeModel(const QString& code)
+    std::unique_ptr<SimulatedController> makeModel(const QString& code, const char* options = "00000-10A")
     {
         ModelCatalogue catalogue(program->library());
         catalogue.ensureBuiltIn();
-        return std::make_unique<SimulatedController>(program->library(), catalogue.numberOf(code), code + "00000-10A",
-                                                     1, 0);
+        return std::make_unique<SimulatedController>(program->library(), catalogue.numberOf(code), code + options, 1,
+                                                     0);
     }
 
     void plugModel(const char* code, const Instead& instead = {})

@@ -23,6 +23,15 @@ TEST_F(SimulatedCtl, EveryModelHoldsWhatIsSet)
     }
 }
 
+// The options come from the controller: parameters that only they bring can be set, and nothing is said of it.
+TEST_F(SimulatedCtl, OptionsAreThoseOfTheController)
+{
+    plugModel("KX410");
+    simulated = makeModel(model, "11110-10A");
+    EXPECT_EQ(run("set VQRBIA=5"), Done);
+    EXPECT_TRUE(output.contains("VQRBIA") && errors.isEmpty()) << output.data() << errors.data();
+}
+
 TEST_F(SimulatedCtl, SetChangesNothingElse)
 {
     for (const QStringList& row : tableRows("ctl/set_taken.tsv")) {

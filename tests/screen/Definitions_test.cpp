@@ -127,7 +127,7 @@ TEST_F(Shipped, FramesNameTheirParameters)
         {"0142010000800002FFFF", "Set value 1"},
         {"010400000001", "Process value"},
         {"010600000064", "Set value 1"},
-        {"010500000001", "Auto tuning"},
+        {"010500000001", "Auto-tuning"},
         {"010200000008", "Alarm 1 state, Alarm 2 state, Alarm 3 state"},
         {"014200000FF00004", ""},
         {"01", ""}};
