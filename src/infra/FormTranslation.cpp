@@ -1,7 +1,5 @@
 #include "FormTranslation.h"
 
-#include "clsINI.h"
-
 using platform::ControlKind;
 using platform::FormControl;
 using platform::FormProperty;
@@ -31,8 +29,8 @@ QString keyword(FormProperty which)
 
 } // namespace
 
-FormTranslation::FormTranslation(platform::Form& form, clsINI& language, const ProgramOptions& options)
-    : m_form(form), m_language(language), m_options(options)
+FormTranslation::FormTranslation(platform::Form& form, LookUp lookUp, const ProgramOptions& options)
+    : m_form(form), m_lookUp(std::move(lookUp)), m_options(options)
 {}
 
 void FormTranslation::run()
@@ -42,18 +40,13 @@ void FormTranslation::run()
         translateControl(*control);
 }
 
-QString FormTranslation::lookUp(const QString& section, const QString& key, const QString& current)
-{
-    return m_language.GetIniData(section, key, current);
-}
-
 void FormTranslation::translateFormItself()
 {
     const QString section = m_form.name();
     const auto caption = m_form.property(FormProperty::Caption);
     if (caption && !caption->contains(kDocumentMark))
         m_form.setProperty(FormProperty::Caption,
-                           lookUp(section, keyword(FormProperty::Caption), m_form.designCaption()));
+                           m_lookUp(section, keyword(FormProperty::Caption), m_form.designCaption()));
     if (m_options.m_bForceFont) {
         m_form.setProperty(FormProperty::Font, m_options.m_sFont);
         m_form.setProperty(FormProperty::FontSize, m_options.m_sFontSize);
@@ -62,7 +55,7 @@ void FormTranslation::translateFormItself()
     }
     for (const FormProperty which : {FormProperty::Font, FormProperty::FontSize, FormProperty::FontCharSet}) {
         if (const auto current = m_form.property(which))
-            m_form.setProperty(which, lookUp(section, keyword(which), *current));
+            m_form.setProperty(which, m_lookUp(section, keyword(which), *current));
     }
 }
 
@@ -96,14 +89,14 @@ void FormTranslation::setFace(FormControl& control, const QString& faceKey, cons
         return;
     }
     if (control.property(FormProperty::Font))
-        control.setProperty(FormProperty::Font, lookUp(keyword(FormProperty::Font), faceKey, designed));
+        control.setProperty(FormProperty::Font, m_lookUp(keyword(FormProperty::Font), faceKey, designed));
     look(control, FormProperty::FontCharSet, controlKey(control));
 }
 
 void FormTranslation::look(FormControl& control, FormProperty which, const QString& key)
 {
     if (const auto current = control.property(which))
-        control.setProperty(which, lookUp(keyword(which), key, *current));
+        control.setProperty(which, m_lookUp(keyword(which), key, *current));
 }
 
 void FormTranslation::translateTexts(FormControl& control)
@@ -133,7 +126,7 @@ void FormTranslation::translateParts(FormControl& control)
         const QString key = stem + QString::number(part);
         for (const FormProperty which : {FormProperty::Caption, FormProperty::ToolTipText}) {
             if (which == FormProperty::Caption || isToolbar)
-                control.setPartProperty(part, which, lookUp(keyword(which), key, control.partProperty(part, which)));
+                control.setPartProperty(part, which, m_lookUp(keyword(which), key, control.partProperty(part, which)));
         }
     }
 }

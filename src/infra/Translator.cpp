@@ -4,6 +4,9 @@
 #include "FolderName.h"
 #include "FormTranslation.h"
 #include "IniBatch.h"
+#include "ProfileDocument.h"
+
+#include <QFile>
 
 namespace {
 
@@ -11,6 +14,10 @@ const QString kProgramTexts = QStringLiteral("Language");
 const QString kLineBreak = QStringLiteral("vbCrLf");
 
 } // namespace
+
+Translator::Translator(Context& context) : m_context(context) {}
+
+Translator::~Translator() = default;
 
 QString Translator::folder(const Context& context)
 {
@@ -53,12 +60,33 @@ clsINI* Translator::file()
     return m_file.get();
 }
 
+// What the file lacks is added to it.
+QString Translator::lookUp(const QString& section, const QString& key, const QString& current)
+{
+    clsINI* language = file();
+    if (language == nullptr)
+        return inEnglish(section, key, current);
+    const QString known = language->GetIniData(section, key, QString(), true);
+    return known.isEmpty() ? language->GetIniData(section, key, inEnglish(section, key, current)) : known;
+}
+
+QString Translator::inEnglish(const QString& section, const QString& key, const QString& current)
+{
+    if (m_english == nullptr) {
+        QFile file(QStringLiteral(":/texts/EN.txt"));
+        const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        m_english = std::make_unique<platform::ProfileDocument>(bytes, platform::CodePage());
+    }
+    const QString wording = m_english->value(section, key).value_or(QString());
+    const bool isSame = wording.compare(current, Qt::CaseInsensitive) == 0; // another text of the same letters
+    return wording.isEmpty() || isSame ? current : wording;
+}
+
 QString Translator::text(const QString& english)
 {
     if (english.isEmpty())
         return english;
-    clsINI* language = m_context.translates ? file() : nullptr;
-    QString value = language != nullptr ? language->GetIniData(kProgramTexts, english, english) : english;
+    QString value = m_context.translates ? lookUp(kProgramTexts, english, english) : english;
     return value.replace(kLineBreak, QStringLiteral("\r\n"));
 }
 
@@ -71,10 +99,12 @@ QString Translator::languageCode()
 
 void Translator::form(platform::Form& form)
 {
-    clsINI* language = m_context.translates ? file() : nullptr;
-    if (language == nullptr)
+    if (!m_context.translates)
         return;
     IniBatch batch(m_context);
-    FormTranslation(form, *language, m_context.settings).run();
+    const auto text = [this](const QString& section, const QString& key, const QString& current) {
+        return lookUp(section, key, current);
+    };
+    FormTranslation(form, text, m_context.settings).run();
     batch.commitLogged();
 }

@@ -128,7 +128,7 @@ TEST_F(MainWindow, LanguageAndFontAreChangedByTheOptions)
         options->findChild<QPushButton*>("Command1_0")->click();
         EXPECT_TRUE(window->isEnabled());
         EXPECT_TRUE(QTest::qWaitFor([&] { return settings.count() > before; }));
-        EXPECT_EQ(find<QAction>("mnuKX_1")->text(), isOther ? u"受信" : u"Recv");
+        EXPECT_EQ(find<QAction>("mnuKX_1")->text(), isOther ? u"受信" : u"&Receive");
         EXPECT_EQ(window->font().pointSize() == 17, isOther);
         EXPECT_EQ(settingsFile().contains("LanguageFile=JP.txt"), isOther);
     }

@@ -75,6 +75,18 @@ TEST_F(Translation, UnusableFilesGiveEnglishTexts)
     }
 }
 
+// Some keys are no texts to show.
+TEST_F(Translation, WhatAFileLacksIsEnglish)
+{
+    put("Large.txt", QByteArray(Translator::kMaxFileBytes + 1, 'x'));
+    put("Old.txt", "[Language]\r\nQuit?=\x8fI\x97\xb9?\r\n");
+    for (const char* name : {"Missing.txt", "EN.txt", "Large.txt", "Old.txt"}) {
+        box.context.languageFile = name;
+        EXPECT_EQ(library.tranStr("ReviewHeld") + '|' + library.tranStr("Other"), u"Controller holds|Other") << name;
+    }
+    EXPECT_TRUE(content("Missing.txt").contains("ReviewHeld=Controller holds\r\n")) << "for a translator to go on with";
+}
+
 TEST_F(Translation, LanguageListNamesFilesWithAName)
 {
     put("EN.txt", "[Info]\nName=English\nLocaleID=09\nVersion=1.0\n");
