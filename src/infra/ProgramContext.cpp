@@ -5,8 +5,6 @@
 
 #include <QDir>
 
-#include <tuple>
-
 namespace {
 
 // Definition, language and help files, which a user's program folder is filled from.
@@ -62,8 +60,7 @@ void ProgramContext::openLogs()
         return;
     }
     // Without the folder the logs are silent.
-    std::ignore = m_machine.paths.makeOneDir(m_machine.folders.program()) &&
-                  m_machine.paths.makeOneDir(m_machine.folders.program() + QStringLiteral("\\Log"));
+    QDir().mkpath(m_machine.paths.toMachine(m_machine.folders.logs()));
     openLog(m_traceLog, QStringLiteral("Trc.log"));
     openLog(m_errorLog, QStringLiteral("Err.log"));
     openLog(m_eventLog, QStringLiteral(".log"));
@@ -71,7 +68,7 @@ void ProgramContext::openLogs()
 
 void ProgramContext::openLog(clsLog& log, const QString& ending)
 {
-    log.setLogPath(m_machine.folders.program() + QStringLiteral("\\Log"));
+    log.setLogPath(m_machine.folders.logs());
     log.setLogFileName(m_machine.folders.baseName() + ending);
 }
 

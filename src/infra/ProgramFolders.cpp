@@ -1,6 +1,7 @@
 #include "ProgramFolders.h"
 
 #include "CodePage.h"
+#include "MovedFiles.h"
 #include "Result.h"
 #include "ShippedFiles.h"
 
@@ -16,6 +17,8 @@ const QString kNoHome = QStringLiteral("There is no home folder, and %1 cannot b
                                        "XDG_CONFIG_HOME and XDG_DATA_HOME, so that settings and logs can be kept.");
 const QString kNoSettings = QStringLiteral("Settings cannot be kept in %1: %2. Give yourself the right to write there, "
                                            "or name another folder with XDG_CONFIG_HOME.");
+const QString kNotMoved = QStringLiteral("The logs of earlier versions were not moved to %1: %2. Give yourself the "
+                                         "right to write there, or remove them.");
 const QString kNotKept = QStringLiteral("Nothing can be kept in the home folder %1: %2. Give yourself the right to "
                                         "write there, or set HOME to a folder of your own.");
 
@@ -85,6 +88,17 @@ struct StateFolders
     }
 };
 
+// Earlier versions kept the logs beside the definitions.
+QString movedLogs(const StateFolders& state, FolderNotices& notices)
+{
+    const QString logs = state.state + QStringLiteral("/vorlant/Log");
+    const QString before = state.data + QStringLiteral("/Log");
+    const platform::Result<> moved = before == logs ? platform::Result<>() : platform::moveFiles(before, logs);
+    if (!moved.ok())
+        notices.append({kNotMoved, logs, moved.error()});
+    return logs;
+}
+
 // One line says what two would: neither the program folder nor the settings can be written.
 FolderNotices asOne(const FolderNotices& program, const FolderNotice& settings, const QString& home)
 {
@@ -101,6 +115,7 @@ ProgramFolders programFolders(const platform::PathMap& paths, const QString& exe
     QString program = presetProgramFolder(executableFolder, environment);
     const StateFolders state(environment, withoutHome, program.isEmpty());
     FolderNotices notices = state.notices;
+    const bool ownsProgramFolder = program.isEmpty() && !state.data.isEmpty() && !state.state.isEmpty();
     if (program.isEmpty())
         program = state.data.isEmpty() ? installedData : filledFolder(state.data, installedData, notices);
     const platform::Result<> made = state.settings.isEmpty() ? platform::Result<>() : makeWritable(state.settings);
@@ -108,5 +123,6 @@ ProgramFolders programFolders(const platform::PathMap& paths, const QString& exe
         notices =
             asOne(notices, {kNoSettings, state.settings, made.error()}, environment.value(QStringLiteral("HOME")));
     const bool isPackaged = QFileInfo(program).canonicalFilePath() == QFileInfo(installedData).canonicalFilePath();
-    return {platform::Folders(paths, program, state.settings, isPackaged, state.state), notices};
+    const platform::UserFolders user{state.state, ownsProgramFolder ? movedLogs(state, notices) : QString()};
+    return {platform::Folders(paths, program, state.settings, isPackaged, user), notices};
 }

@@ -19,9 +19,10 @@ struct ProgramFolders
 // definition folder "ini" (a folder of programs such as /usr/bin never does, not even for root); else
 // $XDG_DATA_HOME/vorlant
 // (~/.local/share/vorlant), filled from installedData at the first start and kept up to date with it. Application data:
-// $XDG_CONFIG_HOME, else ~/.config. State: $XDG_STATE_HOME, else ~/.local/state. Without a home withoutHome stands for
-// all. installedData itself is the program folder when none of these can be written to; nothing is kept then. All are
-// machine paths.
+// $XDG_CONFIG_HOME, else ~/.config. State: $XDG_STATE_HOME, else ~/.local/state. Logs: "vorlant/Log" of the state,
+// where the program folder is the one of $XDG_DATA_HOME, else "Log" of the program folder; what earlier versions left
+// in the data is moved there. Without a home withoutHome stands for all. installedData itself is the program folder
+// when none of these can be written to; nothing is kept then. All are machine paths.
 ProgramFolders programFolders(const platform::PathMap& paths, const QString& executableFolder,
                               const QString& installedData, const QProcessEnvironment& environment,
                               const QString& withoutHome = QStringLiteral("/var/lib/vorlant"));

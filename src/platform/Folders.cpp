@@ -15,10 +15,11 @@ QString besideSettings(const QString& applicationData)
 } // namespace
 
 Folders::Folders(const PathMap& paths, const QString& programFolder, const QString& applicationData, bool isPackaged,
-                 const QString& state)
+                 const UserFolders& user)
     : m_program(paths.toDesktop(programFolder)),
       m_applicationData(applicationData.isEmpty() ? QString() : paths.toDesktop(applicationData)),
-      m_state(state.isEmpty() ? besideSettings(applicationData) : state),
+      m_state(user.state.isEmpty() ? besideSettings(applicationData) : user.state),
+      m_logs(user.logs.isEmpty() ? m_program + QStringLiteral("\\Log") : paths.toDesktop(user.logs)),
       m_windows(paths.toDesktop(QStringLiteral("/usr/share"))), m_system(paths.toDesktop(QStringLiteral("/usr/lib"))),
       m_temporary(paths.toDesktop(QDir::tempPath())), m_isPackaged(isPackaged)
 {}

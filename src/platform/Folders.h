@@ -6,21 +6,28 @@
 
 namespace platform {
 
+// What a user keeps besides the settings; machine paths.
+struct UserFolders
+{
+    QString state; // empty: a folder "state" beside the application data
+    QString logs;  // empty: "Log" in the program folder
+};
+
 // Where the program's files are, as desktop paths without a trailing backslash. Fixed for the life of the process.
 class Folders
 {
 public:
     // Machine paths; an empty applicationData cannot be obtained. isPackaged: the program folder is the package's.
-    // Without a state folder it is a folder "state" beside applicationData.
     Folders(const PathMap& paths, const QString& programFolder, const QString& applicationData, bool isPackaged = false,
-            const QString& state = {});
+            const UserFolders& user = {});
 
     QString program() const { return m_program; }
     bool isPackaged() const { return m_isPackaged; }              // the program folder is never written to
     QString applicationData() const { return m_applicationData; } // empty when it cannot be obtained
     QString state() const { return m_state; }                     // a machine path; empty when it cannot be obtained
-    QString windows() const { return m_windows; }                 // the machine's shared program data
-    QString system() const { return m_system; }                   // the machine's libraries
+    QString logs() const { return m_logs; }
+    QString windows() const { return m_windows; } // the machine's shared program data
+    QString system() const { return m_system; }   // the machine's libraries
     QString temporary() const { return m_temporary; }
 
     // The executable's base name, the same for all three programs so that they share settings, layout and logs.
@@ -30,6 +37,7 @@ private:
     QString m_program;
     QString m_applicationData;
     QString m_state;
+    QString m_logs;
     QString m_windows;
     QString m_system;
     QString m_temporary;

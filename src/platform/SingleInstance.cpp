@@ -29,20 +29,25 @@ bool isOwn(int file)
            info.st_nlink <= 1;
 }
 
-// One lock for each user and each place that the program was started from.
-QString lockPath(const QString& executable, const QString& lockFolder)
+QString shortHash(const QString& text)
+{
+    const QByteArray hash = QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha1);
+    return QString::fromLatin1(hash.toHex().left(12));
+}
+
+// One for each user and each place that the program was started from, without its ending.
+QString fileOfPlace(const QString& executable, const QString& lockFolder)
 {
     const QString folder =
         lockFolder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::TempLocation) : lockFolder;
-    const QByteArray place = QFileInfo(executable).canonicalFilePath().toUtf8();
-    const QByteArray hash = QCryptographicHash::hash(place, QCryptographicHash::Sha1).toHex().left(12);
-    return QStringLiteral("%1/vorlant-%2-%3.lock").arg(folder).arg(getuid()).arg(QString::fromLatin1(hash));
+    const QString place = shortHash(QFileInfo(executable).canonicalFilePath());
+    return QStringLiteral("%1/vorlant-%2-%3").arg(folder).arg(getuid()).arg(place);
 }
 
 } // namespace
 
 SingleInstance::SingleInstance(const QString& executable, const QString& lockFolder)
-    : m_path(lockPath(executable, lockFolder))
+    : m_place(fileOfPlace(executable, lockFolder)), m_path(m_place + QStringLiteral(".lock"))
 {
     for (int i = 0; i < kAttempts && !tryLock(); ++i)
         close(std::exchange(m_file, -1));
@@ -55,6 +60,11 @@ SingleInstance::~SingleInstance()
     if (m_isFirst)
         unlink(QFile::encodeName(m_path).constData());
     close(m_file);
+}
+
+QString SingleInstance::socketFile(const QString& display) const
+{
+    return QStringLiteral("%1-%2.socket").arg(m_place, shortHash(display));
 }
 
 bool SingleInstance::tryLock()

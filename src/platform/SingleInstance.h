@@ -18,11 +18,14 @@ public:
 
     bool isFirst() const { return m_isFirst; }
     QString lockFile() const { return m_path; }
+    // Where the first one may be spoken to (InstanceChannel.h); each display has a first one of its own.
+    QString socketFile(const QString& display) const;
     QString holder() const { return m_holder; } // number of the process that was first; empty when it is this one
 
 private:
     bool tryLock(); // false when the file went away in between
 
+    QString m_place; // what its files begin with
     QString m_path;
     int m_file = -1;
     bool m_isFirst = true;

@@ -67,8 +67,11 @@ TEST_F(FoldersOf, EnvironmentChoosesTheFolders)
         environment = plain;
         for (const QString& variable : row[2].split(' '))
             environment.insert(variable.section('=', 0, 0), variable.section('=', 1).replace('~', path() + '/'));
+        put(row[3] + "/Log/Vorlant.log", "old");
         const auto [folders, notices] = start(row[1].toLatin1().constData());
         EXPECT_EQ(machine(folders.program()), path(row[3]));
+        EXPECT_EQ(machine(folders.logs()), path(row[7]));
+        EXPECT_EQ(content(row[7] + "/Vorlant.log"), "old");
         EXPECT_EQ(machine(folders.applicationData()), path(row[4]));
         EXPECT_EQ(folders.state(), path(row[6]));
         EXPECT_TRUE(notices.isEmpty() && !folders.isPackaged());

@@ -1,15 +1,21 @@
 #include "SingleInstance.h"
 
 #include "ChildProcess.h"
+#include "InstanceChannel.h"
 #include "ScratchFolder.h"
 
 #include <QCoreApplication>
+#include <QLocalSocket>
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 
+using platform::InstanceChannel;
 using platform::SingleInstance;
 
 namespace {
@@ -54,6 +60,33 @@ TEST_F(Instance, ForeignLockFileStopsNobody)
     ASSERT_EQ(flock(held, LOCK_EX), 0);
     EXPECT_TRUE(isFirst());
     close(held);
+}
+
+// Words come over whole to the first one; a socket that is left, foreign or silent takes none.
+TEST_F(Instance, LaterStartSpeaksToTheFirst)
+{
+    const SingleInstance first(program, path());
+    const QString socket = first.socketFile(":0");
+    EXPECT_NE(socket, first.socketFile(":1"));
+    const QStringList words{"/tmp/a b\n日本.kx410", QString()};
+    EXPECT_FALSE(InstanceChannel::send(socket, words)) << "nobody listens";
+    QLocalServer left;
+    ASSERT_TRUE(left.listen(socket));
+    EXPECT_FALSE(InstanceChannel::send(socket, words, 1)) << "nobody answers";
+    InstanceChannel channel;
+    ASSERT_TRUE(channel.listen(socket));
+    const QSignalSpy received(&channel, &InstanceChannel::received);
+    QLocalSocket half;
+    half.connectToServer(socket);
+    half.write("\0\0\0\1\xff\xff\xff", 7);
+    half.disconnectFromServer();
+    bool wasTaken = false;
+    const std::unique_ptr<QThread> later(QThread::create([&] { wasTaken = InstanceChannel::send(socket, words); }));
+    later->start();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return later->isFinished(); }));
+    EXPECT_TRUE(wasTaken);
+    ASSERT_EQ(received.count(), 1);
+    EXPECT_EQ(received.first().first().toStringList(), words);
 }
 
 } // namespace
