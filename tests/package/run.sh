@@ -47,8 +47,8 @@ check_desktop() {
   appstreamcli validate --no-net "$root/usr/share/metainfo/vorlant.metainfo.xml" > "$work/appstream.txt" ||
     { cat "$work/appstream.txt"; fail "the description for software centres is not valid"; }
   local program
-  program=$(sed -n 's/^Exec=//p' "$root/usr/share/applications/vorlant.desktop")
-  [ -x "$root/usr/bin/$program" ] || fail "the desktop entry starts $program, which is not installed"
+  program=$(sed -n 's/^Exec=\([^ ]*\) %f$/\1/p' "$root/usr/share/applications/vorlant.desktop")
+  [ -n "$program" ] && [ -x "$root/usr/bin/$program" ] || fail "the desktop entry starts $program, which is not installed"
   [ -s "$root/usr/share/icons/hicolor/scalable/apps/$(sed -n 's/^Icon=//p' \
     "$root/usr/share/applications/vorlant.desktop").svg" ] || fail "the icon of the desktop entry is missing"
 }
@@ -76,13 +76,38 @@ check_man_pages() {
     LC_ALL=C.UTF-8 MANWIDTH=100 man --warnings -l "$root/usr/share/man/man1/$program.1.gz" 2> "$work/man.txt" |
       col -b > "$work/page.txt"
     [ ! -s "$work/man.txt" ] || fail "man page of $program: $(cat "$work/man.txt")"
-    options=
-    [ $program = vorlant ] || options=$(user "$work/home" "$program" --help | grep -oE -- '--[a-z-]+' | sort -u)
+    options=$(user "$work/home" "$program" --help | grep -oE -- '--[a-z-]+' | sort -u)
     for option in $options; do
       grep -qE "^ +(-., )?$option( |\$)" "$work/page.txt" || fail "man page of $program does not tell of $option"
     done
     grep -q '^EXIT STATUS' "$work/page.txt" || fail "man page of $program: no exit status"
   done
+}
+
+# What the shell offers behind a word that was begun, as bash-completion asks for it.
+offered() { # words...
+  become_user "$work/home" bash -c '. /usr/share/bash-completion/bash_completion; . "$1/usr/share/bash-completion/completions/$2"
+    shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); COMP_LINE=$*; COMP_POINT=${#COMP_LINE}
+    "_${1//-/_}"; printf "%s\n" "${COMPREPLY[@]}"' bash "$root" "$@"
+}
+
+# Every option and command that a program knows is offered, and the files that belong there.
+check_completion() {
+  local program option
+  for program in vorlant vorlantctl vorlant-sim; do
+    (offered $program -) > "$work/offered.txt"
+    for option in $(user "$work/home" "$program" --help | grep -oE -- ' --?[a-zA-Z-]+\b' | sort -u); do
+      grep -qxe "$option" "$work/offered.txt" || fail "the completion of $program does not offer $option"
+    done
+  done
+  (offered vorlantctl "") > "$work/offered.txt"
+  for option in $(user "$work/home" vorlantctl --help | sed -n '/^Commands/,/^$/s/^  \([a-z-]*\) .*/\1/p'); do
+    grep -qx "$option" "$work/offered.txt" || fail "the completion of vorlantctl does not offer $option"
+  done
+  mkdir -p "$work/files"
+  touch "$work/files/a.kx410" "$work/files/b.txt"
+  expect "files for vorlant" "$work/files/a.kx410" "$(offered vorlant "$work/files/")"
+  expect "classes" calibration "$(offered vorlantctl write --class ca)"
 }
 
 # A parameter file is known by its name and, whatever its name, by its first lines.
@@ -129,7 +154,7 @@ check_programs() { # home
   ctl read --as set -o "$home/set.kx410"
   ctl compare "$home/set.kx410" > /dev/null || fail "the controller differs from what was just read of it"
   diff -r "$data" "$own" > "$work/diff.txt" || true
-  expect "the user's program folder" "Only in $own: .shipped,Only in $own: Log," "$(tr '\n' , < "$work/diff.txt")"
+  expect "the user's program folder" "Only in $own: .shipped," "$(tr '\n' , < "$work/diff.txt")"
   check_window "$home" "$own"
 }
 
@@ -142,7 +167,7 @@ check_window() { # home, own folder
   become_user "$1" "$bin/vorlant" 2> "$work/window.txt" &
   window=$!
   started+=($window)
-  await "the window" grep -qa 'loadKXInfo1-KX41000000-10A' "$2/Log/Vorlant.log"
+  await "the window" grep -qa 'loadKXInfo1-KX41000000-10A' "$1/.local/state/vorlant/Log/Vorlant.log"
   kill "$window"
   wait "$window" || status=$?
   expect "end of the window" 0 "$status"
@@ -202,6 +227,7 @@ make_home "$work/home"
 check_desktop
 check_build
 check_man_pages
+check_completion
 check_programs "$work/home"
 check_mime_type "$work/home/set.kx410"
 check_no_room

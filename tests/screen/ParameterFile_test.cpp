@@ -36,7 +36,7 @@ TEST_F(Parameters, FileHoldsEveryItemInOrder)
     EXPECT_EQ(kx.saveData(kFile).error(), QString());
     EXPECT_EQ(content(kFile), "; kept\r\n[Data]\r\nOLD=5\r\nVQSV1=1234\r\nNAME=A\r\nHIDE=7\r\nMODE=1\r\n"
                               "[Info]\r\nMODEL=KX41000000-10A\r\nOffLine=False\r\nSaveDate=2007/03/05 09:04:07\r\n"
-                              "SoftwareVersion=0.1.0\r\nLangugeFile=EN.txt\r\n");
+                              "SoftwareVersion=0.2.0\r\nLangugeFile=EN.txt\r\n");
     EXPECT_FALSE(kx.loadData(kFile));
     EXPECT_TRUE(kx.lastLoad().changed.isEmpty()) << "what was saved is what is there";
 }

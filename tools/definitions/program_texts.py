@@ -580,6 +580,10 @@ FORM_TEXTS = {
         ("frmHistory-Command1-0", "C&opy", "コピー(&O)"),
         ("frmHistory-Command1-1", "&Reload", "再読み込み(&R)"),
         ("frmHistory-Command1-2", "&Close", "閉じる(&C)"),
+        ("frmShowVersion-lblLicence-0",
+         "Copyright 2026 Vorlant maintainers. Free software under the GNU General Public License, version 3 or later;"
+         " there is no warranty.",
+         "Copyright 2026 Vorlant maintainers. GNU General Public License バージョン3以降による自由ソフトウェアです。無保証です。"),
         ("frmBackups-Command1-0", "&Load as changes", "変更として読み込む(&L)"),
         ("frmBackups-Command1-1", "C&opy", "コピー(&O)"),
         ("frmBackups-Command1-2", "&Reload", "一覧を更新(&R)"),

@@ -19,6 +19,7 @@ frmShowVersion::frmShowVersion(const clsLibrary& library, const ProgramVersion& 
     m_registry->add(m_title, QStringLiteral("lblTitle"));
     m_registry->add(m_text, QStringLiteral("lblVersion"));
     m_registry->add(m_exit, QStringLiteral("cmdExit"));
+    m_registry->add(m_licence, QStringLiteral("lblLicence"));
     connect(m_exit, &QPushButton::clicked, this, &frmShowVersion::reject);
 }
 
@@ -35,10 +36,16 @@ void frmShowVersion::setupForm()
     m_title->setFont(bold);
     m_text = new QLabel(this);
     m_text->setObjectName(QStringLiteral("lblVersion"));
+    m_licence =
+        new QLabel(QStringLiteral("Copyright 2026 Vorlant maintainers. Free software under the GNU General Public "
+                                  "License, version 3 or later; there is no warranty."),
+                   this);
+    m_licence->setObjectName(QStringLiteral("lblLicence"));
+    m_licence->setWordWrap(true);
     m_exit = new QPushButton(QStringLiteral("&Close"), this);
     m_exit->setObjectName(QStringLiteral("cmdExit"));
     m_exit->setDefault(true);
-    for (QLabel* label : {m_title, m_text}) {
+    for (QLabel* label : {m_title, m_text, m_licence}) {
         label->setAlignment(Qt::AlignCenter);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
@@ -50,6 +57,7 @@ void frmShowVersion::setupForm()
     layout->addStretch();
     layout->addWidget(m_title);
     layout->addWidget(m_text);
+    layout->addWidget(m_licence);
     layout->addSpacing(space / 2);
     layout->addStretch();
     layout->addWidget(m_exit, 0, Qt::AlignHCenter);

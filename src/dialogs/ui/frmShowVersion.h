@@ -43,5 +43,6 @@ private:
     std::unique_ptr<platform::ControlRegistry> m_registry;
     QLabel* m_title = nullptr;     // lblTitle
     QLabel* m_text = nullptr;      // lblVersion
+    QLabel* m_licence = nullptr;   // lblLicence
     QPushButton* m_exit = nullptr; // cmdExit
 };
