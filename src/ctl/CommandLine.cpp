@@ -65,7 +65,8 @@ Options (those left out come from the main settings file):
   -o FILE                write the result to FILE, whole or not at all
   --as table|csv|json    form of the result (default: table)
   --as set               of read, with -o: write a parameter file
-  --help, --version
+  -h, --help             print this
+  -V, --version          print the version
 
 Exit status: 0 done, 1 the sets differ, 2 usage, 3 no port or no answer, 4 wrong or unknown model, 5 unreadable file
 or definition, or a definition with faults, 6 a value was refused, did not read back, or the controller changed.
@@ -310,8 +311,10 @@ void addOptions(QCommandLineParser& parser)
     for (const char* name : {"port", "speed", "chara", "mode", "slave", "model", "timeout", "class", "as", "o",
                              "slaves", "speeds", "formats", "modes"})
         parser.addOption({QString::fromLatin1(name), QString(), QStringLiteral("value")});
-    for (const char* name : {"quiet", "stats", "dry-run", "read-only", "no-backup", "first", "help", "version"})
+    for (const char* name : {"quiet", "stats", "dry-run", "read-only", "no-backup", "first"})
         parser.addOption(QCommandLineOption(QString::fromLatin1(name)));
+    parser.addOption(QCommandLineOption(QStringList{QStringLiteral("h"), QStringLiteral("help")}));
+    parser.addOption(QCommandLineOption(QStringList{QStringLiteral("V"), QStringLiteral("version")}));
 }
 
 // The first pair that cannot be meant, with the reason; empty when all can.

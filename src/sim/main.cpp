@@ -5,6 +5,7 @@
 #include "ModelCodes.h"
 #include "NamedPipe.h"
 #include "ProgramContext.h"
+#include "ProgramVersion.h"
 #include "SimulatedController.h"
 #include "SimulatorLine.h"
 #include "SlaveRange.h"
@@ -50,11 +51,28 @@ struct Options
     QString error;
 };
 
-Options parse(const QCoreApplication& application)
+// Ends the program for help and version; otherwise returns why the words make no sense, empty when they do.
+QString readWords(QCommandLineParser& parser)
+{
+    if (!parser.parse(QCoreApplication::arguments())) {
+        const QString error = parser.errorText();
+        return error.endsWith(u'.') ? error.chopped(1) : error;
+    }
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp();
+    if (parser.isSet(QStringLiteral("version")))
+        parser.showVersion();
+    const QStringList words = parser.positionalArguments();
+    return words.isEmpty() ? QString()
+                           : QStringLiteral("\"%1\" is too much: there are only options").arg(words.first());
+}
+
+Options parse()
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Plays a KX controller on a pseudo-terminal or a serial device."));
-    parser.addHelpOption();
+    parser.addOption({QStringList{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Print this.")});
+    parser.addOption({QStringList{QStringLiteral("V"), QStringLiteral("version")}, QStringLiteral("Print the version.")});
     const auto add = [&parser](const char* name, const char* text, const char* value, const char* preset = "") {
         parser.addOption(QCommandLineOption(QString::fromLatin1(name), QString::fromLatin1(text),
                                             QString::fromLatin1(value), QString::fromLatin1(preset)));
@@ -80,8 +98,10 @@ Options parse(const QCoreApplication& application)
     add("control", "Make a named pipe here that takes lines \"poke ADDRESS=BYTES\".", "FILE");
     add("state", "Write the memory here at the end.", "FILE");
     parser.addOption(QCommandLineOption(QStringLiteral("trace"), QStringLiteral("Print the frames.")));
-    parser.process(application);
     Options options;
+    options.error = readWords(parser);
+    if (!options.error.isEmpty())
+        return options;
     const auto number = [&](const char* name, int low, int high) {
         bool ok = false;
         const int value = parser.value(QLatin1String(name)).toInt(&ok);
@@ -147,7 +167,8 @@ int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     platform::showWarningsVisibly();
-    const Options options = parse(application);
+    QCoreApplication::setApplicationVersion(ProgramVersion::current().plain());
+    const Options options = parse();
     if (!options.error.isEmpty())
         return fail(kUsage, options.error + QStringLiteral("; try --help"));
     const platform::SystemColors colors;
