@@ -40,7 +40,7 @@ DEFINITIONS, PROGRAM = "tools/definitions", "tools/definitions/program_texts.py"
 
 # Texts that are no messages: menu and button captions, titles, and parts of a message that is on the page as a whole.
 CAPTIONS = {
-    "FileMenu", "EditMenu", "KXMenu", "OptionMenu", "HelpMenu", "Open", "Save", "Exit", "Copy", "Paste",
+    "FileMenu", "EditMenu", "KXMenu", "OptionMenu", "HelpMenu", "Open", "Save", "Save &to %1", "Exit", "Copy", "Paste",
     "Revert to the controller's value", "Write this parameter", "Write this block", "Comm", "Recv",
     "Send", "Option", "Help", "Version", "InputRange", "OK", "Cancel", "Stop", "Retrial", "Disregard", "Yes", "No",
     "Vorlant", "VersionInfo", "Ver.",

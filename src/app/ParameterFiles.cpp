@@ -1,6 +1,7 @@
 #include "ParameterFiles.h"
 
 #include "CellEditor.h"
+#include "FileModel.h"
 #include "HeldValue.h"
 #include "MessagePresenter.h"
 #include "ParameterFile.h"
@@ -53,10 +54,28 @@ bool ParameterFiles::mayOpen(MainState state)
 
 FileQuestion ParameterFiles::question(bool save) const
 {
-    const QString folder =
-        m_file.isEmpty() ? m_program.machine().paths.toMachine(m_kx.DataPath()) : QFileInfo(m_file).absolutePath();
-    return {save, m_kx.Ext(), folder, translatedFilter(m_kx.DialogFilter(), m_program.library()),
-            save ? QFileInfo(m_file).fileName() : QString()};
+    return {save, m_kx.Ext(), folder(), translatedFilter(m_kx.DialogFilter(), m_program.library()),
+            save ? proposedName() : QString()};
+}
+
+// That of the file, else the definition's, else the one that was used last.
+QString ParameterFiles::folder() const
+{
+    QString file = m_file;
+    if (file.isEmpty() && !m_kx.DataPath().isEmpty())
+        return m_program.machine().paths.toMachine(m_kx.DataPath());
+    if (file.isEmpty())
+        file = m_recent.files().value(0);
+    return file.isEmpty() ? QString() : QFileInfo(file).absolutePath();
+}
+
+QString ParameterFiles::proposedName() const
+{
+    if (!m_file.isEmpty())
+        return QFileInfo(m_file).fileName();
+    const QString day = m_program.clock().now().toString(QStringLiteral("yyyy-MM-dd"));
+    const QString ending = m_kx.Ext().isEmpty() ? QString() : u'.' + m_kx.Ext();
+    return QStringLiteral("%1 %2%3").arg(m_kx.ModelName(), day, ending);
 }
 
 void ParameterFiles::openDataFile(MainState state)
@@ -85,18 +104,51 @@ bool ParameterFiles::hasUsableName(const QString& file)
     return false;
 }
 
-void ParameterFiles::load(const QString& file)
+void ParameterFiles::openGiven(const QString& file, MainState state)
 {
-    if (!hasUsableName(file) || !mayDiscard())
+    if (!hasUsableName(file))
         return;
-    m_program.eventLog().LogWrite(QStringLiteral("showOpenFile-") + file);
-    if (m_kx.loadData(m_program.machine().paths.toDesktop(file))) {
-        if (!QFileInfo::exists(file))
-            m_recent.remove(file);
-        Q_EMIT fileChanged();
-        m_questions.showMessage(m_kx.lastLoad().detail, MessageStyle::kCritical);
+    const platform::Result<FileModel> model = modelOfFile(m_program.library(), file);
+    if (!model.ok()) {
+        m_questions.showMessage(model.error(), MessageStyle::kCritical);
         return;
     }
+    if (model.value().modelString == m_kx.modelString() && state == MainState::UpToDate) {
+        load(file);
+        return;
+    }
+    if (!mayDiscard())
+        return;
+    Q_EMIT modelWanted(model.value().number, model.value().modelString);
+    // Without parameters there stands in place of the grid what is wrong with the definition.
+    if (m_kx.items().empty() || !take(file))
+        return;
+    for (const auto& item : m_kx.items())
+        item->Edit = EditState::kUntouched;
+    m_kx.refreshSpread(false, nullptr);
+    accept(file);
+}
+
+void ParameterFiles::load(const QString& file)
+{
+    if (hasUsableName(file) && mayDiscard() && take(file))
+        accept(file);
+}
+
+bool ParameterFiles::take(const QString& file)
+{
+    m_program.eventLog().LogWrite(QStringLiteral("showOpenFile-") + file);
+    if (!m_kx.loadData(m_program.machine().paths.toDesktop(file)))
+        return true;
+    if (!QFileInfo::exists(file))
+        m_recent.remove(file);
+    Q_EMIT fileChanged();
+    m_questions.showMessage(m_kx.lastLoad().detail, MessageStyle::kCritical);
+    return false;
+}
+
+void ParameterFiles::accept(const QString& file)
+{
     standFor(file);
     Q_EMIT loaded();
     reportLoad();
@@ -134,8 +186,20 @@ void ParameterFiles::loadAsChanges(const ParameterSet& set, CellEditor& editor, 
 void ParameterFiles::saveDataFile()
 {
     const QString file = m_choose(question(true));
-    if (file.isEmpty() || !hasUsableName(file))
-        return;
+    if (!file.isEmpty() && hasUsableName(file))
+        saveTo(file);
+}
+
+void ParameterFiles::save()
+{
+    if (m_file.isEmpty() || QFileInfo(m_file).lastModified() != m_fileTime)
+        saveDataFile();
+    else
+        saveTo(m_file);
+}
+
+void ParameterFiles::saveTo(const QString& file)
+{
     m_program.eventLog().LogWrite(QStringLiteral("showSaveFile-") + file);
     const platform::Result<> saved = m_kx.saveData(m_program.machine().paths.toDesktop(file));
     if (saved.ok())
@@ -149,6 +213,7 @@ void ParameterFiles::saveDataFile()
 void ParameterFiles::standFor(const QString& file)
 {
     m_file = file;
+    m_fileTime = QFileInfo(file).lastModified();
     m_values = valuesOf(m_kx);
     m_recent.add(file);
     Q_EMIT fileChanged();

@@ -4,6 +4,7 @@
 #include "FileQuestion.h"
 #include "RecentFiles.h"
 
+#include <QDateTime>
 #include <QObject>
 #include <QString>
 
@@ -31,7 +32,14 @@ public:
     // Asks for a file and loads it. While the program works on-line the grid must hold what the controller holds.
     void openDataFile(MainState state);
     void openRecent(const QString& file, MainState state); // machine path
-    void saveDataFile();
+    // A file that comes from outside the window: named at the start, dropped, handed over. Over current data of its
+    // model it is loaded as ever; else its model takes the place of the one in the grid, and the values are only the
+    // file's: no changes.
+    void openGiven(const QString& file, MainState state);
+    void saveDataFile(); // asks for the name
+    // Without a question, into the file that the grid stands for; asks where there is none, or where somebody else
+    // changed it since.
+    void save();
     // The values of a backup become changes, as one step of undo; nothing is sent.
     void loadAsChanges(const ParameterSet& set, CellEditor& editor, MainState state);
     // How many values would be lost with what the grid holds: on-line those that were not sent, off-line those that
@@ -53,14 +61,20 @@ public:
 
 Q_SIGNALS:
     void loaded();
-    void fileChanged(); // file(), recent() or isChanged() answer differently
+    void modelWanted(int modelNumber, const QString& modelString); // the grid is of this model when it returns
+    void fileChanged();                                            // file(), recent() or isChanged() answer differently
 
 private:
     bool mayOpen(MainState state);
     bool hasUsableName(const QString& file); // false: the user has been notified
     void load(const QString& file);
+    bool take(const QString& file); // false: the user has been notified
+    void accept(const QString& file);
     void reportLoad();
+    void saveTo(const QString& file);
     void standFor(const QString& file);
+    QString folder() const;
+    QString proposedName() const;
     FileQuestion question(bool save) const;
 
     clsKX& m_kx;
@@ -70,6 +84,7 @@ private:
     std::function<void()> m_review;
     RecentFiles m_recent;
     QString m_file;
+    QDateTime m_fileTime; // when it was changed last, as far as is known here
     QStringList m_values; // of the file, in item order
 };
 

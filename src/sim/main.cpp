@@ -72,7 +72,8 @@ Options parse()
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Plays a KX controller on a pseudo-terminal or a serial device."));
     parser.addOption({QStringList{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Print this.")});
-    parser.addOption({QStringList{QStringLiteral("V"), QStringLiteral("version")}, QStringLiteral("Print the version.")});
+    parser.addOption(
+        {QStringList{QStringLiteral("V"), QStringLiteral("version")}, QStringLiteral("Print the version.")});
     const auto add = [&parser](const char* name, const char* text, const char* value, const char* preset = "") {
         parser.addOption(QCommandLineOption(QString::fromLatin1(name), QString::fromLatin1(text),
                                             QString::fromLatin1(value), QString::fromLatin1(preset)));

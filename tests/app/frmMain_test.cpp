@@ -540,17 +540,23 @@ TEST_F(MainWindow, ALostAdapterIsUsedAgainAndItsControllerIsAskedFirst)
     EXPECT_EQ(settings.count(), 1);
 }
 
-TEST_F(MainWindow, ClosingDuringAReadEndsIt)
+TEST_F(MainWindow, ClosingDuringAReadAsksAndEndsIt)
 {
-    openWith([this](const QByteArray&) {
-        QTimer::singleShot(0, window.get(), [this] { window->close(); });
-        return QByteArray();
-    });
-    const QSignalSpy closed(window.get(), &frmMain::closed);
-    recv();
-    EXPECT_TRUE(closed.count() == 1 && !window->isVisible());
-    EXPECT_EQ(controller->requests(), 1);
-    EXPECT_EQ(messages(), QStringList());
+    for (const int answer : {MessageResult::kNo, MessageResult::kYes}) {
+        openWith([this](const QByteArray& request) {
+            const bool isLast = soundController::asksFor(request, "00008000");
+            if (isLast)
+                QTimer::singleShot(0, window.get(), [this] { window->close(); });
+            return isLast && asked.answer == MessageResult::kYes ? QByteArray() : soundController::reply(request);
+        });
+        asked.answer = answer;
+        const QSignalSpy closed(window.get(), &frmMain::closed);
+        recv();
+        EXPECT_EQ(messages(), QStringList{"A transfer with the controller is running. Give it up and quit?"});
+        EXPECT_EQ(asked.messages.last().style & 0x300, MessageStyle::kSecondIsDefault) << "No";
+        EXPECT_EQ(closed.count() == 1 && !window->isVisible(), answer == MessageResult::kYes);
+        EXPECT_EQ(window->state() == MainState::UpToDate, answer == MessageResult::kNo);
+    }
 }
 
 // The question is the user's: a request to end takes an open dialog along, and the question itself.

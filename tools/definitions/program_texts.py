@@ -10,6 +10,8 @@ PROGRAM_TEXTS = (
     ("loading Data Info.", "データ情報を読み込んでいます。"),
     ("Not Found MultiSelect.ini", "MultiSelect.iniが見つかりません。"),
     ("Quit?", "終了しますか？"),
+    ("A transfer with the controller is running. Give it up and quit?",
+     "機器と通信中です。通信を打ち切って終了しますか？"),
     ("The program folder %1 cannot be filled: %2. Make room there or give yourself the right to write there, then start"
      " again.",
      "プログラムフォルダ %1 にファイルを用意できません: %2。空き容量と書き込み権限を確認してから、もう一度起動してください。"),
@@ -25,6 +27,16 @@ PROGRAM_TEXTS = (
     ("Nothing can be kept in the home folder %1: %2. Give yourself the right to write there, or set HOME to a folder of"
      " your own.",
      "ホームフォルダ %1 に保存できません: %2。書き込み権限を確認するか、HOMEに自分のフォルダを設定してください。"),
+    ("The logs of earlier versions were not moved to %1: %2. Give yourself the right to write there, or remove them.",
+     "以前の版のログを %1 に移動できませんでした: %2。書き込み権限を確認するか、ログを削除してください。"),
+    ("The diagnostics are on the clipboard.", "診断情報をクリップボードにコピーしました。"),
+    ("All settings get their defaults at the next start. What they are now is kept in a file beside them; logs, backups and"
+     " history stay. Go on?",
+     "次の起動時に、すべての設定が初期値に戻ります。現在の設定は同じフォルダのファイルに残します。ログ、バックアップ、書き込み履歴は"
+     "残ります。続けますか？"),
+    ("The settings have their defaults at the next start. The old ones are in %1.",
+     "次の起動時に設定が初期値に戻ります。以前の設定は %1 にあります。"),
+    ("The settings were not reset: %1", "設定を初期化できませんでした: %1"),
     # Menus and toolbar
     ("FileMenu", "ファイル(&F)"),
     ("EditMenu", "編集(&E)"),
@@ -33,6 +45,7 @@ PROGRAM_TEXTS = (
     ("HelpMenu", "ヘルプ(&H)"),
     ("Open", "開く"),
     ("Save", "保存"),
+    ("Save &to %1", "%1 に上書き保存(&T)"),
     ("Exit", "終了"),
     ("Copy", "コピー"),
     ("Revert to the controller's value", "機器の値に戻す"),
@@ -362,6 +375,8 @@ PROGRAM_TEXTS = (
     ("the folder %1 cannot be made", "フォルダ %1 を作成できません"),
     # Parameter files
     ("%1 is no file.", "%1 はファイルではありません。"),
+    ("%1 is no parameter file.", "%1 はパラメータファイルではありません。"),
+    ("%1 is of the model %2, which is not in the catalogue.", "%1 の形式コード %2 は機種一覧にありません。"),
     ("%1 is too large for a parameter file.", "%1 はパラメータファイルとしては大きすぎます。"),
     ("%1 may not be read by you.", "%1 の読み取り権限がありません。"),
     ('%1 holds no value for %2 ("%3"): nothing was loaded.', '%1 の %2 の値が正しくありません("%3")。読み込みを中止しました。'),
@@ -487,11 +502,12 @@ FORM_TEXTS = {
         ("frmMain-mnuEdit-2", "&Undo", "元に戻す(&U)"),
         ("frmMain-mnuEdit-3", "&Redo", "やり直し(&R)"),
         ("frmMain-KXMenu-0", "&KX", "KX(&K)"),
-        ("frmMain-OptionMenu-0", "&Option", "オプション(&O)"),
+        ("frmMain-OptionMenu-0", "&Options", "オプション(&O)"),
         ("frmMain-HelpMenu-0", "&Help", "ヘルプ(&H)"),
         ("frmMain-mnuFile-0", "&Open...", "開く(&O)..."),
-        ("frmMain-mnuFile-1", "&Save...", "保存(&S)..."),
-        ("frmMain-mnuFile-2", "E&xit", "終了(&X)"),
+        ("frmMain-mnuFile-1", "&Save...", "名前を付けて保存(&S)..."),
+        ("frmMain-mnuFile-4", "Save &to a file...", "ファイルに保存(&T)..."),
+        ("frmMain-mnuFile-2", "&Quit", "終了(&Q)"),
         *[(f"frmMain-tlbMain-0-Button{i}", english, japanese) for i, (english, japanese) in enumerate((
             ("Open", "開く"), ("Save", "保存"), ("Comm", "通信設定"), ("Options", "オプション"), ("Exit", "終了"),
             ("Receive", "受信"), ("Send", "送信"), ("Version", "バージョン"), ("Help", "ヘルプ")), 1)],
@@ -506,6 +522,8 @@ FORM_TEXTS = {
         ("frmMain-mnuKX-4", "Re&view and send...", "変更の確認と送信(&V)..."),
         ("frmMain-mnuKX-3", "&Traffic...", "通信モニタ(&T)..."),
         ("frmMain-mnuOption-0", "&Options...", "オプション(&O)..."),
+        ("frmMain-mnuOption-1", "&Reset settings...", "設定の初期化(&R)..."),
+        ("frmMain-mnuHelp-2", "&Copy diagnostics", "診断情報をコピー(&C)"),
         ("frmMain-mnuHelp-1", "&Version...", "バージョン情報(&V)..."),
         ("frmProgbar-Label1-0", "It is forwarding it. Please wait for a while.",
          "転送しています。しばらくお待ちください。"),
@@ -593,7 +611,8 @@ FORM_TEXTS = {
     "ToolTipText": [
         *[(f"frmMain-tlbMain-0-Button{i}", english, japanese) for i, (english, japanese) in enumerate((
             ("Load a parameter file into the grid (Ctrl+O)", "パラメータファイルを読み込みます (Ctrl+O)"),
-            ("Save all parameters to a file (Ctrl+S)", "全パラメータをファイルに保存します (Ctrl+S)"),
+            ("Save all parameters to a file with a name (Ctrl+Shift+S)",
+             "全パラメータを名前を付けてファイルに保存します (Ctrl+Shift+S)"),
             ("Port, speed, slave number and model of the controller (F8)",
              "ポート、通信速度、スレーブ番号、機種を設定します (F8)"),
             ("Language, questions and display", "言語、確認、表示を設定します"),

@@ -3,6 +3,7 @@
 #include "ControllerState.h"
 #include "ParameterFiles.h"
 #include "ProgramContext.h"
+#include "StartArguments.h"
 #include "TransferEngine.h"
 #include "clsKX.h"
 #include "frmComSet.h"
@@ -44,7 +45,8 @@ void CommSettings::show()
 void CommSettings::run()
 {
     ProgramContext& program = m_parts.program;
-    frmComSet dialog({*this, program.ports(), program.library(), QCoreApplication::arguments().mid(1).join(u' ')},
+    frmComSet dialog({*this, program.ports(), program.library(),
+                      StartArguments::parse(QCoreApplication::arguments().mid(1), true).detection},
                      &m_parts.window);
     m_dialog = &dialog;
     connect(&dialog, &frmComSet::trafficWanted, this, &CommSettings::trafficWanted);

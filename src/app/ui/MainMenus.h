@@ -20,8 +20,9 @@ public:
     explicit MainMenus(QMenuBar& bar);
 
     QAction* open = nullptr;
-    QAction* save = nullptr;
-    QMenu* recent = nullptr; // files, filled by showRecent
+    QAction* save = nullptr;   // asks for the name
+    QAction* saveTo = nullptr; // without a question where there is a file
+    QMenu* recent = nullptr;   // files, filled by showRecent
     QAction* clearRecent = nullptr;
     QAction* exit = nullptr;
     QAction* copy = nullptr;
@@ -36,7 +37,9 @@ public:
     QAction* backups = nullptr;
     QAction* traffic = nullptr;
     QAction* option = nullptr;
+    QAction* reset = nullptr;
     QAction* help = nullptr;
+    QAction* diagnostics = nullptr;
     QAction* version = nullptr;
 
     // The files to choose from, newest first; choose is called with the file of the item that was triggered.

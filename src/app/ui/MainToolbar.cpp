@@ -8,7 +8,9 @@
 #include <initializer_list>
 
 MainToolbar::MainToolbar(const MainMenus& menus, QWidget* parent)
-    : QToolBar(parent), m_send(new QAction(toolIcon(QStringLiteral("Send")), QStringLiteral("Send"), this))
+    : QToolBar(parent), m_send(new QAction(toolIcon(QStringLiteral("Send")), QStringLiteral("Send"), this)),
+      m_numbered{menus.open, menus.save, menus.comm,    menus.option, menus.exit,
+                 menus.recv, m_send,     menus.version, menus.help}
 {
     setObjectName(QStringLiteral("tlbMain"));
     setAccessibleName(QStringLiteral("Commands"));
@@ -19,9 +21,9 @@ MainToolbar::MainToolbar(const MainMenus& menus, QWidget* parent)
     m_send->setObjectName(QStringLiteral("tlbMain_Send"));
     const std::initializer_list<QAction*> groups[] = {
         {menus.open, menus.save},
-        {menus.comm, menus.option, menus.exit},
-        {menus.recv, m_send},
-        {menus.version, menus.help},
+        {menus.comm, menus.recv, m_send},
+        {menus.option, menus.version, menus.help},
+        {menus.exit},
     };
     for (const auto& group : groups) {
         if (!actions().isEmpty())

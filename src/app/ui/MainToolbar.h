@@ -15,7 +15,10 @@ public:
     explicit MainToolbar(const MainMenus& menus, QWidget* parent = nullptr);
 
     QAction* send() const { return m_send; }
+    // In the order of their numbers in language files.
+    const QList<QAction*>& numbered() const { return m_numbered; }
 
 private:
     QAction* m_send;
+    QList<QAction*> m_numbered;
 };

@@ -10,6 +10,7 @@
 #include "InterruptedWrites.h"
 #include "LastState.h"
 #include "MainHelp.h"
+#include "MainFiles.h"
 #include "MainMenus.h"
 #include "MainStatus.h"
 #include "MainStatusBar.h"
@@ -19,12 +20,12 @@
 #include "ProgramContext.h"
 #include "ProgressDialogView.h"
 #include "RegisteredGrid.h"
+#include "SupportCommands.h"
 #include "WidgetPlacement.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFileInfo>
 #include <QMenuBar>
 
 namespace {
@@ -68,13 +69,15 @@ frmMain::~frmMain()
     m_program.context().messages = m_program.context().nobody;
 }
 
-void frmMain::start()
+void frmMain::start(const QString& file)
 {
     const FolderNotices& notices = m_program.folderNotices();
     for (const FolderNotice& notice : notices)
         m_questions->showMessage(notice.in(m_program.library().tranStr(notice.text)), MessageStyle::kExclamation);
     tellInterruptedWrites(m_program, *m_questions);
-    if (!m_program.settings().m_bComm || m_controller.model().isEmpty())
+    if (!file.isEmpty())
+        openGiven(file);
+    else if (!m_program.settings().m_bComm || m_controller.model().isEmpty())
         QMetaObject::invokeMethod(m_comm.get(), &CommSettings::show, Qt::QueuedConnection);
 }
 
@@ -114,19 +117,20 @@ void frmMain::setupWindow()
     m_status =
         new MainStatus({m_program, m_controller, *m_engine, m_clsKX, m_uclComm1, m_pages->sheet(), *m_stbMain}, this);
     m_help = std::make_unique<MainHelp>(m_program, m_clsKX, m_pages->sheet());
+    m_mainFiles = new MainFiles({m_program.library(), *m_files, m_controller, *m_engine, *m_menus, *this}, this);
+    new SupportCommands({m_program, *m_questions, *m_menus, *m_stbMain}, this); // the window owns it
 }
 
 void frmMain::setupFiles()
 {
     m_files = std::make_unique<ParameterFiles>(m_clsKX, m_program, *m_questions);
-    m_closing = std::make_unique<ClosingQuestion>(m_program, *m_questions, *m_files);
+    m_closing = std::make_unique<ClosingQuestion>(m_program, *m_questions, *m_files, *m_engine);
     m_comm = std::make_unique<CommSettings>(
         CommSettings::Parts{m_program, m_controller, m_uclComm1, *m_engine, m_clsKX, *this, *m_files});
     m_files->setChooser([this](const FileQuestion& question) { return chooseFile(this, question); });
     m_files->setReview([this] { m_review->show(); });
     connect(m_files.get(), &ParameterFiles::loaded, m_editor.get(), &CellEditor::clear);
-    connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::showTitle);
-    connect(m_files.get(), &ParameterFiles::fileChanged, this, &frmMain::enableRecent);
+    connect(m_files.get(), &ParameterFiles::modelWanted, this, &frmMain::loadKXInfo);
     connect(m_files.get(), &ParameterFiles::fileChanged, this, [this] { m_status->showData(); });
 }
 
@@ -175,8 +179,6 @@ void frmMain::connectWatch()
 
 void frmMain::connectMenus()
 {
-    connect(m_menus->open, &QAction::triggered, this, &frmMain::openDataFile);
-    connect(m_menus->save, &QAction::triggered, this, &frmMain::saveDataFile);
     connect(m_menus->send, &QAction::triggered, this, &frmMain::setDataToKXAll);
     connect(m_tlbMain->send(), &QAction::triggered, this, &frmMain::askAndSend);
     connect(m_menus->copy, &QAction::triggered, &m_pages->sheet(), &platform::vaSpread::requestCopy);
@@ -193,8 +195,6 @@ void frmMain::connectMenus()
     connect(m_menus->option, &QAction::triggered, this, &frmMain::showOption);
     connect(m_menus->version, &QAction::triggered, this, &frmMain::showVersion);
     connect(m_menus->help, &QAction::triggered, this, [this] { m_help->show(); });
-    connect(m_menus->clearRecent, &QAction::triggered, m_files.get(), &ParameterFiles::clearRecent);
-    connect(m_menus->recent, &QMenu::aboutToShow, this, &frmMain::showRecent);
 }
 
 void frmMain::connectEditor()
@@ -203,7 +203,7 @@ void frmMain::connectEditor()
     m_pages->connectTo(*m_editor, *m_clipboard);
     new GridMenu(m_pages->sheet(), *m_editor, m_program.library()); // the sheet owns it
     connect(editor, &CellEditor::edited, m_status, &MainStatus::showHint);
-    connect(editor, &CellEditor::edited, this, &frmMain::showTitle);
+    connect(editor, &CellEditor::edited, m_mainFiles, &MainFiles::showTitle);
     connect(editor, &CellEditor::edited, m_status, &MainStatus::showData);
     const auto showHistory = [this] {
         m_menus->undo->setEnabled(m_editor->canUndo());
@@ -216,7 +216,7 @@ void frmMain::connectEditor()
 void frmMain::registerControls()
 {
     m_controls = std::make_unique<platform::ControlRegistry>(*this, kFormName);
-    m_controls->add(m_tlbMain, m_tlbMain->objectName());
+    m_controls->add(m_tlbMain, m_tlbMain->numbered(), m_tlbMain->objectName());
     m_menus->registerAt(*m_controls);
     m_controls->add(
         std::make_unique<platform::RegisteredGrid>(m_pages->sheet(), m_pages->sheet().objectName(), std::nullopt));
@@ -254,8 +254,7 @@ void frmMain::translateControls()
     platform::translateDesktopDialogs(m_program.library().languageCode());
     m_dialogs->translate();
     m_review->translate();
-    m_caption = windowTitle();
-    showTitle();
+    m_mainFiles->translate(windowTitle());
 }
 
 void frmMain::tranForm()
@@ -305,7 +304,7 @@ void frmMain::afterRead()
         if (m_engine->activity() == TransferEngine::Activity::Idle)
             m_files->forget();
     }
-    showTitle();
+    m_mainFiles->showTitle();
 }
 
 // A write, and the read-back behind it, end what can be undone here.
@@ -313,24 +312,12 @@ void frmMain::afterWrite()
 {
     if (m_engine->lastWrite().accepted > 0)
         m_editor->clear();
-    showTitle();
+    m_mainFiles->showTitle();
 }
 
-void frmMain::showTitle()
+void frmMain::openGiven(const QString& file)
 {
-    setWindowTitle(windowTitleText(m_caption, m_controller.model(), QFileInfo(m_files->file()).fileName()));
-    setWindowModified(m_files->isChanged());
-}
-
-void frmMain::enableRecent()
-{
-    m_menus->recent->setEnabled(m_menus->open->isEnabled() && !m_files->recent().files().isEmpty());
-}
-
-// When the menu is about to be looked at.
-void frmMain::showRecent()
-{
-    m_menus->showRecent(m_files->recent().files(), [this](const QString& file) { m_files->openRecent(file, state()); });
+    m_mainFiles->openGiven(file);
 }
 
 void frmMain::showWriteDetails()
@@ -347,8 +334,9 @@ void frmMain::showGridOrHint()
         gridHint(m_controller.model(), items, definitionFault(m_program.library(), m_clsKX.entry()),
                  m_program.definitionFile(m_clsKX.entry().screenFile), m_program.library().translation());
     m_pages->showHint(hint);
-    for (QAction* action : {m_menus->recv, m_menus->open, m_menus->save, m_menus->paste, m_menus->review})
+    for (QAction* action : {m_menus->recv, m_menus->paste, m_menus->review})
         action->setEnabled(hint.isEmpty());
+    m_mainFiles->enable(hint.isEmpty());
     const bool neverWrites = m_program.settings().neverWrites();
     for (QAction* action : {m_menus->send, m_tlbMain->send()}) {
         action->setEnabled(hint.isEmpty() && !neverWrites);
@@ -356,7 +344,6 @@ void frmMain::showGridOrHint()
             action->setToolTip(m_program.library().tranStr(
                 QStringLiteral("Off, because the program is set never to write to a controller.")));
     }
-    enableRecent();
 }
 
 void frmMain::onLoadEvent(int code, int number, const QString& text)

@@ -20,6 +20,7 @@
 #include <memory>
 
 class MainHelp;
+class MainFiles;
 class MainMenus;
 class MainStatus;
 class MainStatusBar;
@@ -36,8 +37,8 @@ class ControlRegistry;
 // The main window: owns the grid, the loaded model, the serial link and the transfer engine, wires them and passes the
 // user's commands on. The program context is kept and outlives the window.
 //
-// Constructing it restores the last model's grid; start(), once the window is shown, asks for the communication
-// settings where they are needed.
+// Constructing it restores the last model's grid; start(), once the window is shown, opens a file or asks for the
+// communication settings where they are needed.
 class frmMain : public QMainWindow
 {
     Q_OBJECT
@@ -47,7 +48,9 @@ public:
     explicit frmMain(ProgramContext& program, std::unique_ptr<MessagePresenter> questions = {});
     ~frmMain() override;
 
-    void start();
+    void start(const QString& file = {}); // machine path; empty: none
+    // A file from outside, as soon as no transfer runs and no other window is asked.
+    void openGiven(const QString& file);
 
     // Switches the grid to another model; nothing happens when it is the current one.
     void loadKXInfo(int lModelNo, const QString& sModel);
@@ -101,9 +104,6 @@ private:
     void initForm(const LastState& last);
     void showGridOrHint();
     void translateControls();
-    void showTitle();
-    void enableRecent();
-    void showRecent();
     void askAndSend();
     void showWriteDetails();
     void afterRead();
@@ -136,6 +136,5 @@ private:
     MainToolbar* m_tlbMain = nullptr;
     MainStatusBar* m_stbMain = nullptr;
     MainStatus* m_status = nullptr;
-
-    QString m_caption; // of the window, without what it shows
+    MainFiles* m_mainFiles = nullptr;
 };

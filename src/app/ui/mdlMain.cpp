@@ -1,17 +1,19 @@
 #include "mdlMain.h"
 
+#include "InstanceChannel.h"
 #include "PaletteColors.h"
 #include "PlainTexts.h"
 #include "ProgramContext.h"
 #include "ScreenFit.h"
 #include "SingleInstance.h"
+#include "StartArguments.h"
 #include "Terminal.h"
 #include "TerminationSignals.h"
 #include "VisibleText.h"
-#include "WindowlessAnswer.h"
 #include "frmMain.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QIcon>
 #include <QMessageBox>
 #include <QProcessEnvironment>
@@ -20,6 +22,8 @@
 #include <cstdio>
 
 namespace {
+
+constexpr const char* kActivationToken = "XDG_ACTIVATION_TOKEN";
 
 void reportStartedAlready(const clsLibrary& library, const platform::SingleInstance& instance)
 {
@@ -38,6 +42,26 @@ void endWith(QApplication& application, const platform::TerminationSignals& endR
     QObject::connect(&window, &frmMain::closed, &application, &QApplication::quit, Qt::QueuedConnection);
 }
 
+// Starts of one display and one set of settings belong together.
+QString sessionOf(const QProcessEnvironment& environment, const ProgramContext& program)
+{
+    return QStringList{environment.value(QStringLiteral("WAYLAND_DISPLAY")),
+                       environment.value(QStringLiteral("DISPLAY")), program.settingsFile()}
+        .join(u'\n');
+}
+
+// A later start hands over its file, and with the token its right to come to the front.
+void takeFilesOf(const platform::InstanceChannel& channel, frmMain& window)
+{
+    QObject::connect(&channel, &platform::InstanceChannel::received, &window, [&window](const QStringList& words) {
+        qputenv(kActivationToken, words.value(1).toUtf8());
+        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        window.raise();
+        window.activateWindow();
+        window.openGiven(words.value(0));
+    });
+}
+
 QStringList argumentsOf(int argc, char* argv[])
 {
     QStringList arguments;
@@ -50,11 +74,11 @@ QStringList argumentsOf(int argc, char* argv[])
 
 int Main(int& argc, char* argv[])
 {
-    const QStringList arguments = argumentsOf(argc, argv);
-    if (const auto answer =
-            windowlessAnswer(arguments, platform::hasDisplay(QProcessEnvironment::systemEnvironment()))) {
-        std::fputs(qPrintable(answer->text), answer->exitStatus == 0 ? stdout : stderr);
-        return answer->exitStatus;
+    const QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    const StartArguments arguments = StartArguments::parse(argumentsOf(argc, argv), platform::hasDisplay(environment));
+    if (arguments.answer) {
+        std::fputs(qPrintable(arguments.answer->text), arguments.answer->exitStatus == 0 ? stdout : stderr);
+        return arguments.answer->exitStatus;
     }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Vorlant"));
@@ -66,17 +90,26 @@ int Main(int& argc, char* argv[])
     const platform::ScreenFit screenFit;
     platform::showWarningsVisibly();
     const platform::PaletteColors colors;
-    ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
-    program.settings().m_isReadOnlyRun = arguments.contains(QStringLiteral("--read-only"));
+    ProgramContext program(QCoreApplication::applicationDirPath(), environment, colors);
+    program.settings().m_isReadOnlyRun = arguments.isReadOnly;
     const platform::SingleInstance instance(QCoreApplication::applicationFilePath());
     if (program.settings().m_bPrevInstance && !instance.isFirst()) {
         reportStartedAlready(program.library(), instance);
         return 0;
     }
+    const QString file = arguments.file.isEmpty() ? QString() : QFileInfo(arguments.file).absoluteFilePath();
+    const QString socket = instance.socketFile(sessionOf(environment, program));
+    const QString token = environment.value(QLatin1String(kActivationToken));
+    if (!file.isEmpty() && arguments.isPlain() && platform::InstanceChannel::send(socket, {file, token}))
+        return 0;
     const platform::TerminationSignals endRequest; // one that comes while the window is made waits for it
     frmMain window(program);
     endWith(application, endRequest, window);
+    platform::InstanceChannel channel;
+    takeFilesOf(channel, window);
+    if (instance.isFirst() && !channel.listen(socket))
+        program.errorLog().LogWrite(QStringLiteral("%1 cannot be listened at: files open in new windows").arg(socket));
     window.show();
-    window.start();
+    window.start(file);
     return QApplication::exec();
 }

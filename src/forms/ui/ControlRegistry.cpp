@@ -41,9 +41,9 @@ void ControlRegistry::add(QTabWidget* tabs, const QString& name, std::optional<i
     add(std::make_unique<RegisteredTabs>(*tabs, name, index));
 }
 
-void ControlRegistry::add(QToolBar* bar, const QString& name, std::optional<int> index)
+void ControlRegistry::add(QToolBar* bar, const QList<QAction*>& buttons, const QString& name, std::optional<int> index)
 {
-    add(std::make_unique<RegisteredToolbar>(*bar, name, index));
+    add(std::make_unique<RegisteredToolbar>(*bar, buttons, name, index));
 }
 
 void ControlRegistry::add(QStatusBar* bar, const QString& name, std::optional<int> index)

@@ -34,7 +34,8 @@ public:
     void add(QAction* item, const QString& name, std::optional<int> index = std::nullopt);
     void add(QMenu* menu, const QString& name, std::optional<int> index = std::nullopt);
     void add(QTabWidget* tabs, const QString& name, std::optional<int> index = std::nullopt);
-    void add(QToolBar* bar, const QString& name, std::optional<int> index = std::nullopt);
+    void add(QToolBar* bar, const QList<QAction*>& buttons, const QString& name,
+             std::optional<int> index = std::nullopt);
     void add(QStatusBar* bar, const QString& name, std::optional<int> index = std::nullopt);
     void add(std::unique_ptr<FormControl> control); // of any other kind
 

@@ -133,14 +133,12 @@ void RegisteredTabs::setPartProperty(int part, FormProperty which, const QString
         m_tabs.setTabText(part, visibleText(text));
 }
 
-RegisteredToolbar::RegisteredToolbar(QToolBar& bar, const QString& name, std::optional<int> index)
+RegisteredToolbar::RegisteredToolbar(QToolBar& bar, const QList<QAction*>& buttons, const QString& name,
+                                     std::optional<int> index)
     : RegisteredWidget(bar, name, index, ControlKind::Toolbar)
 {
-    const auto actions = bar.actions();
-    for (QAction* action : actions) {
-        if (!action->isSeparator())
-            m_buttons.push_back({action, action->iconText(), action->toolTip()});
-    }
+    for (QAction* action : buttons)
+        m_buttons.push_back({action, action->iconText(), action->toolTip()});
 }
 
 std::vector<int> RegisteredToolbar::parts() const

@@ -85,13 +85,14 @@ private:
     QStringList m_captions;
 };
 
-// Its buttons. Captions are the actions' icon texts: a menu may show the same action with a text of its own.
+// Its buttons, in the order of their numbers in language files, which may stand in another order in the bar. Captions
+// are the actions' icon texts: a menu may show the same action with a text of its own.
 class RegisteredToolbar final : public RegisteredWidget
 {
 public:
-    RegisteredToolbar(QToolBar& bar, const QString& name, std::optional<int> index);
+    RegisteredToolbar(QToolBar& bar, const QList<QAction*>& buttons, const QString& name, std::optional<int> index);
 
-    std::vector<int> parts() const override; // from 1; separators are not counted
+    std::vector<int> parts() const override; // from 1
     QString partProperty(int part, FormProperty which) const override;
     void setPartProperty(int part, FormProperty which, const QString& text) override;
 
