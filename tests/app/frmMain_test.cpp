@@ -309,16 +309,16 @@ TEST_F(MainWindow, RecentFilesAreOfferedAndForgottenWhenTheyAreGone)
         }
         return captions.join(u'|');
     };
-    EXPECT_EQ(offered(), u"&1 a&&b.k41|&2 c.k41|Clear the list");
+    EXPECT_EQ(offered(), u"&1 a&&b.k41|&2 c.k41|&Clear the list");
     open(controller->device(), settingsFile());
-    EXPECT_EQ(offered(), u"&1 a&&b.k41|&2 c.k41|Clear the list") << "after a restart";
+    EXPECT_EQ(offered(), u"&1 a&&b.k41|&2 c.k41|&Clear the list") << "after a restart";
     ASSERT_TRUE(QFile::remove(dir.filePath("a&b.k41")));
     find<QMenu>("RecentMenu")->actions().constFirst()->trigger();
     QCoreApplication::processEvents();
     EXPECT_TRUE(asked.texts.join(u'|').endsWith(u"is no file.")) << qPrintable(asked.texts.join(u'|'));
-    EXPECT_EQ(offered(), u"&1 c.k41|Clear the list");
+    EXPECT_EQ(offered(), u"&1 c.k41|&Clear the list");
     trigger("mnuRecent_0");
-    EXPECT_EQ(offered(), u"Clear the list");
+    EXPECT_EQ(offered(), u"&Clear the list");
 }
 
 TEST_F(MainWindow, TheMenuOfACellRevertsAndWrites)
