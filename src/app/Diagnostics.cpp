@@ -19,8 +19,12 @@ constexpr size_t kErrors = 20; // the last ones
 QStringList portLines(const platform::ComPorts& ports)
 {
     QStringList lines;
-    for (const platform::ComPort& port : ports.installed())
-        lines << QStringLiteral("%1  %2").arg(port.device, port.description);
+    for (const platform::ComPort& port : ports.all()) {
+        QStringList parts{port.number > 0 ? platform::ComPorts::nameOf(port.number) : QStringLiteral("-"), port.device,
+                          port.description, port.isPluggedIn ? QString() : QStringLiteral("not plugged in")};
+        parts.removeAll(QString());
+        lines << parts.join(QStringLiteral("  "));
+    }
     return lines;
 }
 
