@@ -331,6 +331,10 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
         return shown.toolTip.isEmpty() ? QVariant() : visibleLines(shown.toolTip);
     case Qt::TextAlignmentRole:
         return static_cast<int>(alignmentOf(shown.align));
+    case Qt::AccessibleTextRole:
+        return m_spoken(index.row() + 1, index.column() + 1).name;
+    case Qt::AccessibleDescriptionRole:
+        return m_spoken(index.row() + 1, index.column() + 1).description;
     default:
         return {};
     }

@@ -8,11 +8,16 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
+#include <utility>
+
 namespace platform {
 
 // Cell types and alignments, with the grid control's own numbers.
 enum class CellType { Edit = 1, StaticText = 5, Button = 7, ComboBox = 8 };
 enum class HAlign { Left = 0, Right = 1, Center = 2 };
+// What a cell is there for: a label or nothing, the value of a parameter, one that is chosen from a table.
+enum class CellUse { Decoration, Value, Table };
 
 struct CellFont
 {
@@ -26,6 +31,8 @@ struct CellFont
 struct Cell
 {
     CellType type = CellType::Edit;
+    CellUse use = CellUse::Decoration;
+    int block = 0;   // number of the block that it belongs to; 0: none
     QString text;    // edit, static text, selected combo text, button caption
     int value = 0;   // button state
     QString toolTip; // shown when the pointer rests on the cell
@@ -42,6 +49,15 @@ struct Cell
     QString shownText() const { return visibleLines(text); }
     bool acceptsEntry() const { return !locked && !readOnly && (type == CellType::Edit || type == CellType::ComboBox); }
     bool acceptsClick() const { return !locked && !readOnly && type == CellType::Button; }
+    bool opensTable() const { return !locked && !readOnly && use == CellUse::Table; }
+    bool isOperable() const { return acceptsEntry() || acceptsClick() || opensTable(); }
+};
+
+// What a screen reader says of a cell: what it is and holds, then what it takes. Empty: its text, if any.
+struct SpokenCell
+{
+    QString name;
+    QString description;
 };
 
 // A cell's place, 1-based.
@@ -138,6 +154,8 @@ public:
     void setGrayColor(ColorRef color);
     void setBaseFace(const QString& face); // of cells that name none
     void setBaseSize(double pointSize);    // of cells without a size; 0: the desktop's
+    // What is said of the cell at a row and column; asked each time that somebody wants to know.
+    void setSpoken(std::function<SpokenCell(int row, int col)> spoken) { m_spoken = std::move(spoken); }
     bool isShown() const { return m_shown; }
     void setShown(bool shown); // hidden while a model is loaded
 
@@ -185,6 +203,7 @@ private:
     ColorRef m_grayColor = 0x808080;
     QString m_baseFace;
     double m_baseSize = 0;
+    std::function<SpokenCell(int row, int col)> m_spoken = [](int, int) { return SpokenCell(); };
     bool m_shown = true;
     int m_updateDepth = 0;
     bool m_dirty = false;

@@ -126,6 +126,7 @@ void GridBuilder::buildBlock(int n, const QString& section)
         button.backColor = color(place.value(2), QStringLiteral("vbButtonFace"));
         button.foreColor = color(place.value(3), QStringLiteral("vbWindowText"));
         button.align = HAlign::Center;
+        button.block = n;
         m_grid.setCell(row, col, button);
     }
     m_model.add(std::move(block), row, col);
@@ -225,6 +226,9 @@ void GridBuilder::layItem(const clsData& item)
 {
     Cell cell;
     cell.type = item.CellType();
+    const bool opensTable = item.checkMulti() && (item.doMultiSelect() || item.doInputSelect());
+    cell.use = opensTable ? platform::CellUse::Table : platform::CellUse::Value;
+    cell.block = m_model.blockOf(item.BlockNo()) == nullptr ? 0 : item.BlockNo();
     cell.backColor = item.BackColor();
     cell.foreColor = item.ForeColor();
     switch (cell.type) {

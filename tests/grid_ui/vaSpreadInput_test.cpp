@@ -15,9 +15,10 @@ TEST_F(Spread, LeavingAnEditorGoesOn)
 {
     // Where, how it is left, what is reported, and the current cell then.
     const std::tuple<int, Qt::Key, Qt::KeyboardModifiers, const char*, const char*> rows[] = {
-        {1, Qt::Key_Return, {}, "2,1,9", "2,2"}, {5, Qt::Key_Return, {}, "2,5,9", "1,3"}, // the last in its column
-        {1, Qt::Key_Tab, {}, "2,1,9", "1,3"},    {5, Qt::Key_Backtab, Qt::ShiftModifier, "2,5,9", "2,2"},
-        {1, Qt::Key_Escape, {}, "", "1,2"},
+        {1, Qt::Key_Return, {}, "2,1,9", "2,2"},   {5, Qt::Key_Return, {}, "2,5,9", "1,3"}, // the last in its column
+        {1, Qt::Key_Tab, {}, "2,1,9", "2,2"},      {5, Qt::Key_Backtab, Qt::ShiftModifier, "2,5,9", "3,2"},
+        {1, Qt::Key_Escape, {}, "", "1,2"},        {1, Qt::Key_Down, {}, "2,1,9", "2,2"},
+        {1, Qt::Key_PageDown, {}, "2,1,9", "5,2"}, {5, Qt::Key_Return, Qt::ShiftModifier, "2,5,9", "3,2"},
     };
     for (const auto& [row, key, modifiers, report, then] : rows) {
         SCOPED_TRACE(key);
@@ -28,6 +29,21 @@ TEST_F(Spread, LeavingAnEditorGoesOn)
         EXPECT_EQ(reported(edited), report);
         EXPECT_EQ(current(), then);
         EXPECT_EQ(entered.count(), 0) << "an editor's Enter is no other";
+    }
+}
+
+TEST_F(Spread, TypingReplacesButF2AndADoubleClickCorrect)
+{
+    const std::pair<std::function<void()>, const char*> rows[] = {{[this] { click(middle(1)), click(middle(1)); }, "7"},
+                                                                  {[this] { press(1, Qt::Key_F2); }, "12.57"},
+                                                                  {[this] { doubleClick(1); }, "12.57"}};
+    for (const auto& [open, text] : rows) {
+        open();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_7);
+        ASSERT_NE(line(), nullptr);
+        EXPECT_EQ(line()->text(), text);
+        leave(line(), Qt::Key_Escape);
+        EXPECT_EQ(reported(edited), u"");
     }
 }
 
@@ -144,10 +160,14 @@ TEST_F(Spread, TheWheelChangesNoChoice)
 
 TEST_F(Spread, EnterAndButtonsAreReported)
 {
-    for (const int row : {1, 2, 3, 4, 6}) {
-        press(row, row == 6 ? Qt::Key_Enter : Qt::Key_Return);
-        EXPECT_EQ(reported(entered), QString("2,%1").arg(row));
-    }
+    platform::Cell table = grid.cell(4, 2);
+    table.use = platform::CellUse::Table;
+    grid.setCell(4, 2, table);
+    press(4, Qt::Key_Return);
+    press(4, Qt::Key_Enter);
+    press(3, Qt::Key_Return);
+    EXPECT_EQ(reported(entered), u"2,4 2,4") << "it goes on from other cells";
+    EXPECT_EQ(current(), u"4,2");
     EXPECT_EQ(pressed.count(), 0);
     click(middle(3));
     press(3, Qt::Key_Space);
@@ -183,12 +203,19 @@ TEST_F(Spread, CellsRefuseWhatIsNotMeant)
 TEST_F(Spread, KeysGoWhereSomethingIs)
 {
     const std::tuple<int, Qt::Key, Qt::KeyboardModifiers, const char*> rows[] = {
-        {1, Qt::Key_Home, {}, "1,2"}, {1, Qt::Key_End, {}, "1,3"},     {1, Qt::Key_End, Qt::ControlModifier, "5,2"},
-        {6, Qt::Key_End, {}, "6,3"}, // an empty row
-        {3, Qt::Key_Tab, {}, "5,2"},  {1, Qt::Key_PageDown, {}, "6,2"}};
+        {1, Qt::Key_Home, {}, "1,2"},
+        {1, Qt::Key_End, {}, "1,3"},
+        {1, Qt::Key_End, Qt::ControlModifier, "5,2"},
+        {6, Qt::Key_End, {}, "6,2"}, // an empty row
+        {3, Qt::Key_Tab, {}, "5,2"},
+        {1, Qt::Key_PageDown, {}, "5,2"},
+        {5, Qt::Key_Return, Qt::ShiftModifier, "3,2"},
+        {5, Qt::Key_Up, Qt::ControlModifier, "3,2"},
+        {1, Qt::Key_Right, Qt::ControlModifier, "1,3"}};
     for (const auto& [from, key, modifiers, to] : rows) {
         press(from, key, modifiers);
         EXPECT_EQ(current(), to) << key;
+        EXPECT_EQ(spread.selectionModel()->selectedIndexes(), QModelIndexList{spread.currentIndex()}) << key;
     }
 }
 
@@ -222,7 +249,12 @@ TEST_F(Spread, CopyAndPasteAreAskedForOrThoseOfAnOpenEditor)
     EXPECT_EQ((QList<int>{range.row, range.col, range.row2, range.col2}), (QList<int>{2, 2, 3, 3}));
     spread.clearSelection();
     QTest::keyClick(&spread, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(reported(pasted), u"2,2,1\t2\n 3,3,1\t2\n") << "where the selection begins, or the current cell";
+    ASSERT_EQ(pasted.count(), 2);
+    for (const bool isBlock : {true, false}) {
+        const auto& into = *static_cast<const platform::CellRange*>(pasted[0][0].constData());
+        EXPECT_TRUE(into.contains(2, 2) == isBlock && into.contains(3, 3)) << "what is selected, or the current cell";
+        EXPECT_EQ(pasted.takeFirst()[1].toString(), u"1\t2\n");
+    }
     EXPECT_EQ(clipboard.text(), u"1\t2\n") << "what is copied is for others to say";
     clipboard.clear();
     QTest::keyClick(&spread, Qt::Key_V, Qt::ControlModifier);

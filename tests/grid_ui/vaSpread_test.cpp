@@ -61,6 +61,10 @@ TEST_F(Spread, ColoursArePaintedAndTheFocusIsSeenOnEachOfThem)
         const double edge = luminance(image.pixelColor(place.left() + 1, place.center().y())) + 0.05;
         const double inner = luminance(image.pixelColor(place.left() + 4, place.center().y() + 5)) + 0.05;
         EXPECT_GE(std::max(edge, inner) / std::min(edge, inner), 2.5) << name;
+        type(1, "9");
+        const QImage editor = line()->grab().toImage();
+        EXPECT_NE(editor.pixelColor(1, 9), editor.pixelColor(4, 9)) << "framed";
+        leave(line(), Qt::Key_Escape);
     }
     platform::Cell cell = grid.cell(6, 2);
     cell.backColor = 0x0000FF; // red comes first

@@ -76,9 +76,8 @@ void MainGrid::connectTo(CellEditor& editor, CellClipboard& clipboard)
     connect(m_sprMain, &vaSpread::copyRequested, &editor, [&clipboard](const platform::CellRange& range) {
         QGuiApplication::clipboard()->setText(clipboard.copy(range));
     });
-    connect(m_sprMain, &vaSpread::pasteRequested, &editor, [&clipboard](int col, int row, const QString& text) {
-        clipboard.paste({row, col}, text);
-    });
+    connect(m_sprMain, &vaSpread::pasteRequested, &editor,
+            [&clipboard](const platform::CellRange& range, const QString& text) { clipboard.paste(range, text); });
 }
 
 void MainGrid::clearCells()
@@ -91,4 +90,7 @@ void MainGrid::showHint(const QString& text)
 {
     m_hint->setText(platform::visibleLines(text));
     setCurrentWidget(text.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
+    const auto first = platform::firstParameter(m_cells);
+    if (first && !m_sprMain->currentIndex().isValid())
+        m_sprMain->setCurrentCell(first->col, first->row);
 }

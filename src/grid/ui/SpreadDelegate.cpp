@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyleOptionButton>
@@ -34,6 +35,24 @@ const Cell& cellAt(const QModelIndex& index)
 {
     return gridOf(index).cell(index.row() + 1, index.column() + 1);
 }
+
+// The text of a cell while it is edited: the frame shows that keys go there.
+class CellLineEdit final : public QLineEdit
+{
+public:
+    using QLineEdit::QLineEdit;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        constexpr int kFrameWidth = 2;
+        QLineEdit::paintEvent(event);
+        QPainter painter(this);
+        painter.setPen(
+            QPen(legible(palette().color(QPalette::Highlight), palette().color(QPalette::Base)), kFrameWidth));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+};
 
 } // namespace
 
@@ -181,6 +200,7 @@ QWidget* SpreadDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
     QWidget* editor =
         cellAt(index).type == CellType::ComboBox ? createComboEditor(parent, index) : createLineEditor(parent, index);
     editor->setFont(m_fonts.face(gridOf(index).fontOf(cellAt(index))).font);
+    editor->setAccessibleName(index.data(Qt::AccessibleTextRole).toString());
     return editor;
 }
 
@@ -203,7 +223,7 @@ QWidget* SpreadDelegate::createComboEditor(QWidget* parent, const QModelIndex& i
 QWidget* SpreadDelegate::createLineEditor(QWidget* parent, const QModelIndex& index) const
 {
     constexpr int kOwnMargin = 2; // of a line edit, beside the margins that it is given
-    auto* edit = new QLineEdit(parent);
+    auto* edit = new CellLineEdit(parent);
     edit->setFrame(false);
     edit->setTextMargins(kTextInset - kOwnMargin, 0, kTextInset - kOwnMargin, 0);
     edit->setAlignment(static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()));
@@ -241,6 +261,8 @@ void SpreadDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
 // The menu bar borrows the focus: the command that is chosen there may be meant for the editor.
 bool SpreadDelegate::eventFilter(QObject* editor, QEvent* event)
 {
+    if (event->type() == QEvent::KeyPress)
+        m_hasShift = static_cast<QKeyEvent*>(event)->modifiers().testFlag(Qt::ShiftModifier);
     const bool isBorrowed =
         event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() == Qt::MenuBarFocusReason;
     return !isBorrowed && QStyledItemDelegate::eventFilter(editor, event);

@@ -45,7 +45,8 @@ public:
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
 
-    void reportEntry(); // once for each entry; nothing when nothing was entered
+    void reportEntry();                          // once for each entry; nothing when nothing was entered
+    bool hasShift() const { return m_hasShift; } // of the last key in an editor, the one that ended it
     static QRect comboArrow(const QRect& cell);
 
 protected:
@@ -78,6 +79,7 @@ private:
 
     GridFonts& m_fonts;
     bool m_isPale = false;
+    bool m_hasShift = false;
     mutable QHash<QRgb, QPalette> m_palettes; // by the colour of the cell, for the desktop's palette
     mutable qint64 m_desktopPalette = 0;
     mutable std::optional<Entry> m_entry; // Qt asks for an editor's content by const functions

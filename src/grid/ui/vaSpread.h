@@ -1,8 +1,10 @@
 #pragma once
 
+#include "CellWalk.h"
 #include "GridModel.h"
 #include "SpreadDelegate.h"
 
+#include <QPersistentModelIndex>
 #include <QTableView>
 
 #include <optional>
@@ -13,8 +15,11 @@ namespace platform {
 
 // The parameter grid as a widget: shows a GridModel and reports what a person does in it. It changes no cell by itself.
 //
-// Keys: typing or F2 edits a cell, Enter and Tab take the entry and go to the next cell that can be edited, Escape
-// leaves it as it was; F4, Alt+Down and a click on the arrow open the list of a combo box; Space presses a button.
+// Keys: typing replaces the text of a cell, F2 and a double click edit it, Escape leaves it as it was. Tab goes through
+// the blocks, Enter along the columns, to the next cell that can be operated, from an open editor too; where Enter
+// opens a table, and in a grid without such cells, it is reported instead. Ctrl and an arrow go to the next block;
+// Home, End, PageUp and PageDown to parameters: see CellWalk. F4, Alt+Down and a click on the arrow open the list of a
+// combo box; Space presses a button.
 class vaSpread : public QTableView
 {
     Q_OBJECT
@@ -39,15 +44,15 @@ Q_SIGNALS:
     void comboSelChange(int col, int row, int choice);
     void buttonClicked(int col, int row);
     void dblClick(int col, int row);
-    void enterPressed(int col, int row); // on a cell that is not being edited
+    void enterPressed(int col, int row); // where it does not go on
     void currentCellChanged(int col, int row);
     void copyRequested(const platform::CellRange& range);
-    void pasteRequested(int col, int row, const QString& text);
+    void pasteRequested(const platform::CellRange& range, const QString& text);
 
 public Q_SLOTS:
     // In the text of an open editor; else:
     void requestCopy();  // what is selected
-    void requestPaste(); // the text of the clipboard, at the first of the selected cells
+    void requestPaste(); // the text of the clipboard, into what is selected
 
 protected:
     using QTableView::edit;
@@ -60,13 +65,18 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     void applySizes();
     void paintFrames(QPainter& painter) const;
     void onClicked(const QModelIndex& index);
     void onSectionResized(int section, int pixelWidth);
+    void speakCurrent();
     bool handleKey(const QKeyEvent& event, const QModelIndex& at);
+    void pressEnter(const QModelIndex& at, WalkStep step);
+    static std::optional<CursorAction> moveOf(int key);
+    static WalkSide sideOf(CursorAction arrow);
     bool pressButton(const QModelIndex& index);
     bool openList(const QModelIndex& index);
     void showList(const QModelIndex& index);
@@ -77,7 +87,8 @@ private:
 
     GridModel* m_grid = nullptr;
     bool m_isSizing = false;
-    bool m_isRefused = false; // the entry at hand
+    bool m_isRefused = false;       // the entry at hand
+    QPersistentModelIndex m_edited; // the cell whose editor was opened last
     bool m_opensListOnRelease = false;
     QPoint m_pressedAt;
     GridFonts m_fonts;

@@ -1,7 +1,7 @@
-#include "CellWalk.h"
 #include "ComboEditor.h"
 #include "vaSpread.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -16,16 +16,17 @@ namespace platform {
 namespace {
 
 constexpr int kLongestPaste = 1000000; // characters; more than a grid of parameters can take
+constexpr Qt::KeyboardModifiers kOtherModifiers = Qt::ShiftModifier | Qt::AltModifier | Qt::MetaModifier;
 
-std::optional<WalkStep> stepAfter(QAbstractItemDelegate::EndEditHint hint)
+std::optional<WalkStep> stepAfter(QAbstractItemDelegate::EndEditHint hint, bool hasShift)
 {
     switch (hint) {
     case QAbstractItemDelegate::SubmitModelCache: // Enter
-        return WalkStep::Down;
+        return hasShift ? WalkStep::Up : WalkStep::Down;
     case QAbstractItemDelegate::EditNextItem:
-        return WalkStep::Right;
+        return WalkStep::Next;
     case QAbstractItemDelegate::EditPreviousItem:
-        return WalkStep::Left;
+        return WalkStep::Previous;
     default:
         return {};
     }
@@ -58,6 +59,23 @@ void vaSpread::currentChanged(const QModelIndex& current, const QModelIndex& pre
         Q_EMIT currentCellChanged(current.column() + 1, current.row() + 1);
 }
 
+// A screen reader hears of the grid first, then of the cell in it that the keys go to.
+void vaSpread::focusInEvent(QFocusEvent* event)
+{
+    QTableView::focusInEvent(event);
+    QMetaObject::invokeMethod(this, &vaSpread::speakCurrent, Qt::QueuedConnection);
+}
+
+void vaSpread::speakCurrent()
+{
+    if (!QAccessible::isActive() || !hasFocus() || !currentIndex().isValid())
+        return;
+    QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(this);
+    QAccessibleInterface* cell = grid->tableInterface()->cellAt(currentIndex().row(), currentIndex().column());
+    QAccessibleEvent event(cell, QAccessible::Focus);
+    QAccessible::updateAccessibility(&event);
+}
+
 void vaSpread::resizeEvent(QResizeEvent* event)
 {
     const bool wasSeen =
@@ -86,34 +104,82 @@ bool vaSpread::handleKey(const QKeyEvent& event, const QModelIndex& at)
     } else if (event.matches(QKeySequence::Paste)) {
         requestPaste();
     } else if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) {
-        Q_EMIT enterPressed(at.column() + 1, at.row() + 1);
+        pressEnter(at, event.modifiers().testFlag(Qt::ShiftModifier) ? WalkStep::Up : WalkStep::Down);
     } else if (event.key() == Qt::Key_Space) {
         if (!pressButton(at))
             openList(at);
     } else if (event.key() == Qt::Key_F4 ||
                (event.key() == Qt::Key_Down && event.modifiers().testFlag(Qt::AltModifier))) {
         openList(at);
+    } else if (const auto move = moveOf(event.key());
+               move && (event.modifiers() & kOtherModifiers) == 0 && event.modifiers().testFlag(Qt::ControlModifier)) {
+        setCurrentIndex(moveCursor(*move, event.modifiers())); // the selection would stay behind
     } else {
         return false;
     }
     return true;
 }
 
-// Home and End: the cells of the row that hold something; with Ctrl those of the whole grid.
+// A table is opened, or what else the grid is there for is done; from other cells it goes on.
+void vaSpread::pressEnter(const QModelIndex& at, WalkStep step)
+{
+    const QModelIndex next = indexOf(nextStop(*m_grid, placeOf(at), step));
+    if (!next.isValid() || m_grid->cell(at.row() + 1, at.column() + 1).opensTable())
+        Q_EMIT enterPressed(at.column() + 1, at.row() + 1);
+    else
+        setCurrentIndex(next);
+}
+
+std::optional<QAbstractItemView::CursorAction> vaSpread::moveOf(int key)
+{
+    switch (key) {
+    case Qt::Key_Left:
+        return MoveLeft;
+    case Qt::Key_Right:
+        return MoveRight;
+    case Qt::Key_Up:
+        return MoveUp;
+    case Qt::Key_Down:
+        return MoveDown;
+    case Qt::Key_Home:
+        return MoveHome;
+    case Qt::Key_End:
+        return MoveEnd;
+    default:
+        return {};
+    }
+}
+
+// A grid of parameters is walked from one to the other, any other grid as tables are.
 QModelIndex vaSpread::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
-    QModelIndex target;
-    if (m_grid != nullptr && currentIndex().isValid()) {
-        const CellPlace here = placeOf(currentIndex());
-        const int row = modifiers.testFlag(Qt::ControlModifier) ? 0 : here.row;
-        if (action == MoveNext || action == MovePrevious)
-            target = indexOf(nextEditable(*m_grid, here, action == MoveNext ? WalkStep::Right : WalkStep::Left));
-        else if (action == MoveHome)
-            target = indexOf(firstUsed(*m_grid, row));
-        else if (action == MoveEnd)
-            target = indexOf(lastUsed(*m_grid, row));
-    }
-    return target.isValid() ? target : QTableView::moveCursor(action, modifiers);
+    const auto first = m_grid == nullptr ? std::nullopt : firstParameter(*m_grid);
+    const bool isToBlock = modifiers.testFlag(Qt::ControlModifier);
+    const bool isArrow = action == MoveLeft || action == MoveRight || action == MoveUp || action == MoveDown;
+    if (!first || (isArrow && !isToBlock))
+        return QTableView::moveCursor(action, modifiers);
+    if (!currentIndex().isValid())
+        return indexOf(first);
+    const CellPlace here = placeOf(currentIndex());
+    const int row = isToBlock ? 0 : here.row;
+    std::optional<CellPlace> target;
+    if (isArrow)
+        target = nextBlock(*m_grid, here, sideOf(action));
+    else if (action == MoveNext || action == MovePrevious)
+        target = nextStop(*m_grid, here, action == MoveNext ? WalkStep::Next : WalkStep::Previous);
+    else if (action == MoveHome || action == MoveEnd)
+        target = action == MoveHome ? firstParameter(*m_grid, row) : lastParameter(*m_grid, row);
+    else
+        target = parameterTowards(*m_grid, here, QTableView::moveCursor(action, modifiers).row() + 1);
+    return target ? indexOf(target) : currentIndex();
+}
+
+WalkSide vaSpread::sideOf(CursorAction arrow)
+{
+    return arrow == MoveLeft    ? WalkSide::Left
+           : arrow == MoveRight ? WalkSide::Right
+           : arrow == MoveUp    ? WalkSide::Up
+                                : WalkSide::Down;
 }
 
 // Entries.
@@ -121,6 +187,11 @@ QModelIndex vaSpread::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
 bool vaSpread::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event)
 {
     const bool isOpen = QTableView::edit(index, trigger, event);
+    if (isOpen)
+        m_edited = index;
+    // These correct the old text, which any other key replaces.
+    if (QLineEdit* editor = openEditor(); isOpen && (trigger == DoubleClicked || trigger == EditKeyPressed) && editor)
+        editor->end(false);
     // The button of a double click is still down, and its release would choose from the list.
     if (isOpen && trigger == DoubleClicked)
         m_opensListOnRelease = true;
@@ -145,15 +216,17 @@ bool vaSpread::openList(const QModelIndex& index)
 // What was entered is reported when the editor is gone: the answer may be a question, or a grid that changes.
 void vaSpread::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
 {
-    const std::optional<WalkStep> step = stepAfter(hint);
-    const CellPlace edited = placeOf(currentIndex());
+    // Where the cursor has gone elsewhere already, it stays.
+    const std::optional<WalkStep> step =
+        m_edited == currentIndex() ? stepAfter(hint, m_delegate.hasShift()) : std::nullopt;
+    const CellPlace edited = placeOf(m_edited);
     const QPointer<vaSpread> alive(this);
     QTableView::closeEditor(editor, step ? QAbstractItemDelegate::NoHint : hint);
     m_isRefused = false;
     m_delegate.reportEntry();
     if (!alive || m_isRefused || !step || m_grid == nullptr)
         return;
-    if (const QModelIndex next = indexOf(nextEditable(*m_grid, edited, *step)); next.isValid())
+    if (const QModelIndex next = indexOf(nextStop(*m_grid, edited, *step)); next.isValid())
         setCurrentIndex(next);
 }
 
@@ -245,7 +318,7 @@ void vaSpread::requestPaste()
     }
     const QString text = QGuiApplication::clipboard()->text().left(kLongestPaste);
     if (const auto range = selectedRange(); range && !text.isEmpty())
-        Q_EMIT pasteRequested(range->col, range->row, text);
+        Q_EMIT pasteRequested(*range, text);
 }
 
 } // namespace platform
