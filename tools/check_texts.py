@@ -60,6 +60,9 @@ CAPTIONS = {
     "CRC OK", "LRC OK",
     # Of the communication settings: what stands behind a port
     "not plugged in",
+    # Of a cell as a screen reader has it, and the reasons of a paste
+    "locked", "%1 to %2", "above %1, to %2", "%1 to below %2", "above %1, below %2", "and %1 more",
+    "no choice of its list", "buttons and tables take no pasted text",
     # Of the search for controllers: its columns
     "Port", "Speed", "Format", "Mode", "Response (ms)",
     # Of the history window: columns, the choice of all days, the line

@@ -2,6 +2,7 @@
 
 #include "CommandEntry.h"
 #include "Comparison.h"
+#include "NumberEntry.h"
 #include "Numbers.h"
 #include "clsKX.h"
 
@@ -32,6 +33,8 @@ QString refusalOfNumber(const clsData& item, const QString& text)
         return QStringLiteral("it is outside the setting range [ %1 ]").arg(limits.text(u' ' + item.Key() + u' '));
     case EntryRefusal::EqualInputLimits:
         return QStringLiteral("the two input limits cannot be equal");
+    case EntryRefusal::UnclearComma:
+        return QStringLiteral("its comma may be a decimal comma or part thousands; write a point, or no comma");
     case EntryRefusal::None:
         break;
     }
@@ -40,8 +43,9 @@ QString refusalOfNumber(const clsData& item, const QString& text)
 
 QString enterNumber(CommandEntry& entry, clsData& item, const QString& text)
 {
-    const QString refusal = refusalOfNumber(item, text);
-    return refusal.isEmpty() ? entry.enterNumber(item, text) : refusal;
+    const QString number = plainNumber(text);
+    const QString refusal = refusalOfNumber(item, number);
+    return refusal.isEmpty() ? entry.enterNumber(item, number) : refusal;
 }
 
 QString enterChoice(CommandEntry& entry, clsData& item, const QString& text)

@@ -1,16 +1,24 @@
 #include "CellClipboard.h"
 
 #include "CellEditor.h"
+#include "CellHint.h"
 #include "EntryOrder.h"
 #include "MessagePresenter.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
 using platform::CellRange;
 using platform::CellType;
+
+namespace {
+
+constexpr int kLongestText = 40; // of a refused value, in the message
+
+} // namespace
 
 QString CellClipboard::copy(const CellRange& range) const
 {
@@ -68,13 +76,38 @@ int CellClipboard::paste(const CellRange& range, const QString& text)
         m_editor.setPasting(false);
         open += settings;
     }
-    if (!open.isEmpty()) {
-        const QString notice = m_editor.model().library().tranStr(
-            QStringLiteral("%1 of the pasted values were not taken: they are outside the setting range, or their "
-                           "parameters cannot be changed."));
-        m_editor.notify(notice.arg(open.size()), MessageStyle::kInformation);
-    }
+    if (!open.isEmpty())
+        report(open);
     return static_cast<int>(open.size());
+}
+
+void CellClipboard::report(const QVector<Entry>& refused)
+{
+    const auto tran = m_editor.model().library().translation();
+    QStringList lines{tran(QStringLiteral("%1 of the pasted values were not taken:")).arg(refused.size())};
+    for (const Entry& entry : refused.first(std::min<qsizetype>(refused.size(), kMaxNamed)))
+        lines << entry.refusal;
+    if (refused.size() > kMaxNamed)
+        lines << tran(QStringLiteral("and %1 more")).arg(refused.size() - kMaxNamed);
+    m_editor.notify(lines.join(u'\n'), MessageStyle::kInformation);
+}
+
+QString CellClipboard::refusalOf(const Entry& entry, const QStringList& unsaid) const
+{
+    const clsKX& kx = m_editor.model();
+    const auto tran = kx.library().translation();
+    const clsData& item = *kx.getDataByRC(entry.row, entry.col);
+    const platform::Cell& cell = kx.spread()->cell(entry.row, entry.col);
+    const QString text = entry.text.size() > kLongestText ? entry.text.left(kLongestText) + u'…' : entry.text;
+    const QString subject = QStringLiteral("%1 \"%2\"").arg(shownName(item, tran), text);
+    if (const QString closed = closedHint(kx, item, subject, tran); !closed.isEmpty())
+        return closed;
+    const QString line = tran(QStringLiteral("%1: %2"));
+    if (cell.type == CellType::ComboBox)
+        return line.arg(subject, tran(QStringLiteral("no choice of its list")));
+    if (cell.type != CellType::Edit)
+        return line.arg(subject, tran(QStringLiteral("buttons and tables take no pasted text")));
+    return line.arg(subject, unsaid.value(0));
 }
 
 // Takes them out of the list, from which cells without a parameter go too; both are in the order to be entered.
@@ -100,29 +133,34 @@ void CellClipboard::enterAll(QVector<Entry>& open)
     qsizetype before = open.size() + 1;
     while (!open.isEmpty() && open.size() < before) {
         before = open.size();
-        open.removeIf([this](const Entry& entry) { return enter(entry) != Result::Refused; });
+        QVector<Entry> refused;
+        for (Entry& entry : open) {
+            if (!enter(entry))
+                refused << entry;
+        }
+        open = refused;
     }
 }
 
-CellClipboard::Result CellClipboard::enter(const Entry& entry)
+bool CellClipboard::enter(Entry& entry)
 {
     const clsKX& kx = m_editor.model();
-    const clsData* item = kx.getDataByRC(entry.row, entry.col);
-    if (item == nullptr)
-        return Result::Nothing;
-    const platform::Cell& cell = kx.spread()->cell(entry.row, entry.col);
+    if (kx.getDataByRC(entry.row, entry.col) == nullptr)
+        return true;
+    const platform::Cell cell = kx.spread()->cell(entry.row, entry.col);
     if (cell.text == entry.text)
-        return Result::Nothing;
-    if (cell.type == CellType::ComboBox)
-        return choose(entry, cell.comboList);
-    if (cell.type != CellType::Edit || !m_editor.checkCell(entry.col, entry.row, true, entry.text))
-        return Result::Refused;
-    return Result::Taken;
+        return true;
+    const CellEditor::Silence silence(m_editor);
+    const bool taken = cell.type == CellType::ComboBox
+                           ? choose(entry, cell.comboList)
+                           : cell.type == CellType::Edit && m_editor.checkCell(entry.col, entry.row, true, entry.text);
+    if (!taken)
+        entry.refusal = refusalOf(entry, silence.unsaid());
+    return taken;
 }
 
-CellClipboard::Result CellClipboard::choose(const Entry& entry, const QStringList& choices)
+bool CellClipboard::choose(const Entry& entry, const QStringList& choices)
 {
     const auto choice = choices.indexOf(entry.text);
-    const bool taken = choice >= 0 && m_editor.changeCombo(entry.col, entry.row, static_cast<int>(choice));
-    return taken ? Result::Taken : Result::Refused;
+    return choice >= 0 && m_editor.changeCombo(entry.col, entry.row, static_cast<int>(choice));
 }

@@ -13,29 +13,32 @@ class CellClipboard
 {
 public:
     static constexpr int kMaxCells = 100000; // of one paste
+    static constexpr int kMaxNamed = 10;     // refused values that the message names
 
     explicit CellClipboard(CellEditor& editor) : m_editor(editor) {}
 
     QString copy(const platform::CellRange& range) const;
 
     // Pastes from the range's upper left corner on; a single value fills the whole range. Cells without a parameter are
-    // left out. Returns the number of refused cells, which are reported in one message.
+    // left out. Returns the number of refused cells; one message names the first of them, with text and reason.
     int paste(const platform::CellRange& range, const QString& text);
 
 private:
-    enum class Result { Taken, Refused, Nothing };
     struct Entry
     {
         int row;
         int col;
         QString text;
+        QString refusal = {}; // why it was not taken, in a line with its name
     };
 
     QVector<Entry> entries(const platform::CellRange& range, const QString& text) const;
     QVector<Entry> extractSettings(QVector<Entry>& list) const;
     void enterAll(QVector<Entry>& open);
-    Result enter(const Entry& entry);
-    Result choose(const Entry& entry, const QStringList& choices);
+    bool enter(Entry& entry);
+    bool choose(const Entry& entry, const QStringList& choices);
+    QString refusalOf(const Entry& entry, const QStringList& unsaid) const;
+    void report(const QVector<Entry>& refused);
 
     CellEditor& m_editor;
 };

@@ -25,7 +25,10 @@ bool CellEditor::checkCell(int col, int row, bool bCascade, const QString& enter
         return false;
     const Action action(*this);
     startEntry(*item, ChangeCause::Kind::Typed);
-    return m_check.check(*item, bCascade, entered);
+    if (!m_check.repeats(*item, entered))
+        return m_check.check(*item, bCascade, entered);
+    m_check.keep(*item);
+    return true;
 }
 
 bool CellEditor::changeCombo(int col, int row)
@@ -41,7 +44,10 @@ bool CellEditor::changeCombo(int col, int row, int choice)
         return false;
     const Action action(*this);
     startEntry(*item, ChangeCause::Kind::Chosen);
-    m_check.choose(*item, choice);
+    if (m_check.repeats(*item, choice))
+        m_check.keep(*item);
+    else
+        m_check.choose(*item, choice);
     return true;
 }
 
@@ -165,7 +171,21 @@ void CellEditor::setEntry(const std::vector<EntrySetting>& settings)
     }
     setEach(settings, false);
     setEach(settings, true);
+    for (const EntrySetting& setting : settings) {
+        if (clsData* item = m_kx.getDataByTag(setting.tag))
+            unmarkRepeated(*item, m_beforeEntry.value(item));
+    }
     m_beforeEntry.clear();
+}
+
+// The same entry chosen again changes nothing.
+void CellEditor::unmarkRepeated(clsData& item, const ItemState& before)
+{
+    if (!before.known || before.holdsDefault || before.data != item.Data())
+        return;
+    item.Edit = before.edit;
+    item.cause = before.cause;
+    m_kx.showItem(item);
 }
 
 // The check of a value that is set already, by the cell that shows it.

@@ -62,6 +62,7 @@ private:
     void revert(clsData& item);
     bool checkAsSet(const clsData& item);
     void putBack(clsData& item, const ItemState& before);
+    void unmarkRepeated(clsData& item, const ItemState& before);
     void setEach(const std::vector<EntrySetting>& settings, bool bCheck);
 
     void setLimits(const QString& tag, const QString& lower, const QString& upper) override;

@@ -6,11 +6,6 @@
 
 namespace {
 
-QString nameOf(const clsData& item, const TranslateText& tran)
-{
-    return item.DataName().isEmpty() ? item.Key() : tran(item.DataName());
-}
-
 QString lockText(LockReason reason, const TranslateText& tran)
 {
     switch (reason) {
@@ -29,32 +24,43 @@ QString meaningOf(const clsData& item, const TranslateText& tran)
     const QString choices = tran(QStringLiteral("%1: %2"));
     switch (item.MType()) {
     case ItemType::Data:
-        return item.showsStoredText() ? nameOf(item, tran) : item.limits().text(u' ' + nameOf(item, tran) + u' ');
+        return item.showsStoredText() ? shownName(item, tran) : item.limits().text(u' ' + shownName(item, tran) + u' ');
     case ItemType::Combo:
-        return choices.arg(nameOf(item, tran), item.ComboString().split(u'\t').join(QStringLiteral(" / ")));
+        return choices.arg(shownName(item, tran), item.ComboString().split(u'\t').join(QStringLiteral(" / ")));
     case ItemType::Bit:
-        return choices.arg(nameOf(item, tran), tran(item.BitOnCap()) + QStringLiteral(" / ") + tran(item.BitOffCap()));
+        return choices.arg(shownName(item, tran),
+                           tran(item.BitOnCap()) + QStringLiteral(" / ") + tran(item.BitOffCap()));
     case ItemType::Multi:
     case ItemType::Input:
-        return tran(QStringLiteral("%1: double-click or press Enter to choose")).arg(nameOf(item, tran));
+        return tran(QStringLiteral("%1: double-click or press Enter to choose")).arg(shownName(item, tran));
     case ItemType::String:
         break;
     }
-    return nameOf(item, tran);
+    return shownName(item, tran);
 }
 
 } // namespace
+
+QString shownName(const clsData& item, const TranslateText& tran)
+{
+    return item.DataName().isEmpty() ? item.Key() : tran(item.DataName());
+}
+
+QString closedHint(const clsKX& kx, const clsData& item, const QString& subject, const TranslateText& tran)
+{
+    const platform::Cell& cell = kx.spread()->cell(item.Row(), item.Col());
+    if (cell.readOnly || item.MType() == ItemType::String)
+        return tran(QStringLiteral("%1: shown only, cannot be changed")).arg(subject);
+    return cell.locked ? lockText(LockRules::reasonOf(item), tran).arg(subject) : QString();
+}
 
 QString cellHint(const clsKX& kx, int col, int row, const TranslateText& tran)
 {
     const clsData* item = kx.getDataByRC(row, col);
     if (item == nullptr || kx.spread() == nullptr)
         return {};
-    const platform::Cell& cell = kx.spread()->cell(row, col);
-    if (cell.readOnly || item->MType() == ItemType::String)
-        return tran(QStringLiteral("%1: shown only, cannot be changed")).arg(nameOf(*item, tran));
-    if (cell.locked)
-        return lockText(LockRules::reasonOf(*item), tran).arg(nameOf(*item, tran));
+    if (const QString closed = closedHint(kx, *item, shownName(*item, tran), tran); !closed.isEmpty())
+        return closed;
     const QString meaning = meaningOf(*item, tran);
     return goesOutAtOnce(kx.data(), *item) ? tran(QStringLiteral("%1; written at once")).arg(meaning) : meaning;
 }

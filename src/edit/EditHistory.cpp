@@ -38,7 +38,22 @@ std::vector<clsData*> EditHistory::changed() const
     return items;
 }
 
-void EditHistory::finish(bool keep)
+const clsData* EditHistory::shownOf(const Step& step, const clsData* about)
+{
+    const clsData* first = nullptr;
+    for (const Change& change : step.changes) {
+        const clsData* item = change.before.item;
+        if (!item->Visible())
+            continue;
+        if (item == about)
+            return about;
+        if (first == nullptr && change.before.state.data != change.after.state.data)
+            first = item;
+    }
+    return first;
+}
+
+void EditHistory::finish(bool keep, const clsData* about)
 {
     Step step;
     for (Snapshot& before : m_before) {
@@ -47,6 +62,7 @@ void EditHistory::finish(bool keep)
     }
     step.unitBefore = m_unitBefore;
     step.unitAfter = m_kx.unitSwitch();
+    step.shown = shownOf(step, about);
     m_before.clear();
     if (!keep || (step.changes.empty() && step.unitBefore == step.unitAfter))
         return;
@@ -64,24 +80,26 @@ void EditHistory::put(const Snapshot& snapshot)
         m_kx.spread()->setCell(snapshot.item->Row(), snapshot.item->Col(), snapshot.cell);
 }
 
-void EditHistory::undo()
+const clsData* EditHistory::undo()
 {
     if (!canUndo())
-        return;
+        return nullptr;
     const Step& step = m_steps[--m_next];
     for (const Change& change : step.changes)
         put(change.before);
     m_kx.setUnitSwitch(step.unitBefore);
+    return step.shown;
 }
 
-void EditHistory::redo()
+const clsData* EditHistory::redo()
 {
     if (!canRedo())
-        return;
+        return nullptr;
     const Step& step = m_steps[m_next++];
     for (const Change& change : step.changes)
         put(change.after);
     m_kx.setUnitSwitch(step.unitAfter);
+    return step.shown;
 }
 
 void EditHistory::clear()

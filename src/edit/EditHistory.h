@@ -21,12 +21,15 @@ public:
 
     void begin();
     std::vector<clsData*> changed() const; // items whose stored value is no longer that of begin
-    void finish(bool keep);                // keep false: the step can never be undone
+    // keep false: the step can never be undone. about: what the action was about, may be null.
+    void finish(bool keep, const clsData* about);
 
     bool canUndo() const { return m_next > 0; }
     bool canRedo() const { return m_next < m_steps.size(); }
-    void undo();
-    void redo();
+    // Return the item to be looked at: what the action was about if that changed, else the first that has a cell; null
+    // when nothing with a cell changed.
+    const clsData* undo();
+    const clsData* redo();
     void clear();       // all steps; an action that runs goes on
     void forgetItems(); // the action that runs too
 
@@ -47,10 +50,12 @@ private:
         std::vector<Change> changes;
         int unitBefore = 0;
         int unitAfter = 0;
+        const clsData* shown = nullptr;
     };
 
     Snapshot snapshotOf(clsData& item) const;
     bool isSame(const Snapshot& snapshot) const;
+    static const clsData* shownOf(const Step& step, const clsData* about);
     void put(const Snapshot& snapshot);
 
     clsKX& m_kx;

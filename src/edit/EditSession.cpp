@@ -20,6 +20,7 @@ EditSession::EditSession(clsKX& kx, MessagePresenter& messages, CellEditorShell&
             return;
         m_history.forgetItems();
         m_entered = nullptr;
+        m_firstEntered = nullptr;
         clear();
     });
 }
@@ -41,7 +42,7 @@ void EditSession::endAction()
         noteSent(m_shell.writeOne(tags::kInputRange));
     noteCauses(m_history.changed());
     showChanges();
-    m_history.finish(!m_sent);
+    m_history.finish(!m_sent, m_firstEntered);
     if (m_sent)
         m_history.clear();
     m_depth = 0;
@@ -49,6 +50,7 @@ void EditSession::endAction()
     m_sent = false;
     startEntry();
     m_entered = nullptr;
+    m_firstEntered = nullptr;
     m_causedHere.clear();
     Q_EMIT edited();
     Q_EMIT historyChanged();
@@ -58,6 +60,8 @@ void EditSession::startEntry(clsData& item, ChangeCause::Kind kind)
 {
     startEntry();
     m_entered = &item;
+    if (m_firstEntered == nullptr)
+        m_firstEntered = &item;
     m_enteredBy = m_isPasting ? ChangeCause::Kind::Pasted : kind;
 }
 
@@ -147,16 +151,20 @@ void EditSession::undo()
 {
     if (m_depth > 0)
         return;
-    m_history.undo();
-    Q_EMIT edited();
-    Q_EMIT historyChanged();
+    showRestored(m_history.undo());
 }
 
 void EditSession::redo()
 {
     if (m_depth > 0)
         return;
-    m_history.redo();
+    showRestored(m_history.redo());
+}
+
+void EditSession::showRestored(const clsData* item)
+{
+    if (item != nullptr)
+        Q_EMIT restored(item->Col(), item->Row());
     Q_EMIT edited();
     Q_EMIT historyChanged();
 }

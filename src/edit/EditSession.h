@@ -94,10 +94,12 @@ public:
     bool hasGivenLimits(const clsData& item) const { return m_limitsGiven.contains(&item); }
 
 Q_SIGNALS:
-    void edited();         // a user action has changed something, or was undone or redone
-    void historyChanged(); // canUndo and canRedo may answer differently
+    void edited();                   // a user action has changed something, or was undone or redone
+    void historyChanged();           // canUndo and canRedo may answer differently
+    void restored(int col, int row); // by undo or redo: the cell to be looked at
 
 private:
+    void showRestored(const clsData* item);
     void beginAction();
     void endAction();
     bool changesDisplay(const clsData& changed);
@@ -113,7 +115,8 @@ private:
     int m_silence = 0;
     QStringList m_unsaid;
     QSet<const clsData*> m_limitsGiven;
-    const clsData* m_entered = nullptr; // what the action, or the entry of it that runs, is about
+    const clsData* m_entered = nullptr;      // what the action, or the entry of it that runs, is about
+    const clsData* m_firstEntered = nullptr; // of the action
     ChangeCause::Kind m_enteredBy = ChangeCause::Kind::None;
     bool m_isPasting = false;
     QSet<const clsData*> m_causedHere; // shown as changed by the action that runs

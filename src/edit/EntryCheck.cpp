@@ -3,6 +3,8 @@
 #include "EditSession.h"
 #include "Interlocks.h"
 #include "MessagePresenter.h"
+#include "NumberEntry.h"
+#include "WrittenItems.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
 
@@ -45,28 +47,55 @@ bool EntryCheck::checkOnce(clsData& item, bool bCascade, const QString& entered)
 bool EntryCheck::checkNumber(clsData& item, bool bCascade, const QString& entered)
 {
     const LimitRange limits = m_session.hasGivenLimits(item) ? item.givenLimits() : item.limits();
-    const EntryRefusal refusal = item.refusalOf(entered, limits);
+    const QString number = plainNumber(entered);
+    const EntryRefusal refusal = item.refusalOf(number, limits);
     if (refusal != EntryRefusal::None) {
-        report(item, refusal, limits);
+        report(item, refusal, limits, number);
         m_kx.showItem(item);
         return false;
     }
-    item.setVData(entered);
+    item.setVData(number);
     m_session.showChanged(item);
     m_interlocks.afterNumber(item, bCascade);
     return true;
 }
 
-void EntryCheck::report(const clsData& item, EntryRefusal refusal, const LimitRange& limits)
+// Taken as it is: nothing is marked, nothing follows.
+bool EntryCheck::repeats(const clsData& item, const QString& entered) const
+{
+    const QString number = plainNumber(entered);
+    return item.MType() == ItemType::Data && hasValue(m_kx.data(), item) &&
+           isSameValue(item.storedOf(number), item.Data()) &&
+           item.refusalOf(number, item.limits()) == EntryRefusal::None;
+}
+
+bool EntryCheck::repeats(const clsData& item, int choice) const
+{
+    return hasValue(m_kx.data(), item) && item.comboDatas().value(choice) == item.Data();
+}
+
+void EntryCheck::keep(const clsData& item)
+{
+    m_session.logItem(item, QStringLiteral("Change"));
+    m_kx.showItem(item);
+}
+
+void EntryCheck::report(const clsData& item, EntryRefusal refusal, const LimitRange& limits, const QString& number)
 {
     const TranslateText tran = m_kx.library().translation();
     const QString title = item.DataName().isEmpty()
                               ? u' ' + tran(QStringLiteral("InputRange")) + u' '
                               : QStringLiteral(" ( ") + tran(item.DataName()) + QStringLiteral(" ) ");
-    const QString text = refusal == EntryRefusal::EqualInputLimits
-                             ? tran(QStringLiteral("It cannot set equivalent."))
-                             : tran(QStringLiteral("It is outside the setting range.")) + QStringLiteral("[ ") +
-                                   limits.text(title) + QStringLiteral(" ]");
+    QString text;
+    if (refusal == EntryRefusal::EqualInputLimits)
+        text = tran(QStringLiteral("It cannot set equivalent."));
+    else if (refusal == EntryRefusal::UnclearComma)
+        text = tran(QStringLiteral("%1 may have a decimal comma or a comma between thousands: write a point, or no "
+                                   "comma."))
+                   .arg(number);
+    else
+        text = tran(QStringLiteral("It is outside the setting range.")) + QStringLiteral("[ ") + limits.text(title) +
+               QStringLiteral(" ]");
     m_session.notify(text, MessageStyle::kInformation, kTitle);
 }
 

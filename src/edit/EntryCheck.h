@@ -21,6 +21,11 @@ public:
     bool check(clsData& item, bool bCascade, const QString& entered);
     void choose(clsData& item, int choice); // of a combo box, 0-based
 
+    // The entry is the value that the item holds already.
+    bool repeats(const clsData& item, const QString& entered) const;
+    bool repeats(const clsData& item, int choice) const;
+    void keep(const clsData& item); // logs such an entry and shows the value as it was
+
     void setComboDropped(bool dropped) { m_dropped = dropped; }
     bool isComboDropped() const { return m_dropped; }
 
@@ -30,7 +35,7 @@ public:
 private:
     bool checkOnce(clsData& item, bool bCascade, const QString& entered);
     bool checkNumber(clsData& item, bool bCascade, const QString& entered);
-    void report(const clsData& item, EntryRefusal refusal, const LimitRange& limits);
+    void report(const clsData& item, EntryRefusal refusal, const LimitRange& limits, const QString& number);
 
     EditSession& m_session;
     Interlocks& m_interlocks;

@@ -2,6 +2,7 @@
 
 #include "ItemDisplay.h"
 #include "ItemLookup.h"
+#include "NumberEntry.h"
 #include "Tags.h"
 #include "clsLibrary.h"
 
@@ -69,6 +70,8 @@ bool isAllowed(const ItemData& item, const ItemLookup& items)
 EntryRefusal refusalOf(const ItemData& item, const ItemLookup& items, const LimitRange& limits,
                        const QString& displayText)
 {
+    if (isUnclearNumber(displayText))
+        return EntryRefusal::UnclearComma;
     // What the controller rounds must not end outside either, or on the other input limit.
     const QString held = displayOf(item, items, storedOf(item, items, displayText));
     if (!limits.allows(displayText) || !limits.allows(held))

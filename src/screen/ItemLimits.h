@@ -56,8 +56,9 @@ private:
 bool isAllowed(const ItemData& item, const ItemLookup& items);
 
 // Why an entry is not taken.
-enum class EntryRefusal { None, OutsideLimits, EqualInputLimits };
-// displayText: the entry for a numeric item; what the controller rounds is held against the limits too.
+enum class EntryRefusal { None, OutsideLimits, EqualInputLimits, UnclearComma };
+// displayText: the entry for a numeric item, as plainNumber gives it; what the controller rounds is held against the
+// limits too.
 EntryRefusal refusalOf(const ItemData& item, const ItemLookup& items, const LimitRange& limits,
                        const QString& displayText);
 

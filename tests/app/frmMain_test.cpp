@@ -6,8 +6,10 @@
 #include "frmOption.h"
 #include "vaSpread.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QFileDialog>
@@ -583,6 +585,49 @@ TEST_F(MainWindow, ClosingAsksTheUserAndNobodyElse)
         EXPECT_TRUE(closed.count() == 1 && !window->isVisible());
         EXPECT_EQ(messages(), QStringList());
     }
+}
+
+TEST_F(MainWindow, TheGridIsEditedFromTheKeyboard)
+{
+    openSound();
+    const auto at = [this] { return QString::number(grid().currentIndex().row() + 1) + '=' + cell(2); };
+    EXPECT_EQ(at(), u"1=7.0") << "the first parameter, as soon as the model is shown";
+    recv();
+    window->activateWindow();
+    grid().setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    const std::tuple<const char*, Qt::Key, QString> rows[] = {
+        {"", Qt::Key_Tab, "2=25.8"},
+        {"12,5", Qt::Key_Return, "2=12.5"},
+        {"1,234", Qt::Key_Return, "2=12.5"},
+        {"30", Qt::Key_Return, "2=30.0"}}; // over what was refused
+    for (const auto& [text, key, then] : rows) {
+        for (const char sign : QByteArray(text))
+            QTest::keyClick(QApplication::focusWidget(), sign);
+        QTest::keyClick(QApplication::focusWidget(), key);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(at(), then);
+    }
+    EXPECT_EQ(messages().size(), 1);
+    grid().setCurrentCell(1, 3);
+    trigger("mnuEdit_2");
+    EXPECT_EQ(at(), u"2=12.5") << "undone where it is seen";
+    QGuiApplication::clipboard()->setText("41");
+    grid().selectAll();
+    grid().requestPaste();
+    EXPECT_EQ(cell(2), u"41.0") << "one value fills all that accept it";
+}
+
+TEST_F(MainWindow, CellsAreSpoken)
+{
+    openSound();
+    recv();
+    QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&grid())->tableInterface();
+    QStringList all;
+    for (int i = 0; i < 4; ++i)
+        all << table->cellAt(i, 0)->text(QAccessible::Name) + '/' + table->cellAt(i, 0)->text(QAccessible::Description);
+    EXPECT_EQ(all.join('|'), u"Model, KX41000000-10A/Model: shown only, cannot be changed|設定値, 25.8/-100 to 100|"
+                             "PQB1, 42/PQB1: shown only, cannot be changed|/");
 }
 
 } // namespace

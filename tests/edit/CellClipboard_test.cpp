@@ -1,7 +1,9 @@
 #include "CellClipboard.h"
 
 #include "CellHint.h"
+#include "CellSpeech.h"
 #include "EditorFixture.h"
+#include "Table.h"
 
 namespace {
 
@@ -50,6 +52,22 @@ TEST_F(Clipboard, PastesLikeEntries)
         editor.undo();
         EXPECT_TRUE(everything() == before) << "one paste is one step: " << name;
     }
+}
+
+TEST_F(Clipboard, NamesWhatWasNotTaken)
+{
+    parameters();
+    EXPECT_EQ(clipboard.paste({1, 1}, "99\nmaybe\n1,234\n１２\nother\n4"), 5);
+    EXPECT_EQ(shown("A C LO HI"), "A=1.0 C=off LO=0 HI=12");
+    EXPECT_EQ(record.texts.takeFirst().section('\n', 1).toStdString(),
+              "A \"99\": It is outside the setting range.[ 0 <= InputRange <= 9 ]\nC \"maybe\": no choice of its list\n"
+              "LO \"1,234\": 1,234 may have a decimal comma or a comma between thousands: write a point, or no comma.\n"
+              "T \"other\": shown only, cannot be changed\nRO \"4\": shown only, cannot be changed");
+    shipped("KX410");
+    const int refused = clipboard.paste({1, 1, 48, 13}, QString(50, 'x'));
+    const QStringList lines = record.texts.takeFirst().split('\n');
+    EXPECT_TRUE(lines.size() == 12 && lines[1].contains(" \"" + QString(40, 'x') + "…\"")) << "named up to ten";
+    EXPECT_EQ(lines.last(), QString("and %1 more").arg(refused - 10));
 }
 
 // How each changed parameter came to its value, undone with the change.
@@ -109,25 +127,34 @@ TEST_F(Hint, TellsLimitsMeaningOrWhyNot)
 {
     shipped("KX910");
     start("PQRNO=20 SVDOT=1 VQLIL=0 VQLIH=1000 VQSVL=0 VQSVH=1000 PQKAL1=5");
-    const std::pair<const char*, const char*> rows[] = {
-        // %1: the parameter's name
-        {"VQSV1", "0.0 <= %1 <= 100.0"},
-        {"VQOH1", "0.0 < %1 <= 105.0"},
-        {"SWQCF", "%1: locked, a voltage or current input has no temperature unit"},
-        {"VQAL1", "%1: locked, the alarm type does not use it"},
-        {"PQRNO", "%1: double-click or press Enter to choose; written at once"},
-        {"VQPV", "%1: shown only, cannot be changed"},
-    };
-    const auto hintOf = [this](const char* tag) {
+    const auto hintOf = [this](const QString& tag) {
         const clsData& one = item(tag);
         return cellHint(kx, one.Col(), one.Row(), library.translation());
     };
-    for (const auto& [tag, hint] : rows)
-        EXPECT_EQ(hintOf(tag), QString(hint).arg(item(tag).DataName()));
+    for (const QStringList& row : tableRows("edit/hints.tsv"))
+        EXPECT_EQ(hintOf(row[0]), row[1].arg(item(row[0]).DataName()));
     EXPECT_EQ(cellHint(kx, 1, 1, library.translation()), QString()) << "a label";
     EXPECT_EQ(hintOf("PIDONOF"), item("PIDONOF").DataName() + ": " + cell("PIDONOF").comboList.join(" / "));
     start("PQRNO=1");
     EXPECT_TRUE(hintOf("VQLIL").endsWith(": locked, the input range fixes it"));
+}
+
+TEST_F(Hint, IsSpokenWithBlockValueAndState)
+{
+    shipped("KX410");
+    start("PQRNO=1 SVDOT=1 VQSV1=1200 VQSVL=-1000 VQSVH=4000 VQSVUP=150 VQOL1=0 VQOH1=900 VQI1=120");
+    enter("VQSV1=130");
+    item("VQI1").setKnown(false);
+    item("VQD1").sendMark = SendMark::Failed;
+    kx.refreshSpread(false, nullptr);
+    for (const QStringList& row : tableRows("edit/spoken.tsv")) {
+        const auto spoken = spokenCell(kx, item(row[0]).Col(), item(row[0]).Row(), library.translation());
+        EXPECT_EQ(QStringList({spoken.name, spoken.description}), row.mid(1));
+    }
+    const auto button = spokenCell(kx, 4, 14, library.translation());
+    const auto label = spokenCell(kx, 2, 15, library.translation());
+    EXPECT_EQ(QStringList({button.name, button.description, label.name, label.description}),
+              QStringList({"Set values, Write", "Write this block", "", ""}));
 }
 
 } // namespace

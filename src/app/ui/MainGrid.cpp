@@ -2,9 +2,11 @@
 
 #include "CellClipboard.h"
 #include "CellEditor.h"
+#include "CellSpeech.h"
 #include "VisibleText.h"
 #include "WidgetPlacement.h"
 #include "clsINI.h"
+#include "clsKX.h"
 #include "clsLibrary.h"
 #include "vaSpread.h"
 
@@ -64,6 +66,8 @@ void MainGrid::applySettings(clsLibrary& library)
 void MainGrid::connectTo(CellEditor& editor, CellClipboard& clipboard)
 {
     using platform::vaSpread;
+    m_cells.setSpoken(
+        [&kx = editor.model()](int row, int col) { return spokenCell(kx, col, row, kx.library().translation()); });
     connect(m_sprMain, &vaSpread::editChanged, &editor, [this, &editor](int col, int row, const QString& text) {
         if (!editor.checkCell(col, row, true, text))
             m_sprMain->refuseEntry(col, row, text);
@@ -73,6 +77,7 @@ void MainGrid::connectTo(CellEditor& editor, CellClipboard& clipboard)
     connect(m_sprMain, &vaSpread::buttonClicked, &editor, &CellEditor::clickCell);
     connect(m_sprMain, &vaSpread::dblClick, &editor, &CellEditor::openSelect);
     connect(m_sprMain, &vaSpread::enterPressed, &editor, &CellEditor::openSelect);
+    connect(&editor, &CellEditor::restored, m_sprMain, &vaSpread::setCurrentCell);
     connect(m_sprMain, &vaSpread::copyRequested, &editor, [&clipboard](const platform::CellRange& range) {
         QGuiApplication::clipboard()->setText(clipboard.copy(range));
     });
