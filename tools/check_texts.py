@@ -46,6 +46,9 @@ CAPTIONS = {
     "Vorlant", "VersionInfo", "Ver.",
     "Back", "Forward", "Contents", "Find", "Find:", "Print...", "Larger", "Smaller", "Previous", "Next",
     "Not found on this page", "Places in the manual: %1",
+    # Of the search bar
+    "Find...", "Find next", "Find previous", "Go to tag...", "Go to tag:", "FindChanged", "FindNotRead", "%1 of %2",
+    "%1 found", "Hits", "Close",
     # Of the review: title, filters, columns, classes, causes, and what is in order
     "all parameters", "before writing %1; COM%2 %3, slave %4", "Review and send", "Review and send...", "Backups...", "History...", "Review...", "1 change", "%1 changes", "Search in name, block and tag",
     "Show", "ReviewAll", "ReviewConflicts", "ReviewFailed", "ReviewAccepted", "ReviewTicked", "ReviewName", "ReviewBlock", "ReviewHeld",

@@ -7,6 +7,7 @@ namespace {
 constexpr HelpTopicRow kRows[] = {
     {u"frmMain", u"", u"main-window.html", u"main-window"},
     {u"frmMain", u"sprMain", u"editing.html", u"editing"},
+    {u"frmMain", u"findBar", u"editing.html", u"find"},
     {u"frmMain", u"lblHint", u"communication.html", u"communication"},
     {u"frmMain", u"tlbMain", u"main-window.html", u"toolbar"},
     {u"frmMain", u"stbMain", u"main-window.html", u"status-bar"},
@@ -22,6 +23,10 @@ constexpr HelpTopicRow kRows[] = {
     {u"EditMenu", u"", u"editing.html", u"clipboard"},
     {u"EditMenu", u"mnuEdit_2", u"editing.html", u"undo"},
     {u"EditMenu", u"mnuEdit_3", u"editing.html", u"undo"},
+    {u"EditMenu", u"mnuEdit_4", u"editing.html", u"find"},
+    {u"EditMenu", u"mnuEdit_5", u"editing.html", u"find"},
+    {u"EditMenu", u"mnuEdit_6", u"editing.html", u"find"},
+    {u"EditMenu", u"mnuEdit_7", u"editing.html", u"find"},
     {u"KXMenu", u"", u"transfer.html", u"transfer"},
     {u"KXMenu", u"mnuKX_0", u"communication.html", u"communication"},
     {u"KXMenu", u"mnuKX_1", u"transfer.html", u"reading"},

@@ -181,6 +181,8 @@ void GridBuilder::buildLabel(const QString& section)
     label.font.bold = m_library.toBoolean(
         m_screen.GetIniData(section, QStringLiteral("FontBold"), QStringLiteral("False"), true), false);
     m_grid.setCell(row, col, label);
+    if (!label.text.isEmpty())
+        m_model.labels.insert({row, col}, label.text);
 }
 
 void GridBuilder::buildItems()

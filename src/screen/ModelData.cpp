@@ -34,6 +34,7 @@ void ModelData::clear()
     items.clear();
     duplicates.clear();
     images.clear();
+    labels.clear();
 }
 
 void ModelData::add(std::unique_ptr<clsBlock> block, int row, int col)

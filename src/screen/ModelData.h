@@ -25,6 +25,7 @@ struct ModelData
     std::vector<std::unique_ptr<clsData>> duplicates;
     std::vector<clsBlock*> blocks;
     ImageCollection images;
+    QHash<std::pair<int, int>, QString> labels; // texts of the screen by row and column, in the language in use
 
     clsLibrary& library() const { return *lookup.library; }
     bool isOffLine() const; // "UseCommunicate": nothing is read

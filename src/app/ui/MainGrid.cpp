@@ -13,6 +13,8 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QStackedWidget>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -40,9 +42,9 @@ platform::ColorRef namedColor(const clsLibrary& library, const char* name)
 } // namespace
 
 MainGrid::MainGrid(QWidget* parent)
-    : QStackedWidget(parent), m_sprMain(new platform::vaSpread(this)), m_hint(new QLabel(this))
+    : QWidget(parent), m_pages(new QStackedWidget(this)), m_sprMain(new platform::vaSpread(this)),
+      m_hint(new QLabel(this))
 {
-    setObjectName(QStringLiteral("pages"));
     m_sprMain->setObjectName(QStringLiteral("sprMain"));
     m_sprMain->setAccessibleName(QStringLiteral("Parameters"));
     m_sprMain->setGrid(&m_cells);
@@ -52,8 +54,17 @@ MainGrid::MainGrid(QWidget* parent)
     m_hint->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_hint->setWordWrap(true);
     m_hint->setAlignment(Qt::AlignCenter);
-    addWidget(m_sprMain);
-    addWidget(m_hint);
+    m_pages->addWidget(m_sprMain);
+    m_pages->addWidget(m_hint);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_pages, 1);
+}
+
+void MainGrid::addBar(QWidget& bar)
+{
+    static_cast<QVBoxLayout*>(layout())->insertWidget(0, &bar);
 }
 
 void MainGrid::applySettings(clsLibrary& library)
@@ -94,7 +105,7 @@ void MainGrid::clearCells()
 void MainGrid::showHint(const QString& text)
 {
     m_hint->setText(platform::visibleLines(text));
-    setCurrentWidget(text.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
+    m_pages->setCurrentWidget(text.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
     const auto first = platform::firstParameter(m_cells);
     if (first && !m_sprMain->currentIndex().isValid())
         m_sprMain->setCurrentCell(first->col, first->row);

@@ -2,11 +2,12 @@
 
 #include "GridModel.h"
 
-#include <QStackedWidget>
+#include <QWidget>
 
 class CellClipboard;
 class CellEditor;
 class QLabel;
+class QStackedWidget;
 class clsLibrary;
 
 namespace platform {
@@ -15,7 +16,7 @@ class vaSpread;
 
 // The middle of the main window: the parameter grid, or in its place a hint what to do while there is none. Owns the
 // cells; what the user does in them goes to the editor and the clipboard that it was connected to.
-class MainGrid : public QStackedWidget
+class MainGrid : public QWidget
 {
     Q_OBJECT
 
@@ -25,6 +26,7 @@ public:
     platform::GridModel& cells() { return m_cells; }
     platform::vaSpread& sheet() { return *m_sprMain; }
 
+    void addBar(QWidget& bar); // above the grid
     // Margins and selection colours as the settings have them.
     void applySettings(clsLibrary& library);
     // Both are kept and outlive the grid's events.
@@ -35,6 +37,7 @@ public:
 
 private:
     platform::GridModel m_cells;
+    QStackedWidget* m_pages;
     platform::vaSpread* m_sprMain;
     QLabel* m_hint;
 };

@@ -37,6 +37,15 @@ MainMenus::MainMenus(QMenuBar& bar)
     copy->setShortcut(QKeySequence::Copy);
     paste = addItem(edit, QStringLiteral("mnuEdit"), 1, QStringLiteral("Paste"));
     paste->setShortcut(QKeySequence::Paste);
+    edit->addSeparator();
+    find = addItem(edit, QStringLiteral("mnuEdit"), 4, QStringLiteral("Find..."));
+    find->setShortcut(QKeySequence::Find);
+    findNext = addItem(edit, QStringLiteral("mnuEdit"), 5, QStringLiteral("Find next"));
+    findNext->setShortcut(Qt::Key_F3);
+    findPrevious = addItem(edit, QStringLiteral("mnuEdit"), 6, QStringLiteral("Find previous"));
+    findPrevious->setShortcut(Qt::SHIFT | Qt::Key_F3);
+    goToTag = addItem(edit, QStringLiteral("mnuEdit"), 7, QStringLiteral("Go to tag..."));
+    goToTag->setShortcut(Qt::CTRL | Qt::Key_G);
     QMenu* kx = addMenu(bar, QStringLiteral("KXMenu"));
     comm = addItem(kx, QStringLiteral("mnuKX"), 0, QStringLiteral("Comm"));
     comm->setShortcut(Qt::Key_F8);

@@ -29,6 +29,10 @@ public:
     QAction* paste = nullptr;
     QAction* undo = nullptr;
     QAction* redo = nullptr;
+    QAction* find = nullptr;
+    QAction* findNext = nullptr;
+    QAction* findPrevious = nullptr;
+    QAction* goToTag = nullptr;
     QAction* comm = nullptr;
     QAction* recv = nullptr;
     QAction* send = nullptr;

@@ -4,6 +4,7 @@
 #include "DefinitionFault.h"
 #include "DesktopTexts.h"
 #include "FileChooser.h"
+#include "GridCommands.h"
 #include "GridHint.h"
 #include "GridMenu.h"
 #include "HelpWindow.h"
@@ -181,10 +182,6 @@ void frmMain::connectMenus()
 {
     connect(m_menus->send, &QAction::triggered, this, &frmMain::setDataToKXAll);
     connect(m_tlbMain->send(), &QAction::triggered, this, &frmMain::askAndSend);
-    connect(m_menus->copy, &QAction::triggered, &m_pages->sheet(), &platform::vaSpread::requestCopy);
-    connect(m_menus->paste, &QAction::triggered, &m_pages->sheet(), &platform::vaSpread::requestPaste);
-    connect(m_menus->undo, &QAction::triggered, m_editor.get(), &CellEditor::undo);
-    connect(m_menus->redo, &QAction::triggered, m_editor.get(), &CellEditor::redo);
     connect(m_menus->exit, &QAction::triggered, this, &frmMain::exitApp);
     connect(m_menus->comm, &QAction::triggered, this, &frmMain::showCommSetting);
     connect(m_menus->recv, &QAction::triggered, this, [this] { getDataFromKX(); });
@@ -201,16 +198,11 @@ void frmMain::connectEditor()
 {
     const CellEditor* editor = m_editor.get();
     m_pages->connectTo(*m_editor, *m_clipboard);
+    m_gridCommands = new GridCommands({*m_menus, *m_pages, m_clsKX, *m_editor}, this);
     new GridMenu(m_pages->sheet(), *m_editor, m_program.library()); // the sheet owns it
     connect(editor, &CellEditor::edited, m_status, &MainStatus::showHint);
     connect(editor, &CellEditor::edited, m_mainFiles, &MainFiles::showTitle);
     connect(editor, &CellEditor::edited, m_status, &MainStatus::showData);
-    const auto showHistory = [this] {
-        m_menus->undo->setEnabled(m_editor->canUndo());
-        m_menus->redo->setEnabled(m_editor->canRedo());
-    };
-    connect(editor, &CellEditor::historyChanged, this, showHistory);
-    showHistory();
 }
 
 void frmMain::registerControls()
@@ -253,6 +245,7 @@ void frmMain::translateControls()
     m_program.library().tranForm(*m_controls);
     platform::translateDesktopDialogs(m_program.library().languageCode());
     m_dialogs->translate();
+    m_gridCommands->translate();
     m_review->translate();
     m_mainFiles->translate(windowTitle());
 }
@@ -334,9 +327,10 @@ void frmMain::showGridOrHint()
         gridHint(m_controller.model(), items, definitionFault(m_program.library(), m_clsKX.entry()),
                  m_program.definitionFile(m_clsKX.entry().screenFile), m_program.library().translation());
     m_pages->showHint(hint);
-    for (QAction* action : {m_menus->recv, m_menus->paste, m_menus->review})
+    for (QAction* action : {m_menus->recv, m_menus->review})
         action->setEnabled(hint.isEmpty());
     m_mainFiles->enable(hint.isEmpty());
+    m_gridCommands->setEnabled(hint.isEmpty());
     const bool neverWrites = m_program.settings().neverWrites();
     for (QAction* action : {m_menus->send, m_tlbMain->send()}) {
         action->setEnabled(hint.isEmpty() && !neverWrites);

@@ -19,6 +19,7 @@
 #include <QMainWindow>
 #include <memory>
 
+class GridCommands;
 class MainHelp;
 class MainFiles;
 class MainMenus;
@@ -133,6 +134,7 @@ private:
     std::unique_ptr<platform::ControlRegistry> m_controls;
 
     MainGrid* m_pages = nullptr;
+    GridCommands* m_gridCommands = nullptr;
     MainToolbar* m_tlbMain = nullptr;
     MainStatusBar* m_stbMain = nullptr;
     MainStatus* m_status = nullptr;

@@ -22,6 +22,8 @@ constexpr int kFieldInset = 2;
 constexpr int kFieldLineShare = 24; // percent of the text colour
 constexpr int kSelectionShare = 24; // percent of the selection colour
 constexpr int kPaleShare = 59;      // percent of the background colour
+constexpr QColor kFoundColor(0xFF, 0xB0, 0x00);
+constexpr int kFoundShare = 55; // percent of it over the colour of the cell
 constexpr int kComboMarkWidth = 16;
 constexpr int kCornerShare = 3; // of the height of a cell
 constexpr ColorRef kCornerColor = 0x0000C0;
@@ -71,10 +73,8 @@ double WidgetTextMeasure::heightPoints(const QString& text, const CellFont& font
 void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     const Cell& cell = cellAt(index);
-    const bool isSelected = (option.state & QStyle::State_Selected) != 0;
     const QColor designed = paintColor(cell.backColor);
-    const QColor plain = shown(designed, option.palette);
-    const QColor back = isSelected ? mixed(option.palette.color(QPalette::Highlight), plain, kSelectionShare) : plain;
+    const QColor back = backOf(option, index);
     painter->save();
     painter->fillRect(option.rect, back);
     const GridFonts::Face& face = m_fonts.face(gridOf(index).fontOf(cell));
@@ -96,6 +96,22 @@ void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     if ((option.state & QStyle::State_HasFocus) != 0)
         paintFocus(painter, option, back);
     painter->restore();
+}
+
+void SpreadDelegate::setHighlights(const std::vector<CellPlace>& places)
+{
+    m_highlights.clear();
+    for (const CellPlace& place : places)
+        m_highlights.insert({place.row, place.col});
+}
+
+QColor SpreadDelegate::backOf(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    QColor back = shown(paintColor(cellAt(index).backColor), option.palette);
+    if (m_highlights.contains({index.row() + 1, index.column() + 1}))
+        back = mixed(kFoundColor, back, kFoundShare);
+    const bool isSelected = (option.state & QStyle::State_Selected) != 0;
+    return isSelected ? mixed(option.palette.color(QPalette::Highlight), back, kSelectionShare) : back;
 }
 
 QColor SpreadDelegate::shown(const QColor& color, const QPalette& palette) const

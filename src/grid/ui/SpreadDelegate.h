@@ -5,9 +5,12 @@
 
 #include <QHash>
 #include <QPalette>
+#include <QSet>
 #include <QStyledItemDelegate>
 
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -36,6 +39,7 @@ public:
 
     // Pale while the cells hold something else than what they are there for.
     void setPale(bool pale) { m_isPale = pale; }
+    void setHighlights(const std::vector<CellPlace>& places);
     QColor shown(const QColor& color, const QPalette& palette) const; // as it is painted: pale or not
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -75,11 +79,13 @@ private:
     void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell, const QColor& back) const;
     void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
 
+    QColor backOf(const QStyleOptionViewItem& option, const QModelIndex& index) const;
     const QPalette& paletteOn(const QColor& back, const QPalette& desktop) const;
 
     GridFonts& m_fonts;
     bool m_isPale = false;
     bool m_hasShift = false;
+    QSet<std::pair<int, int>> m_highlights;   // row and column
     mutable QHash<QRgb, QPalette> m_palettes; // by the colour of the cell, for the desktop's palette
     mutable qint64 m_desktopPalette = 0;
     mutable std::optional<Entry> m_entry; // Qt asks for an editor's content by const functions

@@ -101,6 +101,12 @@ void vaSpread::setPale(bool pale)
     viewport()->update();
 }
 
+void vaSpread::setHighlights(const std::vector<CellPlace>& places)
+{
+    m_delegate.setHighlights(places);
+    viewport()->update();
+}
+
 void vaSpread::paintFrames(QPainter& painter) const
 {
     for (const CellFrame& frame : m_grid->frames()) {

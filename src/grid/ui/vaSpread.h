@@ -8,6 +8,7 @@
 #include <QTableView>
 
 #include <optional>
+#include <vector>
 
 class QLineEdit;
 
@@ -33,6 +34,8 @@ public:
     void setSelectionColors(ColorRef back, ColorRef fore);
     // Pale while the cells hold something else than what they are there for.
     void setPale(bool pale);
+    // Cells that a search has found; replaces those given before.
+    void setHighlights(const std::vector<CellPlace>& places);
     // Shows the column headers, by which a person changes the widths of the columns.
     void showColHeaders();
     void setCurrentCell(int col, int row); // a cell outside the grid changes nothing

@@ -1,0 +1,55 @@
+#include "GridCommands.h"
+
+#include "CellEditor.h"
+#include "FindBar.h"
+#include "MainGrid.h"
+#include "MainMenus.h"
+#include "vaSpread.h"
+
+#include <QAction>
+
+GridCommands::GridCommands(const Parts& parts, QObject* parent)
+    : QObject(parent), m_parts(parts), m_find(new FindBar(parts.kx, parts.grid.sheet(), &parts.grid))
+{
+    m_parts.grid.addBar(*m_find);
+    connectEdits();
+    connectFinding();
+}
+
+void GridCommands::connectEdits()
+{
+    const MainMenus& menus = m_parts.menus;
+    platform::vaSpread* sheet = &m_parts.grid.sheet();
+    CellEditor* editor = &m_parts.editor;
+    connect(menus.copy, &QAction::triggered, sheet, &platform::vaSpread::requestCopy);
+    connect(menus.paste, &QAction::triggered, sheet, &platform::vaSpread::requestPaste);
+    connect(menus.undo, &QAction::triggered, editor, &CellEditor::undo);
+    connect(menus.redo, &QAction::triggered, editor, &CellEditor::redo);
+    const auto showHistory = [this] {
+        m_parts.menus.undo->setEnabled(m_parts.editor.canUndo());
+        m_parts.menus.redo->setEnabled(m_parts.editor.canRedo());
+    };
+    connect(editor, &CellEditor::historyChanged, this, showHistory);
+    showHistory();
+}
+
+void GridCommands::connectFinding()
+{
+    const MainMenus& menus = m_parts.menus;
+    connect(menus.find, &QAction::triggered, m_find, &FindBar::openText);
+    connect(menus.findNext, &QAction::triggered, m_find, &FindBar::findNext);
+    connect(menus.findPrevious, &QAction::triggered, m_find, &FindBar::findPrevious);
+    connect(menus.goToTag, &QAction::triggered, m_find, &FindBar::openTag);
+}
+
+void GridCommands::translate()
+{
+    m_find->translate();
+}
+
+void GridCommands::setEnabled(bool hasGrid)
+{
+    const MainMenus& menus = m_parts.menus;
+    for (QAction* action : {menus.paste, menus.find, menus.findNext, menus.findPrevious, menus.goToTag})
+        action->setEnabled(hasGrid);
+}

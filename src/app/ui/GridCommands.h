@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+
+class CellEditor;
+class FindBar;
+class MainGrid;
+class MainMenus;
+class clsKX;
+
+// The menu commands about the grid: the clipboard, undo, the search in the bar above it. All parts are kept by
+// reference.
+class GridCommands : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Parts
+    {
+        MainMenus& menus;
+        MainGrid& grid;
+        clsKX& kx;
+        CellEditor& editor;
+    };
+
+    explicit GridCommands(const Parts& parts, QObject* parent = nullptr);
+
+    void translate();
+    void setEnabled(bool hasGrid); // those that need a model
+
+private:
+    void connectEdits();
+    void connectFinding();
+
+    Parts m_parts;
+    FindBar* m_find; // the grid's
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "GridModel.h"
+
+#include <QString>
+
+#include <optional>
+
+class ItemData;
+struct ModelData;
+
+// In which unit the values of items are, as a person reads it: the label beside the cell, or for temperatures the unit
+// that is set. A voltage or current input has no unit. Takes the settings once, when it is made; serves one refresh.
+class ItemUnits
+{
+public:
+    explicit ItemUnits(const ModelData& model);
+
+    // In the language in use; empty when the definition gives none.
+    QString unitOf(const ItemData& item) const;
+    // Of temperatures; empty when there is none.
+    QString temperatureUnit() const { return m_temperatureUnit; }
+    // The free cell beside an item that is a temperature and has no label there.
+    std::optional<platform::CellPlace> temperaturePlace(const ItemData& item) const;
+
+private:
+    QString labelBeside(const ItemData& item) const;
+    bool isTemperature(const ItemData& item) const;
+
+    const ModelData& m_model;
+    QString m_temperatureUnit;
+};
