@@ -40,13 +40,14 @@ DEFINITIONS, PROGRAM = "tools/definitions", "tools/definitions/program_texts.py"
 
 # Texts that are no messages: menu and button captions, titles, and parts of a message that is on the page as a whole.
 CAPTIONS = {
-    "FileMenu", "EditMenu", "KXMenu", "OptionMenu", "HelpMenu", "Open", "Save", "Save &to %1", "Exit", "Copy", "Paste",
+    "FileMenu", "EditMenu", "ViewMenu", "Zoom in", "Zoom out", "Original size", "KXMenu", "OptionMenu", "HelpMenu", "Open", "Save", "Save &to %1", "Exit", "Copy", "Paste",
     "Revert to the controller's value", "Write this parameter", "Write this block", "Comm", "Recv",
     "Send", "Option", "Help", "Version", "InputRange", "OK", "Cancel", "Stop", "Retrial", "Disregard", "Yes", "No",
     "Vorlant", "VersionInfo", "Ver.",
     "Back", "Forward", "Contents", "Find", "Find:", "Print...", "Larger", "Smaller", "Previous", "Next",
     "Not found on this page", "Places in the manual: %1",
     # Of the search bar
+    "Press to change to: %1",
     "Find...", "Find next", "Find previous", "Go to tag...", "Go to tag:", "FindChanged", "FindNotRead", "%1 of %2",
     "%1 found", "Hits", "Close",
     # Of the review: title, filters, columns, classes, causes, and what is in order

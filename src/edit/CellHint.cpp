@@ -1,8 +1,11 @@
 #include "CellHint.h"
 
+#include "Comparison.h"
+#include "ItemUnits.h"
 #include "LockRules.h"
 #include "WrittenItems.h"
 #include "clsKX.h"
+#include "clsLibrary.h"
 
 namespace {
 
@@ -19,12 +22,29 @@ QString lockText(LockReason reason, const TranslateText& tran)
     return tran(QStringLiteral("%1: locked, the alarm type does not use it"));
 }
 
-QString meaningOf(const clsData& item, const TranslateText& tran)
+// As the cell would show it; a limit that this would round stays as it is.
+QString formatted(const clsKX& kx, const clsData& item, const QString& limit)
+{
+    const clsLibrary& library = kx.library();
+    const QString shown = library.ExFormat(library.toSingle(limit, 0.0F), item.getFormatStr());
+    return isSameNumber(shown, limit) ? shown : limit;
+}
+
+// "0.0 <= Set value 1 <= 400.0 C"
+QString limitsText(const clsKX& kx, const clsData& item, const QString& name)
+{
+    LimitRange limits = item.limits();
+    limits.lower = formatted(kx, item, limits.lower);
+    limits.upper = formatted(kx, item, limits.upper);
+    return (limits.text(u' ' + name + u' ') + u' ' + ItemUnits(kx.data()).unitOf(item)).trimmed();
+}
+
+QString meaningOf(const clsKX& kx, const clsData& item, const TranslateText& tran)
 {
     const QString choices = tran(QStringLiteral("%1: %2"));
     switch (item.MType()) {
     case ItemType::Data:
-        return item.showsStoredText() ? shownName(item, tran) : item.limits().text(u' ' + shownName(item, tran) + u' ');
+        return item.showsStoredText() ? shownName(item, tran) : limitsText(kx, item, shownName(item, tran));
     case ItemType::Combo:
         return choices.arg(shownName(item, tran), item.ComboString().split(u'\t').join(QStringLiteral(" / ")));
     case ItemType::Bit:
@@ -61,6 +81,6 @@ QString cellHint(const clsKX& kx, int col, int row, const TranslateText& tran)
         return {};
     if (const QString closed = closedHint(kx, *item, shownName(*item, tran), tran); !closed.isEmpty())
         return closed;
-    const QString meaning = meaningOf(*item, tran);
+    const QString meaning = meaningOf(kx, *item, tran);
     return goesOutAtOnce(kx.data(), *item) ? tran(QStringLiteral("%1; written at once")).arg(meaning) : meaning;
 }

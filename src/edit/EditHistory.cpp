@@ -88,6 +88,7 @@ const clsData* EditHistory::undo()
     for (const Change& change : step.changes)
         put(change.before);
     m_kx.setUnitSwitch(step.unitBefore);
+    m_kx.showUnits();
     return step.shown;
 }
 
@@ -99,6 +100,7 @@ const clsData* EditHistory::redo()
     for (const Change& change : step.changes)
         put(change.after);
     m_kx.setUnitSwitch(step.unitAfter);
+    m_kx.showUnits();
     return step.shown;
 }
 

@@ -9,12 +9,15 @@ namespace platform {
 namespace {
 
 const TextMeasure kEstimate;
-constexpr double kTextMargin = 1.5; // average characters beside the widest text
+constexpr double kTextMargin = 1.6; // average characters beside the widest text
 constexpr double kDefaultPointSize = 11;
-constexpr double kLineFactor = 1.4; // height of a line over the point size
-constexpr double kEmptyColumn = 2;  // average characters between the groups of a screen
-constexpr double kComboButton = 3;  // average characters of a combo box's arrow
-constexpr double kButtonEdges = 1;  // average characters of a button's edges
+constexpr double kLineFactor = 1.4;  // height of a line over the point size
+constexpr double kEmptyColumn = 1.5; // average characters between the groups of a screen
+constexpr double kComboButton = 3;   // average characters of a combo box's arrow
+constexpr double kButtonEdges = 1;   // average characters of a button's edges
+constexpr double kLampRoom = 2;
+constexpr double kSwitchRoom = 5;
+constexpr double kTableRoom = 3;
 
 Qt::Alignment alignmentOf(HAlign align)
 {
@@ -23,9 +26,19 @@ Qt::Alignment alignmentOf(HAlign align)
                                                          : Qt::AlignLeft);
 }
 
-double extraWidth(CellType type)
+double extraWidth(const Cell& cell)
 {
-    return type == CellType::ComboBox ? kComboButton : type == CellType::Button ? kButtonEdges : 0;
+    switch (cell.sign) {
+    case CellSign::State:
+        return kLampRoom;
+    case CellSign::Switch:
+        return kSwitchRoom;
+    case CellSign::Table:
+        return kTableRoom;
+    case CellSign::None:
+        break;
+    }
+    return cell.type == CellType::ComboBox ? kComboButton : cell.type == CellType::Button ? kButtonEdges : 0;
 }
 
 } // namespace
@@ -234,7 +247,7 @@ void GridModel::measure() const
         double width = text.isEmpty() ? 0 : m_measure->widthUnits(text, font);
         for (const QString& choice : cell.comboList)
             width = std::max(width, m_measure->widthUnits(visibleText(choice), font));
-        width += kTextMargin + extraWidth(cell.type);
+        width += kTextMargin + extraWidth(cell);
         double& widest = m_textWidths[col];
         widest = std::max(widest, width);
         double& tallest = m_textHeights[row];

@@ -19,6 +19,14 @@ enum class HAlign { Left = 0, Right = 1, Center = 2 };
 // What a cell is there for: a label or nothing, the value of a parameter, one that is chosen from a table.
 enum class CellUse { Decoration, Value, Table };
 
+// What a cell is shown as beside its type.
+enum class CellSign {
+    None,
+    State,  // of two states, that is only shown: a lamp and a word, no button
+    Switch, // between two states: the word is the one that is, the button beside it goes to the other
+    Table   // a table opens to choose from
+};
+
 struct CellFont
 {
     QString face;         // empty: the desktop's own face
@@ -32,16 +40,17 @@ struct Cell
 {
     CellType type = CellType::Edit;
     CellUse use = CellUse::Decoration;
-    int block = 0;   // number of the block that it belongs to; 0: none
-    QString text;    // edit, static text, selected combo text, button caption
-    int value = 0;   // button state
-    QString toolTip; // shown when the pointer rests on the cell
-    QStringList comboList;
+    int block = 0;         // number of the block that it belongs to; 0: none
+    QString text;          // edit, static text, selected combo text, button caption
+    int value = 0;         // button state
+    QString toolTip;       // shown when the pointer rests on the cell
+    QStringList comboList; // all that it may show: the choices of a combo box, the captions of a button
     ColorRef backColor = 0x80000005;
     ColorRef foreColor = 0x80000008;
     HAlign align = HAlign::Left;
     CellFont font;
     bool locked = false;
+    CellSign sign = CellSign::None;
     bool marked = false;   // something is wrong with it: its corner says so, the tool tip what
     bool readOnly = false; // shown like any other, takes no entry
     bool operator==(const Cell&) const = default;

@@ -27,6 +27,7 @@ constexpr HelpTopicRow kRows[] = {
     {u"EditMenu", u"mnuEdit_5", u"editing.html", u"find"},
     {u"EditMenu", u"mnuEdit_6", u"editing.html", u"find"},
     {u"EditMenu", u"mnuEdit_7", u"editing.html", u"find"},
+    {u"ViewMenu", u"", u"main-window.html", u"zoom"},
     {u"KXMenu", u"", u"transfer.html", u"transfer"},
     {u"KXMenu", u"mnuKX_0", u"communication.html", u"communication"},
     {u"KXMenu", u"mnuKX_1", u"transfer.html", u"reading"},

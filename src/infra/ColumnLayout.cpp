@@ -5,6 +5,7 @@
 #include "GridModel.h"
 #include "IniBatch.h"
 #include "Numbers.h"
+#include "Zoom.h"
 #include "clsINI.h"
 
 namespace {
@@ -15,6 +16,8 @@ QString keyOf(int column)
 {
     return QStringLiteral("SPCOLWIDTH") + QString::number(column);
 }
+
+const QString kZoomKey = QStringLiteral("GRIDZOOM");
 
 } // namespace
 
@@ -41,4 +44,17 @@ void columnlayout::save(Context& context, const platform::GridModel& grid, const
     for (int column = 0; column <= grid.maxCols(); ++column)
         ini.PutIniData(section, keyOf(column), grid.colWidth(column));
     batch.commitLogged();
+}
+
+// A number that is none, or no size to work with, is the plain one.
+int columnlayout::loadZoom(Context& context, const QString& section)
+{
+    const QString text = layoutFile(context).GetIniData(section, kZoomKey, QString(), true);
+    const int stored = convert::toLong(text, platform::kPlainZoom);
+    return stored >= platform::kSmallestZoom && stored <= platform::kLargestZoom ? stored : platform::kPlainZoom;
+}
+
+void columnlayout::saveZoom(Context& context, const QString& section, int percent)
+{
+    layoutFile(context).PutIniData(section, kZoomKey, percent);
 }

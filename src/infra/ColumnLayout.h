@@ -16,4 +16,8 @@ namespace columnlayout {
 void load(Context& context, platform::GridModel& grid, const QString& section, const QString& fileName);
 void save(Context& context, const platform::GridModel& grid, const QString& section, const QString& fileName);
 
+// How large the grid of a window is shown, in percent, kept in the window's section of the layout file.
+int loadZoom(Context& context, const QString& section);
+void saveZoom(Context& context, const QString& section, int percent);
+
 } // namespace columnlayout

@@ -2,6 +2,7 @@
 
 #include "DefinitionFault.h"
 #include "FontSize.h"
+#include "GridRefresh.h"
 #include "ModelData.h"
 #include "Numbers.h"
 #include "OptionExpression.h"
@@ -59,6 +60,7 @@ void GridBuilder::build()
 
 void GridBuilder::finish()
 {
+    GridRefresh(m_model, &m_grid).showUnits();
     fitSizes();
     m_grid.endUpdate();
     m_progress(2, m_model.settings.dataCount, QString());
@@ -76,6 +78,7 @@ void GridBuilder::prepareGrid()
     plain.foreColor = color(settings.foreColor, QStringLiteral("vbWindowText"));
     m_grid.resetCells(plain);
     m_grid.setBackColor(plain.backColor);
+    m_grid.setBaseSize(settings.fontSize); // values are as large as the labels
     for (int col = 1; col <= m_grid.maxCols(); ++col) {
         const QString current = platform::doubleText(m_grid.colWidth(col));
         const QString text =
@@ -207,6 +210,12 @@ void GridBuilder::markReadOnly(const clsData& item)
         return;
     Cell cell = m_grid.cell(item.Row(), item.Col());
     cell.readOnly = !isWritten(m_model, item);
+    if (item.MType() == ItemType::Bit)
+        cell.sign = cell.readOnly ? platform::CellSign::State : platform::CellSign::Switch;
+    else if (item.checkMulti() && !cell.readOnly)
+        cell.sign = platform::CellSign::Table;
+    if (cell.sign == platform::CellSign::State || cell.sign == platform::CellSign::Switch)
+        cell.align = HAlign::Left;
     m_grid.setCell(item.Row(), item.Col(), cell);
 }
 
@@ -244,6 +253,7 @@ void GridBuilder::layItem(const clsData& item)
         break;
     case CellType::Button:
         cell.text = m_library.tranStr(item.ButtonCaption());
+        cell.comboList = QStringList{m_library.tranStr(item.BitOnCap()), m_library.tranStr(item.BitOffCap())};
         cell.value = m_library.toLong(item.Data(), 0);
         cell.align = HAlign::Center;
         break;

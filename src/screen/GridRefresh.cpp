@@ -3,6 +3,7 @@
 #include "EntryOrder.h"
 #include "HeldValue.h"
 #include "ItemDisplay.h"
+#include "ItemUnits.h"
 #include "ItemValue.h"
 #include "LockRules.h"
 #include "ModelData.h"
@@ -10,6 +11,7 @@
 #include "WrittenItems.h"
 #include "clsLibrary.h"
 
+#include <QSet>
 #include <QStringList>
 
 #include <algorithm>
@@ -23,6 +25,7 @@ const QString kHeldTip = QStringLiteral("The controller holds %1");
 const QString kFailedTip = QStringLiteral("The last write of it failed");
 const QString kNotAcceptedTip = QStringLiteral("The controller did not accept it");
 const QString kAtOnceTip = QStringLiteral("A choice is written to the controller at once");
+const QString kSwitchTip = QStringLiteral("Press to change to: %1");
 const QString kUnknownTip = QStringLiteral("Not read from the controller");
 
 } // namespace
@@ -93,6 +96,7 @@ void GridRefresh::showAll()
         if (item->Visible())
             show(*item, rules.lockOf(*item));
     }
+    showUnits();
     m_grid->endUpdate();
 }
 
@@ -116,6 +120,8 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
     }
     if (cell.toolTip.isEmpty() && goesOutAtOnce(m_model, item))
         cell.toolTip = m_model.library().tranStr(kAtOnceTip);
+    if (cell.toolTip.isEmpty() && cell.sign == platform::CellSign::Switch)
+        cell.toolTip = m_model.library().tranStr(kSwitchTip).arg(otherState(item));
     cell.marked = item.sendMark != SendMark::None;
     if (cell.marked)
         cell.toolTip = (markTip(item) + u'\n' + cell.toolTip).trimmed();
@@ -126,7 +132,7 @@ void GridRefresh::show(const clsData& item, std::optional<bool> locked)
         cell.foreColor = kGray;
     m_grid->setCell(item.Row(), item.Col(), cell);
     if (isNamedChoice(item.Key()))
-        widen(item);
+        widen(item.Col());
 }
 
 QString GridRefresh::markTip(const clsData& item) const
@@ -144,16 +150,39 @@ QString GridRefresh::heldTip(const clsData& item) const
         translatedValue(item, m_model.lookup, *held, m_model.library().translation()));
 }
 
+QString GridRefresh::otherState(const clsData& item) const
+{
+    const bool isOn = isSameNumber(item.Data(), QString::number(item.BitOn()));
+    return m_model.library().tranStr(isOn ? item.BitOffCap() : item.BitOnCap());
+}
+
 QString GridRefresh::textOf(const clsData& item) const
 {
     return hasWords(item) ? m_model.library().tranStr(item.VData()) : item.VData();
 }
 
-void GridRefresh::widen(const clsData& item)
+void GridRefresh::showUnits()
+{
+    if (m_grid == nullptr)
+        return;
+    const ItemUnits units(m_model);
+    QSet<int> columns;
+    for (const auto& item : m_model.items) {
+        const auto place = units.freePlace(*item);
+        if (!place)
+            continue;
+        m_grid->setText(place->row, place->col, units.unitOf(*item));
+        columns.insert(place->col);
+    }
+    for (const int col : std::as_const(columns))
+        widen(col);
+}
+
+void GridRefresh::widen(int col)
 {
     if (m_model.library().context().settings.get().m_bAdjustDesign)
         return;
-    const double needed = m_grid->maxTextColWidth(item.Col());
-    if (needed > m_grid->colWidth(item.Col()))
-        m_grid->setColWidth(item.Col(), needed);
+    const double needed = m_grid->maxTextColWidth(col);
+    if (needed > m_grid->colWidth(col))
+        m_grid->setColWidth(col, needed);
 }

@@ -26,6 +26,8 @@ public:
     void showAll();
     // locked empty: the cell keeps its lock state.
     void show(const clsData& item, std::optional<bool> locked = {});
+    // The unit of temperatures, beside each of them that has no other.
+    void showUnits();
 
 private:
     void read(clsData& item);
@@ -33,8 +35,9 @@ private:
     static void dropMark(clsData& item, bool isWhole, int before);
     QString markTip(const clsData& item) const;
     QString heldTip(const clsData& item) const;
+    QString otherState(const clsData& item) const;
     QString textOf(const clsData& item) const;
-    void widen(const clsData& item);
+    void widen(int col);
 
     ModelData& m_model;
     platform::GridModel* m_grid;

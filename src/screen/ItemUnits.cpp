@@ -41,12 +41,12 @@ bool ItemUnits::isTemperature(const ItemData& item) const
     return type != nullptr && table.at(row, 0) != table.at(row, 1);
 }
 
-std::optional<platform::CellPlace> ItemUnits::temperaturePlace(const ItemData& item) const
+std::optional<platform::CellPlace> ItemUnits::freePlace(const ItemData& item) const
 {
     const int col = item.Col() + 1;
     const bool isFree = m_model.itemAt(item.Row(), col) == nullptr && m_model.blockAt(item.Row(), col) == nullptr &&
                         !m_model.labels.contains({item.Row(), col});
-    if (!item.Visible() || !isFree || !isTemperature(item))
+    if (!item.Visible() || !isFree || item.MType() != ItemType::Data)
         return std::nullopt;
     return platform::CellPlace{item.Row(), col};
 }

@@ -18,10 +18,8 @@ public:
 
     // In the language in use; empty when the definition gives none.
     QString unitOf(const ItemData& item) const;
-    // Of temperatures; empty when there is none.
-    QString temperatureUnit() const { return m_temperatureUnit; }
-    // The free cell beside an item that is a temperature and has no label there.
-    std::optional<platform::CellPlace> temperaturePlace(const ItemData& item) const;
+    // The cell beside a number that has no label there: where its unit is shown.
+    std::optional<platform::CellPlace> freePlace(const ItemData& item) const;
 
 private:
     QString labelBeside(const ItemData& item) const;

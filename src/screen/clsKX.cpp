@@ -115,6 +115,11 @@ void clsKX::showItem(const clsData& item)
     GridRefresh(m_model, m_grid).show(item);
 }
 
+void clsKX::showUnits()
+{
+    GridRefresh(m_model, m_grid).showUnits();
+}
+
 void clsKX::setData(const QString& tag, const QString& storedValue, bool sOnlyHide)
 {
     clsData* item = getDataByTag(tag);

@@ -64,6 +64,7 @@ public:
     // Shows one item as changed (blue, bold).
     void refreshCell(clsData& item);
     void showItem(const clsData& item); // as it is
+    void showUnits();                   // beside temperatures
 
     // Set the stored or the display value by tag; with sOnlyHide only when the item has no cell. A tag that does not
     // exist changes nothing. The grid is not touched.

@@ -14,10 +14,13 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QKeySequence>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMessageBox>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTabBar>
+#include <QTableView>
 #include <QToolTip>
 
 #include <functional>
@@ -126,6 +129,22 @@ TEST_P(ShippedLanguage, TheCommunicationSettingsUnderlineEachLetterOnce)
             keys << key;
     }
     EXPECT_TRUE(keys.contains("Alt+V")) << "a button that the language file names";
+}
+
+TEST_P(ShippedLanguage, FourColumnsOfBlocksFitASmallScreen)
+{
+    ASSERT_TRUE(
+        soundController::writeFile(data + "/Vorlan/Vorlant.ini", kOffLine + "LanguageFile=" + GetParam() + "\n"));
+    start(dir.filePath("no-adapter"), std::make_unique<RecordingMessages>(asked));
+    window->resize(1280, 860);
+    for (const auto& [number, code] : {std::pair(5, "KX640"), std::pair(6, "KX643"), std::pair(7, "KX910")}) {
+        window->loadKXInfo(number, code + QString("11110-10A"));
+        QCoreApplication::processEvents();
+        const auto* grid = find<QTableView>("sprMain");
+        EXPECT_EQ(grid->model()->columnCount(), 17) << code;
+        EXPECT_EQ(grid->horizontalScrollBar()->maximum(), 0)
+            << code << ' ' << grid->horizontalHeader()->length() << " pixels";
+    }
 }
 
 QStringList textsOf(const QObject& object)

@@ -20,6 +20,7 @@
 #include <QSignalSpy>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <QToolBar>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -35,6 +36,11 @@ protected:
     platform::vaSpread& grid() { return *find<platform::vaSpread>("sprMain"); }
     QString cell(int row) { return grid().model()->index(row - 1, 0).data().toString(); }
     void enter(const char* text) { Q_EMIT grid().editChanged(1, 2, text); }
+    static QWidget* topLevel(const char* name)
+    {
+        const QWidgetList all = QApplication::topLevelWidgets();
+        return *std::find_if(all.begin(), all.end(), [name](const QWidget* one) { return one->objectName() == name; });
+    }
     QStringList messages() { return std::exchange(asked.texts, {}); } // since the last look
 };
 
@@ -132,8 +138,35 @@ TEST_F(MainWindow, LanguageAndFontAreChangedByTheOptions)
         EXPECT_TRUE(QTest::qWaitFor([&] { return settings.count() > before; }));
         EXPECT_EQ(find<QAction>("mnuKX_1")->text(), isOther ? u"受信" : u"&Receive");
         EXPECT_EQ(window->font().pointSize() == 17, isOther);
+        trigger("mnuKX_3");
+        QWidget* send = find<QToolBar>("tlbMain")->widgetForAction(find<QAction>("tlbMain_Send"));
+        for (QWidget* widget : {send, find<QWidget>("tlbMain"), find<QWidget>("findBar"), topLevel("frmTraffic")})
+            EXPECT_EQ(widget->font().pointSize() == 17, isOther) << qPrintable(widget->objectName());
         EXPECT_EQ(settingsFile().contains("LanguageFile=JP.txt"), isOther);
     }
+}
+
+// The search and the zoom from the menu; both live through another start, the search without its text.
+TEST_F(MainWindow, GridIsSearchedAndZoomed)
+{
+    openSound();
+    recv();
+    const int plain = grid().columnWidth(0);
+    trigger("mnuEdit_4");
+    QTest::keyClicks(find<QLineEdit>("findText"), "pqb");
+    EXPECT_EQ(grid().currentIndex().row(), 2);
+    EXPECT_EQ(panel("findCount"), u"1 of 1");
+    for (const char* action : {"mnuView_0", "mnuView_0", "mnuView_1"})
+        trigger(action);
+    EXPECT_NEAR(grid().columnWidth(0), plain * 1.1, plain * 0.06);
+    const int larger = grid().columnWidth(0);
+    window->close();
+    start(controller->device(), std::make_unique<RecordingMessages>(asked));
+    recv();
+    EXPECT_EQ(grid().columnWidth(0), larger);
+    EXPECT_FALSE(find<QWidget>("findBar")->isVisible());
+    trigger("mnuView_2");
+    EXPECT_EQ(grid().columnWidth(0), plain);
 }
 
 TEST_F(MainWindow, SetsAreSavedAndOpenedOverWhatWasRead)

@@ -135,7 +135,9 @@ TEST_F(Hint, TellsLimitsMeaningOrWhyNot)
         EXPECT_EQ(hintOf(row[0]), row[1].arg(item(row[0]).DataName()));
     EXPECT_EQ(cellHint(kx, 1, 1, library.translation()), QString()) << "a label";
     EXPECT_EQ(hintOf("PIDONOF"), item("PIDONOF").DataName() + ": " + cell("PIDONOF").comboList.join(" / "));
+    EXPECT_EQ(hintOf("VQI1"), "0 <= " + item("VQI1").DataName() + " <= 3600 s");
     start("PQRNO=1");
+    EXPECT_TRUE(hintOf("VQSV1").endsWith(" Celsius")) << qPrintable(hintOf("VQSV1"));
     EXPECT_TRUE(hintOf("VQLIL").endsWith(": locked, the input range fixes it"));
 }
 

@@ -1,3 +1,4 @@
+#include "Contrast.h"
 #include "PaletteColors.h"
 #include "SpreadFixture.h"
 
@@ -5,8 +6,8 @@
 #include <QProxyStyle>
 #include <QSet>
 #include <QStyleOption>
+#include <QWheelEvent>
 
-#include <cmath>
 #include <memory>
 
 using platform::GridModel;
@@ -34,13 +35,10 @@ TEST_F(Spread, SizesFollowTheGridAndItsHeader)
     EXPECT_EQ(grid.colWidth(2), 20) << "and not rounded to pixels when it is set";
 }
 
-// Relative luminance of the Web Content Accessibility Guidelines 2.1.
-double luminance(const QColor& color)
+double contrast(const QColor& a, const QColor& b)
 {
-    const auto channel = [](double value) {
-        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) + 0.0722 * channel(color.blueF());
+    return platform::contrastOf(platform::rgbColor(a.red(), a.green(), a.blue()),
+                                platform::rgbColor(b.red(), b.green(), b.blue()));
 }
 
 TEST_F(Spread, ColoursArePaintedAndTheFocusIsSeenOnEachOfThem)
@@ -58,9 +56,10 @@ TEST_F(Spread, ColoursArePaintedAndTheFocusIsSeenOnEachOfThem)
         ASSERT_TRUE(spread.hasFocus());
         const QRect place = spread.visualRect(spread.currentIndex());
         const QImage image = spread.viewport()->grab().toImage();
-        const double edge = luminance(image.pixelColor(place.left() + 1, place.center().y())) + 0.05;
-        const double inner = luminance(image.pixelColor(place.left() + 4, place.center().y() + 5)) + 0.05;
-        EXPECT_GE(std::max(edge, inner) / std::min(edge, inner), 2.5) << name;
+        EXPECT_GE(contrast(image.pixelColor(place.left() + 1, place.center().y()),
+                           image.pixelColor(place.left() + 4, place.center().y() + 5)),
+                  2.5)
+            << name;
         type(1, "9");
         const QImage editor = line()->grab().toImage();
         EXPECT_NE(editor.pixelColor(1, 9), editor.pixelColor(4, 9)) << "framed";
@@ -74,6 +73,105 @@ TEST_F(Spread, ColoursArePaintedAndTheFocusIsSeenOnEachOfThem)
     EXPECT_NE(spread.viewport()->grab().toImage().pixelColor(middle(6)), QColor(Qt::red)) << "hidden while loading";
     const platform::PaletteColors names;
     EXPECT_NE(names.color(17), names.color(8)) << "grey text is no plain text";
+}
+
+TEST_F(Spread, ZoomScalesWhatIsShownAndNoStoredSize)
+{
+    const QSize plain(spread.columnWidth(1), spread.rowHeight(1));
+    QSignalSpy wanted(&spread, &platform::vaSpread::zoomWanted);
+    const QPointF at = spread.viewport()->rect().center();
+    for (const int angle : {60, 60, -240}) {
+        QWheelEvent turn(at, spread.viewport()->mapToGlobal(at), {}, {0, angle}, {}, Qt::ControlModifier,
+                         Qt::NoScrollPhase, false);
+        QApplication::sendEvent(spread.viewport(), &turn);
+    }
+    EXPECT_EQ(reported(wanted), u"1 -2") << "half a notch makes no step";
+    spread.setZoom(200);
+    EXPECT_NEAR(spread.columnWidth(1), 2 * plain.width(), plain.width() / 8);
+    EXPECT_EQ(spread.rowHeight(1), 2 * plain.height());
+    press(1, Qt::Key_F2);
+    EXPECT_NEAR(line()->font().pointSizeF(), 2 * QApplication::font().pointSizeF(), 0.1);
+    for (const int percent : {50, 70, 90, 110, 130, 175, 300}) {
+        leave(line(), Qt::Key_Escape);
+        grid.setText(1, 2, "Set value high limit");
+        grid.setColWidth(2, grid.maxTextColWidth(2));
+        spread.setZoom(percent);
+        press(1, Qt::Key_F2);
+        const double needed = QFontMetricsF(line()->font()).horizontalAdvance("Set value high limit");
+        EXPECT_GE(spread.columnWidth(1), needed + 8 * percent / 100) << percent << ": the text is cut";
+    }
+    EXPECT_EQ(grid.rowHeight(2), GridModel::kDefaultRowHeight);
+}
+
+// Of the most frequent colour in a part of the picture with the one that stands out from it most: ground and text.
+double inkContrast(const QImage& image, const QRect& part)
+{
+    QHash<QRgb, int> counts;
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        for (int x = part.left(); x <= part.right(); ++x)
+            ++counts[image.pixel(x, y)];
+    }
+    QRgb ground = 0;
+    for (auto count = counts.cbegin(); count != counts.cend(); ++count)
+        ground = count.value() > counts.value(ground) ? count.key() : ground;
+    double most = 1;
+    for (auto count = counts.keyBegin(); count != counts.keyEnd(); ++count)
+        most = std::max(most, contrast(*count, ground));
+    return most;
+}
+
+struct Scheme
+{
+    const char* name;
+    QColor window;
+    QColor text;
+    QColor button;
+    QColor highlight;
+};
+
+// The titles of blocks, the button of a block, changed, refused and plain values: as they are, selected, found, pale.
+TEST_F(Spread, TextIsLegibleInEveryScheme)
+{
+    const Scheme schemes[] = {{"light", "#ffffff", "#000000", "#efefef", "#308cc6"},
+                              {"dark", "#1e1e1e", "#e0e0e0", "#353535", "#12608f"},
+                              {"middle", "#808080", "#000000", "#909090", "#404060"},
+                              {"black", "#000000", "#ffffff", "#000000", "#1aebff"},
+                              {"white", "#ffffff", "#000000", "#ffffff", "#37006e"}};
+    const std::tuple<platform::CellType, platform::ColorRef, platform::ColorRef> cells[] = {
+        {platform::CellType::StaticText, 0xC8F3FF, 0}, // a title
+        {platform::CellType::Button, 0x8000000F, 0x80000012},
+        {platform::CellType::Edit, 0x80000005, 0xFF0000},
+        {platform::CellType::Edit, 0x80000005, 0x0000FF},
+        {platform::CellType::Edit, 0x80000005, 0x80000008}};
+    const QPalette before = QApplication::palette();
+    for (const Scheme& scheme : schemes) {
+        QPalette colors(scheme.text, scheme.button, scheme.button.lighter(), scheme.button.darker(), Qt::gray,
+                        scheme.text, scheme.text, scheme.window, scheme.window);
+        colors.setColor(QPalette::Highlight, scheme.highlight);
+        QApplication::setPalette(colors);
+        spread.setPalette(colors);
+        for (int look = 0; look < 4; ++look) {
+            spread.setHighlights(look == 2 ? std::vector<platform::CellPlace>{{6, 2}}
+                                           : std::vector<platform::CellPlace>());
+            spread.setPale(look == 3);
+            spread.setCurrentCell(look == 1 ? 2 : 3, 6);
+            for (const auto& [type, back, fore] : cells) {
+                if (look == 2 && type == platform::CellType::Button)
+                    continue; // a block is no hit
+                platform::Cell cell;
+                cell.type = type;
+                cell.text = "HHHHH";
+                cell.backColor = back;
+                cell.foreColor = fore;
+                cell.font = {{}, 22, true};
+                grid.setCell(6, 2, cell);
+                const QRect place = spread.visualRect(grid.index(5, 1)).adjusted(4, 4, -4, -4);
+                EXPECT_GE(inkContrast(spread.viewport()->grab().toImage(), place), platform::kTextContrast)
+                    << scheme.name << ' ' << look << ' ' << std::hex << back << ' ' << fore;
+            }
+        }
+    }
+    QApplication::setPalette(before);
 }
 
 // What a style draws buttons with, as far as it keeps pictures by it.

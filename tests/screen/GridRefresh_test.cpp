@@ -164,4 +164,32 @@ TEST_F(Refresh, WordsAreShownInTheUsersLanguage)
     EXPECT_EQ(text(5), u"High") << "only the five named choices are words of a sentence";
 }
 
+// What a cell is can be seen: a state, a switch, a way to a table; and the unit of temperatures stands beside them.
+TEST_F(Refresh, CellsTellWhatTheyAreAndTheirUnit)
+{
+    using platform::CellSign;
+    copyShipped("ini");
+    catalogue(
+        "KXMaxCount=1\nKXModel1=KX910\nKXName1=KX910\nKXScreenFile1=KX910Screen.ini\nKXCommFile1=KX910Comm.ini\n");
+    kx.load(1, &library, "KX91011110-10A");
+    const std::pair<const char*, CellSign> signs[] = {{"STAL1", CellSign::State}, {"RUNSTP", CellSign::Switch},
+                                                      {"PQRNO", CellSign::Table}, {"PQKAL1", CellSign::Table},
+                                                      {"VQSV1", CellSign::None},  {"PIDONOF", CellSign::None}};
+    for (const auto& [tag, sign] : signs)
+        EXPECT_EQ(grid.cell(item(tag).Row(), item(tag).Col()).sign, sign) << tag;
+    // PQRNO 1: a thermocouple, 20: a voltage. Alarm type 1 is a temperature, 4 is none.
+    const std::tuple<const char*, const char*, const char*, const char*> rows[] = {
+        {"1", "0", "1", "Celsius Celsius /min % "}, {"1", "1", "4", "Kelvin  /min % "}, {"20", "0", "1", "  /min % "}};
+    for (const auto& [range, unit, alarm, units] : rows) {
+        item("PQRNO").hold(range);
+        item("SWQCF").hold(unit);
+        item("PQKAL1").hold(alarm);
+        kx.refreshSpread(false, nullptr);
+        QString shown;
+        for (const char* tag : {"VQSV1", "VQAL1", "VQSVUP", "VQP1"})
+            shown += grid.cell(item(tag).Row(), item(tag).Col() + 1).text + u' ';
+        EXPECT_EQ(shown, units) << range << unit << alarm;
+    }
+}
+
 } // namespace

@@ -8,8 +8,9 @@ TITLE_COLORS = "RGB.255.243.200,vbBlack"
 SYSTEM_COLORS = "vbWindowBackground,vbWindowText"
 BUTTON_COLORS = "vbButtonFace,vbButtonText"
 FRAME_COLOR = "vbGray"
-LABEL_SIZE, TITLE_SIZE = 11, 11
+LABEL_SIZE, TITLE_SIZE = 8.5, 8.5
 LEFT, RIGHT, CENTER = 0, 1, 2
+TEMPERATURE = "℃"  # shown beside the values that are in it
 GAP_WIDTH, VALUE_MARGIN, TEXT_MARGIN = 2, 4, 2
 
 
@@ -56,7 +57,7 @@ def _column_widths(layout):
             continue
         need(placed.column - 1, placed.parameter.name, TEXT_MARGIN)
         need(placed.column, _possible_values(placed.parameter), VALUE_MARGIN)
-        need(placed.column + 1, placed.parameter.unit, TEXT_MARGIN)
+        need(placed.column + 1, (*placed.parameter.unit, TEMPERATURE), TEXT_MARGIN)
     return widths
 
 

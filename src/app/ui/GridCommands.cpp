@@ -1,12 +1,22 @@
 #include "GridCommands.h"
 
 #include "CellEditor.h"
+#include "ColumnLayout.h"
 #include "FindBar.h"
 #include "MainGrid.h"
 #include "MainMenus.h"
+#include "Zoom.h"
+#include "clsKX.h"
+#include "clsLibrary.h"
 #include "vaSpread.h"
 
 #include <QAction>
+
+namespace {
+
+const QString kZoomSection = QStringLiteral("frmMain"); // of the layout file: the window's
+
+} // namespace
 
 GridCommands::GridCommands(const Parts& parts, QObject* parent)
     : QObject(parent), m_parts(parts), m_find(new FindBar(parts.kx, parts.grid.sheet(), &parts.grid))
@@ -14,6 +24,8 @@ GridCommands::GridCommands(const Parts& parts, QObject* parent)
     m_parts.grid.addBar(*m_find);
     connectEdits();
     connectFinding();
+    connectZoom();
+    setZoom(columnlayout::loadZoom(m_parts.kx.library().context(), kZoomSection));
 }
 
 void GridCommands::connectEdits()
@@ -40,6 +52,29 @@ void GridCommands::connectFinding()
     connect(menus.findNext, &QAction::triggered, m_find, &FindBar::findNext);
     connect(menus.findPrevious, &QAction::triggered, m_find, &FindBar::findPrevious);
     connect(menus.goToTag, &QAction::triggered, m_find, &FindBar::openTag);
+}
+
+void GridCommands::connectZoom()
+{
+    const MainMenus& menus = m_parts.menus;
+    const auto zoom = [this](int steps) { setZoom(platform::zoomAfter(m_zoom, steps)); };
+    connect(menus.zoomIn, &QAction::triggered, this, [zoom] { zoom(1); });
+    connect(menus.zoomOut, &QAction::triggered, this, [zoom] { zoom(-1); });
+    connect(menus.zoomPlain, &QAction::triggered, this, [this] { setZoom(platform::kPlainZoom); });
+    connect(&m_parts.grid.sheet(), &platform::vaSpread::zoomWanted, this, zoom);
+}
+
+void GridCommands::setZoom(int percent)
+{
+    m_zoom = percent;
+    m_parts.grid.sheet().setZoom(percent);
+    m_parts.menus.zoomIn->setEnabled(percent < platform::kLargestZoom);
+    m_parts.menus.zoomOut->setEnabled(percent > platform::kSmallestZoom);
+}
+
+void GridCommands::save()
+{
+    columnlayout::saveZoom(m_parts.kx.library().context(), kZoomSection, m_zoom);
 }
 
 void GridCommands::translate()

@@ -8,8 +8,8 @@ class MainGrid;
 class MainMenus;
 class clsKX;
 
-// The menu commands about the grid: the clipboard, undo, the search in the bar above it. All parts are kept by
-// reference.
+// The menu commands about the grid: the clipboard, undo, the search in the bar above it, its size. All parts are kept
+// by reference.
 class GridCommands : public QObject
 {
     Q_OBJECT
@@ -25,13 +25,17 @@ public:
 
     explicit GridCommands(const Parts& parts, QObject* parent = nullptr);
 
+    void save(); // the zoom, for the next start
     void translate();
     void setEnabled(bool hasGrid); // those that need a model
 
 private:
     void connectEdits();
     void connectFinding();
+    void connectZoom();
+    void setZoom(int percent);
 
     Parts m_parts;
     FindBar* m_find; // the grid's
+    int m_zoom = 0;  // percent
 };

@@ -21,7 +21,6 @@
 namespace {
 
 constexpr int kMaxSpreadSpaceTwips = 3000;
-constexpr double kGridPointSize = 11; // that of the labels in a definition file
 
 // Margin between the window's edges and the grid.
 int spreadSpacePixels(clsLibrary& library)
@@ -48,7 +47,6 @@ MainGrid::MainGrid(QWidget* parent)
     m_sprMain->setObjectName(QStringLiteral("sprMain"));
     m_sprMain->setAccessibleName(QStringLiteral("Parameters"));
     m_sprMain->setGrid(&m_cells);
-    m_cells.setBaseSize(kGridPointSize);
     m_hint->setObjectName(QStringLiteral("lblHint"));
     m_hint->setAccessibleName(QStringLiteral("What to do"));
     m_hint->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

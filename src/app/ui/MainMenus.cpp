@@ -46,6 +46,13 @@ MainMenus::MainMenus(QMenuBar& bar)
     findPrevious->setShortcut(Qt::SHIFT | Qt::Key_F3);
     goToTag = addItem(edit, QStringLiteral("mnuEdit"), 7, QStringLiteral("Go to tag..."));
     goToTag->setShortcut(Qt::CTRL | Qt::Key_G);
+    QMenu* view = addMenu(bar, QStringLiteral("ViewMenu"));
+    zoomIn = addItem(view, QStringLiteral("mnuView"), 0, QStringLiteral("Zoom in"));
+    zoomIn->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    zoomOut = addItem(view, QStringLiteral("mnuView"), 1, QStringLiteral("Zoom out"));
+    zoomOut->setShortcut(Qt::CTRL | Qt::Key_Minus);
+    zoomPlain = addItem(view, QStringLiteral("mnuView"), 2, QStringLiteral("Original size"));
+    zoomPlain->setShortcut(Qt::CTRL | Qt::Key_0);
     QMenu* kx = addMenu(bar, QStringLiteral("KXMenu"));
     comm = addItem(kx, QStringLiteral("mnuKX"), 0, QStringLiteral("Comm"));
     comm->setShortcut(Qt::Key_F8);

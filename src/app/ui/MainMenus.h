@@ -33,6 +33,9 @@ public:
     QAction* findNext = nullptr;
     QAction* findPrevious = nullptr;
     QAction* goToTag = nullptr;
+    QAction* zoomIn = nullptr;
+    QAction* zoomOut = nullptr;
+    QAction* zoomPlain = nullptr;
     QAction* comm = nullptr;
     QAction* recv = nullptr;
     QAction* send = nullptr;

@@ -368,6 +368,7 @@ void frmMain::closeEvent(QCloseEvent* event)
               m_controller.model()}
         .save(m_program.library());
     m_program.library().saveFormSize(platform::WidgetPlacement(*this, kFormName));
+    m_gridCommands->save();
     platform::HelpWindow::closeAll();
     event->accept();
     Q_EMIT closed();

@@ -3,8 +3,6 @@
 #include <QGuiApplication>
 #include <QPalette>
 
-#include <cmath>
-
 namespace platform {
 
 namespace {
@@ -54,40 +52,10 @@ QPalette::ColorRole roleOf(int index)
 
 } // namespace
 
-namespace {
-
-// Relative luminance and contrast ratio as the Web Content Accessibility Guidelines 2.1 define them.
-double channel(double value)
+QColor legible(const QColor& text, const QColor& background, double least)
 {
-    return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& color)
-{
-    return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) + 0.0722 * channel(color.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b)
-{
-    const double first = luminance(a) + 0.05;
-    const double second = luminance(b) + 0.05;
-    return first > second ? first / second : second / first;
-}
-
-} // namespace
-
-QColor legible(const QColor& text, const QColor& background)
-{
-    constexpr double kLeastContrast = 3.5; // grey on white, the colour of locked cells, is 3.9
-    constexpr int kSteps = 10;
-    const double end = luminance(background) > 0.4 ? 0.0 : 1.0;
-    QColor shown = text;
-    for (int step = 1; step <= kSteps && contrast(shown, background) < kLeastContrast; ++step) {
-        const double share = static_cast<double>(step) / kSteps;
-        const auto mix = [&](double part) { return static_cast<float>(part + (end - part) * share); };
-        shown = QColor::fromRgbF(mix(text.redF()), mix(text.greenF()), mix(text.blueF()));
-    }
-    return shown;
+    return paintColor(legibleColor(rgbColor(text.red(), text.green(), text.blue()),
+                                   rgbColor(background.red(), background.green(), background.blue()), least));
 }
 
 QColor mixed(const QColor& over, const QColor& under, int percent)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SystemColors.h"
+#include "Contrast.h"
 
 #include <QColor>
 
@@ -18,7 +18,7 @@ QColor paintColor(ColorRef color);
 
 // The colour, or a lighter or darker one of the same hue that can be read on the background: definition files name
 // colours for a light desktop and must stay legible on a dark one.
-QColor legible(const QColor& text, const QColor& background);
+QColor legible(const QColor& text, const QColor& background, double least = kTextContrast);
 
 // So many percent of a colour over another. Cells are painted with mixed colours rather than with transparent ones,
 // which Qt shares out among threads: for areas as small as cells that takes longer than the painting.

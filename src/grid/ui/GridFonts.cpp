@@ -3,6 +3,9 @@
 #include "Fonts.h"
 
 #include <QApplication>
+#include <QFontInfo>
+
+#include <algorithm>
 
 namespace platform {
 
@@ -40,12 +43,22 @@ const GridFonts::Face& GridFonts::face(const CellFont& font)
     const auto found = m_faces.constFind(key);
     if (found != m_faces.cend())
         return **found;
-    return **m_faces.insert(key, std::make_shared<Face>(namedFont(font.face, font.pointSize, font.bold)));
+    QFont named = namedFont(font.face, font.pointSize, font.bold);
+    named.setHintingPreference(QFont::PreferVerticalHinting); // texts are as wide as their size says, at every zoom
+    if (m_zoom != 1)
+        named.setPointSizeF(QFontInfo(named).pointSizeF() * m_zoom);
+    return **m_faces.insert(key, std::make_shared<Face>(named));
 }
 
-double GridFonts::pixelsPerUnit()
+void GridFonts::setZoom(double factor)
 {
-    return face({}).metrics.averageCharWidth();
+    m_zoom = factor;
+    m_faces.clear();
+}
+
+int GridFonts::scaled(int pixels) const
+{
+    return std::max(qRound(pixels * m_zoom), 1);
 }
 
 } // namespace platform

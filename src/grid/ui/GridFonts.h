@@ -30,11 +30,15 @@ public:
     };
 
     const Face& face(const CellFont& font);
-    double pixelsPerUnit(); // an average character of the desktop's font
+    // All of them larger or smaller; 1 at first.
+    void setZoom(double factor);
+    double zoom() const { return m_zoom; }
+    int scaled(int pixels) const; // at least 1
 
 private:
     QHash<QString, std::shared_ptr<const Face>> m_faces;
     QFont m_base;
+    double m_zoom = 1;
 };
 
 double pixelsPerPoint(); // 1/72 inch

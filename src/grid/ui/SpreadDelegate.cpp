@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QStyleOptionButton>
 
+#include <algorithm>
 #include <utility>
 
 namespace platform {
@@ -27,6 +28,25 @@ constexpr int kFoundShare = 55; // percent of it over the colour of the cell
 constexpr int kComboMarkWidth = 16;
 constexpr int kCornerShare = 3; // of the height of a cell
 constexpr ColorRef kCornerColor = 0x0000C0;
+
+constexpr int kLampSize = 8;
+constexpr int kSwitchHeight = 12;
+constexpr int kTrackShare = 40; // percent of the ink while it is on
+constexpr int kDotSize = 2;
+constexpr double kShadedContrast = 7; // to the colour of a button, which a style makes lighter or darker
+
+// Round edges while it lives.
+class SmoothPainting
+{
+public:
+    explicit SmoothPainting(QPainter& painter) : m_painter(painter) { painter.setRenderHint(QPainter::Antialiasing); }
+    ~SmoothPainting() { m_painter.setRenderHint(QPainter::Antialiasing, false); }
+    SmoothPainting(const SmoothPainting&) = delete;
+    SmoothPainting& operator=(const SmoothPainting&) = delete;
+
+private:
+    QPainter& m_painter;
+};
 
 const GridModel& gridOf(const QModelIndex& index)
 {
@@ -62,7 +82,7 @@ SpreadDelegate::SpreadDelegate(GridFonts& fonts, QObject* parent) : QStyledItemD
 
 double WidgetTextMeasure::widthUnits(const QString& text, const CellFont& font) const
 {
-    return m_fonts.face(font).width(text) / m_fonts.pixelsPerUnit();
+    return m_fonts.face(font).width(text) / m_fonts.face(m_unitFont()).metrics.averageCharWidth();
 }
 
 double WidgetTextMeasure::heightPoints(const QString& text, const CellFont& font) const
@@ -73,29 +93,85 @@ double WidgetTextMeasure::heightPoints(const QString& text, const CellFont& font
 void SpreadDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     const Cell& cell = cellAt(index);
-    const QColor designed = paintColor(cell.backColor);
     const QColor back = backOf(option, index);
     painter->save();
     painter->fillRect(option.rect, back);
     const GridFonts::Face& face = m_fonts.face(gridOf(index).fontOf(cell));
     painter->setFont(face.font);
-    if (cell.type == CellType::Button)
-        paintButton(painter, option, cell, back);
-    QRect place = option.rect.adjusted(kTextInset, 0, -kTextInset, 0);
-    if (cell.type == CellType::ComboBox) {
-        paintComboMark(painter, option, back);
-        place.setRight(place.right() - kComboMarkWidth);
-    }
-    if (cell.acceptsEntry())
-        paintField(painter, option, back);
-    const ColorRef gray = gridOf(index).grayColor();
-    painter->setPen(shown(legible(paintColor(cell.locked ? gray : cell.foreColor), designed), option.palette));
+    const QColor text = shown(paintColor(cell.locked ? gridOf(index).grayColor() : cell.foreColor), option.palette);
+    const bool isShaded = cell.type == CellType::Button && cell.sign == CellSign::None;
+    const QColor ink = legible(text, back, cell.locked ? kOffContrast : isShaded ? kShadedContrast : kTextContrast);
+    const QRect place = paintControl(painter, option, cell, back, ink);
+    painter->setPen(ink);
     paintText(painter, place, static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()), cell, face);
     if (cell.marked)
         paintCorner(painter, option, back);
-    if ((option.state & QStyle::State_HasFocus) != 0)
+    const bool isFoundNow =
+        isFound(index) && (option.state & QStyle::State_Selected) != 0; // the focus is in the search
+    if ((option.state & QStyle::State_HasFocus) != 0 || isFoundNow)
         paintFocus(painter, option, back);
     painter->restore();
+}
+
+// What tells how the cell is used; returns the room that is left for its text.
+QRect SpreadDelegate::paintControl(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell,
+                                   const QColor& back, const QColor& ink) const
+{
+    const int inset = m_fonts.scaled(kTextInset);
+    QRect place = option.rect.adjusted(inset, 0, -inset, 0);
+    if (cell.sign == CellSign::State) {
+        place.setLeft(paintLamp(painter, place, cell.value != 0, ink) + inset);
+        return place;
+    }
+    if (cell.sign == CellSign::Switch)
+        place.setRight(paintSwitch(painter, place, cell.value != 0, back, ink) - inset);
+    else if (cell.type == CellType::Button)
+        paintButton(painter, option, cell, back);
+    if (cell.type == CellType::ComboBox || cell.sign == CellSign::Table)
+        place.setRight(place.right() - m_fonts.scaled(kComboMarkWidth));
+    if (cell.type == CellType::ComboBox)
+        paintComboMark(painter, option, back);
+    if (cell.sign == CellSign::Table)
+        paintTableMark(painter, comboArrow(option.rect), ink);
+    if (cell.acceptsEntry() || cell.sign != CellSign::None)
+        paintField(painter, option, back);
+    return place;
+}
+
+// A ring, filled while the state is on; its right edge is returned.
+int SpreadDelegate::paintLamp(QPainter* painter, const QRect& place, bool isOn, const QColor& ink) const
+{
+    const int size = m_fonts.scaled(kLampSize);
+    const QRectF lamp(place.left() + 1, place.center().y() - size / 2.0 + 0.5, size, size);
+    const SmoothPainting smooth(*painter);
+    painter->setPen(QPen(ink, 1));
+    painter->setBrush(isOn ? QBrush(ink) : QBrush());
+    painter->drawEllipse(lamp);
+    return static_cast<int>(lamp.right()) + 1;
+}
+
+// A track with its knob on the side of the state; its left edge is returned.
+int SpreadDelegate::paintSwitch(QPainter* painter, const QRect& place, bool isOn, const QColor& back,
+                                const QColor& ink) const
+{
+    const double height = std::min(m_fonts.scaled(kSwitchHeight), place.height() - 4);
+    const QRectF track(place.right() - 2 * height, place.center().y() - height / 2 + 0.5, 2 * height, height);
+    const QRectF knob(isOn ? track.right() - height : track.left(), track.top(), height, height);
+    const SmoothPainting smooth(*painter);
+    painter->setPen(QPen(ink, 1));
+    painter->setBrush(isOn ? mixed(ink, back, kTrackShare) : back);
+    painter->drawRoundedRect(track, height / 2, height / 2);
+    painter->setBrush(ink);
+    painter->drawEllipse(knob);
+    return static_cast<int>(track.left());
+}
+
+// Three dots: more opens.
+void SpreadDelegate::paintTableMark(QPainter* painter, const QRect& place, const QColor& ink) const
+{
+    const int size = m_fonts.scaled(kDotSize);
+    for (int dot = -1; dot <= 1; ++dot)
+        painter->fillRect(QRect(place.center() + QPoint(dot * 2 * size - size / 2, 1), QSize(size, size)), ink);
 }
 
 void SpreadDelegate::setHighlights(const std::vector<CellPlace>& places)
@@ -105,10 +181,15 @@ void SpreadDelegate::setHighlights(const std::vector<CellPlace>& places)
         m_highlights.insert({place.row, place.col});
 }
 
+bool SpreadDelegate::isFound(const QModelIndex& index) const
+{
+    return m_highlights.contains({index.row() + 1, index.column() + 1});
+}
+
 QColor SpreadDelegate::backOf(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     QColor back = shown(paintColor(cellAt(index).backColor), option.palette);
-    if (m_highlights.contains({index.row() + 1, index.column() + 1}))
+    if (isFound(index))
         back = mixed(kFoundColor, back, kFoundShare);
     const bool isSelected = (option.state & QStyle::State_Selected) != 0;
     return isSelected ? mixed(option.palette.color(QPalette::Highlight), back, kSelectionShare) : back;
@@ -203,9 +284,10 @@ const QPalette& SpreadDelegate::paletteOn(const QColor& back, const QPalette& de
     return *m_palettes.insert(back.rgba(), palette);
 }
 
-QRect SpreadDelegate::comboArrow(const QRect& cell)
+QRect SpreadDelegate::comboArrow(const QRect& cell) const
 {
-    return {cell.right() - kComboMarkWidth, cell.top(), kComboMarkWidth, cell.height()};
+    const int width = m_fonts.scaled(kComboMarkWidth);
+    return {cell.right() - width, cell.top(), width, cell.height()};
 }
 
 QWidget* SpreadDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
@@ -241,7 +323,8 @@ QWidget* SpreadDelegate::createLineEditor(QWidget* parent, const QModelIndex& in
     constexpr int kOwnMargin = 2; // of a line edit, beside the margins that it is given
     auto* edit = new CellLineEdit(parent);
     edit->setFrame(false);
-    edit->setTextMargins(kTextInset - kOwnMargin, 0, kTextInset - kOwnMargin, 0);
+    const int margin = std::max(m_fonts.scaled(kTextInset) - kOwnMargin, 0);
+    edit->setTextMargins(margin, 0, margin, 0);
     edit->setAlignment(static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()));
     return edit;
 }

@@ -8,23 +8,26 @@
 #include <QSet>
 #include <QStyledItemDelegate>
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
 
 namespace platform {
 
-// Real font metrics for the sizes that a model asks for. The fonts are kept, not owned.
+// Real font metrics for the sizes that a model asks for, as they are without zoom. unitFont: whose average character is
+// the unit of widths.
 class WidgetTextMeasure final : public TextMeasure
 {
 public:
-    explicit WidgetTextMeasure(GridFonts& fonts) : m_fonts(fonts) {}
+    explicit WidgetTextMeasure(std::function<CellFont()> unitFont) : m_unitFont(std::move(unitFont)) {}
 
     double widthUnits(const QString& text, const CellFont& font) const override;
     double heightPoints(const QString& text, const CellFont& font) const override;
 
 private:
-    GridFonts& m_fonts;
+    mutable GridFonts m_fonts;
+    std::function<CellFont()> m_unitFont;
 };
 
 // Paints and edits the cells of a GridModel: edit, static text, button, combo box. What was entered is kept until the
@@ -51,7 +54,7 @@ public:
 
     void reportEntry();                          // once for each entry; nothing when nothing was entered
     bool hasShift() const { return m_hasShift; } // of the last key in an editor, the one that ended it
-    static QRect comboArrow(const QRect& cell);
+    QRect comboArrow(const QRect& cell) const;
 
 protected:
     bool eventFilter(QObject* editor, QEvent* event) override;
@@ -71,6 +74,11 @@ private:
 
     QWidget* createComboEditor(QWidget* parent, const QModelIndex& index) const;
     QWidget* createLineEditor(QWidget* parent, const QModelIndex& index) const;
+    QRect paintControl(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell, const QColor& back,
+                       const QColor& ink) const;
+    int paintLamp(QPainter* painter, const QRect& place, bool isOn, const QColor& ink) const;
+    int paintSwitch(QPainter* painter, const QRect& place, bool isOn, const QColor& back, const QColor& ink) const;
+    void paintTableMark(QPainter* painter, const QRect& place, const QColor& ink) const;
     static void paintCorner(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back);
     void paintFocus(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
     void paintText(QPainter* painter, const QRect& place, Qt::Alignment align, const Cell& cell,
@@ -79,6 +87,7 @@ private:
     void paintButton(QPainter* painter, const QStyleOptionViewItem& option, const Cell& cell, const QColor& back) const;
     void paintComboMark(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const;
 
+    bool isFound(const QModelIndex& index) const;
     QColor backOf(const QStyleOptionViewItem& option, const QModelIndex& index) const;
     const QPalette& paletteOn(const QColor& back, const QPalette& desktop) const;
 

@@ -4,6 +4,7 @@
 
 #include <QHeaderView>
 #include <QPainter>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -75,13 +76,47 @@ void vaSpread::setSelectionColors(ColorRef back, ColorRef fore)
     setPalette(colors);
 }
 
+// The font of a cell that has none of its own: sizes follow it.
+CellFont vaSpread::unitFont() const
+{
+    return m_grid == nullptr ? CellFont() : m_grid->fontOf(Cell());
+}
+
+double vaSpread::pixelsPerUnit()
+{
+    return m_fonts.face(unitFont()).metrics.averageCharWidth();
+}
+
+void vaSpread::setZoom(int percent)
+{
+    const bool wasSeen = currentIndex().isValid() && viewport()->rect().intersects(visualRect(currentIndex()));
+    m_fonts.setZoom(percent / 100.0);
+    applySizes();
+    if (wasSeen)
+        scrollTo(currentIndex());
+}
+
+void vaSpread::wheelEvent(QWheelEvent* event)
+{
+    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
+        QTableView::wheelEvent(event);
+        return;
+    }
+    m_wheelAngle += event->angleDelta().y();
+    const int steps = m_wheelAngle / QWheelEvent::DefaultDeltasPerStep;
+    m_wheelAngle %= QWheelEvent::DefaultDeltasPerStep;
+    if (steps != 0)
+        Q_EMIT zoomWanted(steps);
+    event->accept();
+}
+
 void vaSpread::applySizes()
 {
     m_isSizing = true;
     for (int col = 1; col <= m_grid->maxCols(); ++col)
-        setColumnWidth(col - 1, pixels(m_grid->colWidth(col) * m_fonts.pixelsPerUnit()));
+        setColumnWidth(col - 1, pixels(m_grid->colWidth(col) * pixelsPerUnit()));
     for (int row = 1; row <= m_grid->maxRows(); ++row)
-        setRowHeight(row - 1, pixels(m_grid->rowHeight(row) * pixelsPerPoint()));
+        setRowHeight(row - 1, pixels(m_grid->rowHeight(row) * pixelsPerPoint() * m_fonts.zoom()));
     m_isSizing = false;
     viewport()->update();
 }
@@ -129,7 +164,7 @@ void vaSpread::showColHeaders()
 void vaSpread::onSectionResized(int section, int pixelWidth)
 {
     if (!m_isSizing && m_grid != nullptr)
-        m_grid->setColWidth(section + 1, pixelWidth / m_fonts.pixelsPerUnit());
+        m_grid->setColWidth(section + 1, pixelWidth / pixelsPerUnit());
 }
 
 } // namespace platform

@@ -36,6 +36,7 @@ public:
     void setPale(bool pale);
     // Cells that a search has found; replaces those given before.
     void setHighlights(const std::vector<CellPlace>& places);
+    void setZoom(int percent); // of fonts, columns and rows; their sizes in the model stay
     // Shows the column headers, by which a person changes the widths of the columns.
     void showColHeaders();
     void setCurrentCell(int col, int row); // a cell outside the grid changes nothing
@@ -48,6 +49,7 @@ Q_SIGNALS:
     void buttonClicked(int col, int row);
     void dblClick(int col, int row);
     void enterPressed(int col, int row); // where it does not go on
+    void zoomWanted(int steps);          // larger, below 0 smaller
     void currentCellChanged(int col, int row);
     void copyRequested(const platform::CellRange& range);
     void pasteRequested(const platform::CellRange& range, const QString& text);
@@ -67,10 +69,13 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
 
 private:
+    CellFont unitFont() const;
+    double pixelsPerUnit();
     void applySizes();
     void paintFrames(QPainter& painter) const;
     void onClicked(const QModelIndex& index);
@@ -96,7 +101,8 @@ private:
     QPoint m_pressedAt;
     GridFonts m_fonts;
     SpreadDelegate m_delegate{m_fonts};
-    WidgetTextMeasure m_measure{m_fonts};
+    WidgetTextMeasure m_measure{[this] { return unitFont(); }};
+    int m_wheelAngle = 0; // eighths of a degree that have made no step yet
 };
 
 } // namespace platform

@@ -275,7 +275,7 @@ void vaSpread::mouseReleaseEvent(QMouseEvent* event)
 
 void vaSpread::onClicked(const QModelIndex& index)
 {
-    if (!pressButton(index) && SpreadDelegate::comboArrow(visualRect(index)).contains(m_pressedAt))
+    if (!pressButton(index) && m_delegate.comboArrow(visualRect(index)).contains(m_pressedAt))
         openList(index);
 }
 
