@@ -83,6 +83,7 @@ TEST(ManualSearch, FindsOnAllPages)
 
 TEST_F(Help, OpensThePageOfWhatHasTheFocusAndFindsWords)
 {
+    find<QTableView>("sprMain")->setCurrentIndex({}); // at no parameter
     EXPECT_EQ(pageAt(*window, "sprMain"), u"editing.html#editing");
     EXPECT_TRUE(help()->windowTitle().contains(u"Changing parameters")) << qPrintable(help()->windowTitle());
     auto* field = help()->findChild<QLineEdit*>("findText");

@@ -101,7 +101,7 @@ TEST_F(Clicks, UnitOffLineOpensTheInputTable)
     const Everything before = everything();
     editor.clickCell(1, 2);
     EXPECT_EQ(shell.calls.join(u','), u"select PQRNO IK");
-    EXPECT_EQ(shown("PQRNO"), "PQRNO=Kelvin") << "by the new unit";
+    EXPECT_EQ(shown("PQRNO"), "PQRNO=K") << "by the new unit";
     editor.undo();
     EXPECT_TRUE(everything() == before) << "the unit switch too";
 }

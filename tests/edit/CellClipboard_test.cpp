@@ -60,7 +60,7 @@ TEST_F(Clipboard, NamesWhatWasNotTaken)
     EXPECT_EQ(clipboard.paste({1, 1}, "99\nmaybe\n1,234\n１２\nother\n4"), 5);
     EXPECT_EQ(shown("A C LO HI"), "A=1.0 C=off LO=0 HI=12");
     EXPECT_EQ(record.texts.takeFirst().section('\n', 1).toStdString(),
-              "A \"99\": It is outside the setting range.[ 0 <= InputRange <= 9 ]\nC \"maybe\": no choice of its list\n"
+              "A \"99\": It is outside the setting range.[ 0 <= Input range <= 9 ]\nC \"maybe\": no choice of its list\n"
               "LO \"1,234\": 1,234 may have a decimal comma or a comma between thousands: write a point, or no comma.\n"
               "T \"other\": shown only, cannot be changed\nRO \"4\": shown only, cannot be changed");
     shipped("KX410");
@@ -137,7 +137,7 @@ TEST_F(Hint, TellsLimitsMeaningOrWhyNot)
     EXPECT_EQ(hintOf("PIDONOF"), item("PIDONOF").DataName() + ": " + cell("PIDONOF").comboList.join(" / "));
     EXPECT_EQ(hintOf("VQI1"), "0 <= " + item("VQI1").DataName() + " <= 3600 s");
     start("PQRNO=1");
-    EXPECT_TRUE(hintOf("VQSV1").endsWith(" Celsius")) << qPrintable(hintOf("VQSV1"));
+    EXPECT_TRUE(hintOf("VQSV1").endsWith(QStringLiteral(" °C"))) << qPrintable(hintOf("VQSV1"));
     EXPECT_TRUE(hintOf("VQLIL").endsWith(": locked, the input range fixes it"));
 }
 

@@ -90,7 +90,7 @@ TEST_P(Definitions, AreInTheReferenceOfTheManual)
         const clsData& found = item(cells.captured(1));
         tags << found.Key();
         EXPECT_EQ(cells.captured(2) + u'|' + cells.captured(3) + u'|' + cells.captured(4),
-                  found.DataName() + u'|' + found.VData() + u'|' + parameterClassName(found.Class()));
+                  found.DataName() + u'|' + library.tranStr(found.VData()) + u'|' + parameterClassName(found.Class()));
     }
     for (const auto& one : kx.items())
         EXPECT_EQ(one->Visible(), tags.contains(one->Key())) << qPrintable(one->Key());

@@ -64,7 +64,7 @@ TEST_F(Parameters, UnitComesBeforeTheRange)
                    "Tag=RANGEL\nOption=0=KX41\nVisible=False"}));
     put(kFile, "[Info]\nMODEL=" + kModel + "\n[Data]\nRANGEL=8\nPQRNO=5\nSWQCF=1\n");
     EXPECT_FALSE(kx.loadData(kFile));
-    EXPECT_EQ(grid.cell(1, 1).text, u"Kelvin");
+    EXPECT_EQ(grid.cell(1, 1).text, u"K");
     EXPECT_EQ(item("RANGEL").Data(), u"8") << "the file's own value holds over the one of the table";
 }
 

@@ -59,9 +59,9 @@ PID = (
     number("VQD1", "Derivative time", "微分時間", 20, 0, 3600, 0, SECONDS),
     number("VQODB", "ON/OFF hysteresis", "ON/OFF動作すきま", 5, "0", "9.9", 1, PERCENT),
     number("VQMR1", "Manual reset", "マニュアルリセット", -25, "-50.0", "50.0", 1, PERCENT),
-    number("VQARW", "Anti-reset windup", "アンチリセットワインドアップ", 1000, "0.0", "100.0", 1, PERCENT),
+    number("VQARW", "Anti-reset windup", "アンチワインドアップ", 1000, "0.0", "100.0", 1, PERCENT),
     number("VQGAIN", "Loop gain", "ループゲイン", "125.5", "0", "100", 2, size=4),
-    in_set_value_units("ATBIAS", "Auto-tuning bias", "オートチューニングバイアス", 20, 0, 32),
+    in_set_value_units("ATBIAS", "Auto-tuning bias", "チューニングバイアス", 20, 0, 32),
     switch("ATRUN", "Auto-tuning", "オートチューニング", (("Idle", "停止中"), ("Tuning", "実行中")), section="Coil",
            sending="command"),
 )
@@ -152,8 +152,8 @@ OUTPUT = (
 OUTPUT_2 = (
     number("VQOUT2", "Output 2", "調節出力2", 0, "-5.0", "105.0", 1, PERCENT, section="Mv2", read_only=True),
     choice("COLACT", "Cooling method", "冷却方式", (("Air", "空冷"), ("Oil", "油冷"), ("Water", "水冷"))),
-    number("COLP", "Cooling proportional band", "冷却側比例帯", 10, "0.1", "10.0", 1),
-    number("VQDBND", "Overlap or dead band", "オーバーラップ/デッドバンド", 0, "-100.0", "100.0", 1, PERCENT),
+    number("COLP", "Cooling band", "冷却側比例帯", 10, "0.1", "10.0", 1),
+    number("VQDBND", "Overlap/dead band", "オーバーラップ幅", 0, "-100.0", "100.0", 1, PERCENT),
     number("VQOL2", "Output 2 low limit", "調節出力2下限", 0, "0.0", "TAGVQOH2", 1, PERCENT, high_sign="<"),
     number("VQOH2", "Output 2 high limit", "調節出力2上限", 1000, "TAGVQOL2", "100.0", 1, PERCENT, low_sign="<"),
     number("VQCYC2", "Output 2 cycle time", "調節出力2比例周期", 20, 1, 120, 0, SECONDS),

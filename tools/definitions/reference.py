@@ -7,7 +7,7 @@ from dataclasses import dataclass
 from decimal import ROUND_HALF_UP, Decimal
 
 from parameter import SET_VALUE_DECIMALS
-from program_texts import PROGRAM_TEXTS
+from program_texts import ENGLISH_WORDING, PROGRAM_TEXTS
 from selections import ALARM_DECIMALS, EVENT_DECIMALS, SELECTIONS, VOLTAGE_DECIMALS, VOLTAGES
 
 ENGLISH, JAPANESE = 0, 1
@@ -136,8 +136,9 @@ def table_of(p):
 
 
 def choices_of(p):
-    """The texts of a list or a switch, with the stored values 0, 1, 2 ..."""
-    return p.captions if p.kind == "Bit" else p.choices
+    """The texts of a list or a switch as they are shown, with the stored values 0, 1, 2 ..."""
+    texts = p.captions if p.kind == "Bit" else p.choices
+    return tuple((ENGLISH_WORDING.get(english, english), japanese) for english, japanese in texts)
 
 
 def numbered(stored, text):
