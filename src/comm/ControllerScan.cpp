@@ -78,7 +78,7 @@ bool ControllerScan::openPort(int port, const LineSettings& line)
 {
     m_line = line;
     (void)m_link.changeComm(port, line.speed, line.chara, false); // saves nothing
-    if (m_link.isDeferred()) // a serial server
+    if (m_link.isDeferred())                                      // a serial server
         m_link.openComm();
     return m_link.State() != 0;
 }

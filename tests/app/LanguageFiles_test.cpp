@@ -13,8 +13,8 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QKeySequence>
 #include <QHeaderView>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMessageBox>
 #include <QRegularExpression>

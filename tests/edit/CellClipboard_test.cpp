@@ -59,10 +59,11 @@ TEST_F(Clipboard, NamesWhatWasNotTaken)
     parameters();
     EXPECT_EQ(clipboard.paste({1, 1}, "99\nmaybe\n1,234\n１２\nother\n4"), 5);
     EXPECT_EQ(shown("A C LO HI"), "A=1.0 C=off LO=0 HI=12");
-    EXPECT_EQ(record.texts.takeFirst().section('\n', 1).toStdString(),
-              "A \"99\": It is outside the setting range.[ 0 <= Input range <= 9 ]\nC \"maybe\": no choice of its list\n"
-              "LO \"1,234\": 1,234 may have a decimal comma or a comma between thousands: write a point, or no comma.\n"
-              "T \"other\": shown only, cannot be changed\nRO \"4\": shown only, cannot be changed");
+    EXPECT_EQ(
+        record.texts.takeFirst().section('\n', 1).toStdString(),
+        "A \"99\": It is outside the setting range.[ 0 <= Input range <= 9 ]\nC \"maybe\": no choice of its list\n"
+        "LO \"1,234\": 1,234 may have a decimal comma or a comma between thousands: write a point, or no comma.\n"
+        "T \"other\": shown only, cannot be changed\nRO \"4\": shown only, cannot be changed");
     shipped("KX410");
     const int refused = clipboard.paste({1, 1, 48, 13}, QString(50, 'x'));
     const QStringList lines = record.texts.takeFirst().split('\n');
