@@ -43,6 +43,8 @@ bool ItemUnits::isTemperature(const ItemData& item) const
 
 std::optional<platform::CellPlace> ItemUnits::freePlace(const ItemData& item) const
 {
+    if (item.Col() >= m_model.settings.maxCol)
+        return std::nullopt;
     const int col = item.Col() + 1;
     const bool isFree = m_model.itemAt(item.Row(), col) == nullptr && m_model.blockAt(item.Row(), col) == nullptr &&
                         !m_model.labels.contains({item.Row(), col});

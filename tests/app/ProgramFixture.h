@@ -28,7 +28,7 @@ protected:
     }
     void openWith(ScriptedController::Answer reply, const QByteArray& settings = kLastModel)
     {
-        controller = std::make_unique<ScriptedController>(std::move(reply));
+        controller = ScriptedController::make(reply);
         open(controller->device(), settings);
     }
     void openSound(const QByteArray& settings = kLastModel)

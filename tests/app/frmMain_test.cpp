@@ -525,8 +525,8 @@ TEST_F(MainWindow, RecvAndSendOpenAPortThatHasComeBack)
     open(adapter);
     const auto plug = [&] {
         QFile::remove(adapter);
-        controller = std::make_unique<ScriptedController>(
-            [](const QByteArray& request) { return soundController::reply(request); });
+        controller =
+            ScriptedController::make([](const QByteArray& request) { return soundController::reply(request); });
         return QFile::link(controller->device(), adapter);
     };
     ASSERT_TRUE(plug());
@@ -546,7 +546,7 @@ TEST_F(MainWindow, ALostAdapterIsUsedAgainAndItsControllerIsAskedFirst)
     const QString adapter = dir.filePath("adapter");
     const auto plug = [&](const QByteArray& model) {
         QFile::remove(adapter);
-        controller = std::make_unique<ScriptedController>([model](const QByteArray& request) {
+        controller = ScriptedController::make([model](const QByteArray& request) {
             return request.at(1) == 66 && request.at(2) == 1 ? soundController::rtu(request.left(8))
                                                              : soundController::reply(request, model);
         });

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "PortLock.h"
 #include "ScriptedController.h"
 #include "SoundController.h"
 
@@ -50,18 +49,7 @@ protected:
         ASSERT_TRUE(soundController::writeFile(path(name), bytes));
     }
 
-    // A terminal that hung up may get its number again while a program that has it open still holds the lock of the
-    // number: such a one is passed over, and one
-    // whose program was killed.
-    void plug(const ScriptedController::Answer& answer)
-    {
-        std::vector<std::unique_ptr<ScriptedController>> passed;
-        controller = std::make_unique<ScriptedController>(answer);
-        while (platform::PortLock::of(controller->device()).state != platform::PortLock::State::None) {
-            passed.push_back(std::move(controller));
-            controller = std::make_unique<ScriptedController>(answer);
-        }
-    }
+    void plug(const ScriptedController::Answer& answer) { controller = ScriptedController::make(answer); }
 
     // The controller of the model in soundController.
     void plugSound(const QByteArray& code = soundController::kModel)

@@ -32,7 +32,7 @@ protected:
 
     void plug(ScriptedController::Answer answer)
     {
-        controller = std::make_unique<ScriptedController>(std::move(answer));
+        controller = ScriptedController::make(answer);
         ports.assign(1, controller->device());
     }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PortLock.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QSocketNotifier>
@@ -7,10 +9,12 @@
 
 #include <fcntl.h>
 #include <functional>
+#include <memory>
 #include <pty.h>
 #include <stdexcept>
 #include <termios.h>
 #include <unistd.h>
+#include <vector>
 
 // The far end of a serial line: a pseudo-terminal whose master side is answered by a function of the test. The function
 // gets every piece of bytes that arrives (a whole request, since the program writes one at a time) and returns the
@@ -35,6 +39,19 @@ public:
         m_device = QString::fromLocal8Bit(name);
         m_notifier = std::make_unique<QSocketNotifier>(m_master, QSocketNotifier::Read);
         QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { serve(); });
+    }
+
+    // A terminal that hung up may get its number again while a program that has it open, or was killed, still holds the
+    // lock of the number: such a one is passed over.
+    static std::unique_ptr<ScriptedController> make(const Answer& answer)
+    {
+        std::vector<std::unique_ptr<ScriptedController>> passed;
+        auto controller = std::make_unique<ScriptedController>(answer);
+        while (platform::PortLock::of(controller->device()).state != platform::PortLock::State::None) {
+            passed.push_back(std::move(controller));
+            controller = std::make_unique<ScriptedController>(answer);
+        }
+        return controller;
     }
 
     ~ScriptedController() { unplug(); }
