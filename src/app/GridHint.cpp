@@ -4,7 +4,7 @@ QString gridHint(const QString& modelString, int itemCount, const QString& fault
                  const TranslateText& tran)
 {
     if (modelString.isEmpty())
-        return tran(QStringLiteral("No model has been chosen yet: choose one in the communication settings."));
+        return tran(QStringLiteral("No model has been chosen yet: begin with one of these."));
     if (itemCount == 0 && !fault.isEmpty())
         return fault;
     if (itemCount == 0)

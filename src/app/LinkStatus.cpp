@@ -4,6 +4,8 @@ QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
 {
     if (link.offLine)
         return tran(QStringLiteral("off-line: nothing is sent"));
+    if (link.simulator)
+        return tran(QStringLiteral("simulator, no real controller: %1")).arg(link.device);
     if (link.lost)
         return tran(QStringLiteral("COM%1 %2 lost, waiting for it to come back")).arg(link.port).arg(link.device);
     if (link.deferred)

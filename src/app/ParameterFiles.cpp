@@ -87,6 +87,13 @@ void ParameterFiles::openDataFile(MainState state)
         load(file);
 }
 
+void ParameterFiles::openAny(MainState state)
+{
+    const QString file = m_choose({false, {}, folder(), {}, {}});
+    if (!file.isEmpty())
+        openGiven(file, state);
+}
+
 void ParameterFiles::openRecent(const QString& file, MainState state)
 {
     if (mayOpen(state))

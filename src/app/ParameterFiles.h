@@ -31,6 +31,8 @@ public:
 
     // Asks for a file and loads it. While the program works on-line the grid must hold what the controller holds.
     void openDataFile(MainState state);
+    // Asks for a file of any model, and opens it as one from outside.
+    void openAny(MainState state);
     void openRecent(const QString& file, MainState state); // machine path
     // A file that comes from outside the window: named at the start, dropped, handed over. Over current data of its
     // model it is loaded as ever; else its model takes the place of the one in the grid, and the values are only the

@@ -22,6 +22,7 @@ const QString kNotIdle = QStringLiteral("アイドルではありません。");
 const QString kTimeout = QStringLiteral("Timeout");
 constexpr int kDefaultTimeOut = 5;
 constexpr int kMostBitsPerByte = 12; // start, eight data bits, parity, two stop bits
+const QString kStandInSettings = QStringLiteral("9600,N,8,1");
 const QString kTimeOutKey = QStringLiteral("RecieveTimeOut(ms)");
 constexpr int kTicksPerTimeOut = 10;
 
@@ -154,7 +155,16 @@ void uclComm::configure(int lNo)
 void uclComm::setPortName(const QString& name)
 {
     m_portName = name;
+    m_standIn.clear();
     m_comm.setPortName(name);
+}
+
+void uclComm::setStandIn(const QString& device)
+{
+    termComm();
+    m_standIn = device;
+    m_comm.setPortName(hasStandIn() ? m_standIn : m_portName);
+    m_comm.setSettings(hasStandIn() ? kStandInSettings : m_speed + u',' + m_chara);
 }
 
 void uclComm::prepareComm()
@@ -191,7 +201,7 @@ bool uclComm::termComm()
 
 platform::Result<> uclComm::changeComm(int lComPort, const QString& sSpeed, const QString& sChara, bool bSave)
 {
-    termComm();
+    setStandIn({});
     m_speed = sSpeed;
     m_chara = sChara;
     m_comm.setSettings(m_speed + u',' + m_chara);

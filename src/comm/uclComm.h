@@ -58,6 +58,10 @@ public:
     int Port() const { return m_port; }
     QString PortName() const { return m_portName; } // a device or server in place of COMn; empty: none
     void setPortName(const QString& name);          // from the next opening on; save stores it, too
+    // A device of this run that stands in for the port of the settings, with 9600,N,8,1; empty: ends that. Closes the
+    // link. Port, name, speed and format stay those of the settings; setPortName and changeComm end it, too.
+    void setStandIn(const QString& device);
+    bool hasStandIn() const { return !m_standIn.isEmpty(); }
     QString Speed() const { return m_speed; }
     QString Chara() const { return m_chara; }
 
@@ -122,6 +126,7 @@ private:
     bool m_isDeferred = false;
     int m_port = 1;
     QString m_portName;
+    QString m_standIn;
     QString m_speed;
     QString m_chara;
     WholeReply m_isWhole;

@@ -1,9 +1,12 @@
 #include "TerminationSignals.h"
 
+#include <QProcess>
 #include <QSocketNotifier>
 
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace platform {
@@ -59,6 +62,15 @@ void TerminationSignals::onSignal()
     while (read(s_pipe[0], bytes, sizeof bytes) > 0) {
     }
     Q_EMIT requested();
+}
+
+void endWithThisProcess(QProcess& process)
+{
+    process.setChildProcessModifier([parent = getpid()] {
+        // The parent may have ended before the kernel was asked.
+        if (prctl(PR_SET_PDEATHSIG, SIGTERM) != 0 || getppid() != parent)
+            _exit(EXIT_FAILURE);
+    });
 }
 
 } // namespace platform

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <memory>
 
+class QProcess;
 class QSocketNotifier;
 
 namespace platform {
@@ -25,5 +26,9 @@ private:
 
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
+
+// Has the process end as soon as this one does, whatever ends it: by SIGTERM. Call before the process is started, from
+// the thread that lives as long as this process.
+void endWithThisProcess(QProcess& process);
 
 } // namespace platform

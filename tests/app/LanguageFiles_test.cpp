@@ -1,8 +1,10 @@
+#include "GridHint.h"
 #include "HelpWindow.h"
 #include "Journal.h"
 #include "MultiSelectOwner.h"
 #include "ProgramFixture.h"
 #include "SelectionWindows.h"
+#include "StartPage.h"
 #include "VisibleText.h"
 #include "frmBackups.h"
 #include "frmComSet.h"
@@ -78,6 +80,9 @@ protected:
         window->showTraffic();
         window->showReview();
         const Journal journal(program->context());
+        StartPage start;
+        start.setText(gridHint({}, 0, {}, {}, library.translation()));
+        start.show();
         frmHistory history(library, journal);
         history.show();
         window->showOption();

@@ -3,6 +3,7 @@
 #include "CellClipboard.h"
 #include "CellEditor.h"
 #include "CellSpeech.h"
+#include "StartPage.h"
 #include "VisibleText.h"
 #include "WidgetPlacement.h"
 #include "clsINI.h"
@@ -42,7 +43,7 @@ platform::ColorRef namedColor(const clsLibrary& library, const char* name)
 
 MainGrid::MainGrid(QWidget* parent)
     : QWidget(parent), m_pages(new QStackedWidget(this)), m_sprMain(new platform::vaSpread(this)),
-      m_hint(new QLabel(this))
+      m_hint(new QLabel(this)), m_start(new StartPage(this))
 {
     m_sprMain->setObjectName(QStringLiteral("sprMain"));
     m_sprMain->setAccessibleName(QStringLiteral("Parameters"));
@@ -54,6 +55,7 @@ MainGrid::MainGrid(QWidget* parent)
     m_hint->setAlignment(Qt::AlignCenter);
     m_pages->addWidget(m_sprMain);
     m_pages->addWidget(m_hint);
+    m_pages->addWidget(m_start);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -100,10 +102,15 @@ void MainGrid::clearCells()
     m_cells.setMaxRows(0);
 }
 
-void MainGrid::showHint(const QString& text)
+void MainGrid::showHint(const QString& text, bool isStart)
 {
     m_hint->setText(platform::visibleLines(text));
-    m_pages->setCurrentWidget(text.isEmpty() ? static_cast<QWidget*>(m_sprMain) : m_hint);
+    m_start->setText(text);
+    m_pages->setCurrentWidget(isStart          ? static_cast<QWidget*>(m_start)
+                              : text.isEmpty() ? static_cast<QWidget*>(m_sprMain)
+                                               : m_hint);
+    if (isStart)
+        m_start->setFocus();
     const auto first = platform::firstParameter(m_cells);
     if (first && !m_sprMain->currentIndex().isValid())
         m_sprMain->setCurrentCell(first->col, first->row);

@@ -8,6 +8,7 @@ class CellClipboard;
 class CellEditor;
 class QLabel;
 class QStackedWidget;
+class StartPage;
 class clsLibrary;
 
 namespace platform {
@@ -32,12 +33,14 @@ public:
     // Both are kept and outlive the grid's events.
     void connectTo(CellEditor& editor, CellClipboard& clipboard);
     void clearCells();
-    // An empty text shows the grid.
-    void showHint(const QString& text);
+    StartPage& startPage() { return *m_start; }
+    // An empty text shows the grid; isStart: the ways on stand below the text.
+    void showHint(const QString& text, bool isStart);
 
 private:
     platform::GridModel m_cells;
     QStackedWidget* m_pages;
     platform::vaSpread* m_sprMain;
     QLabel* m_hint;
+    StartPage* m_start;
 };

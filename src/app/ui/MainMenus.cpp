@@ -75,6 +75,7 @@ MainMenus::MainMenus(QMenuBar& bar)
     QMenu* about = addMenu(bar, QStringLiteral("HelpMenu"));
     help = addItem(about, QStringLiteral("mnuHelp"), 0, QStringLiteral("Help"));
     help->setShortcut(Qt::Key_F1);
+    simulator = addItem(about, QStringLiteral("mnuHelp"), 3, QStringLiteral("Try the simulator"));
     diagnostics = addItem(about, QStringLiteral("mnuHelp"), 2, QStringLiteral("Copy diagnostics"));
     about->addSeparator();
     version = addItem(about, QStringLiteral("mnuHelp"), 1, QStringLiteral("Version"));

@@ -46,6 +46,7 @@ public:
     QAction* option = nullptr;
     QAction* reset = nullptr;
     QAction* help = nullptr;
+    QAction* simulator = nullptr;
     QAction* diagnostics = nullptr;
     QAction* version = nullptr;
 

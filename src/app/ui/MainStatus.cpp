@@ -48,7 +48,7 @@ void MainStatus::showLink()
         linkStatusText({m_parts.program.settings().m_bComm, m_parts.program.settings().neverWrites(), link.State() != 0,
                         link.Port(), link.device(), link.Speed(), link.Chara(), m_parts.controller.transmissionMode(),
                         m_parts.controller.slaveAddress(), link.errorText(), link.isDeferred(),
-                        m_watch == LinkWatch::State::Lost, m_watch == LinkWatch::State::Back},
+                        m_watch == LinkWatch::State::Lost, m_watch == LinkWatch::State::Back, link.hasStandIn()},
                        m_parts.program.library().translation()));
 }
 

@@ -21,6 +21,8 @@
 #include "ProgramContext.h"
 #include "ProgressDialogView.h"
 #include "RegisteredGrid.h"
+#include "StartCommands.h"
+#include "StartPage.h"
 #include "SupportCommands.h"
 #include "WidgetPlacement.h"
 
@@ -170,9 +172,13 @@ void frmMain::connectParts()
 // A port that comes back is opened again, while nobody else is at it.
 void frmMain::connectWatch()
 {
-    m_watch = std::make_unique<LinkWatch>(m_uclComm1, m_program.clock(), [this] {
-        return !m_engine->isBusy() && !m_engine->isClosing() && !m_comm->isOpen() && !m_program.settings().m_bComm;
-    });
+    const auto isLineFree = [this] { return !m_engine->isBusy() && !m_engine->isClosing() && !m_comm->isOpen(); };
+    m_watch = std::make_unique<LinkWatch>(m_uclComm1, m_program.clock(),
+                                          [this, isLineFree] { return isLineFree() && !m_program.settings().m_bComm; });
+    m_start = new StartCommands({m_program, m_controller, m_uclComm1, *m_engine, *m_files, *m_questions, isLineFree},
+                                *m_comm, *m_menus, m_pages->startPage(), this);
+    connect(&m_start->simulator(), &SimulatorSession::modelChosen, this, &frmMain::loadKXInfo);
+    connect(&m_start->simulator(), &SimulatorSession::ended, m_watch.get(), &LinkWatch::forget);
     connect(m_watch.get(), &LinkWatch::changed, this, [this] { m_status->setWatch(m_watch->state()); });
     connect(m_engine.get(), &TransferEngine::activityChanged, m_watch.get(), &LinkWatch::forget);
     connect(m_comm.get(), &CommSettings::closed, m_watch.get(), &LinkWatch::forget);
@@ -210,6 +216,7 @@ void frmMain::registerControls()
     m_controls = std::make_unique<platform::ControlRegistry>(*this, kFormName);
     m_controls->add(m_tlbMain, m_tlbMain->numbered(), m_tlbMain->objectName());
     m_menus->registerAt(*m_controls);
+    m_pages->startPage().registerAt(*m_controls);
     m_controls->add(
         std::make_unique<platform::RegisteredGrid>(m_pages->sheet(), m_pages->sheet().objectName(), std::nullopt));
     m_controls->add(static_cast<QStatusBar*>(m_stbMain), m_stbMain->objectName());
@@ -326,7 +333,7 @@ void frmMain::showGridOrHint()
     const QString hint =
         gridHint(m_controller.model(), items, definitionFault(m_program.library(), m_clsKX.entry()),
                  m_program.definitionFile(m_clsKX.entry().screenFile), m_program.library().translation());
-    m_pages->showHint(hint);
+    m_pages->showHint(hint, m_controller.model().isEmpty());
     for (QAction* action : {m_menus->recv, m_menus->review})
         action->setEnabled(hint.isEmpty());
     m_mainFiles->enable(hint.isEmpty());
@@ -363,10 +370,7 @@ void frmMain::closeEvent(QCloseEvent* event)
     m_selections->closeAll();
     m_dialogs->close();
     m_review->close();
-    // The model that was selected, even when the last read found another controller: the grid belongs to it.
-    LastState{m_controller.modelNumber(), m_controller.slaveAddress(), m_controller.transmissionMode(),
-              m_controller.model()}
-        .save(m_program.library());
+    m_start->simulator().lastState().save(m_program.library());
     m_program.library().saveFormSize(platform::WidgetPlacement(*this, kFormName));
     m_gridCommands->save();
     platform::HelpWindow::closeAll();

@@ -29,6 +29,7 @@ class MainToolbar;
 class MessagePresenter;
 class ProgramContext;
 class ProgressDialogView;
+class StartCommands;
 struct LastState;
 
 namespace platform {
@@ -74,6 +75,7 @@ public:
     void doCommCheck() { m_comm->doCommCheck(); }
     void showCommSetting() { m_comm->show(); }
     CommSettings& commSettings() { return *m_comm; }
+    StartCommands& startCommands() { return *m_start; }
     void showOption() { m_dialogs->showOption(); }
     void showVersion() { m_dialogs->showVersion(); }
     void showTraffic() { m_dialogs->showTraffic(); }
@@ -139,4 +141,5 @@ private:
     MainStatusBar* m_stbMain = nullptr;
     MainStatus* m_status = nullptr;
     MainFiles* m_mainFiles = nullptr;
+    StartCommands* m_start = nullptr;
 };
