@@ -1,18 +1,16 @@
 #!/usr/bin/env python3
 """Checks the texts that a user reads.
 
-  check_texts.py [--all] [--help-folder FOLDER]   names what is wrong and exits with 1 if there is anything
+  check_texts.py [--help-folder FOLDER]   names what is wrong and exits with 1 if there is anything
 
 The manual's pages of messages hold every message that the program translates. A message stands in an element of the
 class "msg", as the window shows it in that language, with <var>...</var> for each %1, %2 and so on. Both pages must give
 the messages the same ids.
 
-No text has a word that docs/terms.md rules out, nor breaks another rule of text_rules.py. --all looks in the files of
-STAGED too.
+No text has a word that docs/terms.md rules out, nor breaks another rule of text_rules.py.
 """
 
 import argparse
-import fnmatch
 import re
 import sys
 from html.parser import HTMLParser
@@ -24,18 +22,9 @@ sys.path.insert(0, str(ROOT / "tools" / "definitions"))
 
 import text_rules  # noqa: E402
 from language_file import LANGUAGES, all_texts  # noqa: E402
-from program_texts import FORM_TEXTS, PROGRAM_TEXTS  # noqa: E402
+from program_texts import ENGLISH_WORDING, FORM_TEXTS, PROGRAM_TEXTS  # noqa: E402
 from text_rules import ENGLISH, JAPANESE, Text  # noqa: E402
 
-# Not corrected yet: without --all they are not checked for words, translations, placeholders and mnemonics. A file that
-# has been corrected leaves the list.
-STAGED = (
-    "tools/definitions/program_texts.py",
-    *(f"data/help/*/{name}.html" for name in (
-        "communication", "connecting", "definitions", "editing", "files", "first-steps", "index", "main-window",
-        "messages", "review", "settings", "tools", "transfer", "windows")),
-    "packaging/man/*.1", "README.md", "CONTRIBUTING.md", "CHANGELOG.md",
-)
 DEFINITIONS, PROGRAM = "tools/definitions", "tools/definitions/program_texts.py"
 
 # Texts that are no messages: menu and button captions, titles, and parts of a message that is on the page as a whole.
@@ -66,7 +55,7 @@ CAPTIONS = {
     "not plugged in",
     # Of a cell as a screen reader has it, and the reasons of a paste
     "locked", "%1 to %2", "above %1, to %2", "%1 to below %2", "above %1, below %2", "and %1 more",
-    "no choice of its list", "buttons and tables take no pasted text",
+    "no choice of its list", "buttons and tables accept no pasted text",
     # Of the search for controllers: its columns
     "Port", "Speed", "Format", "Mode", "Response (ms)",
     # Of the history window: columns, the choice of all days, the line
@@ -131,7 +120,7 @@ def faults_of(page, name, texts):
 def missing_messages(folder):
     english, japanese = (MessagePage(folder / name / "messages.html") for name in ("Vorlant", "VorlantJ"))
     wanted = [pair for pair in PROGRAM_TEXTS if pair[0] not in CAPTIONS | NOT_SHOWN]
-    found = [*faults_of(english, "Vorlant/messages.html", [(key, key) for key, _ in wanted]),
+    found = [*faults_of(english, "Vorlant/messages.html", [(key, ENGLISH_WORDING.get(key, key)) for key, _ in wanted]),
              *faults_of(japanese, "VorlantJ/messages.html", wanted)]
     for name in sorted(set(english.messages.values()) ^ set(japanese.messages.values())):
         found.append(f'only one of the two pages has the message "{name}"')
@@ -168,42 +157,30 @@ def texts():
         yield from (Text(name, language, prose(text)) for name, text in files(pattern))
 
 
-def is_staged(place):
-    return any(fnmatch.fnmatch(place.split(",")[0], pattern) for pattern in STAGED)
-
-
-def wrong_words(counts):
-    """counts: whether a place is looked at."""
+def wrong_words():
     terms = text_rules.Terms((ROOT / "docs" / "terms.md").read_text(encoding="utf-8"))
     for text in texts():
-        if counts(text.place):
-            yield from terms.faults(text)
+        yield from terms.faults(text)
     for language, page in ((ENGLISH, "Vorlant"), (JAPANESE, "VorlantJ")):
         for name, glossary in files(f"data/help/{page}/glossary.html"):
             yield from text_rules.unknown_terms(name, glossary, language, terms.pairs)
 
 
-def other_faults(counts):
-    for place in filter(counts, (DEFINITIONS, PROGRAM)):
+def other_faults():
+    for place in (DEFINITIONS, PROGRAM):
         yield from (f"{place}: {fault}" for fault in text_rules.untranslated(pairs_in(place)))
     for place, page in files("data/help/*/*.html"):
-        if counts(place):
-            yield from text_rules.unnamed_placeholders(place, page)
-    if counts(PROGRAM):
-        yield from text_rules.repeated_mnemonics(FORM_TEXTS["Caption"])
+        yield from text_rules.unnamed_placeholders(place, page)
+    yield from text_rules.repeated_mnemonics(FORM_TEXTS["Caption"])
     yield from text_rules.too_long(FORM_TEXTS["Caption"])
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--all", action="store_true", help="look in the files of STAGED too")
     parser.add_argument("--help-folder", type=Path, default=ROOT / "data" / "help", metavar="FOLDER")
     given = parser.parse_args()
 
-    def counts(place):
-        return given.all or not is_staged(place)
-
-    found = [*missing_messages(given.help_folder), *wrong_words(counts), *other_faults(counts)]
+    found = [*missing_messages(given.help_folder), *wrong_words(), *other_faults()]
     if found:
         print(*found, sep="\n")
     return 1 if found else 0

@@ -27,7 +27,7 @@ ON_ITS_OWN = {"frmProgbar-Label1-0"}  # has the whole width of its window
 TAB_OF = {"Check1-6": 0, "Check1-9": 0, "Check1-11": 0,
           "Check1-0": 1, "Check1-1": 1, "Check1-2": 1, "Check1-7": 1, "Check1-8": 1, "Check1-10": 1,
           "Check1-3": 2, "Check1-4": 2, "Check1-5": 2, "Command2-0": 2}
-MENU_OF = {"mnuFile": "FileMenu", "RecentMenu": "FileMenu", "mnuRecent": "RecentMenu", "mnuEdit": "EditMenu",
+MENU_OF = {"mnuFile": "FileMenu", "RecentMenu": "FileMenu", "mnuRecent": "RecentMenu", "mnuEdit": "EditMenu", "mnuView": "ViewMenu",
            "mnuKX": "KXMenu", "mnuOption": "OptionMenu", "mnuHelp": "HelpMenu"}
 
 

@@ -8,7 +8,7 @@ void tellInterruptedWrites(ProgramContext& program, MessagePresenter& questions)
 {
     const Journal journal(program.context());
     const QString text = program.library().tranStr(
-        QStringLiteral("A write was interrupted at %1 (%2, %3). Receive to see what the controller holds."));
+        QStringLiteral("A write was interrupted at %1 (%2, %3). Read to see what the controller holds."));
     for (const JournalEntry& entry : journal.interrupted()) {
         questions.showMessage(
             text.arg(entry.begunAt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), entry.cause, entry.device),

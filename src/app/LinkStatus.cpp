@@ -3,7 +3,7 @@
 QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
 {
     if (link.offLine)
-        return tran(QStringLiteral("off-line: nothing is sent"));
+        return tran(QStringLiteral("offline: nothing is sent"));
     if (link.simulator)
         return tran(QStringLiteral("simulator, no real controller: %1")).arg(link.device);
     if (link.lost)
@@ -13,7 +13,7 @@ QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
     if (!link.open)
         return tran(QStringLiteral("COM%1 is closed: %2"))
             .arg(link.port)
-            .arg(link.error.isEmpty() ? tran(QStringLiteral("connect the adapter and receive again"))
+            .arg(link.error.isEmpty() ? tran(QStringLiteral("connect the adapter and read again"))
                                       : link.error.simplified());
     const QString text = tran(QStringLiteral("COM%1 %2 %3,%4 %5 slave %6"))
                              .arg(link.port)
@@ -23,6 +23,6 @@ QString linkStatusText(const LinkStatus& link, const TranslateText& tran)
     if (link.back)
         parts.prepend(tran(QStringLiteral("connected again")));
     if (link.readOnly)
-        parts << tran(QStringLiteral("read only"));
+        parts << tran(QStringLiteral("read-only"));
     return parts.join(QStringLiteral(", "));
 }

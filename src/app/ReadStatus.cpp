@@ -44,7 +44,7 @@ QString readStatusToolTip(const ReadStatus& status, const TranslateText& tran)
         return QString();
     if (status.report.givenUp.isEmpty())
         return status.report.lastFailure;
-    return tran(QStringLiteral("No sound answer to:vbCrLf%1vbCrLfLast reason: %2"))
+    return tran(QStringLiteral("No valid reply to:vbCrLf%1vbCrLfLast reason: %2"))
         .arg(status.report.givenUp.join(u'\n'), status.report.lastFailure);
 }
 

@@ -23,7 +23,7 @@ const QString kHelp = QStringLiteral(
     "  -h, --help       print this\n"
     "  -V, --version    print the version\n"
     "\n"
-    "See vorlant(1); vorlantctl(1) does the same from a terminal, vorlant-sim(1) plays a controller.\n");
+    "See vorlant(1); vorlantctl(1) does the same from a terminal, vorlant-sim(1) simulates a controller.\n");
 
 // Of the Qt library and its window systems; they read them by themselves.
 const char* const kWithValue[] = {"platform",     "platformpluginpath", "platformtheme", "plugin", "qwindowgeometry",

@@ -58,7 +58,7 @@ QString writeStatusText(const WriteReport& report, const QDateTime& endedAt, con
     if (!report.conflicts.isEmpty())
         parts << tran(QStringLiteral("%1 in conflict")).arg(report.conflicts.size());
     if (!report.failed.isEmpty())
-        parts << tran(QStringLiteral("%1 not sent")).arg(report.failed.size());
+        parts << tran(QStringLiteral("%1 requests failed")).arg(report.failed.size());
     if (!report.outsideLimits.isEmpty())
         parts << tran(QStringLiteral("%1 outside their limits")).arg(report.outsideLimits.size());
     if (!report.skipped.isEmpty())
@@ -82,7 +82,7 @@ QString writeStatusDetails(const WriteReport& report, const clsKX& kx, const Tra
                               names.shown(parameter.tag, parameter.held));
     }
     for (const FailedRequest& request : report.failed)
-        lines << tran(QStringLiteral("Not sent: %1"))
+        lines << tran(QStringLiteral("Request failed: %1"))
                      .arg(request.tags.isEmpty()
                               ? request.text()
                               : QStringLiteral("%1 (%2)").arg(names.of(request.tags), request.reason));

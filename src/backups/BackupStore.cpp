@@ -42,7 +42,7 @@ QString BackupStore::folder() const
 platform::Result<> BackupStore::keep(const ParameterSet& set, const QString& extension, const QString& comment) const
 {
     if (!m_library.MakeDir(folder()))
-        return platform::Failure{m_library.tranStr(QStringLiteral("the folder %1 cannot be made"))
+        return platform::Failure{m_library.tranStr(QStringLiteral("the folder %1 cannot be created"))
                                      .arg(m_library.context().machine.paths.toMachine(folder()))};
     const QString stamp = m_library.context().machine.clock.now().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
     const std::vector<Backup> kept = backupsOf(set.modelString);

@@ -129,7 +129,7 @@ QString ComSetSession::lineWarning(const ComSetFields& fields) const
 {
     if (fields.ascii || LineSettings{speed(fields), fields.chara, 0}.isPossible())
         return {};
-    return m_parts.library.tranStr(QStringLiteral("RTU needs 8 data bits; choose such a format, or ASCII"));
+    return m_parts.library.tranStr(QStringLiteral("RTU needs 8 data bits; choose such a data format, or ASCII"));
 }
 
 QString ComSetSession::pickModel(int modelPosition) const

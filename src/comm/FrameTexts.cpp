@@ -96,7 +96,7 @@ QString faultText(const FrameFields& fields, const TranslateText& tran)
     case Fault::OtherEcho:
         return text(tran, "confirms something else than was sent");
     case Fault::NotAccepted:
-        return text(tran, "sound, but it answers another request or came too late");
+        return text(tran, "valid, but it answers another request or came too late");
     }
     return {};
 }

@@ -22,7 +22,7 @@ QString remark(ScanFind::Kind kind)
     case ScanFind::Kind::NoModel:
         return QStringLiteral("answers, but holds no model string");
     case ScanFind::Kind::Collision:
-        return QStringLiteral("garbled answer: two controllers with this slave number?");
+        return QStringLiteral("garbled answer: two controllers with this slave address?");
     case ScanFind::Kind::OtherSetting:
         return QStringLiteral("something answers at another setting");
     }

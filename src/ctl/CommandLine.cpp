@@ -50,7 +50,7 @@ Options (those left out come from the main settings file):
   --timeout S            seconds of silence after which a request counts as lost, 0.05 to 3600
   --slaves A-B           of scan: the slaves to ask, 1 to 247 (default: 1-99)
   --speeds BAUD,...      of scan: the speeds to ask with (default: 9600,19200)
-  --formats PDS,...      of scan: the formats to ask with (default: N81,E71,E81,N82)
+  --formats PDS,...      of scan: the data formats to ask with (default: N81,E71,E81,N82)
   --modes rtu,ascii      of scan: the modes to ask with (default: both)
   --port all             of scan: all ports, one after the other; one that is in use is skipped
   --first                of scan: end with the first controller
@@ -63,13 +63,14 @@ Options (those left out come from the main settings file):
   --no-backup            of set and write: keep nothing of what the controller held; write all the same where the
                          history cannot be written
   -o FILE                write the result to FILE, whole or not at all
-  --as table|csv|json    form of the result (default: table)
+  --as table|csv|json    form of the result (default: table; of get: TAG=value)
   --as set               of read, with -o: write a parameter file
   -h, --help             print this
   -V, --version          print the version
 
-Exit status: 0 done, 1 the sets differ, 2 usage, 3 no port or no answer, 4 wrong or unknown model, 5 unreadable file
-or definition, or a definition with faults, 6 a value was refused, did not read back, or the controller changed.
+Exit status: 0 done, 1 the sets differ, 2 usage, also an unknown --model or TAG, 3 no port or no answer, 4 the
+controller or the file is of another model or of one that the catalogue lacks, 5 unreadable file or definition, or a
+definition with faults, 6 a value was refused, did not read back, or the controller changed.
 )";
 
 std::optional<int> numberWithin(const QString& text, int least, int most)

@@ -10,7 +10,7 @@ enum class ExitStatus {
     Done = 0,
     Differ = 1,     // the parameter sets that were compared differ
     Usage = 2,      // the command line makes no sense
-    NoAnswer = 3,   // no port, or no sound answer from the controller
+    NoAnswer = 3,   // no port, or no valid reply from the controller
     WrongModel = 4, // the controller is another model than the one chosen, or one that the catalogue lacks
     BadFile = 5,    // a file or definition cannot be read or written
     Refused = 6     // a value was refused, or the controller holds another one after the write

@@ -31,7 +31,7 @@ CommandResult ControlLink::open()
 {
     if (m_program.settings().m_bComm)
         return noPort(
-            QStringLiteral("off-line working is on; set UseCommunicate=False in %1").arg(m_program.settingsFile()));
+            QStringLiteral("offline working is on; set UseCommunicate=False in %1").arg(m_program.settingsFile()));
     const CommandResult assigned = assignPort();
     if (!assigned.ok())
         return assigned;
@@ -46,7 +46,18 @@ CommandResult ControlLink::open()
     if (m_link.State() != 0)
         return {};
     return noPort(m_link.errorText().isEmpty() ? QStringLiteral("the serial port %1 cannot be opened").arg(text())
-                                               : m_link.errorText());
+                                               : asAskedFor(m_link.errorText()));
+}
+
+// Names the port that was asked for in place of the one whose place its device has taken.
+QString ControlLink::asAskedFor(QString text) const
+{
+    const QString place = platform::ComPorts::nameOf(settingsPortNumber(m_program.library()));
+    const QString device = QStringLiteral(" (%1)").arg(m_link.device());
+    if (m_line.port.isEmpty())
+        return text;
+    return text.replace(place + device,
+                        platform::ComPorts::numberOf(m_line.port) == 0 ? m_line.port : m_line.port + device);
 }
 
 // The wanted device takes the place of the port in the settings, so that no other port is touched on the way.

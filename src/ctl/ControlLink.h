@@ -28,6 +28,7 @@ public:
 
 private:
     CommandResult assignPort();
+    QString asAskedFor(QString text) const;
 
     ProgramContext& m_program;
     const CommandLine& m_line;

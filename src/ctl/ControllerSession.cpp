@@ -212,7 +212,7 @@ CommandResult ControllerSession::noAnswer() const
         m_wrote ? QStringLiteral("; some parameters may have been written: check the line and read them") : QString();
     if (!m_lostRequest.isEmpty())
         return failed(ExitStatus::NoAnswer,
-                      QStringLiteral("%1: no sound answer to %2; check cable, speed, mode and slave%3")
+                      QStringLiteral("%1: request failed: %2; check cable, speed, mode, slave and model%3")
                           .arg(m_controlLink.text(), m_lostRequest, remedy));
     return failed(
         ExitStatus::NoAnswer,

@@ -12,7 +12,7 @@
 class ProgramContext;
 
 // A command's dealings with one controller: load, open, read, and then a write, which looks before and reads back.
-// Stricter than the window: a request that gets no sound answer ends a read, so that either every value is the
+// Stricter than the window: a request that gets no valid reply ends a read, so that either every value is the
 // controller's or none is shown. The transfers return when they have ended, dispatching events while they wait.
 class ControllerSession : public QObject
 {

@@ -43,7 +43,7 @@ CommandResult DetectCommand::result(const Detection& detection, const QStringLis
     }
     case DetectionResult::NoAnswer:
         return CommandResult::failed(ExitStatus::NoAnswer,
-                                     QStringLiteral("%1: no sound answer to the question for the model: %2; check "
+                                     QStringLiteral("%1: no valid reply to the question for the model: %2; check "
                                                     "cable, speed, mode and slave")
                                          .arg(m_line.text(), m_detection.failure())
                                          .simplified());

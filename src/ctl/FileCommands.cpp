@@ -68,7 +68,9 @@ CommandResult compareFiles(ProgramContext& program, const CommandLine& line)
         rows = comparedRows(model.kx());
         step = second.show(model.kx());
     }
-    return step.ok() ? compareRows(rows, comparedRows(model.kx()), line.format) : step;
+    return step.ok() ? compareRows(rows, comparedRows(model.kx()), {QStringLiteral("first"), QStringLiteral("second")},
+                                   line.format)
+                     : step;
 }
 
 CommandResult compareWithController(ProgramContext& program, ControllerSession& session, const CommandLine& line)
@@ -86,5 +88,7 @@ CommandResult compareWithController(ProgramContext& program, ControllerSession& 
     }
     if (step.ok())
         step = session.read();
-    return step.ok() ? compareRows(rows, comparedRows(session.kx()), line.format) : step;
+    return step.ok() ? compareRows(rows, comparedRows(session.kx()),
+                                   {QStringLiteral("file"), QStringLiteral("controller")}, line.format)
+                     : step;
 }

@@ -148,7 +148,7 @@ CommandResult ScanCommand::result(bool isWhole) const
         result = CommandResult::failed(ExitStatus::NoAnswer, m_failure);
     else if (m_answering == 0 && !m_rows.rows.isEmpty())
         result = CommandResult::failed(ExitStatus::NoAnswer,
-                                       QStringLiteral("no sound answer; try other speeds, formats and slaves"));
+                                       QStringLiteral("no valid reply; try other speeds, formats and slaves"));
     else if (m_answering == 0)
         result = CommandResult::failed(
             ExitStatus::NoAnswer,

@@ -18,10 +18,9 @@ std::vector<ParameterRow> comparedRows(const clsKX& kx)
 }
 
 CommandResult compareRows(const std::vector<ParameterRow>& first, const std::vector<ParameterRow>& second,
-                          OutputFormat format)
+                          const QStringList& sides, OutputFormat format)
 {
-    PrintedRows differences{
-        {QStringLiteral("tag"), QStringLiteral("name"), QStringLiteral("first"), QStringLiteral("second")}, {}, {}};
+    PrintedRows differences{QStringList{QStringLiteral("tag"), QStringLiteral("name")} + sides, {}, {}};
     for (size_t i = 0; i < first.size() && i < second.size(); ++i) {
         const ParameterRow& left = first[i];
         const ParameterRow& right = second[i];

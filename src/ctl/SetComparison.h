@@ -11,6 +11,7 @@ class clsKX;
 // would differ from one moment to the next.
 std::vector<ParameterRow> comparedRows(const clsKX& kx);
 
-// Of two sets of one model: tag, name and both display values of what differs in its stored value.
+// Of two sets of one model: tag, name and both display values of what differs in its stored value, in columns with the
+// names of the two sides.
 CommandResult compareRows(const std::vector<ParameterRow>& first, const std::vector<ParameterRow>& second,
-                          OutputFormat format);
+                          const QStringList& sides, OutputFormat format);

@@ -40,9 +40,9 @@ CommandResult SetFile::open(const QString& wantedModel)
     if (!file.exists())
         return badFile(QStringLiteral("there is no such file; name a parameter file"));
     if (!file.isFile())
-        return badFile(QStringLiteral("it is no plain file; name a parameter file"));
+        return badFile(QStringLiteral("it is not a plain file; name a parameter file"));
     if (!file.isReadable())
-        return badFile(QStringLiteral("it may not be read by you; change its rights"));
+        return badFile(QStringLiteral("permission denied; change its rights"));
     if (file.size() > platform::ProfileStore::kMaxFileBytes)
         return badFile(QStringLiteral("it is too large for a parameter file"));
     if (!hasUsableName(file))
@@ -74,7 +74,7 @@ CommandResult SetFile::values(const clsKX& kx, Values& values) const
                                      QStringLiteral("%1: the file is of model %2, not %3; choose a file of that model")
                                          .arg(m_name, set.modelString, kx.modelString()));
     if (load.outcome != ParameterLoad::Outcome::Loaded)
-        return CommandResult::failed(ExitStatus::BadFile, load.detail + QStringLiteral(" Mend the file."));
+        return CommandResult::failed(ExitStatus::BadFile, load.detail + QStringLiteral(" Correct the file."));
     if (load.missing.size() == set.values.size())
         return badFile(QStringLiteral("it holds no values in its section [Data]; name a parameter file"));
     values = set.values;
@@ -157,7 +157,7 @@ CommandResult SetFile::save(const clsKX& kx) const
     if (!hasUsableName(file))
         return badFile(kUnusableName);
     if (file.exists() && !file.isFile())
-        return badFile(QStringLiteral("it is no plain file; choose another place with -o"));
+        return badFile(QStringLiteral("it is not a plain file; choose another place with -o"));
     const platform::Result<> saved = ParameterFile(m_program.library(), m_desktopPath).save(kx.currentSet());
     if (saved.ok())
         return {};

@@ -84,7 +84,7 @@ int CellClipboard::paste(const CellRange& range, const QString& text)
 void CellClipboard::report(const QVector<Entry>& refused)
 {
     const auto tran = m_editor.model().library().translation();
-    QStringList lines{tran(QStringLiteral("%1 of the pasted values were not taken:")).arg(refused.size())};
+    QStringList lines{tran(QStringLiteral("%1 of the pasted values were not accepted:")).arg(refused.size())};
     for (const Entry& entry : refused.first(std::min<qsizetype>(refused.size(), kMaxNamed)))
         lines << entry.refusal;
     if (refused.size() > kMaxNamed)
@@ -106,7 +106,7 @@ QString CellClipboard::refusalOf(const Entry& entry, const QStringList& unsaid) 
     if (cell.type == CellType::ComboBox)
         return line.arg(subject, tran(QStringLiteral("no choice of its list")));
     if (cell.type != CellType::Edit)
-        return line.arg(subject, tran(QStringLiteral("buttons and tables take no pasted text")));
+        return line.arg(subject, tran(QStringLiteral("buttons and tables accept no pasted text")));
     return line.arg(subject, unsaid.value(0));
 }
 

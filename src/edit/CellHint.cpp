@@ -13,7 +13,7 @@ QString lockText(LockReason reason, const TranslateText& tran)
 {
     switch (reason) {
     case LockReason::FixedByRange:
-        return tran(QStringLiteral("%1: locked, the input range fixes it"));
+        return tran(QStringLiteral("%1: locked by the input range"));
     case LockReason::NoUnit:
         return tran(QStringLiteral("%1: locked, a voltage or current input has no temperature unit"));
     case LockReason::NotUsedByAlarm:

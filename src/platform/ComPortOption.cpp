@@ -32,7 +32,7 @@ constexpr quint8 kAnswerOffset = 100; // of the server's commands
 const QString kOptionRefused =
     QStringLiteral("the serial server refuses the COM port option (RFC 2217); switch it on there, or use tcp://");
 const QString kOtherSpeed = QStringLiteral("the serial server does not set this speed; choose another one");
-const QString kOtherFormat = QStringLiteral("the serial server does not set this format; choose another one");
+const QString kOtherFormat = QStringLiteral("the serial server does not set this data format; choose another one");
 const QString kOtherLines = QStringLiteral("the serial server does not set handshaking, DTR or RTS as wanted; change "
                                            "Handshaking, DTREnable or RTSEnable in the settings");
 

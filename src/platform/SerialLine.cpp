@@ -41,11 +41,11 @@ QString reasonOf(QSerialPort::SerialPortError error, const QString& device)
     case QSerialPort::PermissionError:
         if (QFileInfo(device).isReadable() && QFileInfo(device).isWritable())
             return QStringLiteral("it is in use by another program; close that program");
-        return QStringLiteral("you may not open it; add your user to the group \"dialout\" and log in again");
+        return QStringLiteral("permission denied; add your user to the group \"dialout\" and log in again");
     case QSerialPort::OpenError:
         return QStringLiteral("it is open already");
     case QSerialPort::UnsupportedOperationError:
-        return QStringLiteral("it does not take these settings");
+        return QStringLiteral("it does not accept these settings");
     default:
         return QStringLiteral("it is not a working serial port");
     }

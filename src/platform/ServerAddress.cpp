@@ -52,7 +52,7 @@ Result<ServerAddress> ServerAddress::parse(const QString& name)
         return otherForm;
     const QString place = rest.mid(2);
     if (place.contains(u'@'))
-        return Failure{QStringLiteral("a serial server takes no user name; the form is tcp://host:port")};
+        return Failure{QStringLiteral("a serial server accepts no user name; the form is tcp://host:port")};
     const bool isBracketed = place.startsWith(u'[');
     const qsizetype end = isBracketed ? place.indexOf(u']') : place.indexOf(u':');
     const QString host = isBracketed ? place.mid(1, std::max<qsizetype>(end - 1, 0)) : place.left(end);

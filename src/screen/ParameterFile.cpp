@@ -60,14 +60,15 @@ QString ParameterFile::readError() const
     platform::Machine& machine = m_library.context().machine;
     const platform::PathMap& paths = machine.paths;
     if (!paths.fileExists(m_fileName))
-        return m_library.tranStr(QStringLiteral("%1 is no file.")).arg(paths.toMachine(m_fileName));
+        return m_library.tranStr(QStringLiteral("%1 does not exist or is not a file."))
+            .arg(paths.toMachine(m_fileName));
     if (!isBareFileName(m_library.GetFileTitle(m_fileName)))
         return m_library.tranStr(kRefusedFileName).arg(paths.toMachine(m_fileName));
     if (paths.fileSize(m_fileName) > platform::ProfileStore::kMaxFileBytes)
         return m_library.tranStr(QStringLiteral("%1 is too large for a parameter file."))
             .arg(paths.toMachine(m_fileName));
     if (!paths.isReadable(m_fileName))
-        return m_library.tranStr(QStringLiteral("%1 may not be read by you.")).arg(paths.toMachine(m_fileName));
+        return m_library.tranStr(QStringLiteral("Permission to read %1 is denied.")).arg(paths.toMachine(m_fileName));
     const platform::Result<> outcome = machine.profiles.readable(paths.toMachine(m_fileName));
     return outcome.ok() ? QString()
                         : m_library.tranStr(QStringLiteral("The file was not loaded: %1")).arg(outcome.error());
@@ -116,8 +117,9 @@ ParameterLoad ParameterFile::read(const ModelData& model, ParameterSet& set) con
         const QString value = ini.GetIniData(kData, item->Key(), QString(), true);
         if (!isValueOf(*item, value)) {
             load.outcome = ParameterLoad::Outcome::BadValue;
-            load.detail = m_library.tranStr(QStringLiteral("%1 holds no value for %2 (\"%3\"): nothing was loaded."))
-                              .arg(m_library.context().machine.paths.toMachine(m_fileName), item->Key(), value);
+            load.detail =
+                m_library.tranStr(QStringLiteral("In %1, \"%3\" is not a valid value for %2: nothing was loaded."))
+                    .arg(m_library.context().machine.paths.toMachine(m_fileName), item->Key(), value);
             return load;
         }
         if (value.isEmpty())

@@ -70,7 +70,8 @@ QString readWords(QCommandLineParser& parser)
 Options parse()
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Plays a KX controller on a pseudo-terminal or a serial device."));
+    parser.setApplicationDescription(
+        QStringLiteral("Simulates a KX controller on a pseudo-terminal or a serial device."));
     parser.addOption({QStringList{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Print this.")});
     parser.addOption(
         {QStringList{QStringLiteral("V"), QStringLiteral("version")}, QStringLiteral("Print the version.")});
@@ -82,7 +83,7 @@ Options parse()
     add("model-string", "The 14 characters at FBC0.", "TEXT");
     add("slave", "Slave address, 1 to 247.", "N", "1");
     add("mode", "rtu or ascii.", "MODE", "rtu");
-    add("link", "Make a link to the terminal.", "PATH");
+    add("link", "Make a link to the pseudo-terminal.", "PATH");
     add("device", "Serve this device.", "DEV");
     add("speed", "Speed of the device.", "BAUD", "9600");
     add("chara", "Parity, data and stop bits of the device.", "TEXT", "N,8,1");
@@ -204,19 +205,22 @@ int main(int argc, char** argv)
     platform::NamedPipe control;
     const platform::Result<> opened = openControl(control, options.control, panel);
     if (!opened.ok())
-        return fail(kNoPort, QStringLiteral("the named pipe %1 cannot be made: %2; choose another --control file")
+        return fail(kNoPort, QStringLiteral("the named pipe %1 cannot be created: %2; choose another --control file")
                                  .arg(options.control, opened.error()));
     SimulatorLine line(controller, options.faults, options.pace, program.clock());
     if (!(options.device.isEmpty() ? line.openTerminal()
                                    : line.openDevice(options.device, options.speed, options.chara)))
-        return fail(kNoPort, QStringLiteral("%1 cannot be opened: %2; choose another --device")
+        return fail(kNoPort, QStringLiteral("%1 cannot be opened: %2; check --device, --speed and --chara")
                                  .arg(options.device.isEmpty() ? QStringLiteral("a terminal") : options.device,
                                       line.errorText()));
     if (!options.link.isEmpty()) {
         if (QFileInfo(options.link).isSymLink())
             QFile::remove(options.link);
         if (!QFile::link(line.path(), options.link))
-            return fail(kNoPort, QStringLiteral("the link %1 cannot be made; remove what is there").arg(options.link));
+            return fail(kNoPort,
+                        QStringLiteral("the link %1 cannot be created; remove the file of that name, or create "
+                                       "its folder")
+                            .arg(options.link));
     }
     if (options.trace)
         QObject::connect(&line, &SimulatorLine::traced, [](const QString& direction, const QByteArray& bytes) {

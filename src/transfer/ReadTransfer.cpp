@@ -188,7 +188,7 @@ QString ReadTransfer::progressText() const
 {
     if (!m_isSilent || m_answered > 0 || m_report.failures < kSilentSendings)
         return m_parts.tran(TransferParts::kProgressText);
-    return m_parts.tran("No answer from slave %1 at %2. Check slave number, speed, format and cable.")
+    return m_parts.tran("No answer from slave %1 at %2. Check slave address, speed, data format and cable.")
         .arg(m_parts.controller.slaveAddress())
         .arg(m_parts.channel.lineText());
 }

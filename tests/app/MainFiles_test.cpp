@@ -74,7 +74,7 @@ TEST_F(Files, OneFromOutsideBringsItsModelAndIsNoChange)
         EXPECT_EQ(title() + u' ' + cell(2), u"KX41000000-10A - set.k41[*]] 5.0");
     }
     window->openGiven(dir.filePath("none.k41"));
-    EXPECT_TRUE(messages().endsWith(u"none.k41 is no file."));
+    EXPECT_TRUE(messages().endsWith(u"none.k41 does not exist or is not a file."));
 }
 
 TEST_F(Files, OneFromOutsideWaitsUntilTheWindowIsFree)

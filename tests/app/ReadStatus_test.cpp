@@ -39,7 +39,7 @@ TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
 TEST(LinkStatus, SaysHowOrWhyNot)
 {
     LinkStatus link{false, true, true, 2, "/dev/ttyUSB0", "9600", "N,8,1", 1, 7, {}};
-    EXPECT_EQ(linkStatusText(link, english), u"COM2 /dev/ttyUSB0 9600,N,8,1 ASCII slave 7, read only");
+    EXPECT_EQ(linkStatusText(link, english), u"COM2 /dev/ttyUSB0 9600,N,8,1 ASCII slave 7, read-only");
     link.open = false;
     link.error = "no permission:\njoin the group dialout";
     EXPECT_EQ(linkStatusText(link, english), u"COM2 is closed: no permission: join the group dialout");
@@ -47,7 +47,7 @@ TEST(LinkStatus, SaysHowOrWhyNot)
     link.deferred = true;
     EXPECT_EQ(linkStatusText(link, english), u"COM2 tcp://workshop:4001 is connected to with the next request");
     link.offLine = true;
-    EXPECT_TRUE(linkStatusText(link, english).startsWith(u"off-line"));
+    EXPECT_TRUE(linkStatusText(link, english).startsWith(u"offline"));
 }
 
 class WriteStatusText : public ScreenFixture
@@ -70,12 +70,12 @@ TEST_F(WriteStatusText, NamesWhatAPersonKnows)
     report.failed = {{"Main: Direct 8000", "Timeout", {"A", "B"}}, {"Main: SetDigital 1", "Timeout", {}}};
     report.unsent = report.skipped = report.outsideLimits = {"A"};
     EXPECT_EQ(writeStatusText(report, at, english),
-              u"12 written 14:07:09, 2 not accepted, 2 not sent, 1 outside their limits, 1 without a value");
+              u"12 written 14:07:09, 2 not accepted, 2 requests failed, 1 outside their limits, 1 without a value");
     EXPECT_EQ(writeStatusDetails(report, kx, english).toStdString(),
               "Set values: Set value 1: sent 2.5, the controller keeps 3.0\n"
               "Mode: sent On, the controller keeps Off\n"
-              "Not sent: Set values: Set value 1, Mode (Timeout)\n"
-              "Not sent: Main: SetDigital 1: Timeout\n"
+              "Request failed: Set values: Set value 1, Mode (Timeout)\n"
+              "Request failed: Main: SetDigital 1: Timeout\n"
               "Set values: Set value 1 is outside its limits or no choice: it is not sent until it is corrected\n"
               "Set values: Set value 1 has no value: the controller keeps its own\n"
               "Not known to be in the controller, still changed: Set values: Set value 1");

@@ -131,7 +131,7 @@ TEST_F(MainWindow, LanguageAndFontAreChangedByTheOptions)
         options->findChild<QPushButton*>("Command1_0")->click();
         EXPECT_TRUE(window->isEnabled());
         EXPECT_TRUE(QTest::qWaitFor([&] { return settings.count() > before; }));
-        EXPECT_EQ(find<QAction>("mnuKX_1")->text(), isOther ? u"受信" : u"&Receive");
+        EXPECT_EQ(find<QAction>("mnuKX_1")->text(), isOther ? u"受信" : u"&Read");
         EXPECT_EQ(window->font().pointSize() == 17, isOther);
         trigger("mnuKX_3");
         QWidget* send = find<QToolBar>("tlbMain")->widgetForAction(find<QAction>("tlbMain_Send"));
@@ -347,7 +347,8 @@ TEST_F(MainWindow, RecentFilesAreOfferedAndForgottenWhenTheyAreGone)
     ASSERT_TRUE(QFile::remove(dir.filePath("a&b.k41")));
     find<QMenu>("RecentMenu")->actions().constFirst()->trigger();
     QCoreApplication::processEvents();
-    EXPECT_TRUE(asked.texts.join(u'|').endsWith(u"is no file.")) << qPrintable(asked.texts.join(u'|'));
+    EXPECT_TRUE(asked.texts.join(u'|').endsWith(u"does not exist or is not a file."))
+        << qPrintable(asked.texts.join(u'|'));
     EXPECT_EQ(offered(), u"&1 c.k41|&Clear the list");
     trigger("mnuRecent_0");
     EXPECT_EQ(offered(), u"&Clear the list");
@@ -463,7 +464,7 @@ TEST_F(MainWindow, NeverWritesWhereTheOptionsSaySo)
     const int read = controller->requests();
     EXPECT_FALSE(find<QAction>("mnuKX_2")->isEnabled() || find<QAction>("tlbMain_Send")->isEnabled());
     EXPECT_TRUE(find<QAction>("tlbMain_Send")->toolTip().contains(u"never to write"));
-    EXPECT_TRUE(panel("panelLink").endsWith(u", read only")) << qPrintable(panel("panelLink"));
+    EXPECT_TRUE(panel("panelLink").endsWith(u", read-only")) << qPrintable(panel("panelLink"));
     window->setDataToKXAll();
     EXPECT_TRUE(messages().last().startsWith(u"Nothing was written: "));
     EXPECT_EQ(controller->requests(), read);

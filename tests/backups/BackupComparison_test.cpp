@@ -48,13 +48,13 @@ TEST_F(Comparison, ReadsABackupAnewWhenItHasChanged)
         const auto set = reader.read(kx.data(), file);
         return set.ok() ? set.value().values.at(0).second : set.error();
     };
-    EXPECT_TRUE(read().endsWith(u"a.par is no file."));
+    EXPECT_TRUE(read().endsWith(u"a.par does not exist or is not a file."));
     for (const char* value : {"5", "66"}) {
         put(file, head + value + '\n');
         EXPECT_EQ(read(), QLatin1String(value));
     }
     put(file, head + "five\n");
-    EXPECT_TRUE(read().contains(u"holds no value for SV")) << qPrintable(read());
+    EXPECT_TRUE(read().contains(u"is not a valid value for SV")) << qPrintable(read());
     kx.setModel("KX41000000-20A");
     EXPECT_TRUE(read().startsWith(u"Model number is different.\nExpected: KX41000000-20A, found: "));
 }

@@ -89,7 +89,7 @@ TEST_F(BackupWindow, LoadsWhatIsOfTheModelInTheGrid)
     EXPECT_TRUE(window.isVisible() && asked.texts.isEmpty());
     table().selectRow(0);
     QTest::keyClick(&table(), Qt::Key_Enter);
-    EXPECT_TRUE(asked.texts.value(0).contains(u"holds no value for SV")) << qPrintable(asked.texts.join(u'|'));
+    EXPECT_TRUE(asked.texts.value(0).contains(u"is not a valid value for SV")) << qPrintable(asked.texts.join(u'|'));
     EXPECT_EQ(loaded.size(), 1);
 
     kx.setModel("KX62000000-10A");

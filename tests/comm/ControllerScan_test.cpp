@@ -125,7 +125,7 @@ TEST_F(Scan, OneNumberTwiceOneAfterTheOther)
         return reply(q, kModel);
     });
     idle.emplace(box.clock, 10, 10); // the other's frame is on its way
-    EXPECT_EQ(scan(plan(3)).join(u'|'), u"9600 N,8,1 RTU 2 garbled answer: two controllers with this slave number?");
+    EXPECT_EQ(scan(plan(3)).join(u'|'), u"9600 N,8,1 RTU 2 garbled answer: two controllers with this slave address?");
 }
 
 // Its answer is on the line when the next slave is asked.

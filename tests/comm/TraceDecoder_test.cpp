@@ -70,7 +70,7 @@ TEST(TraceDecoder, RetriesBelongToOneRequest)
     EXPECT_EQ(repeated(), u"Sent again 1/4/0000/1/: ");
     EXPECT_EQ(take("R 0104020102"), u"Received 1/4/0000/1/0102: ");
     EXPECT_EQ(take("E 0104020102"),
-              u"Rejected 1/4/0000/1/0102: sound, but it answers another request or came too late");
+              u"Rejected 1/4/0000/1/0102: valid, but it answers another request or came too late");
     EXPECT_EQ(take("R 0104020102"), u"Received 1/4/0000/1/0102: ");
     EXPECT_EQ(take("R 01060001002A"), u"Received 1/6/0001/-/002a: ") << "the request before it has its answer";
     take("S 01060001002A");

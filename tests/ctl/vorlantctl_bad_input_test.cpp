@@ -80,7 +80,7 @@ TEST_F(BadInput, PortThatCannotBeUsed)
     put("plain", "text");
     const std::pair<QString, QString> rows[] = {{"nothing", "no such device"},
                                                 {"plain", "not a working serial port"},
-                                                {"/dev/null", "not a working serial port"},
+                                                {"/dev/null", "/dev/null cannot be opened"},
                                                 {"COM99", "there is no such port"},
                                                 {"COM100", "COM100"}};
     for (const auto& [port, message] : rows) {

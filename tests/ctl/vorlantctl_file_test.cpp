@@ -66,18 +66,18 @@ TEST_F(SimulatedCtl, CompareListsWhatDiffers)
     changeValue("other.kx", "VQP1", "30.0"); // 30 in the controller: the same number
     changeValue("other.kx", "VQPV", "9");    // measured
     changeValue("blank.kx", "VQI1", "");
-    const char* table = "Tag    Name                 First  Second\n"
-                        "VQSV1  Set value 1          25.8   120.0\n"
-                        "SVSEL  Set value selection  SV2    SV1\n";
-    expectPrints("compare other.kx", table, Differ);
-    expectPrints("compare other.kx same.kx", table, Differ);
+    const std::string table = "VQSV1  Set value 1          25.8   120.0\n"
+                              "SVSEL  Set value selection  SV2    SV1\n";
+    expectPrints("compare other.kx", "Tag    Name                 File   Controller\n" + table, Differ);
+    expectPrints("compare other.kx same.kx", "Tag    Name                 First  Second\n" + table, Differ);
     expectPrints("compare other.kx same.kx --as csv",
                  "tag,name,first,second\r\nVQSV1,Set value 1,25.8,120.0\r\nSVSEL,Set value selection,SV2,SV1\r\n",
                  Differ);
     expectPrints("compare same.kx --as json", "[]\n");
     expectPrints("compare same.kx same.kx", "");
     expectPrints("compare blank.kx --as json",
-                 "[\n  {\"tag\":\"VQI1\",\"name\":\"Integral time\",\"first\":\"\",\"second\":\"120\"}\n]\n", Differ);
+                 "[\n  {\"tag\":\"VQI1\",\"name\":\"Integral time\",\"file\":\"\",\"controller\":\"120\"}\n]\n",
+                 Differ);
 }
 
 TEST_F(SimulatedCtl, ShowPrintsWhatAReadPrints)
@@ -149,12 +149,10 @@ TEST_F(SimulatedCtl, FileThatIsNoSetOfThisModel)
     ASSERT_TRUE(QFile::copy(path("410.kx"), path("secret.kx")) && QFile::copy(path("410.kx"), path("a:b.kx")));
     becomePlainUser();
     ASSERT_EQ(chmod(qPrintable(path("secret.kx")), 0), 0);
-    const std::tuple<QString, int, QString> rows[] = {{"none.kx", BadFile, "there is no such file"},
-                                                      {"folder", BadFile, "no plain file"},
-                                                      {"pipe", BadFile, "no plain file"},
-                                                      {"a:b.kx", BadFile, "choose another name"},
-                                                      {"secret.kx", BadFile, "may not be read by you"},
-                                                      {"413.kx", WrongModel, "KX41300000-10A, not KX410"}};
+    const std::tuple<QString, int, QString> rows[] = {
+        {"none.kx", BadFile, "there is no such file"}, {"folder", BadFile, "not a plain file"},
+        {"pipe", BadFile, "not a plain file"},         {"a:b.kx", BadFile, "choose another name"},
+        {"secret.kx", BadFile, "permission denied"},   {"413.kx", WrongModel, "KX41300000-10A, not KX410"}};
     for (const auto& [file, status, message] : rows) {
         for (const char* command : {"show ", "write ", "compare ", "compare 410.kx "})
             expectFails(command + file, status, message);

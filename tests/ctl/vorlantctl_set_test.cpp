@@ -125,7 +125,7 @@ TEST_F(Misbehaving, OutcomeOfEveryRowIsPrintedWithTheFailure)
          "VQI1=failed=the controller refused (exception 4)=120"},
         {"set VQI1=240 SVSEL=1", IsSilent, "00008100", Refused, "failed: VQI1 (Timeout); read",
          "VQI1=failed=Timeout=120|SVSEL=accepted==SV2"},
-        {"write a.kx", GoesSilent, "00008000", NoAnswer, "no sound answer to Set: Direct 8000",
+        {"write a.kx", GoesSilent, "00008000", NoAnswer, "request failed: Set: Direct 8000",
          "VQSV2=failed=Timeout=|VQI1=failed=Timeout="},
         {"set VQI1=240", Unplugs, "00008100", NoAnswer, "may have been written", "VQI1=failed=comEventDCB="},
         {"set VQI1=240 SVSEL=1", Interrupts, "00008000", NoAnswer, "interrupted; some parameters may have",

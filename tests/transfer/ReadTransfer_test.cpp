@@ -81,7 +81,8 @@ TEST_F(Read, AReplyThatAnnouncesAnotherNumberOfBytesIsRepeated)
 // From the second sending on, for as long as not a byte has come.
 TEST_F(Read, ASilentLineIsToldEarly)
 {
-    const std::string silent = "No answer from slave 1 at 9600,N,8,1. Check slave number, speed, format and cable.";
+    const std::string silent =
+        "No answer from slave 1 at 9600,N,8,1. Check slave address, speed, data format and cable.";
     const std::tuple<const char*, int, QByteArray, bool> rows[] = {{"first sending", 1, "", false},
                                                                    {"second", 2, "", true},
                                                                    {"later", 5, "", true},

@@ -33,7 +33,7 @@ TEST(Progress, OpensShowsAsksAndCloses)
     dialog->setPos(2);
     EXPECT_EQ(bar.maximum(), 9) << "a position past the end raises it";
     EXPECT_EQ(bar.value(), 2);
-    dialog->setText(QStringLiteral("no sound answer to Main: Direct 8000, attempt 3 of 6; ").repeated(8));
+    dialog->setText(QStringLiteral("no valid reply to Main: Direct 8000, attempt 3 of 6; ").repeated(8));
     QCoreApplication::processEvents();
     EXPECT_GE(label.height(), label.heightForWidth(label.width())) << "it grows with its text";
 

@@ -138,7 +138,7 @@ QGroupBox* frmComSet::setupControllerFrame()
     m_modelString = named(new QLineEdit(frame), "Text2");
     m_detect = named(new QPushButton(QStringLiteral("&Detect"), frame), "Command2");
     m_detect->setToolTip(QStringLiteral("Asks the controller on the line for its model"));
-    m_labels[2] = labelFor(m_slave, "Label3", QStringLiteral("Slave &number (1 to 99):"), frame);
+    m_labels[2] = labelFor(m_slave, "Label3", QStringLiteral("S&lave address (1 to 99):"), frame);
     m_labels[3] = labelFor(m_model, "Label4", QStringLiteral("&Model:"), frame);
     m_labels[4] = labelFor(m_modelString, "Label5", QStringLiteral("Model str&ing:"), frame);
     auto* modelRow = new QHBoxLayout;

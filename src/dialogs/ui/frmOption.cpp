@@ -87,7 +87,7 @@ QWidget* frmOption::setupGeneralPage()
     columnOn(m_frames[0])->addWidget(m_languages);
     QVBoxLayout* column = columnOn(page);
     column->addWidget(m_frames[0]);
-    column->addWidget(addCheck(kOffLine, QStringLiteral("&Work off-line: send nothing to the controller")));
+    column->addWidget(addCheck(kOffLine, QStringLiteral("&Work offline: send nothing to the controller")));
     column->addWidget(addCheck(kNeverWrite, QStringLiteral("&Never write to a controller")));
     column->addWidget(addCheck(kSingleInstance, QStringLiteral("Start the program only &once at a time")));
     return page;
