@@ -14,7 +14,7 @@ const QByteArray kCatalogue = "[KXInfos]\nKXMaxCount=6\nKXModel1=KX410\nKXModel2
                               "KXModel4=KX620B\nKXModel5=KX6\n";
 const char* const kKX620 = "KX62000000-10A";
 const char* const kRange = "It is outside the setting range.[ 1 <= X <= 99 ]";
-const char* const kNoResponse = "There was no response.\nTimeout";
+const char* const kNoResponse = "There was no response.\nTime-out";
 const char* const kOtherModel = "It does not correspond to this model.";
 
 class Session : public DetectionFixture

@@ -185,7 +185,7 @@ TEST_F(Write, WithoutTheInputRangeTheRestStaysBehind)
     engine->setDataToKXAll();
     EXPECT_EQ(requests("4201").size(), 1);
     EXPECT_EQ(report().unsent, (QStringList{QStringLiteral("PQRNO"), QStringLiteral("A")}));
-    EXPECT_EQ(window.messages, QStringList{QStringLiteral("There was no response.\nTimeout")});
+    EXPECT_EQ(window.messages, QStringList{QStringLiteral("There was no response.\nTime-out")});
     script = nullptr;
     log.clear();
     engine->setDataToKXAll();
