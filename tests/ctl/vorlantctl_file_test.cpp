@@ -66,10 +66,16 @@ TEST_F(SimulatedCtl, CompareListsWhatDiffers)
     changeValue("other.kx", "VQP1", "30.0"); // 30 in the controller: the same number
     changeValue("other.kx", "VQPV", "9");    // measured
     changeValue("blank.kx", "VQI1", "");
-    const std::string table = "VQSV1  Set value 1          25.8   120.0\n"
-                              "SVSEL  Set value selection  SV2    SV1\n";
-    expectPrints("compare other.kx", "Tag    Name                 File   Controller\n" + table, Differ);
-    expectPrints("compare other.kx same.kx", "Tag    Name                 First  Second\n" + table, Differ);
+    expectPrints("compare other.kx",
+                 "Tag    Name                 File  Controller\n"
+                 "VQSV1  Set value 1          25.8  120.0\n"
+                 "SVSEL  Set value selection  SV2   SV1\n",
+                 Differ);
+    expectPrints("compare other.kx same.kx",
+                 "Tag    Name                 First  Second\n"
+                 "VQSV1  Set value 1          25.8   120.0\n"
+                 "SVSEL  Set value selection  SV2    SV1\n",
+                 Differ);
     expectPrints("compare other.kx same.kx --as csv",
                  "tag,name,first,second\r\nVQSV1,Set value 1,25.8,120.0\r\nSVSEL,Set value selection,SV2,SV1\r\n",
                  Differ);
