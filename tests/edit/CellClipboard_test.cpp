@@ -139,7 +139,7 @@ TEST_F(Hint, TellsLimitsMeaningOrWhyNot)
     EXPECT_EQ(hintOf("VQI1"), "0 <= " + item("VQI1").DataName() + " <= 3600 s");
     start("PQRNO=1");
     EXPECT_TRUE(hintOf("VQSV1").endsWith(QStringLiteral(" °C"))) << qPrintable(hintOf("VQSV1"));
-    EXPECT_TRUE(hintOf("VQLIL").endsWith(": locked, the input range fixes it"));
+    EXPECT_TRUE(hintOf("VQLIL").endsWith(": locked by the input range"));
 }
 
 TEST_F(Hint, IsSpokenWithBlockValueAndState)

@@ -27,14 +27,14 @@ TEST_F(Model, BuildsGrid)
                    "Tag=HID\nVisible=False\nOption=1=0\nKXAddress=8000\nDataLen=1\nCommRaedSection=Main\nDefaultData=3",
                    "Tag=NEVER\nOption=1=Z\nCellData=6,2,vbWhite,vbBlack"},
                   {}, "BlockMaxCount=1\nStringMaxCount=2\nMaxRow=8\n") +
-             "[BlockInfo1]\nCellData=1,1,4,3,True,vbBlue\nButtonCaption=Send\nButtonData=1,3,vbRed,vbWhite\n"
+             "[BlockInfo1]\nCellData=1,1,4,3,True,vbBlue\nButtonCaption=Go\nButtonData=1,3,vbRed,vbWhite\n"
              "[Strings1]\nCellData=1,1,vbYellow,vbRed,2\nCaption=Set values\nFontBold=True\n"
              "[Strings2]\nCellData=8,1,vbYellow,vbRed\n",
          "[Main]\nReadCmd1=Direct,8000,12\n[Reg]\nReadCmd1=GetAnalogInput,30001,1,PV\n");
     EXPECT_EQ(grid.maxRows(), 8);
     const std::tuple<int, int, CellType, const char*> cells[] = {
         {1, 1, CellType::StaticText, "Set values"},
-        {1, 3, CellType::Button, "Send"},
+        {1, 3, CellType::Button, "Go"},
         {2, 2, CellType::Edit, "10.0"}, // the default is shown unscaled until a read
         {3, 2, CellType::Button, "Off"},
         {6, 2, CellType::StaticText, ""}}; // option not fitted

@@ -33,7 +33,7 @@ StartPage::StartPage(QWidget* parent) : QScrollArea(parent), m_text(new QLabel)
     addWay(*grid, 0, "Connect a controller...",
            "Port, line and model of a controller; then all its parameters are read.");
     addWay(*grid, 1, "Open a parameter file...", "Look at a set, or prepare one, without a controller.");
-    addWay(*grid, 2, "Try the simulator", "A KX410 that is only played on this machine: nothing can be harmed.");
+    addWay(*grid, 2, "Try the simulator", "A KX410 that is only simulated on this machine: nothing can be harmed.");
     connect(m_buttons[0], &QPushButton::clicked, this, &StartPage::connectWanted);
     connect(m_buttons[1], &QPushButton::clicked, this, &StartPage::fileWanted);
     connect(m_buttons[2], &QPushButton::clicked, this, &StartPage::simulatorWanted);
