@@ -6,27 +6,35 @@
 #include <QApplication>
 #include <QDialog>
 #include <QEvent>
-#include <QPointer>
 #include <QScreen>
 #include <QScrollArea>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace platform {
+
+namespace {
+
+constexpr int kFrameMs = 300;
+
+}
 
 ScreenFit::ScreenFit()
 {
     qApp->installEventFilter(this);
 }
 
-// When the window is there: its frame is known, and whatever it does about its own size is done.
+// When the window is there, and whatever it does about its own size is done; and once more when the window manager has
+// had time for the frame, of which it says nothing when that is there.
 bool ScreenFit::eventFilter(QObject* watched, QEvent* event)
 {
     auto* window = qobject_cast<QWidget*>(watched);
     const auto isOrdinary = [&] { return window->windowType() == Qt::Window || window->windowType() == Qt::Dialog; };
     if (event->type() == QEvent::Show && !event->spontaneous() && window != nullptr && window->isWindow() &&
-        isOrdinary())
-        QMetaObject::invokeMethod(
-            window, [window] { fit(*window); }, Qt::QueuedConnection);
+        isOrdinary()) {
+        for (const int delayMs : {0, kFrameMs})
+            QTimer::singleShot(delayMs, window, [window] { fit(*window); });
+    }
     return false;
 }
 
