@@ -34,8 +34,8 @@ FindBar::FindBar(const clsKX& kx, vaSpread& sheet, QWidget* parent)
 {
     setupParts();
     connectParts();
+    hide(); // first: what is not seen reads no language files
     translate();
-    hide();
 }
 
 void FindBar::setupParts()
