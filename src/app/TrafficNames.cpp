@@ -6,11 +6,19 @@
 #include "FrameParameters.h"
 #include "clsKX.h"
 
+namespace {
+
+constexpr int kPhaseEnded = 2; // of the loading
+
+} // namespace
+
 TrafficNames::TrafficNames(const clsKX& kx, const ControllerState& controller, const platform::Clock& clock)
     : m_kx(kx), m_controller(controller)
 {
-    connect(&kx, &clsKX::LoadEvent, this,
-            [this, &clock] { m_loaded = clock.now().toString(QStringLiteral("yyyy/MM/dd hh:mm:ss.zzz")); });
+    connect(&kx, &clsKX::LoadEvent, this, [this, &clock](int mode) {
+        if (mode == kPhaseEnded)
+            m_loaded = clock.now().toString(QStringLiteral("yyyy/MM/dd hh:mm:ss.zzz"));
+    });
 }
 
 QString TrafficNames::of(const QString& stamp, const FrameFields& fields) const

@@ -1,5 +1,6 @@
 #include "BackupStore.h"
 
+#include "FileLocations.h"
 #include "clsLibrary.h"
 
 #include <QRegularExpression>
@@ -36,7 +37,7 @@ QString fileStem(const QString& modelString)
 
 QString BackupStore::folder() const
 {
-    return m_library.getIniFilePath(QStringLiteral("Main")) + QStringLiteral("\\Backup");
+    return backupFolder(m_library.context().machine);
 }
 
 platform::Result<> BackupStore::keep(const ParameterSet& set, const QString& extension, const QString& comment) const

@@ -25,8 +25,8 @@ struct BackupList
     int unreadable = 0; // files with the name of a backup that cannot be read or are no parameter files
 };
 
-// What the controller held before each write, kept as parameter files in the folder "Backup" beside the settings, so
-// that a wrong write can be undone. Their names hold a running number: the newest ones of each model stay whatever the
+// What the controller held before each write, kept as parameter files in the folder of backups, so that a
+// wrong write can be undone. Their names hold a running number: the newest ones of each model stay whatever the
 // clock says.
 class BackupStore
 {

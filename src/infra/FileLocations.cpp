@@ -14,6 +14,12 @@ QString iniFilePath(const platform::Machine& machine, const QString& kind)
     return folder;
 }
 
+QString backupFolder(const platform::Machine& machine)
+{
+    const QString own = machine.folders.backups();
+    return own.isEmpty() ? iniFilePath(machine, QStringLiteral("Main")) + QStringLiteral("\\Backup") : own;
+}
+
 QString iniFileName(const platform::Machine& machine)
 {
     return machine.folders.baseName() + QStringLiteral(".ini");

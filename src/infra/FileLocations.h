@@ -11,6 +11,9 @@ struct Context;
 // under the user's application data for any other. The folder is made when it is missing. No trailing backslash.
 QString iniFilePath(const platform::Machine& machine, const QString& kind);
 
+// Where backups are kept: the user's own folder of them, else "Backup" beside the settings. It is not made here.
+QString backupFolder(const platform::Machine& machine);
+
 // The main settings file's bare name.
 QString iniFileName(const platform::Machine& machine);
 

@@ -17,8 +17,8 @@ const QString kNoHome = QStringLiteral("There is no home folder, and %1 cannot b
                                        "XDG_CONFIG_HOME and XDG_DATA_HOME, so that settings and logs can be kept.");
 const QString kNoSettings = QStringLiteral("Settings cannot be kept in %1: %2. Give yourself the right to write there, "
                                            "or name another folder with XDG_CONFIG_HOME.");
-const QString kNotMoved = QStringLiteral("The logs of earlier versions were not moved to %1: %2. Give yourself the "
-                                         "right to write there, or remove them.");
+const QString kNotMoved = QStringLiteral("What earlier versions kept was not moved to %1: %2. Give yourself the "
+                                         "right to write there.");
 const QString kNotKept = QStringLiteral("Nothing can be kept in the home folder %1: %2. Give yourself the right to "
                                         "write there, or set HOME to a folder of your own.");
 
@@ -88,15 +88,22 @@ struct StateFolders
     }
 };
 
-// Earlier versions kept the logs beside the definitions.
-QString movedLogs(const StateFolders& state, FolderNotices& notices)
+void moveOnce(const QString& before, const QString& now, FolderNotices& notices)
 {
-    const QString logs = state.state + QStringLiteral("/vorlant/Log");
-    const QString before = state.data + QStringLiteral("/Log");
-    const platform::Result<> moved = before == logs ? platform::Result<>() : platform::moveFiles(before, logs);
+    const platform::Result<> moved = before == now ? platform::Result<>() : platform::moveFiles(before, now);
     if (!moved.ok())
-        notices.append({kNotMoved, logs, moved.error()});
-    return logs;
+        notices.append({kNotMoved, now, moved.error()});
+}
+
+// Earlier versions kept the logs beside the definitions, and the backups beside the settings.
+platform::UserFolders movedFolders(const StateFolders& state, FolderNotices& notices)
+{
+    const platform::UserFolders user{state.state, state.state + QStringLiteral("/vorlant/Log"),
+                                     state.data + QStringLiteral("/Backup")};
+    moveOnce(state.data + QStringLiteral("/Log"), user.logs, notices);
+    if (!state.settings.isEmpty())
+        moveOnce(state.settings + QStringLiteral("/Vorlan/Backup"), user.backups, notices);
+    return user;
 }
 
 // One line says what two would: neither the program folder nor the settings can be written.
@@ -123,6 +130,7 @@ ProgramFolders programFolders(const platform::PathMap& paths, const QString& exe
         notices =
             asOne(notices, {kNoSettings, state.settings, made.error()}, environment.value(QStringLiteral("HOME")));
     const bool isPackaged = QFileInfo(program).canonicalFilePath() == QFileInfo(installedData).canonicalFilePath();
-    const platform::UserFolders user{state.state, ownsProgramFolder ? movedLogs(state, notices) : QString()};
+    const platform::UserFolders user =
+        ownsProgramFolder ? movedFolders(state, notices) : platform::UserFolders{state.state, {}, {}};
     return {platform::Folders(paths, program, state.settings, isPackaged, user), notices};
 }

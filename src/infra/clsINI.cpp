@@ -133,9 +133,11 @@ int clsINI::numberedSections(const QString& prefix)
 {
     const QStringList sections = m_context.machine.profiles.sections(machineFile());
     return static_cast<int>(std::count_if(sections.begin(), sections.end(), [&](const QString& section) {
+        if (!section.startsWith(prefix, Qt::CaseInsensitive))
+            return false;
         bool isNumber = false;
         section.mid(prefix.size()).toUInt(&isNumber);
-        return isNumber && section.startsWith(prefix, Qt::CaseInsensitive);
+        return isNumber;
     }));
 }
 

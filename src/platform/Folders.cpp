@@ -20,6 +20,7 @@ Folders::Folders(const PathMap& paths, const QString& programFolder, const QStri
       m_applicationData(applicationData.isEmpty() ? QString() : paths.toDesktop(applicationData)),
       m_state(user.state.isEmpty() ? besideSettings(applicationData) : user.state),
       m_logs(user.logs.isEmpty() ? m_program + QStringLiteral("\\Log") : paths.toDesktop(user.logs)),
+      m_backups(user.backups.isEmpty() ? QString() : paths.toDesktop(user.backups)),
       m_windows(paths.toDesktop(QStringLiteral("/usr/share"))), m_system(paths.toDesktop(QStringLiteral("/usr/lib"))),
       m_temporary(paths.toDesktop(QDir::tempPath())), m_isPackaged(isPackaged)
 {}

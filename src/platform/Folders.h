@@ -11,6 +11,7 @@ struct UserFolders
 {
     QString state; // empty: a folder "state" beside the application data
     QString logs;  // empty: "Log" in the program folder
+    QString backups; // empty: beside the settings
 };
 
 // Where the program's files are, as desktop paths without a trailing backslash. Fixed for the life of the process.
@@ -26,6 +27,7 @@ public:
     QString applicationData() const { return m_applicationData; } // empty when it cannot be obtained
     QString state() const { return m_state; }                     // a machine path; empty when it cannot be obtained
     QString logs() const { return m_logs; }
+    QString backups() const { return m_backups; } // empty: beside the settings
     QString windows() const { return m_windows; } // the machine's shared program data
     QString system() const { return m_system; }   // the machine's libraries
     QString temporary() const { return m_temporary; }
@@ -38,6 +40,7 @@ private:
     QString m_applicationData;
     QString m_state;
     QString m_logs;
+    QString m_backups;
     QString m_windows;
     QString m_system;
     QString m_temporary;

@@ -6,7 +6,7 @@ namespace platform {
 
 namespace {
 
-constexpr qsizetype kUsualKeys = 30; // of a section that describes a parameter
+constexpr size_t kFewLines = 64; // a section that describes a parameter has half of them: faster without an index
 
 constexpr char16_t lowerAscii(char16_t c)
 {
@@ -125,7 +125,12 @@ ProfileDocument::Span ProfileDocument::spanAt(qsizetype pos) const
 
 QString ProfileDocument::sectionName(const Span& span) const
 {
-    // A double-byte character may hold the bytes of a bracket: only plain lines are taken apart as they are.
+    // A double-byte character may end, but not begin, with the byte of a bracket.
+    qsizetype first = span.begin;
+    while (first < span.begin + span.length && isBlankCharacter(static_cast<uchar>(m_file[first])))
+        ++first;
+    if (first == span.begin + span.length || m_file[first] != '[')
+        return {};
     const QString line = span.isAscii ? QString() : m_encoding.decode(m_file.sliced(span.begin, span.length));
     const QStringView text =
         trimmed(span.isAscii ? QStringView(m_text).sliced(span.begin, span.length) : QStringView(line));
@@ -138,21 +143,43 @@ ProfileDocument::Section& ProfileDocument::parsed(Section& section) const
     if (section.isParsed)
         return section;
     section.isParsed = true;
-    section.keys.reserve(section.end > section.begin ? kUsualKeys : 0);
+    const auto ends = std::count(m_file.cbegin() + section.begin, m_file.cbegin() + section.end, '\n');
+    section.lines.reserve(static_cast<size_t>(ends) + 1);
     for (qsizetype pos = section.begin; pos < section.end;) {
         const Span span = spanAt(pos);
         section.lines.push_back(parseSpan(span));
         section.lines.back().end = span.end;
         pos = span.next;
-        const Line& line = section.lines.back();
-        const auto known = section.keys.size();
-        if (line.isBlank)
-            continue;
-        size_t& place = section.keys[ProfileName{line.key}];
-        if (section.keys.size() > known)
-            place = section.lines.size() - 1;
     }
+    indexKeys(section);
     return section;
+}
+
+void ProfileDocument::indexKeys(Section& section)
+{
+    section.keys.clear();
+    if (section.lines.size() <= kFewLines)
+        return;
+    section.keys.reserve(static_cast<qsizetype>(section.lines.size()));
+    for (size_t i = 0; i < section.lines.size(); ++i) {
+        const ProfileName name{section.lines[i].key};
+        if (!section.lines[i].isBlank && !section.keys.contains(name))
+            section.keys.insert(name, i);
+    }
+}
+
+std::optional<size_t> ProfileDocument::lineOf(const Section& section, const QString& key)
+{
+    const ProfileName name = folded(key);
+    if (!section.keys.isEmpty()) {
+        const auto found = section.keys.constFind(name);
+        return found == section.keys.cend() ? std::nullopt : std::optional(*found);
+    }
+    const std::vector<Line>& lines = section.lines;
+    const auto found = std::find_if(lines.begin(), lines.end(), [&name](const Line& line) {
+        return line.key.size() == name.text.size() && !line.isBlank && ProfileName{line.key} == name;
+    });
+    return found == lines.end() ? std::nullopt : std::optional(static_cast<size_t>(found - lines.begin()));
 }
 
 ProfileDocument::Line ProfileDocument::parseSpan(const Span& span) const
@@ -204,7 +231,7 @@ QStringList ProfileDocument::sections() const
     QStringList names;
     for (auto section = m_index.cbegin(); section != m_index.cend(); ++section) {
         if (section.value() != 0)
-            names << detached(section.key().text);
+            names << section.key().text;
     }
     return names;
 }
@@ -212,12 +239,10 @@ QStringList ProfileDocument::sections() const
 std::optional<QString> ProfileDocument::value(const QString& section, const QString& key) const
 {
     const Section* holder = find(section);
-    if (holder == nullptr)
+    const auto place = holder == nullptr ? std::nullopt : lineOf(*holder, key);
+    if (!place || !holder->lines[*place].hasValue)
         return {};
-    const auto found = holder->keys.constFind(folded(key));
-    if (found == holder->keys.cend() || !holder->lines[*found].hasValue)
-        return {};
-    return detached(holder->lines[*found].value);
+    return detached(holder->lines[*place].value);
 }
 
 QStringList ProfileDocument::lines(const QString& section) const
@@ -270,8 +295,7 @@ bool ProfileDocument::setValue(const QString& section, const QString& key, const
         parse(bytes);
     }
     Section& holder = findOrAdd(section);
-    const auto found = holder.keys.constFind(folded(key));
-    if (found != holder.keys.cend()) {
+    if (const auto found = lineOf(holder, key)) {
         Line& line = holder.lines[*found];
         if (line.hasValue && line.value == stored)
             return false;
@@ -286,10 +310,12 @@ bool ProfileDocument::setValue(const QString& section, const QString& key, const
     while (place != holder.lines.begin() && std::prev(place)->isBlank)
         --place;
     const QString text = folded(key).text + u'=' + stored;
-    const auto index = static_cast<size_t>(place - holder.lines.begin());
     const auto added = holder.lines.insert(place, parseLine(m_encoding.encode(text), text, Characters::Owned));
     added->end = m_lineEnd;
-    holder.keys.insert(folded(key), index);
+    if (holder.keys.isEmpty())
+        indexKeys(holder);
+    else
+        holder.keys.insert(folded(key), static_cast<size_t>(added - holder.lines.begin()));
     return true;
 }
 

@@ -81,7 +81,7 @@ private:
         qsizetype end = 0;
         bool isParsed = false;
         std::vector<Line> lines;
-        QHash<ProfileName, size_t> keys; // -> first line that has it
+        QHash<ProfileName, size_t> keys; // -> first line that has it; empty while there are few lines
     };
 
     // One line of the file and where the next one begins.
@@ -104,6 +104,8 @@ private:
     };
     static Line parseLine(const QByteArray& bytes, QStringView text, Characters characters);
     Section& parsed(Section& section) const;
+    static void indexKeys(Section& section);
+    static std::optional<size_t> lineOf(const Section& section, const QString& key);
     Section* find(const QString& section);
     const Section* find(const QString& section) const { return const_cast<ProfileDocument*>(this)->find(section); }
     Section& findOrAdd(const QString& section);

@@ -91,8 +91,10 @@ ProfileStore::ProfileStore(CodePage codePage) : m_codePage(std::move(codePage)) 
 
 ProfileStore::~ProfileStore() = default;
 
-ProfileStore::Entry& ProfileStore::fresh(const QString& file)
+ProfileStore::Entry& ProfileStore::entryOf(const QString& file)
 {
+    if (m_last != nullptr && file == m_lastFile)
+        return *m_last;
     auto known = m_entries.find(file);
     if (known == m_entries.end()) {
         if (m_entries.size() >= kMaxDocuments)
@@ -100,15 +102,22 @@ ProfileStore::Entry& ProfileStore::fresh(const QString& file)
         known = m_entries.insert(file, std::make_shared<Entry>());
         known.value()->path = QFile::encodeName(file);
     }
-    const std::shared_ptr<Entry>& entry = *known;
-    entry->lastUse = ++m_uses;
-    const bool checked = m_batchDepth > 0 && entry->checkedInBatch == m_batchNumber && entry->document;
-    if (checked || !entry->pending.empty())
-        return *entry;
-    entry->checkedInBatch = m_batchDepth > 0 ? m_batchNumber : 0;
-    if (!entry->document || !entry->unreadable.isEmpty() || !(FileState::of(entry->path) == entry->state))
-        entry->parse(m_codePage);
-    return *entry;
+    m_lastFile = file;
+    m_last = known->get();
+    return *m_last;
+}
+
+ProfileStore::Entry& ProfileStore::fresh(const QString& file)
+{
+    Entry& entry = entryOf(file);
+    entry.lastUse = ++m_uses;
+    const bool checked = m_batchDepth > 0 && entry.checkedInBatch == m_batchNumber && entry.document;
+    if (checked || !entry.pending.empty())
+        return entry;
+    entry.checkedInBatch = m_batchDepth > 0 ? m_batchNumber : 0;
+    if (!entry.document || !entry.unreadable.isEmpty() || !(FileState::of(entry.path) == entry.state))
+        entry.parse(m_codePage);
+    return entry;
 }
 
 // What a batch has still to write stays, however old it is.

@@ -95,6 +95,7 @@ private:
     struct Entry;
     struct Write;
     Entry& fresh(const QString& file);
+    Entry& entryOf(const QString& file);
     void forgetOldest();
     Result<> store(const QString& file, const Write& write);
     Failure failure(Entry& entry, const QString& error) const;
@@ -107,6 +108,8 @@ private:
     CodePage m_codePage;
     QString m_protected;
     QHash<QString, std::shared_ptr<Entry>> m_entries;
+    QString m_lastFile; // asked for last, with its entry: a definition file is read key by key
+    Entry* m_last = nullptr;
     int m_batchDepth = 0;
     int m_batchNumber = 0;  // of the outermost batch that is open, or was last
     QStringList m_refusals; // of writes within the batch

@@ -133,7 +133,8 @@ TEST_F(MainWindow, LanguageAndFontAreChangedByTheOptions)
         EXPECT_TRUE(QTest::qWaitFor([&] { return settings.count() > before; }));
         EXPECT_EQ(find<QAction>("mnuKX_1")->text(), isOther ? u"受信" : u"&Read");
         EXPECT_EQ(window->font().pointSize() == 17, isOther);
-        trigger("mnuKX_3");
+        for (const char* action : {"mnuKX_3", "mnuEdit_4"})
+            trigger(action);
         QWidget* send = find<QToolBar>("tlbMain")->widgetForAction(find<QAction>("tlbMain_Send"));
         QWidgetList widgets{send, find<QWidget>("tlbMain"), find<QWidget>("findBar")};
         for (QWidget* top : QApplication::topLevelWidgets())

@@ -68,10 +68,12 @@ TEST_F(FoldersOf, EnvironmentChoosesTheFolders)
         for (const QString& variable : row[2].split(' '))
             environment.insert(variable.section('=', 0, 0), variable.section('=', 1).replace('~', path() + '/'));
         put(row[3] + "/Log/Vorlant.log", "old");
+        put(row[4] + "/Vorlan/Backup/KX410.kx410", "held");
         const auto [folders, notices] = start(row[1].toLatin1().constData());
         EXPECT_EQ(machine(folders.program()), path(row[3]));
         EXPECT_EQ(machine(folders.logs()), path(row[7]));
         EXPECT_EQ(content(row[7] + "/Vorlant.log"), "old");
+        EXPECT_EQ(content(row[8] + "/KX410.kx410"), "held");
         EXPECT_EQ(machine(folders.applicationData()), path(row[4]));
         EXPECT_EQ(folders.state(), path(row[6]));
         EXPECT_TRUE(notices.isEmpty() && !folders.isPackaged());

@@ -27,8 +27,8 @@ PROGRAM_TEXTS = (
     ("Nothing can be kept in the home folder %1: %2. Give yourself the right to write there, or set HOME to a folder of"
      " your own.",
      "ホームフォルダ %1 に保存できません: %2。書き込み権限を確認するか、HOMEに自分のフォルダを設定してください。"),
-    ("The logs of earlier versions were not moved to %1: %2. Give yourself the right to write there, or remove them.",
-     "以前の版のログを %1 に移動できませんでした: %2。書き込み権限を確認するか、ログを削除してください。"),
+    ("What earlier versions kept was not moved to %1: %2. Give yourself the right to write there.",
+     "以前の版のファイルを %1 に移動できませんでした: %2。書き込み権限を確認してください。"),
     ("The diagnostics are on the clipboard.", "診断情報をクリップボードにコピーしました。"),
     ("All settings get their defaults at the next start. What they are now is kept in a file beside them; logs, backups and"
      " history stay. Go on?",

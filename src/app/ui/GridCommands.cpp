@@ -18,10 +18,8 @@ const QString kZoomSection = QStringLiteral("frmMain"); // of the layout file: t
 
 } // namespace
 
-GridCommands::GridCommands(const Parts& parts, QObject* parent)
-    : QObject(parent), m_parts(parts), m_find(new FindBar(parts.kx, parts.grid.sheet(), &parts.grid))
+GridCommands::GridCommands(const Parts& parts, QObject* parent) : QObject(parent), m_parts(parts)
 {
-    m_parts.grid.addBar(*m_find);
     connectEdits();
     connectFinding();
     connectZoom();
@@ -48,10 +46,19 @@ void GridCommands::connectEdits()
 void GridCommands::connectFinding()
 {
     const MainMenus& menus = m_parts.menus;
-    connect(menus.find, &QAction::triggered, m_find, &FindBar::openText);
-    connect(menus.findNext, &QAction::triggered, m_find, &FindBar::findNext);
-    connect(menus.findPrevious, &QAction::triggered, m_find, &FindBar::findPrevious);
-    connect(menus.goToTag, &QAction::triggered, m_find, &FindBar::openTag);
+    connect(menus.find, &QAction::triggered, this, [this] { bar().openText(); });
+    connect(menus.findNext, &QAction::triggered, this, [this] { bar().findNext(); });
+    connect(menus.findPrevious, &QAction::triggered, this, [this] { bar().findPrevious(); });
+    connect(menus.goToTag, &QAction::triggered, this, [this] { bar().openTag(); });
+}
+
+FindBar& GridCommands::bar()
+{
+    if (m_find == nullptr) {
+        m_find = new FindBar(m_parts.kx, m_parts.grid.sheet(), &m_parts.grid);
+        m_parts.grid.addBar(*m_find);
+    }
+    return *m_find;
 }
 
 void GridCommands::connectZoom()
@@ -79,7 +86,8 @@ void GridCommands::save()
 
 void GridCommands::translate()
 {
-    m_find->translate();
+    if (m_find != nullptr)
+        m_find->translate();
 }
 
 void GridCommands::setEnabled(bool hasGrid)

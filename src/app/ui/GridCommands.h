@@ -34,8 +34,9 @@ private:
     void connectFinding();
     void connectZoom();
     void setZoom(int percent);
+    FindBar& bar();
 
     Parts m_parts;
-    FindBar* m_find; // the grid's
+    FindBar* m_find = nullptr; // the grid's, once it was wanted
     int m_zoom = 0;  // percent
 };

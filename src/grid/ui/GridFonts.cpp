@@ -39,15 +39,15 @@ const GridFonts::Face& GridFonts::face(const CellFont& font)
         m_base = QApplication::font();
         m_faces.clear();
     }
-    const QString key = font.face + (font.bold ? u'b' : u' ') + QString::number(font.pointSize);
-    const auto found = m_faces.constFind(key);
-    if (found != m_faces.cend())
-        return **found;
+    for (const auto& [known, face] : m_faces) {
+        if (known == font)
+            return *face;
+    }
     QFont named = namedFont(font.face, font.pointSize, font.bold);
     named.setHintingPreference(QFont::PreferVerticalHinting); // texts are as wide as their size says, at every zoom
     if (m_zoom != 1)
         named.setPointSizeF(QFontInfo(named).pointSizeF() * m_zoom);
-    return **m_faces.insert(key, std::make_shared<Face>(named));
+    return *m_faces.emplace_back(font, std::make_unique<Face>(named)).second;
 }
 
 void GridFonts::setZoom(double factor)

@@ -4,10 +4,11 @@
 
 #include <QFont>
 #include <QFontMetricsF>
-#include <QHash>
 
 #include <array>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -25,8 +26,8 @@ public:
         QFontMetricsF metrics;
 
     private:
-        static constexpr int kNarrow = 128;
-        mutable std::array<float, kNarrow> m_advances; // of ASCII characters; negative: not asked yet
+        static constexpr int kNarrow = 256;
+        mutable std::array<float, kNarrow> m_advances; // of Latin characters; negative: not asked yet
     };
 
     const Face& face(const CellFont& font);
@@ -36,7 +37,7 @@ public:
     int scaled(int pixels) const; // at least 1
 
 private:
-    QHash<QString, std::shared_ptr<const Face>> m_faces;
+    std::vector<std::pair<CellFont, std::unique_ptr<const Face>>> m_faces; // a handful
     QFont m_base;
     double m_zoom = 1;
 };
