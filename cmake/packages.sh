@@ -5,7 +5,7 @@ build_packages=(build-essential cmake ninja-build ccache qt6-base-dev qt6-serial
                 python3)
 
 # What the tests need besides.
-test_packages=(pkg-config libgtest-dev librapidcheck-dev libmodbus-dev libinih-dev ser2net socat)
+test_packages=(qt6-base-private-dev pkg-config libgtest-dev librapidcheck-dev libmodbus-dev libinih-dev ser2net socat)
 
 # Installs the Debian packages named that this machine lacks.
 install_packages() {

@@ -1,11 +1,15 @@
 #include "SpreadFixture.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QWheelEvent>
 
 #include <functional>
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
 
 using platform::vaSpread;
 
@@ -232,6 +236,28 @@ TEST_F(Spread, TheCurrentCellIsReportedAndKeptInSight)
     spread.setCurrentCell(4, 1);
     spread.setCurrentCell(1, 201);
     EXPECT_EQ(reported(moved), u"3,150") << "the others are no cells";
+}
+
+// As with a screen reader on the desktop, which the offscreen platform has not.
+TEST_F(Spread, AScreenReaderHearsOfTheCellThatTheKeysGoTo)
+{
+    static QStringList heard;
+    QPlatformAccessibility* desktop = QGuiApplicationPrivate::platformIntegration()->accessibility();
+    desktop->setActive(true);
+    const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+        if (event->type() == QAccessible::Focus)
+            heard << event->accessibleInterface()->text(QAccessible::Name);
+    });
+    spread.setCurrentCell(2, 5);
+    spread.clearFocus();
+    heard.clear();
+    spread.setFocus();
+    settle();
+    EXPECT_EQ(heard.value(heard.size() - 1), u"3") << qPrintable(heard.join('|'));
+    QTest::keyClick(&spread, Qt::Key_Up);
+    EXPECT_EQ(heard.last(), u"label");
+    QAccessible::installUpdateHandler(before);
+    desktop->setActive(false);
 }
 
 TEST_F(Spread, CopyAndPasteAreAskedForOrThoseOfAnOpenEditor)

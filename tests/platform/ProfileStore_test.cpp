@@ -57,14 +57,16 @@ TEST_F(Profile, AnswersAsRecorded)
 
 TEST_F(Profile, WritesKeepEverythingElse)
 {
-    put(QByteArray("; top\r\njunk line\r\n[S]\r\n  A = 1\r\n\r\n;note\r\n[T]\r\nX=\x83\x5c\r\n") +
-        QByteArray("raw\0nul\r\n[S]\r\nA=9\r\nopen", 23));
-    const QByteArray old = content();
-    EXPECT_TRUE(set("a", "2").ok());
-    EXPECT_TRUE(set("B", "3").ok());
-    QByteArray expected = old;
-    expected.replace("  A = 1\r\n", "A=2\r\n").replace(";note\r\n", ";note\r\nB=3\r\n");
-    EXPECT_EQ(content(), expected);
+    for (const int more : {0, 100}) { // a few lines, and so many that they get an index
+        put(QByteArray("; top\r\njunk line\r\n[S]\r\n  A = 1\r\n") + QByteArray("a=5\r\n").repeated(more) +
+            "\r\n;note\r\n[T]\r\nX=\x83\x5c\r\n" + QByteArray("raw\0nul\r\n[S]\r\nA=9\r\nopen", 23));
+        QByteArray expected = content();
+        EXPECT_TRUE(set("a", "2").ok());
+        for (const char* value : {"3", "4"})
+            EXPECT_TRUE(set("B", value).ok());
+        expected.replace("  A = 1\r\n", "A=2\r\n").replace(";note\r\n", ";note\r\nB=4\r\n");
+        EXPECT_EQ(content(), expected);
+    }
 }
 
 TEST_F(Profile, FormOfTheFileSurvivesAWrite)
