@@ -1,31 +1,12 @@
 #include "CellSpeech.h"
 
 #include "CellHint.h"
-#include "Tags.h"
+#include "ItemUnits.h"
 #include "clsKX.h"
 
 namespace {
 
 const QString kPause = QStringLiteral(", ");
-
-// The label behind the value, unless it is that of another parameter.
-QString unitLabel(const clsKX& kx, const clsData& item)
-{
-    const auto isLabel = [&](int ahead) {
-        const platform::Cell& cell = kx.spread()->cell(item.Row(), item.Col() + ahead);
-        return cell.type == platform::CellType::StaticText && cell.use == platform::CellUse::Decoration;
-    };
-    return isLabel(1) && isLabel(2) ? kx.spread()->cell(item.Row(), item.Col() + 1).text : QString();
-}
-
-// What has the decimal places of the set values is a temperature, but for voltage and current inputs.
-QString temperatureUnit(const clsKX& kx, const clsData& item)
-{
-    const clsData* unit = kx.getDataByTag(tags::kUnit);
-    if (item.decimalsReference() != tags::kPoint || unit == nullptr || !unit->isKnown() || kx.hasVoltageRange())
-        return {};
-    return kx.unitSwitch() == 0 ? QStringLiteral("°C") : QStringLiteral("K");
-}
 
 QString valueText(const clsKX& kx, const clsData& item, const TranslateText& tran)
 {
@@ -33,9 +14,7 @@ QString valueText(const clsKX& kx, const clsData& item, const TranslateText& tra
         return tran(QStringLiteral("not read"));
     const QString value = kx.spread()->cell(item.Row(), item.Col()).shownText();
     const bool isNumber = item.MType() == ItemType::Data && !item.showsStoredText();
-    const QString label = isNumber ? unitLabel(kx, item) : QString();
-    const bool isRate = label.startsWith(u'/'); // of a temperature
-    const QString unit = isNumber && (isRate || label.isEmpty()) ? temperatureUnit(kx, item) + label : label;
+    const QString unit = isNumber ? ItemUnits(kx.data()).unitOf(item) : QString();
     return unit.isEmpty() ? value : value + u' ' + unit;
 }
 

@@ -168,7 +168,7 @@ void GridRefresh::showUnits()
     const ItemUnits units(m_model);
     QSet<int> columns;
     for (const auto& item : m_model.items) {
-        const auto place = units.freePlace(*item);
+        const auto place = units.shownPlace(*item);
         if (!place)
             continue;
         m_grid->setText(place->row, place->col, units.unitOf(*item));

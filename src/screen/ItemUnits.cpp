@@ -5,6 +5,16 @@
 #include "Tags.h"
 #include "clsLibrary.h"
 
+namespace {
+
+// "/min", which says nothing without the unit before it.
+bool isRate(const QString& label)
+{
+    return label.startsWith(u'/');
+}
+
+} // namespace
+
 ItemUnits::ItemUnits(const ModelData& model) : m_model(model)
 {
     const ItemData* unit = model.lookup.find(tags::kUnit);
@@ -15,7 +25,8 @@ ItemUnits::ItemUnits(const ModelData& model) : m_model(model)
 QString ItemUnits::unitOf(const ItemData& item) const
 {
     const QString label = labelBeside(item);
-    return label.isEmpty() && isTemperature(item) ? m_temperatureUnit : label;
+    const bool isCompleted = label.isEmpty() || isRate(label);
+    return isCompleted && isTemperature(item) ? m_temperatureUnit + label : label;
 }
 
 // A label with a cell on its other side is the name of that one.
@@ -41,13 +52,14 @@ bool ItemUnits::isTemperature(const ItemData& item) const
     return type != nullptr && table.at(row, 0) != table.at(row, 1);
 }
 
-std::optional<platform::CellPlace> ItemUnits::freePlace(const ItemData& item) const
+std::optional<platform::CellPlace> ItemUnits::shownPlace(const ItemData& item) const
 {
     if (item.Col() >= m_model.settings.maxCol)
         return std::nullopt;
     const int col = item.Col() + 1;
+    const QString label = m_model.labels.value({item.Row(), col});
     const bool isFree = m_model.itemAt(item.Row(), col) == nullptr && m_model.blockAt(item.Row(), col) == nullptr &&
-                        !m_model.labels.contains({item.Row(), col});
+                        (label.isEmpty() || isRate(label));
     if (!item.Visible() || !isFree || item.MType() != ItemType::Data)
         return std::nullopt;
     return platform::CellPlace{item.Row(), col};

@@ -10,7 +10,8 @@ class ItemData;
 struct ModelData;
 
 // In which unit the values of items are, as a person reads it: the label beside the cell, or for temperatures the unit
-// that is set. A voltage or current input has no unit. Takes the settings once, when it is made; serves one refresh.
+// that is set, with a label such as "/min" behind it. A voltage or current input has no unit. Takes the settings once,
+// when it is made; serves one refresh.
 class ItemUnits
 {
 public:
@@ -18,8 +19,8 @@ public:
 
     // In the language in use; empty when the definition gives none.
     QString unitOf(const ItemData& item) const;
-    // The cell beside a number that has no label there: where its unit is shown.
-    std::optional<platform::CellPlace> freePlace(const ItemData& item) const;
+    // The cell beside a number where its unit is shown: one without a label, or with half a unit.
+    std::optional<platform::CellPlace> shownPlace(const ItemData& item) const;
 
 private:
     QString labelBeside(const ItemData& item) const;

@@ -179,7 +179,7 @@ TEST_F(Refresh, CellsTellWhatTheyAreAndTheirUnit)
         EXPECT_EQ(grid.cell(item(tag).Row(), item(tag).Col()).sign, sign) << tag;
     // PQRNO 1: a thermocouple, 20: a voltage. Alarm type 1 is a temperature, 4 is none.
     const std::tuple<const char*, const char*, const char*, const char*> rows[] = {
-        {"1", "0", "1", "°C °C /min % "}, {"1", "1", "4", "K  /min % "}, {"20", "0", "1", "  /min % "}};
+        {"1", "0", "1", "°C °C °C/min % "}, {"1", "1", "4", "K  K/min % "}, {"20", "0", "1", "  /min % "}};
     for (const auto& [range, unit, alarm, units] : rows) {
         item("PQRNO").hold(range);
         item("SWQCF").hold(unit);

@@ -17,6 +17,7 @@ CLASSES = {key: (key, japanese) for key, japanese in PROGRAM_TEXTS}
 LIMITS_AS_STORED = ("VQAL1", "VQAL2", "VQAL3", "VQ1DB", "VQ2DB", "VQ3DB", "VQBIA", "VQRBIA", "VQSVUP", "VQSVDWN")
 AT_LEAST_ONE_PLACE = ("VQBIA", "VQRBIA")
 SCALE = ("VQLIZL", "VQLIZS")
+TEMPERATURES = ("°C", "K")
 OPTION_POSITION = {"1": 5, "2": 6, "3": 7, "4": 8, "5": 9, "6": 12, "7": 13, "8": 14}  # in the model string
 
 # Hidden parameters follow the input range; a limit that names one is its end.
@@ -24,6 +25,11 @@ RANGE_ENDS = {
     "RANGEL": ("low end of the input range", "入力種類の下限"), "BARL": ("low end of the input range", "入力種類の下限"),
     "RANGEH": ("high end of the input range", "入力種類の上限"), "BARH": ("high end of the input range", "入力種類の上限"),
 }
+
+
+def alarm_of(p):
+    """The number of the alarm whose value or hysteresis it is, as a text; empty for others."""
+    return p.tag[4] if p.tag.startswith("VQAL") else p.tag[2] if p.tag in ("VQ1DB", "VQ2DB", "VQ3DB") else ""
 
 
 @dataclass(frozen=True)
@@ -60,9 +66,17 @@ class ModelReference:
 
     def _row(self, p):
         kind = "measured" if p.read_only else p.sending
-        return Row(p.tag, p.name[self._language], p.name[1 - self._language], p.unit[self._language],
+        return Row(p.tag, p.name[self._language], p.name[1 - self._language], self._unit(p),
                    "" if p.read_only and p.kind in ("Data", "String") else self._limits(p), self._default(p),
                    CLASSES[kind][self._language], p.tables[0] if p.tables else "")
+
+    def _unit(self, p):
+        """Temperatures are in the unit that is set, and so are their rates."""
+        unit = p.unit[self._language]
+        is_temperature = p.kind == "Data" and (p.decimals == SET_VALUE_DECIMALS or alarm_of(p))
+        if not is_temperature or unit and not unit.startswith("/"):
+            return unit
+        return self._say(", ", "、").join(temperature + unit for temperature in TEMPERATURES)
 
     def _say(self, english, japanese):
         return (english, japanese)[self._language]
@@ -100,8 +114,8 @@ class ModelReference:
         return p.default if p.kind == "String" else scaled(p.default, self._places(p))
 
     def _places(self, p):
-        if p.tag.startswith("VQAL") or p.tag in ("VQ1DB", "VQ2DB", "VQ3DB"):
-            return self._alarm_places(p.tag[4] if p.tag.startswith("VQAL") else p.tag[2])
+        if alarm := alarm_of(p):
+            return self._alarm_places(alarm)
         if p.tag in SCALE and int(self._items["PQRNO"].default) in (voltage[1] for voltage in VOLTAGES):
             return VOLTAGE_DECIMALS
         if not p.decimals.startswith("DOT"):
