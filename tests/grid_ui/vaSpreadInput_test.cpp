@@ -166,7 +166,12 @@ TEST_F(Spread, EnterAndButtonsAreReported)
 {
     platform::Cell table = grid.cell(4, 2);
     table.use = platform::CellUse::Table;
+    table.sign = platform::CellSign::Table;
     grid.setCell(4, 2, table);
+    QSignalSpy opened(&spread, &vaSpread::markClicked);
+    for (const QPoint& at : {middle(4), arrow() + middle(4) - middle(2)})
+        click(at);
+    EXPECT_EQ(reported(opened), u"2,4") << "only the dots";
     press(4, Qt::Key_Return);
     press(4, Qt::Key_Enter);
     press(3, Qt::Key_Return);

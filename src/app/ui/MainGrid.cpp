@@ -86,8 +86,8 @@ void MainGrid::connectTo(CellEditor& editor, CellClipboard& clipboard)
     connect(m_sprMain, &vaSpread::comboSelChange, &editor,
             [&editor](int col, int row, int choice) { editor.changeCombo(col, row, choice); });
     connect(m_sprMain, &vaSpread::buttonClicked, &editor, &CellEditor::clickCell);
-    connect(m_sprMain, &vaSpread::dblClick, &editor, &CellEditor::openSelect);
-    connect(m_sprMain, &vaSpread::enterPressed, &editor, &CellEditor::openSelect);
+    for (const auto signal : {&vaSpread::dblClick, &vaSpread::enterPressed, &vaSpread::markClicked})
+        connect(m_sprMain, signal, &editor, &CellEditor::openSelect);
     connect(&editor, &CellEditor::restored, m_sprMain, &vaSpread::setCurrentCell);
     connect(m_sprMain, &vaSpread::copyRequested, &editor, [&clipboard](const platform::CellRange& range) {
         QGuiApplication::clipboard()->setText(clipboard.copy(range));

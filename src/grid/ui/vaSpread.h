@@ -48,6 +48,7 @@ Q_SIGNALS:
     void comboSelChange(int col, int row, int choice);
     void buttonClicked(int col, int row);
     void dblClick(int col, int row);
+    void markClicked(int col, int row); // the three dots of a table
     void enterPressed(int col, int row); // where it does not go on
     void zoomWanted(int steps);          // larger, below 0 smaller
     void currentCellChanged(int col, int row);

@@ -275,7 +275,11 @@ void vaSpread::mouseReleaseEvent(QMouseEvent* event)
 
 void vaSpread::onClicked(const QModelIndex& index)
 {
-    if (!pressButton(index) && m_delegate.comboArrow(visualRect(index)).contains(m_pressedAt))
+    if (pressButton(index) || !m_delegate.comboArrow(visualRect(index)).contains(m_pressedAt))
+        return;
+    if (m_grid->cell(index.row() + 1, index.column() + 1).sign == CellSign::Table)
+        Q_EMIT markClicked(index.column() + 1, index.row() + 1);
+    else
         openList(index);
 }
 
