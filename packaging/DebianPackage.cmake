@@ -10,7 +10,7 @@ set(CPACK_PACKAGE_DESCRIPTION
 changed under their limits and interlocks, writes one, a block or all of
 them back, and keeps whole sets as files. It speaks English and Japanese.
 
-vorlantctl does the same from scripts; vorlant-sim plays a controller.")
+vorlantctl does the same from scripts; vorlant-sim simulates a controller.")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_SOURCE_DIR}/build/package)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)

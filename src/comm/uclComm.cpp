@@ -103,6 +103,11 @@ QString uclComm::device() const
     return m_isDeferred || m_comm.device().isEmpty() ? m_comm.portDevice() : m_comm.device();
 }
 
+QString uclComm::recordedDevice() const
+{
+    return hasStandIn() ? QStringLiteral("simulator ") + device() : device();
+}
+
 QString uclComm::errorText() const
 {
     if (m_isDeferred)

@@ -79,8 +79,9 @@ public:
 
     int openings() const { return m_openings; } // how often the port was opened: what is at the other end may differ
     int State() const { return static_cast<int>(m_state); } // 0 closed, 1 idle, 3 waiting for a reply
-    QString errorText() const; // why the port is not open, with the remedy, in the user's language
-    QString device() const;    // of COMn; empty when there is none
+    QString errorText() const;      // why the port is not open, with the remedy, in the user's language
+    QString device() const;         // of COMn; empty when there is none
+    QString recordedDevice() const; // as history and backups name it: what stands in for the port is no controller
     // The time-out in milliseconds, kLeastTimeOutMs to kMostTimeOutMs; nothing: the whole seconds of the settings hold.
     // save stores it.
     std::optional<int> timeOutMs() const { return m_timeOutMs; }

@@ -155,7 +155,7 @@ bool TransferEngine::mayGoWithout(const QString& question, const QString& error)
 
 bool TransferEngine::beginJournal(const QString& cause, const QVector<SentParameter>& parameters)
 {
-    m_journalError = m_journal.begin(cause, m_parts.link.device(), parameters).error();
+    m_journalError = m_journal.begin(cause, m_parts.link.recordedDevice(), parameters).error();
     if (m_journalError.isEmpty())
         return true;
     m_parts.kx.logError(m_journalError);
@@ -185,7 +185,7 @@ bool TransferEngine::keepHeldSet(const QString& cause)
     const QString comment = library.tranStr(QStringLiteral("before writing %1; COM%2 %3, slave %4"))
                                 .arg(cause)
                                 .arg(link.Port())
-                                .arg(link.device())
+                                .arg(link.recordedDevice())
                                 .arg(m_parts.controller.slaveAddress());
     m_backupError = BackupStore(library).keep(set, m_parts.kx.Ext(), comment).error();
     return m_backupError.isEmpty() ||

@@ -1,3 +1,4 @@
+#include "Journal.h"
 #include "StartCommands.h"
 
 #include "FakeClock.h"
@@ -68,6 +69,10 @@ TEST_F(Trial, LeavesNothingInTheSettings)
     window->showCommSetting();
     window->getDataFromKX();
     EXPECT_EQ(window->state(), MainState::UpToDate) << "of the simulator, which is still there";
+    window->setDataToKXAll();
+    const Journal journal(program->context());
+    ASSERT_EQ(journal.read().entries.size(), 1);
+    EXPECT_TRUE(journal.read().entries.front().device.startsWith("simulator /dev/pts/"));
     EXPECT_EQ(controller->requests(), 0);
     window->close();
     EXPECT_FALSE(settingsFile().contains("/dev/pts")) << settingsFile().constData();
