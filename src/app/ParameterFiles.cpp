@@ -130,8 +130,7 @@ void ParameterFiles::openGiven(const QString& file, MainState state)
     // Without parameters there stands in place of the grid what is wrong with the definition.
     if (m_kx.items().empty() || !take(file))
         return;
-    for (const auto& item : m_kx.items())
-        item->Edit = EditState::kUntouched;
+    m_kx.takeAsRead();
     m_kx.refreshSpread(false, nullptr);
     accept(file);
 }

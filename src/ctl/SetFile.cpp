@@ -85,8 +85,7 @@ CommandResult SetFile::values(const clsKX& kx, Values& values) const
 void SetFile::apply(clsKX& kx, const Values& values)
 {
     kx.setValues(values);
-    for (const auto& item : kx.items())
-        item->Edit = EditState::kUntouched;
+    kx.takeAsRead();
     for (const auto& entry : values)
         kx.getDataByTag(entry.first)->cause = {ChangeCause::Kind::Loaded, {}};
 }

@@ -115,6 +115,12 @@ void clsKX::showItem(const clsData& item)
     GridRefresh(m_model, m_grid).show(item);
 }
 
+void clsKX::takeAsRead()
+{
+    for (const auto& item : m_model.items)
+        item->Edit = EditState::kUntouched;
+}
+
 void clsKX::showUnits()
 {
     GridRefresh(m_model, m_grid).showUnits();

@@ -65,6 +65,7 @@ public:
     void refreshCell(clsData& item);
     void showItem(const clsData& item); // as it is
     void showUnits();                   // beside temperatures
+    void takeAsRead();                  // no item counts as changed any more; the grid stays as it is
 
     // Set the stored or the display value by tag; with sOnlyHide only when the item has no cell. A tag that does not
     // exist changes nothing. The grid is not touched.
