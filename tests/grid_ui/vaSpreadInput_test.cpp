@@ -206,6 +206,8 @@ TEST_F(Spread, CellsRefuseWhatIsNotMeant)
         click(middle(3));
         press(3, Qt::Key_Space);
         EXPECT_EQ(pressed.count(), 0) << isLocked;
+        type(1, "35");
+        EXPECT_TRUE(line() == nullptr && current() == u"1,2") << "not the cell that begins so";
     }
 }
 

@@ -72,6 +72,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    // What is typed at a cell that takes no entry goes nowhere: never to a cell whose text begins like it.
+    void keyboardSearch(const QString&) override {}
     void focusInEvent(QFocusEvent* event) override;
 
 private:
