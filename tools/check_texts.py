@@ -40,7 +40,7 @@ CAPTIONS = {
     "Find...", "Find next", "Find previous", "Go to tag...", "Go to tag:", "FindChanged", "FindNotRead", "%1 of %2",
     "%1 found", "Hits", "Close",
     # Of the review: title, filters, columns, classes, causes, and what is in order
-    "all parameters", "before writing %1; COM%2 %3, slave %4", "Review and send", "Review and send...", "Backups...", "History...", "Review...", "1 change", "%1 changes", "Search in name, block and tag",
+    "all parameters", "before writing %1; COM%2 %3, slave %4", "Review and write", "Review and write...", "Backups...", "History...", "Review...", "1 change", "%1 changes", "Search in name, block and tag",
     "Show", "ReviewAll", "ReviewConflicts", "ReviewFailed", "ReviewAccepted", "ReviewTicked", "ReviewName", "ReviewBlock", "ReviewHeld",
     "ReviewValue", "ReviewState", "ReviewCause", "ReviewClass", "ReviewTag", "changed", "typed", "chosen",
     "pasted", "loaded", "followed from %1", "setting", "calibration", "line", "command", "measured", "Go to cause",
@@ -52,20 +52,21 @@ CAPTIONS = {
     "write register", "write registers", "read memory", "write memory", "read floats", "write floats",
     "CRC OK", "LRC OK",
     # Of the communication settings: what stands behind a port
-    "not plugged in",
+    "not plugged in", "Nothing",
     # Of a cell as a screen reader has it, and the reasons of a paste
     "locked", "%1 to %2", "above %1, to %2", "%1 to below %2", "above %1, below %2", "and %1 more",
     "no choice of its list", "buttons and tables accept no pasted text",
     # Of the search for controllers: its columns
     "Port", "Speed", "Format", "Mode", "Response (ms)",
+    # Spoken names
+    "Parameters", "What to do", "Status", "Serial link", "State of the data", "Current parameter", "Commands", "Progress",
+    "Question", "Warning", "Information",
     # Of the history window: columns, the choice of all days, the line
     "HistoryTime", "Outcome", "Parameter", "Old value", "New value", "Tag", "Cause", "Device", "Model", "User",
     "All days", "%1, slave %2",
     # Of the window of backups: its columns
     "BackupTime", "Model", "Cause", "Differences",
 }
-# Texts that the language files hold but that no window shows.
-NOT_SHOWN = {"Nothing"}
 
 
 class MessagePage(HTMLParser):
@@ -119,7 +120,7 @@ def faults_of(page, name, texts):
 
 def missing_messages(folder):
     english, japanese = (MessagePage(folder / name / "messages.html") for name in ("Vorlant", "VorlantJ"))
-    wanted = [pair for pair in PROGRAM_TEXTS if pair[0] not in CAPTIONS | NOT_SHOWN]
+    wanted = [pair for pair in PROGRAM_TEXTS if pair[0] not in CAPTIONS]
     found = [*faults_of(english, "Vorlant/messages.html", [(key, ENGLISH_WORDING.get(key, key)) for key, _ in wanted]),
              *faults_of(japanese, "VorlantJ/messages.html", wanted)]
     for name in sorted(set(english.messages.values()) ^ set(japanese.messages.values())):

@@ -3,6 +3,7 @@
 #include "CellEditor.h"
 #include "FileModel.h"
 #include "HeldValue.h"
+#include "ItemDisplay.h"
 #include "MessagePresenter.h"
 #include "ParameterFile.h"
 #include "ProgramContext.h"
@@ -167,25 +168,30 @@ void ParameterFiles::reportLoad()
     const ParameterLoad& load = m_kx.lastLoad();
     QStringList lines;
     if (!load.outsideLimits.isEmpty())
-        lines << library.tranStr(QStringLiteral("Outside their limits: %1")).arg(load.outsideLimits.join(u", "));
+        lines << library.tranStr(QStringLiteral("Outside their limits: %1")).arg(namesOf(load.outsideLimits));
     if (!load.missing.isEmpty())
-        lines << library.tranStr(QStringLiteral("Not in the file: %1")).arg(load.missing.join(u", "));
+        lines << library.tranStr(QStringLiteral("Not in the file: %1")).arg(namesOf(load.missing));
     if (!lines.isEmpty())
         m_questions.showMessage(lines.join(u'\n'), MessageStyle::kExclamation);
+}
+
+QString ParameterFiles::namesOf(const QStringList& tags) const
+{
+    QStringList names;
+    for (const QString& tag : tags)
+        names << nameWithTag(*m_kx.getDataByTag(tag), m_program.library().translation());
+    return names.join(QStringLiteral(", "));
 }
 
 void ParameterFiles::loadAsChanges(const ParameterSet& set, CellEditor& editor, MainState state)
 {
     if (!mayOpen(state))
         return;
-    QStringList names;
     const QStringList refused = editor.enterSet(set.values);
-    for (const QString& tag : refused)
-        names << m_program.library().tranStr(m_kx.getDataByTag(tag)->nameOrTag());
-    if (!names.isEmpty())
+    if (!refused.isEmpty())
         m_questions.showMessage(m_program.library()
                                     .tranStr(QStringLiteral("Outside their limits, so not loaded: %1"))
-                                    .arg(names.join(QStringLiteral(", "))),
+                                    .arg(namesOf(refused)),
                                 MessageStyle::kExclamation);
 }
 
@@ -244,13 +250,13 @@ bool ParameterFiles::mayDiscard() const
         return true;
     const bool isOffLine = m_program.settings().m_bComm;
     const clsLibrary& library = m_program.library();
-    const QString question = count == 1
-                                 ? library.tranStr(isOffLine ? QStringLiteral("1 change was not saved. Discard it?")
-                                                             : QStringLiteral("1 change was not sent. Discard it?"))
-                                 : library
-                                       .tranStr(isOffLine ? QStringLiteral("%1 changes were not saved. Discard them?")
-                                                          : QStringLiteral("%1 changes were not sent. Discard them?"))
-                                       .arg(count);
+    const QString question =
+        count == 1 ? library.tranStr(isOffLine ? QStringLiteral("1 change was not saved. Discard it?")
+                                               : QStringLiteral("1 change was not written. Discard it?"))
+                   : library
+                         .tranStr(isOffLine ? QStringLiteral("%1 changes were not saved. Discard them?")
+                                            : QStringLiteral("%1 changes were not written. Discard them?"))
+                         .arg(count);
     const int answer =
         m_questions.showChoice(question, MessageStyle::kYesNoExclamation + MessageStyle::kSecondIsDefault,
                                isOffLine || !m_review ? QString() : QStringLiteral("Review..."));

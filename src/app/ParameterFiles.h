@@ -73,6 +73,7 @@ private:
     bool take(const QString& file); // false: the user has been notified
     void accept(const QString& file);
     void reportLoad();
+    QString namesOf(const QStringList& tags) const;
     void saveTo(const QString& file);
     void standFor(const QString& file);
     QString folder() const;

@@ -13,9 +13,9 @@ QString filledText(const ReadStatus& status, const TranslateText& tran)
     if (status.report.requests == 0)
         return tran(QStringLiteral("nothing read: the comm file holds no read commands"));
     if (status.unread > 0)
-        return tran(QStringLiteral("%1 parameters not read (%2)"))
-            .arg(status.unread)
-            .arg(status.report.givenUp.join(u", "));
+        return (status.unread == 1 ? tran(QStringLiteral("1 parameter not read (%1)"))
+                                   : tran(QStringLiteral("%1 parameters not read (%2)")).arg(status.unread))
+            .arg(status.report.unreadBlocks.join(u", "));
     return tran(QStringLiteral("read at %1")).arg(status.readAt.toString(QStringLiteral("HH:mm:ss")));
 }
 

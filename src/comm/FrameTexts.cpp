@@ -52,12 +52,6 @@ QString text(const TranslateText& tran, const char* english)
     return tran(QString::fromLatin1(english));
 }
 
-QString exceptionText(int code, const TranslateText& tran)
-{
-    return text(tran, "the controller refused (exception %1)").arg(code) + QStringLiteral(": ") +
-           text(tran, nameOf(kExceptions, code));
-}
-
 QString sizes(const FrameFields& fields, const TranslateText& tran, const char* english)
 {
     return text(tran, english).arg(fields.wire.size()).arg(fields.wireBytes);
@@ -92,7 +86,7 @@ QString faultText(const FrameFields& fields, const TranslateText& tran)
     case Fault::OtherFunction:
         return text(tran, "answers function %1 instead of %2").arg(*fields.function).arg(*fields.askedFunction);
     case Fault::Exception:
-        return exceptionText(*fields.exception, tran);
+        return frametexts::refusal(*fields.exception, tran);
     case Fault::OtherEcho:
         return text(tran, "confirms something else than was sent");
     case Fault::NotAccepted:
@@ -194,6 +188,13 @@ QString details(const FrameFields& fields, const QString& stamp, const QString& 
     lines << hexBytes(fields.direction == Direction::Memory ? fields.data : fields.wire);
     lines.removeAll(QString());
     return lines.join(u'\n');
+}
+
+QString refusal(int exceptionCode, const TranslateText& tran)
+{
+    return text(tran, "the controller refused the request (exception %1, %2)")
+        .arg(exceptionCode)
+        .arg(text(tran, nameOf(kExceptions, exceptionCode)));
 }
 
 QString hexBytes(const QByteArray& bytes)

@@ -16,6 +16,9 @@ QString remark(const FrameFields& fields, const TranslateText& tran);
 // its text form in ASCII mode.
 QString details(const FrameFields& fields, const QString& stamp, const QString& parameters, const TranslateText& tran);
 
+// "the controller refused the request (exception 2, illegal data address)".
+QString refusal(int exceptionCode, const TranslateText& tran);
+
 // "01 42 00"; the part that is shown of a long one ends in "...".
 QString hexBytes(const QByteArray& bytes);
 

@@ -52,7 +52,8 @@ public:
     // reported an error.
     QString modelString() const { return m_modelString; }
     void setModelString(const QString& text) { m_modelString = text; }
-    QString failure() const { return m_failure; } // why the last question got no sound answer
+    QString failure() const { return m_failure; }                     // why the last question got no sound answer
+    bool isRefused() const { return m_channel.exceptionCode() != 0; } // the last question
 
 Q_SIGNALS:
     void asking(const QString& address); // "FBC0"

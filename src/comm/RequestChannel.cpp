@@ -1,5 +1,6 @@
 #include "RequestChannel.h"
 
+#include "FrameTexts.h"
 #include "ModbusFrame.h"
 #include "ProtocolNumbers.h"
 #include "clsLibrary.h"
@@ -103,6 +104,7 @@ RequestChannel::Result RequestChannel::sendAndWait()
     m_bWait = true;
     m_hasReply = false;
     m_answered = false;
+    m_exceptionCode = 0;
     m_lResult = Result::Success;
     m_waiting.arm();
     const QString refusal = m_link.sendMsg(m_clsModbus.GetSendMessage(), m_clsModbus.RecvSize(),
@@ -247,7 +249,7 @@ bool RequestChannel::isSound(const QByteArray& received)
 {
     QByteArray bytes = received;
     if (!m_clsModbus.SetRecvMessage(bytes, static_cast<qint32>(received.size()))) {
-        m_reason = tran("bad reply (error %1)").arg(m_clsModbus.ErrorCode());
+        m_reason = badReply(m_clsModbus.ErrorCode());
         return false;
     }
     // A sound frame that answers another request (a late reply, say) brings no values for this one. The check leaves
@@ -258,10 +260,26 @@ bool RequestChannel::isSound(const QByteArray& received)
         return false;
     }
     if (!announcesItsBytes(bytes)) {
-        m_reason = tran("bad reply (error %1)").arg(clsModbus::kBadReply);
+        m_reason = badReply(clsModbus::kBadReply);
         return false;
     }
     return true;
+}
+
+QString RequestChannel::badReply(int code)
+{
+    if (exceptioncode::contains(code))
+        return refusal(code);
+    const char* fault = code == clsModbus::kCrcError   ? "CRC wrong"
+                        : code == clsModbus::kLrcError ? "LRC wrong"
+                                                       : "it does not fit the request";
+    return tran("bad reply: %1 (error %2)").arg(tran(fault)).arg(code);
+}
+
+QString RequestChannel::refusal(int code)
+{
+    m_exceptionCode = code;
+    return frametexts::refusal(code, m_library.translation());
 }
 
 // The replies that say how many bytes of values follow; the length on the line is right by now.
@@ -305,7 +323,7 @@ void RequestChannel::failWith(const QString& text)
     m_clsModbus.SetRecvMessage(bytes, static_cast<qint32>(m_received.size()));
     const int code = m_clsModbus.ErrorCode();
     m_answered = exceptioncode::contains(code);
-    m_reason = m_answered ? tran("the controller refused (exception %1)").arg(code) : m_library.tranStr(text);
+    m_reason = m_answered ? refusal(code) : m_library.tranStr(text);
     finish(Result::Failed);
 }
 

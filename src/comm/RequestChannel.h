@@ -76,12 +76,13 @@ public:
     LineStatistics& statistics() { return m_statistics; }
     // Which opening of the port is in use; nothing while it is closed.
     std::optional<int> opening() const;
-    QString reason() const { return m_reason; }        // why the last request did not succeed, in the user's language
-    bool hasReply() const { return m_hasReply; }       // as many bytes as were announced came for it, sound or not
-    QByteArray received() const { return m_received; } // what came for the last request, sound or not
-    QString lineText() const;                          // "9600,N,8,1"
-    int requests() const { return m_requests; }        // sent since begin
-    qint64 wireBytes() const { return m_wireBytes; }   // sent, and announced for replies, since begin
+    QString reason() const { return m_reason; } // why the last request did not succeed, in the user's language
+    int exceptionCode() const { return m_exceptionCode; } // by which the last request was refused; 0: it was not
+    bool hasReply() const { return m_hasReply; }          // as many bytes as were announced came for it, sound or not
+    QByteArray received() const { return m_received; }    // what came for the last request, sound or not
+    QString lineText() const;                             // "9600,N,8,1"
+    int requests() const { return m_requests; }           // sent since begin
+    qint64 wireBytes() const { return m_wireBytes; }      // sent, and announced for replies, since begin
 
 private:
     // A reply that may still come.
@@ -113,6 +114,8 @@ private:
     void failWith(const QString& text);
     void giveUpSilent();
     bool isSound(const QByteArray& received);
+    QString badReply(int code);
+    QString refusal(int code);
     bool announcesItsBytes(const QByteArray& frame) const;
     qsizetype expectedFrameBytes() const;
     void finish(Result result);
@@ -137,6 +140,7 @@ private:
     quint8 m_functionCode = 0;
     Result m_lResult = Result::Success;
     QString m_reason;
+    int m_exceptionCode = 0;
     int m_requests = 0;
     qint64 m_wireBytes = 0;
     QByteArray m_lastRequest; // of this transfer; sent again it is a repetition

@@ -28,7 +28,7 @@ Commands:
   set TAG=VALUE...      read the controller, check all values, write them, read back; print what became of each
   show FILE             print a parameter file; needs no controller
   write FILE            write what differs in a parameter file to the controller, read back; print what became of each
-  changes FILE          print what write --class all would change; send nothing
+  changes FILE          print what write --class all would change; write nothing
   compare FILE          print what differs between a parameter file and the controller
   compare FILE FILE2    the same for two parameter files; needs no controller
   history               print what was written to controllers, the oldest first; needs no controller
@@ -36,8 +36,9 @@ Commands:
   check-definitions [MODEL]...
                         check the definition files of these models, or of all; print what is wrong with them
 
-A VALUE is what the grid shows: a number in its limits, a choice by its text or its stored value, a switch by its
-caption or 0 or 1. Nothing is written when one of the values is refused. compare leaves out what is only measured.
+A VALUE is what the grid shows: a number in its limits, rounded as in the grid, a choice by its text or its stored
+value, a switch by its caption or 0 or 1. Nothing is written when one of the values is refused. compare leaves out
+what is only measured.
 
 Options (those left out come from the main settings file):
   --port DEVICE|COMn     serial port, or a serial server: tcp://host:port, rfc2217://host:port
@@ -56,9 +57,9 @@ Options (those left out come from the main settings file):
   --first                of scan: end with the first controller
   --quiet                show no progress
   --stats                print how the requests have ended, on standard error
-  --class LIST           of set, write and changes: classes of parameters to send, separated by commas: setting,
+  --class LIST           of set, write and changes: classes of parameters to write, separated by commas: setting,
                          calibration, line, command; or all (default: write setting, else all)
-  --dry-run              of set and write: print what would change, send nothing
+  --dry-run              of set and write: print what would change, write nothing
   --read-only            write nothing to a controller: set and write end with status 6
   --no-backup            of set and write: keep nothing of what the controller held; write all the same where the
                          history cannot be written
@@ -68,9 +69,9 @@ Options (those left out come from the main settings file):
   -h, --help             print this
   -V, --version          print the version
 
-Exit status: 0 done, 1 the sets differ, 2 usage, also an unknown --model or TAG, 3 no port or no answer, 4 the
-controller or the file is of another model or of one that the catalogue lacks, 5 unreadable file or definition, or a
-definition with faults, 6 a value was refused, did not read back, or the controller changed.
+Exit status: 0 done, 1 the sets differ, 2 usage, also an unknown --model or TAG, 3 no port, no answer, or a refusal,
+4 the controller or the file is of another model or of one that the catalogue lacks, 5 unreadable file or definition,
+or a definition with faults, 6 a value was refused, did not read back, or the controller changed.
 )";
 
 std::optional<int> numberWithin(const QString& text, int least, int most)
@@ -338,11 +339,11 @@ QString errorInWords(const CommandForm& form, const QStringList& words)
     const QString name = QString::fromUtf16(form.name);
     const QString wanted = QString::fromUtf16(form.words);
     if (words.size() < form.least)
-        return QStringLiteral("%1: the command takes %2").arg(name, wanted);
+        return QStringLiteral("%1: the command accepts %2").arg(name, wanted);
     if (words.size() > form.most)
-        return QStringLiteral("%1: \"%2\" is too much; the command takes %3").arg(name, words.at(form.most), wanted);
+        return QStringLiteral("%1: \"%2\" is too much; the command accepts %3").arg(name, words.at(form.most), wanted);
     if (words.contains(QString()))
-        return QStringLiteral("%1: a word is empty; the command takes %2").arg(name, wanted);
+        return QStringLiteral("%1: a word is empty; the command accepts %2").arg(name, wanted);
     return form.command == Command::Set ? errorInPairs(words) : QString();
 }
 

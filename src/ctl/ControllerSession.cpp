@@ -13,6 +13,26 @@ CommandResult failed(ExitStatus status, const QString& line)
     return CommandResult::failed(status, line);
 }
 
+// "MODBUS Application Protocol" V1.1b3, 7. 0: the request was not refused.
+QString remedyOf(int exceptionCode)
+{
+    switch (exceptionCode) {
+    case 0:
+        return QStringLiteral("check cable, speed, mode, slave and model");
+    case 4:
+    case 8:
+        return QStringLiteral("see the controller's manual");
+    case 5:
+    case 6:
+        return QStringLiteral("wait, then repeat the command");
+    case 10:
+    case 11:
+        return QStringLiteral("check the gateway and the line behind it");
+    default:
+        return QStringLiteral("check model and options");
+    }
+}
+
 bool mayBeThere(const SentParameter& parameter)
 {
     return parameter.outcome == SendOutcome::Accepted || parameter.outcome == SendOutcome::NotAccepted ||
@@ -112,6 +132,7 @@ void ControllerSession::onAttemptFailed(const QString& entry, int attempt, int m
     if (attempt < maximum)
         return;
     m_lostRequest = QStringLiteral("%1: %2, %3 times").arg(entry, reason).arg(maximum);
+    m_lostRemedy = remedyOf(m_engine->exceptionCode());
     m_engine->abort();
 }
 
@@ -211,9 +232,8 @@ CommandResult ControllerSession::noAnswer() const
     const QString remedy =
         m_wrote ? QStringLiteral("; some parameters may have been written: check the line and read them") : QString();
     if (!m_lostRequest.isEmpty())
-        return failed(ExitStatus::NoAnswer,
-                      QStringLiteral("%1: request failed: %2; check cable, speed, mode, slave and model%3")
-                          .arg(m_controlLink.text(), m_lostRequest, remedy));
+        return failed(ExitStatus::NoAnswer, QStringLiteral("%1: request failed: %2; %3%4")
+                                                .arg(m_controlLink.text(), m_lostRequest, m_lostRemedy, remedy));
     return failed(
         ExitStatus::NoAnswer,
         QStringLiteral("%1: %2; check the adapter and try again%3").arg(m_controlLink.text(), lastLineFault(), remedy));

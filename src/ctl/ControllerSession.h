@@ -68,4 +68,5 @@ private:
     bool m_interrupted = false;
     bool m_wrote = false;  // something was sent that may have changed the controller
     QString m_lostRequest; // the request that was given up, with the reason
+    QString m_lostRemedy;
 };

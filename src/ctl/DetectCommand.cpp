@@ -43,9 +43,11 @@ CommandResult DetectCommand::result(const Detection& detection, const QStringLis
     }
     case DetectionResult::NoAnswer:
         return CommandResult::failed(ExitStatus::NoAnswer,
-                                     QStringLiteral("%1: no valid reply to the question for the model: %2; check "
-                                                    "cable, speed, mode and slave")
-                                         .arg(m_line.text(), m_detection.failure())
+                                     QStringLiteral("%1: no valid reply to the question for the model: %2; check %3")
+                                         .arg(m_line.text(), m_detection.failure(),
+                                              m_detection.isRefused()
+                                                  ? QStringLiteral("the slave address: this may be another device")
+                                                  : QStringLiteral("cable, speed, mode and slave"))
                                          .simplified());
     case DetectionResult::Stopped:
         break;

@@ -69,7 +69,7 @@ CommandResult compareFiles(ProgramContext& program, const CommandLine& line)
         step = second.show(model.kx());
     }
     return step.ok() ? compareRows(rows, comparedRows(model.kx()), {QStringLiteral("first"), QStringLiteral("second")},
-                                   line.format)
+                                   {first.name(), second.name()}, line.format)
                      : step;
 }
 
@@ -89,6 +89,6 @@ CommandResult compareWithController(ProgramContext& program, ControllerSession& 
     if (step.ok())
         step = session.read();
     return step.ok() ? compareRows(rows, comparedRows(session.kx()),
-                                   {QStringLiteral("file"), QStringLiteral("controller")}, line.format)
+                                   {QStringLiteral("file"), QStringLiteral("controller")}, {}, line.format)
                      : step;
 }

@@ -6,7 +6,7 @@
 
 namespace {
 
-QStringList historyFields(const HistoryRow& row)
+QStringList historyFields(const HistoryRow& row, OutputFormat format)
 {
     const JournalEntry& entry = *row.entry;
     const QDateTime time = entry.begunAt.toOffsetFromUtc(entry.begunAt.offsetFromUtc());
@@ -14,8 +14,8 @@ QStringList historyFields(const HistoryRow& row)
             row.outcome(),
             row.tag(),
             row.name(),
-            row.held(),
-            row.value(),
+            valueWithUnit(row.held(), row.unit(), format),
+            valueWithUnit(row.value(), row.unit(), format),
             entry.cause,
             entry.device,
             QString::number(entry.slave),
@@ -43,7 +43,11 @@ CommandResult showHistory(ProgramContext& program, const CommandLine& line)
     for (const char* column :
          {"time", "outcome", "tag", "name", "old", "new", "cause", "device", "slave", "mode", "model", "user"})
         printed.columns << QString::fromLatin1(column);
-    for (const HistoryRow& row : historyRows(reading.entries, HistoryOrder::OldestFirst))
-        printed.rows.append(historyFields(row));
+    QStringList units;
+    for (const HistoryRow& row : historyRows(reading.entries, HistoryOrder::OldestFirst)) {
+        printed.rows.append(historyFields(row, line.format));
+        units << row.unit();
+    }
+    addUnits(printed, units, line.format);
     return {ExitStatus::Done, formatRows(printed, line.format), leftOut(reading)};
 }

@@ -1,5 +1,6 @@
 #include "OutputFormat.h"
 
+#include "ItemUnits.h"
 #include "TextTable.h"
 #include "VisibleText.h"
 #include "WrittenItems.h"
@@ -21,7 +22,7 @@ QString blockText(const clsKX& kx, const clsData& item)
 
 QByteArray asTable(const PrintedRows& printed)
 {
-    TextTable table(tableHeadings(printed.columns));
+    TextTable table(printed.headings.isEmpty() ? tableHeadings(printed.columns) : printed.headings);
     for (const QStringList& row : printed.rows)
         table.add(row);
     return table.text().toUtf8();
@@ -123,9 +124,24 @@ QStringList tableHeadings(const QStringList& columns)
     return headings;
 }
 
+QString valueWithUnit(const QString& value, const QString& unit, OutputFormat format)
+{
+    return value.isEmpty() || unit.isEmpty() || format != OutputFormat::Table ? value : value + u' ' + unit;
+}
+
+void addUnits(PrintedRows& printed, const QStringList& units, OutputFormat format)
+{
+    if (format == OutputFormat::Table)
+        return;
+    printed.columns << QStringLiteral("unit");
+    for (qsizetype i = 0; i < printed.rows.size(); ++i)
+        printed.rows[i] << units.value(i);
+}
+
 ParameterRow parameterRow(const clsKX& kx, const clsData& item)
 {
-    ParameterRow row{item.Key(), item.DataName(), blockText(kx, item), QString(), QString(), false};
+    ParameterRow row{
+        item.Key(), item.DataName(), blockText(kx, item), {}, {}, false, ItemUnits(kx.data()).unitOf(item)};
     row.changed = item.Edit == EditState::kChanged;
     // A default of what is not read at all was not sent by the controller.
     if (item.isKnown() && (isRead(kx.data(), item) || !item.holdsDefault())) {
@@ -149,10 +165,13 @@ QByteArray formatParameters(const std::vector<ParameterRow>& rows, OutputFormat 
                          QStringLiteral("value"), QStringLiteral("data")},
                         {},
                         {}};
+    QStringList units;
     for (const ParameterRow& row : rows) {
-        printed.rows.append({row.tag, row.name, row.block, row.value, row.data});
+        printed.rows.append({row.tag, row.name, row.block, valueWithUnit(row.value, row.unit, format), row.data});
         printed.changed.append(row.changed);
+        units << row.unit;
     }
+    addUnits(printed, units, format);
     return formatRows(printed, format);
 }
 

@@ -25,15 +25,22 @@ struct ParameterRow
     QString value; // display text
     QString data;  // stored text
     bool changed = false;
+    QString unit = {}; // of the value; empty for none
 };
 
-// Texts by column. The table heads the columns with their names, the first letter a capital.
+// Texts by column. The table heads the columns with the headings; without these with the names of the columns, the
+// first letter a capital.
 struct PrintedRows
 {
     QStringList columns;
     QVector<QStringList> rows; // each with as many fields as there are columns
     QVector<bool> changed;     // by row, for Json only; may be empty
+    QStringList headings = {}; // for the table only; may be empty
 };
+
+// The table has units behind the values; the other forms have them in the last column, for the values to stay numbers.
+QString valueWithUnit(const QString& value, const QString& unit, OutputFormat format);
+void addUnits(PrintedRows& printed, const QStringList& units, OutputFormat format); // by row
 
 // What the table heads columns of these names with.
 QStringList tableHeadings(const QStringList& columns);

@@ -23,36 +23,40 @@ QString outcomeText(const WriteRow& row, bool planned)
     return QStringLiteral("not sent");
 }
 
-QStringList fieldsOf(const WriteRow& row, bool planned)
+QStringList fieldsOf(const WriteRow& row, bool planned, OutputFormat format)
 {
     const auto english = [](const QString& text) { return text; };
     const ChangeRow& change = row.change;
+    const auto shown = [&](const QString& value) { return valueWithUnit(value, change.unit, format); };
     return {change.tag,
             change.name,
             change.block,
             parameterClassName(change.kind),
             causeText(change.cause, change.cause.tag, english),
-            change.heldShown,
-            change.valueShown,
+            shown(change.heldShown),
+            shown(change.valueShown),
             outcomeText(row, planned),
             row.reason,
-            row.kept};
+            shown(row.kept)};
 }
 
 // A parameter among those of its outcome.
 QString mention(const WriteRow& row)
 {
-    const QString& tag = row.change.tag;
+    const ChangeRow& change = row.change;
+    const QString name =
+        change.name == change.tag ? change.tag : QStringLiteral("%1 [%2]").arg(change.name, change.tag);
+    const auto shown = [&](const QString& value) { return valueWithUnit(value, change.unit, OutputFormat::Table); };
     switch (row.outcome) {
     case SendOutcome::Conflict:
-        return QStringLiteral("%1 was %2, is %3").arg(tag, row.change.heldShown, row.kept);
+        return QStringLiteral("%1 was %2, is %3").arg(name, shown(change.heldShown), shown(row.kept));
     case SendOutcome::NotAccepted:
-        return QStringLiteral("%1 (sent %2, kept %3)").arg(tag, row.change.valueShown, row.kept);
+        return QStringLiteral("%1 (written %2, kept %3)").arg(name, shown(change.valueShown), shown(row.kept));
     case SendOutcome::Failed:
     case SendOutcome::Refused:
-        return QStringLiteral("%1 (%2)").arg(tag, row.reason);
+        return QStringLiteral("%1 (%2)").arg(name, row.reason);
     default:
-        return tag;
+        return name;
     }
 }
 
@@ -77,8 +81,12 @@ QByteArray formatWriteRows(const std::vector<WriteRow>& rows, bool planned, Outp
     PrintedRows printed;
     for (const char* column : {"tag", "name", "block", "class", "cause", "held", "new", "outcome", "reason", "kept"})
         printed.columns << QString::fromLatin1(column);
-    for (const WriteRow& row : rows)
-        printed.rows.append(fieldsOf(row, planned));
+    QStringList units;
+    for (const WriteRow& row : rows) {
+        printed.rows.append(fieldsOf(row, planned, format));
+        units << row.change.unit;
+    }
+    addUnits(printed, units, format);
     const bool isPrinted = !rows.empty() || format != OutputFormat::Table;
     return isPrinted ? formatRows(printed, format) : QByteArray();
 }

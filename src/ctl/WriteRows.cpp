@@ -1,6 +1,7 @@
 #include "WriteRows.h"
 
 #include "ControllerSession.h"
+#include "Tags.h"
 #include "WriteOutcomes.h"
 
 #include <algorithm>
@@ -46,6 +47,18 @@ void noteReport(const clsKX& kx, const WriteReport& report, std::vector<WriteRow
     }
 }
 
+// The controller keeps the digits of its values, whatever their decimal point.
+QString noteOfPoint(const std::vector<WriteRow>& rows)
+{
+    const bool moves = std::any_of(rows.begin(), rows.end(), [](const WriteRow& row) {
+        return row.isChosen && row.change.tag == tags::kPoint && row.change.held != row.change.value;
+    });
+    return moves
+               ? QStringLiteral("the decimal point moves in all values: 120.0 becomes 12.00 or 1200; check set values, "
+                                "limits and alarm values")
+               : QString();
+}
+
 CommandResult sendRows(ControllerSession& session, std::vector<WriteRow>& rows)
 {
     CommandResult result = session.writeChosen(chosenTags(rows));
@@ -76,6 +89,8 @@ CommandResult writeRows(ControllerSession& session, const CommandLine& line, con
             QStringLiteral("nothing to write: what differs is of classes that are not chosen, see --class");
     else if (!line.dryRun)
         result = sendRows(session, rows);
+    if (result.failure.isEmpty())
+        result.failure = noteOfPoint(rows);
     result.output = formatWriteRows(rows, line.dryRun, line.format);
     return result;
 }

@@ -3,6 +3,7 @@
 #include "CellEditor.h"
 #include "CellHint.h"
 #include "EntryOrder.h"
+#include "ItemDisplay.h"
 #include "MessagePresenter.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
@@ -99,7 +100,7 @@ QString CellClipboard::refusalOf(const Entry& entry, const QStringList& unsaid) 
     const clsData& item = *kx.getDataByRC(entry.row, entry.col);
     const platform::Cell& cell = kx.spread()->cell(entry.row, entry.col);
     const QString text = entry.text.size() > kLongestText ? entry.text.left(kLongestText) + u'…' : entry.text;
-    const QString subject = QStringLiteral("%1 \"%2\"").arg(shownName(item, tran), text);
+    const QString subject = QStringLiteral("%1 \"%2\"").arg(nameWithTag(item, tran), text);
     if (const QString closed = closedHint(kx, item, subject, tran); !closed.isEmpty())
         return closed;
     const QString line = tran(QStringLiteral("%1: %2"));

@@ -3,6 +3,7 @@
 #include "Comparison.h"
 #include "ItemUnits.h"
 #include "LockRules.h"
+#include "Tags.h"
 #include "WrittenItems.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
@@ -82,5 +83,7 @@ QString cellHint(const clsKX& kx, int col, int row, const TranslateText& tran)
     if (const QString closed = closedHint(kx, *item, shownName(*item, tran), tran); !closed.isEmpty())
         return closed;
     const QString meaning = meaningOf(kx, *item, tran);
+    if (item->Key() == tags::kPoint)
+        return tran(QStringLiteral("%1; moves the point of all values: 120.0 becomes 12.00 or 1200")).arg(meaning);
     return goesOutAtOnce(kx.data(), *item) ? tran(QStringLiteral("%1; written at once")).arg(meaning) : meaning;
 }

@@ -12,10 +12,7 @@ QString valueText(const clsKX& kx, const clsData& item, const TranslateText& tra
 {
     if (!item.isKnown())
         return tran(QStringLiteral("not read"));
-    const QString value = kx.spread()->cell(item.Row(), item.Col()).shownText();
-    const bool isNumber = item.MType() == ItemType::Data && !item.showsStoredText();
-    const QString unit = isNumber ? ItemUnits(kx.data()).unitOf(item) : QString();
-    return unit.isEmpty() ? value : value + u' ' + unit;
+    return ItemUnits(kx.data()).shown(item, kx.spread()->cell(item.Row(), item.Col()).shownText());
 }
 
 QStringList states(const clsData& item, const platform::Cell& cell, const TranslateText& tran)

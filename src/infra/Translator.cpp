@@ -86,7 +86,8 @@ QString Translator::text(const QString& english)
 {
     if (english.isEmpty())
         return english;
-    QString value = m_context.translates ? lookUp(kProgramTexts, english, english) : english;
+    QString value =
+        m_context.translates ? lookUp(kProgramTexts, english, english) : inEnglish(kProgramTexts, english, english);
     return value.replace(kLineBreak, QStringLiteral("\r\n"));
 }
 

@@ -109,7 +109,9 @@ QVariant HistoryModel::headerData(int section, Qt::Orientation orientation, int 
 
 QString HistoryModel::text(const HistoryRow& row, int column) const
 {
-    return platform::visibleText(plainText(row, column));
+    const QString plain = plainText(row, column);
+    const bool isValue = (column == kHeld || column == kValue) && !plain.isEmpty() && !row.unit().isEmpty();
+    return platform::visibleText(isValue ? plain + u' ' + row.unit() : plain);
 }
 
 QString HistoryModel::plainText(const HistoryRow& row, int column) const

@@ -19,6 +19,7 @@ public:
     QString name() const { return parameter == nullptr ? QString() : parameter->name; }
     QString held() const { return parameter == nullptr ? QString() : shown(parameter->heldShown, parameter->held); }
     QString value() const { return parameter == nullptr ? QString() : shown(parameter->valueShown, parameter->value); }
+    QString unit() const { return parameter == nullptr ? QString() : parameter->unit; }
 
 private:
     static QString shown(const QString& text, const QString& stored) { return text.isEmpty() ? stored : text; }

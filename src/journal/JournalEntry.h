@@ -14,6 +14,7 @@ struct JournalParameter
     QString outcome;        // English; empty while the write has begun only
     QString heldShown = {}; // as the person at the program saw it; empty: as it is stored
     QString valueShown = {};
+    QString unit = {}; // of both as they are shown; empty for none
 };
 
 // One write to a controller.

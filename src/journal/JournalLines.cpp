@@ -26,6 +26,7 @@ const QString kOld = QStringLiteral("old");
 const QString kNew = QStringLiteral("new");
 const QString kOldShown = QStringLiteral("oldShown");
 const QString kNewShown = QStringLiteral("newShown");
+const QString kUnit = QStringLiteral("unit");
 const QString kBegun = QStringLiteral("begun");
 const QString kCompleted = QStringLiteral("completed");
 const QString kInterrupted = QStringLiteral("interrupted");
@@ -47,6 +48,8 @@ QJsonArray parameterArray(const QVector<JournalParameter>& parameters, bool with
             object.insert(kOldShown, parameter.heldShown);
         if (!parameter.valueShown.isEmpty())
             object.insert(kNewShown, parameter.valueShown);
+        if (!parameter.unit.isEmpty())
+            object.insert(kUnit, parameter.unit);
         if (withOutcome)
             object.insert(kOutcome, parameter.outcome);
         array.append(object);
@@ -65,7 +68,7 @@ QVector<JournalParameter> parametersOf(const QJsonObject& line)
     for (const auto& value : line.value(kParameters).toArray())
         parameters.append({value[kTag].toString(), value[kName].toString(), value[kOld].toString(),
                            value[kNew].toString(), value[kOutcome].toString(), value[kOldShown].toString(),
-                           value[kNewShown].toString()});
+                           value[kNewShown].toString(), value[kUnit].toString()});
     return parameters;
 }
 

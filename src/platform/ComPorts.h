@@ -14,7 +14,7 @@ constexpr int kMaxComNumber = 99; // COM1 to COM99
 struct ComPort
 {
     QString device;            // "/dev/ttyUSB0", or as it is configured; empty: there is no such port
-    QString description = {};  // "FT232R USB UART (FTDI)", may be empty
+    QString description = {};  // "USB serial adapter (its maker)", may be empty
     QString serialNumber = {}; // of the adapter, may be empty
     QString lastingName = {};  // "/dev/serial/by-id/...", wherever the adapter is plugged in; may be empty
     QString configured = {};   // by what name; empty: it is not

@@ -8,8 +8,8 @@ namespace {
 // Keys of the language file, and the states in the order of their enumeration.
 constexpr const char* kCaptions[ReviewModel::kColumns] = {"ReviewName",  "ReviewBlock", "ReviewHeld",  "ReviewValue",
                                                           "ReviewState", "ReviewCause", "ReviewClass", "ReviewTag"};
-constexpr const char* kStates[] = {"changed",      "cannot be sent", "conflict", "not sent",
-                                   "not accepted", "failed",         "accepted"};
+constexpr const char* kStates[] = {"changed", "cannot be written", "conflict", "not sent", "not accepted",
+                                   "failed",  "accepted"};
 
 } // namespace
 

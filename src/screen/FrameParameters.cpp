@@ -68,8 +68,9 @@ QStringList parametersOf(const ModelData& model, const FrameFields& fields)
         const bool moved = !fields.reference() ? isMoved(model, fields, *item)
                            : image != nullptr  ? isNamed(*image, fields, model.library(), *item)
                                                : false;
-        if (moved && !names.contains(item->nameOrTag()))
-            names << item->nameOrTag();
+        const QString name = moved ? model.library().tranStr(item->nameOrTag()) : QString();
+        if (moved && !names.contains(name))
+            names << name;
     }
     return names;
 }

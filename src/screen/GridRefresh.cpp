@@ -20,7 +20,7 @@ namespace {
 
 constexpr platform::ColorRef kGray = 0x808080;
 constexpr platform::ColorRef kRefusedColor = 0x0000FF; // red, in the order blue, green, red
-const QString kRefusedTip = QStringLiteral("Outside its limits or no choice: it is not sent until it is corrected");
+const QString kRefusedTip = QStringLiteral("Outside its limits or no choice: it is not written until it is corrected");
 const QString kHeldTip = QStringLiteral("The controller holds %1");
 const QString kFailedTip = QStringLiteral("The last write of it failed");
 const QString kNotAcceptedTip = QStringLiteral("The controller did not accept it");

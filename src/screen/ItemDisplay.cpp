@@ -139,6 +139,12 @@ QString translatedValue(const ItemData& item, const ItemLookup& items, const QSt
     return hasWords(item) && !shown.isEmpty() ? tran(shown) : shown;
 }
 
+QString nameWithTag(const ItemData& item, const TranslateText& tran)
+{
+    const QString& name = item.DataName();
+    return name.isEmpty() ? item.Key() : QStringLiteral("%1 [%2]").arg(tran(name), item.Key());
+}
+
 QString displayOf(const ItemData& item, const ItemLookup& items, const QString& storedText)
 {
     const int places = decimalsOf(item, items);

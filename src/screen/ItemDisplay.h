@@ -31,6 +31,8 @@ QString shownValue(const ItemData& item, const ItemLookup& items, const QString&
 // The same for a person, in the language in use.
 QString translatedValue(const ItemData& item, const ItemLookup& items, const QString& storedText,
                         const TranslateText& tran);
+// "Set value 1 [VQSV1]" in the language in use, as messages name a parameter; the tag alone when it has no name.
+QString nameWithTag(const ItemData& item, const TranslateText& tran);
 // A stored number scaled down and formatted as this item's.
 QString displayOf(const ItemData& item, const ItemLookup& items, const QString& storedText);
 // The stored number of an entry in display units; "0" for what is no number.

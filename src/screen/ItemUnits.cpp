@@ -29,6 +29,11 @@ QString ItemUnits::unitOf(const ItemData& item) const
     return isCompleted && isTemperature(item) ? m_temperatureUnit + label : label;
 }
 
+QString ItemUnits::shown(const ItemData& item, const QString& value) const
+{
+    return value.isEmpty() ? value : (value + u' ' + unitOf(item)).trimmed();
+}
+
 // A label with a cell on its other side is the name of that one.
 QString ItemUnits::labelBeside(const ItemData& item) const
 {

@@ -19,6 +19,7 @@ public:
 
     // In the language in use; empty when the definition gives none.
     QString unitOf(const ItemData& item) const;
+    QString shown(const ItemData& item, const QString& value) const; // with its unit behind it
     // The cell beside a number where its unit is shown: one without a label, or with half a unit.
     std::optional<platform::CellPlace> shownPlace(const ItemData& item) const;
 

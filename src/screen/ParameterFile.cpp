@@ -2,6 +2,7 @@
 
 #include "FolderName.h"
 #include "IniBatch.h"
+#include "ItemDisplay.h"
 #include "ModelCodes.h"
 #include "ModelData.h"
 #include "Numbers.h"
@@ -60,7 +61,7 @@ QString ParameterFile::readError() const
     platform::Machine& machine = m_library.context().machine;
     const platform::PathMap& paths = machine.paths;
     if (!paths.fileExists(m_fileName))
-        return m_library.tranStr(QStringLiteral("%1 does not exist or is not a file."))
+        return m_library.tranStr(QStringLiteral("%1 does not exist or is not a file: choose another one."))
             .arg(paths.toMachine(m_fileName));
     if (!isBareFileName(m_library.GetFileTitle(m_fileName)))
         return m_library.tranStr(kRefusedFileName).arg(paths.toMachine(m_fileName));
@@ -119,7 +120,8 @@ ParameterLoad ParameterFile::read(const ModelData& model, ParameterSet& set) con
             load.outcome = ParameterLoad::Outcome::BadValue;
             load.detail =
                 m_library.tranStr(QStringLiteral("In %1, \"%3\" is not a valid value for %2: nothing was loaded."))
-                    .arg(m_library.context().machine.paths.toMachine(m_fileName), item->Key(), value);
+                    .arg(m_library.context().machine.paths.toMachine(m_fileName),
+                         nameWithTag(*item, m_library.translation()), value);
             return load;
         }
         if (value.isEmpty())

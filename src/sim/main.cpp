@@ -109,7 +109,7 @@ Options parse()
         const int value = parser.value(QLatin1String(name)).toInt(&ok);
         if (!ok || value < low || value > high)
             options.error =
-                QStringLiteral("--%1 takes a number from %2 to %3").arg(QLatin1String(name)).arg(low).arg(high);
+                QStringLiteral("--%1 is a number from %2 to %3").arg(QLatin1String(name)).arg(low).arg(high);
         return value;
     };
     options.model = parser.value(QStringLiteral("model"));

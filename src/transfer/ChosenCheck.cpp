@@ -206,11 +206,11 @@ void ChosenCheck::judge(SentParameter& row, const WriteSelection& selection, boo
     const clsData& item = *m_parts.kx.getDataByTag(row.tag);
     const auto held = heldValue(m_parts.kx.data(), item);
     if (chosen.answered < selection.requestsDue(chosen))
-        fail(row, SendOutcome::Failed, m_parts.tran("sent, but not put in force"));
+        fail(row, SendOutcome::Failed, m_parts.tran("written, but not put in force"));
     else if (!::isRead(m_parts.kx.data(), item))
         return; // a command that no read shows: its answer is all there is
     else if (!isRead || !held)
-        fail(row, SendOutcome::Failed, m_parts.tran("sent, but not read back"));
+        fail(row, SendOutcome::Failed, m_parts.tran("written, but not read back"));
     else if (!isSameValue(*held, chosen.sent))
         row.outcome = SendOutcome::NotAccepted;
 }

@@ -222,8 +222,9 @@ void ReadTransfer::finishNormally(const std::vector<clsBlock*>* colRefData)
     m_parts.progress.close();
     m_report.outcome = ReadOutcome::Complete;
     m_parts.controller.setState(MainState::UpToDate);
+    m_report.unreadBlocks = unreadBlocks();
     if (!m_report.givenUp.isEmpty())
-        m_parts.notify(m_parts.tran("These blocks were not read: %1").arg(unreadBlocks().join(QStringLiteral(", "))),
+        m_parts.notify(m_parts.tran("These blocks were not read: %1").arg(m_report.unreadBlocks.join(u", ")),
                        MessageStyle::kExclamation);
 }
 

@@ -69,6 +69,7 @@ public:
     Activity activity() const { return m_activity; }
     bool isClosing() const { return m_channel.isAborted(); } // abort was called: nothing is begun any more
     bool isBusy() const { return m_activity != Activity::Idle; }
+    int exceptionCode() const { return m_channel.exceptionCode(); } // of the last request; 0: it was not refused
     LineStatistics& statistics() { return m_channel.statistics(); }
     const ReadReport& lastRead() const { return m_read.report(); }
     const WriteReport& lastWrite() const { return m_write.report(); }

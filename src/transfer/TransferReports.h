@@ -18,13 +18,14 @@ enum class ReadOutcome {
 struct ReadReport
 {
     ReadOutcome outcome = ReadOutcome::None;
-    bool refreshed = false; // the items have their values from the images
-    int requests = 0;       // frames sent, repetitions included
-    int failures = 0;       // frames without a valid reply
-    QStringList givenUp;    // entries that got no valid reply, as "section: command address"
-    QString lastFailure;    // what went wrong last, for a person
-    QString answeredModel;  // the model string at FBC0, when it was read
-    qint64 wireBytes = 0;   // bytes sent and bytes of the replies expected, for measures
+    bool refreshed = false;   // the items have their values from the images
+    int requests = 0;         // frames sent, repetitions included
+    int failures = 0;         // frames without a valid reply
+    QStringList givenUp;      // entries that got no valid reply, as "section: command address"
+    QStringList unreadBlocks; // by name, as the grid titles them; sections that no block shows by their own name
+    QString lastFailure;      // what went wrong last, for a person
+    QString answeredModel;    // the model string at FBC0, when it was read
+    qint64 wireBytes = 0;     // bytes sent and bytes of the replies expected, for measures
 };
 
 // How the last write ended.

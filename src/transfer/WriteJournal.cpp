@@ -1,6 +1,7 @@
 #include "WriteJournal.h"
 
 #include "ControllerState.h"
+#include "ItemUnits.h"
 #include "clsKX.h"
 #include "clsLibrary.h"
 
@@ -82,6 +83,7 @@ QVector<JournalParameter> WriteJournal::entriesOf(const WriteReport& report) con
 {
     QVector<JournalParameter> entries;
     const TranslateText tran = m_kx.library().translation();
+    const ItemUnits units(m_kx.data());
     const auto shown = [&](const clsData& item, const QString& stored) {
         return stored.isEmpty() ? QString() : translatedValue(item, m_kx.data().lookup, stored, tran);
     };
@@ -89,7 +91,8 @@ QVector<JournalParameter> WriteJournal::entriesOf(const WriteReport& report) con
         const clsData* item = m_kx.getDataByTag(parameter.tag);
         if (item != nullptr && m_tags.contains(parameter.tag))
             entries.append({parameter.tag, tran(item->nameOrTag()), parameter.before, parameter.value,
-                            wordOf(parameter, report), shown(*item, parameter.before), shown(*item, parameter.value)});
+                            wordOf(parameter, report), shown(*item, parameter.before), shown(*item, parameter.value),
+                            units.unitOf(*item)});
     }
     return entries;
 }

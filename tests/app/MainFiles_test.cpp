@@ -53,7 +53,7 @@ TEST_F(Files, OneFromOutsideBringsItsModelAndIsNoChange)
     for (const QByteArray& model : models) {
         ASSERT_TRUE(put(model));
         window->openGiven(file);
-        EXPECT_EQ(messages() + u' ' + cell(2), u"1 change was not sent. Discard it? 7.0");
+        EXPECT_EQ(messages() + u' ' + cell(2), u"1 change was not written. Discard it? 7.0");
     }
     asked.answer = MessageResult::kYes;
     ASSERT_TRUE(put(kModel));
@@ -74,7 +74,7 @@ TEST_F(Files, OneFromOutsideBringsItsModelAndIsNoChange)
         EXPECT_EQ(title() + u' ' + cell(2), u"KX41000000-10A - set.k41[*]] 5.0");
     }
     window->openGiven(dir.filePath("none.k41"));
-    EXPECT_TRUE(messages().endsWith(u"none.k41 does not exist or is not a file."));
+    EXPECT_TRUE(messages().endsWith(u"none.k41 does not exist or is not a file: choose another one."));
 }
 
 TEST_F(Files, OneFromOutsideWaitsUntilTheWindowIsFree)

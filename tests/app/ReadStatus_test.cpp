@@ -20,10 +20,13 @@ TEST(ReadStatus, NeverCallsAGridReadThatIsNot)
     status.state = MainState::UpToDate;
     status.report.requests = 12;
     status.report.givenUp << "Main: Direct 8000";
+    status.report.unreadBlocks = {"Input", "Output"};
     status.report.lastFailure = "Timeout";
     status.unread = 3;
-    EXPECT_EQ(readStatusText(status, english), u"3 parameters not read (Main: Direct 8000)");
+    EXPECT_EQ(readStatusText(status, english), u"3 parameters not read (Input, Output)");
     EXPECT_TRUE(readStatusToolTip(status, english).contains(u"Timeout"));
+    status.unread = 1;
+    EXPECT_EQ(readStatusText(status, english), u"1 parameter not read (Input, Output)");
     status.report.givenUp.clear();
     status.report.outcome = ReadOutcome::Complete;
     EXPECT_EQ(readStatusToolTip(status, english), QString()) << "it was read in the end";
@@ -56,6 +59,7 @@ class WriteStatusText : public ScreenFixture
 TEST_F(WriteStatusText, NamesWhatAPersonKnows)
 {
     load(screenOf({"Tag=A\nBlockNo=1\nName=Set value 1\nDataInfo=1,0,9,<=,<=,0",
+                   "Tag=A2\nBlockNo=1\nName=Set value 2\nDataInfo=1,0,9,<=,<=,0",
                    "Tag=B\nName=Mode\nCellType=Combo\nComboStrings=OffvbTabOn\nComboDatas=0vbTab1"},
                   "CommRaedSection=Main\nKXAddress=8000\nDataLen=1", "BlockMaxCount=1\n") +
              "[BlockInfo1]\nName=Set values\n",
@@ -68,17 +72,22 @@ TEST_F(WriteStatusText, NamesWhatAPersonKnows)
     EXPECT_EQ(writeStatusDetails(report, kx, english), QString());
     report.notAccepted = {{"A", "25", "30"}, {"B", "1", "0"}};
     report.failed = {{"Main: Direct 8000", "Timeout", {"A", "B"}}, {"Main: SetDigital 1", "Timeout", {}}};
-    report.unsent = report.skipped = report.outsideLimits = {"A"};
+    report.skipped = report.outsideLimits = {"A"};
+    report.unsent = {"A", "A2"};
     EXPECT_EQ(writeStatusText(report, at, english),
               u"12 written 14:07:09, 2 not accepted, 2 requests failed, 1 outside their limits, 1 without a value");
-    EXPECT_EQ(writeStatusDetails(report, kx, english).toStdString(),
-              "Set values: Set value 1: sent 2.5, the controller keeps 3.0\n"
-              "Mode: sent On, the controller keeps Off\n"
-              "Request failed: Set values: Set value 1, Mode (Timeout)\n"
-              "Request failed: Main: SetDigital 1: Timeout\n"
-              "Set values: Set value 1 is outside its limits or no choice: it is not sent until it is corrected\n"
-              "Set values: Set value 1 has no value: the controller keeps its own\n"
-              "Not known to be in the controller, still changed: Set values: Set value 1");
+    report.failed.resize(1);
+    EXPECT_TRUE(writeStatusText(report, at, english).contains(u", 1 request failed, "));
+    report.failed.append({"Main: SetDigital 1", "Timeout", {}});
+    EXPECT_EQ(
+        writeStatusDetails(report, kx, english).toStdString(),
+        "Set values: Set value 1 [A]: written 2.5, the controller keeps 3.0\n"
+        "Mode [B]: written On, the controller keeps Off\n"
+        "Request failed: Set values: Set value 1 [A], Mode [B] (Timeout)\n"
+        "Request failed: Main: SetDigital 1: Timeout\n"
+        "Set values: Set value 1 [A] is outside its limits or no choice: it is not written until it is corrected\n"
+        "Set values: Set value 1 [A] has no value: the controller keeps its own\n"
+        "Not known to be in the controller, still changed: Set values: Set value 1 [A], Set value 2 [A2]");
 }
 
 TEST(GridHint, FaultOfTheDefinitionIsSaidInPlaceOfAnEmptyGrid)

@@ -111,7 +111,7 @@ TEST_F(Trial, AsksAboutChangesAndEndsWithAnotherController)
     QSignalSpy ready(&simulator().process(), &SimulatorProcess::ready);
     trigger("mnuHelp_3");
     ASSERT_TRUE(ready.wait() && QTest::qWaitFor([this] { return asked.texts.size() == 1; }));
-    EXPECT_EQ(asked.texts.constLast(), u"1 change was not sent. Discard it?");
+    EXPECT_EQ(asked.texts.constLast(), u"1 change was not written. Discard it?");
     EXPECT_FALSE(window->mainLink().hasStandIn() || simulator().process().isReady());
     asked.answer = MessageResult::kYes;
     ASSERT_TRUE(tryIt("mnuHelp_3"));

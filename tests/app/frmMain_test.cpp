@@ -189,7 +189,7 @@ TEST_F(MainWindow, SetsAreSavedAndOpenedOverWhatWasRead)
     EXPECT_FALSE(window->isWindowModified());
     enter("7.0");
     EXPECT_TRUE(window->isWindowModified());
-    const QString kUnsent = "1 change was not sent. Discard it?";
+    const QString kUnsent = "1 change was not written. Discard it?";
     // What is in the file, what is said, and what the cell shows then.
     const std::tuple<const char*, const char*, QStringList, QString> sets[] = {
         {"VQSV1=258", "VQSV1=258", {kUnsent}, "25.8"},
@@ -277,7 +277,7 @@ TEST_F(MainWindow, NoEditIsLostUnasked)
     for (const auto& way : ways) {
         SCOPED_TRACE(&way - ways);
         way();
-        EXPECT_EQ(messages(), QStringList{"1 change was not sent. Discard it?"});
+        EXPECT_EQ(messages(), QStringList{"1 change was not written. Discard it?"});
         EXPECT_EQ(asked.messages.last().style & 0x300, MessageStyle::kSecondIsDefault) << "No";
         EXPECT_EQ(cell(2), u"7.0");
     }
@@ -348,7 +348,7 @@ TEST_F(MainWindow, RecentFilesAreOfferedAndForgottenWhenTheyAreGone)
     ASSERT_TRUE(QFile::remove(dir.filePath("a&b.k41")));
     find<QMenu>("RecentMenu")->actions().constFirst()->trigger();
     QCoreApplication::processEvents();
-    EXPECT_TRUE(asked.texts.join(u'|').endsWith(u"does not exist or is not a file."))
+    EXPECT_TRUE(asked.texts.join(u'|').endsWith(u"does not exist or is not a file: choose another one."))
         << qPrintable(asked.texts.join(u'|'));
     EXPECT_EQ(offered(), u"&1 c.k41|&Clear the list");
     trigger("mnuRecent_0");

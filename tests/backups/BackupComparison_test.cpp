@@ -48,7 +48,7 @@ TEST_F(Comparison, ReadsABackupAnewWhenItHasChanged)
         const auto set = reader.read(kx.data(), file);
         return set.ok() ? set.value().values.at(0).second : set.error();
     };
-    EXPECT_TRUE(read().endsWith(u"a.par does not exist or is not a file."));
+    EXPECT_TRUE(read().endsWith(u"a.par does not exist or is not a file: choose another one."));
     for (const char* value : {"5", "66"}) {
         put(file, head + value + '\n');
         EXPECT_EQ(read(), QLatin1String(value));

@@ -165,6 +165,16 @@ TEST_F(ComSet, StopEndsTheConnecting)
     EXPECT_TRUE(find<QLabel>("lblTrouble")->text().contains(name)) << "why it is closed";
 }
 
+TEST_F(ComSet, SilenceIsSaidInTheLanguageInUse)
+{
+    ASSERT_TRUE(box.put("C:\\Vorlant\\Lang\\T.txt", "[Language]\r\nNothing=keine\r\n"));
+    box.context.languageFile = "T.txt";
+    plug(kSilent);
+    open();
+    click("Command2");
+    EXPECT_EQ(find<QLineEdit>("Text2")->text(), u"keine");
+}
+
 TEST_F(ComSet, SearchesAndConnects)
 {
     plug([this](const QByteArray& request) {

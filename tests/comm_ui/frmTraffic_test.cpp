@@ -66,7 +66,7 @@ TEST_F(Traffic, ShowsFiltersAndCopies)
     log(2);
     log(1, "(Error)R:");
     log(1, "\x1b[2J");
-    EXPECT_EQ(status(), u"4 lines, 1 with errors");
+    EXPECT_EQ(status(), u"lines: 4, with errors: 1");
     EXPECT_EQ(cell(0, TrafficModel::kFunction), u"66 read memory");
     EXPECT_EQ(cell(2, TrafficModel::kRemark), u"no reply");
     EXPECT_EQ(rows().index(2, TrafficModel::kDirection).data(Qt::AccessibleTextRole).toString(), u"Error, Received");
@@ -98,7 +98,7 @@ TEST_F(Traffic, OneRowForEachFrame)
     EXPECT_EQ(directions, (QStringList{"Sent", "Rejected", "Sent again", "Rejected"}));
     EXPECT_EQ(cell(2, TrafficModel::kTime), u"") << "the log has no line of it";
     EXPECT_EQ(cell(2, TrafficModel::kParameters), u"2007 VQSV1, VQSV2");
-    EXPECT_EQ(status(), u"4 lines, 2 with errors");
+    EXPECT_EQ(status(), u"lines: 4, with errors: 2");
     table().selectRow(1);
     EXPECT_TRUE(find<QPlainTextEdit>("Text1").toPlainText().contains(u"2007 VQSV1, VQSV2"));
 }
@@ -115,7 +115,7 @@ TEST_F(Traffic, FollowsPausesClearsAndCloses)
     button(0).click();
     log(3);
     EXPECT_EQ(rows().rowCount(), 105);
-    EXPECT_EQ(status(), u"tcp://workshop:4001   paused, 3 new lines   105 lines, 0 with errors");
+    EXPECT_EQ(status(), u"tcp://workshop:4001   paused, new lines: 3   lines: 105, with errors: 0");
     EXPECT_EQ(button(0).text(), u"&Continue");
     button(0).click();
     EXPECT_EQ(rows().rowCount(), 108);

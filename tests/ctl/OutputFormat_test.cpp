@@ -9,24 +9,24 @@ TEST(OutputFormat, QuotesAlignsAndShowsWhatIsNotSeen)
 {
     const QString hostile = QString("a\t\x1b[2J\u009b2\u202Eb") + QChar(0xFEFF) + QChar(0) + QChar(0xD800);
     const std::vector<ParameterRow> rows{
-        {"VQSV1", "設定値", "SV", "25.8", "258", false},
+        {"VQSV1", "設定値", "SV", "25.8", "258", false, "°C"},
         {"MQCODE", "a \"b\", c\nd", "", "", "", true},
         {"T", hostile, "", "", "", false},
     };
     EXPECT_EQ(formatParameters(rows, OutputFormat::Table).toStdString(),
-              "Tag     Name                                            Block  Value  Data\n"
-              "VQSV1   設定値                                          SV     25.8   258\n"
+              "Tag     Name                                            Block  Value    Data\n"
+              "VQSV1   設定値                                          SV     25.8 °C  258\n"
               "MQCODE  a \"b\", c\\x0ad\n"
               "T       a\\x09\\x1b[2J\\x9b2<U+202E>b<U+FEFF>\\x00<U+D800>\n");
     EXPECT_EQ(formatParameters(rows, OutputFormat::Csv).toStdString(),
-              "tag,name,block,value,data\r\n"
-              "VQSV1,設定値,SV,25.8,258\r\n"
-              "MQCODE,\"a \"\"b\"\", c\\x0ad\",,,\r\n"
-              "T,a\\x09\\x1b[2J\\x9b2<U+202E>b<U+FEFF>\\x00<U+D800>,,,\r\n");
-    const char* blanks = "\",\"block\":\"\",\"value\":\"\",\"data\":\"\"";
+              "tag,name,block,value,data,unit\r\n"
+              "VQSV1,設定値,SV,25.8,258,°C\r\n"
+              "MQCODE,\"a \"\"b\"\", c\\x0ad\",,,,\r\n"
+              "T,a\\x09\\x1b[2J\\x9b2<U+202E>b<U+FEFF>\\x00<U+D800>,,,,\r\n");
+    const char* blanks = "\",\"block\":\"\",\"value\":\"\",\"data\":\"\",\"unit\":\"\"";
     EXPECT_EQ(formatParameters(rows, OutputFormat::Json).toStdString(),
               std::string("[\n  {\"tag\":\"VQSV1\",\"name\":\"設定値\",\"block\":\"SV\",\"value\":\"25.8\",\"data\":"
-                          "\"258\"},\n  {\"tag\":\"MQCODE\",\"name\":\"a \\\"b\\\", c\\nd") +
+                          "\"258\",\"unit\":\"°C\"},\n  {\"tag\":\"MQCODE\",\"name\":\"a \\\"b\\\", c\\nd") +
                   blanks +
                   ",\"changed\":true},\n  {\"tag\":\"T\",\"name\":\"a\\t\\u001b[2J\\u009b2\\u202eb\\ufeff"
                   "\\u0000\\ud800" +

@@ -144,7 +144,8 @@ TEST_F(BadInput, LineThatDoesNotAnswer)
     plug([](const QByteArray&) { return QByteArray(); });
     expectRead(NoAnswer, "Id: Direct FBC0");
     plug([](const QByteArray&) { return soundController::rtu(QByteArray::fromHex("01C202")); });
-    expectRead(NoAnswer, "exception 2");
+    expectRead(NoAnswer, "refused the request (exception 2, illegal data address), 6 times; check model and options");
+    expectFails("detect", NoAnswer, "illegal data address); check the slave address: this may be another device");
     plug(soundController::damagedReply);
     expectRead(NoAnswer, "Main: Direct 8000"); // the model was read, and is not printed
 }

@@ -67,22 +67,24 @@ TEST_F(SimulatedCtl, CompareListsWhatDiffers)
     changeValue("other.kx", "VQPV", "9");    // measured
     changeValue("blank.kx", "VQI1", "");
     expectPrints("compare other.kx",
-                 "Tag    Name                 File  Controller\n"
-                 "VQSV1  Set value 1          25.8  120.0\n"
-                 "SVSEL  Set value selection  SV2   SV1\n",
+                 "Tag    Name                 File     Controller\n"
+                 "VQSV1  Set value 1          25.8 °C  120.0 °C\n"
+                 "SVSEL  Set value selection  SV2      SV1\n",
                  Differ);
     expectPrints("compare other.kx same.kx",
-                 "Tag    Name                 First  Second\n"
-                 "VQSV1  Set value 1          25.8   120.0\n"
-                 "SVSEL  Set value selection  SV2    SV1\n",
+                 "Tag    Name                 other.kx  same.kx\n"
+                 "VQSV1  Set value 1          25.8 °C   120.0 °C\n"
+                 "SVSEL  Set value selection  SV2       SV1\n",
                  Differ);
     expectPrints("compare other.kx same.kx --as csv",
-                 "tag,name,first,second\r\nVQSV1,Set value 1,25.8,120.0\r\nSVSEL,Set value selection,SV2,SV1\r\n",
+                 "tag,name,first,second,unit\r\nVQSV1,Set value 1,25.8,120.0,°C\r\n"
+                 "SVSEL,Set value selection,SV2,SV1,\r\n",
                  Differ);
     expectPrints("compare same.kx --as json", "[]\n");
     expectPrints("compare same.kx same.kx", "");
     expectPrints("compare blank.kx --as json",
-                 "[\n  {\"tag\":\"VQI1\",\"name\":\"Integral time\",\"file\":\"\",\"controller\":\"120\"}\n]\n",
+                 "[\n  {\"tag\":\"VQI1\",\"name\":\"Integral time\",\"file\":\"\",\"controller\":\"120\","
+                 "\"unit\":\"s\"}\n]\n",
                  Differ);
 }
 

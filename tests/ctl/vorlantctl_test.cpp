@@ -8,11 +8,12 @@ namespace {
 TEST_F(VorlantCtl, ReadPrintsTheControllersValues)
 {
     plugSound();
-    expectPrints("read --as json --speed 19200",
-                 "[\n  {\"tag\":\"MQCODE\",\"name\":\"Model\",\"block\":\"\",\"value\":\"KX41000000-10A\",\"data\":"
-                 "\"KX41000000-10A\"},\n"
-                 "  {\"tag\":\"VQSV1\",\"name\":\"設定値\",\"block\":\"\",\"value\":\"25.8\",\"data\":\"258\"},\n"
-                 "  {\"tag\":\"PQB1\",\"name\":\"\",\"block\":\"\",\"value\":\"42\",\"data\":\"42\"}\n]\n");
+    expectPrints(
+        "read --as json --speed 19200",
+        "[\n  {\"tag\":\"MQCODE\",\"name\":\"Model\",\"block\":\"\",\"value\":\"KX41000000-10A\",\"data\":"
+        "\"KX41000000-10A\",\"unit\":\"\"},\n"
+        "  {\"tag\":\"VQSV1\",\"name\":\"設定値\",\"block\":\"\",\"value\":\"25.8\",\"data\":\"258\",\"unit\":\"\"},\n"
+        "  {\"tag\":\"PQB1\",\"name\":\"\",\"block\":\"\",\"value\":\"42\",\"data\":\"42\",\"unit\":\"\"}\n]\n");
     const QByteArray settings = contentOf("config/Vorlan/Vorlant.ini");
     EXPECT_TRUE(settings.contains("CommSpeed=9600") && !settings.contains(controller->device().toUtf8()))
         << "options do not reach the settings\n"
@@ -20,7 +21,7 @@ TEST_F(VorlantCtl, ReadPrintsTheControllersValues)
     expectPrints("read -o out.csv --as csv", "");
     EXPECT_EQ(run("read --stats"), Done);
     EXPECT_TRUE(errors.contains("requests: 3, good: 3, without a reply: 0,")) << errors.toStdString();
-    EXPECT_TRUE(contentOf("out.csv").contains("VQSV1,設定値,,25.8,258\r\n"));
+    EXPECT_TRUE(contentOf("out.csv").contains("VQSV1,設定値,,25.8,258,\r\n"));
 }
 
 TEST_F(VorlantCtl, LastModelOfTheSettingsIsTheDefault)
@@ -114,14 +115,14 @@ TEST_F(VorlantCtl, HistoryPrintsWhatWasWrittenAndTellsWhatIsDamaged)
     put("state/vorlant/journal-2007-03.jsonl",
         R"({"event":"begun","id":"1","time":"2007-03-05T14:07:09.042Z","user":"op","version":"1","process":1,"started":1,)"
         R"("cause":"block","device":"/dev/bench","slave":3,"mode":"RTU","model":"KX410","parameters":[)"
-        R"({"tag":"VQSV1","name":"Set, 1","old":"9","new":"\u001b10"}]})"
+        R"({"tag":"VQSV1","name":"Set, 1","old":"9","new":"\u001b10","unit":"K"}]})"
         "\nhalf\n"
         R"({"event":"completed","id":"1","time":"2007-03-05T14:07:10Z","outcome":"complete","parameters":[)"
         R"({"tag":"VQSV1","outcome":"accepted"}]})");
     ASSERT_EQ(run("history --as csv"), Done);
-    EXPECT_EQ(output.toStdString(), "time,outcome,tag,name,old,new,cause,device,slave,mode,model,user\r\n"
+    EXPECT_EQ(output.toStdString(), "time,outcome,tag,name,old,new,cause,device,slave,mode,model,user,unit\r\n"
                                     "2007-03-05T14:07:09.042Z,accepted,VQSV1,\"Set, 1\",9,\\x1b10,block,/dev/bench,3,"
-                                    "RTU,KX410,op\r\n");
+                                    "RTU,KX410,op,K\r\n");
     EXPECT_EQ(errors.toStdString(), "vorlantctl: history: damaged lines left out: 1\n");
 }
 

@@ -13,7 +13,8 @@ protected:
     History()
     {
         model.load(
-            {write(5, "complete", {{"VQSV1", "Set value", "9", "100", "accepted"}, {"PQB1", "Band", "x", "5", ""}}),
+            {write(5, "complete",
+                   {{"VQSV1", "Set value", "9", "100", "accepted", {}, {}, "K"}, {"PQB1", "Band", "x", "5", ""}}),
              write(6, "aborted", {}), write(6, "", {{"RUNSTP", "Run/stop", "10", "\x1b\t1", ""}})});
     }
 
@@ -80,7 +81,7 @@ TEST_F(History, FindsByNameTagAndDay)
 TEST_F(History, SortsNumbersByValueAndTimesByTheJournal)
 {
     shown.sort(HistoryModel::kHeld, Qt::AscendingOrder);
-    EXPECT_EQ(column(HistoryModel::kHeld), u"9|10||x");
+    EXPECT_EQ(column(HistoryModel::kHeld), u"9 K|10||x");
     shown.sort(HistoryModel::kTime, Qt::AscendingOrder);
     EXPECT_EQ(column(HistoryModel::kTag), u"VQSV1|PQB1||RUNSTP");
 }

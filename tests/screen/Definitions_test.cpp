@@ -136,6 +136,10 @@ TEST_F(Shipped, FramesNameTheirParameters)
         const QStringList found = parametersOf(kx.data(), FrameFields::ofRequest(wire));
         EXPECT_EQ(found.mid(0, 3).join(u", ").toStdString(), names) << frame;
     }
+    put("C:\\Vorlant\\Lang\\T.txt", "[Language]\r\nProcess value=Istwert\r\n");
+    box.context.languageFile = "T.txt";
+    const QByteArray wire = modbusframe::toWire(QByteArray::fromHex("010400000001"), false);
+    EXPECT_EQ(parametersOf(kx.data(), FrameFields::ofRequest(wire)), QStringList{"Istwert"});
 }
 
 TEST_F(Shipped, FaultsAreFound)

@@ -68,7 +68,7 @@ TEST_F(Refresh, AChangedCellSaysWhatTheControllerHolds)
     };
     EXPECT_EQ(enter("A", "300"), u"The controller holds 25.8");
     EXPECT_EQ(enter("B", "0"), u"The controller holds On");
-    EXPECT_EQ(enter("A", "999"), u"Outside its limits or no choice: it is not sent until it is corrected\n"
+    EXPECT_EQ(enter("A", "999"), u"Outside its limits or no choice: it is not written until it is corrected\n"
                                  u"The controller holds 25.8");
     EXPECT_EQ(enter("A", "258"), QString()) << "nothing would be lost";
 }

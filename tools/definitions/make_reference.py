@@ -24,12 +24,12 @@ ABOUT = (
     "All parameters of each model, as its definition describes them. Values are shown as in the grid while every"
     " parameter holds its default. Where a limit depends on other parameters the status bar shows the one in force. Of °C and K"
     " it is the unit that is set, for an alarm where its type is one of temperatures; a voltage or current input has none. The"
-    " class says what <a href=\"review.html\">Review and send</a> ticks by itself; a parameter of the class measured is"
+    " class says what <a href=\"review.html\">Review and write</a> ticks by itself; a parameter of the class measured is"
     " never written. <kbd>F1</kbd> in a cell of the grid opens the row of its parameter.",
     "機種ごとの全パラメータを、定義ファイルの内容に基づいて示します。値は、すべてのパラメータが初期値のときに表に表示される形です。"
     "ほかのパラメータによって変わる設定範囲は、ステータスバーで確認してください。°CとKは、設定されている単位です。警報は、温度で動作する"
     "種類の場合だけです。電圧入力と電流入力には単位がありません。分類は、"
-    "<a href=\"review.html\">変更の確認と送信</a>で自動的にチェックするかどうかを決めます。分類が「測定値」のパラメータは"
+    "<a href=\"review.html\">変更の確認と書き込み</a>で自動的にチェックするかどうかを決めます。分類が「測定値」のパラメータは"
     "書き込みません。表のセルで<kbd>F1</kbd>を押すと、そのパラメータの行が開きます。")
 LANGUAGES = (("Vorlant", "en"), ("VorlantJ", "ja"))
 

@@ -1,5 +1,6 @@
 #include "MainGrid.h"
 
+#include "AccessibleNames.h"
 #include "CellClipboard.h"
 #include "CellEditor.h"
 #include "CellSpeech.h"
@@ -46,10 +47,10 @@ MainGrid::MainGrid(QWidget* parent)
       m_hint(new QLabel(this)), m_start(new StartPage(this))
 {
     m_sprMain->setObjectName(QStringLiteral("sprMain"));
-    m_sprMain->setAccessibleName(QStringLiteral("Parameters"));
+    platform::nameWidget(*m_sprMain, QStringLiteral("Parameters"));
     m_sprMain->setGrid(&m_cells);
     m_hint->setObjectName(QStringLiteral("lblHint"));
-    m_hint->setAccessibleName(QStringLiteral("What to do"));
+    platform::nameWidget(*m_hint, QStringLiteral("What to do"));
     m_hint->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_hint->setWordWrap(true);
     m_hint->setAlignment(Qt::AlignCenter);

@@ -60,7 +60,7 @@ MainMenus::MainMenus(QMenuBar& bar)
     recv->setShortcut(Qt::Key_F5);
     send = addItem(kx, QStringLiteral("mnuKX"), 2, QStringLiteral("Send"));
     send->setShortcut(Qt::Key_F6);
-    review = addItem(kx, QStringLiteral("mnuKX"), 4, QStringLiteral("Review and send..."));
+    review = addItem(kx, QStringLiteral("mnuKX"), 4, QStringLiteral("Review and write..."));
     review->setShortcut(Qt::Key_F7);
     kx->addSeparator();
     traffic = addItem(kx, QStringLiteral("mnuKX"), 3, QStringLiteral("Traffic"));

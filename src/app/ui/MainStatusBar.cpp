@@ -1,5 +1,6 @@
 #include "MainStatusBar.h"
 
+#include "AccessibleNames.h"
 #include "VisibleText.h"
 
 #include <QLabel>
@@ -36,7 +37,7 @@ MainStatusBar::MainStatusBar(QWidget* parent)
       m_changes(addButton(QStringLiteral("panelChanges"))), m_write(addButton(QStringLiteral("panelWrite")))
 {
     setObjectName(QStringLiteral("stbMain"));
-    setAccessibleName(QStringLiteral("Status"));
+    platform::nameWidget(*this, QStringLiteral("Status"));
     connect(m_changes, &QToolButton::clicked, this, &MainStatusBar::changesClicked);
     connect(m_write, &QToolButton::clicked, this, &MainStatusBar::writeClicked);
 }
@@ -45,7 +46,7 @@ QLabel* MainStatusBar::addPanel(const QString& objectName, const QString& access
 {
     auto* panel = new ElidedLabel(this);
     panel->setObjectName(objectName);
-    panel->setAccessibleName(accessibleName);
+    platform::nameWidget(*panel, accessibleName);
     // A long reason must not force the window to its own width: the panels share the width that there is.
     panel->setMinimumWidth(1);
     panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);

@@ -1,5 +1,6 @@
 #include "MainToolbar.h"
 
+#include "AccessibleNames.h"
 #include "MainMenus.h"
 #include "ToolIcons.h"
 
@@ -13,7 +14,7 @@ MainToolbar::MainToolbar(const MainMenus& menus, QWidget* parent)
                  menus.recv, m_send,     menus.version, menus.help}
 {
     setObjectName(QStringLiteral("tlbMain"));
-    setAccessibleName(QStringLiteral("Commands"));
+    platform::nameWidget(*this, QStringLiteral("Commands"));
     setMovable(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
     toggleViewAction()->setVisible(false);

@@ -1,5 +1,6 @@
 #include "frmMain.h"
 
+#include "AccessibleNames.h"
 #include "ControlRegistry.h"
 #include "DefinitionFault.h"
 #include "DesktopTexts.h"
@@ -250,6 +251,7 @@ void frmMain::translateControls()
 {
     setWindowTitle(m_controls->designCaption());
     m_program.library().tranForm(*m_controls);
+    platform::translateNames(*this, m_program.library().translation());
     platform::translateDesktopDialogs(m_program.library().languageCode());
     m_dialogs->translate();
     m_gridCommands->translate();

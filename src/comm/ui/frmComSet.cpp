@@ -4,6 +4,7 @@
 #include "Clock.h"
 #include "ControlRegistry.h"
 #include "FormatChoice.h"
+#include "ModelCodes.h"
 #include "PortField.h"
 #include "VisibleText.h"
 #include "clsLibrary.h"
@@ -298,14 +299,20 @@ void frmComSet::showFields(const ComSetFields& fields)
 void frmComSet::showModelString(const QString& modelString)
 {
     m_heldModelString = modelString;
-    m_modelString->setText(platform::visibleText(modelString));
+    m_modelString->setText(shownModelString());
+}
+
+QString frmComSet::shownModelString() const
+{
+    const bool isNone = m_heldModelString == modelcodes::kNothing;
+    return platform::visibleText(isNone ? m_library.tranStr(m_heldModelString) : m_heldModelString);
 }
 
 // A string that nobody typed over goes on as it came.
 QString frmComSet::modelString() const
 {
     const QString text = m_modelString->text();
-    return text == platform::visibleText(m_heldModelString) ? m_heldModelString : text;
+    return text == shownModelString() ? m_heldModelString : text;
 }
 
 void frmComSet::showPortError()

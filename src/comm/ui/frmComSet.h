@@ -67,6 +67,7 @@ private:
     void showFields(const ComSetFields& fields);
     void showLine(const ComSetFields& fields);
     void showModelString(const QString& modelString);
+    QString shownModelString() const;
     QString modelString() const;
     void showPortError();
     void showLineWarning();

@@ -227,9 +227,11 @@ void frmTraffic::showStatus()
     if (m_problem != LogReader::Problem::None)
         parts << problemText();
     if (paused)
-        parts << library().tranStr(QStringLiteral("paused, %1 new lines")).arg(m_waiting.lines());
-    parts
-        << library().tranStr(QStringLiteral("%1 lines, %2 with errors")).arg(m_model.rowCount()).arg(m_model.errors());
+        parts << library().tranStr(QStringLiteral("paused, new lines: %1")).arg(m_waiting.lines());
+    parts << library()
+                 .tranStr(QStringLiteral("lines: %1, with errors: %2"))
+                 .arg(m_model.rowCount())
+                 .arg(m_model.errors());
     parts.prepend(m_device());
     parts.removeAll(QString());
     m_status->setText(platform::visibleLines(parts.join(QStringLiteral("   "))));

@@ -103,7 +103,7 @@ QWidget* frmOption::setupQuestionPage()
     column->addWidget(addCheck(kAskInput, QStringLiteral("Changing an &input selection")));
     column->addWidget(addCheck(kAskUnit, QStringLiteral("Changing the &unit")));
     column->addWidget(addCheck(kAskEnd, QStringLiteral("&Ending the program")));
-    column->addWidget(addCheck(kAskDiscard, QStringLiteral("&Discarding changes that were not sent or saved")));
+    column->addWidget(addCheck(kAskDiscard, QStringLiteral("&Discarding changes not written or saved")));
     columnOn(page)->addWidget(m_frames[1]);
     return page;
 }

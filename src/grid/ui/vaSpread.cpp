@@ -33,7 +33,6 @@ vaSpread::vaSpread(QWidget* parent) : QTableView(parent)
     verticalHeader()->setVisible(false);
     horizontalHeader()->setMinimumSectionSize(0);
     verticalHeader()->setMinimumSectionSize(0);
-    setAccessibleName(QStringLiteral("Parameters"));
     // A window that waits for a dialog keeps its grid as it is.
     QPalette colors = palette();
     colors.setBrush(QPalette::Disabled, QPalette::Base, colors.brush(QPalette::Active, QPalette::Base));

@@ -123,7 +123,7 @@ void frmMessageBox::setTexts(const QString& prompt, const QString& title)
 void frmMessageBox::setIcon()
 {
     m_icon->setVisible(m_plan.icon() != MessageIcon::None);
-    m_icon->setAccessibleName(messageIconName(m_plan.icon()));
+    m_icon->setAccessibleName(platform::visibleText(m_library.tranStr(messageIconName(m_plan.icon()))));
     m_icon->setPixmap(messagePixmap(m_plan.icon(), kIconSide, devicePixelRatio()));
 }
 

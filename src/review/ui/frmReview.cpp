@@ -49,7 +49,7 @@ ProgressView& frmReview::progress()
 
 void frmReview::setupForm()
 {
-    setWindowTitle(QStringLiteral("Review and send"));
+    setWindowTitle(QStringLiteral("Review and write"));
     m_table = addTable(m_shown, QStringLiteral("tblReview"), kReviewWidths);
     m_table->setItemDelegate(new ReviewDelegate(m_table));
     m_table->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // as the grid has them
@@ -90,7 +90,7 @@ QWidget* frmReview::setupButtons()
     auto* row = new QWidget(this);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_send = addButton(*layout, QStringLiteral("&Send ticked"));
+    m_send = addButton(*layout, QStringLiteral("&Write ticked"));
     m_retry = addButton(*layout, QStringLiteral("Re&try failed"));
     m_revert = addButton(*layout, QStringLiteral("&Revert"));
     m_copy = addButton(*layout, QStringLiteral("C&opy"));
@@ -172,7 +172,7 @@ void frmReview::showStatus()
     for (QPushButton* button : {m_send, m_retry})
         button->setToolTip(platform::visibleText(m_obstacle));
     QString text =
-        library().tranStr(QStringLiteral("Changes: %1, ticked to be sent: %2")).arg(m_review.changes()).arg(ticked);
+        library().tranStr(QStringLiteral("Changes: %1, ticked to be written: %2")).arg(m_review.changes()).arg(ticked);
     if (!m_obstacle.isEmpty())
         text += u'\n' + m_obstacle;
     m_status->setText(platform::visibleLines(text));

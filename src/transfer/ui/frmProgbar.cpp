@@ -1,5 +1,6 @@
 #include "frmProgbar.h"
 
+#include "AccessibleNames.h"
 #include "EventWait.h"
 #include "VisibleText.h"
 #include "clsLibrary.h"
@@ -37,7 +38,7 @@ void frmProgbar::setupControls()
     m_label->setText(QStringLiteral("It is forwarding it. Please wait for a while."));
     m_label->setWordWrap(true);
     m_bar->setObjectName(QStringLiteral("ProgressBar1"));
-    m_bar->setAccessibleName(QStringLiteral("Progress"));
+    platform::nameWidget(*m_bar, QStringLiteral("Progress"));
     m_cancel->setObjectName(QStringLiteral("cmdCancel"));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_label);
@@ -84,8 +85,10 @@ void frmProgbar::showModeless(QWidget* Owner, int lMax, const QString& sTitle, c
 
 void frmProgbar::translate(const QString& title, const QString& label)
 {
-    if (m_library != nullptr)
+    if (m_library != nullptr) {
         m_library->tranForm(*m_controls);
+        platform::translateNames(*this, m_library->translation());
+    }
     setWindowTitle(platform::visibleText(m_library != nullptr ? m_library->tranStr(title) : title));
     m_label->setText(platform::visibleLines(m_library != nullptr ? m_library->tranStr(label) : label));
 }
