@@ -16,10 +16,12 @@
 #include "frmShowVersion.h"
 #include "vaSpread.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -73,10 +75,17 @@ QString Tour::text(const char* english) const
     return m_program.library().tranStr(QString::fromLatin1(english));
 }
 
+void Tour::start()
+{
+    m_window.resize(kMainSize);
+    picture(m_window, "start");
+}
+
 void Tour::all()
 {
     read();
     mainWindow();
+    searchBar();
     messages();
     options();
     selection();
@@ -115,6 +124,18 @@ void Tour::mainWindow()
     m_window.resize(kMainSize);
     goToSetValue();
     picture(m_window, "main");
+}
+
+// With its hits; names are found in every language.
+void Tour::searchBar()
+{
+    m_window.findChild<QAction*>(QStringLiteral("mnuEdit_4"))->trigger();
+    auto* field = m_window.findChild<QLineEdit*>(QStringLiteral("findText"));
+    field->setText(QStringLiteral("hysteresis"));
+    if (m_window.findChild<QLabel*>(QStringLiteral("findCount"))->text().isEmpty())
+        qFatal("nothing is found");
+    picture(m_window, "find");
+    field->parentWidget()->hide();
 }
 
 void Tour::messages()

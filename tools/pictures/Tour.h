@@ -20,6 +20,7 @@ class Tour
 public:
     Tour(ProgramContext& program, frmMain& window, const QString& folder);
 
+    void start(); // nothing was ever chosen
     void all();
     void report(); // what a write did not reach
     void review(); // and its neighbours, the history and the backups
@@ -30,6 +31,7 @@ private:
     void search(frmComSet& settings);
     void confirm();
     void mainWindow();
+    void searchBar();
     void messages();
     void options();
     void selection();

@@ -1,4 +1,4 @@
-// Takes the pictures of the manual: vorlant_pictures all|report|review|traffic FOLDER. Program folder, settings and
+// Takes the pictures of the manual: vorlant_pictures start|all|report|review|traffic FOLDER. Program folder, settings and
 // COM1 come from the environment, as for the program itself; the controller at COM1 is a simulated one. See
 // tools/make_pictures.
 
@@ -35,12 +35,13 @@ int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     const QStringList words = QCoreApplication::arguments().mid(1);
-    const QHash<QString, void (Tour::*)()> tours{{QStringLiteral("all"), &Tour::all},
+    const QHash<QString, void (Tour::*)()> tours{{QStringLiteral("start"), &Tour::start},
+                                                 {QStringLiteral("all"), &Tour::all},
                                                  {QStringLiteral("report"), &Tour::report},
                                                  {QStringLiteral("review"), &Tour::review},
                                                  {QStringLiteral("traffic"), &Tour::traffic}};
     if (words.size() != 2 || !tours.contains(words[0]))
-        qFatal("usage: vorlant_pictures all|report|review|traffic FOLDER");
+        qFatal("usage: vorlant_pictures start|all|report|review|traffic FOLDER");
     setLook();
     const platform::PaletteColors colors;
     ProgramContext program(QCoreApplication::applicationDirPath(), QProcessEnvironment::systemEnvironment(), colors);
