@@ -141,9 +141,9 @@ TEST_P(ShippedLanguage, FourColumnsOfBlocksFitASmallScreen)
     ASSERT_TRUE(
         soundController::writeFile(data + "/Vorlan/Vorlant.ini", kOffLine + "LanguageFile=" + GetParam() + "\n"));
     start(dir.filePath("no-adapter"), std::make_unique<RecordingMessages>(asked));
-    window->resize(1280, 860);
+    window->resize(1270, 860); // and a frame
     for (const auto& [number, code] : {std::pair(5, "KX640"), std::pair(6, "KX643"), std::pair(7, "KX910")}) {
-        window->loadKXInfo(number, code + QString("11110-10A"));
+        window->loadKXInfo(number, code + QString("11111-11A"));
         QCoreApplication::processEvents();
         const auto* grid = find<QTableView>("sprMain");
         EXPECT_EQ(grid->horizontalScrollBar()->maximum(), 0)
