@@ -154,8 +154,10 @@ TEST_F(Profile, FailuresAreReported)
 
 TEST_F(Profile, KeysThatCouldNotBeFoundAgainAreRefused)
 {
+    ProfileStore::Batch batch(store);
     for (const char* key : {"a=b", "", " ", "two\nlines", "[x]"})
         EXPECT_FALSE(set(key, "1").ok());
+    EXPECT_TRUE(batch.commit().isRepeated()) << "whoever wrote has heard of it";
     EXPECT_EQ(content(), "<none>");
     EXPECT_TRUE(set("K", "two\r\nlines").ok());
     EXPECT_EQ(get("K"), u"two lines");
