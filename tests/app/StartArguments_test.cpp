@@ -1,6 +1,8 @@
 #include "StartArguments.h"
 
-#include <gtest/gtest.h>
+#include "ProgramFixture.h"
+
+#include <QProcess>
 
 namespace {
 
@@ -34,6 +36,32 @@ TEST(StartArguments, NameAFileOrAreAnsweredWithoutAWindow)
             << qPrintable(text);
         EXPECT_TRUE(start.answer || start.isReadOnly == arguments.contains("--read-only"));
     }
+}
+
+// A message at the start is open when the process is asked to end.
+TEST(StartArguments, TheProcessEndsUnderAMessageToo)
+{
+    const QTemporaryDir dir;
+    const QString log = dir.filePath("program/Log/Vorlant.log");
+    const QString file = dir.filePath("set.k41");
+    ASSERT_TRUE(soundController::install(dir.filePath("program"), dir.filePath("data"), kOffLine) &&
+                soundController::writeFile(file, "[Info]\r\nMODEL=KX41000000-10A\r\n[Data]\r\nVQSV1=none\r\n"));
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* variable : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR"})
+        environment.insert(variable, dir.filePath("data"));
+    environment.insert("VORLANT_PROGRAM_DIR", dir.filePath("program"));
+    process.setProcessEnvironment(environment);
+    process.start(VORLANT_WINDOW, {file});
+    const auto isOpened = [&] {
+        QFile lines(log);
+        return lines.open(QIODevice::ReadOnly) && lines.readAll().contains("showOpenFile-");
+    };
+    ASSERT_TRUE(QTest::qWaitFor(isOpened, 20000)) << process.readAllStandardError().constData();
+    QTest::qWait(300); // the message follows
+    process.terminate();
+    EXPECT_TRUE(process.waitForFinished(10000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
 }
 
 } // namespace

@@ -110,6 +110,7 @@ int Main(int& argc, char* argv[])
     if (instance.isFirst() && !channel.listen(socket))
         program.errorLog().LogWrite(QStringLiteral("%1 cannot be listened at: files open in new windows").arg(socket));
     window.show();
-    window.start(file);
+    // In the event loop, which a request to end leaves whatever message is open.
+    QMetaObject::invokeMethod(&window, [&window, &file] { window.start(file); }, Qt::QueuedConnection);
     return QApplication::exec();
 }
