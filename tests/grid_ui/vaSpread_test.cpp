@@ -48,6 +48,7 @@ TEST_F(Spread, ColoursArePaintedAndTheFocusIsSeenOnEachOfThem)
     for (const auto& [name, back, highlight] : rows) {
         platform::Cell cell = grid.cell(4, 2);
         cell.backColor = back;
+        cell.sign = platform::CellSign::Switch;
         grid.setCell(4, 2, cell);
         QPalette colors = spread.palette();
         colors.setColor(QPalette::Highlight, QColor(highlight));

@@ -204,6 +204,7 @@ QColor SpreadDelegate::shown(const QColor& color, const QPalette& palette) const
 void SpreadDelegate::paintFocus(QPainter* painter, const QStyleOptionViewItem& option, const QColor& back) const
 {
     painter->setPen(QPen(legible(option.palette.color(QPalette::Highlight), back), 2));
+    painter->setBrush(Qt::NoBrush); // signs and the corner leave theirs
     painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
 }
 
