@@ -125,6 +125,12 @@ TEST_F(Spread, AListLeftAsItWasReportsNothing)
         leave(combo(), Qt::Key_Return);
         EXPECT_EQ(reported(chosen), u"");
     }
+    type(2, "T");
+    ASSERT_TRUE(combo() != nullptr && combo()->currentText() == u"T");
+    Q_EMIT spread.itemDelegate()->commitData(combo()); // another window comes to the front
+    Q_EMIT spread.itemDelegate()->closeEditor(combo());
+    settle();
+    EXPECT_EQ(reported(chosen), u"") << "looked at, not chosen";
 }
 
 TEST_F(Spread, AChoiceByTheMouseIsReportedOnce)

@@ -38,6 +38,7 @@ void ComboEditor::onActivated()
     if (!m_isPending || view()->isVisible())
         return;
     m_isPending = false;
+    m_isChosen = true;
     Q_EMIT chosen();
 }
 

@@ -15,6 +15,8 @@ public:
 
     void showPopup() override;
     bool isListOpen() const { return m_isPending; }
+    // Else currentIndex is only looked at: typing goes to the choice that begins so.
+    bool isChosen() const { return m_isChosen; }
 
 Q_SIGNALS:
     void chosen();    // currentIndex is what was chosen
@@ -28,6 +30,7 @@ private:
     void onActivated();
     void onListHidden();
 
+    bool m_isChosen = false;
     bool m_isPending = false; // the list was opened and its outcome not reported yet
 };
 

@@ -352,7 +352,7 @@ void SpreadDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
     Q_UNUSED(model);
     const Cell& cell = cellAt(index);
     const auto* combo = qobject_cast<ComboEditor*>(editor);
-    if (combo != nullptr && combo->currentIndex() != cell.comboList.indexOf(cell.text))
+    if (combo != nullptr && combo->isChosen() && combo->currentIndex() != cell.comboList.indexOf(cell.text))
         m_entry = {index.column() + 1, index.row() + 1, combo->currentText(), combo->currentIndex()};
     else if (auto* edit = qobject_cast<QLineEdit*>(editor); edit != nullptr && edit->isModified())
         m_entry = {index.column() + 1, index.row() + 1, edit->text(), -1};
