@@ -275,6 +275,8 @@ TEST_F(Spread, AScreenReaderHearsOfTheCellThatTheKeysGoTo)
 
 TEST_F(Spread, CopyAndPasteAreAskedForOrThoseOfAnOpenEditor)
 {
+    QSignalSpy undone(&spread, &vaSpread::undoRequested);
+    QSignalSpy redone(&spread, &vaSpread::redoRequested);
     QSignalSpy copied(&spread, &vaSpread::copyRequested);
     QSignalSpy pasted(&spread, &vaSpread::pasteRequested);
     QClipboard& clipboard = *QGuiApplication::clipboard();
@@ -309,6 +311,11 @@ TEST_F(Spread, CopyAndPasteAreAskedForOrThoseOfAnOpenEditor)
     clipboard.setText("77");
     spread.requestPaste();
     EXPECT_EQ(editor->text(), u"77.5");
+    spread.requestUndo();
+    EXPECT_EQ(editor->text(), u"12.5");
+    spread.requestRedo();
+    EXPECT_EQ(editor->text(), u"77.5");
+    EXPECT_EQ(undone.count() + redone.count(), 0);
     EXPECT_EQ(copied.count() + pasted.count(), 0) << "nothing to paste, or the editor's";
 }
 

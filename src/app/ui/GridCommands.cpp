@@ -33,8 +33,10 @@ void GridCommands::connectEdits()
     CellEditor* editor = &m_parts.editor;
     connect(menus.copy, &QAction::triggered, sheet, &platform::vaSpread::requestCopy);
     connect(menus.paste, &QAction::triggered, sheet, &platform::vaSpread::requestPaste);
-    connect(menus.undo, &QAction::triggered, editor, &CellEditor::undo);
-    connect(menus.redo, &QAction::triggered, editor, &CellEditor::redo);
+    connect(menus.undo, &QAction::triggered, sheet, &platform::vaSpread::requestUndo);
+    connect(menus.redo, &QAction::triggered, sheet, &platform::vaSpread::requestRedo);
+    connect(sheet, &platform::vaSpread::undoRequested, editor, &CellEditor::undo);
+    connect(sheet, &platform::vaSpread::redoRequested, editor, &CellEditor::redo);
     const auto showHistory = [this] {
         m_parts.menus.undo->setEnabled(m_parts.editor.canUndo());
         m_parts.menus.redo->setEnabled(m_parts.editor.canRedo());

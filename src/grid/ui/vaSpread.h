@@ -56,11 +56,15 @@ Q_SIGNALS:
     void pasteRequested(const platform::CellRange& range, const QString& text);
 
 public Q_SLOTS:
+    void undoRequested();
+    void redoRequested();
     // In the text of an open editor; else:
     void requestCopy();  // what is selected
     void requestPaste(); // the text of the clipboard, into what is selected
 
 protected:
+    void requestUndo();  // of what was entered
+    void requestRedo();
     using QTableView::edit;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;

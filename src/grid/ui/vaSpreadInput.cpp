@@ -326,3 +326,19 @@ void vaSpread::requestPaste()
 }
 
 } // namespace platform
+void vaSpread::requestUndo()
+{
+    if (QLineEdit* editor = openEditor())
+        editor->undo();
+    else
+        Q_EMIT undoRequested();
+}
+
+void vaSpread::requestRedo()
+{
+    if (QLineEdit* editor = openEditor())
+        editor->redo();
+    else
+        Q_EMIT redoRequested();
+}
+
