@@ -197,6 +197,8 @@ void ParameterFiles::loadAsChanges(const ParameterSet& set, CellEditor& editor, 
 
 void ParameterFiles::saveDataFile()
 {
+    if (!m_finishEntry())
+        return;
     const QString file = m_choose(question(true));
     if (!file.isEmpty() && hasUsableName(file))
         saveTo(file);
@@ -206,7 +208,7 @@ void ParameterFiles::save()
 {
     if (m_file.isEmpty() || QFileInfo(m_file).lastModified() != m_fileTime)
         saveDataFile();
-    else
+    else if (m_finishEntry())
         saveTo(m_file);
 }
 
@@ -245,6 +247,8 @@ int ParameterFiles::changes() const
 
 bool ParameterFiles::mayDiscard() const
 {
+    if (!m_finishEntry())
+        return false;
     const int count = m_program.settings().m_bViewDiscardConf ? changes() : 0;
     if (count == 0)
         return true;
@@ -270,6 +274,8 @@ bool ParameterFiles::mayReplace() const
     const clsCfg& settings = m_program.settings();
     if (m_file.isEmpty() || !settings.m_bComm)
         return mayDiscard();
+    if (!m_finishEntry())
+        return false;
     if (settings.m_bViewRecvConf)
         return true;
     const QString question = m_program.library().tranStr(QStringLiteral(

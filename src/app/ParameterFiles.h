@@ -26,6 +26,9 @@ public:
     ParameterFiles(clsKX& kx, ProgramContext& program, MessagePresenter& questions, QObject* parent = nullptr);
 
     void setChooser(const FileChooser& chooser) { m_choose = chooser; }
+    // Called before the values are looked at, so that an entry which is still open in the grid is one of them. False:
+    // it is refused, and nothing is done.
+    void setFinishEntry(const std::function<bool()>& finish) { m_finishEntry = finish; }
     // What shows the changes instead of discarding them.
     void setReview(const std::function<void()>& review) { m_review = review; }
 
@@ -85,6 +88,7 @@ private:
     MessagePresenter& m_questions;
     FileChooser m_choose;
     std::function<void()> m_review;
+    std::function<bool()> m_finishEntry = [] { return true; };
     RecentFiles m_recent;
     QString m_file;
     QDateTime m_fileTime; // when it was changed last, as far as is known here

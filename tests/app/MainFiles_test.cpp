@@ -121,10 +121,13 @@ TEST_F(Files, CtrlSSavesWithoutAQuestionIntoTheFileThatIsOpen)
     EXPECT_EQ(question.name, QString("KX410 %1").arg(today));
     EXPECT_TRUE(question.save);
     question = {};
-    enter("5.0");
+    type("5");
     EXPECT_EQ(command->text(), u"Save &to set.k41");
     command->trigger();
     EXPECT_FALSE(question.save || window->isWindowModified());
+    EXPECT_EQ(cell(2), u"5.0");
+    QFile saved(file);
+    EXPECT_TRUE(saved.open(QIODevice::ReadOnly) && saved.readAll().contains("VQSV1=50")) << "what is typed last too";
     ASSERT_TRUE(put(kModel, "90")); // somebody else's
     QFile changed(file);
     ASSERT_TRUE(changed.open(QIODevice::ReadWrite) &&

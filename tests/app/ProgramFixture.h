@@ -5,9 +5,11 @@
 #include "ScriptedController.h"
 #include "SoundController.h"
 #include "frmMain.h"
+#include "vaSpread.h"
 
 #include <QAction>
 #include <QDir>
+#include <QLineEdit>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -50,6 +52,18 @@ protected:
     }
 
     template <class Part> Part* find(const char* name) const { return window->findChild<Part*>(QLatin1String(name)); }
+    // At the first parameter, whose editor stays open.
+    void type(const QString& text)
+    {
+        auto* grid = find<platform::vaSpread>("sprMain");
+        QCoreApplication::processEvents(); // what was refused is edited again
+        grid->setCurrentCell(1, 2);
+        if (grid->indexWidget(grid->currentIndex()) == nullptr)
+            QTest::keyClick(grid, Qt::Key_F2);
+        auto* line = qobject_cast<QLineEdit*>(grid->indexWidget(grid->currentIndex()));
+        line->selectAll();
+        QTest::keyClicks(line, text);
+    }
     void trigger(const char* action) { find<QAction>(action)->trigger(); }
     QByteArray settingsFile() const
     {

@@ -257,7 +257,6 @@ TEST_F(MainWindow, NoEditIsLostUnasked)
     window->setFileChooser([this](const FileQuestion&) { return dir.filePath("set.k41"); });
     recv();
     window->saveDataFile();
-    enter("7.0");
     asked.answer = MessageResult::kNo;
     const Settings settings([this](frmComSet& dialog) {
         dialog.findChild<QPushButton*>("Command1_0")->click();
@@ -276,10 +275,11 @@ TEST_F(MainWindow, NoEditIsLostUnasked)
                                           [this] { EXPECT_FALSE(window->close()); }, [this] { trigger("mnuKX_0"); }};
     for (const auto& way : ways) {
         SCOPED_TRACE(&way - ways);
+        type(QString::number(7 + (&way - ways)));
         way();
         EXPECT_EQ(messages(), QStringList{"1 change was not written. Discard it?"});
         EXPECT_EQ(asked.messages.last().style & 0x300, MessageStyle::kSecondIsDefault) << "No";
-        EXPECT_EQ(cell(2), u"7.0");
+        EXPECT_EQ(cell(2), QString("%1.0").arg(7 + (&way - ways)));
     }
     EXPECT_EQ(settings.count(), 1);
     store(false);
@@ -497,6 +497,13 @@ TEST_F(MainWindow, SendOfTheToolbarAsks)
         EXPECT_EQ(controller->requests() > read, answer == MessageResult::kYes);
     }
     EXPECT_EQ(states.first() + states.last(), u"reading...writing...");
+    const int written = controller->requests();
+    for (const char* command : {"tlbMain_Send", "mnuKX_2"}) {
+        type("99999");
+        trigger(command);
+        EXPECT_TRUE(messages().join(u' ').startsWith(u"It is outside")) << command;
+        EXPECT_EQ(controller->requests(), written) << "not with the value that was to be replaced";
+    }
     EXPECT_EQ(find<QLabel>("panelLink")->toolTip(), panel("panelLink")) << "whole, where the panel shortens it";
 }
 

@@ -69,7 +69,7 @@ TEST_F(Spread, ARefusedEntryStaysOpen)
     QObject::connect(&spread, &vaSpread::editChanged, &spread, &vaSpread::refuseEntry);
     const std::function<void()> ways[] = {[this] { QTest::keyClick(line(), Qt::Key_Return); },
                                           [this] { QTest::keyClick(line(), Qt::Key_Tab); },
-                                          [this] { click(middle(4)); }};
+                                          [this] { click(middle(4)); }, [this] { EXPECT_FALSE(spread.finishEntry()); }};
     for (const auto& way : ways) {
         SCOPED_TRACE(&way - ways);
         type(1, "9");
@@ -273,7 +273,7 @@ TEST_F(Spread, AScreenReaderHearsOfTheCellThatTheKeysGoTo)
     desktop->setActive(false);
 }
 
-TEST_F(Spread, CopyAndPasteAreAskedForOrThoseOfAnOpenEditor)
+TEST_F(Spread, CommandsAreAskedForOrThoseOfAnOpenEditor)
 {
     QSignalSpy undone(&spread, &vaSpread::undoRequested);
     QSignalSpy redone(&spread, &vaSpread::redoRequested);

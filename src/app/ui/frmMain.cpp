@@ -132,6 +132,7 @@ void frmMain::setupFiles()
     m_comm = std::make_unique<CommSettings>(
         CommSettings::Parts{m_program, m_controller, m_uclComm1, *m_engine, m_clsKX, *this, *m_files});
     m_files->setChooser([this](const FileQuestion& question) { return chooseFile(this, question); });
+    m_files->setFinishEntry([this] { return m_pages->sheet().finishEntry(); });
     m_files->setReview([this] { m_review->show(); });
     connect(m_files.get(), &ParameterFiles::loaded, m_editor.get(), &CellEditor::clear);
     connect(m_files.get(), &ParameterFiles::modelWanted, this, &frmMain::loadKXInfo);
@@ -281,7 +282,7 @@ void frmMain::getDataFromKX(const std::vector<clsBlock*>* colRefData)
 
 void frmMain::setDataToKXAll()
 {
-    if (m_engine->isBusy())
+    if (m_engine->isBusy() || !m_pages->sheet().finishEntry())
         return;
     m_questions->showMessage(m_program.library().tranStr(QStringLiteral("Transfer All Data.")),
                              MessageStyle::kInformation, QStringLiteral("KX"));
@@ -290,7 +291,7 @@ void frmMain::setDataToKXAll()
 
 void frmMain::askAndSend()
 {
-    if (m_engine->isBusy())
+    if (m_engine->isBusy() || !m_pages->sheet().finishEntry())
         return;
     const QString question = m_program.library().tranStr(QStringLiteral("Transfer All Data.Sure?"));
     if (m_questions->showMessage(question, MessageStyle::kYesNoExclamation, QStringLiteral("KX")) ==

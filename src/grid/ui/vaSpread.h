@@ -40,6 +40,8 @@ public:
     // Shows the column headers, by which a person changes the widths of the columns.
     void showColHeaders();
     void setCurrentCell(int col, int row); // a cell outside the grid changes nothing
+    // What is typed in an open editor is entered; a list that is open is left as it was. False: the entry is refused.
+    [[nodiscard]] bool finishEntry();
     // The entry that editChanged reported is refused: the cell is edited again, with that text.
     void refuseEntry(int col, int row, const QString& text);
 
@@ -48,23 +50,23 @@ Q_SIGNALS:
     void comboSelChange(int col, int row, int choice);
     void buttonClicked(int col, int row);
     void dblClick(int col, int row);
-    void markClicked(int col, int row); // the three dots of a table
+    void markClicked(int col, int row);  // the three dots of a table
     void enterPressed(int col, int row); // where it does not go on
     void zoomWanted(int steps);          // larger, below 0 smaller
     void currentCellChanged(int col, int row);
     void copyRequested(const platform::CellRange& range);
     void pasteRequested(const platform::CellRange& range, const QString& text);
-
-public Q_SLOTS:
     void undoRequested();
     void redoRequested();
+
+public Q_SLOTS:
     // In the text of an open editor; else:
     void requestCopy();  // what is selected
     void requestPaste(); // the text of the clipboard, into what is selected
-
-protected:
     void requestUndo();  // of what was entered
     void requestRedo();
+
+protected:
     using QTableView::edit;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;

@@ -230,6 +230,19 @@ void vaSpread::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint h
         setCurrentIndex(next);
 }
 
+bool vaSpread::finishEntry()
+{
+    QWidget* editor = indexWidget(m_edited);
+    if (editor == nullptr)
+        return true;
+    const QPointer<vaSpread> alive(this);
+    const bool isText = qobject_cast<QLineEdit*>(editor) != nullptr;
+    if (isText)
+        commitData(editor);
+    closeEditor(editor, isText ? QAbstractItemDelegate::NoHint : QAbstractItemDelegate::RevertModelCache);
+    return alive && !m_isRefused;
+}
+
 // Once the event that ended the entry is over: a click elsewhere moves the current cell yet.
 void vaSpread::refuseEntry(int col, int row, const QString& text)
 {
@@ -325,7 +338,6 @@ void vaSpread::requestPaste()
         Q_EMIT pasteRequested(*range, text);
 }
 
-} // namespace platform
 void vaSpread::requestUndo()
 {
     if (QLineEdit* editor = openEditor())
@@ -342,3 +354,4 @@ void vaSpread::requestRedo()
         Q_EMIT redoRequested();
 }
 
+} // namespace platform
