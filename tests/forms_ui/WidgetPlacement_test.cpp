@@ -3,6 +3,8 @@
 #include "ScreenFit.h"
 #include "WidgetPlacement.h"
 
+#include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
@@ -10,6 +12,7 @@
 #include <QScrollArea>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -52,8 +55,10 @@ TEST(ScreenFit, KeepsWindowsOnTheScreen)
     auto* tall = new QLineEdit(&dialog);
     tall->setMinimumHeight(5000);
     auto* button = new QPushButton(QStringLiteral("OK"), &dialog);
-    layout->addWidget(tall);
-    layout->addWidget(button);
+    auto* list = new QComboBox(&dialog);
+    list->addItems({QStringLiteral("9600bps"), QStringLiteral("19200bps")});
+    for (QWidget* part : std::initializer_list<QWidget*>{tall, list, button})
+        layout->addWidget(part);
     dialog.move(-3000, -200);
     dialog.show();
     QCoreApplication::processEvents();
@@ -61,8 +66,12 @@ TEST(ScreenFit, KeepsWindowsOnTheScreen)
     tall->setFocus();
     QWidget& area = *dialog.findChild<QScrollArea*>()->viewport();
     QTest::keyClick(tall, Qt::Key_Tab);
+    QTest::keyClick(list, Qt::Key_Tab);
     EXPECT_EQ(dialog.focusWidget(), button);
     EXPECT_TRUE(area.rect().contains(button->mapTo(&area, button->rect().center())));
+    QWheelEvent turn({5, 5}, list->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(list, &turn);
+    EXPECT_EQ(list->currentIndex(), 0);
 
     QWidget window;
     window.setGeometry(50, -300, 20000, 10000);

@@ -4,6 +4,7 @@
 #include "WidgetPlacement.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QEvent>
 #include <QScreen>
@@ -28,6 +29,10 @@ ScreenFit::ScreenFit()
 // had time for the frame, of which it says nothing when that is there.
 bool ScreenFit::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::Wheel && qobject_cast<QComboBox*>(watched) != nullptr) {
+        event->ignore();
+        return true;
+    }
     auto* window = qobject_cast<QWidget*>(watched);
     const auto isOrdinary = [&] { return window->windowType() == Qt::Window || window->windowType() == Qt::Dialog; };
     if (event->type() == QEvent::Show && !event->spontaneous() && window != nullptr && window->isWindow() &&

@@ -9,7 +9,8 @@ namespace platform {
 
 // Keeps the windows of the program on the screen while it exists: one that is shown larger than the room that the
 // screen leaves, or with its title bar outside, is made smaller and moved; a dialog whose controls need more room can
-// be scrolled. It watches the application's events.
+// be scrolled. The wheel scrolls what is behind a closed list, whose choice would change unseen. It watches the
+// application's events.
 class ScreenFit : public QObject
 {
     Q_OBJECT
