@@ -70,6 +70,8 @@ void CellEditor::revert(int col, int row)
 
 void CellEditor::revertAll(const QStringList& tags)
 {
+    if (isBusy())
+        return;
     const Action action(*this);
     for (const QString& tag : tags) {
         clsData* item = m_kx.getDataByTag(tag);
@@ -92,6 +94,8 @@ void CellEditor::revert(clsData& item)
 // What is refused may be so because of another one that is refused: they are looked at until no more are.
 QStringList CellEditor::enterSet(const QVector<QPair<QString, QString>>& values)
 {
+    if (isBusy())
+        return {};
     const Action action(*this);
     std::vector<std::pair<clsData*, ItemState>> entered;
     for (const auto& [tag, value] : values) {

@@ -149,14 +149,14 @@ bool EditSession::isOpen(const clsData& item) const
 
 void EditSession::undo()
 {
-    if (m_depth > 0)
+    if (m_depth > 0 || isBusy())
         return;
     showRestored(m_history.undo());
 }
 
 void EditSession::redo()
 {
-    if (m_depth > 0)
+    if (m_depth > 0 || isBusy())
         return;
     showRestored(m_history.redo());
 }

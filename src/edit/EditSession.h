@@ -66,6 +66,8 @@ public:
     // Whether a person may change the item's cell.
     bool isOpen(const clsData& item) const;
 
+    // While a read or write is going on, values stay as they were chosen: undo, redo, and what other windows ask for.
+    bool isBusy() const { return m_shell.isBusy(); }
     bool canUndo() const { return m_history.canUndo(); }
     bool canRedo() const { return m_history.canRedo(); }
     void undo();

@@ -44,10 +44,15 @@ TEST_F(Clicks, SwitchWriteAndOpen)
 TEST_F(Clicks, NeedUpToDateData)
 {
     parameters();
+    ASSERT_TRUE(editor.enterSet({{"A", "6"}}).isEmpty());
     const Everything before = everything();
     for (const auto& [busy, messagesShown] : {std::pair{true, 0}, {false, 4}}) {
         shell.stateNow = busy ? MainState::UpToDate : MainState::NoConnection;
         shell.busy = busy;
+        if (busy) { // what goes out stays as it was chosen
+            editor.enterSet({{"A", "7"}});
+            editor.undo();
+        }
         editor.clickCell(1, 1);
         editor.openSelect(1, 4);
         editor.openSelect(1, 6); // nothing to open, nothing to tell

@@ -68,6 +68,12 @@ void MainDialogs::showBackups()
     bringUp(*m_backups);
 }
 
+void MainDialogs::setBusy(bool busy)
+{
+    if (m_backups != nullptr)
+        m_backups->setEnabled(!busy);
+}
+
 void MainDialogs::refresh()
 {
     if (m_backups != nullptr)

@@ -45,7 +45,8 @@ public:
     void showTraffic();
     void showHistory();
     void showBackups();
-    void refresh(); // the grid or the controller holds other values
+    void setBusy(bool busy); // a transfer is going on
+    void refresh();          // the grid or the controller holds other values
     // Those that stay open, in the language in use.
     void translate();
     void close();

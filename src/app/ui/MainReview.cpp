@@ -13,6 +13,10 @@ MainReview::MainReview(const Parts& parts, QObject* parent) : QObject(parent), m
 {
     connect(&m_parts.editor, &CellEditor::edited, this, &MainReview::refresh);
     connect(&m_parts.controller, &ControllerState::changed, this, &MainReview::reload);
+    connect(&m_parts.engine, &TransferEngine::activityChanged, this, [this] {
+        if (m_form != nullptr)
+            m_form->setBusy(m_parts.engine.isBusy());
+    });
     connect(&m_parts.engine, &TransferEngine::written, this, [this] {
         m_parts.progress.setInstead(nullptr); // what follows, such as a read by the settings, was not asked for here
         m_review.noteWrite(m_parts.engine.lastWrite());

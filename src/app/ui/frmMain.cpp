@@ -153,6 +153,7 @@ void frmMain::connectParts()
     connect(m_comm.get(), &CommSettings::readWanted, this, [this] { m_engine->getDataFromKX(nullptr); });
     connect(m_comm.get(), &CommSettings::trafficWanted, this, &frmMain::showTraffic);
     connect(m_comm.get(), &CommSettings::closed, m_status, &MainStatus::showLink);
+    connect(m_engine.get(), &TransferEngine::activityChanged, this, [this] { m_dialogs->setBusy(m_engine->isBusy()); });
     connect(m_dialogs.get(), &MainDialogs::designChanged, this, &frmMain::tranForm);
     connect(m_dialogs.get(), &MainDialogs::optionsStored, m_comm.get(), &CommSettings::doCommCheck);
     connect(m_dialogs.get(), &MainDialogs::optionsStored, this, [this] {

@@ -162,13 +162,20 @@ void frmReview::setObstacle(const QString& reason)
     showStatus();
 }
 
+void frmReview::setBusy(bool busy)
+{
+    m_isBusy = busy;
+    showStatus();
+}
+
 void frmReview::showStatus()
 {
     const auto ticked = m_review.ticked().size();
-    const bool maySend = m_obstacle.isEmpty() && !m_progress->isBusy();
+    const bool isFree = !m_isBusy && !m_progress->isBusy();
+    const bool maySend = m_obstacle.isEmpty() && isFree;
     m_send->setEnabled(maySend && ticked > 0);
     m_retry->setEnabled(maySend && !m_review.failed().isEmpty());
-    m_revert->setEnabled(!m_progress->isBusy() && isChangeSelected());
+    m_revert->setEnabled(isFree && isChangeSelected());
     for (QPushButton* button : {m_send, m_retry})
         button->setToolTip(platform::visibleText(m_obstacle));
     QString text =

@@ -35,6 +35,8 @@ public:
     // Why nothing can be sent, in the user's language; empty: it can.
     void setObstacle(const QString& reason);
 
+    void setBusy(bool busy); // a transfer is going on, asked for here or elsewhere
+
     ProgressView& progress(); // of a transfer that was asked for here
 
 Q_SIGNALS:
@@ -62,6 +64,7 @@ private:
     ReviewFilter m_shown;
     std::unique_ptr<platform::ControlRegistry> m_registry;
     QString m_obstacle;
+    bool m_isBusy = false;
 
     QLineEdit* m_search = nullptr;   // Text1
     QComboBox* m_filter = nullptr;   // Combo1
