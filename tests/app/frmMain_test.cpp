@@ -415,6 +415,9 @@ TEST_F(MainWindow, TheReviewSendsWhatIsTickedAndSaysWhatBecameOfIt)
     auto* table = form->findChild<QTableView*>("tblReview");
     const auto state = [table] { return table->model()->index(0, 4).data().toString(); };
     const auto press = [form](int n) { form->findChild<QPushButton*>(QString("Command1_%1").arg(n))->click(); };
+    form->findChild<QLineEdit*>("Text1")->setText("nowhere");
+    EXPECT_TRUE(form->findChild<QLabel*>("Label1")->text().contains("not shown here: 1.")) << "what would go unseen";
+    form->findChild<QLineEdit*>("Text1")->clear();
     memory = QByteArray::fromHex("00630304");
     press(0);
     EXPECT_EQ(state(), u"conflict: the controller held 25.8 before");

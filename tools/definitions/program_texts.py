@@ -153,6 +153,8 @@ PROGRAM_TEXTS = (
     ("1 change", "変更1件"),
     ("%1 changes", "変更%1件"),
     ("Changes: %1, ticked to be written: %2", "変更 %1件、書き込むもの %2件"),
+    ("Ticked but not shown here: %1. They are written, too.",
+     "チェックした項目のうち、表示していないもの: %1件。これらも書き込まれます。"),
     ("Search in name, block and tag", "名称、ブロック、タグで検索"),
     ("Show", "表示する行"),
     ("ReviewAll", "すべて"),

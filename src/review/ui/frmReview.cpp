@@ -101,9 +101,14 @@ QWidget* frmReview::setupButtons()
 
 void frmReview::connectForm()
 {
-    connect(m_search, &QLineEdit::textChanged, &m_shown, &ReviewFilter::setSearch);
-    connect(m_filter, &QComboBox::currentIndexChanged, this,
-            [this](int index) { m_shown.setShow(static_cast<ReviewFilter::Show>(index)); });
+    connect(m_search, &QLineEdit::textChanged, this, [this](const QString& text) {
+        m_shown.setSearch(text);
+        showStatus();
+    });
+    connect(m_filter, &QComboBox::currentIndexChanged, this, [this](int index) {
+        m_shown.setShow(static_cast<ReviewFilter::Show>(index));
+        showStatus();
+    });
     connect(&m_model, &ReviewModel::ticked, this, &frmReview::showStatus);
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmReview::showStatus);
     connect(m_table, &RecordTable::copyWanted, this, &frmReview::copy);
@@ -170,7 +175,8 @@ void frmReview::setBusy(bool busy)
 
 void frmReview::showStatus()
 {
-    const auto ticked = m_review.ticked().size();
+    const QStringList tags = m_review.ticked();
+    const auto ticked = tags.size();
     const bool isFree = !m_isBusy && !m_progress->isBusy();
     const bool maySend = m_obstacle.isEmpty() && isFree;
     m_send->setEnabled(maySend && ticked > 0);
@@ -180,6 +186,10 @@ void frmReview::showStatus()
         button->setToolTip(platform::visibleText(m_obstacle));
     QString text =
         library().tranStr(QStringLiteral("Changes: %1, ticked to be written: %2")).arg(m_review.changes()).arg(ticked);
+    const auto hidden = std::count_if(tags.begin(), tags.end(), [this](const QString& tag) { return !isShown(tag); });
+    if (hidden > 0)
+        text += u'\n' +
+                library().tranStr(QStringLiteral("Ticked but not shown here: %1. They are written, too.")).arg(hidden);
     if (!m_obstacle.isEmpty())
         text += u'\n' + m_obstacle;
     m_status->setText(platform::visibleLines(text));
@@ -188,6 +198,15 @@ void frmReview::showStatus()
 ReviewRow frmReview::rowAt(int shownRow) const
 {
     return m_model.row(m_shown.mapToSource(m_shown.index(shownRow, 0)).row());
+}
+
+bool frmReview::isShown(const QString& tag) const
+{
+    for (int row = 0; row < m_shown.rowCount(); ++row) {
+        if (rowAt(row).change.tag == tag)
+            return true;
+    }
+    return false;
 }
 
 QStringList frmReview::selectedTags() const

@@ -56,6 +56,7 @@ private:
     void goToCurrent();
     void tickSelected();
     ReviewRow rowAt(int shownRow) const;
+    bool isShown(const QString& tag) const; // the filter lets it through
     QStringList selectedTags() const;
     bool isChangeSelected() const;
 

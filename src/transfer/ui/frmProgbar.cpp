@@ -40,6 +40,7 @@ void frmProgbar::setupControls()
     m_bar->setObjectName(QStringLiteral("ProgressBar1"));
     platform::nameWidget(*m_bar, QStringLiteral("Progress"));
     m_cancel->setObjectName(QStringLiteral("cmdCancel"));
+    m_cancel->setAutoDefault(false); // an Enter that was meant for a cell cancels nothing
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_label);
     layout->addWidget(m_bar);
