@@ -11,10 +11,10 @@ namespace {
 const TextMeasure kEstimate;
 constexpr double kTextMargin = 1.6; // average characters beside the widest text
 constexpr double kDefaultPointSize = 11;
-constexpr double kLineFactor = 1.4;  // height of a line over the point size
-constexpr double kEmptyColumn = 1;   // average characters between the groups of a screen
-constexpr double kComboButton = 3;   // average characters of a combo box's arrow
-constexpr double kButtonEdges = 1;   // average characters of a button's edges
+constexpr double kLineFactor = 1.4; // height of a line over the point size
+constexpr double kEmptyColumn = 1;  // average characters between the groups of a screen
+constexpr double kComboButton = 3;  // average characters of a combo box's arrow
+constexpr double kButtonEdges = 1;  // average characters of a button's edges
 constexpr double kLampRoom = 2;
 constexpr double kSwitchRoom = 5;
 constexpr double kTableRoom = 3;

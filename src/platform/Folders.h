@@ -9,8 +9,8 @@ namespace platform {
 // What a user keeps besides the settings; machine paths.
 struct UserFolders
 {
-    QString state; // empty: a folder "state" beside the application data
-    QString logs;  // empty: "Log" in the program folder
+    QString state;   // empty: a folder "state" beside the application data
+    QString logs;    // empty: "Log" in the program folder
     QString backups; // empty: beside the settings
 };
 

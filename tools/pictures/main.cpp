@@ -1,5 +1,5 @@
-// Takes the pictures of the manual: vorlant_pictures start|all|report|review|traffic FOLDER. Program folder, settings and
-// COM1 come from the environment, as for the program itself; the controller at COM1 is a simulated one. See
+// Takes the pictures of the manual: vorlant_pictures start|all|report|review|traffic FOLDER. Program folder, settings
+// and COM1 come from the environment, as for the program itself; the controller at COM1 is a simulated one. See
 // tools/make_pictures.
 
 #include "PaletteColors.h"

@@ -38,5 +38,5 @@ private:
 
     Parts m_parts;
     FindBar* m_find = nullptr; // the grid's, once it was wanted
-    int m_zoom = 0;  // percent
+    int m_zoom = 0;            // percent
 };

@@ -111,6 +111,7 @@ int Main(int& argc, char* argv[])
         program.errorLog().LogWrite(QStringLiteral("%1 cannot be listened at: files open in new windows").arg(socket));
     window.show();
     // In the event loop, which a request to end leaves whatever message is open.
-    QMetaObject::invokeMethod(&window, [&window, &file] { window.start(file); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &window, [&window, &file] { window.start(file); }, Qt::QueuedConnection);
     return QApplication::exec();
 }
