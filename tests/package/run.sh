@@ -149,12 +149,12 @@ check_programs() { # home
   make_home "$home"
   start_simulator "$home"
   ctl() { user "$home" "$bin/vorlantctl" --port "$terminal" --model KX410 --quiet "$@"; }
-  expect "set" accepted,,25.8 "$(ctl set VQSV1=25.8 --as csv | tr -d '\r' | tail -n 1 | cut -d , -f 8-)"
+  expect "set" accepted,,25.8,°C "$(ctl set VQSV1=25.8 --as csv | tr -d '\r' | tail -n 1 | cut -d , -f 8-)"
   expect "get" VQSV1=25.8 "$(ctl get VQSV1)"
   ctl read --as set -o "$home/set.kx410"
   ctl compare "$home/set.kx410" > /dev/null || fail "the controller differs from what was just read of it"
   diff -r "$data" "$own" > "$work/diff.txt" || true
-  expect "the user's program folder" "Only in $own: .shipped," "$(tr '\n' , < "$work/diff.txt")"
+  expect "the user's program folder" "Only in $own: .shipped,Only in $own: Backup," "$(tr '\n' , < "$work/diff.txt")"
   check_window "$home" "$own"
 }
 
