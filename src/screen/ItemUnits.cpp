@@ -37,8 +37,10 @@ QString ItemUnits::shown(const ItemData& item, const QString& value) const
 // A label with a cell on its other side is the name of that one.
 QString ItemUnits::labelBeside(const ItemData& item) const
 {
+    if (!item.Visible() || item.Col() >= m_model.settings.maxCol) // a definition may place it anywhere
+        return {};
     const bool isNameOfNext = m_model.itemAt(item.Row(), item.Col() + 2) != nullptr;
-    return item.Visible() && !isNameOfNext ? m_model.labels.value({item.Row(), item.Col() + 1}) : QString();
+    return isNameOfNext ? QString() : m_model.labels.value({item.Row(), item.Col() + 1});
 }
 
 // All that has as many decimal places as the set values is in their unit; of alarms the type says so.
