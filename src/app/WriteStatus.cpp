@@ -12,7 +12,7 @@ namespace {
 class Names
 {
 public:
-    Names(const clsKX& kx, const TranslateText& tran) : m_kx(kx), m_tran(tran) {}
+    Names(const clsKX& kx, const TranslateText& tran) : m_kx(kx), m_tran(tran), m_units(kx.data()) {}
 
     // "Set values: Set value 1 [VQSV1]".
     QString of(const QString& tag) const { return of(QStringList(tag)); }
@@ -39,12 +39,13 @@ public:
         const clsData* item = m_kx.getDataByTag(tag);
         if (item == nullptr)
             return stored;
-        return ItemUnits(m_kx.data()).shown(*item, translatedValue(*item, m_kx.data().lookup, stored, m_tran));
+        return m_units.shown(*item, translatedValue(*item, m_kx.data().lookup, stored, m_tran));
     }
 
 private:
     const clsKX& m_kx;
     const TranslateText& m_tran;
+    ItemUnits m_units;
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "ItemUnits.h"
 #include "TextTable.h"
+#include "TextTools.h"
 #include "VisibleText.h"
 #include "WrittenItems.h"
 #include "clsKX.h"
@@ -126,7 +127,7 @@ QStringList tableHeadings(const QStringList& columns)
 
 QString valueWithUnit(const QString& value, const QString& unit, OutputFormat format)
 {
-    return value.isEmpty() || unit.isEmpty() || format != OutputFormat::Table ? value : value + u' ' + unit;
+    return format == OutputFormat::Table ? texttools::withUnit(value, unit) : value;
 }
 
 void addUnits(PrintedRows& printed, const QStringList& units, OutputFormat format)

@@ -1,5 +1,7 @@
 #include "WriteOutcomes.h"
 
+#include "TextTools.h"
+
 namespace {
 
 QString outcomeText(const WriteRow& row, bool planned)
@@ -27,7 +29,7 @@ QStringList fieldsOf(const WriteRow& row, bool planned, OutputFormat format)
 {
     const auto english = [](const QString& text) { return text; };
     const ChangeRow& change = row.change;
-    const auto shown = [&](const QString& value) { return valueWithUnit(value, change.unit, format); };
+    const auto shown = [&](const QString& value) { return valueWithUnit(value, row.unit, format); };
     return {change.tag,
             change.name,
             change.block,
@@ -44,9 +46,8 @@ QStringList fieldsOf(const WriteRow& row, bool planned, OutputFormat format)
 QString mention(const WriteRow& row)
 {
     const ChangeRow& change = row.change;
-    const QString name =
-        change.name == change.tag ? change.tag : QStringLiteral("%1 [%2]").arg(change.name, change.tag);
-    const auto shown = [&](const QString& value) { return valueWithUnit(value, change.unit, OutputFormat::Table); };
+    const QString name = texttools::nameWithTag(change.name, change.tag);
+    const auto shown = [&](const QString& value) { return valueWithUnit(value, row.unit, OutputFormat::Table); };
     switch (row.outcome) {
     case SendOutcome::Conflict:
         return QStringLiteral("%1 was %2, is %3").arg(name, shown(change.heldShown), shown(row.kept));
@@ -84,7 +85,7 @@ QByteArray formatWriteRows(const std::vector<WriteRow>& rows, bool planned, Outp
     QStringList units;
     for (const WriteRow& row : rows) {
         printed.rows.append(fieldsOf(row, planned, format));
-        units << row.change.unit;
+        units << row.unit;
     }
     addUnits(printed, units, format);
     const bool isPrinted = !rows.empty() || format != OutputFormat::Table;

@@ -14,6 +14,7 @@ struct WriteRow
     SendOutcome outcome = SendOutcome::NotSent;
     QString reason; // why it failed or was not sent
     QString kept;   // shown: what the controller holds at the end; empty when not known
+    QString unit;   // of what is shown, in the language in use; empty for none
 };
 
 // Columns tag, name, block, class, cause, held, new, outcome, reason and kept. planned: what was chosen would be sent.

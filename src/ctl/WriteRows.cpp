@@ -1,6 +1,7 @@
 #include "WriteRows.h"
 
 #include "ControllerSession.h"
+#include "ItemUnits.h"
 #include "Tags.h"
 #include "WriteOutcomes.h"
 
@@ -8,13 +9,14 @@
 
 namespace {
 
-std::vector<WriteRow> plannedRows(const CommandLine& line, const std::vector<ChangeRow>& changes)
+std::vector<WriteRow> plannedRows(const clsKX& kx, const CommandLine& line, const std::vector<ChangeRow>& changes)
 {
+    const ItemUnits units(kx.data());
     std::vector<WriteRow> rows;
     for (const ChangeRow& change : changes) {
         const bool isChosen = line.sends(change.kind);
         rows.push_back({change, isChosen, SendOutcome::NotSent, isChosen ? QString() : classNotChosen(change.kind),
-                        change.heldShown});
+                        change.heldShown, units.unitOf(*kx.getDataByTag(change.tag))});
     }
     return rows;
 }
@@ -80,7 +82,7 @@ QString classNotChosen(ParameterClass kind)
 
 CommandResult writeRows(ControllerSession& session, const CommandLine& line, const std::vector<ChangeRow>& changes)
 {
-    std::vector<WriteRow> rows = plannedRows(line, changes);
+    std::vector<WriteRow> rows = plannedRows(session.kx(), line, changes);
     CommandResult result;
     if (rows.empty())
         result.failure = QStringLiteral("nothing to write: the controller holds these values");

@@ -41,6 +41,16 @@ QString addressText(qint32 address)
     return address >= 0 && address <= 9 ? u'0' + text : text;
 }
 
+QString withUnit(const QString& value, const QString& unit)
+{
+    return value.isEmpty() || unit.isEmpty() ? value : value + u' ' + unit;
+}
+
+QString nameWithTag(const QString& name, const QString& tag)
+{
+    return name.isEmpty() || name == tag ? tag : QStringLiteral("%1 [%2]").arg(name, tag);
+}
+
 QString format(const QVariant& value, const QString& pattern, const QString& shortDate)
 {
     if (value.typeId() == QMetaType::QDateTime) {

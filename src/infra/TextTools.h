@@ -16,6 +16,9 @@ QString commandArgument(const QString& commandLine, const QString& name, bool ke
 QString hexString(const QByteArray& bytes); // "01ABFF"
 QString addressText(qint32 address);        // two digits at least for 0 to 99
 
+QString withUnit(const QString& value, const QString& unit);  // "120.0 °C"; the value alone when one is empty
+QString nameWithTag(const QString& name, const QString& tag); // "Set value 1 [VQSV1]"; the tag alone without a name
+
 // A number (single precision for a float, else double) or date by a pattern. "yyyy/mm/dd" in the pattern becomes
 // shortDate, the four-digit-year short date of the user's locale.
 QString format(const QVariant& value, const QString& pattern, const QString& shortDate);

@@ -1,5 +1,6 @@
 #include "HistoryModel.h"
 
+#include "TextTools.h"
 #include "VisibleText.h"
 
 #include <array>
@@ -110,8 +111,8 @@ QVariant HistoryModel::headerData(int section, Qt::Orientation orientation, int 
 QString HistoryModel::text(const HistoryRow& row, int column) const
 {
     const QString plain = plainText(row, column);
-    const bool isValue = (column == kHeld || column == kValue) && !plain.isEmpty() && !row.unit().isEmpty();
-    return platform::visibleText(isValue ? plain + u' ' + row.unit() : plain);
+    const bool isValue = column == kHeld || column == kValue;
+    return platform::visibleText(isValue ? texttools::withUnit(plain, row.unit()) : plain);
 }
 
 QString HistoryModel::plainText(const HistoryRow& row, int column) const

@@ -2,7 +2,6 @@
 
 #include "HeldValue.h"
 #include "ItemDisplay.h"
-#include "ItemUnits.h"
 #include "clsKX.h"
 
 ChangeRow changeRow(const clsKX& kx, const clsData& item)
@@ -14,7 +13,6 @@ ChangeRow changeRow(const clsKX& kx, const clsData& item)
         row.block = block->m_sName;
     row.value = item.Data();
     row.valueShown = item.VData();
-    row.unit = ItemUnits(kx.data()).unitOf(item);
     row.kind = item.Class();
     row.cause = item.cause;
     if (const clsData* cause = kx.getDataByTag(item.cause.tag))

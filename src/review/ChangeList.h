@@ -21,7 +21,6 @@ struct ChangeRow
     QString value; // stored text
     QString heldShown;
     QString valueShown;
-    QString unit; // of both, in the language in use; empty for none
     ParameterClass kind = ParameterClass::Setting;
     ChangeCause cause;
     QString causeName;     // of the parameter that the change followed from

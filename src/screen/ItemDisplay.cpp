@@ -4,6 +4,7 @@
 #include "ItemLookup.h"
 #include "Numbers.h"
 #include "Tags.h"
+#include "TextTools.h"
 #include "clsLibrary.h"
 
 #include <algorithm>
@@ -141,8 +142,7 @@ QString translatedValue(const ItemData& item, const ItemLookup& items, const QSt
 
 QString nameWithTag(const ItemData& item, const TranslateText& tran)
 {
-    const QString& name = item.DataName();
-    return name.isEmpty() ? item.Key() : QStringLiteral("%1 [%2]").arg(tran(name), item.Key());
+    return texttools::nameWithTag(item.DataName().isEmpty() ? QString() : tran(item.DataName()), item.Key());
 }
 
 QString displayOf(const ItemData& item, const ItemLookup& items, const QString& storedText)

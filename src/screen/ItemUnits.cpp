@@ -3,6 +3,7 @@
 #include "ItemDisplay.h"
 #include "ModelData.h"
 #include "Tags.h"
+#include "TextTools.h"
 #include "clsLibrary.h"
 
 namespace {
@@ -31,7 +32,7 @@ QString ItemUnits::unitOf(const ItemData& item) const
 
 QString ItemUnits::shown(const ItemData& item, const QString& value) const
 {
-    return value.isEmpty() ? value : (value + u' ' + unitOf(item)).trimmed();
+    return texttools::withUnit(value, unitOf(item));
 }
 
 // A label with a cell on its other side is the name of that one.

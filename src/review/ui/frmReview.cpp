@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSet>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -186,7 +187,8 @@ void frmReview::showStatus()
         button->setToolTip(platform::visibleText(m_obstacle));
     QString text =
         library().tranStr(QStringLiteral("Changes: %1, ticked to be written: %2")).arg(m_review.changes()).arg(ticked);
-    const auto hidden = std::count_if(tags.begin(), tags.end(), [this](const QString& tag) { return !isShown(tag); });
+    const bool isFiltered = m_shown.rowCount() < m_model.rowCount();
+    const qsizetype hidden = isFiltered ? hiddenOf(tags) : 0;
     if (hidden > 0)
         text += u'\n' +
                 library().tranStr(QStringLiteral("Ticked but not shown here: %1. They are written, too.")).arg(hidden);
@@ -200,13 +202,12 @@ ReviewRow frmReview::rowAt(int shownRow) const
     return m_model.row(m_shown.mapToSource(m_shown.index(shownRow, 0)).row());
 }
 
-bool frmReview::isShown(const QString& tag) const
+qsizetype frmReview::hiddenOf(const QStringList& tags) const
 {
-    for (int row = 0; row < m_shown.rowCount(); ++row) {
-        if (rowAt(row).change.tag == tag)
-            return true;
-    }
-    return false;
+    QSet<QString> hidden(tags.begin(), tags.end());
+    for (int row = 0; row < m_shown.rowCount(); ++row)
+        hidden.remove(rowAt(row).change.tag);
+    return hidden.size();
 }
 
 QStringList frmReview::selectedTags() const

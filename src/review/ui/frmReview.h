@@ -56,7 +56,7 @@ private:
     void goToCurrent();
     void tickSelected();
     ReviewRow rowAt(int shownRow) const;
-    bool isShown(const QString& tag) const; // the filter lets it through
+    qsizetype hiddenOf(const QStringList& tags) const; // how many the filter does not let through
     QStringList selectedTags() const;
     bool isChangeSelected() const;
 
